@@ -1,0 +1,57 @@
+// CalcRow throughput on a realistic mix of rows and options.
+#include "engine/calcrow.h"
+
+#include <benchmark/benchmark.h>
+
+#include <random>
+
+namespace {
+
+void fillMix(std::mt19937_64& rng) {
+    std::uniform_int_distribution<std::int64_t> price(100, 5000000); // 0.01 .. 500 in 4 decimals
+    std::uniform_int_distribution<std::int64_t> factor(0, 20000);
+    for (int r = 1; r < RowCount; ++r) {
+        Fuzokurecordtypex& row = KanzaiRows[r];
+        row.TEIKA = Currency::FromRaw(price(rng) * 100);
+        row.GROSS = Currency::FromRaw(price(rng) * 100);
+        row.NET = Currency::FromRaw(price(rng) * 80);
+        for (Currency& d : row.DATA) d = Currency::FromRaw(factor(rng));
+    }
+}
+
+void setOptions(int variant) {
+    KanzaiOptions o = CurrentOptions();
+    o.ModeFlag() = variant & 1;
+    o.OtherMethod() = (variant >> 1) & 1;
+    o.RateOn() = Currency::FromInt((variant >> 2) & 1);
+    o.ElementDigits() = DigitSteps[std::size_t((variant >> 3) % 4)];
+    o.ElementFraction() = FractionSteps[std::size_t(variant % 3)];
+    o.AdoptedDigits() = DigitSteps[std::size_t(variant % 6)];
+    o.AdoptedFraction() = FractionSteps[std::size_t((variant + 1) % 3)];
+    o.UnitDigits() = DigitSteps[std::size_t((variant + 2) % 6)];
+    o.UnitFraction() = FractionSteps[std::size_t((variant + 2) % 3)];
+    o.LabourSubmitted() = Currency::FromInt(18000 + variant);
+    o.LabourCost() = Currency::FromInt(15000 + variant);
+    o.RateSubmitted() = Currency::FromInt(70);
+    o.RateCost() = Currency::FromInt(60);
+}
+
+void BM_CalcRow(benchmark::State& state) {
+    std::mt19937_64 rng(42);
+    ClearRows(RowCount);
+    fillMix(rng);
+    int variant = 0;
+    std::int64_t rows = 0;
+    for (auto _ : state) {
+        setOptions(variant++ % 96);
+        for (int r = 1; r < RowCount; ++r) CalcRow(r);
+        rows += RowCount - 1;
+        benchmark::DoNotOptimize(KanzaiRows[1].FTANKA);
+    }
+    state.SetItemsProcessed(rows);
+}
+BENCHMARK(BM_CalcRow);
+
+} // namespace
+
+BENCHMARK_MAIN();

@@ -1,0 +1,53 @@
+#!/usr/bin/env bash
+# Installs the Debian packages the project needs, only those that are missing.
+# Sourced by run.sh and test.sh; safe to run on its own.
+set -euo pipefail
+
+QORVALE_PACKAGES=(
+  build-essential cmake pkg-config git
+  qt6-base-dev libgl-dev
+  libsqlite3-dev sqlite3
+  libxlsxwriter-dev
+  libgtest-dev libgmock-dev libbenchmark-dev
+  fonts-noto-cjk
+  xvfb xauth
+)
+
+qorvale_missing_packages() {
+  local p missing=()
+  for p in "${QORVALE_PACKAGES[@]}"; do
+    if ! dpkg-query -W -f='${Status}' "$p" 2>/dev/null | grep -q 'install ok installed'; then
+      missing+=("$p")
+    fi
+  done
+  echo "${missing[@]:-}"
+}
+
+qorvale_install_deps() {
+  local missing
+  missing=$(qorvale_missing_packages)
+  [ -z "$missing" ] && return 0
+  local sudo=()
+  if [ "$(id -u)" -ne 0 ]; then
+    sudo=(sudo)
+  fi
+  echo "Installing missing packages: $missing"
+  "${sudo[@]}" apt-get update -qq
+  # shellcheck disable=SC2086
+  DEBIAN_FRONTEND=noninteractive "${sudo[@]}" apt-get install -y -qq --no-install-recommends $missing
+}
+
+qorvale_build() {
+  # $1: build directory, further arguments go to cmake configure
+  local dir=$1
+  shift
+  cmake -S "$QORVALE_ROOT" -B "$dir" -DCMAKE_BUILD_TYPE=RelWithDebInfo "$@" >/dev/null
+  cmake --build "$dir" -j "$(nproc)"
+}
+
+QORVALE_ROOT=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
+export QORVALE_ROOT
+
+if [ "${BASH_SOURCE[0]}" = "$0" ]; then
+  qorvale_install_deps
+fi

@@ -1,0 +1,73 @@
+// Prints the worked example of the composite price calculation, computed by
+// the engine, in all its option variants.
+
+#include "engine/calcrow.h"
+
+#include <cstdio>
+
+namespace {
+
+Currency c(const char* text) { return StrToCurr(QString::fromLatin1(text)); }
+
+void setExample() {
+    ClearRows(RowCount);
+    Fuzokurecordtypex& r = KanzaiRows[1];
+    r.TEIKA = c("1234");
+    r.GROSS = c("860");
+    r.NET = c("750");
+    const char* factors[7] = {"1.1", "0.35", "0.05", "0.08", "0.123", "0.015", "0.1"};
+    for (int i = 0; i < 7; ++i) r.DATA[std::size_t(i)] = c(factors[i]);
+    KanzaiOptions o = CurrentOptions();
+    o.LabourSubmitted() = c("18000");
+    o.LabourCost() = c("15000");
+    o.ElementDigits() = c("1");
+    o.ElementFraction() = c("0.9");
+    o.AdoptedDigits() = c("10");
+    o.AdoptedFraction() = c("0");
+    o.UnitDigits() = c("10");
+    o.UnitFraction() = c("0.9");
+    o.RateSubmitted() = c("70");
+    o.RateCost() = c("60");
+}
+
+void printSide(const char* side, const std::array<Currency, 7>& e, Currency total) {
+    std::printf("  %-9s", side);
+    for (Currency x : e) std::printf(" %8s", qPrintable(FormatGeneral(x)));
+    std::printf(" %8s", qPrintable(FormatAmount(total)));
+}
+
+void printCase(const char* title) {
+    CalcRow(1);
+    const Fuzokurecordtypex& r = KanzaiRows[1];
+    std::printf("%s\n", title);
+    printSide("submitted", r.CALC_G, r.GTANKA);
+    std::printf("  adopted %s\n", qPrintable(FormatAmount(r.FTANKA)));
+    printSide("cost", r.CALC_N, r.NTANKA);
+    std::printf("\n");
+}
+
+} // namespace
+
+int main() {
+    std::printf("Composite unit price, worked example (TEIKA 1234, GROSS 860, NET 750)\n");
+    std::printf("  %-9s %8s %8s %8s %8s %8s %8s %8s %8s\n", "side", "c1", "c2", "c3", "c4", "c5",
+                "c6", "c7", "total");
+    setExample();
+    printCase("Piping mode, other cost on labour:");
+    setExample();
+    CurrentOptions().OtherMethod() = 1;
+    printCase("Piping mode, other cost on all elements:");
+    setExample();
+    CurrentOptions().ModeFlag() = 1;
+    printCase("Refrigerant mode:");
+    setExample();
+    CurrentOptions().RateOn() = c("1");
+    printCase("Unit prices from the list price (70 / 60 per cent):");
+    setExample();
+    CurrentOptions().ElementDigits() = c("100");
+    CurrentOptions().ElementFraction() = c("0.5");
+    CurrentOptions().AdoptedDigits() = c("3");
+    CurrentOptions().AdoptedFraction() = c("0.5");
+    printCase("Two decimals per element, half up; adopted to three significant digits:");
+    return 0;
+}

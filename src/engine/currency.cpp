@@ -1,0 +1,209 @@
+#include "engine/currency.h"
+
+#include <QStringList>
+
+#include <limits>
+#include <string>
+
+EConvertError::EConvertError(const QString& message)
+    : std::runtime_error(message.toUtf8().toStdString()) {}
+
+namespace {
+
+QString invalidNumber(const QString& text) {
+    return QStringLiteral("'%1' は正しい数値ではありません。").arg(text);
+}
+
+// Digits of |raw| as text, with at least five characters so the last four
+// are the decimals.
+std::string absDigits(std::int64_t raw) {
+    // Work in unsigned so the most negative value has a magnitude too.
+    std::uint64_t mag = raw < 0 ? std::uint64_t(0) - std::uint64_t(raw) : std::uint64_t(raw);
+    std::string s = std::to_string(mag);
+    if (s.size() < 5) s.insert(0, 5 - s.size(), '0');
+    return s;
+}
+
+QString groupThousands(const std::string& digits) {
+    QString out;
+    const int n = int(digits.size());
+    for (int i = 0; i < n; ++i) {
+        if (i > 0 && (n - i) % 3 == 0) out += QLatin1Char(',');
+        out += QLatin1Char(digits[std::size_t(i)]);
+    }
+    return out;
+}
+
+// Rounds |raw| to a multiple of `unit` raws, half away from zero, and gives
+// the magnitude.
+std::uint64_t roundMagnitude(std::int64_t raw, std::uint64_t unit) {
+    std::uint64_t mag = raw < 0 ? std::uint64_t(0) - std::uint64_t(raw) : std::uint64_t(raw);
+    std::uint64_t q = mag / unit, r = mag % unit;
+    if (r * 2 >= unit) ++q;
+    return q;
+}
+
+} // namespace
+
+QString CurrToStr(Currency value) {
+    std::string d = absDigits(value.raw);
+    std::string whole = d.substr(0, d.size() - 4);
+    std::string frac = d.substr(d.size() - 4);
+    while (!frac.empty() && frac.back() == '0') frac.pop_back();
+    QString s = QString::fromStdString(whole);
+    if (!frac.empty()) s += QLatin1Char('.') + QString::fromStdString(frac);
+    if (value.raw < 0) s.prepend(QLatin1Char('-'));
+    return s;
+}
+
+bool TryStrToCurr(const QString& text, Currency& out) {
+    const QString t = text.trimmed();
+    int i = 0;
+    const int n = int(t.size());
+    bool negative = false;
+    if (i < n && (t[i] == QLatin1Char('+') || t[i] == QLatin1Char('-'))) {
+        negative = t[i] == QLatin1Char('-');
+        ++i;
+    }
+    std::string digits; // significant digits, integer and fraction together
+    int pointPos = -1;  // digits before the decimal point
+    int count = 0;
+    for (; i < n; ++i) {
+        const QChar c = t[i];
+        if (c >= QLatin1Char('0') && c <= QLatin1Char('9')) {
+            digits += char(c.unicode());
+            ++count;
+        } else if (c == QLatin1Char('.') && pointPos < 0) {
+            pointPos = int(digits.size());
+        } else {
+            break;
+        }
+    }
+    if (count == 0) return false;
+    if (pointPos < 0) pointPos = int(digits.size());
+    long exponent = 0;
+    if (i < n && (t[i] == QLatin1Char('e') || t[i] == QLatin1Char('E'))) {
+        ++i;
+        bool expNeg = false;
+        if (i < n && (t[i] == QLatin1Char('+') || t[i] == QLatin1Char('-'))) {
+            expNeg = t[i] == QLatin1Char('-');
+            ++i;
+        }
+        int expDigits = 0;
+        for (; i < n && t[i] >= QLatin1Char('0') && t[i] <= QLatin1Char('9'); ++i) {
+            if (exponent < 100000) exponent = exponent * 10 + (t[i].unicode() - '0');
+            ++expDigits;
+        }
+        if (expDigits == 0) return false;
+        if (expNeg) exponent = -exponent;
+    }
+    if (i != n) return false;
+
+    // Place the decimal point four digits further right: the raw value.
+    long point = long(pointPos) + exponent + 4;
+    // Strip leading zeros so the magnitude test below is meaningful.
+    std::size_t lead = 0;
+    while (lead < digits.size() && digits[lead] == '0') {
+        ++lead;
+        --point;
+    }
+    digits.erase(0, lead);
+    if (digits.empty()) {
+        out = Currency{};
+        return true;
+    }
+    if (point > 19) return false;
+    // Integer part of the raw value and the rest for rounding.
+    std::string intPart, rest;
+    if (point <= 0) {
+        rest = std::string(std::size_t(-point), '0') + digits;
+    } else if (std::size_t(point) >= digits.size()) {
+        intPart = digits + std::string(std::size_t(point) - digits.size(), '0');
+    } else {
+        intPart = digits.substr(0, std::size_t(point));
+        rest = digits.substr(std::size_t(point));
+    }
+    unsigned __int128 mag = 0;
+    for (char c : intPart) mag = mag * 10 + unsigned(c - '0');
+    // Half to even on the exact digits.
+    if (!rest.empty()) {
+        const char first = rest[0];
+        bool beyond = rest.find_first_not_of('0', 1) != std::string::npos;
+        if (first > '5' || (first == '5' && (beyond || (mag & 1))))
+            ++mag;
+    }
+    const unsigned __int128 limit =
+        negative ? (unsigned __int128)std::numeric_limits<std::int64_t>::max() + 1
+                 : (unsigned __int128)std::numeric_limits<std::int64_t>::max();
+    if (mag > limit) return false;
+    out.raw = negative ? std::int64_t(0 - std::uint64_t(mag)) : std::int64_t(mag);
+    return true;
+}
+
+Currency StrToCurr(const QString& text) {
+    Currency c;
+    if (!TryStrToCurr(text, c)) throw EConvertError(invalidNumber(text));
+    return c;
+}
+
+Currency StrToCurrDef(const QString& text, Currency def) {
+    Currency c;
+    return TryStrToCurr(text, c) ? c : def;
+}
+
+int StrToIntDef(const QString& text, int def) {
+    const QString t = text.trimmed();
+    if (t.isEmpty()) return def;
+    int i = 0;
+    bool negative = false;
+    if (t[0] == QLatin1Char('+') || t[0] == QLatin1Char('-')) {
+        negative = t[0] == QLatin1Char('-');
+        i = 1;
+    }
+    if (i == int(t.size())) return def;
+    long long v = 0;
+    for (; i < int(t.size()); ++i) {
+        const QChar c = t[i];
+        if (c < QLatin1Char('0') || c > QLatin1Char('9')) return def;
+        v = v * 10 + (c.unicode() - '0');
+        if (v > 2147483648LL) return def;
+    }
+    if (negative) v = -v;
+    if (v > std::numeric_limits<int>::max() || v < std::numeric_limits<int>::min()) return def;
+    return int(v);
+}
+
+QString FormatAmount(Currency value) {
+    const std::uint64_t whole = roundMagnitude(value.raw, 10000);
+    QString s = groupThousands(std::to_string(whole));
+    if (value.raw < 0 && whole != 0) s.prepend(QLatin1Char('-'));
+    return s;
+}
+
+QString FormatFixed3(Currency value) {
+    const std::uint64_t thousandths = roundMagnitude(value.raw, 10);
+    std::string d = std::to_string(thousandths);
+    if (d.size() < 4) d.insert(0, 4 - d.size(), '0');
+    QString s = QString::fromStdString(d.substr(0, d.size() - 3)) + QLatin1Char('.') +
+                QString::fromStdString(d.substr(d.size() - 3));
+    if (value.raw < 0 && thousandths != 0) s.prepend(QLatin1Char('-'));
+    return s;
+}
+
+QString FormatGeneral(Currency value) {
+    // A Currency has at most 19 digits; keep 15 significant ones. Its value
+    // stays below 10^15, so the exponent form is never needed.
+    std::string d = absDigits(value.raw);
+    std::size_t first = d.find_first_not_of('0');
+    if (first == std::string::npos) return QStringLiteral("0");
+    const std::size_t sig = d.size() - first;
+    if (sig <= 15) return CurrToStr(value);
+    // Round the magnitude half away from zero at the 15th significant digit.
+    std::uint64_t unit = 1;
+    for (std::size_t k = 0; k < sig - 15; ++k) unit *= 10;
+    const std::uint64_t q = roundMagnitude(value.raw, unit);
+    const std::uint64_t mag = q * unit;
+    Currency rounded{std::int64_t(mag)};
+    if (value.raw < 0) rounded.raw = -rounded.raw;
+    return CurrToStr(rounded);
+}

@@ -1,0 +1,91 @@
+#include "engine/rounding.h"
+
+#include <cmath>
+#include <limits>
+
+EInvalidOp::EInvalidOp() : EMathError("浮動小数点演算が無効です（計算結果が大きすぎます）。") {}
+EIntOverflow::EIntOverflow() : EMathError("整数オーバーフローです（計算結果が大きすぎます）。") {}
+
+namespace {
+constexpr Extended Two63 = 9223372036854775808.0L; // exact in the 64-bit significand
+constexpr Extended E4 = 10000.0L;
+constexpr Extended E8 = 100000000.0L;
+constexpr Extended E12 = 1000000000000.0L;
+
+Extended load(__int128 v) { return static_cast<Extended>(v); }
+Extended load(std::int64_t v) { return static_cast<Extended>(v); }
+} // namespace
+
+std::int64_t Cut(Extended x) {
+    // trunc(x) fits when -2^63 - 1 < x < 2^63; NaN fails both tests.
+    if (!(x < Two63 && x > -Two63 - 1.0L)) throw EInvalidOp();
+    return static_cast<std::int64_t>(x);
+}
+
+std::int64_t Store(Extended x) {
+    const Extended r = std::nearbyint(x); // the default mode: nearest, ties to even
+    if (!(r < Two63 && r >= -Two63)) throw EInvalidOp();
+    return static_cast<std::int64_t>(r);
+}
+
+Currency RoundElement(__int128 baseRaw, Currency factor, Currency digits, Currency fraction) {
+    Extended p = load(baseRaw) * load(factor.raw);
+    p = p * load(digits.raw);
+    const Extended n = p + load(fraction.raw) * E8;
+    const std::int64_t t = Cut(n / E12);
+    return Currency::FromRaw(Store(load(t) / load(digits.raw) * E8));
+}
+
+Currency WholeAmount(__int128 sumRaw, Currency fraction) {
+    const Extended s = load(sumRaw) + load(fraction.raw);
+    const std::int64_t t = Cut(s / E4);
+    return Currency::FromRaw(Store(load(t) * E4));
+}
+
+Currency RatePrice(Currency list, Currency rate, Currency fraction) {
+    Extended p = load(list.raw) * load(rate.raw);
+    p = p / 100.0L;
+    const Extended n = p + load(fraction.raw) * E4;
+    const std::int64_t t = Cut(n / E8);
+    return Currency::FromRaw(Store(load(t) * E4));
+}
+
+namespace {
+
+Currency roundToStep(Currency x, Currency step, Currency fraction) {
+    Extended q = load(x.raw) / load(step.raw);
+    q = q * E4;
+    q = q + load(fraction.raw);
+    const std::int64_t t = Cut(q / E4);
+    return Currency::FromRaw(Store(load(t) * load(step.raw)));
+}
+
+Currency roundToSignificant(Currency x, Currency digits, int k, Currency fraction) {
+    const int len = int(CurrToStr(x).size());
+    if (Extended(len) * E4 <= load(digits.raw)) return x;
+    const int n = len - k;
+    std::int32_t m = 1;
+    for (int i = 0; i < n; ++i)
+        if (__builtin_mul_overflow(m, 10, &m)) throw EIntOverflow();
+    const std::int64_t t = Cut((load(x.raw) / load(std::int64_t(m)) + load(fraction.raw)) / E4);
+    std::int64_t big;
+    if (__builtin_mul_overflow(t, std::int64_t(m), &big)) throw EIntOverflow();
+    return Currency::FromRaw(Store(load(big) * E4));
+}
+
+} // namespace
+
+Currency RoundDigits(Currency x, Currency digits, Currency fraction) {
+    const std::int64_t k = Cut(load(digits.raw) / E4);
+    switch (k) {
+    case 10:
+    case 100:
+    case 1000:
+        return roundToStep(x, digits, fraction);
+    case 3:
+    case 4:
+        return roundToSignificant(x, digits, int(k), fraction);
+    default:
+        return x;
+    }
+}

@@ -1,0 +1,34 @@
+#pragma once
+// Where the data lives: the common data folder, the data root and the
+// database folder named by the launch string.
+
+#include <QString>
+
+// The launch string used when the program gets no argument.
+extern const QString DefaultLaunchString;
+
+// The folder of a special folder id. Only 35, the common application data
+// folder, is known here: the directory in QORVALE_COMMON_DATA when that is
+// set, else the user's generic data location (~/.local/share).
+QString SpecialFolderPath(int id);
+// SpecialFolderPath(35) with suffix behind it.
+QString CommonDataPath(const QString& suffix);
+
+// Turns a path written the Windows way ("\ostrel\database\", "c:\programData\...")
+// into this system's form: "\" becomes "/", and the default string's
+// "c:\programData\" stands for the common data folder.
+QString NativePath(const QString& path);
+
+// The data root: common data folder + "/ostrel/velmora_main".
+QString DataRootPath();
+// The database folder: field 5 of the launch string (the default string when
+// it is empty), or common data folder + "/ostrel/database/" when that field
+// is empty. Always ends with "/".
+QString DatabaseFolderFrom(const QString& launchString);
+// The database file of ex_kanzai and exconf in that folder.
+QString ExDatabasePathIn(const QString& databaseFolder);
+
+// The program-wide paths, set at form creation.
+extern QString DataRoot;
+extern QString DatabaseFolder;
+extern QString ExDatabasePath;

@@ -1,0 +1,26 @@
+#pragma once
+// Text of the rows and of the program's files is code page 932 (Shift_JIS
+// as Windows has it). These are the only conversions between it and the
+// program's Unicode text.
+
+#include <QByteArray>
+#include <QString>
+
+// True for the first byte of a double-byte character.
+bool IsLeadByte(unsigned char b);
+
+// Unicode to code page 932. Look-alikes that keyboards and pastes produce
+// (wave dash, minus sign, ...) become the code page's own characters;
+// anything else the code page lacks becomes "?".
+QByteArray ToAnsi(const QString& text);
+
+// The same, cut to at most maxBytes bytes. The cut is a plain byte cut and
+// may split a double-byte character.
+QByteArray ToAnsiCut(const QString& text, int maxBytes);
+
+// Cuts bytes to at most maxBytes bytes (a plain byte cut).
+QByteArray CutBytes(const QByteArray& bytes, int maxBytes);
+
+// Code page 932 to Unicode. Never fails: a lead byte without its trail
+// (left by a cut) is dropped, an invalid pair becomes U+FFFD.
+QString FromAnsi(const QByteArray& bytes);

@@ -1,0 +1,61 @@
+// Code page 932: conversions, look-alikes and cuts inside a character.
+#include "store/codepage.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+QString U(const char* t) { return QString::fromUtf8(t); }
+
+TEST(CodePage, RoundTripsJapaneseAndAscii) {
+    const QString text = U("配管用炭素鋼鋼管（白）ＳＧＰ 15A ｍ ﾊﾝｶｸ");
+    EXPECT_EQ(FromAnsi(ToAnsi(text)), text);
+    EXPECT_EQ(ToAnsi(U("配")).size(), 2);
+    EXPECT_EQ(ToAnsi(U("ｍ")).size(), 2);
+    EXPECT_EQ(ToAnsi(U("ﾊ")).size(), 1); // half-width kana is one byte
+}
+
+TEST(CodePage, TrailByte5CIsNoBackslash) {
+    // "ソ" is 0x83 0x5C: the trail byte must not be read as a separator.
+    const QByteArray b = ToAnsi(U("ソ表"));
+    ASSERT_EQ(b.size(), 4);
+    EXPECT_EQ(static_cast<unsigned char>(b[1]), 0x5C);
+    EXPECT_EQ(FromAnsi(b), U("ソ表"));
+}
+
+TEST(CodePage, LookAlikesMapToCodePageCharacters) {
+    EXPECT_EQ(FromAnsi(ToAnsi(U("〜"))), U("～")); // U+301C -> U+FF5E
+    EXPECT_EQ(FromAnsi(ToAnsi(U("−"))), U("－")); // U+2212 -> U+FF0D
+    EXPECT_EQ(FromAnsi(ToAnsi(U("‖"))), U("∥"));
+    EXPECT_EQ(FromAnsi(ToAnsi(U("—"))), U("―"));
+    EXPECT_EQ(FromAnsi(ToAnsi(U("¢£¬"))), U("￠￡￢"));
+    EXPECT_EQ(ToAnsi(U("〜")), ToAnsi(U("～")));
+}
+
+TEST(CodePage, CharactersOutsideBecomeQuestionMarks) {
+    EXPECT_EQ(ToAnsi(U("a😀b")), QByteArray("a?b"));
+    EXPECT_EQ(ToAnsi(U("한")), QByteArray("?"));
+}
+
+TEST(CodePage, CutInsideDoubleByteCharacterNeverFails) {
+    const QString text = U("ab配管");
+    const QByteArray cut = ToAnsiCut(text, 5); // a b 0x94 0x7A 0x8A | 0xC7
+    ASSERT_EQ(cut.size(), 5);
+    EXPECT_EQ(FromAnsi(cut), U("ab配"));
+    EXPECT_EQ(FromAnsi(ToAnsiCut(text, 4)), U("ab配"));
+    EXPECT_EQ(FromAnsi(ToAnsiCut(text, 3)), U("ab"));
+    // Field widths: 81 double-byte bytes cut at 80.
+    const QString long41 = QString(41, QChar(0x914D)); // 配 x 41 = 82 bytes
+    EXPECT_EQ(ToAnsiCut(long41, 80).size(), 80);
+    EXPECT_EQ(FromAnsi(ToAnsiCut(long41, 80)), QString(40, QChar(0x914D)));
+    EXPECT_EQ(FromAnsi(ToAnsiCut(U("a") + long41, 80)), U("a") + QString(39, QChar(0x914D)));
+}
+
+TEST(CodePage, BrokenBytesNeverThrow) {
+    EXPECT_NO_THROW(FromAnsi(QByteArray("\x81", 1)));
+    EXPECT_EQ(FromAnsi(QByteArray("\x81", 1)), QString());
+    EXPECT_EQ(FromAnsi(QByteArray("x\xFF", 2)).size(), 2);
+    EXPECT_EQ(FromAnsi(QByteArray("\x81\x20", 2)).size(), 1);
+}
+
+} // namespace
