@@ -1,0 +1,84 @@
+#pragma once
+// Every modal interaction with the person at the keyboard goes through this
+// interface: boxes and questions, input, file choice, the clipboard, the beep,
+// the Shift key, and starting other programs. The program installs the Qt
+// implementation; tests install a scripted one that answers and records.
+
+#include <QString>
+#include <QStringList>
+
+#include <memory>
+
+class QWidget;
+
+// Task dialog icons and buttons (bit set) and results.
+namespace TaskDialog {
+constexpr int IconNone = 0;
+constexpr int IconError = 32513;
+constexpr int IconQuestion = 32514;
+constexpr int IconWarning = 32515;
+constexpr int IconInformation = 32516;
+
+constexpr int ButtonOk = 1;
+constexpr int ButtonYes = 2;
+constexpr int ButtonNo = 4;
+constexpr int ButtonCancel = 8;
+constexpr int ButtonRetry = 16;
+constexpr int ButtonClose = 32;
+
+constexpr int IdNone = 0; // no box could be shown
+constexpr int IdOk = 1;
+constexpr int IdCancel = 2;
+constexpr int IdRetry = 4;
+constexpr int IdYes = 6;
+constexpr int IdNo = 7;
+constexpr int IdClose = 8;
+
+constexpr int MaxText = 2049;
+} // namespace TaskDialog
+
+class Dialogs {
+public:
+    virtual ~Dialogs() = default;
+
+    // A modal box with title, main instruction, icon, buttons and content.
+    // Gives the id of the pressed button; texts are cut at 2049 characters.
+    virtual int TaskDialog(QWidget* parent, const QString& title, const QString& instruction,
+                           int icon, int buttons, const QString& content) = 0;
+    // A plain message box (the framework's ShowMessage / MessageBox).
+    virtual void Message(QWidget* parent, const QString& title, const QString& text) = 0;
+    // An input box; false when the person cancels. value is the initial text
+    // and, on true, the entered text.
+    virtual bool InputQuery(QWidget* parent, const QString& title, const QString& prompt,
+                            QString& value) = 0;
+    // File choice; an empty text when the person cancels.
+    virtual QString OpenFileName(QWidget* parent, const QString& title, const QString& dir,
+                                 const QString& filter) = 0;
+    virtual QString SaveFileName(QWidget* parent, const QString& title, const QString& dir,
+                                 const QString& filter) = 0;
+    virtual QString FolderName(QWidget* parent, const QString& title, const QString& dir) = 0;
+
+    virtual QString ClipboardText() = 0;
+    virtual void SetClipboardText(const QString& text) = 0;
+    virtual void Beep() = 0;
+    virtual bool ShiftDown() = 0;
+    // Starts a program and does not wait; false when it could not be started.
+    virtual bool StartProcess(const QString& program, const QStringList& arguments,
+                              const QString& workingDir) = 0;
+    // Opens a file with the program registered for it; false on failure.
+    virtual bool OpenDocument(const QString& path) = 0;
+};
+
+// The installed implementation. Never null once the program or a test has
+// installed one.
+Dialogs& CurrentDialogs();
+// Installs an implementation and gives back the previous one.
+std::unique_ptr<Dialogs> InstallDialogs(std::unique_ptr<Dialogs> dialogs);
+
+// The application title shown on boxes ("Qorvale Works　配管材").
+QString ApplicationTitle();
+
+// The program's two box helpers.
+int ShowTaskDialog(QWidget* form, const QString& title, const QString& instruction, int icon,
+                   int buttons, const QString& content);
+int ShowInfoDialog(QWidget* form, const QString& instruction, const QString& content);
