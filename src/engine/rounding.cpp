@@ -23,7 +23,7 @@ std::int64_t Cut(Extended x) {
 }
 
 std::int64_t Store(Extended x) {
-    const Extended r = std::nearbyint(x); // the default mode: nearest, ties to even
+    const Extended r = std::rint(x); // the default mode: nearest, ties to even
     if (!(r < Two63 && r >= -Two63)) throw EInvalidOp();
     return static_cast<std::int64_t>(r);
 }
@@ -60,8 +60,29 @@ Currency roundToStep(Currency x, Currency step, Currency fraction) {
     return Currency::FromRaw(Store(load(t) * load(step.raw)));
 }
 
+// Characters of the shortest decimal text of x (CurrToStr), sign and point
+// included, counted without building the text.
+int textLength(Currency x) {
+    std::uint64_t mag = x.raw < 0 ? std::uint64_t(0) - std::uint64_t(x.raw) : std::uint64_t(x.raw);
+    std::uint64_t whole = mag / 10000, frac = mag % 10000;
+    int len = x.raw < 0 ? 1 : 0;
+    do {
+        ++len;
+        whole /= 10;
+    } while (whole != 0);
+    if (frac != 0) {
+        int fracDigits = 4;
+        while (frac % 10 == 0) {
+            frac /= 10;
+            --fracDigits;
+        }
+        len += 1 + fracDigits;
+    }
+    return len;
+}
+
 Currency roundToSignificant(Currency x, Currency digits, int k, Currency fraction) {
-    const int len = int(CurrToStr(x).size());
+    const int len = textLength(x);
     if (Extended(len) * E4 <= load(digits.raw)) return x;
     const int n = len - k;
     std::int32_t m = 1;

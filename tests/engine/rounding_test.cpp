@@ -160,6 +160,8 @@ TEST(RoundDigits, EdgeCases) {
         EXPECT_EQ(CurrToStr(RoundDigits(C("123456"), C(s), Up)), "123456") << s;
     // A decimal point counts as a character too: "12.5" has L = 4, m = 10.
     EXPECT_EQ(CurrToStr(RoundDigits(C("12.5"), C("3"), Down)), "10");
+    EXPECT_EQ(CurrToStr(RoundDigits(C("-0.25"), C("4"), Down)), "0"); // L = 5, m = 10
+    EXPECT_EQ(CurrToStr(RoundDigits(C("1.25"), C("3"), Down)), "0");     // L = 4, m = 10
 }
 
 TEST(RoundDigits, OverflowOfPowerAndProduct) {
