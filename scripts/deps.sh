@@ -34,7 +34,7 @@ qorvale_install_deps() {
   echo "Installing missing packages: $missing"
   "${sudo[@]}" apt-get update -qq
   # shellcheck disable=SC2086
-  DEBIAN_FRONTEND=noninteractive "${sudo[@]}" apt-get install -y -qq --no-install-recommends $missing
+  DEBIAN_FRONTEND=noninteractive "${sudo[@]}" apt-get install -y -qq $missing
 }
 
 qorvale_build() {
