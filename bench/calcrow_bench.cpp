@@ -15,7 +15,8 @@ void fillMix(std::mt19937_64& rng) {
         row.TEIKA = Currency::FromRaw(price(rng) * 100);
         row.GROSS = Currency::FromRaw(price(rng) * 100);
         row.NET = Currency::FromRaw(price(rng) * 80);
-        for (Currency& d : row.DATA) d = Currency::FromRaw(factor(rng));
+        for (Currency& d : row.DATA)
+            d = Currency::FromRaw(factor(rng));
     }
 }
 
@@ -44,7 +45,8 @@ void BM_CalcRow(benchmark::State& state) {
     std::int64_t rows = 0;
     for (auto _ : state) {
         setOptions(variant++ % 96);
-        for (int r = 1; r < RowCount; ++r) CalcRow(r);
+        for (int r = 1; r < RowCount; ++r)
+            CalcRow(r);
         rows += RowCount - 1;
         benchmark::DoNotOptimize(KanzaiRows[1].FTANKA);
     }

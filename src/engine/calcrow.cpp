@@ -48,8 +48,8 @@ void CalcRowWith(Fuzokurecordtypex& r, KanzaiOptions o) {
                                    ? __int128(c5.raw) + c6.raw
                                    : __int128(c1.raw) + c2.raw + c3.raw + c4.raw + c5.raw + c6.raw;
         const Currency c7 = RoundElement(base7, r.Data(7), d, e);
-        const Currency total = WholeAmount(
-            __int128(c1.raw) + c2.raw + c3.raw + c4.raw + c5.raw + c6.raw + c7.raw, e);
+        const Currency total =
+            WholeAmount(__int128(c1.raw) + c2.raw + c3.raw + c4.raw + c5.raw + c6.raw + c7.raw, e);
         if (s == 0) r.FTANKA = RoundDigits(total, o.AdoptedDigits(), o.AdoptedFraction());
         *side.total = total;
         *side.elements = {c1, c2, c3, c4, c5, c6, c7};
@@ -62,5 +62,6 @@ void CalcRow(int row) {
 }
 
 void CalcAllRows() {
-    for (int r = 1; r < OptionRow; ++r) CalcRow(r);
+    for (int r = 1; r < OptionRow; ++r)
+        CalcRow(r);
 }

@@ -49,7 +49,8 @@ QString CurrToStr(Currency value) {
     std::string d = absDigits(value.raw);
     std::string whole = d.substr(0, d.size() - 4);
     std::string frac = d.substr(d.size() - 4);
-    while (!frac.empty() && frac.back() == '0') frac.pop_back();
+    while (!frac.empty() && frac.back() == '0')
+        frac.pop_back();
     QString s = QString::fromStdString(whole);
     if (!frac.empty()) s += QLatin1Char('.') + QString::fromStdString(frac);
     if (value.raw < 0) s.prepend(QLatin1Char('-'));
@@ -124,13 +125,13 @@ bool TryStrToCurr(const QString& text, Currency& out) {
         rest = digits.substr(std::size_t(point));
     }
     unsigned __int128 mag = 0;
-    for (char c : intPart) mag = mag * 10 + unsigned(c - '0');
+    for (char c : intPart)
+        mag = mag * 10 + unsigned(c - '0');
     // Half to even on the exact digits.
     if (!rest.empty()) {
         const char first = rest[0];
         bool beyond = rest.find_first_not_of('0', 1) != std::string::npos;
-        if (first > '5' || (first == '5' && (beyond || (mag & 1))))
-            ++mag;
+        if (first > '5' || (first == '5' && (beyond || (mag & 1)))) ++mag;
     }
     const unsigned __int128 limit =
         negative ? (unsigned __int128)std::numeric_limits<std::int64_t>::max() + 1
@@ -200,7 +201,8 @@ QString FormatGeneral(Currency value) {
     if (sig <= 15) return CurrToStr(value);
     // Round the magnitude half away from zero at the 15th significant digit.
     std::uint64_t unit = 1;
-    for (std::size_t k = 0; k < sig - 15; ++k) unit *= 10;
+    for (std::size_t k = 0; k < sig - 15; ++k)
+        unit *= 10;
     const std::uint64_t q = roundMagnitude(value.raw, unit);
     const std::uint64_t mag = q * unit;
     Currency rounded{std::int64_t(mag)};

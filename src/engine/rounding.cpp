@@ -12,8 +12,12 @@ constexpr Extended E4 = 10000.0L;
 constexpr Extended E8 = 100000000.0L;
 constexpr Extended E12 = 1000000000000.0L;
 
-Extended load(__int128 v) { return static_cast<Extended>(v); }
-Extended load(std::int64_t v) { return static_cast<Extended>(v); }
+Extended load(__int128 v) {
+    return static_cast<Extended>(v);
+}
+Extended load(std::int64_t v) {
+    return static_cast<Extended>(v);
+}
 } // namespace
 
 std::int64_t Cut(Extended x) {

@@ -19,13 +19,15 @@ const QString ProgramDataPrefix = QStringLiteral("c:\\programdata\\");
 QString SpecialFolderPath(int id) {
     if (id != CommonAppData) return QString();
     QString dir = qEnvironmentVariable("QORVALE_COMMON_DATA");
-    if (dir.isEmpty())
-        dir = QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation);
-    while (dir.size() > 1 && dir.endsWith(QLatin1Char('/'))) dir.chop(1);
+    if (dir.isEmpty()) dir = QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation);
+    while (dir.size() > 1 && dir.endsWith(QLatin1Char('/')))
+        dir.chop(1);
     return dir.left(260);
 }
 
-QString CommonDataPath(const QString& suffix) { return SpecialFolderPath(CommonAppData) + suffix; }
+QString CommonDataPath(const QString& suffix) {
+    return SpecialFolderPath(CommonAppData) + suffix;
+}
 
 QString NativePath(const QString& path) {
     QString p = path;
@@ -35,7 +37,9 @@ QString NativePath(const QString& path) {
     return p;
 }
 
-QString DataRootPath() { return NativePath(CommonDataPath(QStringLiteral("\\ostrel\\velmora_main"))); }
+QString DataRootPath() {
+    return NativePath(CommonDataPath(QStringLiteral("\\ostrel\\velmora_main")));
+}
 
 QString DatabaseFolderFrom(const QString& launchString) {
     const QString launch = launchString.isEmpty() ? DefaultLaunchString : launchString;

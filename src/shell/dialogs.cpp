@@ -7,7 +7,9 @@ std::unique_ptr<Dialogs>& installed() {
     static std::unique_ptr<Dialogs> d;
     return d;
 }
-QString cut(const QString& s) { return s.left(TaskDialog::MaxText); }
+QString cut(const QString& s) {
+    return s.left(TaskDialog::MaxText);
+}
 } // namespace
 
 Dialogs& CurrentDialogs() {
@@ -21,7 +23,9 @@ std::unique_ptr<Dialogs> InstallDialogs(std::unique_ptr<Dialogs> dialogs) {
     return old;
 }
 
-QString ApplicationTitle() { return QStringLiteral("Qorvale Works\u3000配管材"); }
+QString ApplicationTitle() {
+    return QStringLiteral("Qorvale Works\u3000配管材");
+}
 
 int ShowTaskDialog(QWidget* form, const QString& title, const QString& instruction, int icon,
                    int buttons, const QString& content) {

@@ -52,20 +52,30 @@ Converter& decoder() {
 
 char32_t lookAlike(char32_t c) {
     switch (c) {
-    case 0x301C: return 0xFF5E; // wave dash -> fullwidth tilde
-    case 0x2212: return 0xFF0D; // minus sign -> fullwidth hyphen-minus
-    case 0x2016: return 0x2225; // double vertical line -> parallel to
-    case 0x2014: return 0x2015; // em dash -> horizontal bar
-    case 0x00A2: return 0xFFE0; // cent
-    case 0x00A3: return 0xFFE1; // pound
-    case 0x00AC: return 0xFFE2; // not sign
-    default: return c;
+    case 0x301C:
+        return 0xFF5E; // wave dash -> fullwidth tilde
+    case 0x2212:
+        return 0xFF0D; // minus sign -> fullwidth hyphen-minus
+    case 0x2016:
+        return 0x2225; // double vertical line -> parallel to
+    case 0x2014:
+        return 0x2015; // em dash -> horizontal bar
+    case 0x00A2:
+        return 0xFFE0; // cent
+    case 0x00A3:
+        return 0xFFE1; // pound
+    case 0x00AC:
+        return 0xFFE2; // not sign
+    default:
+        return c;
     }
 }
 
 } // namespace
 
-bool IsLeadByte(unsigned char b) { return (b >= 0x81 && b <= 0x9F) || (b >= 0xE0 && b <= 0xFC); }
+bool IsLeadByte(unsigned char b) {
+    return (b >= 0x81 && b <= 0x9F) || (b >= 0xE0 && b <= 0xFC);
+}
 
 QByteArray ToAnsi(const QString& text) {
     std::string out;
@@ -92,7 +102,9 @@ QByteArray CutBytes(const QByteArray& bytes, int maxBytes) {
     return bytes.size() <= maxBytes ? bytes : bytes.left(maxBytes);
 }
 
-QByteArray ToAnsiCut(const QString& text, int maxBytes) { return CutBytes(ToAnsi(text), maxBytes); }
+QByteArray ToAnsiCut(const QString& text, int maxBytes) {
+    return CutBytes(ToAnsi(text), maxBytes);
+}
 
 QString FromAnsi(const QByteArray& bytes) {
     QString out;

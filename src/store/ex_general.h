@@ -96,7 +96,9 @@ extern QStringList SavedLines;
 extern QStringList CurrentLines;
 
 // The option row of KanzaiRows.
-inline KanzaiOptions CurrentOptions() { return KanzaiOptions(KanzaiRows[OptionRow]); }
+inline KanzaiOptions CurrentOptions() {
+    return KanzaiOptions(KanzaiRows[OptionRow]);
+}
 
 // Option steps: the item index of a control stands for an entry.
 extern const std::array<Currency, 8> DigitSteps;    // 1, 10, 100, 1000, 3, 4, -1, -2
@@ -107,8 +109,12 @@ int DigitIndexOf(Currency value);
 int FractionIndexOf(Currency value);
 
 // Tab index (0..3) and line (1..15) of a row number.
-inline int TabOfRow(int row) { return (row - 1) / TabRows; }
-inline int LineOfRow(int row) { return (row - 1) % TabRows + 1; }
+inline int TabOfRow(int row) {
+    return (row - 1) / TabRows;
+}
+inline int LineOfRow(int row) {
+    return (row - 1) % TabRows + 1;
+}
 
 // The change line of one row.
 QString RowLine(const Fuzokurecordtypex& row);

@@ -9,11 +9,14 @@
 
 namespace {
 
-Currency C(const char* text) { return StrToCurr(QString::fromLatin1(text)); }
+Currency C(const char* text) {
+    return StrToCurr(QString::fromLatin1(text));
+}
 
 std::vector<std::string> texts(const std::array<Currency, 7>& e) {
     std::vector<std::string> out;
-    for (Currency c : e) out.push_back(CurrToStr(c).toStdString());
+    for (Currency c : e)
+        out.push_back(CurrToStr(c).toStdString());
     return out;
 }
 
@@ -41,7 +44,8 @@ protected:
         r.GROSS = C("860");
         r.NET = C("750");
         const char* f[7] = {"1.1", "0.35", "0.05", "0.08", "0.123", "0.015", "0.1"};
-        for (int i = 0; i < 7; ++i) r.DATA[std::size_t(i)] = C(f[i]);
+        for (int i = 0; i < 7; ++i)
+            r.DATA[std::size_t(i)] = C(f[i]);
     }
 
     struct Expect {
@@ -64,26 +68,38 @@ protected:
 };
 
 TEST_F(CalcRowTest, PipingOtherOnLabour) {
-    check({{"946", "301", "43", "69", "2214", "270", "249"}, "4092", "4090",
-           {"825", "263", "38", "60", "1845", "225", "207"}, "3463"});
+    check({{"946", "301", "43", "69", "2214", "270", "249"},
+           "4092",
+           "4090",
+           {"825", "263", "38", "60", "1845", "225", "207"},
+           "3463"});
 }
 
 TEST_F(CalcRowTest, PipingOtherOnAllElements) {
     CurrentOptions().OtherMethod() = 1;
-    check({{"946", "301", "43", "69", "2214", "270", "385"}, "4228", "4220",
-           {"825", "263", "38", "60", "1845", "225", "326"}, "3582"});
+    check({{"946", "301", "43", "69", "2214", "270", "385"},
+           "4228",
+           "4220",
+           {"825", "263", "38", "60", "1845", "225", "326"},
+           "3582"});
 }
 
 TEST_F(CalcRowTest, RefrigerantMode) {
     CurrentOptions().ModeFlag() = 1;
-    check({{"946", "301", "43", "104", "2214", "0", "222"}, "3830", "3830",
-           {"825", "263", "38", "90", "1845", "0", "185"}, "3246"});
+    check({{"946", "301", "43", "104", "2214", "0", "222"},
+           "3830",
+           "3830",
+           {"825", "263", "38", "90", "1845", "0", "185"},
+           "3246"});
 }
 
 TEST_F(CalcRowTest, RateOnTakesUnitPricesFromListPrice) {
     CurrentOptions().RateOn() = C("1");
-    check({{"957", "305", "44", "70", "2214", "270", "249"}, "4109", "4100",
-           {"825", "263", "38", "60", "1845", "225", "207"}, "3463"});
+    check({{"957", "305", "44", "70", "2214", "270", "249"},
+           "4109",
+           "4100",
+           {"825", "263", "38", "60", "1845", "225", "207"},
+           "3463"});
     EXPECT_EQ(CurrToStr(KanzaiRows[1].GROSS), "870");
     EXPECT_EQ(CurrToStr(KanzaiRows[1].NET), "750");
 }
@@ -91,8 +107,11 @@ TEST_F(CalcRowTest, RateOnTakesUnitPricesFromListPrice) {
 TEST_F(CalcRowTest, TwoDecimalsPerElementAndThreeSignificantDigits) {
     CurrentOptions().ElementDigits() = C("100");
     CurrentOptions().ElementFraction() = C("0.5");
-    check({{"946", "301", "43", "68.8", "2214", "270", "248.4"}, "4091", "4090",
-           {"825", "262.5", "37.5", "60", "1845", "225", "207"}, "3462"});
+    check({{"946", "301", "43", "68.8", "2214", "270", "248.4"},
+           "4091",
+           "4090",
+           {"825", "262.5", "37.5", "60", "1845", "225", "207"},
+           "3462"});
     CurrentOptions().AdoptedDigits() = C("3");
     CurrentOptions().AdoptedFraction() = C("0.5");
     CalcRow(1);
@@ -146,7 +165,8 @@ TEST_F(CalcRowTest, RowSixtyIsNeverCalculated) {
     EXPECT_EQ(o.UnitDigits(), unitDigits);
     EXPECT_EQ(o.UnitFraction(), unitFraction);
     EXPECT_EQ(o.RateOn(), C("1"));
-    for (Currency c : KanzaiRows[60].CALC_G) EXPECT_EQ(c.raw, 0);
+    for (Currency c : KanzaiRows[60].CALC_G)
+        EXPECT_EQ(c.raw, 0);
 }
 
 TEST_F(CalcRowTest, HiddenRowsAndEmptySizesAreCalculated) {

@@ -6,7 +6,9 @@
 
 namespace {
 
-QString S(const char* t) { return QString::fromUtf8(t); }
+QString S(const char* t) {
+    return QString::fromUtf8(t);
+}
 
 TEST(CurrToStr, ShortestText) {
     EXPECT_EQ(CurrToStr(Currency::FromRaw(0)), "0");
@@ -20,8 +22,8 @@ TEST(CurrToStr, ShortestText) {
 
 TEST(StrToCurr, ParsesAndRoundsHalfToEven) {
     EXPECT_EQ(StrToCurr(S("1234.56789")).raw, 12345679);
-    EXPECT_EQ(StrToCurr(S("0.00005")).raw, 0);  // tie to even
-    EXPECT_EQ(StrToCurr(S("0.00015")).raw, 2);  // tie to even
+    EXPECT_EQ(StrToCurr(S("0.00005")).raw, 0); // tie to even
+    EXPECT_EQ(StrToCurr(S("0.00015")).raw, 2); // tie to even
     EXPECT_EQ(StrToCurr(S("0.000050001")).raw, 1);
     EXPECT_EQ(StrToCurr(S("-0.00015")).raw, -2);
     EXPECT_EQ(StrToCurr(S(" +12 ")).raw, 120000);

@@ -14,7 +14,9 @@ namespace {
 using i128 = __int128;
 
 // Truncating division toward zero, as C++ does for integers.
-i128 cutDiv(i128 n, i128 d) { return n / d; }
+i128 cutDiv(i128 n, i128 d) {
+    return n / d;
+}
 
 std::int64_t exactElement(std::int64_t base, std::int64_t factor, std::int64_t d, std::int64_t e) {
     const i128 n = i128(base) * factor * d + i128(e) * 100000000;
@@ -37,7 +39,8 @@ std::int64_t exactDigits(std::int64_t xRaw, std::int64_t sRaw, std::int64_t r) {
         const int len = int(CurrToStr(Currency::FromRaw(xRaw)).size());
         if (len <= k) return xRaw;
         step = 1;
-        for (int i = 0; i < len - k; ++i) step *= 10;
+        for (int i = 0; i < len - k; ++i)
+            step *= 10;
     } else {
         return xRaw;
     }
@@ -54,8 +57,8 @@ TEST(ExactEvaluation, RoundElementMatchesWithinBounds) {
         const std::int64_t factor = factorDist(rng);
         const std::int64_t limit =
             factor == 0 ? 9999999999LL
-                        : std::min<std::int64_t>(9999999999LL,
-                                                 (1000000LL * 10000 * 10000) / std::abs(factor) - 1);
+                        : std::min<std::int64_t>(
+                              9999999999LL, (1000000LL * 10000 * 10000) / std::abs(factor) - 1);
         std::uniform_int_distribution<std::int64_t> baseDist(-limit, limit);
         const std::int64_t base = baseDist(rng);
         const std::int64_t d = DigitSteps[std::size_t(pick(rng))].raw;
@@ -81,9 +84,9 @@ TEST(ExactEvaluation, RatePriceMatchesWithinBounds) {
         std::uniform_int_distribution<std::int64_t> listDist(0, limit);
         const std::int64_t list = listDist(rng);
         const std::int64_t a = FractionSteps[std::size_t(pick(rng))].raw;
-        ASSERT_EQ(RatePrice(Currency::FromRaw(list), Currency::FromRaw(rate), Currency::FromRaw(a))
-                      .raw,
-                  exactRate(list, rate, a))
+        ASSERT_EQ(
+            RatePrice(Currency::FromRaw(list), Currency::FromRaw(rate), Currency::FromRaw(a)).raw,
+            exactRate(list, rate, a))
             << "list " << list << " rate " << rate << " A " << a;
     }
 }
@@ -94,7 +97,8 @@ TEST(ExactEvaluation, RoundDigitsMatchesForWholeAmounts) {
     std::uniform_int_distribution<int> pickS(0, 7), pickR(0, 2);
     for (int i = 0; i < 400000; ++i) {
         std::int64_t top = 1;
-        for (int k = digitsOf(rng); k > 0; --k) top *= 10;
+        for (int k = digitsOf(rng); k > 0; --k)
+            top *= 10;
         std::uniform_int_distribution<std::int64_t> xDist(0, top - 1);
         const std::int64_t x = xDist(rng) * 10000;
         const std::int64_t s = DigitSteps[std::size_t(pickS(rng))].raw;

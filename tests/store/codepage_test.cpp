@@ -5,7 +5,9 @@
 
 namespace {
 
-QString U(const char* t) { return QString::fromUtf8(t); }
+QString U(const char* t) {
+    return QString::fromUtf8(t);
+}
 
 TEST(CodePage, RoundTripsJapaneseAndAscii) {
     const QString text = U("配管用炭素鋼鋼管（白）ＳＧＰ 15A ｍ ﾊﾝｶｸ");
@@ -25,7 +27,7 @@ TEST(CodePage, TrailByte5CIsNoBackslash) {
 
 TEST(CodePage, LookAlikesMapToCodePageCharacters) {
     EXPECT_EQ(FromAnsi(ToAnsi(U("〜"))), U("～")); // U+301C -> U+FF5E
-    EXPECT_EQ(FromAnsi(ToAnsi(U("−"))), U("－")); // U+2212 -> U+FF0D
+    EXPECT_EQ(FromAnsi(ToAnsi(U("−"))), U("－"));  // U+2212 -> U+FF0D
     EXPECT_EQ(FromAnsi(ToAnsi(U("‖"))), U("∥"));
     EXPECT_EQ(FromAnsi(ToAnsi(U("—"))), U("―"));
     EXPECT_EQ(FromAnsi(ToAnsi(U("¢£¬"))), U("￠￡￢"));

@@ -5,7 +5,9 @@
 
 namespace {
 
-QString U(const char* t) { return QString::fromUtf8(t); }
+QString U(const char* t) {
+    return QString::fromUtf8(t);
+}
 
 TEST(NthField, CountsFromOneAndAddsTrailingSeparator) {
     const QString s = U("a;b;;d");
@@ -23,8 +25,8 @@ TEST(NthField, CountsFromOneAndAddsTrailingSeparator) {
 
 TEST(NthField, EscapedValuesRoundTrip) {
     const QString odd = U("a;b") + QChar(0x1B) + U(":c;;") + QChar(0x1B);
-    const QString line = EscapeField(U("first")) + ";" + EscapeField(odd) + ";" +
-                         EscapeField(U("配管's;")) + ";";
+    const QString line =
+        EscapeField(U("first")) + ";" + EscapeField(odd) + ";" + EscapeField(U("配管's;")) + ";";
     EXPECT_EQ(NthField(line, 1), "first");
     EXPECT_EQ(NthField(line, 2), odd);
     EXPECT_EQ(NthField(line, 3), U("配管's;"));

@@ -5,8 +5,12 @@
 
 namespace {
 
-Currency C(const char* t) { return StrToCurr(QString::fromUtf8(t)); }
-QString U(const char* t) { return QString::fromUtf8(t); }
+Currency C(const char* t) {
+    return StrToCurr(QString::fromUtf8(t));
+}
+QString U(const char* t) {
+    return QString::fromUtf8(t);
+}
 
 class RowsTest : public ::testing::Test {
 protected:

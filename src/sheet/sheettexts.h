@@ -1,0 +1,62 @@
+#pragma once
+// What the cells of the sheet show for a row, and the column headings by
+// mode. The grids only receive these texts.
+
+#include "store/ex_general.h"
+
+#include <QString>
+
+#include <array>
+
+// Columns of StrColGrid1 (the composite prices and the seven elements).
+constexpr int Grid1Cols = 11;
+// Columns of StrColGrid2 (size and the three unit prices).
+constexpr int Grid2Cols = 4;
+// Rows of both grids: the heading and 14 lines.
+constexpr int GridRows = 15;
+
+// The side selected by the column of StrColGrid2: 1 submitted, 2 cost,
+// 3 list price.
+enum class PriceSide { Submitted = 1, Cost = 2, List = 3 };
+PriceSide SideOfColumn(int left);
+
+struct SheetView {
+    PriceSide side = PriceSide::Submitted;
+    bool showResults = false; // CheckBox1: results instead of factors
+    bool refrigerant = false; // SBorRadio1 on item 1
+};
+
+// Columns 0..10 of a line of StrColGrid1 for row r.
+std::array<QString, Grid1Cols> Grid1LineTexts(const Fuzokurecordtypex& r, const SheetView& view);
+// Columns 1..3 of a line of StrColGrid2 (GROSS, NET, TEIKA) at index 0..2.
+std::array<QString, 3> PriceTexts(const Fuzokurecordtypex& r);
+
+// Headings of columns 5, 6, 7, 9, 10 of StrColGrid1 by mode; long form for
+// showing a pipe type, short form after applying the controls.
+struct ElementHeadings {
+    QString col5, col6, col7, col9, col10;
+};
+ElementHeadings LongHeadings(bool refrigerant);
+ElementHeadings ShortHeadings(bool refrigerant);
+
+// Default captions of the four details, and the single refrigerant tab.
+extern const std::array<QString, 4> DefaultDetailCaptions;
+extern const QString RefrigerantTabCaption;
+
+// Colours of the sheet (Windows BGR values as the form stores them).
+constexpr unsigned SheetDark = 7099731;  // fixed colour, unmarked lines
+constexpr unsigned SheetMark = 12615808; // the marked line, focus colour
+constexpr unsigned SheetWhite = 16777215;
+constexpr unsigned SheetBlack = 0;
+
+// What the key filter of both grids does with a key.
+enum class KeyAction {
+    MoveOnly,   // arrow key with no editor open: the grid moves by itself
+    PassToCell, // digits, point, backspace go into the cell
+    Commit,     // Enter, up, down: close the editor, commit
+    BeepCommit, // everything else: close the editor, beep, commit
+};
+KeyAction GridKeyAction(int virtualKey, bool editorOpen);
+
+// Windows virtual key code of a Qt key (the grids' key events speak these).
+int VirtualKeyOf(int qtKey, bool keypad);

@@ -1,0 +1,123 @@
+// Cell texts of the sheet by side, toggle and mode; the key filter.
+#include "sheet/sheettexts.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+Currency C(const char* t) {
+    return StrToCurr(QString::fromUtf8(t));
+}
+
+Fuzokurecordtypex exampleRow() {
+    Fuzokurecordtypex r;
+    r.SetSize(QStringLiteral("15A"));
+    r.GROSS = C("860");
+    r.NET = C("750");
+    r.TEIKA = C("1234");
+    const char* f[7] = {"1.1", "0.35", "0.05", "0.08", "0.1234", "0.015", "0.1"};
+    for (int i = 0; i < 7; ++i)
+        r.DATA[std::size_t(i)] = C(f[i]);
+    r.GTANKA = C("4092");
+    r.FTANKA = C("4090");
+    r.NTANKA = C("3463");
+    const char* g[7] = {"946", "301", "43", "68.8", "2214", "270", "249"};
+    const char* n[7] = {"825", "262.5", "38", "0", "1845", "225", "207"};
+    for (int i = 0; i < 7; ++i) {
+        r.CALC_G[std::size_t(i)] = C(g[i]);
+        r.CALC_N[std::size_t(i)] = C(n[i]);
+    }
+    return r;
+}
+
+using Texts = std::array<QString, Grid1Cols>;
+Texts L(std::initializer_list<const char*> list) {
+    Texts t;
+    std::size_t i = 0;
+    for (const char* s : list)
+        t[i++] = QString::fromUtf8(s);
+    return t;
+}
+
+TEST(Grid1LineTexts, FactorsOnEachSide) {
+    const Fuzokurecordtypex r = exampleRow();
+    EXPECT_EQ(Grid1LineTexts(r, {PriceSide::Submitted, false, false}),
+              L({"15A", "4,090", "4,092", "860", "1.1", "0.35", "0.05", "0.08", "0.123", "0.015",
+                 "0.1"}));
+    // The cost side has no adopted price: columns 1 and 2 agree.
+    EXPECT_EQ(Grid1LineTexts(r, {PriceSide::Cost, false, false}),
+              L({"15A", "3,463", "3,463", "750", "1.1", "0.35", "0.05", "0.08", "0.123", "0.015",
+                 "0.1"}));
+    EXPECT_EQ(Grid1LineTexts(r, {PriceSide::List, false, false}),
+              L({"15A", "4,090", "4,092", "1,234", "1.1", "0.35", "0.05", "0.08", "0.123", "0.015",
+                 "0.1"}));
+}
+
+TEST(Grid1LineTexts, ResultsOnEachSide) {
+    const Fuzokurecordtypex r = exampleRow();
+    EXPECT_EQ(
+        Grid1LineTexts(r, {PriceSide::Submitted, true, false}),
+        L({"15A", "4,090", "4,092", "860", "946", "301", "43", "68.8", "2214", "270", "249"}));
+    EXPECT_EQ(Grid1LineTexts(r, {PriceSide::Cost, true, false}),
+              L({"15A", "3,463", "3,463", "750", "825", "262.5", "38", "0", "1845", "225", "207"}));
+    EXPECT_EQ(Grid1LineTexts(r, {PriceSide::List, true, false}),
+              L({"15A", "4,090", "4,092", "1,234", "--", "--", "--", "--", "--", "--", "--"}));
+}
+
+TEST(Grid1LineTexts, RefrigerantEmptiesColumnNine) {
+    const Fuzokurecordtypex r = exampleRow();
+    for (bool results : {false, true})
+        for (PriceSide s : {PriceSide::Submitted, PriceSide::Cost, PriceSide::List})
+            EXPECT_TRUE(Grid1LineTexts(r, {s, results, true})[9].isEmpty());
+}
+
+TEST(Grid1LineTexts, ZeroRow) {
+    const Texts t = Grid1LineTexts(Fuzokurecordtypex{}, {});
+    EXPECT_EQ(t, L({"", "0", "0", "0", "0", "0", "0", "0", "0.000", "0", "0"}));
+}
+
+TEST(SheetTexts, PriceCellsAndSides) {
+    const auto p = PriceTexts(exampleRow());
+    EXPECT_EQ(p[0], "860");
+    EXPECT_EQ(p[1], "750");
+    EXPECT_EQ(p[2], "1,234");
+    EXPECT_EQ(SideOfColumn(1), PriceSide::Submitted);
+    EXPECT_EQ(SideOfColumn(2), PriceSide::Cost);
+    EXPECT_EQ(SideOfColumn(3), PriceSide::List);
+}
+
+TEST(SheetTexts, Headings) {
+    EXPECT_EQ(LongHeadings(false).col5, QStringLiteral("継 手 類"));
+    EXPECT_EQ(LongHeadings(true).col7, QStringLiteral("雑 材 料"));
+    EXPECT_EQ(ShortHeadings(true).col5, QStringLiteral("継手・接合材"));
+    EXPECT_EQ(ShortHeadings(false).col9, QStringLiteral("はつり"));
+}
+
+TEST(GridKeyAction, TheFilterTable) {
+    EXPECT_EQ(GridKeyAction(37, false), KeyAction::MoveOnly);
+    EXPECT_EQ(GridKeyAction(40, false), KeyAction::MoveOnly);
+    EXPECT_EQ(GridKeyAction(38, true), KeyAction::Commit);
+    EXPECT_EQ(GridKeyAction(40, true), KeyAction::Commit);
+    EXPECT_EQ(GridKeyAction(37, true), KeyAction::BeepCommit);
+    EXPECT_EQ(GridKeyAction(39, true), KeyAction::BeepCommit);
+    EXPECT_EQ(GridKeyAction(13, false), KeyAction::Commit);
+    for (int k = 48; k <= 57; ++k)
+        EXPECT_EQ(GridKeyAction(k, true), KeyAction::PassToCell);
+    EXPECT_EQ(GridKeyAction(190, true), KeyAction::PassToCell);
+    EXPECT_EQ(GridKeyAction(8, true), KeyAction::PassToCell);
+    for (int k : {9, 16, 17, 18, 27, 65, 189, 96, 105, 110, 112})
+        EXPECT_EQ(GridKeyAction(k, true), KeyAction::BeepCommit) << k;
+}
+
+TEST(VirtualKeyOf, MainKeyboardAndKeypadDiffer) {
+    EXPECT_EQ(VirtualKeyOf(Qt::Key_5, false), 53);
+    EXPECT_EQ(VirtualKeyOf(Qt::Key_5, true), 101);
+    EXPECT_EQ(VirtualKeyOf(Qt::Key_Period, false), 190);
+    EXPECT_EQ(VirtualKeyOf(Qt::Key_Period, true), 110);
+    EXPECT_EQ(VirtualKeyOf(Qt::Key_Return, false), 13);
+    EXPECT_EQ(VirtualKeyOf(Qt::Key_Enter, true), 13);
+    EXPECT_EQ(VirtualKeyOf(Qt::Key_Minus, false), 189);
+    EXPECT_EQ(VirtualKeyOf(Qt::Key_Shift, false), 16);
+}
+
+} // namespace
