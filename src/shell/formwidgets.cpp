@@ -1,0 +1,170 @@
+#include "shell/formwidgets.h"
+
+#include <QButtonGroup>
+#include <QEvent>
+#include <QGridLayout>
+#include <QKeyEvent>
+#include <QLineEdit>
+#include <QPainter>
+#include <QRadioButton>
+#include <QSignalBlocker>
+
+// TRadioGroup
+
+TRadioGroup::TRadioGroup(const QString& caption, const QStringList& items, int columns,
+                         QWidget* parent)
+    : QGroupBox(caption, parent), group_(new QButtonGroup(this)) {
+    auto* layout = new QGridLayout(this);
+    layout->setContentsMargins(6, 4, 6, 4);
+    layout->setVerticalSpacing(2);
+    const int perColumn = (int(items.size()) + columns - 1) / std::max(columns, 1);
+    for (int i = 0; i < int(items.size()); ++i) {
+        auto* button = new QRadioButton(items[i], this);
+        group_->addButton(button, i);
+        layout->addWidget(button, i % perColumn, i / perColumn);
+    }
+    connect(group_, &QButtonGroup::idClicked, this, &TRadioGroup::buttonClicked);
+}
+
+int TRadioGroup::Count() const {
+    return int(group_->buttons().size());
+}
+
+QString TRadioGroup::Item(int index) const {
+    QAbstractButton* b = group_->button(index);
+    return b ? b->text() : QString();
+}
+
+void TRadioGroup::SetItemIndex(int index) {
+    if (index < -1) index = -1;
+    if (index >= Count()) index = Count() - 1;
+    if (index == itemIndex_) return;
+    itemIndex_ = index;
+    if (index >= 0) {
+        group_->button(index)->setChecked(true);
+    } else if (QAbstractButton* b = group_->checkedButton()) {
+        group_->setExclusive(false);
+        b->setChecked(false);
+        group_->setExclusive(true);
+    }
+    if (OnClick) OnClick();
+}
+
+void TRadioGroup::buttonClicked(int id) {
+    if (id == itemIndex_) return;
+    itemIndex_ = id;
+    if (OnClick) OnClick();
+}
+
+// TToggleSwitch
+
+TToggleSwitch::TToggleSwitch(const QString& onCaption, const QString& offCaption, QWidget* parent)
+    : QWidget(parent), onCaption_(onCaption), offCaption_(offCaption) {
+    setFocusPolicy(Qt::StrongFocus);
+    setCursor(Qt::PointingHandCursor);
+}
+
+bool TToggleSwitch::IsOn() const {
+    return on_;
+}
+
+void TToggleSwitch::SetOn(bool on) {
+    if (on_ == on) return;
+    on_ = on;
+    update();
+}
+
+void TToggleSwitch::toggle() {
+    on_ = !on_;
+    update();
+    if (OnClick) OnClick();
+}
+
+QSize TToggleSwitch::sizeHint() const {
+    const QFontMetrics fm(font());
+    const int text = std::max(fm.horizontalAdvance(onCaption_), fm.horizontalAdvance(offCaption_));
+    return {44 + 8 + text + 4, std::max(22, fm.height() + 6)};
+}
+
+void TToggleSwitch::paintEvent(QPaintEvent*) {
+    QPainter p(this);
+    p.setRenderHint(QPainter::Antialiasing);
+    const QRect track(2, (height() - 18) / 2, 40, 18);
+    p.setPen(Qt::NoPen);
+    p.setBrush(on_ ? QColor(0x2E, 0x7D, 0x32) : QColor(0x9E, 0x9E, 0x9E));
+    p.drawRoundedRect(track, 9, 9);
+    p.setBrush(Qt::white);
+    const int knobX = on_ ? track.right() - 15 : track.left() + 2;
+    p.drawEllipse(QRect(knobX, track.top() + 2, 14, 14));
+    p.setPen(palette().color(isEnabled() ? QPalette::WindowText : QPalette::PlaceholderText));
+    p.drawText(QRect(track.right() + 8, 0, width() - track.right() - 8, height()),
+               Qt::AlignVCenter | Qt::AlignLeft, on_ ? onCaption_ : offCaption_);
+    if (hasFocus()) {
+        p.setPen(QPen(palette().color(QPalette::Highlight), 1, Qt::DotLine));
+        p.setBrush(Qt::NoBrush);
+        p.drawRect(rect().adjusted(0, 0, -1, -1));
+    }
+}
+
+void TToggleSwitch::mouseReleaseEvent(QMouseEvent* event) {
+    if (event->button() == Qt::LeftButton && rect().contains(event->position().toPoint())) toggle();
+}
+
+void TToggleSwitch::keyPressEvent(QKeyEvent* event) {
+    if (event->key() == Qt::Key_Space) {
+        toggle();
+        return;
+    }
+    QWidget::keyPressEvent(event);
+}
+
+// TCheckGroupBox
+
+TCheckGroupBox::TCheckGroupBox(const QString& caption, QWidget* parent)
+    : QGroupBox(caption, parent) {
+    setCheckable(true);
+    setChecked(true);
+    connect(this, &QGroupBox::clicked, this, [this] {
+        if (OnClick) OnClick();
+    });
+}
+
+void TCheckGroupBox::SetChecked(bool checked) {
+    if (checked == isChecked()) return;
+    setChecked(checked);
+    if (OnClick) OnClick();
+}
+
+// TEditCombo
+
+TEditCombo::TEditCombo(QWidget* parent) : QComboBox(parent) {
+    setEditable(true);
+    setInsertPolicy(QComboBox::NoInsert);
+    setCompleter(nullptr);
+    // The line edit forwards its focus to the box, so the box sees every key.
+    installEventFilter(this);
+}
+
+bool TEditCombo::eventFilter(QObject* watched, QEvent* event) {
+    if (watched == this && event->type() == QEvent::KeyPress && OnKeyPress) {
+        auto* key = static_cast<QKeyEvent*>(event);
+        bool handled = false;
+        OnKeyPress(key->key(), handled);
+        if (handled) return true;
+    }
+    return QComboBox::eventFilter(watched, event);
+}
+
+// TFixedList
+
+TFixedList::TFixedList(const QStringList& items, QWidget* parent) : QComboBox(parent) {
+    addItems(items);
+    connect(this, QOverload<int>::of(&QComboBox::activated), this, [this](int) {
+        if (OnSelect) OnSelect();
+    });
+}
+
+void TFixedList::SetItemIndex(int index) {
+    const QSignalBlocker block(this);
+    setCurrentIndex(index);
+}

@@ -1,0 +1,107 @@
+#pragma once
+// The framework's standard controls that the main form needs and Qt lacks in
+// that shape: a radio group with an item index, a toggle switch, a group box
+// with a check box in its caption, and a combo box that reports its keys.
+// Events are plain callbacks with the framework's names.
+
+#include <QComboBox>
+#include <QGroupBox>
+#include <QStringList>
+#include <QWidget>
+
+#include <functional>
+
+class QButtonGroup;
+class QCheckBox;
+class QGridLayout;
+class QLabel;
+
+// A group box of radio buttons. Setting ItemIndex from the program fires
+// OnClick like a click does, when the index changes.
+class TRadioGroup : public QGroupBox {
+    Q_OBJECT
+public:
+    explicit TRadioGroup(const QString& caption, const QStringList& items, int columns = 1,
+                         QWidget* parent = nullptr);
+
+    int ItemIndex() const { return itemIndex_; }
+    void SetItemIndex(int index);
+    int Count() const;
+    QString Item(int index) const;
+
+    std::function<void()> OnClick;
+
+private:
+    void buttonClicked(int id);
+
+    QButtonGroup* group_;
+    int itemIndex_ = -1;
+};
+
+// An on/off switch with a caption for each state. OnClick fires when the
+// person switches it.
+class TToggleSwitch : public QWidget {
+    Q_OBJECT
+public:
+    TToggleSwitch(const QString& onCaption, const QString& offCaption, QWidget* parent = nullptr);
+
+    bool IsOn() const;
+    void SetOn(bool on);
+
+    QSize sizeHint() const override;
+
+    std::function<void()> OnClick;
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
+    void mouseReleaseEvent(QMouseEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+
+private:
+    void toggle();
+
+    bool on_ = false;
+    QString onCaption_, offCaption_;
+};
+
+// A group box whose caption is a check box. Setting Checked from the program
+// fires OnClick like a click does, when the state changes.
+class TCheckGroupBox : public QGroupBox {
+    Q_OBJECT
+public:
+    explicit TCheckGroupBox(const QString& caption, QWidget* parent = nullptr);
+
+    bool Checked() const { return isChecked(); }
+    void SetChecked(bool checked);
+
+    std::function<void()> OnClick;
+};
+
+// A combo box with free text that reports key presses before handling them;
+// the handler sets handled to swallow the key.
+class TEditCombo : public QComboBox {
+    Q_OBJECT
+public:
+    explicit TEditCombo(QWidget* parent = nullptr);
+
+    QString Text() const { return currentText(); }
+    void SetText(const QString& text) { setEditText(text); }
+
+    std::function<void(int key, bool& handled)> OnKeyPress;
+
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+};
+
+// A fixed list whose selection by the person fires OnSelect; setting
+// ItemIndex from the program does not.
+class TFixedList : public QComboBox {
+    Q_OBJECT
+public:
+    explicit TFixedList(const QStringList& items, QWidget* parent = nullptr);
+
+    int ItemIndex() const { return currentIndex(); }
+    void SetItemIndex(int index);
+
+    std::function<void()> OnSelect;
+};
