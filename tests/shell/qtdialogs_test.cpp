@@ -26,7 +26,11 @@ struct SeenBox {
 void pressOnBox(SeenBox& seen, QMessageBox::StandardButton press) {
     WhenModal([&seen, press](QWidget* w) {
         auto* box = qobject_cast<QMessageBox*>(w);
-        ASSERT_NE(box, nullptr);
+        if (!box) {
+            ADD_FAILURE() << "no message box";
+            w->close();
+            return;
+        }
         seen.title = box->windowTitle();
         seen.text = box->text();
         seen.informative = box->informativeText();
@@ -92,7 +96,11 @@ TEST(QtDialogsTest, MessageAndInputBox) {
     QString prompt;
     WhenModal([&prompt](QWidget* w) {
         auto* input = qobject_cast<QInputDialog*>(w);
-        ASSERT_NE(input, nullptr);
+        if (!input) {
+            ADD_FAILURE() << "no input box";
+            w->close();
+            return;
+        }
         prompt = input->labelText();
         EXPECT_EQ(input->textValue(), "給水");
         input->setTextValue("上水");
