@@ -1,0 +1,12 @@
+// Qorvale Works 配管材: the program.
+#include "shell/application.h"
+#include "shell/programbody.h"
+#include "shell/qtdialogs.h"
+
+#include <memory>
+
+int main(int argc, char** argv) {
+    TApplication app(argc, argv);
+    InstallDialogs(std::make_unique<QtDialogs>());
+    return ProgramBody(app);
+}

@@ -1,0 +1,57 @@
+#include "shell/application.h"
+
+#include "shell/dialogs.h"
+
+#include <QStyle>
+#include <QStyleFactory>
+
+TApplication::TApplication(int& argc, char** argv)
+    : QApplication(argc, argv), title(ApplicationTitle()) {}
+
+bool TApplication::TrySetStyle(const QString& name, bool showError) {
+    if (QStyle* style = QStyleFactory::create(name)) {
+        setStyle(style);
+        return true;
+    }
+    if (showError)
+        ShowTaskDialog(activeWindow(), title,
+                       QStringLiteral("スタイル \"%1\" を適用できません。").arg(name),
+                       TaskDialog::IconError, TaskDialog::ButtonOk, QString());
+    return false;
+}
+
+bool TApplication::notify(QObject* receiver, QEvent* event) {
+    try {
+        return QApplication::notify(receiver, event);
+    } catch (...) {
+        HandleCurrentException();
+        return false;
+    }
+}
+
+QString ExceptionText(const std::exception_ptr& error) {
+    try {
+        std::rethrow_exception(error);
+    } catch (const std::exception& e) {
+        return QString::fromUtf8(e.what());
+    } catch (...) {
+        return QStringLiteral("不明な例外が発生しました。");
+    }
+}
+
+void ShowException(const std::exception_ptr& error) {
+    const QString text = ExceptionText(error);
+    auto* app = qobject_cast<TApplication*>(QCoreApplication::instance());
+    const QString title = app ? app->Title() : ApplicationTitle();
+    try {
+        ShowTaskDialog(QApplication::activeWindow(), title, text, TaskDialog::IconError,
+                       TaskDialog::ButtonOk, QString());
+    } catch (...) {
+        // No dialog implementation to show it with: the text goes to stderr.
+        qWarning("%s", qPrintable(text));
+    }
+}
+
+void HandleCurrentException() {
+    ShowException(std::current_exception());
+}

@@ -1,0 +1,36 @@
+#pragma once
+// The application object: title, visual style, and the top-level handler
+// that shows an exception reaching the event loop and lets the program go on.
+
+#include <QApplication>
+#include <QString>
+
+#include <exception>
+
+class TApplication : public QApplication {
+    Q_OBJECT
+public:
+    TApplication(int& argc, char** argv);
+
+    QString Title() const { return title; }
+    void SetTitle(const QString& text) { title = text; }
+
+    // Applies a built-in visual style. On failure the error box is shown
+    // (when showError is set) and the result is false; the program goes on.
+    bool TrySetStyle(const QString& name, bool showError = true);
+
+    // The top-level handler: every exception thrown by an event handler
+    // ends here and is shown by ShowException.
+    bool notify(QObject* receiver, QEvent* event) override;
+
+private:
+    QString title;
+};
+
+// The text of an exception as the top-level handler shows it.
+QString ExceptionText(const std::exception_ptr& error);
+// Shows an exception as the top-level handler does: a box with the
+// application title, the exception's text, an error icon and OK.
+void ShowException(const std::exception_ptr& error);
+// ShowException of the exception being handled; for catch (...) blocks.
+void HandleCurrentException();

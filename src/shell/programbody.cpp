@@ -1,0 +1,22 @@
+#include "shell/programbody.h"
+
+#include "edit/upartsselect.h"
+#include "sheet/usizeset.h"
+#include "shell/application.h"
+#include "shell/dialogs.h"
+#include "shell/utankaregist.h"
+#include "shell/uversioninfo.h"
+
+int ProgramBody(TApplication& app) {
+    app.TrySetStyle(QStringLiteral("Fusion"));
+    app.SetTitle(ApplicationTitle());
+
+    TFtankaregist mainForm;
+    TFversionInfo versionInfo;
+    TfsizeSet sizeSet;
+    TFpartsSelect partsSelect;
+
+    mainForm.show();
+    app.exec();
+    return 0;
+}

@@ -1,0 +1,9 @@
+#pragma once
+// The program body: style, title, the main form and the dialogs made at
+// start, and the message loop.
+
+class TApplication;
+
+// Runs the program on an application object whose dialog implementation is
+// installed. Gives the exit code, 0.
+int ProgramBody(TApplication& app);

@@ -1,0 +1,139 @@
+#include "shell/qtdialogs.h"
+
+#include <QApplication>
+#include <QClipboard>
+#include <QDesktopServices>
+#include <QFileDialog>
+#include <QFileInfo>
+#include <QInputDialog>
+#include <QMessageBox>
+#include <QProcess>
+#include <QPushButton>
+#include <QRegularExpression>
+#include <QUrl>
+
+namespace TD = ::TaskDialog;
+
+namespace {
+
+struct ButtonMap {
+    int bit;
+    int id;
+    QMessageBox::StandardButton button;
+};
+// In the order a task dialog lays them out.
+constexpr ButtonMap Buttons[] = {
+    {TD::ButtonOk, TD::IdOk, QMessageBox::Ok},
+    {TD::ButtonYes, TD::IdYes, QMessageBox::Yes},
+    {TD::ButtonNo, TD::IdNo, QMessageBox::No},
+    {TD::ButtonRetry, TD::IdRetry, QMessageBox::Retry},
+    {TD::ButtonCancel, TD::IdCancel, QMessageBox::Cancel},
+    {TD::ButtonClose, TD::IdClose, QMessageBox::Close},
+};
+
+QMessageBox::Icon boxIcon(int icon) {
+    switch (icon) {
+    case TD::IconError:
+        return QMessageBox::Critical;
+    case TD::IconQuestion:
+        return QMessageBox::Question;
+    case TD::IconWarning:
+        return QMessageBox::Warning;
+    case TD::IconInformation:
+        return QMessageBox::Information;
+    default:
+        return QMessageBox::NoIcon;
+    }
+}
+
+QWidget* owner(QWidget* parent) {
+    return parent ? parent : QApplication::activeWindow();
+}
+
+} // namespace
+
+int QtDialogs::TaskDialog(QWidget* parent, const QString& title, const QString& instruction,
+                          int icon, int buttons, const QString& content) {
+    if (!(buttons & 63)) buttons = TD::ButtonOk;
+    QMessageBox box(owner(parent));
+    box.setWindowTitle(title);
+    box.setIcon(boxIcon(icon));
+    box.setText(instruction);
+    box.setInformativeText(content);
+    box.setTextFormat(Qt::PlainText);
+
+    QAbstractButton* escape = nullptr;
+    QPushButton* first = nullptr;
+    for (const ButtonMap& m : Buttons) {
+        if (!(buttons & m.bit)) continue;
+        QPushButton* b = box.addButton(m.button);
+        if (!first) first = b;
+        if (m.id == TD::IdCancel) escape = b;
+        if (m.id == TD::IdClose && !escape) escape = b;
+    }
+    if (!escape && buttons == TD::ButtonOk) escape = first;
+    box.setDefaultButton(first);
+    box.setEscapeButton(escape);
+    box.exec();
+
+    const QMessageBox::StandardButton pressed = box.standardButton(box.clickedButton());
+    for (const ButtonMap& m : Buttons)
+        if (m.button == pressed) return m.id;
+    return TD::IdNone;
+}
+
+void QtDialogs::Message(QWidget* parent, const QString& title, const QString& text) {
+    QMessageBox box(QMessageBox::NoIcon, title, text, QMessageBox::Ok, owner(parent));
+    box.setTextFormat(Qt::PlainText);
+    box.exec();
+}
+
+bool QtDialogs::InputQuery(QWidget* parent, const QString& title, const QString& prompt,
+                           QString& value) {
+    bool ok = false;
+    const QString text =
+        QInputDialog::getText(owner(parent), title, prompt, QLineEdit::Normal, value, &ok);
+    if (ok) value = text;
+    return ok;
+}
+
+QString QtDialogs::OpenFileName(QWidget* parent, const QString& title, const QString& dir,
+                                const QString& filter) {
+    return QFileDialog::getOpenFileName(owner(parent), title, dir, filter);
+}
+
+QString QtDialogs::SaveFileName(QWidget* parent, const QString& title, const QString& dir,
+                                const QString& filter) {
+    return QFileDialog::getSaveFileName(owner(parent), title, dir, filter);
+}
+
+QString QtDialogs::FolderName(QWidget* parent, const QString& title, const QString& dir) {
+    return QFileDialog::getExistingDirectory(owner(parent), title, dir);
+}
+
+QString QtDialogs::ClipboardText() {
+    return QGuiApplication::clipboard()->text();
+}
+
+void QtDialogs::SetClipboardText(const QString& text) {
+    QGuiApplication::clipboard()->setText(text);
+}
+
+void QtDialogs::Beep() {
+    QApplication::beep();
+}
+
+bool QtDialogs::ShiftDown() {
+    return QGuiApplication::queryKeyboardModifiers().testFlag(Qt::ShiftModifier);
+}
+
+bool QtDialogs::StartProcess(const QString& program, const QStringList& arguments,
+                             const QString& workingDir) {
+    return QProcess::startDetached(program, arguments, workingDir);
+}
+
+bool QtDialogs::OpenDocument(const QString& path) {
+    static const QRegularExpression scheme(QStringLiteral("^[A-Za-z][A-Za-z0-9+.-]+:"));
+    const bool isUrl = scheme.match(path).hasMatch() && !QFileInfo::exists(path);
+    return QDesktopServices::openUrl(isUrl ? QUrl(path) : QUrl::fromLocalFile(path));
+}

@@ -1,0 +1,32 @@
+#pragma once
+// The dialog implementation of the running program, on Qt widgets.
+
+#include "shell/dialogs.h"
+
+class QtDialogs : public Dialogs {
+public:
+    // The task dialog is a modal message box: title, the instruction as main
+    // text, the content as informative text, the icon and the buttons. The
+    // first button in the order OK, Yes, No, Retry, Cancel, Close is the
+    // default; Esc answers Cancel, else Close, else OK when that is the only
+    // button.
+    int TaskDialog(QWidget* parent, const QString& title, const QString& instruction, int icon,
+                   int buttons, const QString& content) override;
+    void Message(QWidget* parent, const QString& title, const QString& text) override;
+    bool InputQuery(QWidget* parent, const QString& title, const QString& prompt,
+                    QString& value) override;
+    // filter is a Qt name filter list such as "CSV (*.csv);;All files (*)".
+    QString OpenFileName(QWidget* parent, const QString& title, const QString& dir,
+                         const QString& filter) override;
+    QString SaveFileName(QWidget* parent, const QString& title, const QString& dir,
+                         const QString& filter) override;
+    QString FolderName(QWidget* parent, const QString& title, const QString& dir) override;
+    QString ClipboardText() override;
+    void SetClipboardText(const QString& text) override;
+    void Beep() override;
+    bool ShiftDown() override;
+    bool StartProcess(const QString& program, const QStringList& arguments,
+                      const QString& workingDir) override;
+    // path is a file, or an address with a scheme ("https://...").
+    bool OpenDocument(const QString& path) override;
+};

@@ -1,0 +1,144 @@
+#include "shell/scripteddialogs.h"
+
+#include <QDebug>
+
+namespace TD = ::TaskDialog;
+
+namespace {
+
+// The buttons of a box in the order a task dialog shows them, with their ids.
+struct ButtonId {
+    int bit;
+    int id;
+};
+constexpr ButtonId ButtonIds[] = {
+    {TD::ButtonOk, TD::IdOk},         {TD::ButtonYes, TD::IdYes},
+    {TD::ButtonNo, TD::IdNo},         {TD::ButtonRetry, TD::IdRetry},
+    {TD::ButtonCancel, TD::IdCancel}, {TD::ButtonClose, TD::IdClose},
+};
+
+bool boxHas(int buttons, int id) {
+    for (const ButtonId& b : ButtonIds)
+        if (b.id == id) return (buttons & b.bit) != 0;
+    return false;
+}
+
+// What a person who wants nothing to happen would press.
+int safeAnswer(int buttons) {
+    for (int id : {TD::IdCancel, TD::IdNo, TD::IdClose})
+        if (boxHas(buttons, id)) return id;
+    for (const ButtonId& b : ButtonIds)
+        if (buttons & b.bit) return b.id;
+    return TD::IdOk;
+}
+
+} // namespace
+
+void ScriptedDialogs::ClearRecords() {
+    boxes.clear();
+    messages.clear();
+    inputs.clear();
+    files.clear();
+    processes.clear();
+    documents.clear();
+    beeps = 0;
+    shiftQueries = 0;
+    unanswered.clear();
+}
+
+void ScriptedDialogs::miss(const QString& what) {
+    qWarning().noquote() << "ScriptedDialogs: no scripted answer for" << what;
+    unanswered << what;
+}
+
+int ScriptedDialogs::TaskDialog(QWidget*, const QString& title, const QString& instruction,
+                                int icon, int buttons, const QString& content) {
+    Box box{title, instruction, content, icon, buttons, 0};
+    const int shown = buttons & 63 ? buttons : TD::ButtonOk;
+    if (shown == TD::ButtonOk) {
+        // A box with OK alone tells; it asks nothing.
+        box.result = TD::IdOk;
+    } else if (boxAnswers.empty()) {
+        box.result = safeAnswer(shown);
+        miss(QStringLiteral("box \"%1\" / \"%2\"").arg(title, instruction));
+    } else {
+        box.result = boxAnswers.front();
+        boxAnswers.pop_front();
+        if (!boxHas(shown, box.result)) {
+            miss(QStringLiteral("box \"%1\" / \"%2\": answer %3 is none of its buttons")
+                     .arg(title, instruction)
+                     .arg(box.result));
+            box.result = safeAnswer(shown);
+        }
+    }
+    boxes.push_back(box);
+    return box.result;
+}
+
+void ScriptedDialogs::Message(QWidget*, const QString& title, const QString& text) {
+    messages.push_back({title, text});
+}
+
+bool ScriptedDialogs::InputQuery(QWidget*, const QString& title, const QString& prompt,
+                                 QString& value) {
+    Input input{title, prompt, value, false, value};
+    if (inputAnswers.empty()) {
+        miss(QStringLiteral("input \"%1\" / \"%2\"").arg(title, prompt));
+    } else {
+        std::optional<QString> answer = inputAnswers.front();
+        inputAnswers.pop_front();
+        if (answer) {
+            input.accepted = true;
+            input.result = *answer;
+            value = *answer;
+        }
+    }
+    inputs.push_back(input);
+    return input.accepted;
+}
+
+QString ScriptedDialogs::askFile(const QString& kind, const QString& title, const QString& dir,
+                                 const QString& filter) {
+    FileQuestion q{kind, title, dir, filter, QString()};
+    if (fileAnswers.empty()) {
+        miss(QStringLiteral("%1 file \"%2\"").arg(kind, title));
+    } else {
+        q.result = fileAnswers.front();
+        fileAnswers.pop_front();
+    }
+    files.push_back(q);
+    return q.result;
+}
+
+QString ScriptedDialogs::OpenFileName(QWidget*, const QString& title, const QString& dir,
+                                      const QString& filter) {
+    return askFile(QStringLiteral("open"), title, dir, filter);
+}
+
+QString ScriptedDialogs::SaveFileName(QWidget*, const QString& title, const QString& dir,
+                                      const QString& filter) {
+    return askFile(QStringLiteral("save"), title, dir, filter);
+}
+
+QString ScriptedDialogs::FolderName(QWidget*, const QString& title, const QString& dir) {
+    return askFile(QStringLiteral("folder"), title, dir, QString());
+}
+
+bool ScriptedDialogs::StartProcess(const QString& program, const QStringList& arguments,
+                                   const QString& workingDir) {
+    processes.push_back({program, arguments, workingDir});
+    return startResult;
+}
+
+bool ScriptedDialogs::OpenDocument(const QString& path) {
+    documents << path;
+    return openResult;
+}
+
+ScriptedDialogsScope::ScriptedDialogsScope() : dialogs(new ScriptedDialogs) {
+    previous = InstallDialogs(std::unique_ptr<Dialogs>(dialogs));
+}
+
+ScriptedDialogsScope::~ScriptedDialogsScope() {
+    InstallDialogs(std::move(previous));
+}

@@ -1,0 +1,140 @@
+#pragma once
+// A dialog implementation for tests: it answers from queues filled by the
+// test and records every box, message and side effect. A question that finds
+// no scripted answer gets a safe default (cancel, no text, no file), a warning
+// on stderr, and an entry in Unanswered(), so a test can assert that none
+// happened.
+
+#include "shell/dialogs.h"
+
+#include <deque>
+#include <optional>
+#include <vector>
+
+class ScriptedDialogs : public Dialogs {
+public:
+    struct Box {
+        QString title;
+        QString instruction;
+        QString content;
+        int icon = 0;
+        int buttons = 0;
+        int result = 0;
+    };
+    struct ShownMessage {
+        QString title;
+        QString text;
+    };
+    struct Input {
+        QString title;
+        QString prompt;
+        QString initial;
+        bool accepted = false;
+        QString result;
+    };
+    // kind is "open", "save" or "folder".
+    struct FileQuestion {
+        QString kind;
+        QString title;
+        QString dir;
+        QString filter;
+        QString result;
+    };
+    struct Process {
+        QString program;
+        QStringList arguments;
+        QString workingDir;
+    };
+
+    // Answers, used in the order given, each kind from its own queue.
+    void AnswerBox(int id) { boxAnswers.push_back(id); }
+    void AnswerInput(const QString& text) { inputAnswers.push_back(text); }
+    void CancelInput() { inputAnswers.push_back(std::nullopt); }
+    // A file or folder name; an empty text answers as a cancel.
+    void AnswerFile(const QString& name) { fileAnswers.push_back(name); }
+    // State answers, valid until changed.
+    void SetShiftDown(bool down) { shift = down; }
+    void SetStartResult(bool ok) { startResult = ok; }
+    void SetOpenResult(bool ok) { openResult = ok; }
+    void SetClipboard(const QString& text) { clipboard = text; }
+
+    // What was shown and done.
+    const std::vector<Box>& Boxes() const { return boxes; }
+    const std::vector<ShownMessage>& Messages() const { return messages; }
+    const std::vector<Input>& Inputs() const { return inputs; }
+    const std::vector<FileQuestion>& FileQuestions() const { return files; }
+    const std::vector<Process>& Processes() const { return processes; }
+    const QStringList& Documents() const { return documents; }
+    QString Clipboard() const { return clipboard; }
+    int Beeps() const { return beeps; }
+    int ShiftQueries() const { return shiftQueries; }
+    // One line for each question that had no fitting scripted answer.
+    const QStringList& Unanswered() const { return unanswered; }
+    // Answers given by the test and not yet asked for.
+    int PendingAnswers() const {
+        return int(boxAnswers.size() + inputAnswers.size() + fileAnswers.size());
+    }
+    // Forgets the records (not the queued answers).
+    void ClearRecords();
+
+    int TaskDialog(QWidget* parent, const QString& title, const QString& instruction, int icon,
+                   int buttons, const QString& content) override;
+    void Message(QWidget* parent, const QString& title, const QString& text) override;
+    bool InputQuery(QWidget* parent, const QString& title, const QString& prompt,
+                    QString& value) override;
+    QString OpenFileName(QWidget* parent, const QString& title, const QString& dir,
+                         const QString& filter) override;
+    QString SaveFileName(QWidget* parent, const QString& title, const QString& dir,
+                         const QString& filter) override;
+    QString FolderName(QWidget* parent, const QString& title, const QString& dir) override;
+    QString ClipboardText() override { return clipboard; }
+    void SetClipboardText(const QString& text) override { clipboard = text; }
+    void Beep() override { ++beeps; }
+    bool ShiftDown() override {
+        ++shiftQueries;
+        return shift;
+    }
+    bool StartProcess(const QString& program, const QStringList& arguments,
+                      const QString& workingDir) override;
+    bool OpenDocument(const QString& path) override;
+
+private:
+    QString askFile(const QString& kind, const QString& title, const QString& dir,
+                    const QString& filter);
+    void miss(const QString& what);
+
+    std::deque<int> boxAnswers;
+    std::deque<std::optional<QString>> inputAnswers;
+    std::deque<QString> fileAnswers;
+    bool shift = false;
+    bool startResult = true;
+    bool openResult = true;
+
+    std::vector<Box> boxes;
+    std::vector<ShownMessage> messages;
+    std::vector<Input> inputs;
+    std::vector<FileQuestion> files;
+    std::vector<Process> processes;
+    QStringList documents;
+    QString clipboard;
+    int beeps = 0;
+    int shiftQueries = 0;
+    QStringList unanswered;
+};
+
+// Installs a fresh ScriptedDialogs for the life of the scope and puts the
+// previous implementation back at its end.
+class ScriptedDialogsScope {
+public:
+    ScriptedDialogsScope();
+    ~ScriptedDialogsScope();
+    ScriptedDialogsScope(const ScriptedDialogsScope&) = delete;
+    ScriptedDialogsScope& operator=(const ScriptedDialogsScope&) = delete;
+
+    ScriptedDialogs& operator*() const { return *dialogs; }
+    ScriptedDialogs* operator->() const { return dialogs; }
+
+private:
+    ScriptedDialogs* dialogs;
+    std::unique_ptr<Dialogs> previous;
+};

@@ -1,0 +1,168 @@
+#pragma once
+// The main form: menu, status bar and the area of the sheet. The logic of the
+// screen is split over utankaregist_*.cpp by what it serves.
+
+#include <QMainWindow>
+#include <QString>
+
+#include <array>
+
+class QAction;
+class QLabel;
+class QMenu;
+class QMenuBar;
+class QStatusBar;
+
+// The first command-line argument of the program, the launch string.
+QString LaunchStringArgument();
+
+class TFtankaregist : public QMainWindow {
+    Q_OBJECT
+public:
+    // Builds the form and runs its creation step with the given launch string.
+    explicit TFtankaregist(const QString& launchString = LaunchStringArgument(),
+                           QWidget* parent = nullptr);
+    ~TFtankaregist() override;
+
+    static constexpr int DefaultLeft = 2;
+    static constexpr int DefaultTop = 2;
+    static constexpr int DefaultWidth = 1444;
+    static constexpr int DefaultHeight = 851;
+
+    // The current pipe type and the refused start.
+    int CurrentCtg = 1;
+    int CurrentGrp = 1;
+    int CurrentKan = 1;
+    bool NoDataFolder = false;
+
+    // ---- Main menu ------------------------------------------------------
+    QMenuBar* MainMenu1 = nullptr;
+
+    // "ファイル(&F)"
+    QMenu* K1 = nullptr;
+    QAction* N23 = nullptr; // このソフトウェアについて
+    QAction* N28 = nullptr; // インストールフォルダー確認
+    QAction* N31 = nullptr; // 電卓
+    QAction* N1 = nullptr;  // 保  存, Ctrl+S
+    QAction* N8 = nullptr;  // 印  刷
+    QAction* N20 = nullptr; // separator, shown by the show step
+    QAction* N21 = nullptr; // 終了(&X)
+
+    // "表  示(&D)"
+    QMenu* N9 = nullptr;
+    QAction* tree_list = nullptr;
+    QAction* status_bar = nullptr;
+
+    // "管種名称編集(&P)": one sub-menu per group, its title the group name,
+    // with a naming item whose data (Tag) is the group index 0 to 9.
+    QMenu* N44 = nullptr;
+    QMenu *x1 = nullptr, *x22 = nullptr, *x43 = nullptr, *x64 = nullptr, *x85 = nullptr,
+          *x106 = nullptr, *x127 = nullptr, *x148 = nullptr, *x169 = nullptr, *x190 = nullptr;
+    QAction *N53 = nullptr, *N55 = nullptr, *N57 = nullptr, *N59 = nullptr, *N60 = nullptr,
+            *N63 = nullptr, *N65 = nullptr, *N67 = nullptr, *N69 = nullptr, *N71 = nullptr;
+
+    // "編 集1(&E)"
+    QMenu* K4 = nullptr;
+    QAction* N2 = nullptr;  // 取消, Ctrl+Z
+    QAction* N12 = nullptr; // 標準歩掛選択
+    QAction* N30 = nullptr; // グループ内の基礎工費を、表示中のものに変更
+    QAction* N10 = nullptr; // グループ内の計算オプションを、表示中のものに変更
+    QAction* N3 = nullptr;  // ↑上へ移動
+    QAction* N11 = nullptr; // ↓下へ移動
+    QAction* K17 = nullptr; // 現在の管材単価計算 (no command)
+    QAction* N24 = nullptr; // separator, shown by the show step
+    QAction *all_copy_1 = nullptr, *all_copy_2 = nullptr, *all_copy_3 = nullptr,
+            *all_copy_4 = nullptr;
+    QAction *all_paste_1 = nullptr, *all_paste_2 = nullptr, *all_paste_3 = nullptr,
+            *all_paste_4 = nullptr;
+    QAction* ActionSaveParts1 = nullptr;
+    QAction* N22 = nullptr; // 管材をクリアー
+
+    // "細目編集(&B)"
+    QMenu* K21 = nullptr;
+    QAction *item_copy_1 = nullptr, *item_copy_2 = nullptr, *item_copy_3 = nullptr,
+            *item_copy_4 = nullptr, *item_copy_5 = nullptr;
+    QAction *item_paste_1 = nullptr, *item_paste_2 = nullptr, *item_paste_3 = nullptr,
+            *item_paste_4 = nullptr, *item_paste_5 = nullptr;
+    QAction* N33 = nullptr; // 現在の細目をクリアー
+
+    // "外部データ入出力(&O)"
+    QMenu* N18 = nullptr;
+    QAction* ActionExcelOut1 = nullptr;
+    QAction* CSV1 = nullptr;
+    QAction* N19 = nullptr;
+
+    // The tree's pop-up menu, for TreeView1.
+    QMenu* PopupMenu1 = nullptr;
+    QAction* N27 = nullptr; // ActionMoveUp
+    QAction* N29 = nullptr; // ActionMoveDown
+
+    // ---- Actions ----------------------------------------------------------
+    // Named commands. A menu item bound to an action follows its enabled and
+    // visible state and runs it when triggered (see BindAction).
+    QAction* ActionRelaseVersion = nullptr;
+    QAction* ActionPrint = nullptr;
+    QAction* FileExit1 = nullptr;
+    QAction* ActionUndo = nullptr; // Esc on the form
+    QAction* ActionLoadparts = nullptr;
+    QAction* Actionwdatachange = nullptr;
+    QAction* ActionOptionChange = nullptr;
+    QAction* ActionMoveUp = nullptr;
+    QAction* ActionMoveDown = nullptr;
+    QAction* ActionSaveParts = nullptr;
+    QAction* ActionExcelOut = nullptr;
+    QAction* ActionSizeSet = nullptr;
+
+    // ---- Status bar -----------------------------------------------------
+    QStatusBar* StatusBar1 = nullptr;
+    static constexpr int StatusPanelCount = 7;
+    static const std::array<int, StatusPanelCount> StatusPanelWidths;
+    void SetStatusPanel(int index, const QString& text);
+    QString StatusPanel(int index) const;
+    QLabel* StatusPanelLabel(int index) const;
+
+    // ---- Groups ---------------------------------------------------------
+    // The names the groups get before the configuration record is read.
+    static const std::array<const char*, 10> DefaultGroupNames;
+    // Group g, 1 to 10: its menu item, its naming item, and its name (the
+    // title of its menu item, the program's store of the name).
+    QMenu* GroupMenuItem(int g) const;
+    QAction* GroupNamingItem(int g) const;
+    QString GroupName(int g) const;
+    void SetGroupName(int g, const QString& name);
+
+    // ---- The sheet area -------------------------------------------------
+    // The widget under the menu and over the status bar. It has no layout
+    // yet: the tree, the tabs, the grids and the option panel go here.
+    QWidget* centralArea() const { return CentralArea; }
+
+    // ---- Handlers ---------------------------------------------------------
+    void FormCreate(const QString& launchString);
+    void ActionRelaseVersionExecute();
+    void N28Click();
+    void N31Click();
+    void FileExit1Execute();
+    void tree_listClick();
+    void status_barClick();
+    // Shared by the ten naming items; the group is the Tag of the sender.
+    void N53Click();
+    void NameGroup(int tag);
+
+    // Makes the menu item follow the action and run it.
+    static void BindAction(QAction* item, QAction* action);
+
+private:
+    void buildMenu();
+    void buildStatusBar();
+    QAction* addItem(QMenu* menu, const char* name, const QString& caption);
+    QAction* addSeparator(QMenu* menu, const char* name = nullptr);
+    QAction* makeAction(const char* name, const QString& caption);
+
+    QWidget* CentralArea = nullptr;
+    std::array<QLabel*, StatusPanelCount> statusPanels{};
+};
+
+// The program file's folder, as the install folder check shows it.
+QString InstallFolder();
+// The calculator program found on this system; empty when there is none.
+QString CalculatorProgram();

@@ -1,0 +1,42 @@
+// The main form: the about dialog and the small tools of the File menu.
+#include "shell/utankaregist.h"
+
+#include "shell/dialogs.h"
+#include "shell/uversioninfo.h"
+
+#include <QCoreApplication>
+#include <QDir>
+#include <QStandardPaths>
+
+QString InstallFolder() {
+    return QDir::toNativeSeparators(QCoreApplication::applicationDirPath());
+}
+
+QString CalculatorProgram() {
+    for (const char* name : {"gnome-calculator", "kcalc", "mate-calc", "galculator", "qalculate-qt",
+                             "qalculate-gtk", "xcalc"}) {
+        const QString path = QStandardPaths::findExecutable(QString::fromLatin1(name));
+        if (!path.isEmpty()) return path;
+    }
+    return QString();
+}
+
+void TFtankaregist::ActionRelaseVersionExecute() {
+    if (FversionInfo) {
+        FversionInfo->exec();
+        return;
+    }
+    TFversionInfo dialog(this);
+    dialog.exec();
+}
+
+void TFtankaregist::N28Click() {
+    ShowInfoDialog(this, QStringLiteral("確認"),
+                   QStringLiteral("現在のインストールフォルダー\r\n") + InstallFolder());
+}
+
+void TFtankaregist::N31Click() {
+    const QString program = CalculatorProgram();
+    if (program.isEmpty()) return;
+    CurrentDialogs().StartProcess(program, {}, QString());
+}

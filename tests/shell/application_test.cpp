@@ -1,0 +1,118 @@
+// The application object: exceptions that reach the event loop are shown and
+// the program goes on; the style; the program body from start to end.
+#include "shell/application.h"
+
+#include "edit/upartsselect.h"
+#include "engine/currency.h"
+#include "sheet/usizeset.h"
+#include "shell/programbody.h"
+#include "shell/scripteddialogs.h"
+#include "shell/utankaregist.h"
+#include "shell/uversioninfo.h"
+
+#include <QEventLoop>
+#include <QPushButton>
+#include <QStyle>
+#include <QTemporaryDir>
+#include <QTest>
+#include <QTimer>
+
+#include <gtest/gtest.h>
+
+#include <stdexcept>
+
+namespace TD = ::TaskDialog;
+
+namespace {
+
+TApplication& app() {
+    return *qobject_cast<TApplication*>(QCoreApplication::instance());
+}
+
+// Throws from its mouse handler.
+class ThrowingWidget : public QWidget {
+protected:
+    void mousePressEvent(QMouseEvent*) override { throw 42; }
+};
+
+TEST(ApplicationTest, ExceptionFromATimerIsShownAndTheLoopGoesOn) {
+    ScriptedDialogsScope dialogs;
+    QEventLoop loop;
+    bool after = false;
+    QTimer::singleShot(0, [] { throw std::runtime_error("no such table: ex_kanzai"); });
+    QTimer::singleShot(20, [&] {
+        after = true;
+        loop.quit();
+    });
+    loop.exec();
+    EXPECT_TRUE(after);
+    ASSERT_EQ(dialogs->Boxes().size(), 1u);
+    const ScriptedDialogs::Box& box = dialogs->Boxes()[0];
+    EXPECT_EQ(box.title, app().Title());
+    EXPECT_EQ(box.title, ApplicationTitle());
+    EXPECT_EQ(box.instruction, "no such table: ex_kanzai");
+    EXPECT_EQ(box.icon, TD::IconError);
+    EXPECT_EQ(box.buttons, TD::ButtonOk);
+    EXPECT_TRUE(dialogs->Unanswered().isEmpty());
+}
+
+TEST(ApplicationTest, ExceptionsFromHandlersOfWidgets) {
+    ScriptedDialogsScope dialogs;
+    QPushButton button("登　録");
+    QObject::connect(&button, &QPushButton::clicked,
+                     [] { throw EConvertError("'1,2x' is not a valid floating point value"); });
+    button.show();
+    QTest::mouseClick(&button, Qt::LeftButton);
+    ThrowingWidget widget;
+    widget.resize(50, 50);
+    widget.show();
+    QTest::mouseClick(&widget, Qt::LeftButton);
+    // The button still works after its handler failed.
+    QTest::mouseClick(&button, Qt::LeftButton);
+
+    ASSERT_EQ(dialogs->Boxes().size(), 3u);
+    EXPECT_EQ(dialogs->Boxes()[0].instruction, "'1,2x' is not a valid floating point value");
+    EXPECT_EQ(dialogs->Boxes()[1].instruction, "不明な例外が発生しました。");
+    EXPECT_EQ(dialogs->Boxes()[2].instruction, dialogs->Boxes()[0].instruction);
+}
+
+TEST(ApplicationTest, StyleThatCannotBeSetShowsAnErrorAndGoesOn) {
+    ScriptedDialogsScope dialogs;
+    EXPECT_FALSE(app().TrySetStyle("NoSuchStyle"));
+    ASSERT_EQ(dialogs->Boxes().size(), 1u);
+    EXPECT_TRUE(dialogs->Boxes()[0].instruction.contains("NoSuchStyle"));
+    EXPECT_EQ(dialogs->Boxes()[0].icon, TD::IconError);
+    EXPECT_FALSE(app().TrySetStyle("NoSuchStyle", false));
+    EXPECT_EQ(dialogs->Boxes().size(), 1u);
+    EXPECT_TRUE(app().TrySetStyle("Fusion"));
+}
+
+TEST(ApplicationTest, ProgramBodyShowsTheMainFormAndEndsWithZero) {
+    ScriptedDialogsScope dialogs;
+    QTemporaryDir common;
+    qputenv("QORVALE_COMMON_DATA", common.path().toUtf8());
+    QString caption;
+    bool dialogsMade = false;
+    QTimer::singleShot(50, [&] {
+        auto* form = qobject_cast<TFtankaregist*>(QApplication::activeWindow());
+        if (!form) {
+            for (QWidget* w : QApplication::topLevelWidgets())
+                if (auto* f = qobject_cast<TFtankaregist*>(w)) form = f;
+        }
+        ASSERT_NE(form, nullptr);
+        caption = form->windowTitle();
+        dialogsMade = FversionInfo && FsizeSet && FpartsSelect;
+        form->close();
+    });
+    EXPECT_EQ(ProgramBody(app()), 0);
+    qunsetenv("QORVALE_COMMON_DATA");
+    EXPECT_EQ(caption, "Qorvale-Ostrel-");
+    EXPECT_TRUE(dialogsMade);
+    EXPECT_EQ(app().Title(), "Qorvale Works\u3000配管材");
+    EXPECT_EQ(app().style()->name().toLower(), "fusion");
+    EXPECT_FALSE(ReleaseText.isEmpty());
+    EXPECT_EQ(FversionInfo, nullptr);
+    EXPECT_TRUE(dialogs->Unanswered().isEmpty());
+}
+
+} // namespace
