@@ -7,7 +7,9 @@
 
 namespace {
 
-Currency c(const char* text) { return StrToCurr(QString::fromLatin1(text)); }
+Currency c(const char* text) {
+    return StrToCurr(QString::fromLatin1(text));
+}
 
 void setExample() {
     ClearRows(RowCount);
@@ -16,7 +18,8 @@ void setExample() {
     r.GROSS = c("860");
     r.NET = c("750");
     const char* factors[7] = {"1.1", "0.35", "0.05", "0.08", "0.123", "0.015", "0.1"};
-    for (int i = 0; i < 7; ++i) r.DATA[std::size_t(i)] = c(factors[i]);
+    for (int i = 0; i < 7; ++i)
+        r.DATA[std::size_t(i)] = c(factors[i]);
     KanzaiOptions o = CurrentOptions();
     o.LabourSubmitted() = c("18000");
     o.LabourCost() = c("15000");
@@ -32,7 +35,8 @@ void setExample() {
 
 void printSide(const char* side, const std::array<Currency, 7>& e, Currency total) {
     std::printf("  %-9s", side);
-    for (Currency x : e) std::printf(" %8s", qPrintable(FormatGeneral(x)));
+    for (Currency x : e)
+        std::printf(" %8s", qPrintable(FormatGeneral(x)));
     std::printf(" %8s", qPrintable(FormatAmount(total)));
 }
 
