@@ -6,6 +6,7 @@
 #include "store/modulewrappersqlite.h"
 #include "store/pipetypestore.h"
 
+#include <QDir>
 #include <QFileInfo>
 
 #include <cstdio>
@@ -105,7 +106,7 @@ int RunQorvaleTool(const QStringList& args, QTextStream& out, QTextStream& err) 
     DatabaseFolder = DatabaseFolderFrom(a.launch);
     ExDatabasePath = ExDatabasePathIn(DatabaseFolder);
     if (!QFileInfo(ExDatabasePath).isFile()) {
-        err << "qorvale-tool: no database at " << ExDatabasePath
+        err << "qorvale-tool: no database at " << QDir::cleanPath(ExDatabasePath)
             << " (velmora-suite init creates one)\n";
         return 1;
     }

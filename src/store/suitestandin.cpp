@@ -310,7 +310,7 @@ int RunVelmoraSuite(const QStringList& args, QTextStream& out, QTextStream& err)
     }
     const QString root = DataRootPath();
     const QString folder = DatabaseFolderFrom(launch);
-    const QString dbPath = ExDatabasePathIn(folder);
+    const QString dbPath = QDir::cleanPath(ExDatabasePathIn(folder));
 
     QStringList created;
     if (!CreateDataRoot(root, created)) {
