@@ -1,0 +1,13 @@
+#pragma once
+// The batch tool for scripts and checks: prints a pipe type, or recalculates
+// and stores the pipe types of a group the way the group recalculation does.
+
+#include <QStringList>
+#include <QTextStream>
+
+// The command line:
+//   show --group G --kan K [--launch S]
+//   recalc --group G [--kan K] [--launch S]
+// The database is found as the program finds it. Exit code 0 on success, 1
+// when the database is missing, busy or fails, 2 on bad arguments.
+int RunQorvaleTool(const QStringList& args, QTextStream& out, QTextStream& err);

@@ -1,0 +1,42 @@
+#pragma once
+// The configuration record: the row of exconf with conf='kanzai', which holds
+// the group names and four settings that are only carried along.
+
+#include <QString>
+#include <QStringList>
+
+#include <array>
+
+constexpr int GroupCount = 10;
+
+struct ConfRecord {
+    QString Removal;                            // [REMOVAL]
+    QString Recycle;                            // [RECYCLE]
+    QString Keta;                               // [KETA]
+    QString CutLevel;                           // [CUTLEVEL]
+    std::array<QString, GroupCount> GroupNames; // [GROUP_NAME1] .. [GROUP_NAME10]
+};
+
+// The program-wide record: filled by LoadGroupNames, written by SaveGroupNames.
+extern ConfRecord KanzaiConf;
+
+// The names the groups have before the record is read.
+const std::array<QString, GroupCount>& DefaultGroupNames();
+
+// The text of the record: 14 lines, each ended by CR LF.
+QString ConfText(const ConfRecord& conf);
+// Applies a record text by key to conf; unknown keys are passed over.
+void ApplyConfText(const QString& text, ConfRecord& conf);
+
+// The statements of the record.
+QString ConfSelectStatement();
+QString ConfDeleteStatement();
+QString ConfInsertStatement(const ConfRecord& conf);
+
+// Sets the default names, then reads the record from ExDatabasePath when
+// there is one. Raises ESQLiteException when the query fails.
+void LoadGroupNames();
+// Replaces the record on ExDatabasePath with KanzaiConf: the delete and the
+// insert run in one transaction, so a failed insert keeps the old record.
+// 1 on success, 0 after the box "ERROR".
+int SaveGroupNames();

@@ -1,0 +1,194 @@
+#include "shell/settingsfiles.h"
+
+#include "store/codepage.h"
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QSaveFile>
+
+EInOutError::EInOutError(const QString& message)
+    : std::runtime_error(message.toUtf8().toStdString()) {}
+
+void SplitKeyLine(const QString& line, QString& key, QString& value) {
+    const int eq = int(line.indexOf(QLatin1Char('=')));
+    if (eq < 0) {
+        key.clear();
+        value = line;
+        return;
+    }
+    key = line.left(eq);
+    value = line.mid(eq + 1);
+}
+
+QMap<QString, QString> ReadKeyLines(const QStringList& lines) {
+    QMap<QString, QString> map;
+    QString key, value;
+    for (const QString& line : lines) {
+        SplitKeyLine(line, key, value);
+        if (!key.isEmpty()) map.insert(key, value);
+    }
+    return map;
+}
+
+QStringList SplitTextLines(const QString& text) {
+    QStringList lines;
+    int start = 0;
+    const int n = int(text.size());
+    for (int i = 0; i < n; ++i) {
+        const QChar c = text[i];
+        if (c == QLatin1Char('\r') || c == QLatin1Char('\n')) {
+            lines.append(text.mid(start, i - start));
+            if (c == QLatin1Char('\r') && i + 1 < n && text[i + 1] == QLatin1Char('\n')) ++i;
+            start = i + 1;
+        }
+    }
+    if (start < n) lines.append(text.mid(start));
+    return lines;
+}
+
+QString KeyLine(const QString& key, const QString& value) {
+    return key + QLatin1Char('=') + value;
+}
+
+bool ReadTextFile(const QString& path, QStringList& lines) {
+    QFile f(path);
+    if (!f.open(QIODevice::ReadOnly)) return false;
+    const QByteArray bytes = f.readAll();
+    if (f.error() != QFileDevice::NoError) return false;
+    lines = SplitTextLines(FromAnsi(bytes));
+    return true;
+}
+
+bool WriteTextFile(const QString& path, const QStringList& lines) {
+    QByteArray bytes;
+    for (const QString& line : lines)
+        bytes += ToAnsi(line) + "\r\n";
+    QDir().mkpath(QFileInfo(path).absolutePath());
+    QSaveFile f(path);
+    if (!f.open(QIODevice::WriteOnly)) return false;
+    if (f.write(bytes) != bytes.size()) {
+        f.cancelWriting();
+        return false;
+    }
+    return f.commit();
+}
+
+// ---- window file
+
+namespace {
+const QString ScreenTop = QStringLiteral("[Screen_Top]");
+const QString ScreenLeft = QStringLiteral("[Screen_Left]");
+const QString ScreenWidth = QStringLiteral("[Screen_Width]");
+const QString ScreenHeight = QStringLiteral("[Screen_Height]");
+const QString NetworkDir = QStringLiteral("[Network_Dir]");
+const QString TreeUseTrue = QStringLiteral("[TREE_USE]=TRUE");
+const QString TreeUseFalse = QStringLiteral("[TREE_USE]=FALSE");
+const QString StatusUseTrue = QStringLiteral("[STATUS_USE]=TRUE");
+const QString StatusUseFalse = QStringLiteral("[STATUS_USE]=FALSE");
+const QString TreeViewWidth = QStringLiteral("[TREEVIEW_WIDTH]");
+
+QString confFile(const QString& folder, const QString& name) {
+    return folder + QStringLiteral("/conf/") + name;
+}
+
+int intOr(const QString& text, int def) {
+    bool ok = false;
+    const int v = text.toInt(&ok);
+    return ok ? v : def;
+}
+
+QString flag(bool on) {
+    return on ? QStringLiteral("TRUE") : QStringLiteral("FALSE");
+}
+} // namespace
+
+QString WindowFilePath(const QString& folder, const QString& name) {
+    return confFile(folder, name + QStringLiteral(".ini"));
+}
+
+void ReadWindowFile(const QString& folder, const QString& name, WindowRect& rect) {
+    rect = WindowRect{};
+    QStringList lines;
+    if (!ReadTextFile(WindowFilePath(folder, name), lines)) return;
+    QString key, value;
+    for (const QString& line : lines) {
+        SplitKeyLine(line, key, value);
+        if (key == ScreenTop)
+            rect.Top = intOr(value, 0);
+        else if (key == ScreenLeft)
+            rect.Left = intOr(value, 0);
+        else if (key == ScreenWidth)
+            rect.Width = intOr(value, 0);
+        else if (key == ScreenHeight)
+            rect.Height = intOr(value, 0);
+    }
+}
+
+void WriteWindowFile(const QString& folder, const QString& name, int top, int left, int width,
+                     int height) {
+    WriteTextFile(WindowFilePath(folder, name), {KeyLine(ScreenTop, QString::number(top)),
+                                                 KeyLine(ScreenLeft, QString::number(left)),
+                                                 KeyLine(ScreenWidth, QString::number(width)),
+                                                 KeyLine(ScreenHeight, QString::number(height))});
+}
+
+// ---- network file
+
+QString NetworkFilePath(const QString& folder) {
+    return confFile(folder, QStringLiteral("Network_conf.conf"));
+}
+
+QString ReadNetworkDir(const QString& folder) {
+    QStringList lines;
+    if (!ReadTextFile(NetworkFilePath(folder), lines)) return QString();
+    return ReadKeyLines(lines).value(NetworkDir);
+}
+
+// ---- display file
+
+QString DisplayFilePath(const QString& folder) {
+    return confFile(folder, QStringLiteral("qorvale_p.disp"));
+}
+
+QStringList DisplayLines(const DisplaySettings& s) {
+    return {QStringLiteral("[Version]=2.00"), QStringLiteral("[CheckBox1]=") + flag(s.CheckBox1),
+            QStringLiteral("[TREE_USE]=") + flag(s.TreeUse),
+            QStringLiteral("[STATUS_USE]=") + flag(s.StatusUse),
+            KeyLine(TreeViewWidth, QString::number(s.TreeViewWidth))};
+}
+
+void ApplyDisplayLines(const QStringList& lines, DisplaySettings& s) {
+    QString key, value;
+    for (const QString& line : lines) {
+        if (line == TreeUseTrue)
+            s.TreeUse = true;
+        else if (line == TreeUseFalse)
+            s.TreeUse = false;
+        else if (line == StatusUseTrue)
+            s.StatusUse = true;
+        else if (line == StatusUseFalse)
+            s.StatusUse = false;
+        SplitKeyLine(line, key, value);
+        if (key == TreeViewWidth) {
+            s.TreeViewWidth = intOr(value, 100);
+            s.HasTreeViewWidth = true;
+        }
+    }
+}
+
+bool ReadDisplaySettings(const QString& folder, DisplaySettings& s) {
+    const QString path = DisplayFilePath(folder);
+    if (!QFileInfo::exists(path)) return false;
+    QStringList lines;
+    if (!ReadTextFile(path, lines))
+        throw EInOutError(QStringLiteral("I/O error: cannot read %1").arg(path));
+    ApplyDisplayLines(lines, s);
+    return true;
+}
+
+void WriteDisplaySettings(const QString& folder, const DisplaySettings& s) {
+    const QString path = DisplayFilePath(folder);
+    if (!WriteTextFile(path, DisplayLines(s)))
+        throw EInOutError(QStringLiteral("I/O error: cannot write %1").arg(path));
+}

@@ -1,0 +1,75 @@
+#pragma once
+// The workstation's settings files and their one text style: lines of
+// "[KEY]=value". The key is everything in front of the first "=", the value
+// everything behind it, untrimmed; keys compare exactly; a line without "="
+// has an empty key; a key given twice takes its last value.
+//
+// Files are code page 932 with CR LF line ends and no byte order mark.
+
+#include <QMap>
+#include <QString>
+#include <QStringList>
+
+#include <stdexcept>
+
+// A read or write failure of a settings file that must be reported.
+class EInOutError : public std::runtime_error {
+public:
+    explicit EInOutError(const QString& message);
+};
+
+// Key and value of one line.
+void SplitKeyLine(const QString& line, QString& key, QString& value);
+// The keys of a sequence of lines, last value winning; keyless lines dropped.
+QMap<QString, QString> ReadKeyLines(const QStringList& lines);
+// Splits a text into lines at CR LF, LF or CR; no empty line for a final end.
+QStringList SplitTextLines(const QString& text);
+// "[KEY]=value".
+QString KeyLine(const QString& key, const QString& value);
+
+// Reads a code page 932 text file into lines; false when it can't be read.
+bool ReadTextFile(const QString& path, QStringList& lines);
+// Replaces a file with the lines, each ended by CR LF, in code page 932;
+// false when it can't be written. The old file stays until the new one is
+// complete.
+bool WriteTextFile(const QString& path, const QStringList& lines);
+
+// ---- window file: DataRoot/conf/<name>.ini
+struct WindowRect {
+    int Left = 0;
+    int Top = 0;
+    int Width = 0;
+    int Height = 0;
+};
+QString WindowFilePath(const QString& folder, const QString& name);
+// Zeros, then what the file holds when it exists; a value that is no integer
+// reads as 0. Read errors are passed over.
+void ReadWindowFile(const QString& folder, const QString& name, WindowRect& rect);
+// Replaces the file; a write error is passed over.
+void WriteWindowFile(const QString& folder, const QString& name, int top, int left, int width,
+                     int height);
+
+// ---- network file: DataRoot/conf/Network_conf.conf
+QString NetworkFilePath(const QString& folder);
+// The value of "[Network_Dir]"; empty when the file or the key is missing.
+QString ReadNetworkDir(const QString& folder);
+
+// ---- display file: DataRoot/conf/qorvale_p.disp
+struct DisplaySettings {
+    bool CheckBox1 = false; // stored, never read back
+    bool TreeUse = true;    // check mark of tree_list
+    bool StatusUse = true;  // check mark of status_bar
+    int TreeViewWidth = 100;
+    bool HasTreeViewWidth = false; // the file named a width
+};
+QString DisplayFilePath(const QString& folder);
+// The lines as written.
+QStringList DisplayLines(const DisplaySettings& s);
+// Applies lines to s: "[TREE_USE]=TRUE"/"=FALSE" and "[STATUS_USE]=..." by
+// the whole line, "[TREEVIEW_WIDTH]" by key (no integer reads as 100).
+void ApplyDisplayLines(const QStringList& lines, DisplaySettings& s);
+// Applies the file when it exists; false when it doesn't (s unchanged).
+// Raises EInOutError when it exists but can't be read.
+bool ReadDisplaySettings(const QString& folder, DisplaySettings& s);
+// Replaces the file; raises EInOutError when it can't be written.
+void WriteDisplaySettings(const QString& folder, const DisplaySettings& s);

@@ -1,0 +1,41 @@
+#pragma once
+// The two operations the program calls on the database, and the field access
+// on their results. No connection lives longer than one operation: each call
+// opens the file, does its one job and closes it again.
+//
+// A result line holds the text of each column followed by ";". A value is
+// written with EscapeField (store/fieldtext.h): ESC becomes ESC ESC and ";"
+// becomes ESC ":", so a ";" in a stored text never shifts the fields behind
+// it. NthField and FieldOfLine undo the escape.
+
+#include "store/fieldtext.h"
+#include "store/sqliteclasses.h"
+
+#include <QString>
+#include <QStringList>
+
+// The last result set: one line a row, and the column names in upper case.
+// Shared by every caller; not guarded.
+extern QStringList ResultLines;
+extern QStringList ResultColumns;
+
+// Runs a query on the database file at path and puts its rows into
+// ResultLines. Raises ESQLiteException on any failure, with the connection
+// closed and ResultLines empty.
+void QueryToLines(const QString& path, const QString& sql);
+
+// Runs one statement in a transaction of its own. 1 on success; on failure
+// the transaction is rolled back, the box "ERROR" is shown and the result is
+// 0. A failure to open the file or to roll back raises ESQLiteException.
+int ExecStatement(const QString& path, const QString& sql);
+
+// The same for several statements in one transaction: all of them or none.
+int ExecStatements(const QString& path, const QStringList& sqls);
+
+// The value of a column of a result line; the name is looked up in
+// ResultColumns without regard to case. Empty for an unknown column.
+QString FieldOfLine(const QString& line, const QString& columnName);
+
+// A text value for a statement: the quotes doubled, so that the store holds
+// exactly the text and no text changes the meaning of the statement.
+QString QuotedText(const QString& text);

@@ -1,0 +1,119 @@
+#include "store/pipetypestore.h"
+
+#include "shell/datapaths.h"
+#include "shell/dialogs.h"
+#include "store/codepage.h"
+#include "store/modulewrappersqlite.h"
+
+#include <stdexcept>
+
+namespace {
+
+QString q(const QString& value) {
+    return QLatin1Char('\'') + value + QLatin1Char('\'');
+}
+QString qText(const QByteArray& ansi) {
+    return q(QuotedText(FromAnsi(ansi)));
+}
+QString qInt(std::int64_t v) {
+    return q(QString::number(v));
+}
+QString qCurr(Currency c) {
+    return q(CurrToStr(c));
+}
+
+Currency currOf(const QString& line, const char* column) {
+    return StrToCurrDef(FieldOfLine(line, QLatin1String(column)), Currency{});
+}
+int intOf(const QString& line, const char* column) {
+    return StrToIntDef(FieldOfLine(line, QLatin1String(column)), 0);
+}
+QByteArray textOf(const QString& line, const char* column, int width) {
+    return ToAnsiCut(FieldOfLine(line, QLatin1String(column)), width);
+}
+
+} // namespace
+
+QString LoadStatement(int grp, int kan) {
+    return QStringLiteral("SELECT *") + QStringLiteral("FROM ex_kanzai where CTG=") + q("1") +
+           QStringLiteral(" and Grp=") + qInt(grp) + QStringLiteral(" and KAN=") + qInt(kan) +
+           QStringLiteral(" order by no;");
+}
+
+QString SaveStatement(const Fuzokurecordtypex& r, int grp, int kan, int n) {
+    QString s;
+    s.reserve(700);
+    s += QStringLiteral("UPDATE ex_kanzai SET ");
+    s += QStringLiteral("GOODS=") + qText(r.GOODS);
+    s += QStringLiteral(",KIND=") + qText(r.KIND);
+    s += QStringLiteral(",SIZE=") + qText(r.SIZE);
+    s += QStringLiteral(",YOSAN=") + qInt(r.YOSAN);
+    s += QStringLiteral(",SORT=") + q(QStringLiteral("0"));
+    s += QStringLiteral(",CI=") + qText(r.CI);
+    s += QStringLiteral(",FLAG=") + qInt(r.FLAG);
+    s += QStringLiteral(",NET=") + qCurr(r.NET);
+    s += QStringLiteral(",GROSS=") + qCurr(r.GROSS);
+    s += QStringLiteral(",TEIKA=") + qCurr(r.TEIKA);
+    for (int i = 1; i <= 7; ++i)
+        s += QStringLiteral(",Data%1=").arg(i) + qCurr(r.Data(i));
+    for (int i = 0; i < 7; ++i)
+        s += QStringLiteral(",CALC%1_G=").arg(i + 1) + qCurr(r.CALC_G[std::size_t(i)]);
+    for (int i = 0; i < 7; ++i)
+        s += QStringLiteral(",CALC%1_N=").arg(i + 1) + qCurr(r.CALC_N[std::size_t(i)]);
+    s += QStringLiteral(",NTANKA=") + qCurr(r.NTANKA);
+    s += QStringLiteral(",GTANKA=") + qCurr(r.GTANKA);
+    s += QStringLiteral(",FTANKA=") + qCurr(r.FTANKA);
+    s += QStringLiteral(" WHERE CTG=") + q("1") + QStringLiteral(" and GRP=") + qInt(grp) +
+         QStringLiteral(" and KAN=") + qInt(kan) + QStringLiteral(" and NO=") + qInt(n) +
+         QStringLiteral(";\r\n");
+    return s;
+}
+
+void LoadPipeType(int /*ctg*/, int grp, int kan) {
+    SavedLines.clear();
+    QueryToLines(ExDatabasePath, LoadStatement(grp, kan));
+    for (int i = 0; i < RowCount; ++i) {
+        const int r = i + 1;
+        if (i >= int(ResultLines.size()))
+            throw std::out_of_range(
+                QStringLiteral("List index out of bounds (%1)").arg(i).toStdString());
+        const QString& line = ResultLines[i];
+        Fuzokurecordtypex& row = KanzaiRows[r];
+        row.UKEY = intOf(line, "UKEY");
+        row.GOODS = textOf(line, "GOODS", GoodsWidth);
+        row.KIND = textOf(line, "KIND", KindWidth);
+        row.SORT = Currency::FromInt(intOf(line, "SORT"));
+        row.SIZE = textOf(line, "SIZE", SizeWidth);
+        row.YOSAN = intOf(line, "YOSAN");
+        row.CI = textOf(line, "CI", CiWidth);
+        row.FLAG = intOf(line, "FLAG");
+        row.NET = currOf(line, "NET");
+        row.GROSS = currOf(line, "GROSS");
+        row.TEIKA = currOf(line, "TEIKA");
+        static const char* const data[7] = {"DATA1", "DATA2", "DATA3", "DATA4",
+                                            "DATA5", "DATA6", "DATA7"};
+        for (int d = 0; d < 7; ++d)
+            row.DATA[std::size_t(d)] = currOf(line, data[d]);
+        // Row 15's supply rate defaults to 1 before anything reads it.
+        if (r == 15 && row.Data(1).IsZero()) row.Data(1) = Currency::FromInt(1);
+        row.NTANKA = currOf(line, "NTANKA");
+        row.GTANKA = currOf(line, "GTANKA");
+        row.FTANKA = currOf(line, "FTANKA");
+        SavedLines.append(RowLine(row));
+    }
+    // The option row knows only item indexes 0 and 1 for these two.
+    Fuzokurecordtypex& options = KanzaiRows[OptionRow];
+    if (options.FLAG > 1) options.FLAG = 0;
+    if (options.YOSAN > 1) options.YOSAN = 0;
+}
+
+void SavePipeType(QWidget* form, int /*ctg*/, int grp, int showMessage, int kan) {
+    for (int n = 1; n <= RowCount; ++n) {
+        const QString sql = SaveStatement(KanzaiRows[n], grp, kan, n);
+        if (n == 1) CurrentDialogs().SetClipboardText(sql);
+        ExecStatement(ExDatabasePath, sql);
+    }
+    SavedLines = CurrentLines;
+    if (showMessage == 1)
+        ShowInfoDialog(form, QStringLiteral("確認"), QStringLiteral("保存しました。"));
+}

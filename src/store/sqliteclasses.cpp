@@ -1,0 +1,610 @@
+#include "store/sqliteclasses.h"
+
+#include <QByteArray>
+
+#include <exception>
+
+ESQLiteException::ESQLiteException(const QString& message)
+    : std::runtime_error(message.toUtf8().toStdString()) {}
+
+namespace {
+
+const void* utf16(const QString& s) {
+    return s.utf16();
+}
+int byteLength(const QString& s) {
+    return int(s.size() * 2);
+}
+
+QString columnName16(sqlite3_stmt* stmt, int i) {
+    const void* p = sqlite3_column_name16(stmt, i);
+    return p ? QString::fromUtf16(static_cast<const char16_t*>(p)) : QString();
+}
+
+QString columnText16(sqlite3_stmt* stmt, int i) {
+    const void* p = sqlite3_column_text16(stmt, i);
+    if (!p) return QString();
+    return QString::fromUtf16(static_cast<const char16_t*>(p), sqlite3_column_bytes16(stmt, i) / 2);
+}
+
+// The general float-to-text conversion: 15 significant digits, no trailing
+// zeros, exponent form "1E20" / "1E-5" for very large and small values.
+QString floatToStr(double v) {
+    QString s = QString::asprintf("%.15G", v);
+    const int e = int(s.indexOf(QLatin1Char('E')));
+    if (e < 0) return s;
+    QString mant = s.left(e);
+    QString exp = s.mid(e + 1);
+    const bool neg = exp.startsWith(QLatin1Char('-'));
+    if (exp.startsWith(QLatin1Char('+')) || neg) exp.remove(0, 1);
+    while (exp.size() > 1 && exp.startsWith(QLatin1Char('0')))
+        exp.remove(0, 1);
+    return mant + QLatin1Char('E') + (neg ? QStringLiteral("-") : QString()) + exp;
+}
+
+// Type number of a column from its declared type, compared exactly.
+int declaredType(const QString& decl) {
+    if (decl == QLatin1String("INTEGER") || decl == QLatin1String("BOOLEAN"))
+        return SQLiteType::Integer;
+    if (decl == QLatin1String("NUMERIC") || decl == QLatin1String("FLOAT") ||
+        decl == QLatin1String("DOUBLE") || decl == QLatin1String("REAL"))
+        return SQLiteType::Float;
+    if (decl == QLatin1String("BLOB")) return SQLiteType::Blob;
+    return SQLiteType::Text;
+}
+
+int systemCollate(void*, int len1, const void* buf1, int len2, const void* buf2) {
+    const QString a = QString::fromUtf16(static_cast<const char16_t*>(buf1), len1 / 2);
+    const QString b = QString::fromUtf16(static_cast<const char16_t*>(buf2), len2 / 2);
+    const int c = QString::localeAwareCompare(a, b);
+    return c < 0 ? -1 : (c > 0 ? 1 : 0);
+}
+
+// Finalises a statement when the scope is left by an exception.
+struct StmtGuard {
+    sqlite3_stmt*& stmt;
+    ~StmtGuard() {
+        if (stmt) sqlite3_finalize(stmt);
+        stmt = nullptr;
+    }
+};
+
+} // namespace
+
+// ---------------------------------------------------------------- database
+
+TSQLiteDatabase::TSQLiteDatabase(const QString& FileName) {
+    const QString name = FileName;
+    const int rc = sqlite3_open16(name.utf16(), &fDB);
+    if (rc != SQLITE_OK) {
+        if (fDB) {
+            const QString msg = QString::fromUtf8(sqlite3_errmsg(fDB));
+            sqlite3_close(fDB);
+            fDB = nullptr;
+            throw ESQLiteException(
+                QStringLiteral("Failed to open database \"%1\" : %2").arg(FileName, msg));
+        }
+        throw ESQLiteException(
+            QStringLiteral("Failed to open database \"%1\" : unknown error").arg(FileName));
+    }
+}
+
+TSQLiteDatabase::~TSQLiteDatabase() noexcept(false) {
+    std::exception_ptr failure;
+    if (fInTrans) {
+        try {
+            Rollback();
+        } catch (...) {
+            failure = std::current_exception();
+            fInTrans = false;
+        }
+    }
+    if (fDB) sqlite3_close(fDB);
+    fDB = nullptr;
+    ParamsClear();
+    // A failed ROLLBACK leaves the destructor, unless another exception is
+    // already on its way (two at once would end the program).
+    if (failure && std::uncaught_exceptions() == 0) std::rethrow_exception(failure);
+}
+
+int TSQLiteDatabase::RowsChanged() const {
+    return sqlite3_changes(fDB);
+}
+
+void TSQLiteDatabase::RaiseSqlError(const QString& message, const QString& SQL) const {
+    const int code = fDB ? sqlite3_errcode(fDB) : 0;
+    if (code == SQLITE_OK) throw ESQLiteException(message);
+    const QString text = QString::fromUtf8(sqlite3_errmsg(fDB));
+    throw ESQLiteException(message + QStringLiteral(".\rError [%1]: %2.\r\"%3\": %4")
+                                         .arg(code)
+                                         .arg(SQLiteErrorText(code), SQL, text));
+}
+
+sqlite3_stmt* TSQLiteDatabase::Prepare(const QString& SQL) {
+    sqlite3_stmt* stmt = nullptr;
+    const void* tail = nullptr;
+    const int rc = sqlite3_prepare16_v2(fDB, utf16(SQL), byteLength(SQL), &stmt, &tail);
+    if (OnQuery) OnQuery(this, SQL);
+    if (rc != SQLITE_OK) {
+        if (stmt) sqlite3_finalize(stmt);
+        RaiseSqlError(QStringLiteral("Error executing SQL"), SQL);
+    }
+    if (!stmt) RaiseSqlError(QStringLiteral("Could not prepare SQL statement"), SQL);
+    return stmt;
+}
+
+void TSQLiteDatabase::SetParams(sqlite3_stmt* Stmt) {
+    for (const TSQliteParam& p : fParams) {
+        const int i = sqlite3_bind_parameter_index(Stmt, p.name.toUtf8().constData());
+        if (i <= 0) continue;
+        switch (p.valuetype) {
+        case SQLiteType::Integer:
+            sqlite3_bind_int64(Stmt, i, p.valueinteger);
+            break;
+        case SQLiteType::Float:
+            sqlite3_bind_double(Stmt, i, p.valuefloat);
+            break;
+        case SQLiteType::Text:
+            sqlite3_bind_text16(Stmt, i, utf16(p.valuedata), byteLength(p.valuedata),
+                                SQLITE_TRANSIENT);
+            break;
+        case SQLiteType::Null:
+            sqlite3_bind_null(Stmt, i);
+            break;
+        default:
+            break;
+        }
+    }
+    ParamsClear();
+}
+
+void TSQLiteDatabase::ExecSQL(const QString& SQL) {
+    sqlite3_stmt* stmt = Prepare(SQL);
+    StmtGuard guard{stmt};
+    SetParams(stmt);
+    if (sqlite3_step(stmt) != SQLITE_DONE) {
+        sqlite3_reset(stmt);
+        RaiseSqlError(QStringLiteral("Error executing SQL statement"), SQL);
+    }
+}
+
+void TSQLiteDatabase::ExecSQL(TSQLiteQuery& Query) {
+    if (!Query.Statement) return;
+    if (sqlite3_step(Query.Statement) != SQLITE_DONE) {
+        sqlite3_reset(Query.Statement);
+        RaiseSqlError(QStringLiteral("Error executing prepared SQL statement"), Query.SQL);
+    }
+    sqlite3_reset(Query.Statement);
+}
+
+TSQLiteQuery TSQLiteDatabase::PrepareSQL(const QString& SQL) {
+    TSQLiteQuery q;
+    q.SQL = SQL;
+    const void* tail = nullptr;
+    const int rc = sqlite3_prepare16(fDB, utf16(SQL), byteLength(SQL), &q.Statement, &tail);
+    if (OnQuery) OnQuery(this, SQL);
+    if (rc != SQLITE_OK) {
+        if (q.Statement) sqlite3_finalize(q.Statement);
+        q.Statement = nullptr;
+        RaiseSqlError(QStringLiteral("Error executing SQL"), SQL);
+    }
+    if (!q.Statement) RaiseSqlError(QStringLiteral("Could not prepare SQL statement"), SQL);
+    return q;
+}
+
+void TSQLiteDatabase::BindSQL(TSQLiteQuery& Query, int Index, std::int64_t Value) {
+    if (!Query.Statement)
+        RaiseSqlError(QStringLiteral("Could not bind integer to prepared SQL statement"),
+                      Query.SQL);
+    sqlite3_bind_int64(Query.Statement, Index, Value);
+}
+
+void TSQLiteDatabase::BindSQL(TSQLiteQuery& Query, int Index, const QString& Value) {
+    if (!Query.Statement)
+        RaiseSqlError(QStringLiteral("Could not bind string to prepared SQL statement"), Query.SQL);
+    // The library keeps its own copy, so the text need not outlive the call.
+    sqlite3_bind_text16(Query.Statement, Index, utf16(Value), byteLength(Value), SQLITE_TRANSIENT);
+}
+
+void TSQLiteDatabase::ReleaseSQL(TSQLiteQuery& Query) {
+    if (!Query.Statement)
+        RaiseSqlError(QStringLiteral("Could not release prepared SQL statement"), Query.SQL);
+    sqlite3_finalize(Query.Statement);
+    Query.Statement = nullptr;
+}
+
+std::unique_ptr<TSQLiteTable> TSQLiteDatabase::GetTable(const QString& SQL) {
+    return std::make_unique<TSQLiteTable>(*this, SQL);
+}
+
+std::unique_ptr<TSQLiteCursor> TSQLiteDatabase::GetUniTable(const QString& SQL) {
+    return std::make_unique<TSQLiteCursor>(*this, SQL);
+}
+
+std::int64_t TSQLiteDatabase::GetTableValue(const QString& SQL) {
+    TSQLiteTable table(*this, SQL);
+    return table.RowCount() > 0 ? table.FieldAsInteger(0) : 0;
+}
+
+QString TSQLiteDatabase::GetTableString(const QString& SQL) {
+    TSQLiteTable table(*this, SQL);
+    return table.RowCount() > 0 ? table.FieldAsString(0) : QString();
+}
+
+void TSQLiteDatabase::GetTableStrings(const QString& SQL, QStringList& Value) {
+    Value.clear();
+    TSQLiteTable table(*this, SQL);
+    while (!table.Eof()) {
+        Value.append(table.FieldAsString(0));
+        table.Next();
+    }
+}
+
+void TSQLiteDatabase::UpdateBlob(const QString& SQL, const QByteArray& BlobData) {
+    if (!SQL.contains(QLatin1Char('?')))
+        RaiseSqlError(QStringLiteral("SQL must include a ? parameter"), SQL);
+    sqlite3_stmt* stmt = nullptr;
+    const void* tail = nullptr;
+    const int rc = sqlite3_prepare16_v2(fDB, utf16(SQL), byteLength(SQL), &stmt, &tail);
+    StmtGuard guard{stmt};
+    if (rc != SQLITE_OK || !stmt)
+        RaiseSqlError(QStringLiteral("Could not prepare SQL statement"), SQL);
+    if (sqlite3_bind_blob(stmt, 1, BlobData.constData(), int(BlobData.size()), SQLITE_TRANSIENT) !=
+        SQLITE_OK)
+        RaiseSqlError(QStringLiteral("Error binding blob to database"), SQL);
+    if (sqlite3_step(stmt) != SQLITE_DONE) {
+        sqlite3_reset(stmt);
+        RaiseSqlError(QStringLiteral("Error executing SQL statement"), SQL);
+    }
+}
+
+void TSQLiteDatabase::BeginTransaction() {
+    if (fInTrans) throw ESQLiteException(QStringLiteral("Transaction already open"));
+    ExecSQL(QStringLiteral("BEGIN TRANSACTION"));
+    fInTrans = true;
+}
+
+void TSQLiteDatabase::Commit() {
+    ExecSQL(QStringLiteral("COMMIT"));
+    fInTrans = false;
+}
+
+void TSQLiteDatabase::Rollback() {
+    ExecSQL(QStringLiteral("ROLLBACK"));
+    fInTrans = false;
+}
+
+bool TSQLiteDatabase::TableExists(const QString& TableName) {
+    const QString sql = QStringLiteral("select [sql] from sqlite_master where [type] = 'table' "
+                                       "and lower(name) = '") +
+                        TableName.toLower() + QStringLiteral("' ");
+    TSQLiteTable table(*this, sql);
+    return table.Count() > 0;
+}
+
+std::int64_t TSQLiteDatabase::GetLastInsertRowID() const {
+    return sqlite3_last_insert_rowid(fDB);
+}
+
+std::int64_t TSQLiteDatabase::GetLastChangedRows() const {
+    return sqlite3_total_changes(fDB);
+}
+
+void TSQLiteDatabase::SetTimeout(int Value) {
+    sqlite3_busy_timeout(fDB, Value);
+}
+
+int TSQLiteDatabase::Backup(TSQLiteDatabase& TargetDB) {
+    return Backup(TargetDB, QStringLiteral("main"), QStringLiteral("main"));
+}
+
+int TSQLiteDatabase::Backup(TSQLiteDatabase& TargetDB, const QString& targetName,
+                            const QString& sourceName) {
+    sqlite3_backup* b = sqlite3_backup_init(TargetDB.DB(), targetName.toUtf8().constData(), fDB,
+                                            sourceName.toUtf8().constData());
+    if (!b) throw ESQLiteException(QStringLiteral("Could not initialize backup"));
+    const int rc = sqlite3_backup_step(b, -1);
+    sqlite3_backup_finish(b);
+    return rc;
+}
+
+QString TSQLiteDatabase::Version() {
+    return QString::fromUtf8(sqlite3_libversion());
+}
+
+void TSQLiteDatabase::AddCustomCollate(const QString& name, TCollateXCompare xCompare) {
+    sqlite3_create_collation(fDB, name.toUtf8().constData(), SQLITE_UTF8, nullptr, xCompare);
+}
+
+void TSQLiteDatabase::AddSystemCollate() {
+    sqlite3_create_collation(fDB, "SYSTEM", SQLITE_UTF16, nullptr, systemCollate);
+}
+
+void TSQLiteDatabase::ParamsClear() {
+    fParams.clear();
+}
+
+void TSQLiteDatabase::AddParamInt(const QString& name, std::int64_t value) {
+    TSQliteParam p;
+    p.name = name;
+    p.valuetype = SQLiteType::Integer;
+    p.valueinteger = value;
+    fParams.push_back(p);
+}
+
+void TSQLiteDatabase::AddParamFloat(const QString& name, double value) {
+    TSQliteParam p;
+    p.name = name;
+    p.valuetype = SQLiteType::Float;
+    p.valuefloat = value;
+    fParams.push_back(p);
+}
+
+void TSQLiteDatabase::AddParamText(const QString& name, const QString& value) {
+    TSQliteParam p;
+    p.name = name;
+    p.valuetype = SQLiteType::Text;
+    p.valuedata = value;
+    fParams.push_back(p);
+}
+
+void TSQLiteDatabase::AddParamNull(const QString& name) {
+    TSQliteParam p;
+    p.name = name;
+    p.valuetype = SQLiteType::Null;
+    fParams.push_back(p);
+}
+
+void TSQLiteDatabase::Synchronised(bool write) {
+    if (write == fSync) return;
+    ExecSQL(write ? QStringLiteral("PRAGMA synchronous = ON;")
+                  : QStringLiteral("PRAGMA synchronous = OFF;"));
+    fSync = write;
+}
+
+// ---------------------------------------------------------------- table
+
+TSQLiteTable::TSQLiteTable(TSQLiteDatabase& DB, const QString& SQL) {
+    sqlite3_stmt* stmt = DB.Prepare(SQL);
+    StmtGuard guard{stmt};
+    DB.SetParams(stmt);
+    for (;;) {
+        const int rc = sqlite3_step(stmt);
+        if (rc == SQLITE_DONE) break;
+        if (rc == SQLITE_BUSY)
+            throw ESQLiteException(QStringLiteral("Could not prepare SQL statement"));
+        if (rc != SQLITE_ROW) {
+            sqlite3_reset(stmt);
+            DB.RaiseSqlError(QStringLiteral("Could not retrieve data"), SQL);
+        }
+        if (fRowCount == 0) {
+            fColCount = unsigned(sqlite3_column_count(stmt));
+            for (unsigned c = 0; c < fColCount; ++c) {
+                fCols.append(columnName16(stmt, int(c)).toUpper());
+                const void* decl = sqlite3_column_decltype16(stmt, int(c));
+                if (decl)
+                    fColTypes.push_back(
+                        declaredType(QString::fromUtf16(static_cast<const char16_t*>(decl))));
+                else
+                    fColTypes.push_back(sqlite3_column_type(stmt, int(c)));
+            }
+        }
+        for (unsigned c = 0; c < fColCount; ++c) {
+            const int i = int(c);
+            if (sqlite3_column_type(stmt, i) == SQLITE_NULL) {
+                fResults.emplace_back();
+                continue;
+            }
+            switch (fColTypes[c]) {
+            case SQLiteType::Integer:
+                fResults.emplace_back(std::int64_t(sqlite3_column_int64(stmt, i)));
+                break;
+            case SQLiteType::Float:
+                fResults.emplace_back(sqlite3_column_double(stmt, i));
+                break;
+            case SQLiteType::Blob: {
+                const int n = sqlite3_column_bytes(stmt, i);
+                const void* p = sqlite3_column_blob(stmt, i);
+                if (n > 0 && p)
+                    fResults.emplace_back(QByteArray(static_cast<const char*>(p), n));
+                else
+                    fResults.emplace_back();
+                break;
+            }
+            default:
+                fResults.emplace_back(columnText16(stmt, i));
+                break;
+            }
+        }
+        ++fRowCount;
+    }
+    fRow = 0;
+}
+
+const TSQLiteTable::Value& TSQLiteTable::current(int I) const {
+    if (Eof()) throw ESQLiteException(QStringLiteral("Table is at End of File"));
+    if (I < 0 || unsigned(I) >= fColCount)
+        throw ESQLiteException(QStringLiteral("List index out of bounds (%1)").arg(I));
+    return fResults[std::size_t(fRow) * fColCount + unsigned(I)];
+}
+
+QString TSQLiteTable::Fields(int I) const {
+    const Value& v = current(I);
+    if (const auto* i = std::get_if<std::int64_t>(&v)) return QString::number(*i);
+    if (const auto* d = std::get_if<double>(&v)) return floatToStr(*d);
+    if (const auto* s = std::get_if<QString>(&v)) return *s;
+    if (std::holds_alternative<QByteArray>(v)) return FieldAsBlobText(I);
+    return QString();
+}
+
+QString TSQLiteTable::FieldAsString(int I) const {
+    return FieldIsNull(I) ? QString() : Fields(I);
+}
+
+std::int64_t TSQLiteTable::FieldAsInteger(int I) const {
+    const Value& v = current(I);
+    if (std::holds_alternative<std::monostate>(v)) return 0;
+    if (const auto* i = std::get_if<std::int64_t>(&v)) return *i;
+    if (const auto* d = std::get_if<double>(&v)) return std::int64_t(*d);
+    throw ESQLiteException(QStringLiteral("Not an integer or numeric field"));
+}
+
+double TSQLiteTable::FieldAsDouble(int I) const {
+    const Value& v = current(I);
+    if (std::holds_alternative<std::monostate>(v)) return 0;
+    if (const auto* i = std::get_if<std::int64_t>(&v)) return double(*i);
+    if (const auto* d = std::get_if<double>(&v)) return *d;
+    throw ESQLiteException(QStringLiteral("Not an integer or numeric field"));
+}
+
+const QByteArray* TSQLiteTable::FieldAsBlob(int I) const {
+    const Value& v = current(I);
+    if (std::holds_alternative<std::monostate>(v)) return nullptr;
+    if (fColTypes[std::size_t(I)] != SQLiteType::Blob)
+        throw ESQLiteException(QStringLiteral("Not a Blob field"));
+    return std::get_if<QByteArray>(&v);
+}
+
+QString TSQLiteTable::FieldAsBlobText(int I) const {
+    const QByteArray* b = FieldAsBlob(I);
+    return b ? QString::fromUtf8(*b) : QString();
+}
+
+bool TSQLiteTable::FieldIsNull(int I) const {
+    return std::holds_alternative<std::monostate>(current(I));
+}
+
+QString TSQLiteTable::FieldByName(const QString& name) const {
+    return Fields(FieldIndex(name));
+}
+
+int TSQLiteTable::FieldIndex(const QString& name) const {
+    if (fCols.isEmpty())
+        throw ESQLiteException(QStringLiteral("Field ") + name +
+                               QStringLiteral(" Not found. Empty dataset"));
+    const int i = int(fCols.indexOf(name.toUpper()));
+    if (i < 0) throw ESQLiteException(QStringLiteral("Field not found in dataset: ") + name);
+    return i;
+}
+
+QString TSQLiteTable::Columns(int I) const {
+    return fCols.value(I);
+}
+
+bool TSQLiteTable::Next() {
+    if (Eof()) return false;
+    ++fRow;
+    return true;
+}
+
+bool TSQLiteTable::Previous() {
+    if (BOF()) return false;
+    --fRow;
+    return true;
+}
+
+bool TSQLiteTable::MoveFirst() {
+    if (fRowCount == 0) return false;
+    fRow = 0;
+    return true;
+}
+
+bool TSQLiteTable::MoveLast() {
+    if (fRowCount == 0) return false;
+    fRow = fRowCount - 1;
+    return true;
+}
+
+bool TSQLiteTable::MoveTo(unsigned position) {
+    if (fRowCount == 0 || position >= fRowCount) return false;
+    fRow = position;
+    return true;
+}
+
+std::int64_t TSQLiteTable::CountResult() const {
+    if (Eof()) return 0;
+    bool ok = false;
+    const std::int64_t n = Fields(0).toLongLong(&ok);
+    if (!ok)
+        throw ESQLiteException(QStringLiteral("'%1' is not a valid integer value").arg(Fields(0)));
+    return n;
+}
+
+// ---------------------------------------------------------------- cursor
+
+TSQLiteCursor::TSQLiteCursor(TSQLiteDatabase& DB, const QString& SQL) : fDB(&DB), fSQL(SQL) {
+    fStmt = DB.Prepare(SQL);
+    try {
+        DB.SetParams(fStmt);
+        fColCount = sqlite3_column_count(fStmt);
+        for (int c = 0; c < fColCount; ++c)
+            fCols.append(columnName16(fStmt, c).toUpper());
+        Next();
+    } catch (...) {
+        sqlite3_finalize(fStmt);
+        fStmt = nullptr;
+        throw;
+    }
+}
+
+TSQLiteCursor::~TSQLiteCursor() {
+    if (fStmt) sqlite3_finalize(fStmt);
+}
+
+bool TSQLiteCursor::Next() {
+    fEOF = true;
+    const int rc = sqlite3_step(fStmt);
+    if (rc == SQLITE_ROW) {
+        fEOF = false;
+        ++fRow;
+        return true;
+    }
+    if (rc != SQLITE_DONE) {
+        sqlite3_reset(fStmt);
+        fDB->RaiseSqlError(QStringLiteral("Could not retrieve data"), fSQL);
+    }
+    return false;
+}
+
+QString TSQLiteCursor::Fields(int I) const {
+    return columnText16(fStmt, I);
+}
+
+std::int64_t TSQLiteCursor::FieldAsInteger(int I) const {
+    return sqlite3_column_int64(fStmt, I);
+}
+
+double TSQLiteCursor::FieldAsDouble(int I) const {
+    return sqlite3_column_double(fStmt, I);
+}
+
+bool TSQLiteCursor::FieldIsNull(int I) const {
+    return sqlite3_column_text16(fStmt, I) == nullptr;
+}
+
+std::unique_ptr<QByteArray> TSQLiteCursor::FieldAsBlob(int I) const {
+    const void* p = sqlite3_column_blob(fStmt, I);
+    const int n = sqlite3_column_bytes(fStmt, I);
+    if (n < 1 || !p) return nullptr;
+    return std::make_unique<QByteArray>(static_cast<const char*>(p), n);
+}
+
+const void* TSQLiteCursor::FieldAsBlobPtr(int I, int& iNumBytes) const {
+    const void* p = sqlite3_column_blob(fStmt, I);
+    iNumBytes = sqlite3_column_bytes(fStmt, I);
+    return p;
+}
+
+QString TSQLiteCursor::FieldAsBlobText(int I) const {
+    const std::unique_ptr<QByteArray> b = FieldAsBlob(I);
+    return b ? QString::fromUtf8(*b) : QString();
+}
+
+int TSQLiteCursor::FieldIndex(const QString& name) const {
+    if (fCols.isEmpty())
+        throw ESQLiteException(QStringLiteral("Field ") + name +
+                               QStringLiteral(" Not found. Empty dataset"));
+    const int i = int(fCols.indexOf(name.toUpper()));
+    if (i < 0) throw ESQLiteException(QStringLiteral("Field not found in dataset: ") + name);
+    return i;
+}

@@ -1,0 +1,207 @@
+#pragma once
+// The classes of the database layer: a connection, a result set held in
+// memory, a forward-only cursor, named parameters, and the layer's one
+// exception. Every failure is an ESQLiteException.
+
+#include "store/sqliteapi.h"
+
+#include <QByteArray>
+#include <QString>
+#include <QStringList>
+
+#include <cstdint>
+#include <functional>
+#include <memory>
+#include <stdexcept>
+#include <variant>
+#include <vector>
+
+// The exception of the layer; what() is the UTF-8 message.
+class ESQLiteException : public std::runtime_error {
+public:
+    explicit ESQLiteException(const QString& message);
+    QString Message() const { return QString::fromUtf8(what()); }
+};
+
+// Library type numbers of a value.
+namespace SQLiteType {
+constexpr int Integer = 1; // SQLITE_INTEGER
+constexpr int Float = 2;   // SQLITE_FLOAT
+constexpr int Text = 3;    // SQLITE_TEXT
+constexpr int Blob = 4;    // SQLITE_BLOB
+constexpr int Null = 5;    // SQLITE_NULL
+} // namespace SQLiteType
+
+// A prepared statement.
+struct TSQLiteQuery {
+    QString SQL;
+    sqlite3_stmt* Statement = nullptr;
+};
+
+// One named parameter waiting for the next statement.
+struct TSQliteParam {
+    QString name;
+    int valuetype = SQLiteType::Null;
+    std::int64_t valueinteger = 0;
+    double valuefloat = 0;
+    QString valuedata;
+};
+
+class TSQLiteDatabase;
+class TSQLiteTable;
+class TSQLiteCursor;
+
+// Called with the SQL of every statement that was prepared.
+using THookQuery = std::function<void(TSQLiteDatabase* Sender, const QString& SQL)>;
+// Collation over UTF-8 text.
+using TCollateXCompare = int (*)(void* UserData, int Buf1Len, const void* Buf1, int Buf2Len,
+                                 const void* Buf2);
+
+// One open connection. Lives on the stack of the operation that needs it:
+// its destructor rolls back an open transaction and may raise when the
+// ROLLBACK itself fails.
+class TSQLiteDatabase {
+public:
+    explicit TSQLiteDatabase(const QString& FileName);
+    ~TSQLiteDatabase() noexcept(false);
+    TSQLiteDatabase(const TSQLiteDatabase&) = delete;
+    TSQLiteDatabase& operator=(const TSQLiteDatabase&) = delete;
+
+    sqlite3* DB() const { return fDB; }
+    bool IsTransactionOpen() const { return fInTrans; }
+    int RowsChanged() const;
+    THookQuery OnQuery;
+
+    void ExecSQL(const QString& SQL);
+    void ExecSQL(TSQLiteQuery& Query);
+    TSQLiteQuery PrepareSQL(const QString& SQL);
+    void BindSQL(TSQLiteQuery& Query, int Index, std::int64_t Value);
+    void BindSQL(TSQLiteQuery& Query, int Index, const QString& Value);
+    void ReleaseSQL(TSQLiteQuery& Query);
+
+    std::unique_ptr<TSQLiteTable> GetTable(const QString& SQL);
+    std::unique_ptr<TSQLiteCursor> GetUniTable(const QString& SQL);
+    std::int64_t GetTableValue(const QString& SQL);
+    QString GetTableString(const QString& SQL);
+    void GetTableStrings(const QString& SQL, QStringList& Value);
+    void UpdateBlob(const QString& SQL, const QByteArray& BlobData);
+
+    void BeginTransaction();
+    void Commit();
+    void Rollback();
+    bool TableExists(const QString& TableName);
+    std::int64_t GetLastInsertRowID() const;
+    std::int64_t GetLastChangedRows() const;
+    void SetTimeout(int Value);
+    int Backup(TSQLiteDatabase& TargetDB);
+    int Backup(TSQLiteDatabase& TargetDB, const QString& targetName, const QString& sourceName);
+    static QString Version();
+    void AddCustomCollate(const QString& name, TCollateXCompare xCompare);
+    void AddSystemCollate();
+
+    void ParamsClear();
+    void AddParamInt(const QString& name, std::int64_t value);
+    void AddParamFloat(const QString& name, double value);
+    void AddParamText(const QString& name, const QString& value);
+    void AddParamNull(const QString& name);
+    void Synchronised(bool write);
+
+    // Raises the library's current error with message and SQL.
+    [[noreturn]] void RaiseSqlError(const QString& message, const QString& SQL) const;
+    // Binds the waiting parameters to a fresh statement, then clears them.
+    void SetParams(sqlite3_stmt* Stmt);
+    // Prepares by sqlite3_prepare16_v2 and hands the SQL to OnQuery; raises
+    // on failure and when no statement came back.
+    sqlite3_stmt* Prepare(const QString& SQL);
+
+private:
+    sqlite3* fDB = nullptr;
+    bool fInTrans = false;
+    bool fSync = false;
+    std::vector<TSQliteParam> fParams;
+};
+
+// A whole result set in memory; needs no connection once built.
+class TSQLiteTable {
+public:
+    TSQLiteTable(TSQLiteDatabase& DB, const QString& SQL);
+    TSQLiteTable(const TSQLiteTable&) = delete;
+    TSQLiteTable& operator=(const TSQLiteTable&) = delete;
+
+    unsigned RowCount() const { return fRowCount; }
+    unsigned Count() const { return fRowCount; }
+    unsigned ColCount() const { return fColCount; }
+    unsigned Row() const { return fRow; }
+
+    QString Fields(int I) const;
+    QString FieldAsString(int I) const;
+    std::int64_t FieldAsInteger(int I) const;
+    double FieldAsDouble(int I) const;
+    // The stream, still owned by the table; null for a NULL.
+    const QByteArray* FieldAsBlob(int I) const;
+    QString FieldAsBlobText(int I) const;
+    bool FieldIsNull(int I) const;
+    QString FieldByName(const QString& name) const;
+    int FieldIndex(const QString& name) const;
+    QString Columns(int I) const;
+    const QStringList& ColumnNames() const { return fCols; }
+
+    // EOF (the name is taken by the C library).
+    bool Eof() const { return fRow >= fRowCount; }
+    bool BOF() const { return fRow == 0; }
+    bool IsLastRow() const { return fRowCount > 0 && fRow == fRowCount - 1; }
+    bool Next();
+    bool Previous();
+    bool MoveFirst();
+    bool MoveLast();
+    bool MoveTo(unsigned position);
+    std::int64_t CountResult() const;
+
+private:
+    using Value = std::variant<std::monostate, std::int64_t, double, QString, QByteArray>;
+    const Value& current(int I) const;
+
+    std::vector<Value> fResults;
+    unsigned fRowCount = 0;
+    unsigned fColCount = 0;
+    QStringList fCols;
+    std::vector<int> fColTypes;
+    unsigned fRow = 0;
+};
+
+// A forward-only result set that keeps its statement open on the connection.
+class TSQLiteCursor {
+public:
+    TSQLiteCursor(TSQLiteDatabase& DB, const QString& SQL);
+    ~TSQLiteCursor();
+    TSQLiteCursor(const TSQLiteCursor&) = delete;
+    TSQLiteCursor& operator=(const TSQLiteCursor&) = delete;
+
+    int ColCount() const { return fColCount; }
+    unsigned Row() const { return fRow; }
+    bool Eof() const { return fEOF; }
+    const QStringList& ColumnNames() const { return fCols; }
+    QString Columns(int I) const { return fCols.value(I); }
+
+    bool Next();
+    QString Fields(int I) const;
+    QString FieldAsString(int I) const { return Fields(I); }
+    std::int64_t FieldAsInteger(int I) const;
+    double FieldAsDouble(int I) const;
+    bool FieldIsNull(int I) const;
+    // A new stream owned by the caller; null when the value has under 1 byte.
+    std::unique_ptr<QByteArray> FieldAsBlob(int I) const;
+    const void* FieldAsBlobPtr(int I, int& iNumBytes) const;
+    QString FieldAsBlobText(int I) const;
+    QString FieldByName(const QString& name) const { return Fields(FieldIndex(name)); }
+    int FieldIndex(const QString& name) const;
+
+private:
+    int fColCount = 0;
+    QStringList fCols;
+    unsigned fRow = 0;
+    bool fEOF = false;
+    sqlite3_stmt* fStmt = nullptr;
+    TSQLiteDatabase* fDB;
+    QString fSQL;
+};

@@ -1,0 +1,251 @@
+// The settings files and the configuration record, on real files and a real
+// database in a temporary folder.
+
+#include "shell/confrecord.h"
+#include "shell/datapaths.h"
+#include "shell/dialogs.h"
+#include "shell/settingsfiles.h"
+#include "store/codepage.h"
+#include "store/modulewrappersqlite.h"
+#include "store/suitestandin.h"
+
+#include <QDir>
+#include <QFile>
+#include <QTemporaryDir>
+
+#include <gtest/gtest.h>
+
+namespace {
+
+// The person at the keyboard: answers every box with OK and remembers it.
+class RecordingDialogs : public Dialogs {
+public:
+    QStringList messages;
+
+    int TaskDialog(QWidget*, const QString&, const QString& instruction, int, int,
+                   const QString& content) override {
+        messages << instruction + QLatin1Char('|') + content;
+        return TaskDialog::IdOk;
+    }
+    void Message(QWidget*, const QString&, const QString& text) override { messages << text; }
+    bool InputQuery(QWidget*, const QString&, const QString&, QString&) override { return false; }
+    QString OpenFileName(QWidget*, const QString&, const QString&, const QString&) override {
+        return {};
+    }
+    QString SaveFileName(QWidget*, const QString&, const QString&, const QString&) override {
+        return {};
+    }
+    QString FolderName(QWidget*, const QString&, const QString&) override { return {}; }
+    QString ClipboardText() override { return {}; }
+    void SetClipboardText(const QString&) override {}
+    void Beep() override {}
+    bool ShiftDown() override { return false; }
+    bool StartProcess(const QString&, const QStringList&, const QString&) override { return false; }
+    bool OpenDocument(const QString&) override { return false; }
+};
+
+std::string s(const QString& q) {
+    return q.toStdString();
+}
+
+class SettingsFiles : public ::testing::Test {
+protected:
+    void SetUp() override {
+        ASSERT_TRUE(dir.isValid());
+        root = dir.path();
+        QDir().mkpath(root + QStringLiteral("/conf"));
+    }
+    void writeRaw(const QString& path, const QByteArray& bytes) {
+        QFile f(path);
+        ASSERT_TRUE(f.open(QIODevice::WriteOnly));
+        f.write(bytes);
+    }
+    QByteArray readRaw(const QString& path) {
+        QFile f(path);
+        EXPECT_TRUE(f.open(QIODevice::ReadOnly));
+        return f.readAll();
+    }
+
+    QTemporaryDir dir;
+    QString root;
+};
+
+TEST(KeyStyle, SplitsAtTheFirstEqualsSignWithoutTrimming) {
+    QString key, value;
+    SplitKeyLine(QStringLiteral("[A]= x=y "), key, value);
+    EXPECT_EQ(s(key), "[A]");
+    EXPECT_EQ(s(value), " x=y ");
+    SplitKeyLine(QStringLiteral("no equals"), key, value);
+    EXPECT_TRUE(key.isEmpty());
+    const auto map = ReadKeyLines({QStringLiteral("[K]=1"), QStringLiteral("=orphan"),
+                                   QStringLiteral("[k]=lower"), QStringLiteral("[K]=2"),
+                                   QStringLiteral("junk")});
+    EXPECT_EQ(map.size(), 2);
+    EXPECT_EQ(s(map.value(QStringLiteral("[K]"))), "2"); // the last value wins
+    EXPECT_EQ(s(map.value(QStringLiteral("[k]"))), "lower");
+    EXPECT_EQ(SplitTextLines(QStringLiteral("a\r\nb\nc\rd\r\n")),
+              (QStringList{"a", "b", "c", "d"}));
+    EXPECT_EQ(SplitTextLines(QStringLiteral("a\r\n\r\nb")), (QStringList{"a", "", "b"}));
+}
+
+TEST_F(SettingsFiles, WindowFile) {
+    WindowRect r{1, 2, 3, 4};
+    ReadWindowFile(root, QStringLiteral("qorvale_k"), r); // missing: zeros
+    EXPECT_EQ(r.Left + r.Top + r.Width + r.Height, 0);
+
+    WriteWindowFile(root, QStringLiteral("qorvale_k"), 10, 20, -300, 400);
+    const QString path = WindowFilePath(root, QStringLiteral("qorvale_k"));
+    EXPECT_EQ(path, root + QStringLiteral("/conf/qorvale_k.ini"));
+    EXPECT_EQ(readRaw(path), QByteArray("[Screen_Top]=10\r\n[Screen_Left]=20\r\n"
+                                        "[Screen_Width]=-300\r\n[Screen_Height]=400\r\n"));
+    ReadWindowFile(root, QStringLiteral("qorvale_k"), r);
+    EXPECT_EQ(r.Top, 10);
+    EXPECT_EQ(r.Left, 20);
+    EXPECT_EQ(r.Width, -300);
+    EXPECT_EQ(r.Height, 400);
+
+    writeRaw(path, "[Screen_Top]=abc\r\n[Screen_Left]=5\r\n[Screen_Left]=6\n[Screen_Width]=1.5");
+    ReadWindowFile(root, QStringLiteral("qorvale_k"), r);
+    EXPECT_EQ(r.Top, 0);
+    EXPECT_EQ(r.Left, 6);
+    EXPECT_EQ(r.Width, 0);
+    EXPECT_EQ(r.Height, 0);
+}
+
+TEST_F(SettingsFiles, NetworkFile) {
+    EXPECT_TRUE(ReadNetworkDir(root).isEmpty());
+    writeRaw(NetworkFilePath(root),
+             ToAnsi(QStringLiteral("[Other]=x\r\n[Network_Dir]=\\\\srv\\共有\r\n")));
+    EXPECT_EQ(ReadNetworkDir(root), QStringLiteral("\\\\srv\\共有"));
+    writeRaw(NetworkFilePath(root), "[Other]=x\r\n");
+    EXPECT_TRUE(ReadNetworkDir(root).isEmpty());
+}
+
+TEST_F(SettingsFiles, DisplayFile) {
+    DisplaySettings d;
+    EXPECT_FALSE(ReadDisplaySettings(root, d)); // missing: both checked
+    EXPECT_TRUE(d.TreeUse);
+    EXPECT_TRUE(d.StatusUse);
+
+    d.CheckBox1 = true;
+    d.StatusUse = false;
+    d.TreeViewWidth = 230;
+    WriteDisplaySettings(root, d);
+    EXPECT_EQ(readRaw(DisplayFilePath(root)),
+              QByteArray("[Version]=2.00\r\n[CheckBox1]=TRUE\r\n[TREE_USE]=TRUE\r\n"
+                         "[STATUS_USE]=FALSE\r\n[TREEVIEW_WIDTH]=230\r\n"));
+    DisplaySettings back;
+    EXPECT_TRUE(ReadDisplaySettings(root, back));
+    EXPECT_FALSE(back.CheckBox1); // stored, never read back
+    EXPECT_TRUE(back.TreeUse);
+    EXPECT_FALSE(back.StatusUse);
+    EXPECT_EQ(back.TreeViewWidth, 230);
+
+    // Exact comparison: lower-case false changes nothing; a bad width is 100.
+    DisplaySettings e;
+    ApplyDisplayLines({QStringLiteral("[TREE_USE]=false"), QStringLiteral("[STATUS_USE]=FALSE "),
+                       QStringLiteral("[TREEVIEW_WIDTH]=wide")},
+                      e);
+    EXPECT_TRUE(e.TreeUse);
+    EXPECT_TRUE(e.StatusUse);
+    EXPECT_EQ(e.TreeViewWidth, 100);
+    ApplyDisplayLines({QStringLiteral("[TREE_USE]=FALSE"), QStringLiteral("[TREEVIEW_WIDTH]=-5")},
+                      e);
+    EXPECT_FALSE(e.TreeUse);
+    EXPECT_EQ(e.TreeViewWidth, -5);
+
+    // A display file that can't be written raises.
+    DisplaySettings f;
+    EXPECT_THROW(WriteDisplaySettings(root + QStringLiteral("/conf/qorvale_p.disp/x"), f),
+                 EInOutError);
+}
+
+class ConfRecordTest : public ::testing::Test {
+protected:
+    void SetUp() override {
+        ASSERT_TRUE(dir.isValid());
+        ExDatabasePath = dir.filePath(QStringLiteral("velmoraMainEX.db3"));
+        CreateSuiteDatabase(ExDatabasePath, false);
+        dialogs = new RecordingDialogs;
+        previous = InstallDialogs(std::unique_ptr<Dialogs>(dialogs));
+        KanzaiConf = ConfRecord{};
+    }
+    void TearDown() override { InstallDialogs(std::move(previous)); }
+
+    QTemporaryDir dir;
+    RecordingDialogs* dialogs = nullptr;
+    std::unique_ptr<Dialogs> previous;
+};
+
+TEST_F(ConfRecordTest, StatementsAndText) {
+    ConfRecord c;
+    c.GroupNames = DefaultGroupNames();
+    c.Keta = QStringLiteral("3");
+    c.GroupNames[9] = QStringLiteral("冷媒's");
+    EXPECT_EQ(s(ConfSelectStatement()), "SELECT notes FROM exconf where conf='kanzai';");
+    EXPECT_EQ(s(ConfDeleteStatement()), "delete from exconf where conf='kanzai';");
+    EXPECT_EQ(s(ConfInsertStatement(c)),
+              "INSERT INTO exconf(conf,notes) VALUES('kanzai','[REMOVAL]=\r\n[RECYCLE]=\r\n"
+              "[KETA]=3\r\n[CUTLEVEL]=\r\n[GROUP_NAME1]=給水\r\n[GROUP_NAME2]=排水\r\n"
+              "[GROUP_NAME3]=通気\r\n[GROUP_NAME4]=給湯\r\n[GROUP_NAME5]=消火\r\n"
+              "[GROUP_NAME6]=冷温水\r\n[GROUP_NAME7]=冷却水\r\n[GROUP_NAME8]=蒸気\r\n"
+              "[GROUP_NAME9]=油\r\n[GROUP_NAME10]=冷媒''s\r\n');");
+}
+
+TEST_F(ConfRecordTest, NoRecordGivesDefaults) {
+    LoadGroupNames();
+    EXPECT_EQ(KanzaiConf.GroupNames, DefaultGroupNames());
+    EXPECT_TRUE(KanzaiConf.Removal.isEmpty());
+    EXPECT_TRUE(KanzaiConf.CutLevel.isEmpty());
+}
+
+TEST_F(ConfRecordTest, SaveAndLoadRoundTrip) {
+    LoadGroupNames();
+    KanzaiConf.Removal = QStringLiteral("r=1");
+    KanzaiConf.Recycle = QStringLiteral(" spaced ");
+    KanzaiConf.CutLevel = QStringLiteral("2");
+    KanzaiConf.GroupNames[0] = QStringLiteral("給水 (O'Neil; 改)");
+    KanzaiConf.GroupNames[4] = QString();
+    ASSERT_EQ(SaveGroupNames(), 1);
+    ASSERT_EQ(SaveGroupNames(), 1); // replaced, not added
+    const ConfRecord saved = KanzaiConf;
+
+    KanzaiConf = ConfRecord{};
+    LoadGroupNames();
+    EXPECT_EQ(KanzaiConf.GroupNames, saved.GroupNames);
+    EXPECT_EQ(s(KanzaiConf.Removal), "r=1");
+    EXPECT_EQ(s(KanzaiConf.Recycle), " spaced ");
+    EXPECT_EQ(s(KanzaiConf.CutLevel), "2");
+    QueryToLines(ExDatabasePath, QStringLiteral("SELECT count(*) FROM exconf"));
+    EXPECT_EQ(ResultLines, QStringList{QStringLiteral("1;")});
+    EXPECT_TRUE(dialogs->messages.isEmpty());
+}
+
+TEST_F(ConfRecordTest, UnknownKeysAndMissingLinesInTheRecord) {
+    ASSERT_EQ(ExecStatement(ExDatabasePath,
+                            QStringLiteral("INSERT INTO exconf VALUES ('kanzai', "
+                                           "'[GROUP_NAME3]=換気\r\n[NOTE]=x\r\n[KETA]=4')")),
+              1);
+    LoadGroupNames();
+    EXPECT_EQ(KanzaiConf.GroupNames[2], QStringLiteral("換気"));
+    EXPECT_EQ(KanzaiConf.GroupNames[0], QStringLiteral("給水"));
+    EXPECT_EQ(s(KanzaiConf.Keta), "4");
+}
+
+TEST_F(ConfRecordTest, FailedInsertKeepsTheOldRecord) {
+    KanzaiConf.GroupNames = DefaultGroupNames();
+    KanzaiConf.GroupNames[1] = QStringLiteral("汚水");
+    ASSERT_EQ(SaveGroupNames(), 1);
+    // The insert fails (a trigger stands in for any failure after the delete).
+    ASSERT_EQ(ExecStatement(ExDatabasePath,
+                            QStringLiteral("CREATE TRIGGER no_insert BEFORE INSERT ON exconf "
+                                           "BEGIN SELECT RAISE(ABORT, 'refused'); END")),
+              1);
+    KanzaiConf.GroupNames[1] = QStringLiteral("雨水");
+    EXPECT_EQ(SaveGroupNames(), 0);
+    EXPECT_EQ(dialogs->messages, QStringList{QStringLiteral("ERROR")});
+    LoadGroupNames();
+    EXPECT_EQ(KanzaiConf.GroupNames[1], QStringLiteral("汚水"));
+}
+
+} // namespace

@@ -1,0 +1,322 @@
+// Loading and saving a pipe type on a real database made by the suite
+// stand-in in a temporary folder.
+
+#include "shell/datapaths.h"
+#include "shell/dialogs.h"
+#include "store/codepage.h"
+#include "store/modulewrappersqlite.h"
+#include "store/pipetypestore.h"
+#include "store/suitestandin.h"
+
+#include <QTemporaryDir>
+
+#include <gtest/gtest.h>
+
+#include <functional>
+
+namespace {
+
+// The person at the keyboard: answers every box with OK and remembers it.
+class RecordingDialogs : public Dialogs {
+public:
+    QStringList messages;
+    QString clipboard;
+    std::function<void()> onMessage;
+
+    int TaskDialog(QWidget*, const QString&, const QString& instruction, int, int,
+                   const QString& content) override {
+        messages << instruction + QLatin1Char('|') + content;
+        return TaskDialog::IdOk;
+    }
+    void Message(QWidget*, const QString&, const QString& text) override {
+        messages << text;
+        if (onMessage) onMessage();
+    }
+    bool InputQuery(QWidget*, const QString&, const QString&, QString&) override { return false; }
+    QString OpenFileName(QWidget*, const QString&, const QString&, const QString&) override {
+        return {};
+    }
+    QString SaveFileName(QWidget*, const QString&, const QString&, const QString&) override {
+        return {};
+    }
+    QString FolderName(QWidget*, const QString&, const QString&) override { return {}; }
+    QString ClipboardText() override { return clipboard; }
+    void SetClipboardText(const QString& text) override { clipboard = text; }
+    void Beep() override {}
+    bool ShiftDown() override { return false; }
+    bool StartProcess(const QString&, const QStringList&, const QString&) override { return false; }
+    bool OpenDocument(const QString&) override { return false; }
+};
+
+std::string s(const QString& q) {
+    return q.toStdString();
+}
+Currency c(const char* text) {
+    return StrToCurr(QString::fromLatin1(text));
+}
+
+class PipeTypeStore : public ::testing::Test {
+protected:
+    void SetUp() override {
+        ASSERT_TRUE(dir.isValid());
+        ExDatabasePath = dir.filePath(QStringLiteral("velmoraMainEX.db3"));
+        CreateSuiteDatabase(ExDatabasePath, false);
+        dialogs = new RecordingDialogs;
+        previous = InstallDialogs(std::unique_ptr<Dialogs>(dialogs));
+        ClearRows(RowCount);
+        SavedLines.clear();
+        CurrentLines.clear();
+    }
+    void TearDown() override { InstallDialogs(std::move(previous)); }
+
+    void exec(const QString& sql) { ASSERT_EQ(ExecStatement(ExDatabasePath, sql), 1); }
+    QString stored(const char* column, int grp, int kan, int no) {
+        TSQLiteDatabase db(ExDatabasePath);
+        return db.GetTableString(
+            QStringLiteral("SELECT %1 FROM ex_kanzai WHERE GRP=%2 AND KAN=%3 AND NO=%4")
+                .arg(QLatin1String(column))
+                .arg(grp)
+                .arg(kan)
+                .arg(no));
+    }
+
+    QTemporaryDir dir;
+    RecordingDialogs* dialogs = nullptr;
+    std::unique_ptr<Dialogs> previous;
+};
+
+TEST(PipeTypeStatements, LoadStatementText) {
+    EXPECT_EQ(s(LoadStatement(3, 7)),
+              "SELECT *FROM ex_kanzai where CTG='1' and Grp='3' and KAN='7' order by no;");
+}
+
+TEST(PipeTypeStatements, SaveStatementText) {
+    Fuzokurecordtypex r;
+    r.SetGoods(QStringLiteral("鋼管"));
+    r.SetKind(QStringLiteral("屋内一般"));
+    r.SetSize(QStringLiteral("15A"));
+    r.SetCi(QStringLiteral("ｍ"));
+    r.NET = c("1234.5");
+    r.SORT = c("5");
+    r.UKEY = 60;
+    EXPECT_EQ(s(SaveStatement(r, 3, 7, 1)),
+              "UPDATE ex_kanzai SET GOODS='鋼管',KIND='屋内一般',SIZE='15A',YOSAN='0',SORT='0',"
+              "CI='ｍ',FLAG='0',NET='1234.5',GROSS='0',TEIKA='0',Data1='0',Data2='0',Data3='0',"
+              "Data4='0',Data5='0',Data6='0',Data7='0',CALC1_G='0',CALC2_G='0',CALC3_G='0',"
+              "CALC4_G='0',CALC5_G='0',CALC6_G='0',CALC7_G='0',CALC1_N='0',CALC2_N='0',"
+              "CALC3_N='0',CALC4_N='0',CALC5_N='0',CALC6_N='0',CALC7_N='0',NTANKA='0',"
+              "GTANKA='0',FTANKA='0' WHERE CTG='1' and GRP='3' and KAN='7' and NO='1';\r\n");
+    // Quotes are doubled; CALC_G comes ahead of CALC_N; numbers are shortest text.
+    r.SetGoods(QStringLiteral("O'Neil;管"));
+    r.CALC_G[0] = c("2");
+    r.CALC_N[0] = c("-0.25");
+    r.YOSAN = -1;
+    const QString sql = SaveStatement(r, 10, 20, 60);
+    EXPECT_TRUE(sql.startsWith(QStringLiteral("UPDATE ex_kanzai SET GOODS='O''Neil;管',")));
+    EXPECT_TRUE(sql.contains(QStringLiteral(",YOSAN='-1',")));
+    EXPECT_TRUE(sql.contains(QStringLiteral(",CALC1_G='2',")));
+    EXPECT_TRUE(sql.contains(QStringLiteral(",CALC1_N='-0.25',")));
+    EXPECT_TRUE(sql.endsWith(QStringLiteral(" and GRP='10' and KAN='20' and NO='60';\r\n")));
+}
+
+TEST_F(PipeTypeStore, LoadRules) {
+    exec(QStringLiteral("UPDATE ex_kanzai SET DATA1=0 WHERE GRP=3 AND KAN=7"));
+    exec(QStringLiteral("UPDATE ex_kanzai SET FLAG=2, YOSAN=3 WHERE GRP=3 AND KAN=7 AND NO=60"));
+    exec(QStringLiteral("UPDATE ex_kanzai SET FLAG=2 WHERE GRP=3 AND KAN=7 AND NO=59"));
+    exec(QStringLiteral("UPDATE ex_kanzai SET GOODS='%1' WHERE GRP=3 AND KAN=7 AND NO=1")
+             .arg(QString(100, QLatin1Char('x'))));
+    exec(QStringLiteral("UPDATE ex_kanzai SET NET=1234.56789, SORT=5, SIZE=NULL, UKEY=77 "
+                        "WHERE GRP=3 AND KAN=7 AND NO=2"));
+    exec(QStringLiteral("UPDATE ex_kanzai SET SIZE='15A', TEIKA='abc' WHERE GRP=3 AND KAN=7 "
+                        "AND NO=3"));
+    KanzaiRows[2].SIZE = "old";
+    KanzaiRows[2].CALC_G[3] = c("9"); // CALC fields keep their old values
+
+    LoadPipeType(5, 3, 7);
+    EXPECT_EQ(KanzaiRows[15].Data(1), c("1"));
+    EXPECT_EQ(KanzaiRows[16].Data(1), c("0"));
+    EXPECT_EQ(KanzaiRows[60].FLAG, 0);
+    EXPECT_EQ(KanzaiRows[60].YOSAN, 0);
+    EXPECT_EQ(KanzaiRows[59].FLAG, 2);
+    EXPECT_EQ(KanzaiRows[1].GOODS, QByteArray(80, 'x'));
+    EXPECT_EQ(KanzaiRows[2].NET, c("1234.5679"));
+    EXPECT_EQ(KanzaiRows[2].SORT, c("5"));
+    EXPECT_EQ(KanzaiRows[2].SIZE, QByteArray());
+    EXPECT_EQ(KanzaiRows[2].UKEY, 77);
+    EXPECT_EQ(KanzaiRows[2].CALC_G[3], c("9"));
+    EXPECT_EQ(KanzaiRows[3].SIZE, QByteArray("15A"));
+    EXPECT_EQ(KanzaiRows[3].TEIKA, c("0"));
+    EXPECT_EQ(KanzaiRows[60].UKEY, 60);
+    ASSERT_EQ(SavedLines.size(), 60);
+    EXPECT_TRUE(SavedLines[0].startsWith(QString(80, QLatin1Char('x')) + QLatin1Char(';')));
+    EXPECT_EQ(NthField(SavedLines[14], 9), QStringLiteral("1")); // DATA1 after the default
+    EXPECT_EQ(NthField(SavedLines[59], 4), QStringLiteral("2")); // stored FLAG
+    // So the pipe type counts as changed right after loading.
+    TakeSnapshot();
+    EXPECT_TRUE(PipeTypeChanged());
+
+    // FLAG -1 stays; DATA1 2.5 in row 15 stays.
+    exec(QStringLiteral("UPDATE ex_kanzai SET FLAG=-1 WHERE GRP=3 AND KAN=8 AND NO=60"));
+    exec(QStringLiteral("UPDATE ex_kanzai SET DATA1=2.5 WHERE GRP=3 AND KAN=8 AND NO=15"));
+    LoadPipeType(1, 3, 8);
+    EXPECT_EQ(KanzaiRows[60].FLAG, -1);
+    EXPECT_EQ(KanzaiRows[15].Data(1), c("2.5"));
+}
+
+TEST_F(PipeTypeStore, MissingRowsStopTheLoad) {
+    exec(QStringLiteral("DELETE FROM ex_kanzai WHERE GRP=2 AND KAN=2 AND NO>=30"));
+    exec(QStringLiteral("UPDATE ex_kanzai SET GOODS='first' WHERE GRP=2 AND KAN=2 AND NO=1"));
+    KanzaiRows[60].FLAG = 5;
+    KanzaiRows[40].SetGoods(QStringLiteral("kept"));
+    EXPECT_THROW(LoadPipeType(1, 2, 2), std::out_of_range);
+    EXPECT_EQ(KanzaiRows[1].GOODS, QByteArray("first"));
+    EXPECT_EQ(KanzaiRows[40].GOODS, QByteArray("kept"));
+    EXPECT_EQ(KanzaiRows[60].FLAG, 5);
+    EXPECT_EQ(SavedLines.size(), 29);
+}
+
+TEST_F(PipeTypeStore, SaveWritesAllRowsAndMarksSaved) {
+    LoadPipeType(1, 4, 5);
+    KanzaiRows[1].SetGoods(QStringLiteral("配管用炭素鋼鋼管（白）"));
+    KanzaiRows[2].SORT = c("5");
+    KanzaiRows[2].UKEY = 999;
+    KanzaiRows[7].NET = c("1234.5");
+    KanzaiRows[7].CALC_N[6] = c("17");
+    KanzaiRows[60].YOSAN = 1;
+    TakeSnapshot();
+    EXPECT_TRUE(PipeTypeChanged());
+
+    SavePipeType(nullptr, 9, 4, 0, 5);
+    EXPECT_TRUE(dialogs->messages.isEmpty());
+    EXPECT_EQ(dialogs->clipboard, SaveStatement(KanzaiRows[1], 4, 5, 1));
+    EXPECT_FALSE(PipeTypeChanged());
+    EXPECT_EQ(stored("GOODS", 4, 5, 1), QStringLiteral("配管用炭素鋼鋼管（白）"));
+    EXPECT_EQ(stored("SORT", 4, 5, 2), QStringLiteral("0"));
+    EXPECT_EQ(stored("UKEY", 4, 5, 2), QStringLiteral("2"));
+    EXPECT_EQ(stored("NET", 4, 5, 7), QStringLiteral("1234.5"));
+    EXPECT_EQ(stored("CALC7_N", 4, 5, 7), QStringLiteral("17"));
+    EXPECT_EQ(stored("YOSAN", 4, 5, 60), QStringLiteral("1"));
+    EXPECT_EQ(stored("GOODS", 4, 6, 1), QString()); // other pipe types untouched
+
+    SavePipeType(nullptr, 1, 4, 1, 5);
+    EXPECT_EQ(dialogs->messages, QStringList{QStringLiteral("確認|保存しました。")});
+}
+
+TEST_F(PipeTypeStore, TextsRoundTripThroughSaveAndLoad) {
+    LoadPipeType(1, 1, 1);
+    const QStringList texts = {QStringLiteral("O'Brien's ;pipe; 'x'"),
+                               QStringLiteral("給水、給湯';--"),
+                               QStringLiteral("ﾌﾗﾝｼﾞ付硬質塩化ﾋﾞﾆﾙﾗｲﾆﾝｸﾞ鋼管(FVA)"),
+                               QStringLiteral("\x1b;\x1b\x1b:;"), QStringLiteral("～－∥―￠")};
+    for (int i = 0; i < int(texts.size()); ++i)
+        KanzaiRows[i + 1].SetGoods(texts[i]);
+    KanzaiRows[1].SetKind(QStringLiteral("屋内;一般'"));
+    KanzaiRows[2].SetSize(QStringLiteral("1';2"));
+    KanzaiRows[3].SetCi(QStringLiteral("ｍ;"));
+    std::array<Fuzokurecordtypex, 5> before;
+    for (int i = 0; i < 5; ++i)
+        before[std::size_t(i)] = KanzaiRows[i + 1];
+    TakeSnapshot();
+    SavePipeType(nullptr, 1, 1, 0, 1);
+    EXPECT_TRUE(dialogs->messages.isEmpty());
+
+    ClearRows(RowCount);
+    LoadPipeType(1, 1, 1);
+    for (int i = 0; i < 5; ++i) {
+        EXPECT_EQ(KanzaiRows[i + 1].GOODS, before[std::size_t(i)].GOODS) << i;
+        EXPECT_EQ(KanzaiRows[i + 1].Goods(), texts[i]) << i;
+    }
+    EXPECT_EQ(KanzaiRows[1].Kind(), QStringLiteral("屋内;一般'"));
+    EXPECT_EQ(KanzaiRows[2].Size(), QStringLiteral("1';2"));
+    EXPECT_EQ(KanzaiRows[3].Ci(), QStringLiteral("ｍ;"));
+    EXPECT_EQ(KanzaiRows[4].NET, before[3].NET);
+}
+
+// Every character of the code page, in its own bytes, survives the store.
+TEST_F(PipeTypeStore, EveryCodePageCharacterSurvivesByteForByte) {
+    QList<QByteArray> chars;
+    for (int b = 0x20; b < 0x7F; ++b)
+        if (b != ';' && b != '\'') chars << QByteArray(1, char(b));
+    for (int b = 0xA1; b <= 0xDF; ++b)
+        chars << QByteArray(1, char(b));
+    for (int lead = 0x81; lead <= 0xFC; ++lead) {
+        if (!IsLeadByte(static_cast<unsigned char>(lead))) continue;
+        for (int trail = 0x40; trail <= 0xFC; ++trail) {
+            if (trail == 0x7F) continue;
+            QByteArray bytes;
+            bytes.append(char(lead)).append(char(trail));
+            const QString u = FromAnsi(bytes);
+            // Only the code page's own form of a character: duplicates
+            // (NEC/IBM rows) have one canonical code.
+            if (u.size() != 1 || u[0] == QChar(0xFFFD) || ToAnsi(u) != bytes) continue;
+            chars << bytes;
+        }
+    }
+    ASSERT_GT(chars.size(), 7000);
+    int next = 0;
+    while (next < int(chars.size())) {
+        LoadPipeType(1, 6, 1);
+        for (int r = 1; r <= RowCount; ++r) {
+            QByteArray goods;
+            while (next < int(chars.size()) && goods.size() + chars[next].size() <= GoodsWidth)
+                goods += chars[next++];
+            KanzaiRows[r].GOODS = goods;
+        }
+        std::array<QByteArray, RowCount> written;
+        for (int r = 1; r <= RowCount; ++r)
+            written[std::size_t(r - 1)] = KanzaiRows[r].GOODS;
+        SavePipeType(nullptr, 1, 6, 0, 1);
+        ClearRows(RowCount);
+        LoadPipeType(1, 6, 1);
+        for (int r = 1; r <= RowCount; ++r)
+            ASSERT_EQ(KanzaiRows[r].GOODS, written[std::size_t(r - 1)]) << "row " << r;
+    }
+    EXPECT_TRUE(dialogs->messages.isEmpty());
+}
+
+TEST_F(PipeTypeStore, BusyDatabase) {
+    LoadPipeType(1, 7, 3);
+    for (int r = 1; r <= RowCount; ++r)
+        KanzaiRows[r].SetGoods(QStringLiteral("new"));
+    TakeSnapshot();
+
+    TSQLiteDatabase other(ExDatabasePath);
+    other.ExecSQL(QStringLiteral("BEGIN EXCLUSIVE"));
+    bool released = false;
+    // At the first "ERROR" the other program lets go of the file.
+    dialogs->onMessage = [&] {
+        if (!released) other.ExecSQL(QStringLiteral("ROLLBACK"));
+        released = true;
+    };
+    // A read raises the busy text.
+    try {
+        LoadPipeType(1, 7, 3);
+        ADD_FAILURE() << "no exception";
+    } catch (const ESQLiteException& e) {
+        EXPECT_TRUE(e.Message().contains(QStringLiteral("The database file is locked")))
+            << s(e.Message());
+    }
+    EXPECT_TRUE(SavedLines.isEmpty());
+    EXPECT_EQ(KanzaiRows[1].GOODS, QByteArray("new"));
+
+    SavePipeType(nullptr, 1, 7, 1, 3);
+    EXPECT_EQ(dialogs->messages,
+              (QStringList{QStringLiteral("ERROR"), QStringLiteral("確認|保存しました。")}));
+    EXPECT_EQ(stored("GOODS", 7, 3, 1), QString()); // the failed row stays as it was
+    EXPECT_EQ(stored("GOODS", 7, 3, 2), QStringLiteral("new"));
+    EXPECT_EQ(stored("GOODS", 7, 3, 60), QStringLiteral("new"));
+}
+
+TEST_F(PipeTypeStore, MissingDatabaseFileFailsTheSave) {
+    LoadPipeType(1, 1, 1);
+    TakeSnapshot();
+    const QStringList saved = SavedLines;
+    ExDatabasePath = dir.filePath(QStringLiteral("no/such/folder/x.db3"));
+    KanzaiRows[1].SetGoods(QStringLiteral("x"));
+    RefreshLines();
+    EXPECT_THROW(SavePipeType(nullptr, 1, 1, 1, 1), ESQLiteException);
+    EXPECT_EQ(SavedLines, saved);
+    EXPECT_TRUE(dialogs->messages.isEmpty());
+}
+
+} // namespace

@@ -1,0 +1,178 @@
+// The suite stand-in and the batch tool, run as their command lines are, on a
+// common data folder in a temporary directory.
+
+#include "engine/calcrow.h"
+#include "shell/batchtool.h"
+#include "shell/datapaths.h"
+#include "store/modulewrappersqlite.h"
+#include "store/pipetypestore.h"
+#include "store/suitestandin.h"
+
+#include <QFileInfo>
+#include <QTemporaryDir>
+
+#include <gtest/gtest.h>
+
+namespace {
+
+std::string s(const QString& q) {
+    return q.toStdString();
+}
+
+class SuiteAndTool : public ::testing::Test {
+protected:
+    void SetUp() override {
+        ASSERT_TRUE(dir.isValid());
+        saved = qgetenv("QORVALE_COMMON_DATA");
+        qputenv("QORVALE_COMMON_DATA", dir.path().toLocal8Bit());
+        dbPath = dir.path() + QStringLiteral("/ostrel/database/velmoraMainEX.db3");
+        root = dir.path() + QStringLiteral("/ostrel/velmora_main");
+    }
+    void TearDown() override { qputenv("QORVALE_COMMON_DATA", saved); }
+
+    int suite(const QStringList& args) {
+        out.clear();
+        err.clear();
+        QTextStream o(&out), e(&err);
+        return RunVelmoraSuite(args, o, e);
+    }
+    int tool(const QStringList& args) {
+        out.clear();
+        err.clear();
+        QTextStream o(&out), e(&err);
+        return RunQorvaleTool(args, o, e);
+    }
+    std::int64_t value(const QString& sql) {
+        TSQLiteDatabase db(dbPath);
+        return db.GetTableValue(sql);
+    }
+
+    QTemporaryDir dir;
+    QByteArray saved;
+    QString dbPath, root, out, err;
+};
+
+TEST_F(SuiteAndTool, InitCreatesTheShapeTheProgramReliesOn) {
+    ASSERT_EQ(suite({"init"}), 0) << s(err);
+    for (const QString& sub : DataRootFolders())
+        EXPECT_TRUE(QFileInfo(root + QLatin1Char('/') + sub).isDir()) << s(sub);
+    for (const QString& f : StyleFiles())
+        EXPECT_TRUE(QFileInfo(root + QLatin1Char('/') + f).isFile()) << s(f);
+    ASSERT_TRUE(QFileInfo(dbPath).isFile());
+    EXPECT_TRUE(out.contains(dbPath.section(QLatin1Char('/'), -1))) << s(out);
+
+    EXPECT_EQ(value(QStringLiteral("SELECT count(*) FROM ex_kanzai")), 12000);
+    EXPECT_EQ(value(QStringLiteral("SELECT count(*) FROM ex_kanzai WHERE CTG=1")), 12000);
+    EXPECT_EQ(value(QStringLiteral("SELECT count(DISTINCT GRP*10000+KAN*100+NO) FROM ex_kanzai "
+                                   "WHERE GRP BETWEEN 1 AND 10 AND KAN BETWEEN 1 AND 20 AND NO "
+                                   "BETWEEN 1 AND 60")),
+              12000);
+    EXPECT_EQ(value(QStringLiteral("SELECT count(*) FROM ex_kanzai WHERE NO=60 AND UKEY=60")), 200);
+    EXPECT_EQ(value(QStringLiteral("SELECT count(*) FROM ex_kanzai WHERE UKEY=60")), 200);
+    EXPECT_EQ(value(QStringLiteral("SELECT count(*) FROM exconf")), 0);
+    // The store gives the rows of a group in the order of KAN.
+    QueryToLines(dbPath, QStringLiteral("SELECT KAN FROM ex_kanzai where CTG='1' and GRP='4' and "
+                                        "no='1';"));
+    ASSERT_EQ(ResultLines.size(), 20);
+    for (int i = 0; i < 20; ++i)
+        EXPECT_EQ(ResultLines[i], QStringLiteral("%1;").arg(i + 1));
+
+    // Never overwritten unless told to.
+    ASSERT_EQ(ExecStatement(dbPath, QStringLiteral("UPDATE ex_kanzai SET GOODS='mine' WHERE "
+                                                   "GRP=1 AND KAN=1 AND NO=1")),
+              1);
+    ASSERT_EQ(suite({"init", "--demo"}), 0) << s(err);
+    EXPECT_TRUE(out.contains(QStringLiteral("left unchanged"))) << s(out);
+    EXPECT_EQ(value(QStringLiteral("SELECT count(*) FROM ex_kanzai WHERE GOODS='mine'")), 1);
+    ASSERT_EQ(suite({"init", "--demo", "--force"}), 0) << s(err);
+    EXPECT_EQ(value(QStringLiteral("SELECT count(*) FROM ex_kanzai WHERE GOODS='mine'")), 0);
+    EXPECT_FALSE(QFileInfo::exists(dbPath + QStringLiteral(".new")));
+}
+
+TEST_F(SuiteAndTool, InitFollowsTheLaunchStringAndRefusesBadArguments) {
+    const QString folder = dir.path() + QStringLiteral("/elsewhere/");
+    ASSERT_EQ(suite({"init", "--launch", "0;1;0;0;" + folder + ";"}), 0) << s(err);
+    EXPECT_TRUE(QFileInfo(folder + QStringLiteral("velmoraMainEX.db3")).isFile());
+    EXPECT_FALSE(QFileInfo::exists(dbPath));
+    EXPECT_EQ(suite({}), 2);
+    EXPECT_EQ(suite({"init", "--bogus"}), 2);
+    EXPECT_TRUE(err.contains(QStringLiteral("--bogus")));
+    EXPECT_EQ(suite({"init", "--launch"}), 2);
+}
+
+TEST_F(SuiteAndTool, DemoDataHoldsItsComputedPrices) {
+    ASSERT_EQ(suite({"init", "--demo"}), 0) << s(err);
+    ExDatabasePath = dbPath;
+    for (const auto& [grp, kan] : {std::pair{1, 1}, std::pair{1, 3}, std::pair{10, 2}}) {
+        LoadPipeType(1, grp, kan);
+        EXPECT_FALSE(KanzaiRows[1].GOODS.isEmpty());
+        EXPECT_FALSE(KanzaiRows[2].GOODS.isEmpty());
+        EXPECT_FALSE(KanzaiRows[3].GOODS.isEmpty());
+        EXPECT_GT(KanzaiRows[1].FTANKA.raw, 0);
+        std::array<Currency, 59> stored{};
+        for (int r = 1; r < 60; ++r)
+            stored[std::size_t(r - 1)] = KanzaiRows[r].GTANKA;
+        CalcAllRows();
+        for (int r = 1; r < 60; ++r)
+            EXPECT_EQ(KanzaiRows[r].GTANKA, stored[std::size_t(r - 1)]) << grp << "/" << kan;
+    }
+    EXPECT_EQ(KanzaiRows[60].FLAG, 1); // refrigerant mode in group 10
+    EXPECT_GT(value(QStringLiteral("SELECT count(DISTINCT GRP) FROM ex_kanzai WHERE NO=1 AND "
+                                   "GOODS<>''")),
+              3);
+}
+
+TEST_F(SuiteAndTool, ToolShowsAndRecalculates) {
+    EXPECT_EQ(tool({"show", "--group", "1", "--kan", "1"}), 1); // no database yet
+    EXPECT_TRUE(err.contains(QStringLiteral("no database"))) << s(err);
+    ASSERT_EQ(suite({"init", "--demo"}), 0) << s(err);
+
+    ASSERT_EQ(tool({"show", "--group", "1", "--kan", "1"}), 0) << s(err);
+    const QStringList lines = out.split(QLatin1Char('\n'), Qt::SkipEmptyParts);
+    ASSERT_EQ(lines.size(), 62);
+    EXPECT_TRUE(lines[2].startsWith(QStringLiteral(" 1; 水道用硬質塩化ﾋﾞﾆﾙﾗｲﾆﾝｸﾞ鋼管(VA);15A;")))
+        << s(lines[2]);
+    EXPECT_EQ(lines[2].count(QLatin1Char('|')), 2);
+
+    // A changed base labour cost is taken up by the recalculation of the group.
+    ASSERT_EQ(ExecStatement(dbPath, QStringLiteral("UPDATE ex_kanzai SET DATA5='30000' WHERE "
+                                                   "GRP=1 AND NO=60")),
+              1);
+    const auto before = value(QStringLiteral(
+        "SELECT CAST(GTANKA AS INTEGER) FROM ex_kanzai WHERE GRP=1 AND KAN=2 AND NO=1"));
+    ASSERT_EQ(tool({"recalc", "--group", "1"}), 0) << s(err);
+    EXPECT_EQ(out.count(QStringLiteral("recalculated and saved")), 20);
+    const auto after = value(QStringLiteral(
+        "SELECT CAST(GTANKA AS INTEGER) FROM ex_kanzai WHERE GRP=1 AND KAN=2 AND NO=1"));
+    EXPECT_GT(after, before);
+    EXPECT_GT(value(QStringLiteral("SELECT CAST(CALC5_G AS INTEGER) FROM ex_kanzai WHERE GRP=1 "
+                                   "AND KAN=2 AND NO=1")),
+              0);
+    ASSERT_EQ(tool({"recalc", "--group", "10", "--kan", "1"}), 0) << s(err);
+    EXPECT_EQ(out.count(QStringLiteral("recalculated and saved")), 1);
+}
+
+TEST_F(SuiteAndTool, ToolRefusesBadArgumentsAndABusyDatabase) {
+    EXPECT_EQ(tool({}), 2);
+    EXPECT_EQ(tool({"show", "--group", "1"}), 2);
+    EXPECT_EQ(tool({"show", "--group", "11", "--kan", "1"}), 2);
+    EXPECT_EQ(tool({"recalc", "--group", "x"}), 2);
+    EXPECT_EQ(tool({"recalc", "--kan", "1"}), 2);
+    EXPECT_EQ(tool({"drop", "--group", "1"}), 2);
+    EXPECT_TRUE(err.contains(QStringLiteral("usage")));
+
+    ASSERT_EQ(suite({"init", "--demo"}), 0) << s(err);
+    TSQLiteDatabase other(dbPath);
+    other.ExecSQL(QStringLiteral("BEGIN IMMEDIATE"));
+    other.ExecSQL(QStringLiteral("UPDATE ex_kanzai SET DATA5='1' WHERE NO=60"));
+    EXPECT_EQ(tool({"recalc", "--group", "1"}), 1);
+    EXPECT_TRUE(err.contains(QStringLiteral("busy"))) << s(err);
+    other.ExecSQL(QStringLiteral("ROLLBACK"));
+    other.ExecSQL(QStringLiteral("BEGIN EXCLUSIVE"));
+    EXPECT_EQ(tool({"show", "--group", "1", "--kan", "1"}), 1);
+    EXPECT_TRUE(err.contains(QStringLiteral("locked"))) << s(err);
+    other.ExecSQL(QStringLiteral("ROLLBACK"));
+    EXPECT_EQ(tool({"show", "--group", "1", "--kan", "1"}), 0);
+}
+
+} // namespace
