@@ -42,7 +42,8 @@ qorvale_build() {
   local dir=$1
   shift
   cmake -S "$QORVALE_ROOT" -B "$dir" -DCMAKE_BUILD_TYPE=RelWithDebInfo "$@" >/dev/null
-  cmake --build "$dir" -j "$(nproc)"
+  cmake --build "$dir" -j "$(nproc)" >"$dir/build.log" 2>&1 || { tail -n 60 "$dir/build.log"; return 1; }
+  echo "Built in $dir"
 }
 
 QORVALE_ROOT=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
