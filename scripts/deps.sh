@@ -29,12 +29,17 @@ qorvale_install_deps() {
   [ -z "$missing" ] && return 0
   local sudo=()
   if [ "$(id -u)" -ne 0 ]; then
+    if ! command -v sudo >/dev/null 2>&1; then
+      echo "These packages are missing: $missing" >&2
+      echo "Run this script as root, or install sudo, to install them." >&2
+      return 1
+    fi
     sudo=(sudo)
   fi
   echo "Installing missing packages: $missing"
   "${sudo[@]}" apt-get update -qq
   # shellcheck disable=SC2086
-  DEBIAN_FRONTEND=noninteractive "${sudo[@]}" apt-get install -y -qq $missing
+  "${sudo[@]}" env DEBIAN_FRONTEND=noninteractive apt-get install -y -qq $missing
 }
 
 qorvale_build() {

@@ -153,7 +153,9 @@ Currency StrToCurrDef(const QString& text, Currency def) {
 }
 
 int StrToIntDef(const QString& text, int def) {
-    const QString t = text.trimmed();
+    // Leading blanks are passed over; anything after the digits is no number.
+    QString t = text;
+    while (!t.isEmpty() && t[0].isSpace()) t.remove(0, 1);
     if (t.isEmpty()) return def;
     int i = 0;
     bool negative = false;
@@ -203,9 +205,19 @@ QString FormatGeneral(Currency value) {
     std::uint64_t unit = 1;
     for (std::size_t k = 0; k < sig - 15; ++k)
         unit *= 10;
+    // The rounded magnitude can pass the top of the range, so the text is
+    // built from it directly: q holds the 15 digits, and the decimals kept
+    // are those of the four that lie above the rounding unit.
     const std::uint64_t q = roundMagnitude(value.raw, unit);
-    const std::uint64_t mag = q * unit;
-    Currency rounded{std::int64_t(mag)};
-    if (value.raw < 0) rounded.raw = -rounded.raw;
-    return CurrToStr(rounded);
+    const int cut = int(sig - 15); // digits dropped from the right
+    std::string digits = std::to_string(q) + std::string(std::size_t(std::max(0, cut - 4)), '0');
+    const int decimals = std::max(0, 4 - cut);
+    std::string whole = digits.substr(0, digits.size() - std::size_t(decimals));
+    std::string frac = digits.substr(digits.size() - std::size_t(decimals));
+    while (!frac.empty() && frac.back() == '0') frac.pop_back();
+    if (whole.empty()) whole = "0";
+    QString s = QString::fromStdString(whole);
+    if (!frac.empty()) s += QLatin1Char('.') + QString::fromStdString(frac);
+    if (value.raw < 0) s.prepend(QLatin1Char('-'));
+    return s;
 }

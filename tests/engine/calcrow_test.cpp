@@ -207,6 +207,40 @@ TEST_F(CalcRowTest, ZerosGiveZerosAtEveryOptionValue) {
             }
 }
 
+TEST_F(CalcRowTest, OverflowOnCostSideKeepsTheSubmittedSide) {
+    KanzaiRows[1].NET = Currency::FromRaw(INT64_MAX); // c1 = NET x 1.1 does not fit
+    EXPECT_THROW(CalcRow(1), EMathError);
+    EXPECT_EQ(CurrToStr(KanzaiRows[1].GTANKA), "4092");
+    EXPECT_EQ(CurrToStr(KanzaiRows[1].FTANKA), "4090");
+    EXPECT_EQ(CurrToStr(KanzaiRows[1].CALC_G[0]), "946");
+    EXPECT_EQ(KanzaiRows[1].NTANKA.raw, 0);
+}
+
+TEST_F(CalcRowTest, OverflowOfTheCostRateKeepsTheSubmittedPrice) {
+    CurrentOptions().RateOn() = C("1");
+    CurrentOptions().RateCost() = Currency::FromRaw(INT64_MAX);
+    KanzaiRows[1].TEIKA = C("100000000");
+    EXPECT_THROW(CalcRow(1), EMathError);
+    EXPECT_NE(KanzaiRows[1].GROSS, C("860")); // already replaced from the list price
+    EXPECT_EQ(KanzaiRows[1].NET, C("750"));   // not reached
+}
+
+TEST_F(CalcRowTest, ZeroListPriceGivesZeroUnitPrices) {
+    CurrentOptions().RateOn() = C("1");
+    KanzaiRows[1].TEIKA = C("0");
+    CalcRow(1);
+    EXPECT_EQ(KanzaiRows[1].GROSS.raw, 0);
+    EXPECT_EQ(KanzaiRows[1].NET.raw, 0);
+}
+
+TEST_F(CalcRowTest, DecimalElementsWithRoundUpTotal) {
+    CurrentOptions().ElementDigits() = C("100");
+    CurrentOptions().ElementFraction() = C("0.9");
+    CalcRow(1);
+    // Elements 946, 301, 43, 68.8, 2214, 270, 248.4 sum to 4091.2.
+    EXPECT_EQ(CurrToStr(KanzaiRows[1].GTANKA), "4092");
+}
+
 TEST_F(CalcRowTest, OverflowKeepsWhatWasReached) {
     CurrentOptions().RateOn() = C("1");
     KanzaiRows[3].TEIKA = Currency::FromRaw(INT64_MAX);

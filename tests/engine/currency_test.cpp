@@ -55,6 +55,8 @@ TEST(StrToIntDef, NoDecimalPoint) {
     EXPECT_EQ(StrToIntDef(S("1.5"), 0), 0);
     EXPECT_EQ(StrToIntDef(S(""), 0), 0);
     EXPECT_EQ(StrToIntDef(S("x"), 9), 9);
+    EXPECT_EQ(StrToIntDef(S(" 12"), 0), 12);
+    EXPECT_EQ(StrToIntDef(S("12 "), 0), 0);
     EXPECT_EQ(StrToIntDef(S("2147483647"), 0), 2147483647);
     EXPECT_EQ(StrToIntDef(S("-2147483648"), 0), INT32_MIN);
     EXPECT_EQ(StrToIntDef(S("2147483648"), 0), 0);
@@ -77,6 +79,12 @@ TEST(SheetForms, GeneralAndFixed) {
     EXPECT_EQ(FormatGeneral(StrToCurr(S("0"))), "0");
     EXPECT_EQ(FormatGeneral(StrToCurr(S("12345678901.2345"))), "12345678901.2345");
     EXPECT_EQ(FormatGeneral(StrToCurr(S("123456789012.3456"))), "123456789012.346");
+    EXPECT_EQ(FormatGeneral(StrToCurr(S("123456789012345.5"))), "123456789012346");
+    EXPECT_EQ(FormatGeneral(StrToCurr(S("1234567890123.45"))), "1234567890123.45");
+    EXPECT_EQ(FormatGeneral(StrToCurr(S("-12345678901234.56"))), "-12345678901234.6");
+    // At the ends of the range the rounded value passes the top: no wrap.
+    EXPECT_EQ(FormatGeneral(Currency::FromRaw(INT64_MAX)), "922337203685478");
+    EXPECT_EQ(FormatGeneral(Currency::FromRaw(INT64_MIN)), "-922337203685478");
     EXPECT_EQ(FormatFixed3(StrToCurr(S("0.123"))), "0.123");
     EXPECT_EQ(FormatFixed3(StrToCurr(S("0.1"))), "0.100");
     EXPECT_EQ(FormatFixed3(StrToCurr(S("0.1234"))), "0.123");
