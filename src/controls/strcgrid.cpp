@@ -27,14 +27,15 @@ void TInplaceEdit::keyPressEvent(QKeyEvent* event) {
         }
     }
     if (key == 0) return;
-    if (!FGrid->EditorMode()) return; // the handler closed the editor
     switch (key) {
     case VK_RETURN:
         FGrid->HideEditor();
         return;
     case VK_ESCAPE:
-        FGrid->SetCells(FGrid->Col(), FGrid->Row(), FGrid->FEditorOriginal);
-        FGrid->HideEditor();
+        if (FGrid->EditorMode()) {
+            FGrid->SetCells(FGrid->Col(), FGrid->Row(), FGrid->FEditorOriginal);
+            FGrid->HideEditor();
+        }
         return;
     case VK_UP:
     case VK_DOWN:
@@ -45,7 +46,8 @@ void TInplaceEdit::keyPressEvent(QKeyEvent* event) {
         FGrid->GridKey(key, shift);
         return;
     default:
-        QLineEdit::keyPressEvent(event);
+        // Unless the handler closed the editor, the key edits the text.
+        if (FGrid->EditorMode()) QLineEdit::keyPressEvent(event);
     }
 }
 
