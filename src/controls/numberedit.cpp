@@ -4,11 +4,15 @@
 
 #include <QApplication>
 #include <QClipboard>
+#include <QContextMenuEvent>
 #include <QFocusEvent>
 #include <QGuiApplication>
 #include <QKeyEvent>
 #include <QKeySequence>
+#include <QMenu>
 #include <QMimeData>
+
+#include <memory>
 
 namespace {
 
@@ -37,6 +41,7 @@ TNumberEdit::TNumberEdit(QWidget* parent) : QLineEdit(parent) {
     setAlignment(qtAlignment(Alignment()));
     QLineEdit::setText(QStringLiteral("0"));
     setAttribute(Qt::WA_InputMethodEnabled, false); // input method closed
+    setAcceptDrops(false);                          // text comes in by keys and paste only
     connect(this, &QLineEdit::textChanged, this, [this](const QString&) { TextChangedByBox(); });
 }
 
@@ -156,4 +161,16 @@ void TNumberEdit::focusInEvent(QFocusEvent* event) {
 void TNumberEdit::focusOutEvent(QFocusEvent* event) {
     guarded([this] { DoExit(); });
     QLineEdit::focusOutEvent(event);
+}
+
+void TNumberEdit::contextMenuEvent(QContextMenuEvent* event) {
+    // The standard menu, with its paste going through the paste filter.
+    std::unique_ptr<QMenu> menu(createStandardContextMenu());
+    for (QAction* action : menu->actions()) {
+        if (action->objectName() == QLatin1String("edit-paste")) {
+            disconnect(action, &QAction::triggered, nullptr, nullptr);
+            connect(action, &QAction::triggered, this, [this] { PasteFromClipboard(); });
+        }
+    }
+    menu->exec(event->globalPos());
 }
