@@ -153,24 +153,34 @@ void TNumberEdit::keyPressEvent(QKeyEvent* event) {
     }
 }
 
+// A popup (context menu, completer) takes the focus for a moment only: the
+// box is not left then, as on the desktop, where menus take no focus.
 void TNumberEdit::focusInEvent(QFocusEvent* event) {
     QLineEdit::focusInEvent(event);
-    DoEnter();
+    if (event->reason() != Qt::PopupFocusReason) DoEnter();
 }
 
 void TNumberEdit::focusOutEvent(QFocusEvent* event) {
-    guarded([this] { DoExit(); });
+    if (event->reason() != Qt::PopupFocusReason) guarded([this] { DoExit(); });
     QLineEdit::focusOutEvent(event);
+}
+
+QAction* TNumberEdit::FindPasteAction(QMenu* menu) {
+    const QString shortcut = QKeySequence(QKeySequence::Paste).toString(QKeySequence::NativeText);
+    for (QAction* action : menu->actions()) {
+        if (action->objectName() == QLatin1String("edit-paste")) return action;
+        if (!shortcut.isEmpty() && action->text().section(QLatin1Char('\t'), 1) == shortcut)
+            return action;
+    }
+    return nullptr;
 }
 
 void TNumberEdit::contextMenuEvent(QContextMenuEvent* event) {
     // The standard menu, with its paste going through the paste filter.
     std::unique_ptr<QMenu> menu(createStandardContextMenu());
-    for (QAction* action : menu->actions()) {
-        if (action->objectName() == QLatin1String("edit-paste")) {
-            disconnect(action, &QAction::triggered, nullptr, nullptr);
-            connect(action, &QAction::triggered, this, [this] { PasteFromClipboard(); });
-        }
+    if (QAction* paste = FindPasteAction(menu.get())) {
+        disconnect(paste, &QAction::triggered, nullptr, nullptr);
+        connect(paste, &QAction::triggered, this, [this] { PasteFromClipboard(); });
     }
     menu->exec(event->globalPos());
 }

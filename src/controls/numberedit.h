@@ -16,6 +16,9 @@
 
 #include <QLineEdit>
 
+class QAction;
+class QMenu;
+
 class TNumberEdit : public QLineEdit, public TNumberEditCore {
     Q_OBJECT
 public:
@@ -33,6 +36,8 @@ public:
 
     // Pastes the clipboard's text through the paste filter.
     void PasteFromClipboard();
+    // The paste entry of a standard edit menu (by its name or its shortcut).
+    static QAction* FindPasteAction(QMenu* menu);
 
 protected:
     void keyPressEvent(QKeyEvent* event) override;
