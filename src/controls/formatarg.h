@@ -1,0 +1,15 @@
+#pragma once
+// The format call of the desktop runtime for one number: "%[-][width][.prec]type"
+// with d, u, x for integers and e, f, g, n, m for floats, "%%" for a percent
+// sign, other text copied. A specifier that does not fit the argument's
+// kind, a string or pointer specifier, or a second specifier raises
+// EControlError.
+
+#include "controls/controlerrors.h"
+
+#include <QString>
+
+#include <cstdint>
+
+QString FormatFloatArg(const QString& format, long double value);
+QString FormatIntArg(const QString& format, std::int64_t value);

@@ -1,0 +1,274 @@
+#include "controls/graphics.h"
+
+#include <QFontDatabase>
+#include <QFontMetrics>
+
+#include <cstdlib>
+
+TColor ColorToRGB(TColor color) {
+    if (!IsSystemColor(color)) return color & 0xFFFFFF;
+    switch (color & 0xFF) {
+    case 5: // window background
+        return clWhite;
+    case 8: // window text
+        return clBlack;
+    case 13: // selection background
+        return RGBColor(0, 120, 215);
+    case 14: // selection text
+        return clWhite;
+    case 15: // button face
+        return RGBColor(240, 240, 240);
+    case 16: // button shadow
+        return RGBColor(160, 160, 160);
+    case 20: // button highlight
+        return clWhite;
+    case 21: // dark shadow
+        return RGBColor(105, 105, 105);
+    case 22: // light
+        return RGBColor(227, 227, 227);
+    default:
+        return RGBColor(128, 128, 128);
+    }
+}
+
+bool IsSystemColor(TColor color) {
+    return (std::uint32_t(color) & 0xFF000000u) == 0xFF000000u;
+}
+
+QColor ToQColor(TColor color) {
+    const TColor c = ColorToRGB(color);
+    return QColor(GetRValue(c), GetGValue(c), GetBValue(c));
+}
+
+TColor FromQColor(const QColor& color) {
+    return RGBColor(color.red(), color.green(), color.blue());
+}
+
+QString DefaultFontName() {
+    return QStringLiteral("Noto Sans CJK JP");
+}
+
+TFont::TFont() : TFont(DefaultFontName(), 9) {}
+
+TFont::TFont(const QString& name, int pointSize, TColor color) : Color(color) {
+    Font.setFamily(name);
+    Font.setPointSize(pointSize);
+}
+
+QImage NewCanvasImage(int width, int height, TColor fill) {
+    QImage image(qMax(1, width), qMax(1, height), QImage::Format_RGB32);
+    image.setDotsPerMeterX(3780); // 96 dpi
+    image.setDotsPerMeterY(3780);
+    image.fill(ToQColor(fill));
+    return image;
+}
+
+namespace {
+
+Qt::BrushStyle qtBrushStyle(TBrushStyle style) {
+    switch (style) {
+    case bsSolid:
+        return Qt::SolidPattern;
+    case bsClear:
+        return Qt::NoBrush;
+    case bsHorizontal:
+        return Qt::HorPattern;
+    case bsVertical:
+        return Qt::VerPattern;
+    case bsFDiagonal:
+        return Qt::BDiagPattern;
+    case bsBDiagonal:
+        return Qt::FDiagPattern;
+    case bsCross:
+        return Qt::CrossPattern;
+    case bsDiagCross:
+        return Qt::DiagCrossPattern;
+    }
+    return Qt::SolidPattern;
+}
+
+QBrush qtBrush(const TBrush& brush) {
+    return QBrush(ToQColor(brush.Color), qtBrushStyle(brush.Style));
+}
+
+} // namespace
+
+TCanvas::TCanvas(QImage& image) : FImage(&image) {
+    FImage->setDotsPerMeterX(3780);
+    FImage->setDotsPerMeterY(3780);
+    FPainter.begin(FImage);
+}
+
+TCanvas::~TCanvas() {
+    FPainter.end();
+}
+
+void TCanvas::FillRect(const TRect& r) {
+    if (r.Width() <= 0 || r.Height() <= 0 || Brush.Style == bsClear) return;
+    FPainter.fillRect(r.ToQRect(), qtBrush(Brush));
+}
+
+void TCanvas::Rectangle(int x1, int y1, int x2, int y2) {
+    if (x2 < x1) std::swap(x1, x2);
+    if (y2 < y1) std::swap(y1, y2);
+    const bool outline = Pen.Style != psClear;
+    if (Brush.Style != bsClear) {
+        const TRect inner =
+            outline ? Rect(x1 + 1, y1 + 1, x2 - 1, y2 - 1) : Rect(x1, y1, x2 - 1, y2 - 1);
+        FillRect(inner);
+    }
+    if (outline && x2 > x1 && y2 > y1) {
+        const QPoint keep = FPenPos;
+        MoveTo(x1, y1);
+        LineTo(x2 - 1, y1);
+        LineTo(x2 - 1, y2 - 1);
+        LineTo(x1, y2 - 1);
+        LineTo(x1, y1);
+        FPenPos = keep;
+    }
+}
+
+void TCanvas::MoveTo(int x, int y) {
+    FPenPos = QPoint(x, y);
+}
+
+void TCanvas::drawPixelRun(int x1, int y1, int x2, int y2) {
+    // Bresenham from (x1, y1) towards (x2, y2), the end point excluded.
+    const int dx = std::abs(x2 - x1), sx = x1 < x2 ? 1 : -1;
+    const int dy = -std::abs(y2 - y1), sy = y1 < y2 ? 1 : -1;
+    int err = dx + dy;
+    int x = x1, y = y1;
+    const QColor color = ToQColor(Pen.Color);
+    while (x != x2 || y != y2) {
+        if (Pen.Mode == pmCopy) {
+            FPainter.fillRect(QRect(x, y, 1, 1), color);
+        } else if (FImage->rect().contains(x, y)) {
+            const TColor under = Pixel(x, y);
+            const TColor value = Pen.Mode == pmNot ? (~under & 0xFFFFFF)
+                                                   : ((under ^ ColorToRGB(Pen.Color)) & 0xFFFFFF);
+            SetPixel(x, y, value);
+        }
+        const int e2 = 2 * err;
+        if (e2 >= dy) {
+            err += dy;
+            x += sx;
+        }
+        if (e2 <= dx) {
+            err += dx;
+            y += sy;
+        }
+    }
+}
+
+void TCanvas::LineTo(int x, int y) {
+    const QPoint from = FPenPos;
+    FPenPos = QPoint(x, y);
+    if (Pen.Style == psClear) return;
+    if (Pen.Width <= 1 && Pen.Style == psSolid) {
+        drawPixelRun(from.x(), from.y(), x, y);
+        return;
+    }
+    QPen pen(ToQColor(Pen.Color));
+    pen.setWidth(qMax(1, Pen.Width));
+    switch (Pen.Style) {
+    case psDash:
+        pen.setStyle(Qt::DashLine);
+        break;
+    case psDot:
+        pen.setStyle(Qt::DotLine);
+        break;
+    case psDashDot:
+        pen.setStyle(Qt::DashDotLine);
+        break;
+    case psDashDotDot:
+        pen.setStyle(Qt::DashDotDotLine);
+        break;
+    default:
+        break;
+    }
+    FPainter.setPen(pen);
+    FPainter.drawLine(from, QPoint(x, y));
+    FPainter.setPen(Qt::NoPen);
+}
+
+void TCanvas::drawGlyphs(int x, int y, const QString& text) {
+    QFontMetrics fm(Font.Font, FImage);
+    if (Brush.Style != bsClear)
+        FPainter.fillRect(QRect(x, y, fm.horizontalAdvance(text), fm.height()), qtBrush(Brush));
+    FPainter.setFont(Font.Font);
+    FPainter.setPen(ToQColor(Font.Color));
+    FPainter.drawText(QPoint(x, y + fm.ascent()), text);
+    FPainter.setPen(Qt::NoPen);
+}
+
+void TCanvas::TextOut(int x, int y, const QString& text) {
+    drawGlyphs(x, y, text);
+}
+
+void TCanvas::TextRect(const TRect& r, int x, int y, const QString& text) {
+    if (r.Width() <= 0 || r.Height() <= 0) return;
+    FPainter.save();
+    FPainter.setClipRect(r.ToQRect());
+    drawGlyphs(x, y, text);
+    FPainter.restore();
+}
+
+int TCanvas::TextWidth(const QString& text) {
+    return QFontMetrics(Font.Font, FImage).horizontalAdvance(text);
+}
+
+int TCanvas::TextHeight(const QString& text) {
+    Q_UNUSED(text);
+    return QFontMetrics(Font.Font, FImage).height();
+}
+
+void TCanvas::DrawText(const QString& text, TRect& r, unsigned flags) {
+    int qflags = 0;
+    if (flags & DT_CENTER)
+        qflags |= Qt::AlignHCenter;
+    else if (flags & DT_RIGHT)
+        qflags |= Qt::AlignRight;
+    else
+        qflags |= Qt::AlignLeft;
+    if (flags & DT_VCENTER)
+        qflags |= Qt::AlignVCenter;
+    else if (flags & DT_BOTTOM)
+        qflags |= Qt::AlignBottom;
+    else
+        qflags |= Qt::AlignTop;
+    if (flags & DT_WORDBREAK) qflags |= Qt::TextWordWrap;
+    QFontMetrics fm(Font.Font, FImage);
+    if (flags & DT_CALCRECT) {
+        QRect bounds;
+        if (flags & DT_WORDBREAK)
+            bounds = fm.boundingRect(QRect(0, 0, qMax(1, r.Width()), 1 << 20), qflags, text);
+        else
+            bounds = QRect(0, 0, fm.horizontalAdvance(text), fm.height());
+        r.Right = r.Left + bounds.width();
+        r.Bottom = r.Top + bounds.height();
+        return;
+    }
+    FPainter.save();
+    if (!(flags & DT_NOCLIP)) FPainter.setClipRect(r.ToQRect());
+    FPainter.setFont(Font.Font);
+    if (Brush.Style != bsClear) {
+        QRect bounds = fm.boundingRect(r.ToQRect(), qflags, text);
+        FPainter.fillRect(bounds, qtBrush(Brush));
+    }
+    FPainter.setPen(ToQColor(Font.Color));
+    FPainter.drawText(r.ToQRect(), qflags, text);
+    FPainter.restore();
+}
+
+TColor TCanvas::Pixel(int x, int y) const {
+    if (!FImage->rect().contains(x, y)) return clNone;
+    return FromQColor(QColor(FImage->pixel(x, y)));
+}
+
+void TCanvas::SetPixel(int x, int y, TColor color) {
+    FPainter.save();
+    FPainter.setClipping(false);
+    FPainter.setCompositionMode(QPainter::CompositionMode_Source);
+    FPainter.fillRect(QRect(x, y, 1, 1), ToQColor(color));
+    FPainter.restore();
+}

@@ -1,0 +1,186 @@
+#include "controls/numberedit.h"
+
+#include "controls/vkeys.h"
+
+#include <QApplication>
+#include <QClipboard>
+#include <QContextMenuEvent>
+#include <QFocusEvent>
+#include <QGuiApplication>
+#include <QKeyEvent>
+#include <QKeySequence>
+#include <QMenu>
+#include <QMimeData>
+
+#include <memory>
+
+namespace {
+
+Qt::Alignment qtAlignment(TAlignment a) {
+    switch (a) {
+    case taLeftJustify:
+        return Qt::AlignLeft | Qt::AlignVCenter;
+    case taCenter:
+        return Qt::AlignHCenter | Qt::AlignVCenter;
+    default:
+        return Qt::AlignRight | Qt::AlignVCenter;
+    }
+}
+
+template <typename F> void guarded(F&& f) {
+    try {
+        f();
+    } catch (const std::exception& e) {
+        HandleControlsException(QString::fromUtf8(e.what()));
+    }
+}
+
+} // namespace
+
+TNumberEdit::TNumberEdit(QWidget* parent) : QLineEdit(parent) {
+    setAlignment(qtAlignment(Alignment()));
+    QLineEdit::setText(QStringLiteral("0"));
+    setAttribute(Qt::WA_InputMethodEnabled, false); // input method closed
+    setAcceptDrops(false);                          // text comes in by keys and paste only
+    connect(this, &QLineEdit::textChanged, this, [this](const QString&) { TextChangedByBox(); });
+}
+
+TNumberEdit::~TNumberEdit() = default;
+
+void TNumberEdit::TextChangedByBox() {
+    guarded([this] { Change(); });
+}
+
+void TNumberEdit::SetText(const QString& value) {
+    if (value == QLineEdit::text()) return;
+    QLineEdit::setText(value);
+}
+
+int TNumberEdit::SelStart() const {
+    return hasSelectedText() ? selectionStart() : cursorPosition();
+}
+
+int TNumberEdit::SelLength() const {
+    return hasSelectedText() ? int(selectedText().size()) : 0;
+}
+
+void TNumberEdit::SetSelStart(int value) {
+    deselect();
+    setCursorPosition(qBound(0, value, int(QLineEdit::text().size())));
+}
+
+void TNumberEdit::SetSelLength(int value) {
+    const int start = SelStart();
+    if (value <= 0)
+        SetSelStart(start);
+    else
+        setSelection(start, value);
+}
+
+bool TNumberEdit::CtrlDown() const {
+    return FCtrlFromEvent || TNumberEditCore::CtrlDown();
+}
+
+void TNumberEdit::SetModified(bool value) {
+    TNumberEditCore::SetModified(value);
+    setModified(value);
+}
+
+void TNumberEdit::AlignmentChanged() {
+    setAlignment(qtAlignment(Alignment()));
+}
+
+void TNumberEdit::PasteFromClipboard() {
+    const QMimeData* data = QGuiApplication::clipboard()->mimeData();
+    if (!data || !data->hasText()) return;
+    const QString clip = data->text();
+    guarded([&] { PasteText(clip); });
+}
+
+void TNumberEdit::keyPressEvent(QKeyEvent* event) {
+    if (event->matches(QKeySequence::Paste)) {
+        PasteFromClipboard();
+        return;
+    }
+    if (event->matches(QKeySequence::Copy) || event->matches(QKeySequence::Cut) ||
+        event->matches(QKeySequence::SelectAll) || event->matches(QKeySequence::Undo) ||
+        event->matches(QKeySequence::Redo)) {
+        QLineEdit::keyPressEvent(event);
+        return;
+    }
+    int vk = VirtualKeyOf(event);
+    // The character the key types, as the desktop's character message has it.
+    QChar ch;
+    switch (event->key()) {
+    case Qt::Key_Backspace:
+        ch = QChar(8);
+        break;
+    case Qt::Key_Tab:
+        ch = QChar(9);
+        break;
+    case Qt::Key_Return:
+    case Qt::Key_Enter:
+        ch = QChar(13);
+        break;
+    default:
+        if (event->text().size() == 1) ch = event->text().at(0);
+    }
+    const bool navigation = ch.isNull();
+    if (navigation) {
+        // Keys without a character: caret movement, delete, arrows.
+        QLineEdit::keyPressEvent(event);
+        guarded([&] { KeyDown(vk, ShiftStateOf(event->modifiers())); });
+        return;
+    }
+    FCtrlFromEvent = event->modifiers().testFlag(Qt::ControlModifier);
+    QChar key;
+    guarded([&] { key = KeyPressFilter(ch); });
+    FCtrlFromEvent = false;
+    if (key.isNull()) return;
+    if (OnKeyPress) OnKeyPress(this, key);
+    if (key.isNull()) return;
+    FKeyin = true;
+    if (key == QChar(13) || key == QChar(9)) {
+        event->ignore();
+        return;
+    }
+    if (key == ch) {
+        QLineEdit::keyPressEvent(event);
+    } else if (key == QChar(8)) {
+        backspace();
+    } else {
+        insert(QString(key));
+    }
+}
+
+// A popup (context menu, completer) takes the focus for a moment only: the
+// box is not left then, as on the desktop, where menus take no focus.
+void TNumberEdit::focusInEvent(QFocusEvent* event) {
+    QLineEdit::focusInEvent(event);
+    if (event->reason() != Qt::PopupFocusReason) DoEnter();
+}
+
+void TNumberEdit::focusOutEvent(QFocusEvent* event) {
+    if (event->reason() != Qt::PopupFocusReason) guarded([this] { DoExit(); });
+    QLineEdit::focusOutEvent(event);
+}
+
+QAction* TNumberEdit::FindPasteAction(QMenu* menu) {
+    const QString shortcut = QKeySequence(QKeySequence::Paste).toString(QKeySequence::NativeText);
+    for (QAction* action : menu->actions()) {
+        if (action->objectName() == QLatin1String("edit-paste")) return action;
+        if (!shortcut.isEmpty() && action->text().section(QLatin1Char('\t'), 1) == shortcut)
+            return action;
+    }
+    return nullptr;
+}
+
+void TNumberEdit::contextMenuEvent(QContextMenuEvent* event) {
+    // The standard menu, with its paste going through the paste filter.
+    std::unique_ptr<QMenu> menu(createStandardContextMenu());
+    if (QAction* paste = FindPasteAction(menu.get())) {
+        disconnect(paste, &QAction::triggered, nullptr, nullptr);
+        connect(paste, &QAction::triggered, this, [this] { PasteFromClipboard(); });
+    }
+    menu->exec(event->globalPos());
+}

@@ -1,0 +1,53 @@
+#pragma once
+// TNumberEdit: the single-line number box on QLineEdit. All of its logic
+// (filtering, signs, thousands separators, rounding, limits, arrow steps,
+// hexadecimal) is TNumberEditCore's; this widget maps the edit primitives
+// onto the QLineEdit and routes keys, paste, focus and text changes.
+//
+//   Value() / SetValue(v)    the number; writing shows the formatted text
+//   Text()                   the text in the box (QLineEdit::text())
+//   OnChange, OnKeyPress     as the form's handlers expect them
+//
+// A conversion error raised while typing or leaving the box goes to
+// HandleControlsException (controlerrors.h); the text stays as it was.
+
+#include "controls/controlerrors.h"
+#include "controls/numbereditcore.h"
+
+#include <QLineEdit>
+
+class QAction;
+class QMenu;
+
+class TNumberEdit : public QLineEdit, public TNumberEditCore {
+    Q_OBJECT
+public:
+    explicit TNumberEdit(QWidget* parent = nullptr);
+    ~TNumberEdit() override;
+
+    QString Text() const override { return QLineEdit::text(); }
+    void SetText(const QString& value) override;
+    int SelStart() const override;
+    int SelLength() const override;
+    void SetSelStart(int value) override;
+    void SetSelLength(int value) override;
+    bool CtrlDown() const override;
+    void SetModified(bool value) override;
+
+    // Pastes the clipboard's text through the paste filter.
+    void PasteFromClipboard();
+    // The paste entry of a standard edit menu (by its name or its shortcut).
+    static QAction* FindPasteAction(QMenu* menu);
+
+protected:
+    void keyPressEvent(QKeyEvent* event) override;
+    void focusInEvent(QFocusEvent* event) override;
+    void focusOutEvent(QFocusEvent* event) override;
+    void contextMenuEvent(QContextMenuEvent* event) override;
+    void Invalidate() override { update(); }
+    void AlignmentChanged() override;
+
+private:
+    void TextChangedByBox();
+    bool FCtrlFromEvent = false;
+};

@@ -1,0 +1,164 @@
+#pragma once
+// TStrColGrid: the string grid with per-cell look (see strcgridmodel.h for
+// the cell model). This widget adds what the desktop string grid gives:
+// painting, keyboard and mouse selection, the in-place editor and the
+// grid's events; and on top of it the cell drawing and current-cell
+// tracking of TStrColGrid.
+//
+// Painting: every cell of the grid is drawn by DrawCell into an off-screen
+// image (RenderImage), and paintEvent only copies that image to the screen,
+// so a picture can be checked pixel by pixel.
+//
+// Keys: OnKeyDown receives every key pressed in the grid and in its
+// in-place editor, with the desktop key code (vkeys.h), before the grid
+// handles it; a handler that sets the key to 0 swallows it. The editor opens
+// on a double click, on F2, or on typing into the current cell, while
+// goEditing is in force; it closes on Enter, on Escape (restoring the cell),
+// on moving to another cell and on SetEditorMode(false). Each edit writes
+// the cell's string at once and fires OnSetEditText.
+
+#include "controls/strcgridmodel.h"
+
+#include <QLineEdit>
+#include <QWidget>
+
+class TStrColGrid;
+
+// The grid's in-place editor.
+class TInplaceEdit : public QLineEdit {
+    Q_OBJECT
+public:
+    explicit TInplaceEdit(TStrColGrid* grid);
+
+protected:
+    void keyPressEvent(QKeyEvent* event) override;
+
+private:
+    TStrColGrid* FGrid;
+};
+
+class TStrColGrid : public QWidget, public TStrColGridModel {
+    Q_OBJECT
+public:
+    using TSelectCellEvent =
+        std::function<void(TControlObject* Sender, int ACol, int ARow, bool& CanSelect)>;
+    using TSetEditEvent =
+        std::function<void(TControlObject* Sender, int ACol, int ARow, const QString& Value)>;
+    using TKeyEvent = std::function<void(TControlObject* Sender, int& Key, TShiftState Shift)>;
+    using TDrawCellEvent = std::function<void(TControlObject* Sender, int ACol, int ARow,
+                                              const TRect& Rect, TGridDrawState State)>;
+
+    explicit TStrColGrid(QWidget* parent = nullptr);
+    ~TStrColGrid() override;
+
+    // ---- events of the string grid
+    TSelectCellEvent OnSelectCell; // before the current cell moves; may refuse
+    TSetEditEvent OnSetEditText;   // the editor changed the cell's string
+    TKeyEvent OnKeyDown;           // every key, also those typed in the editor
+    TNotifyEvent OnClick;          // the current cell was set by mouse or key
+    TDrawCellEvent OnDrawCell;     // after a cell's text is drawn
+
+    // ---- events of TStrColGrid
+    TSCGCellChangedEvent OnCellChanged;
+    TSCGColChangedEvent OnColChanged;
+    TSCGRowChangedEvent OnRowChanged;
+    TSCGOutCellTextEvent OnOutCellText;
+    TSCGDrawTextOneLineEvent OnDrawTextOneLine;
+    TNotifyEvent BeforeDraw;
+
+    // The control's own text, handed to OnOutCellText as ACaption.
+    QString Text() const { return FText; }
+    void SetText(const QString& value) { FText = value; }
+
+    // True from a SelectCell until the end of the next complete paint.
+    bool CurrentCellMoved() const { return FCurrentCellMoved; }
+    // The in-place editor; null until it is first opened.
+    QLineEdit* InplaceEditor() const;
+    bool EditorMode() const;
+    void SetEditorMode(bool open);
+    void ShowEditor();
+    void HideEditor();
+
+    // Moves the current cell through SelectCell (which may refuse) and
+    // makes it the whole selection. Returns false when refused.
+    void SetCol(int value);
+    void SetRow(int value);
+    bool FocusCell(int ACol, int ARow, bool AMoveAnchor);
+    // Sets the selection; the current cell becomes its bottom right, the
+    // anchor its top left. No SelectCell, no events.
+    void SetSelection(const TGridRect& value);
+
+    void Repaint();
+    void Invalidate() override;
+    void InvalidateCell(int ACol, int ARow) override;
+
+    // Paints every cell into the off-screen image and returns it.
+    QImage RenderImage();
+    // The canvas of the paint in progress; null outside a paint.
+    TCanvas* Canvas() const { return FCanvas; }
+    // True while the grid or its editor has the input focus.
+    bool GridFocused() const;
+
+    // Fills a cell as a selected cell would be (during a paint).
+    void FillCell(int ACol, int ARow, TGridDrawState AState);
+    // The raised frame of a fixed cell (with Ctl3D only).
+    void DrawFixedFrame(const TRect& ARect);
+
+    void Loaded() override;
+    virtual bool SelectCell(int ACol, int ARow);
+    virtual void DrawCell(int ACol, int ARow, const TRect& ARect, TGridDrawState AState);
+    virtual void DoFillCell(int ACol, int ARow, TGridDrawState AState, TSCGCellParam* AParam,
+                            bool AUseFocus);
+
+    QSize sizeHint() const override;
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+    void mousePressEvent(QMouseEvent* event) override;
+    void mouseMoveEvent(QMouseEvent* event) override;
+    void mouseReleaseEvent(QMouseEvent* event) override;
+    void mouseDoubleClickEvent(QMouseEvent* event) override;
+    void focusInEvent(QFocusEvent* event) override;
+    void focusOutEvent(QFocusEvent* event) override;
+    void GeometryChanged() override;
+    void ApplyImeMode() override;
+    void DoEnter();
+
+private:
+    friend class TInplaceEdit;
+    bool PrepareFocusColors(TSCGCellParam* AParam, TGridDrawState AState);
+    void DrawFocusFrame(int ACol, int ARow, const TRect& ARect, bool ALeftEdge, bool ARightEdge);
+    void InvertFramePixel(int X, int Y);
+    void DrawCellText(int ACol, int ARow, const TRect& ARect, TGridDrawState AState,
+                      TSCGCellParam* AParam, TGridOptions AOptions, const QString& AText,
+                      TAlignment AAlignment, TTextLayout ALayout, int AOverstrike);
+    void ResetCanvas();
+    void SaveCanvas();
+    void DrawGridLines();
+    void CreateEditor();
+    void ApplyCellFontToEditor(TSCGCellParam* AParam);
+    // Input-method modes map onto Qt's input method switch: disabled and
+    // closed turn it off, the others leave it on.
+    static void SetImeModeOf(QWidget* widget, TImeMode mode);
+    void EditorTextEdited(const QString& text);
+    // Key handling shared by the grid and the editor; true when handled.
+    bool GridKey(int key, TShiftState shift);
+    void MoveBy(int dCol, int dRow, bool extend);
+    int ColumnBorderAt(int x, int y) const;
+
+    QString FText;
+    QImage FBuffer;
+    TCanvas* FCanvas = nullptr;
+    TBrush FSaveBrush;
+    TPen FSavePen;
+    TFont FSaveFont;
+    QStringList FCellTextDrawList;
+    bool FCurrentCellMoved = false;
+    TInplaceEdit* FEditor = nullptr;
+    QString FEditorOriginal;
+    bool FSelecting = false;
+    int FSizingCol = -1;
+    int FSizingStartX = 0;
+    int FSizingStartWidth = 0;
+};

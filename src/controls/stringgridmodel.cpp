@@ -1,0 +1,228 @@
+#include "controls/stringgridmodel.h"
+
+#include <algorithm>
+
+QStringList SplitTextLines(const QString& text) {
+    QStringList lines;
+    int start = 0;
+    const int n = text.size();
+    int i = 0;
+    while (i < n) {
+        const QChar c = text.at(i);
+        if (c == QLatin1Char('\r') || c == QLatin1Char('\n')) {
+            lines << text.mid(start, i - start);
+            if (c == QLatin1Char('\r') && i + 1 < n && text.at(i + 1) == QLatin1Char('\n')) ++i;
+            start = i + 1;
+        }
+        ++i;
+    }
+    if (start < n) lines << text.mid(start);
+    return lines;
+}
+
+QString JoinTextLines(const QStringList& lines) {
+    QString out;
+    for (const QString& line : lines)
+        out += line + QStringLiteral("\r\n");
+    return out;
+}
+
+namespace {
+quint64 cellKey(int col, int row) {
+    return (quint64(quint32(col)) << 32) | quint32(row);
+}
+} // namespace
+
+TStringGridModel::TStringGridModel() {
+    FColWidths.fill(FDefaultColWidth, FColCount);
+    FRowHeights.fill(FDefaultRowHeight, FRowCount);
+}
+
+TStringGridModel::~TStringGridModel() = default;
+
+void TStringGridModel::SetColCount(int value) {
+    value = std::max(1, value);
+    if (value == FColCount) return;
+    FColCount = value;
+    FColWidths.resize(value);
+    for (int& w : FColWidths)
+        if (w <= 0) w = FDefaultColWidth;
+    if (FFixedCols >= value) FFixedCols = value - 1;
+    SetCurrentRaw(std::min(FCol, value - 1), FRow, std::min(FAnchorCol, value - 1), FAnchorRow);
+    GeometryChanged();
+}
+
+void TStringGridModel::SetRowCount(int value) {
+    value = std::max(1, value);
+    if (value == FRowCount) return;
+    FRowCount = value;
+    FRowHeights.resize(value);
+    for (int& h : FRowHeights)
+        if (h <= 0) h = FDefaultRowHeight;
+    if (FFixedRows >= value) FFixedRows = value - 1;
+    SetCurrentRaw(FCol, std::min(FRow, value - 1), FAnchorCol, std::min(FAnchorRow, value - 1));
+    GeometryChanged();
+}
+
+void TStringGridModel::SetFixedCols(int value) {
+    FFixedCols = std::clamp(value, 0, FColCount - 1);
+    if (FCol < FFixedCols) SetCurrentRaw(FFixedCols, FRow, FFixedCols, FRow);
+    GeometryChanged();
+}
+
+void TStringGridModel::SetFixedRows(int value) {
+    FFixedRows = std::clamp(value, 0, FRowCount - 1);
+    if (FRow < FFixedRows) SetCurrentRaw(FCol, FFixedRows, FCol, FFixedRows);
+    GeometryChanged();
+}
+
+QString TStringGridModel::Cells(int col, int row) const {
+    return FCells.value(cellKey(col, row));
+}
+
+void TStringGridModel::SetCells(int col, int row, const QString& value) {
+    if (value.isEmpty())
+        FCells.remove(cellKey(col, row));
+    else
+        FCells.insert(cellKey(col, row), value);
+    if (col >= 0 && col < FColCount && row >= 0 && row < FRowCount) InvalidateCell(col, row);
+}
+
+void TStringGridModel::SetDefaultColWidth(int value) {
+    FDefaultColWidth = std::max(0, value);
+    FColWidths.fill(FDefaultColWidth, FColCount);
+    GeometryChanged();
+}
+
+void TStringGridModel::SetDefaultRowHeight(int value) {
+    FDefaultRowHeight = std::max(0, value);
+    FRowHeights.fill(FDefaultRowHeight, FRowCount);
+    GeometryChanged();
+}
+
+int TStringGridModel::ColWidths(int col) const {
+    return col >= 0 && col < FColCount ? FColWidths[col] : FDefaultColWidth;
+}
+
+void TStringGridModel::SetColWidths(int col, int value) {
+    if (col < 0 || col >= FColCount) return;
+    FColWidths[col] = std::max(0, value);
+    GeometryChanged();
+}
+
+int TStringGridModel::RowHeights(int row) const {
+    return row >= 0 && row < FRowCount ? FRowHeights[row] : FDefaultRowHeight;
+}
+
+void TStringGridModel::SetRowHeights(int row, int value) {
+    if (row < 0 || row >= FRowCount) return;
+    FRowHeights[row] = std::max(0, value);
+    GeometryChanged();
+}
+
+void TStringGridModel::SetGridLineWidth(int value) {
+    FGridLineWidth = std::max(0, value);
+    GeometryChanged();
+}
+
+void TStringGridModel::SetColor(TColor value) {
+    FColor = value;
+    Invalidate();
+}
+
+void TStringGridModel::SetFixedColor(TColor value) {
+    FFixedColor = value;
+    Invalidate();
+}
+
+void TStringGridModel::SetFont(const TFont& value) {
+    FFont = value;
+    Invalidate();
+}
+
+void TStringGridModel::SetDefaultDrawing(bool value) {
+    FDefaultDrawing = value;
+    Invalidate();
+}
+
+void TStringGridModel::SetCtl3D(bool value) {
+    FCtl3D = value;
+    Invalidate();
+}
+
+TGridRect TStringGridModel::Selection() const {
+    return GridRect(std::min(FCol, FAnchorCol), std::min(FRow, FAnchorRow),
+                    std::max(FCol, FAnchorCol), std::max(FRow, FAnchorRow));
+}
+
+void TStringGridModel::SetInForceOptions(TGridOptions value) {
+    if (value == FInForceOptions) return;
+    FInForceOptions = value;
+    OptionsInForceChanged();
+    GeometryChanged();
+}
+
+void TStringGridModel::SetCurrentRaw(int col, int row, int anchorCol, int anchorRow) {
+    FCol = col;
+    FRow = row;
+    FAnchorCol = anchorCol;
+    FAnchorRow = anchorRow;
+}
+
+int TStringGridModel::VertLineWidth(int col) const {
+    const bool fixed = col < FFixedCols;
+    return FInForceOptions.Contains(fixed ? goFixedVertLine : goVertLine) ? FGridLineWidth : 0;
+}
+
+int TStringGridModel::HorzLineWidth(int row) const {
+    const bool fixed = row < FFixedRows;
+    return FInForceOptions.Contains(fixed ? goFixedHorzLine : goHorzLine) ? FGridLineWidth : 0;
+}
+
+TRect TStringGridModel::CellRect(int col, int row) const {
+    int x = 0;
+    for (int c = 0; c < col && c < FColCount; ++c)
+        x += ColWidths(c) + VertLineWidth(c);
+    int y = 0;
+    for (int r = 0; r < row && r < FRowCount; ++r)
+        y += RowHeights(r) + HorzLineWidth(r);
+    return Rect(x, y, x + ColWidths(col), y + RowHeights(row));
+}
+
+bool TStringGridModel::MouseToCell(int x, int y, int& col, int& row) const {
+    col = -1;
+    row = -1;
+    int left = 0;
+    for (int c = 0; c < FColCount; ++c) {
+        const int right = left + ColWidths(c) + VertLineWidth(c);
+        if (x >= left && x < right) {
+            col = c;
+            break;
+        }
+        left = right;
+    }
+    int top = 0;
+    for (int r = 0; r < FRowCount; ++r) {
+        const int bottom = top + RowHeights(r) + HorzLineWidth(r);
+        if (y >= top && y < bottom) {
+            row = r;
+            break;
+        }
+        top = bottom;
+    }
+    return col >= 0 && row >= 0;
+}
+
+int TStringGridModel::GridWidth() const {
+    int w = 0;
+    for (int c = 0; c < FColCount; ++c)
+        w += ColWidths(c) + VertLineWidth(c);
+    return w;
+}
+
+int TStringGridModel::GridHeight() const {
+    int h = 0;
+    for (int r = 0; r < FRowCount; ++r)
+        h += RowHeights(r) + HorzLineWidth(r);
+    return h;
+}

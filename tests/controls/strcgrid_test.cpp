@@ -1,0 +1,512 @@
+// TStrColGrid on screen (offscreen platform): cells painted into the
+// off-screen image and checked pixel by pixel, the current-cell events,
+// and keys, mouse and the in-place editor through real input events.
+#include "controls/strcgrid.h"
+#include "controls/vkeys.h"
+
+#include <QApplication>
+#include <QTest>
+
+#include <gtest/gtest.h>
+
+#include <memory>
+
+namespace {
+
+constexpr TColor kGrey = RGBColor(128, 128, 128);
+constexpr TColor kFocus = 12615808;
+
+TColor px(const QImage& im, int x, int y) {
+    return FromQColor(QColor(im.pixel(x, y)));
+}
+
+bool dark(TColor c) {
+    return GetRValue(c) + GetGValue(c) + GetBValue(c) < 300;
+}
+
+int darkCount(const QImage& im, const TRect& r) {
+    int n = 0;
+    for (int y = r.Top; y < r.Bottom; ++y)
+        for (int x = r.Left; x < r.Right; ++x)
+            if (dark(px(im, x, y))) ++n;
+    return n;
+}
+
+int rightmostDark(const QImage& im, const TRect& r) {
+    int best = -1;
+    for (int y = r.Top; y < r.Bottom; ++y)
+        for (int x = r.Left; x < r.Right; ++x)
+            if (dark(px(im, x, y))) best = std::max(best, x);
+    return best;
+}
+
+struct Grid : ::testing::Test {
+    std::unique_ptr<QWidget> window;
+    TStrColGrid* grid = nullptr;
+
+    void SetUp() override {
+        window = std::make_unique<QWidget>();
+        grid = new TStrColGrid(window.get());
+        grid->SetColCount(6);
+        grid->SetRowCount(6);
+        grid->SetDefaultColWidth(80);
+        grid->SetDefaultRowHeight(26);
+        grid->SetColor(clWhite);
+        grid->SetFixedColor(7099731);
+        grid->SetCtl3D(false);
+        grid->SetFont(TFont(DefaultFontName(), 9, clBlack));
+        grid->resize(grid->GridWidth(), grid->GridHeight());
+        window->resize(grid->size() + QSize(10, 10));
+    }
+
+    void focusGrid() {
+        window->show();
+        window->activateWindow();
+        ASSERT_TRUE(QTest::qWaitForWindowActive(window.get()));
+        grid->setFocus();
+        QApplication::processEvents();
+        ASSERT_TRUE(grid->GridFocused());
+    }
+
+    // The grid's own text bands, as the one-line event sees them.
+    struct Band {
+        TRect rect;
+        QString text;
+    };
+    std::vector<Band> bandsOf(int col, int row) {
+        std::vector<Band> bands;
+        grid->OnDrawTextOneLine = [&](TControlObject*, TStrColGrid*, const TRect& r, int c, int rw,
+                                      int, TGridDrawState, QString& text, TAlignment&, TTextLayout&,
+                                      bool&) {
+            if (c == col && rw == row) bands.push_back({r, text});
+        };
+        grid->RenderImage();
+        grid->OnDrawTextOneLine = nullptr;
+        return bands;
+    }
+};
+
+TEST_F(Grid, BandsSplitTheCellHeight) {
+    const TRect cell = grid->CellRect(2, 2);
+    grid->SetCells(2, 2, QStringLiteral("\r\r"));
+    auto two = bandsOf(2, 2);
+    ASSERT_EQ(two.size(), 2u);
+    EXPECT_EQ(two[0].rect.Height(), 13);
+    EXPECT_EQ(two[1].rect.Height(), 13);
+    QImage im = grid->RenderImage();
+    EXPECT_EQ(px(im, cell.Left + 5, cell.Top + 13), RGBColor(192, 192, 192)); // inner line
+    EXPECT_EQ(px(im, cell.Left + 5, cell.Top + 12), clWhite);
+
+    grid->SetCells(2, 2, QStringLiteral("\r\r\r"));
+    auto three = bandsOf(2, 2);
+    ASSERT_EQ(three.size(), 3u);
+    EXPECT_EQ(three[0].rect.Height(), 8);
+    EXPECT_EQ(three[1].rect.Height(), 8);
+    EXPECT_EQ(three[2].rect.Height(), 10);
+    im = grid->RenderImage();
+    EXPECT_EQ(px(im, cell.Left + 5, cell.Top + 8), RGBColor(192, 192, 192));
+    EXPECT_EQ(px(im, cell.Left + 5, cell.Top + 16), RGBColor(192, 192, 192));
+
+    // An empty cell is one empty band, with no inner line.
+    grid->SetCells(2, 2, QString());
+    auto one = bandsOf(2, 2);
+    ASSERT_EQ(one.size(), 1u);
+    EXPECT_EQ(one[0].rect, cell);
+    im = grid->RenderImage();
+    for (int y = cell.Top; y < cell.Bottom; ++y)
+        EXPECT_EQ(px(im, cell.Left + 5, y), clWhite);
+
+    // More lines than pixels: the last band takes the whole height.
+    grid->SetCells(2, 2, QString(30, QChar(13)));
+    auto many = bandsOf(2, 2);
+    ASSERT_EQ(many.size(), 30u);
+    EXPECT_EQ(many.back().rect, cell);
+    EXPECT_EQ(many.front().rect.Height(), 0);
+}
+
+TEST_F(Grid, CaptionTypesMakeTheDrawnText) {
+    TSCGCellParam* p = grid->CellParams().Add();
+    p->SetCol(3);
+    p->SetRow(3);
+    p->SetCaption(QStringLiteral("A"));
+    p->SetCaptionType(ctTop);
+    auto top = bandsOf(3, 3);
+    ASSERT_EQ(top.size(), 2u);
+    EXPECT_EQ(top[0].text, QStringLiteral("A"));
+    EXPECT_EQ(top[1].text, QString());
+    p->SetCaptionType(ctBottom);
+    auto bottom = bandsOf(3, 3);
+    ASSERT_EQ(bottom.size(), 2u);
+    EXPECT_EQ(bottom[0].text, QString());
+    EXPECT_EQ(bottom[1].text, QStringLiteral("A"));
+    p->SetCaptionType(ctCellText);
+    EXPECT_EQ(bandsOf(3, 3)[0].text, QStringLiteral("A"));
+    grid->SetCells(3, 3, QStringLiteral("S"));
+    EXPECT_EQ(bandsOf(3, 3)[0].text, QStringLiteral("S"));
+    p->SetCaptionType(ctHeader);
+    EXPECT_EQ(bandsOf(3, 3)[0].text, QStringLiteral("AS"));
+    p->SetCaptionType(ctFooter);
+    EXPECT_EQ(bandsOf(3, 3)[0].text, QStringLiteral("SA"));
+    p->SetCaption(QString());
+    p->SetCaptionType(ctCaption);
+    EXPECT_EQ(bandsOf(3, 3)[0].text, QStringLiteral("S"));
+}
+
+TEST_F(Grid, OverstrikeDrawsAgainOnePixelRight) {
+    const TRect cell = grid->CellRect(2, 2);
+    grid->SetCells(2, 2, QStringLiteral("W"));
+    grid->SetCellFontWidths(2, 2, 1);
+    const QImage once = grid->RenderImage();
+    grid->SetCellFontWidths(2, 2, 2);
+    const QImage twice = grid->RenderImage();
+    EXPECT_EQ(rightmostDark(twice, cell), rightmostDark(once, cell) + 1);
+    EXPECT_GT(darkCount(twice, cell), darkCount(once, cell));
+
+    // Width 0 draws no text, but the inner line still shows.
+    grid->SetCells(2, 2, QStringLiteral("AB\rCD"));
+    grid->SetCellFontWidths(2, 2, 0);
+    const QImage none = grid->RenderImage();
+    EXPECT_EQ(darkCount(none, cell), 0);
+    EXPECT_EQ(px(none, cell.Left + 5, cell.Top + 13), RGBColor(192, 192, 192));
+}
+
+TEST_F(Grid, SelectedCellShowsFocusColourOverTheHatch) {
+    grid->SetFocusCellColor(kFocus);
+    for (int c = 2; c <= 3; ++c) {
+        grid->SetCellBrushEnabled(c, 2, true);
+        grid->SetCellBrushStyles(c, 2, bsCross);
+        grid->SetCellBrushColors(c, 2, clBlack);
+    }
+    grid->SetSelection(GridRect(1, 1, 2, 2)); // (2, 2) selected, (3, 2) not
+    const QImage im = grid->RenderImage();
+    const TRect sel = grid->CellRect(2, 2);
+    const TRect plain = grid->CellRect(3, 2);
+    for (int y = sel.Top; y < sel.Bottom; ++y)
+        for (int x = sel.Left; x < sel.Right; ++x)
+            ASSERT_EQ(px(im, x, y), kFocus) << x << "," << y;
+    EXPECT_GT(darkCount(im, plain), 20);
+    EXPECT_EQ(grid->GetCellBrushStyles(4, 4), grid->CanvasBrushStyle());
+}
+
+TEST_F(Grid, FocusDrawDecidesTheSelectionColoursWithoutFocus) {
+    grid->SetFocusCellColor(kFocus);
+    grid->SetSelection(GridRect(1, 1, 2, 1));
+    const TRect r = grid->CellRect(1, 1);
+    ASSERT_FALSE(grid->GridFocused());
+    EXPECT_EQ(px(grid->RenderImage(), r.Left + 1, r.Top + 1), kFocus);
+    grid->SetFocusDraw(false);
+    const QImage im = grid->RenderImage();
+    EXPECT_EQ(px(im, r.Left + 1, r.Top + 1), clWhite);
+    EXPECT_EQ(px(im, r.Left + 2, r.Top), clWhite); // no dotted frame either
+}
+
+TEST_F(Grid, FocusFrameDotsInvertWhatLiesUnder) {
+    grid->SetCellColors(2, 2, kGrey);
+    ASSERT_NO_FATAL_FAILURE(focusGrid());
+    ASSERT_TRUE(grid->FocusCell(2, 2, true));
+    QImage im = grid->RenderImage();
+    const TRect r = grid->CellRect(2, 2);
+    const int right = r.Right - 1, bottom = r.Bottom - 1;
+    EXPECT_EQ(px(im, r.Left, r.Top), clWhite);
+    EXPECT_EQ(px(im, r.Left + 2, r.Top), clWhite);
+    EXPECT_EQ(px(im, r.Left + 1, r.Top), kGrey);
+    EXPECT_EQ(px(im, r.Left + 2, bottom), clWhite);
+    EXPECT_EQ(px(im, r.Left, r.Top + 2), clWhite);
+    EXPECT_EQ(px(im, r.Left, r.Top + 3), kGrey);
+    EXPECT_EQ(px(im, right, r.Top + 4), clWhite);
+
+    // On white the dots are the plain complement, black.
+    ASSERT_TRUE(grid->FocusCell(3, 3, true));
+    im = grid->RenderImage();
+    const TRect w = grid->CellRect(3, 3);
+    EXPECT_EQ(px(im, w.Left + 4, w.Top), clBlack);
+    EXPECT_EQ(px(im, w.Left + 5, w.Top), clWhite);
+    // The grey cell lost its frame.
+    EXPECT_EQ(px(im, r.Left + 2, r.Top), kGrey);
+
+    // With goDrawFocusSelected the focused cell takes the focus colour first.
+    grid->SetFocusCellColor(kFocus);
+    grid->SetOptions(grid->Options() + goDrawFocusSelected);
+    im = grid->RenderImage();
+    EXPECT_EQ(px(im, w.Left + 1, w.Top + 1), kFocus);
+    EXPECT_EQ(px(im, w.Left + 2, w.Top), TColor(~kFocus & 0xFFFFFF));
+}
+
+TEST_F(Grid, RowSelectFramesTheRowAsOne) {
+    grid->SetOptions(grid->Options() + goRowSelect);
+    ASSERT_NO_FATAL_FAILURE(focusGrid());
+    ASSERT_TRUE(grid->FocusCell(2, 2, true));
+    const QImage im = grid->RenderImage();
+    const TRect first = grid->CellRect(1, 2), middle = grid->CellRect(3, 2),
+                last = grid->CellRect(5, 2);
+    // The row is selected, so it shows the selection colour under the dots.
+    const TColor fill = ColorToRGB(clHighlight);
+    const TColor dot = ~fill & 0xFFFFFF;
+    EXPECT_EQ(px(im, first.Left, first.Top + 2), dot);    // left edge
+    EXPECT_EQ(px(im, middle.Left, middle.Top + 2), fill); // no side edges
+    EXPECT_EQ(px(im, middle.Left, middle.Top), dot);      // top dots
+    EXPECT_EQ(px(im, last.Right - 1, last.Top + 2), dot); // right edge
+    EXPECT_EQ(px(im, first.Right - 1, first.Top + 2), fill);
+}
+
+TEST_F(Grid, CellDivideOffWrapsLeftAligned) {
+    grid->SetColWidths(2, 60);
+    grid->SetRowHeights(2, 80);
+    grid->SetCellAlignments(2, 2, taRightJustify);
+    grid->SetCells(2, 2, QStringLiteral("WW WW WW"));
+    grid->SetCellDivide(false);
+    const QImage im = grid->RenderImage();
+    const TRect r = grid->CellRect(2, 2);
+    EXPECT_GT(darkCount(im, Rect(r.Left, r.Top, r.Left + 8, r.Top + 20)), 0);
+    EXPECT_GT(darkCount(im, Rect(r.Left, r.Top + 22, r.Right, r.Top + 40)), 0); // second line
+}
+
+TEST_F(Grid, FixedCellWithEntryKeepsFixedColourAndEntryAlignment) {
+    grid->SetFixedAlignment(taRightJustify);
+    TSCGCellParam* p = grid->CellParams().Add();
+    p->SetCol(2);
+    p->SetRow(0);
+    grid->SetCells(2, 0, QStringLiteral("W"));
+    const QImage im = grid->RenderImage();
+    const TRect r = grid->CellRect(2, 0);
+    EXPECT_EQ(px(im, r.Right - 2, r.Bottom - 2), 7099731);
+    EXPECT_GT(darkCount(im, Rect(r.Left, r.Top, r.Left + 20, r.Bottom)), 0); // left aligned
+}
+
+TEST_F(Grid, OutCellTextCanvasResetDecidesTheColour) {
+    grid->SetCells(2, 2, QStringLiteral("WWW"));
+    bool keep = true;
+    grid->OnOutCellText = [&](TControlObject*, TStrColGrid* g, const TRect&, int c, int r,
+                              const QString&, QString&, bool& reset) {
+        if (c == 2 && r == 2) {
+            g->Canvas()->Font.Color = RGBColor(255, 0, 0);
+            reset = keep;
+        }
+    };
+    auto redPixels = [&](const QImage& im) {
+        const TRect cell = grid->CellRect(2, 2);
+        int n = 0;
+        for (int y = cell.Top; y < cell.Bottom; ++y)
+            for (int x = cell.Left; x < cell.Right; ++x) {
+                const TColor c = px(im, x, y);
+                if (GetRValue(c) > 200 && GetGValue(c) < 80) ++n;
+            }
+        return n;
+    };
+    EXPECT_EQ(redPixels(grid->RenderImage()), 0);
+    keep = false;
+    EXPECT_GT(redPixels(grid->RenderImage()), 0);
+}
+
+TEST_F(Grid, CurrentCellEventsFireInOrder) {
+    std::vector<std::string> log;
+    TSCGCellParam* from = grid->CellParams().Add();
+    from->SetCol(1);
+    from->SetRow(1);
+    TSCGCellParam* to = grid->CellParams().Add();
+    to->SetCol(2);
+    to->SetRow(2);
+    for (auto* p : {from, to}) {
+        const std::string n = p == from ? "old." : "new.";
+        p->OnExitCell = [&log, n](TControlObject*, TStrColGrid*, int, int, int, int) {
+            log.push_back(n + "ExitCell");
+        };
+        p->OnExitCol = [&log, n](TControlObject*, TStrColGrid*, int, int) {
+            log.push_back(n + "ExitCol");
+        };
+        p->OnExitRow = [&log, n](TControlObject*, TStrColGrid*, int, int) {
+            log.push_back(n + "ExitRow");
+        };
+        p->OnEnterCell = [&log, n](TControlObject*, TStrColGrid*, int, int, int, int) {
+            log.push_back(n + "EnterCell");
+        };
+        p->OnEnterCol = [&log, n](TControlObject*, TStrColGrid*, int, int) {
+            log.push_back(n + "EnterCol");
+        };
+        p->OnEnterRow = [&log, n](TControlObject*, TStrColGrid*, int, int) {
+            log.push_back(n + "EnterRow");
+        };
+    }
+    grid->OnSelectCell = [&](TControlObject*, int, int, bool&) { log.push_back("SelectCell"); };
+    grid->OnCellChanged = [&](TControlObject*, int oc, int orow, int nc, int nr) {
+        log.push_back("CellChanged " + std::to_string(oc) + std::to_string(orow) +
+                      std::to_string(nc) + std::to_string(nr));
+    };
+    grid->OnColChanged = [&](TControlObject*, int, int) { log.push_back("ColChanged"); };
+    grid->OnRowChanged = [&](TControlObject*, int, int) { log.push_back("RowChanged"); };
+    grid->Loaded(); // old cell := current cell (1, 1)
+    log.clear();
+    ASSERT_TRUE(grid->FocusCell(2, 2, true));
+    const std::vector<std::string> expected = {
+        "SelectCell",   "old.ExitCell", "old.ExitCol",      "old.ExitRow", "new.EnterCell",
+        "new.EnterCol", "new.EnterRow", "CellChanged 1122", "ColChanged",  "RowChanged"};
+    EXPECT_EQ(log, expected);
+
+    // A move of the row alone fires no column events.
+    log.clear();
+    ASSERT_TRUE(grid->FocusCell(2, 3, true));
+    EXPECT_EQ(log, (std::vector<std::string>{"SelectCell", "new.ExitCell", "new.ExitRow",
+                                             "CellChanged 2223", "RowChanged"}));
+
+    // The same cell again: no events, but the moved flag.
+    grid->RenderImage();
+    EXPECT_FALSE(grid->CurrentCellMoved());
+    log.clear();
+    grid->SelectCell(2, 3);
+    EXPECT_EQ(log, std::vector<std::string>{"SelectCell"});
+    EXPECT_TRUE(grid->CurrentCellMoved());
+    grid->RenderImage();
+    EXPECT_FALSE(grid->CurrentCellMoved());
+}
+
+TEST_F(Grid, ARaisingHandlerRefusesTheMove) {
+    TSCGCellParam* p = grid->CellParams().Add();
+    p->SetCol(1);
+    p->SetRow(1);
+    bool raise = true;
+    p->OnExitCell = [&](TControlObject*, TStrColGrid*, int, int, int, int) {
+        if (raise) throw EControlError(QStringLiteral("no"));
+    };
+    int changed = 0;
+    std::pair<int, int> lastOld;
+    grid->OnCellChanged = [&](TControlObject*, int oc, int orow, int, int) {
+        ++changed;
+        lastOld = {oc, orow};
+    };
+    grid->Loaded();
+    grid->RenderImage();
+    EXPECT_FALSE(grid->FocusCell(3, 3, true));
+    EXPECT_EQ(grid->Col(), 1);
+    EXPECT_EQ(grid->Row(), 1);
+    EXPECT_EQ(changed, 0);
+    EXPECT_FALSE(grid->CurrentCellMoved());
+    raise = false;
+    EXPECT_TRUE(grid->FocusCell(3, 3, true));
+    EXPECT_EQ(lastOld, std::make_pair(1, 1));
+}
+
+TEST_F(Grid, OptionsFollowTheCurrentCell) {
+    TSCGCellParam* p = grid->CellParams().Add();
+    p->SetCol(2);
+    p->SetRow(2);
+    p->SetOptions(grid->Options() + goEditing);
+    p->SetOptionsEnabled(true);
+    ASSERT_TRUE(grid->FocusCell(2, 2, true));
+    EXPECT_TRUE(grid->InForceOptions().Contains(goEditing));
+    EXPECT_FALSE(grid->Options().Contains(goEditing));
+    ASSERT_TRUE(grid->FocusCell(3, 3, true));
+    EXPECT_FALSE(grid->InForceOptions().Contains(goEditing));
+    // Written options are in force at once; the next move applies them again.
+    grid->SetOptions(grid->Options() + goEditing);
+    EXPECT_TRUE(grid->InForceOptions().Contains(goEditing));
+}
+
+TEST_F(Grid, KeysMoveTheCellAndOnKeyDownSeesThemFirst) {
+    ASSERT_NO_FATAL_FAILURE(focusGrid());
+    std::vector<int> keys;
+    int clicks = 0;
+    bool swallow = false;
+    grid->OnKeyDown = [&](TControlObject*, int& key, TShiftState) {
+        keys.push_back(key);
+        if (swallow) key = 0;
+    };
+    grid->OnClick = [&](TControlObject*) { ++clicks; };
+    QTest::keyClick(grid, Qt::Key_Down);
+    QTest::keyClick(grid, Qt::Key_Right);
+    EXPECT_EQ(grid->Col(), 2);
+    EXPECT_EQ(grid->Row(), 2);
+    EXPECT_EQ(keys, (std::vector<int>{VK_DOWN, VK_RIGHT}));
+    EXPECT_EQ(clicks, 2);
+    QTest::keyClick(grid, Qt::Key_Down, Qt::ShiftModifier);
+    EXPECT_EQ(grid->Selection(), GridRect(2, 2, 2, 3));
+    swallow = true;
+    QTest::keyClick(grid, Qt::Key_Down);
+    EXPECT_EQ(grid->Row(), 3);
+    // Fixed cells are never current.
+    swallow = false;
+    for (int i = 0; i < 5; ++i)
+        QTest::keyClick(grid, Qt::Key_Up);
+    EXPECT_EQ(grid->Row(), 1);
+}
+
+TEST_F(Grid, EditorOpensOnTypingAndClosesOnEnter) {
+    grid->SetOptions(grid->Options() + goEditing);
+    ASSERT_NO_FATAL_FAILURE(focusGrid());
+    std::vector<int> keys;
+    std::vector<QString> edits;
+    grid->OnKeyDown = [&](TControlObject*, int& key, TShiftState) { keys.push_back(key); };
+    grid->OnSetEditText = [&](TControlObject*, int c, int r, const QString& v) {
+        EXPECT_EQ(c, 1);
+        EXPECT_EQ(r, 1);
+        edits.push_back(v);
+    };
+    EXPECT_EQ(grid->InplaceEditor(), nullptr);
+    QTest::keyClick(grid, Qt::Key_5);
+    ASSERT_TRUE(grid->EditorMode());
+    QLineEdit* editor = grid->InplaceEditor();
+    QTest::keyClick(editor, Qt::Key_0);
+    QTest::keyClick(editor, Qt::Key_Period);
+    EXPECT_EQ(grid->Cells(1, 1), QStringLiteral("50."));
+    EXPECT_EQ(edits.back(), QStringLiteral("50."));
+    QTest::keyClick(editor, Qt::Key_Return);
+    EXPECT_FALSE(grid->EditorMode());
+    EXPECT_TRUE(grid->hasFocus());
+    EXPECT_EQ(keys, (std::vector<int>{53, 48, VK_OEM_PERIOD, VK_RETURN}));
+
+    // Escape restores the cell; a double click opens the editor.
+    const QPoint centre = grid->CellRect(1, 1).ToQRect().center();
+    QTest::mouseDClick(grid, Qt::LeftButton, Qt::NoModifier, centre);
+    ASSERT_TRUE(grid->EditorMode());
+    QTest::keyClick(editor, Qt::Key_7);
+    EXPECT_EQ(grid->Cells(1, 1), QStringLiteral("7"));
+    QTest::keyClick(editor, Qt::Key_Escape);
+    EXPECT_FALSE(grid->EditorMode());
+    EXPECT_EQ(grid->Cells(1, 1), QStringLiteral("50."));
+
+    // A key handler can close the editor itself, as the price sheet does.
+    grid->OnKeyDown = [&](TControlObject*, int& key, TShiftState) {
+        if (key == VK_DOWN && grid->EditorMode()) grid->SetEditorMode(false);
+    };
+    QTest::keyClick(grid, Qt::Key_Backspace);
+    QTest::keyClick(grid, Qt::Key_2);
+    ASSERT_TRUE(grid->EditorMode());
+    QTest::keyClick(editor, Qt::Key_Down);
+    EXPECT_FALSE(grid->EditorMode());
+    EXPECT_EQ(grid->Cells(1, 1), QStringLiteral("2"));
+    EXPECT_EQ(grid->Row(), 2);
+
+    // Without goEditing typing opens nothing.
+    grid->SetOptions(grid->Options() - goEditing);
+    QTest::keyClick(grid, Qt::Key_3);
+    EXPECT_FALSE(grid->EditorMode());
+}
+
+TEST_F(Grid, MouseSelectsCellsAndRanges) {
+    ASSERT_NO_FATAL_FAILURE(focusGrid());
+    int clicks = 0;
+    grid->OnClick = [&](TControlObject*) { ++clicks; };
+    QTest::mouseClick(grid, Qt::LeftButton, Qt::NoModifier,
+                      grid->CellRect(3, 2).ToQRect().center());
+    EXPECT_EQ(grid->Col(), 3);
+    EXPECT_EQ(grid->Row(), 2);
+    EXPECT_EQ(clicks, 1);
+    QTest::mouseClick(grid, Qt::LeftButton, Qt::ShiftModifier,
+                      grid->CellRect(4, 4).ToQRect().center());
+    EXPECT_EQ(grid->Selection(), GridRect(3, 2, 4, 4));
+    // A click on a fixed cell selects nothing.
+    QTest::mouseClick(grid, Qt::LeftButton, Qt::NoModifier,
+                      grid->CellRect(0, 0).ToQRect().center());
+    EXPECT_EQ(grid->Col(), 4);
+    // Column sizing on the fixed row's border.
+    grid->SetOptions(grid->Options() + goColSizing);
+    const int border = grid->CellRect(1, 0).Right;
+    QTest::mousePress(grid, Qt::LeftButton, Qt::NoModifier, QPoint(border, 5));
+    QMouseEvent move(QEvent::MouseMove, QPointF(border + 20, 5),
+                     grid->mapToGlobal(QPointF(border + 20, 5)), Qt::NoButton, Qt::LeftButton,
+                     Qt::NoModifier);
+    QApplication::sendEvent(grid, &move);
+    QTest::mouseRelease(grid, Qt::LeftButton, Qt::NoModifier, QPoint(border + 20, 5));
+    EXPECT_EQ(grid->ColWidths(1), 100);
+}
+
+} // namespace
