@@ -4,11 +4,15 @@
 
 #include <QApplication>
 #include <QClipboard>
+#include <QContextMenuEvent>
 #include <QFocusEvent>
 #include <QGuiApplication>
 #include <QKeyEvent>
 #include <QKeySequence>
+#include <QMenu>
 #include <QMimeData>
+
+#include <memory>
 
 namespace {
 
@@ -37,6 +41,7 @@ TNumberEdit::TNumberEdit(QWidget* parent) : QLineEdit(parent) {
     setAlignment(qtAlignment(Alignment()));
     QLineEdit::setText(QStringLiteral("0"));
     setAttribute(Qt::WA_InputMethodEnabled, false); // input method closed
+    setAcceptDrops(false);                          // text comes in by keys and paste only
     connect(this, &QLineEdit::textChanged, this, [this](const QString&) { TextChangedByBox(); });
 }
 
@@ -148,12 +153,34 @@ void TNumberEdit::keyPressEvent(QKeyEvent* event) {
     }
 }
 
+// A popup (context menu, completer) takes the focus for a moment only: the
+// box is not left then, as on the desktop, where menus take no focus.
 void TNumberEdit::focusInEvent(QFocusEvent* event) {
     QLineEdit::focusInEvent(event);
-    DoEnter();
+    if (event->reason() != Qt::PopupFocusReason) DoEnter();
 }
 
 void TNumberEdit::focusOutEvent(QFocusEvent* event) {
-    guarded([this] { DoExit(); });
+    if (event->reason() != Qt::PopupFocusReason) guarded([this] { DoExit(); });
     QLineEdit::focusOutEvent(event);
+}
+
+QAction* TNumberEdit::FindPasteAction(QMenu* menu) {
+    const QString shortcut = QKeySequence(QKeySequence::Paste).toString(QKeySequence::NativeText);
+    for (QAction* action : menu->actions()) {
+        if (action->objectName() == QLatin1String("edit-paste")) return action;
+        if (!shortcut.isEmpty() && action->text().section(QLatin1Char('\t'), 1) == shortcut)
+            return action;
+    }
+    return nullptr;
+}
+
+void TNumberEdit::contextMenuEvent(QContextMenuEvent* event) {
+    // The standard menu, with its paste going through the paste filter.
+    std::unique_ptr<QMenu> menu(createStandardContextMenu());
+    if (QAction* paste = FindPasteAction(menu.get())) {
+        disconnect(paste, &QAction::triggered, nullptr, nullptr);
+        connect(paste, &QAction::triggered, this, [this] { PasteFromClipboard(); });
+    }
+    menu->exec(event->globalPos());
 }

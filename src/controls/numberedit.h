@@ -16,6 +16,9 @@
 
 #include <QLineEdit>
 
+class QAction;
+class QMenu;
+
 class TNumberEdit : public QLineEdit, public TNumberEditCore {
     Q_OBJECT
 public:
@@ -33,11 +36,14 @@ public:
 
     // Pastes the clipboard's text through the paste filter.
     void PasteFromClipboard();
+    // The paste entry of a standard edit menu (by its name or its shortcut).
+    static QAction* FindPasteAction(QMenu* menu);
 
 protected:
     void keyPressEvent(QKeyEvent* event) override;
     void focusInEvent(QFocusEvent* event) override;
     void focusOutEvent(QFocusEvent* event) override;
+    void contextMenuEvent(QContextMenuEvent* event) override;
     void Invalidate() override { update(); }
     void AlignmentChanged() override;
 

@@ -90,9 +90,20 @@ void TStrColGrid::ApplyCellFontToEditor(TSCGCellParam* AParam) {
     FEditor->setPalette(pal);
 }
 
+void TStrColGrid::SetImeModeOf(QWidget* widget, TImeMode mode) {
+    widget->setAttribute(Qt::WA_InputMethodEnabled, mode != imDisable && mode != imClose);
+}
+
+void TStrColGrid::ApplyImeMode() {
+    SetImeModeOf(this, ImeMode());
+    if (FEditor) SetImeModeOf(FEditor, ImeMode());
+}
+
 void TStrColGrid::CreateEditor() {
     FEditor = new TInplaceEdit(this);
-    ApplyCellFontToEditor(FindCellParam(Col(), Row(), false));
+    TSCGCellParam* p = FindCellParam(Col(), Row(), false);
+    ApplyCellFontToEditor(p);
+    SetImeModeOf(FEditor, p ? p->ImeMode() : ImeMode());
     connect(FEditor, &QLineEdit::textEdited, this,
             [this](const QString& text) { EditorTextEdited(text); });
 }
@@ -570,7 +581,11 @@ bool TStrColGrid::SelectCell(int ACol, int ARow) {
     if (OnSelectCell) OnSelectCell(this, ACol, ARow, result);
     TSCGCellParam* newParam = FindCellParam(ACol, ARow, false);
     TSCGCellParam* oldParam = FindCellParam(FOldCol, FOldRow, false);
-    if (FEditor) ApplyCellFontToEditor(newParam);
+    if (FEditor) {
+        ApplyCellFontToEditor(newParam);
+        SetImeModeOf(FEditor,
+                     newParam && newParam->ImeModeEnabled() ? newParam->ImeMode() : ImeMode());
+    }
     SetInForceOptions(newParam && newParam->OptionsEnabled() ? newParam->Options() : Options());
     const int oc = FOldCol, orow = FOldRow;
     if (ACol != oc || ARow != orow) {

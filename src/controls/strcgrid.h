@@ -122,6 +122,7 @@ protected:
     void focusInEvent(QFocusEvent* event) override;
     void focusOutEvent(QFocusEvent* event) override;
     void GeometryChanged() override;
+    void ApplyImeMode() override;
     void DoEnter();
 
 private:
@@ -137,6 +138,9 @@ private:
     void DrawGridLines();
     void CreateEditor();
     void ApplyCellFontToEditor(TSCGCellParam* AParam);
+    // Input-method modes map onto Qt's input method switch: disabled and
+    // closed turn it off, the others leave it on.
+    static void SetImeModeOf(QWidget* widget, TImeMode mode);
     void EditorTextEdited(const QString& text);
     // Key handling shared by the grid and the editor; true when handled.
     bool GridKey(int key, TShiftState shift);

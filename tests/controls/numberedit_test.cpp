@@ -1,1 +1,195 @@
+// TNumberEdit as a widget: real key events through QTest, focus changes,
+// paste and Value writes.
+#include "controls/numberedit.h"
+
+#include <QApplication>
+#include <QClipboard>
+#include <QContextMenuEvent>
+#include <QMenu>
+#include <QTest>
+#include <QTimer>
+
 #include <gtest/gtest.h>
+
+#include <memory>
+
+namespace {
+
+struct Edit : ::testing::Test {
+    std::unique_ptr<QWidget> window;
+    TNumberEdit* edit = nullptr;
+    QLineEdit* other = nullptr;
+    int changes = 0;
+
+    void SetUp() override {
+        window = std::make_unique<QWidget>();
+        edit = new TNumberEdit(window.get());
+        edit->setGeometry(0, 0, 120, 24);
+        other = new QLineEdit(window.get());
+        other->setGeometry(0, 30, 120, 24);
+        edit->OnChange = [this](TControlObject*) { ++changes; };
+        window->show();
+        window->activateWindow();
+        ASSERT_TRUE(QTest::qWaitForWindowActive(window.get()));
+        edit->setFocus();
+        QApplication::processEvents();
+    }
+    void type(const char* keys) { QTest::keyClicks(edit, QString::fromLatin1(keys)); }
+    void clear() {
+        edit->SetText(QString());
+        edit->SetSelStart(0);
+    }
+};
+
+TEST_F(Edit, StartsAtZeroRightAligned) {
+    EXPECT_EQ(edit->text(), QStringLiteral("0"));
+    EXPECT_TRUE(edit->alignment() & Qt::AlignRight);
+    EXPECT_EQ(double(edit->Value()), 0.0);
+}
+
+TEST_F(Edit, ValueWritesShowTheRoundedText) {
+    edit->SetFigure(2);
+    edit->SetFixed(true);
+    edit->SetComma(true);
+    edit->SetValue(1234.5L);
+    EXPECT_EQ(edit->text(), QStringLiteral("1,234.50"));
+    EXPECT_EQ(double(edit->Value()), 1234.5);
+    edit->SetComma(false);
+    edit->SetFixed(false);
+    edit->SetFigure(1);
+    edit->SetRoundMode(rmRound);
+    edit->SetValue(-12.96L);
+    EXPECT_EQ(edit->text(), QStringLiteral("-13.0"));
+    edit->SetFigure(0);
+    edit->SetRoundMode(rmUp);
+    edit->SetValue(1.2L);
+    EXPECT_EQ(edit->text(), QStringLiteral("2"));
+}
+
+TEST_F(Edit, ThousandsSeparatorsWhileTypingKeepTheCaretBehindTheDigit) {
+    edit->SetComma(true);
+    clear();
+    type("1234");
+    EXPECT_EQ(edit->text(), QStringLiteral("1,234"));
+    EXPECT_EQ(edit->cursorPosition(), 5);
+    type("5");
+    EXPECT_EQ(edit->text(), QStringLiteral("12,345"));
+    EXPECT_EQ(edit->cursorPosition(), 6);
+    // Typing in the middle: the caret stays behind the typed digit.
+    edit->setCursorPosition(1);
+    type("9");
+    EXPECT_EQ(edit->text(), QStringLiteral("192,345"));
+    EXPECT_EQ(edit->cursorPosition(), 2);
+    EXPECT_EQ(double(edit->Value()), 192345.0);
+    QTest::keyClick(edit, Qt::Key_Backspace);
+    EXPECT_EQ(edit->text(), QStringLiteral("12,345"));
+    EXPECT_EQ(edit->cursorPosition(), 1);
+}
+
+TEST_F(Edit, FilterSignsAndDigitLimit) {
+    clear();
+    type("1a2");
+    EXPECT_EQ(edit->text(), QStringLiteral("12"));
+    for (int caret = 0; caret <= 2; ++caret) {
+        edit->setCursorPosition(caret);
+        QTest::keyClick(edit, Qt::Key_Minus);
+        EXPECT_EQ(edit->text(), QStringLiteral("-12"));
+        QTest::keyClick(edit, Qt::Key_Minus);
+        EXPECT_EQ(edit->text(), QStringLiteral("12"));
+    }
+    int presses = 0;
+    edit->OnKeyPress = [&](TControlObject*, QChar&) { ++presses; };
+    QTest::keyClick(edit, Qt::Key_Plus);
+    EXPECT_EQ(edit->text(), QStringLiteral("+12"));
+    EXPECT_EQ(presses, 0); // no OnKeyPress for a sign
+    type(".5.");
+    EXPECT_EQ(edit->text(), QStringLiteral("+12.5"));
+    EXPECT_EQ(presses, 2);
+
+    edit->SetMaxIntLength(3);
+    clear();
+    type("1234");
+    EXPECT_EQ(edit->text(), QStringLiteral("123"));
+    type(".45");
+    EXPECT_EQ(edit->text(), QStringLiteral("123.45"));
+    edit->setSelection(0, 1);
+    type("9");
+    EXPECT_EQ(edit->text(), QStringLiteral("923.45"));
+}
+
+TEST_F(Edit, LeavingTheBoxFormatsWithoutOnChange) {
+    edit->SetFigure(2);
+    edit->SetFixed(true);
+    clear();
+    type("1.239");
+    EXPECT_EQ(edit->text(), QStringLiteral("1.239")); // digits past Figure stay while typing
+    EXPECT_EQ(double(edit->Value()), 1.23);
+    const int before = changes;
+    other->setFocus();
+    QApplication::processEvents();
+    EXPECT_EQ(edit->text(), QStringLiteral("1.23"));
+    EXPECT_EQ(changes, before);
+    EXPECT_TRUE(edit->isModified());
+
+    edit->setFocus();
+    edit->SetText(QString());
+    other->setFocus();
+    QApplication::processEvents();
+    EXPECT_EQ(edit->text(), QStringLiteral("0.00"));
+}
+
+TEST_F(Edit, ArrowKeysStepAndWrap) {
+    edit->SetAllowKeys(true);
+    edit->SetMax(10);
+    edit->SetMin(1);
+    edit->SetLimit(true);
+    edit->SetValue(9);
+    QTest::keyClick(edit, Qt::Key_Up);
+    EXPECT_EQ(edit->text(), QStringLiteral("10"));
+    QTest::keyClick(edit, Qt::Key_Up);
+    EXPECT_EQ(edit->text(), QStringLiteral("10"));
+    edit->SetWrap(true);
+    QTest::keyClick(edit, Qt::Key_Up);
+    EXPECT_EQ(edit->text(), QStringLiteral("1"));
+    QTest::keyClick(edit, Qt::Key_Down);
+    EXPECT_EQ(edit->text(), QStringLiteral("10"));
+}
+
+TEST_F(Edit, PasteGoesThroughTheFilter) {
+    QApplication::clipboard()->setText(QStringLiteral("1,2x3.4.5"));
+    clear();
+    QTest::keyClick(edit, Qt::Key_V, Qt::ControlModifier);
+    EXPECT_EQ(edit->text(), QStringLiteral("123.45"));
+    EXPECT_EQ(double(edit->Value()), 123.45);
+    // The context menu's paste is found by name and rerouted to the filter.
+    std::unique_ptr<QMenu> menu(edit->createStandardContextMenu());
+    QAction* paste = TNumberEdit::FindPasteAction(menu.get());
+    ASSERT_NE(paste, nullptr);
+    EXPECT_TRUE(paste->text().contains(QStringLiteral("Paste")));
+
+    // Through the context menu itself.
+    QApplication::clipboard()->setText(QStringLiteral("-9x9"));
+    clear();
+    QTimer::singleShot(50, [] {
+        if (auto* popup = qobject_cast<QMenu*>(QApplication::activePopupWidget())) {
+            TNumberEdit::FindPasteAction(popup)->trigger();
+            popup->close();
+        }
+    });
+    QContextMenuEvent event(QContextMenuEvent::Mouse, QPoint(5, 5),
+                            edit->mapToGlobal(QPoint(5, 5)));
+    QApplication::sendEvent(edit, &event);
+    EXPECT_EQ(edit->text(), QStringLiteral("-99"));
+}
+
+TEST_F(Edit, ConversionErrorsGoToTheHandlerAndLeaveTheText) {
+    QString reported;
+    SetControlsExceptionHandler([&](const QString& m) { reported = m; });
+    clear();
+    type("-.");
+    EXPECT_EQ(edit->text(), QStringLiteral("-."));
+    EXPECT_FALSE(reported.isEmpty());
+    SetControlsExceptionHandler(nullptr);
+}
+
+} // namespace
