@@ -288,6 +288,10 @@ void TNumberEditCore::SetCurrency(Currency value) {
     SetValue(TextToFloat(CurrToStr(value)));
 }
 
+Currency TNumberEditCore::AsCurrency() const {
+    return StrToCurr(PlainNumberText(FValue));
+}
+
 std::int64_t TNumberEditCore::AsInt64() const {
     return roundTextToInt64(*this, FValue);
 }

@@ -102,6 +102,8 @@ public:
     void SetValue(Extended value);
     // Same, from a Currency amount.
     void SetCurrency(Currency value);
+    // Value as Currency: its general text rounded to four decimals.
+    Currency AsCurrency() const;
     std::int64_t AsInt64() const;
     void SetAsInt64(std::int64_t value) { SetValue(Extended(value)); }
     std::int32_t AsInteger() const { return IntValue(); }

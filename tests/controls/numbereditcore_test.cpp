@@ -247,6 +247,7 @@ TEST(NumberValue, IntegerViewsAndConversionErrors) {
     EXPECT_EQ(b.IntValue(), -2147483647 - 1);
     b.SetCurrency(StrToCurr(QStringLiteral("1234.5678")));
     EXPECT_EQ(b.Text(), QStringLiteral("1234.5678"));
+    EXPECT_EQ(CurrToStr(b.AsCurrency()), QStringLiteral("1234.5678"));
     EXPECT_THROW(b.SetText(QStringLiteral("-.")), EConvertError);
 }
 
