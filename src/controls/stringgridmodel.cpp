@@ -2,30 +2,6 @@
 
 #include <algorithm>
 
-QStringList SplitTextLines(const QString& text) {
-    QStringList lines;
-    int start = 0;
-    const int n = text.size();
-    int i = 0;
-    while (i < n) {
-        const QChar c = text.at(i);
-        if (c == QLatin1Char('\r') || c == QLatin1Char('\n')) {
-            lines << text.mid(start, i - start);
-            if (c == QLatin1Char('\r') && i + 1 < n && text.at(i + 1) == QLatin1Char('\n')) ++i;
-            start = i + 1;
-        }
-        ++i;
-    }
-    if (start < n) lines << text.mid(start);
-    return lines;
-}
-
-QString JoinTextLines(const QStringList& lines) {
-    QString out;
-    for (const QString& line : lines)
-        out += line + QStringLiteral("\r\n");
-    return out;
-}
 
 namespace {
 quint64 cellKey(int col, int row) {

@@ -5,6 +5,7 @@
 // painting, keyboard, mouse and the in-place editor.
 
 #include "controls/graphics.h"
+#include "util/textlines.h"
 
 #include <QHash>
 #include <QString>
@@ -107,11 +108,6 @@ inline TGridRect GridRect(int left, int top, int right, int bottom) {
     return TGridRect{left, top, right, bottom};
 }
 
-// Splits text into lines as a string list does: a line ends at CR, LF or
-// CR LF, and a break at the very end opens no further line ("" has none).
-QStringList SplitTextLines(const QString& text);
-// Joins lines, each one ended by CR LF.
-QString JoinTextLines(const QStringList& lines);
 
 class TStringGridModel : public TControlObject {
 public:

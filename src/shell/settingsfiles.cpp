@@ -31,22 +31,6 @@ QMap<QString, QString> ReadKeyLines(const QStringList& lines) {
     return map;
 }
 
-QStringList SplitTextLines(const QString& text) {
-    QStringList lines;
-    int start = 0;
-    const int n = int(text.size());
-    for (int i = 0; i < n; ++i) {
-        const QChar c = text[i];
-        if (c == QLatin1Char('\r') || c == QLatin1Char('\n')) {
-            lines.append(text.mid(start, i - start));
-            if (c == QLatin1Char('\r') && i + 1 < n && text[i + 1] == QLatin1Char('\n')) ++i;
-            start = i + 1;
-        }
-    }
-    if (start < n) lines.append(text.mid(start));
-    return lines;
-}
-
 QString KeyLine(const QString& key, const QString& value) {
     return key + QLatin1Char('=') + value;
 }

@@ -10,6 +10,8 @@
 #include <QString>
 #include <QStringList>
 
+#include "util/textlines.h"
+
 #include <stdexcept>
 
 // A read or write failure of a settings file that must be reported.
@@ -22,8 +24,6 @@ public:
 void SplitKeyLine(const QString& line, QString& key, QString& value);
 // The keys of a sequence of lines, last value winning; keyless lines dropped.
 QMap<QString, QString> ReadKeyLines(const QStringList& lines);
-// Splits a text into lines at CR LF, LF or CR; no empty line for a final end.
-QStringList SplitTextLines(const QString& text);
 // "[KEY]=value".
 QString KeyLine(const QString& key, const QString& value);
 

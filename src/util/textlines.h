@@ -1,0 +1,11 @@
+#pragma once
+// Text as lines, the way a string list of the framework splits and joins it.
+
+#include <QString>
+#include <QStringList>
+
+// A line ends at CR, LF or CR LF; a break at the very end opens no further
+// line, so "" has none.
+QStringList SplitTextLines(const QString& text);
+// Each line ended by CR LF.
+QString JoinTextLines(const QStringList& lines);
