@@ -6,6 +6,7 @@
 #include "store/ex_general.h"
 
 #include <QCoreApplication>
+#include <QFont>
 
 QString LaunchStringArgument() {
     return QCoreApplication::arguments().value(1);
@@ -13,12 +14,18 @@ QString LaunchStringArgument() {
 
 TFtankaregist::TFtankaregist(const QString& launchString, QWidget* parent) : QMainWindow(parent) {
     setObjectName(QStringLiteral("Ftankaregist"));
+    // The form's font: a Japanese UI face at the size of a desktop form.
+    QFont formFont(QStringLiteral("Noto Sans CJK JP"));
+    formFont.setPointSize(9);
+    setFont(formFont);
     buildMenu();
     buildStatusBar();
     CentralArea = new QWidget(this);
     CentralArea->setObjectName(QStringLiteral("CentralArea"));
     setCentralWidget(CentralArea);
+    buildSheet();
     setGeometry(DefaultLeft, DefaultTop, DefaultWidth, DefaultHeight);
+    SetUndoEnabledHandler([this](bool enabled) { ActionUndo->setEnabled(enabled); });
 
     // A failure in the creation step is shown like any other, and the form
     // stays.
@@ -29,7 +36,9 @@ TFtankaregist::TFtankaregist(const QString& launchString, QWidget* parent) : QMa
     }
 }
 
-TFtankaregist::~TFtankaregist() = default;
+TFtankaregist::~TFtankaregist() {
+    SetUndoEnabledHandler(nullptr);
+}
 
 void TFtankaregist::FormCreate(const QString& launchString) {
     DataRoot = DataRootPath();

@@ -11,7 +11,21 @@ class QAction;
 class QLabel;
 class QMenu;
 class QMenuBar;
+class QPushButton;
 class QStatusBar;
+class QTabBar;
+class QTreeWidget;
+class QTreeWidgetItem;
+class QLineEdit;
+class TBoxLabel;
+class TCheckGroupBox;
+class TEditCombo;
+class TFixedList;
+class TGradPan;
+class TNumberEdit;
+class TRadioGroup;
+class TStrColGrid;
+class TToggleSwitch;
 
 // The first command-line argument of the program, the launch string.
 QString LaunchStringArgument();
@@ -136,6 +150,98 @@ public:
     // yet: the tree, the tabs, the grids and the option panel go here.
     QWidget* centralArea() const { return CentralArea; }
 
+    // ---- Controls of the sheet and the pipe type ----------------------------
+    TGradPan* velmoraEmblem = nullptr;
+    QLabel* Label11 = nullptr; // "Ostrel"
+    QLabel* Label9 = nullptr;  // "Qorvale"
+    QLabel* ReleaseLabel = nullptr;
+    QTreeWidget* TreeView1 = nullptr;
+
+    // The group "管種名".
+    TEditCombo* GOODSBOX = nullptr;
+    TEditCombo* ComboBox4 = nullptr;
+    TEditCombo* ComboBox5 = nullptr;
+    TEditCombo* ci = nullptr;
+    TToggleSwitch* CheckBox1 = nullptr;
+    QPushButton* Button2 = nullptr; // サイズ設定
+    QPushButton* Button3 = nullptr; // 標準歩掛選択
+    // The group "材料単価建物/ページ".
+    QLineEdit* StaticText1 = nullptr;
+    QLineEdit* StaticText2 = nullptr;
+    QPushButton* Button1 = nullptr; // 登　録
+
+    QTabBar* TabControl1 = nullptr;
+    QWidget* Panel5 = nullptr;
+    QLabel* Label1 = nullptr; // over StrColGrid2
+    QLabel* Label2 = nullptr; // over StrColGrid1
+    TStrColGrid* StrColGrid1 = nullptr;
+    TStrColGrid* StrColGrid2 = nullptr;
+
+    // The options of the pipe type.
+    TRadioGroup* SBorRadio1 = nullptr;        // モード
+    TRadioGroup* Scalc_opt1 = nullptr;        // その他の計算方法
+    TRadioGroup* SBorRadio4 = nullptr;        // 各要素単位の計算処理
+    TRadioGroup* SBorRadio8 = nullptr;        // 小数以下処理
+    TRadioGroup* SBorRadio14 = nullptr;       // 採用有効桁設定[提出]
+    TRadioGroup* SBorRadio11 = nullptr;       // 有効桁以下
+    TFixedList* ComboBox1 = nullptr;          // 単価計算処理: digits
+    TFixedList* ComboBox3 = nullptr;          // 単価計算処理: fraction
+    TCheckGroupBox* CheckGroupBox1 = nullptr; // 単価に掛率を使用
+    TNumberEdit* avr_1 = nullptr;
+    TNumberEdit* avr_N = nullptr;
+    TNumberEdit* GpayDay1 = nullptr;
+    TNumberEdit* GpayDay_N = nullptr;
+    TRadioGroup* stylegr = nullptr; // 印刷スタイル選択
+
+    // Set while ShowPipeType fills the controls.
+    bool Refreshing = false;
+    // The remembered cells of the grids (column, row).
+    int Grid1Col = 4, Grid1Row = 1;
+    int Grid2Col = 4, Grid2Row = 1;
+
+    // ---- The tree ---------------------------------------------------------
+    // Node by absolute index (group g is (g-1) x 21, its pipe type k is
+    // (g-1) x 21 + k), and the index of a node.
+    QTreeWidgetItem* TreeNode(int absoluteIndex) const;
+    int AbsoluteIndex(QTreeWidgetItem* node) const;
+    QTreeWidgetItem* SelectedNode() const;
+
+    // ---- The screen logic -------------------------------------------------
+    void ClearSheet();
+    void ShowPipeType();
+    void ApplyControls();
+    void TakeSelection();
+    void FillGroupNodes(int g);
+    void LoadGroupNames();
+    void SaveGroupNames();
+    void ShowGridRow(int r);
+    void ShowPriceCells(int r);
+    void MarkRow(int g);
+    void SetupSheet();
+    void SetGrid1Headings(bool refrigerant, bool longForm);
+    int CurrentTab() const;
+    // The rows shown on the current tab start after this row.
+    int TabBase() const { return CurrentTab() * 15; }
+
+    void TreeView1Click();
+    void TreeView1MouseUp();
+    void TabControl1Change();
+    void StrColGrid1Click();
+    void StrColGrid2Click();
+    void GOODSBOXKeyPress(int key, bool& handled);
+    void Button1Click();
+    void N1Click();
+    void FormResize();
+
+    // The steps of opening and closing.
+    void FormShow();
+    bool FormCloseQuery();
+    void FormClose();
+    void ReadDisplayFile();
+    void WriteDisplayFile();
+    // Asks to save a changed pipe type; saves on yes.
+    void AskToSave();
+
     // ---- Handlers ---------------------------------------------------------
     void FormCreate(const QString& launchString);
     void ActionRelaseVersionExecute();
@@ -151,7 +257,18 @@ public:
     // Makes the menu item follow the action and run it.
     static void BindAction(QAction* item, QAction* action);
 
+protected:
+    void showEvent(QShowEvent* event) override;
+    void closeEvent(QCloseEvent* event) override;
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
 private:
+    void buildSheet();
+    QWidget* buildNameBox();
+    QWidget* buildOptions();
+    void connectSheet();
+    bool shown_ = false;
+    bool settingTabs_ = false;
     void buildMenu();
     void buildStatusBar();
     QAction* addItem(QMenu* menu, const char* name, const QString& caption);

@@ -7,6 +7,7 @@
 #include <QMenu>
 #include <QMenuBar>
 #include <QStatusBar>
+#include <QTreeWidget>
 
 const std::array<const char*, 10> TFtankaregist::DefaultGroupNames = {
     "給水", "排水", "通気", "給湯", "消火", "冷温水", "冷却水", "蒸気", "油", "冷媒"};
@@ -242,6 +243,8 @@ void TFtankaregist::NameGroup(int tag) {
                                      QStringLiteral("グル－プ名を入力してください"), name))
         return;
     SetGroupName(g, name);
+    if (QTreeWidgetItem* node = TreeNode(tag * 21)) node->setText(0, name);
+    SaveGroupNames();
 }
 
 void TFtankaregist::tree_listClick() {

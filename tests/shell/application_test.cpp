@@ -9,6 +9,7 @@
 #include "shell/scripteddialogs.h"
 #include "shell/utankaregist.h"
 #include "shell/uversioninfo.h"
+#include "store/suitestandin.h"
 
 #include <QEventLoop>
 #include <QPushButton>
@@ -91,6 +92,12 @@ TEST(ApplicationTest, ProgramBodyShowsTheMainFormAndEndsWithZero) {
     ScriptedDialogsScope dialogs;
     QTemporaryDir common;
     qputenv("QORVALE_COMMON_DATA", common.path().toUtf8());
+    QString out;
+    QTextStream sink(&out);
+    ASSERT_EQ(RunVelmoraSuite({QStringLiteral("init")}, sink, sink), 0);
+    // A pipe type of zeros gets its default captions and options on the
+    // screen, so closing asks about saving: the answer is cancel.
+    dialogs->AnswerBox(TaskDialog::IdCancel);
     QString caption;
     bool dialogsMade = false;
     QTimer::singleShot(50, [&] {

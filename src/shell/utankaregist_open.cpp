@@ -1,0 +1,140 @@
+// The main form: opening and closing the workspace, and the settings files
+// applied to the window.
+#include "shell/utankaregist.h"
+
+#include "controls/strcgrid.h"
+#include "sheet/sheettexts.h"
+#include "shell/application.h"
+#include "shell/datapaths.h"
+#include "shell/dialogs.h"
+#include "shell/formwidgets.h"
+#include "shell/settingsfiles.h"
+#include "shell/versionblock.h"
+#include "store/pipetypestore.h"
+
+#include <QApplication>
+#include <QCloseEvent>
+#include <QDir>
+#include <QLabel>
+#include <QPalette>
+#include <QStatusBar>
+#include <QTimer>
+#include <QToolTip>
+#include <QTreeWidget>
+
+namespace {
+const QString WindowFileName = QStringLiteral("qorvale_k");
+}
+
+void TFtankaregist::showEvent(QShowEvent* event) {
+    QMainWindow::showEvent(event);
+    if (shown_) return;
+    shown_ = true;
+    // The show step runs once the window is on the screen, as the first
+    // event handler of the message loop; a failure in it is shown like any
+    // other and leaves the window open.
+    QTimer::singleShot(0, this, [this] {
+        try {
+            FormShow();
+        } catch (...) {
+            HandleCurrentException();
+        }
+    });
+}
+
+void TFtankaregist::FormShow() {
+    NoDataFolder = false;
+    if (!QDir(DataRoot).exists()) {
+        ShowTaskDialog(
+            this, ApplicationTitle(), QStringLiteral("確認"), TaskDialog::IconInformation,
+            TaskDialog::ButtonYes,
+            QStringLiteral("インストール直後は、Velmora本体を先に一度起動してください。"));
+        NoDataFolder = true;
+        close();
+        return;
+    }
+    WindowRect rect;
+    ReadWindowFile(DataRoot, WindowFileName, rect);
+    if (rect.Height > 0)
+        setGeometry(rect.Left, rect.Top, rect.Width, rect.Height);
+    else
+        setGeometry(DefaultLeft, DefaultTop, DefaultWidth, DefaultHeight);
+    ReleaseLabel->setText(ReleaseText);
+    ReadDisplayFile();
+
+    SetStatusPanel(5, DatabaseFolder);
+    N20->setVisible(true);
+    N24->setVisible(true);
+    QPalette tips = QToolTip::palette();
+    tips.setColor(QPalette::ToolTipBase, QColor(0, 255, 0));
+    QToolTip::setPalette(tips);
+    SetupSheet();
+    ClearRows(RowCount);
+    ClearSheet();
+    for (QAction* a : {all_paste_1, all_paste_2, all_paste_3, all_paste_4, item_paste_1,
+                       item_paste_2, item_paste_3, item_paste_4})
+        a->setEnabled(false);
+    ExDatabasePath = ExDatabasePathIn(DatabaseFolder);
+
+    LoadGroupNames();
+    for (int g = 1; g <= 10; ++g)
+        FillGroupNodes(g);
+    CurrentCtg = CurrentGrp = CurrentKan = 1;
+    TreeView1->setCurrentItem(TreeNode(1));
+    TakeSelection();
+    LoadPipeType(CurrentCtg, CurrentGrp, CurrentKan);
+    TakeSnapshot();
+    ShowPipeType();
+    Grid1Col = Grid2Col = 4;
+    Grid1Row = Grid2Row = 1;
+    for (TStrColGrid* grid : {StrColGrid1, StrColGrid2})
+        grid->SetCellColors(0, 1, TColor(SheetMark));
+}
+
+void TFtankaregist::closeEvent(QCloseEvent* event) {
+    // A close is never refused; a failure in the close query is shown and
+    // stops only the query.
+    try {
+        FormCloseQuery();
+    } catch (...) {
+        HandleCurrentException();
+    }
+    FormClose();
+    event->accept();
+}
+
+bool TFtankaregist::FormCloseQuery() {
+    if (NoDataFolder) return true;
+    ApplyControls();
+    AskToSave();
+    WriteDisplayFile();
+    return true;
+}
+
+void TFtankaregist::FormClose() {
+    if (NoDataFolder) return;
+    const QRect g = geometry();
+    WriteWindowFile(DataRoot, WindowFileName, g.top(), g.left(), g.width(), g.height());
+}
+
+void TFtankaregist::ReadDisplayFile() {
+    DisplaySettings s;
+    s.TreeUse = tree_list->isChecked();
+    s.StatusUse = status_bar->isChecked();
+    if (ReadDisplaySettings(DataRoot, s)) {
+        tree_list->setChecked(s.TreeUse);
+        status_bar->setChecked(s.StatusUse);
+        if (s.HasTreeViewWidth) TreeView1->parentWidget()->setFixedWidth(s.TreeViewWidth);
+    }
+    if (!tree_list->isChecked()) TreeView1->hide();
+    if (!status_bar->isChecked()) StatusBar1->hide();
+}
+
+void TFtankaregist::WriteDisplayFile() {
+    DisplaySettings s;
+    s.CheckBox1 = CheckBox1->IsOn();
+    s.TreeUse = tree_list->isChecked();
+    s.StatusUse = status_bar->isChecked();
+    s.TreeViewWidth = TreeView1->parentWidget()->width();
+    WriteDisplaySettings(DataRoot, s);
+}

@@ -1,0 +1,352 @@
+// The main form: the way between the rows and the controls, the tree, the
+// tabs, line following and saving.
+#include "shell/utankaregist.h"
+
+#include "controls/numberedit.h"
+#include "controls/strcgrid.h"
+#include "engine/calcrow.h"
+#include "engine/rounding.h"
+#include "sheet/sheettexts.h"
+#include "shell/confrecord.h"
+#include "shell/datapaths.h"
+#include "shell/dialogs.h"
+#include "shell/formwidgets.h"
+#include "store/modulewrappersqlite.h"
+#include "store/pipetypestore.h"
+
+#include <QLabel>
+#include <QLineEdit>
+#include <QMenu>
+#include <QSignalBlocker>
+#include <QTabBar>
+#include <QTreeWidget>
+
+namespace {
+
+// Number edit value to Currency: times 10000, stored to nearest.
+Currency editCurrency(const TNumberEdit* edit) {
+    return Currency::FromRaw(Store(edit->Value() * 10000.0L));
+}
+
+Extended currencyValue(Currency c) {
+    return Extended(c.raw) / 10000.0L;
+}
+
+} // namespace
+
+// ---- The tree ---------------------------------------------------------------
+
+QTreeWidgetItem* TFtankaregist::TreeNode(int absoluteIndex) const {
+    if (!TreeView1 || absoluteIndex < 0 || absoluteIndex >= 210) return nullptr;
+    QTreeWidgetItem* group = TreeView1->topLevelItem(absoluteIndex / 21);
+    const int k = absoluteIndex % 21;
+    return k == 0 ? group : group->child(k - 1);
+}
+
+int TFtankaregist::AbsoluteIndex(QTreeWidgetItem* node) const {
+    if (!node) return -1;
+    if (QTreeWidgetItem* parent = node->parent())
+        return TreeView1->indexOfTopLevelItem(parent) * 21 + parent->indexOfChild(node) + 1;
+    return TreeView1->indexOfTopLevelItem(node) * 21;
+}
+
+QTreeWidgetItem* TFtankaregist::SelectedNode() const {
+    return TreeView1 ? TreeView1->currentItem() : nullptr;
+}
+
+void TFtankaregist::LoadGroupNames() {
+    ::LoadGroupNames();
+    for (int g = 1; g <= 10; ++g) {
+        SetGroupName(g, KanzaiConf.GroupNames[std::size_t(g - 1)]);
+        TreeNode((g - 1) * 21)->setText(0, GroupName(g));
+    }
+}
+
+void TFtankaregist::SaveGroupNames() {
+    for (int g = 1; g <= 10; ++g)
+        KanzaiConf.GroupNames[std::size_t(g - 1)] = GroupName(g);
+    ::SaveGroupNames();
+}
+
+void TFtankaregist::FillGroupNodes(int g) {
+    QueryToLines(ExDatabasePath,
+                 QStringLiteral("SELECT GOODS FROM ex_kanzai where CTG='1' and GRP='") +
+                     QString::number(g) + QStringLiteral("' and no='1';"));
+    for (int i = 0; i < int(ResultLines.size()); ++i) {
+        QString text = NthField(ResultLines[i], 1);
+        if (text.isEmpty()) text = QStringLiteral("----");
+        if (QTreeWidgetItem* node = TreeNode((g - 1) * 21 + 1 + i))
+            node->setText(0, text.trimmed());
+    }
+}
+
+void TFtankaregist::TakeSelection() {
+    QTreeWidgetItem* node = SelectedNode();
+    QTreeWidgetItem* parent = node ? node->parent() : nullptr;
+    CurrentCtg = 1;
+    if (parent) {
+        CurrentGrp = TreeView1->indexOfTopLevelItem(parent) + 1;
+        CurrentKan = parent->indexOfChild(node) + 1;
+    }
+    SetStatusPanel(0, QString::number(CurrentCtg));
+    SetStatusPanel(1, QString::number(CurrentGrp));
+    SetStatusPanel(2, QString::number(CurrentKan));
+}
+
+void TFtankaregist::AskToSave() {
+    if (!PipeTypeChanged()) return;
+    const int answer =
+        ShowTaskDialog(this, ApplicationTitle(), QStringLiteral("確認"), TaskDialog::IconQuestion,
+                       TaskDialog::ButtonYes | TaskDialog::ButtonCancel,
+                       GOODSBOX->Text() + QStringLiteral("\r\nデータを保存しますか?"));
+    if (answer == TaskDialog::IdYes) SavePipeType(this, CurrentCtg, CurrentGrp, 0, CurrentKan);
+}
+
+void TFtankaregist::TreeView1Click() {
+    AskToSave();
+    QTreeWidgetItem* node = SelectedNode();
+    if (!node || node->childCount() > 0) return;
+    TakeSelection();
+    LoadPipeType(CurrentCtg, CurrentGrp, CurrentKan);
+    TakeSnapshot();
+    ShowPipeType();
+}
+
+void TFtankaregist::TreeView1MouseUp() {
+    if (!CurrentDialogs().ShiftDown()) return;
+    QTreeWidgetItem* node = SelectedNode();
+    if (!node) return;
+    QString name = node->text(0);
+    if (!CurrentDialogs().InputQuery(this, QStringLiteral("Qorvale"),
+                                     QStringLiteral("名称を入力してください"), name))
+        return;
+    node->setText(0, name);
+    const int index = AbsoluteIndex(node);
+    if (index % 21 == 0) SetGroupName(index / 21 + 1, name);
+    SaveGroupNames();
+}
+
+// ---- Rows to controls ---------------------------------------------------------
+
+int TFtankaregist::CurrentTab() const {
+    return std::max(0, TabControl1->currentIndex());
+}
+
+void TFtankaregist::ClearSheet() {
+    GOODSBOX->SetText(QString());
+    GpayDay1->SetValue(0);
+    GpayDay_N->SetValue(0);
+    for (int r = 1; r < GridRows; ++r) {
+        for (int c = 1; c <= 3; ++c)
+            StrColGrid2->SetCells(c, r, QString());
+        for (int c = 1; c <= 10; ++c)
+            StrColGrid1->SetCells(c, r, QString());
+    }
+}
+
+void TFtankaregist::SetGrid1Headings(bool refrigerant, bool longForm) {
+    const ElementHeadings h = longForm ? LongHeadings(refrigerant) : ShortHeadings(refrigerant);
+    StrColGrid1->SetCells(5, 0, h.col5);
+    StrColGrid1->SetCells(6, 0, h.col6);
+    StrColGrid1->SetCells(7, 0, h.col7);
+    StrColGrid1->SetCells(9, 0, h.col9);
+    StrColGrid1->SetCells(10, 0, h.col10);
+    if (!longForm) StrColGrid1->SetCells(8, 0, QStringLiteral("配 管 工"));
+}
+
+void TFtankaregist::ShowPipeType() {
+    Refreshing = true;
+    ClearSheet();
+    KanzaiOptions o = CurrentOptions();
+    {
+        settingTabs_ = true;
+        while (TabControl1->count() > 0)
+            TabControl1->removeTab(0);
+        if (o.ModeFlag() == 0) {
+            item_paste_5->setEnabled(true);
+            for (int t = 0; t < 4; ++t) {
+                Fuzokurecordtypex& row = KanzaiRows[t * 15 + 1];
+                if (row.KIND.isEmpty()) row.SetKind(DefaultDetailCaptions[std::size_t(t)]);
+                TabControl1->addTab(row.Kind());
+            }
+            SetGrid1Headings(false, true);
+            item_paste_5->setText(TabControl1->tabText(0) + QStringLiteral("のデータを") +
+                                  TabControl1->tabText(1) + QStringLiteral("・") +
+                                  TabControl1->tabText(2) + QStringLiteral("・") +
+                                  TabControl1->tabText(3) + QStringLiteral("へコピ－"));
+        } else if (o.ModeFlag() == 1) {
+            item_paste_5->setEnabled(false);
+            TabControl1->addTab(RefrigerantTabCaption);
+            TabControl1->setCurrentIndex(0);
+            SetGrid1Headings(true, true);
+        }
+        settingTabs_ = false;
+    }
+    GOODSBOX->SetText(KanzaiRows[1].Goods());
+    ComboBox4->SetText(KanzaiRows[2].Goods());
+    ComboBox5->SetText(KanzaiRows[3].Goods());
+    StaticText1->setText(KanzaiRows[4].Goods());
+    StaticText2->setText(KanzaiRows[5].Goods());
+    ci->SetText(KanzaiRows[1].Ci());
+    SetStatusPanel(0, KanzaiRows[1].Goods());
+    SetStatusPanel(1, KanzaiRows[2].Goods());
+    SetStatusPanel(2, KanzaiRows[3].Goods());
+    SetStatusPanel(3, TabControl1->tabText(TabControl1->currentIndex()));
+    SetStatusPanel(4, KanzaiRows[15].Size());
+
+    GpayDay1->SetValue(currencyValue(o.LabourSubmitted()));
+    GpayDay_N->SetValue(currencyValue(o.LabourCost()));
+    avr_1->SetValue(currencyValue(o.RateSubmitted()));
+    avr_N->SetValue(currencyValue(o.RateCost()));
+    ComboBox1->SetItemIndex(DigitIndexOf(o.UnitDigits()));
+    ComboBox3->SetItemIndex(FractionIndexOf(o.UnitFraction()));
+    SBorRadio14->SetItemIndex(DigitIndexOf(o.AdoptedDigits()));
+    SBorRadio11->SetItemIndex(FractionIndexOf(o.AdoptedFraction()));
+    SBorRadio4->SetItemIndex(DigitIndexOf(o.ElementDigits()));
+    SBorRadio8->SetItemIndex(FractionIndexOf(o.ElementFraction()));
+    SBorRadio1->SetItemIndex(o.ModeFlag());
+    Scalc_opt1->SetItemIndex(o.OtherMethod());
+
+    settingTabs_ = true;
+    TabControl1->setCurrentIndex(0);
+    settingTabs_ = false;
+
+    if (o.RateOn() == Currency::FromInt(1))
+        CheckGroupBox1->SetChecked(true);
+    else if (o.RateOn().IsZero())
+        CheckGroupBox1->SetChecked(false);
+
+    for (int r = 1; r < OptionRow; ++r)
+        CalcRow(r);
+    for (int r = 1; r <= SheetLines; ++r)
+        ShowGridRow(r);
+    for (int r = 1; r <= SheetLines; ++r)
+        ShowPriceCells(r);
+    SetUndoEnabled(false);
+    Refreshing = false;
+}
+
+void TFtankaregist::ShowGridRow(int r) {
+    const int g = r - CurrentTab() * 15;
+    if (g < 1 || g > SheetLines) return;
+    SheetView view;
+    view.side = SideOfColumn(StrColGrid2->Selection().Left);
+    view.showResults = CheckBox1->IsOn();
+    view.refrigerant = SBorRadio1->ItemIndex() == 1;
+    const auto texts = Grid1LineTexts(KanzaiRows[r], view);
+    StrColGrid1->SetCells(0, g, texts[0]);
+    StrColGrid2->SetCells(0, g, texts[0]);
+    StrColGrid1->SetCells(2, g, texts[2]);
+    StrColGrid1->SetCells(1, g, texts[1]);
+    StrColGrid1->SetCells(3, g, texts[3]);
+    for (int c = 4; c < Grid1Cols; ++c)
+        StrColGrid1->SetCells(c, g, texts[std::size_t(c)]);
+}
+
+void TFtankaregist::ShowPriceCells(int r) {
+    // Rows of other tabs lie beyond the grid: nothing to show.
+    if (r < 1 || r > SheetLines) return;
+    const auto texts = PriceTexts(KanzaiRows[r]);
+    for (int c = 1; c <= 3; ++c)
+        StrColGrid2->SetCells(c, r, texts[std::size_t(c - 1)]);
+}
+
+void TFtankaregist::MarkRow(int g) {
+    for (TStrColGrid* grid : {StrColGrid1, StrColGrid2}) {
+        for (int line = 1; line <= 15; ++line)
+            grid->SetCellColors(0, line, TColor(SheetDark));
+        grid->SetCellColors(0, g, TColor(SheetMark));
+        grid->Repaint();
+    }
+}
+
+// ---- Controls to rows -----------------------------------------------------------
+
+void TFtankaregist::ApplyControls() {
+    if (Refreshing) return;
+    Label1->setText(CheckGroupBox1->Checked() ? QStringLiteral("資材単価[単価に掛率を使用]")
+                                              : QStringLiteral("資材単価"));
+    TakeSnapshot();
+    KanzaiRows[1].SetGoods(GOODSBOX->Text());
+    KanzaiRows[2].SetGoods(ComboBox4->Text());
+    KanzaiRows[3].SetGoods(ComboBox5->Text());
+    KanzaiRows[4].SetGoods(StaticText1->text());
+    KanzaiRows[5].SetGoods(StaticText2->text());
+    for (int t = 0; t < 4; ++t)
+        if (t < TabControl1->count()) KanzaiRows[t * 15 + 1].SetKind(TabControl1->tabText(t));
+    for (int r = 1; r <= RowCount; ++r)
+        KanzaiRows[r].SetCi(ci->Text());
+
+    KanzaiOptions o = CurrentOptions();
+    o.LabourSubmitted() = editCurrency(GpayDay1);
+    o.LabourCost() = editCurrency(GpayDay_N);
+    o.RateSubmitted() = editCurrency(avr_1);
+    o.RateCost() = editCurrency(avr_N);
+    o.RateOn() = Currency::FromInt(CheckGroupBox1->Checked() ? 1 : 0);
+    auto digit = [](int index) { return DigitSteps[std::size_t(std::clamp(index, 0, 7))]; };
+    auto fraction = [](int index) { return FractionSteps[std::size_t(std::clamp(index, 0, 2))]; };
+    o.UnitDigits() = digit(ComboBox1->ItemIndex());
+    o.UnitFraction() = fraction(ComboBox3->ItemIndex());
+    o.AdoptedDigits() = digit(SBorRadio14->ItemIndex());
+    o.AdoptedFraction() = fraction(SBorRadio11->ItemIndex());
+    o.ElementDigits() = digit(SBorRadio4->ItemIndex());
+    o.ElementFraction() = fraction(SBorRadio8->ItemIndex());
+    o.ModeFlag() = SBorRadio1->ItemIndex();
+    o.OtherMethod() = Scalc_opt1->ItemIndex();
+
+    for (int r = 1; r < OptionRow; ++r)
+        CalcRow(r);
+    const int base = TabBase();
+    for (int g = 1; g <= SheetLines; ++g)
+        ShowGridRow(base + g);
+    for (int r = 1; r <= SheetLines; ++r)
+        ShowPriceCells(r);
+    RefreshLines();
+    SetGrid1Headings(SBorRadio1->ItemIndex() == 1, false);
+    StrColGrid1->SetCells(1, 0, QStringLiteral("採用単価"));
+}
+
+// ---- Events -----------------------------------------------------------------------
+
+void TFtankaregist::TabControl1Change() {
+    const int base = TabBase();
+    for (int g = 1; g <= SheetLines; ++g)
+        ShowGridRow(base + g);
+}
+
+void TFtankaregist::StrColGrid1Click() {
+    const int line = StrColGrid1->Row();
+    const int col = StrColGrid2->Selection().Left;
+    StrColGrid2->SetSelection(GridRect(col, line, col, line));
+    MarkRow(line);
+}
+
+void TFtankaregist::StrColGrid2Click() {
+    const int line = StrColGrid2->Row();
+    const int col = StrColGrid1->Selection().Left;
+    StrColGrid1->SetSelection(GridRect(col, line, col, line));
+    for (TStrColGrid* grid : {StrColGrid1, StrColGrid2}) {
+        for (int l = 1; l <= 15; ++l)
+            grid->SetCellColors(0, l, TColor(SheetDark));
+        grid->SetCellColors(0, line, TColor(SheetMark));
+    }
+    const int base = TabBase();
+    for (int g = 1; g <= SheetLines; ++g)
+        ShowGridRow(base + g);
+}
+
+void TFtankaregist::GOODSBOXKeyPress(int key, bool& handled) {
+    if (key != Qt::Key_Return && key != Qt::Key_Enter) return;
+    handled = true;
+    if (QTreeWidgetItem* node = SelectedNode()) node->setText(0, GOODSBOX->Text().trimmed());
+    ApplyControls();
+}
+
+void TFtankaregist::Button1Click() {
+    ApplyControls();
+    SavePipeType(this, CurrentCtg, CurrentGrp, 1, CurrentKan);
+}
+
+void TFtankaregist::N1Click() {
+    SavePipeType(this, CurrentCtg, CurrentGrp, 1, CurrentKan);
+}

@@ -1,0 +1,322 @@
+// The main window on a real database made by the suite stand-in, offscreen,
+// with the person at the keyboard played by the scripted dialogs.
+#include "controls/numberedit.h"
+#include "controls/strcgrid.h"
+#include "engine/calcrow.h"
+#include "sheet/sheettexts.h"
+#include "shell/confrecord.h"
+#include "shell/datapaths.h"
+#include "shell/formwidgets.h"
+#include "shell/scripteddialogs.h"
+#include "shell/settingsfiles.h"
+#include "shell/utankaregist.h"
+#include "store/modulewrappersqlite.h"
+#include "store/pipetypestore.h"
+#include "store/suitestandin.h"
+
+#include <QApplication>
+#include <QDir>
+#include <QFile>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QStatusBar>
+#include <QTabBar>
+#include <QTemporaryDir>
+#include <QTest>
+#include <QTreeWidget>
+
+#include <gtest/gtest.h>
+
+#include <memory>
+
+namespace {
+
+QString U(const char* t) {
+    return QString::fromUtf8(t);
+}
+
+class Workspace : public ::testing::Test {
+protected:
+    void SetUp() override {
+        ASSERT_TRUE(dir.isValid());
+        qputenv("QORVALE_COMMON_DATA", dir.path().toUtf8());
+        QString out, err;
+        QTextStream o(&out), e(&err);
+        ASSERT_EQ(RunVelmoraSuite({QStringLiteral("init"), QStringLiteral("--demo")}, o, e), 0)
+            << err.toStdString();
+        db = ExDatabasePathIn(DatabaseFolderFrom(QString()));
+    }
+    void TearDown() override {
+        form.reset();
+        qunsetenv("QORVALE_COMMON_DATA");
+        EXPECT_TRUE(dialogs->Unanswered().isEmpty())
+            << dialogs->Unanswered().join('\n').toStdString();
+    }
+
+    // Opens the window and runs its show step.
+    TFtankaregist& open() {
+        form = std::make_unique<TFtankaregist>(QString());
+        form->show();
+        QCoreApplication::processEvents();
+        QCoreApplication::processEvents();
+        return *form;
+    }
+    void closeForm() {
+        form->close();
+        form.reset();
+    }
+
+    QString cell1(int c, int r) const { return form->StrColGrid1->Cells(c, r); }
+    QString cell2(int c, int r) const { return form->StrColGrid2->Cells(c, r); }
+
+    void clickNode(int absoluteIndex) {
+        QTreeWidgetItem* node = form->TreeNode(absoluteIndex);
+        form->TreeView1->setCurrentItem(node);
+        form->TreeView1->scrollToItem(node);
+        const QRect r = form->TreeView1->visualItemRect(node);
+        QTest::mouseClick(form->TreeView1->viewport(), Qt::LeftButton, {}, r.center());
+    }
+
+    // The stored value of a column of one row.
+    QString stored(int grp, int kan, int no, const char* column) {
+        QueryToLines(db, QStringLiteral("SELECT %1 FROM ex_kanzai where CTG='1' and GRP='%2' and "
+                                        "KAN='%3' and NO='%4';")
+                             .arg(QString::fromLatin1(column))
+                             .arg(grp)
+                             .arg(kan)
+                             .arg(no));
+        return ResultLines.isEmpty() ? QString() : NthField(ResultLines[0], 1);
+    }
+
+    QTemporaryDir dir;
+    QString db;
+    ScriptedDialogsScope dialogs;
+    std::unique_ptr<TFtankaregist> form;
+};
+
+TEST_F(Workspace, StartShowsTheFirstPipeTypeWithTheEnginesPrices) {
+    TFtankaregist& f = open();
+    EXPECT_FALSE(f.NoDataFolder);
+    EXPECT_EQ(f.windowTitle(), U("Qorvale-Ostrel-"));
+    EXPECT_EQ(f.TreeNode(0)->text(0), U("給水"));
+    EXPECT_EQ(f.TreeNode(189)->text(0), U("冷媒"));
+    EXPECT_EQ(f.TreeView1->currentItem(), f.TreeNode(1));
+    EXPECT_EQ(f.TreeNode(1)->text(0), KanzaiRows[1].Goods().trimmed());
+    EXPECT_EQ(f.TreeNode(20)->text(0), U("----")); // no demo data there
+    EXPECT_EQ(f.GOODSBOX->Text(), KanzaiRows[1].Goods());
+    EXPECT_EQ(f.TabControl1->count(), 4);
+    EXPECT_EQ(f.TabControl1->tabText(0), U("屋内一般"));
+    EXPECT_EQ(f.StatusPanel(5), DatabaseFolder);
+
+    // The prices on the sheet are the engine's on the stored rows.
+    LoadPipeType(1, 1, 1);
+    CalcAllRows();
+    for (int g = 1; g <= 14; ++g) {
+        const auto texts = Grid1LineTexts(KanzaiRows[g], SheetView{});
+        for (int c = 0; c < Grid1Cols; ++c)
+            EXPECT_EQ(cell1(c, g), texts[std::size_t(c)]) << g;
+        EXPECT_EQ(cell2(1, g), FormatAmount(KanzaiRows[g].GROSS));
+    }
+    EXPECT_TRUE(cell2(1, 1).contains(',') || KanzaiRows[1].GROSS.raw < 10000000);
+    EXPECT_FALSE(f.ActionUndo->isEnabled());
+}
+
+TEST_F(Workspace, MissingDataFolderRefusesAndWritesNothing) {
+    QDir(DataRootPath()).removeRecursively();
+    dialogs->AnswerBox(TaskDialog::IdYes);
+    TFtankaregist& f = open();
+    EXPECT_TRUE(f.NoDataFolder);
+    ASSERT_EQ(dialogs->Boxes().size(), 1u);
+    EXPECT_EQ(dialogs->Boxes()[0].content,
+              U("インストール直後は、Velmora本体を先に一度起動してください。"));
+    EXPECT_FALSE(f.isVisible());
+    closeForm();
+    EXPECT_FALSE(QDir(DataRootPath()).exists());
+}
+
+TEST_F(Workspace, ClickOnAnotherPipeTypeLoadsItAtTabZero) {
+    TFtankaregist& f = open();
+    f.TabControl1->setCurrentIndex(2);
+    clickNode(2); // group 1, pipe type 2
+    EXPECT_EQ(f.CurrentGrp, 1);
+    EXPECT_EQ(f.CurrentKan, 2);
+    EXPECT_EQ(f.TabControl1->currentIndex(), 0);
+    LoadPipeType(1, 1, 2);
+    EXPECT_EQ(f.GOODSBOX->Text(), KanzaiRows[1].Goods());
+    EXPECT_EQ(cell1(0, 1), KanzaiRows[1].Size());
+    EXPECT_TRUE(dialogs->Boxes().empty()); // nothing changed, nothing asked
+}
+
+TEST_F(Workspace, OptionChangeRecalculatesAllRowsAndShowsThem) {
+    TFtankaregist& f = open();
+    const QString before = cell1(2, 3);
+    f.SBorRadio14->SetItemIndex(0); // adopted digits 1
+    f.SBorRadio4->SetItemIndex(2);  // two decimals per element
+    // Every row of every tab follows the engine.
+    for (int r : {3, 20, 47}) {
+        Fuzokurecordtypex copy = KanzaiRows[r];
+        CalcRowWith(copy, CurrentOptions());
+        EXPECT_EQ(copy.GTANKA, KanzaiRows[r].GTANKA) << r;
+    }
+    EXPECT_EQ(cell1(1, 3), FormatAmount(KanzaiRows[3].FTANKA));
+    EXPECT_EQ(KanzaiRows[3].FTANKA, KanzaiRows[3].GTANKA);
+    EXPECT_NE(before, QString());
+    EXPECT_TRUE(f.ActionUndo->isEnabled());
+    EXPECT_EQ(cell1(1, 0), U("採用単価"));
+}
+
+TEST_F(Workspace, EnterInBaseLabourCostAppliesAndMovesFocus) {
+    TFtankaregist& f = open();
+    f.activateWindow();
+    f.GpayDay1->setFocus();
+    f.GpayDay1->SetValue(20000);
+    QTest::keyClick(f.GpayDay1, Qt::Key_Return);
+    EXPECT_EQ(CurrentOptions().LabourSubmitted(), Currency::FromInt(20000));
+    EXPECT_TRUE(f.GpayDay_N->hasFocus());
+    Fuzokurecordtypex copy = KanzaiRows[1];
+    CalcRowWith(copy, CurrentOptions());
+    EXPECT_EQ(cell1(2, 1), FormatAmount(copy.GTANKA));
+}
+
+TEST_F(Workspace, SaveWritesAllRowsAndSaysSo) {
+    TFtankaregist& f = open();
+    f.GpayDay1->SetValue(21000);
+    QTest::mouseClick(f.Button1, Qt::LeftButton);
+    ASSERT_FALSE(dialogs->Boxes().empty());
+    EXPECT_EQ(dialogs->Boxes().back().content, U("保存しました。"));
+    EXPECT_EQ(stored(1, 1, 60, "DATA5"), U("21000"));
+    for (int no : {1, 14, 30, 59}) {
+        EXPECT_EQ(stored(1, 1, no, "GTANKA"), CurrToStr(KanzaiRows[no].GTANKA)) << no;
+        EXPECT_EQ(stored(1, 1, no, "FTANKA"), CurrToStr(KanzaiRows[no].FTANKA)) << no;
+        EXPECT_EQ(stored(1, 1, no, "NTANKA"), CurrToStr(KanzaiRows[no].NTANKA)) << no;
+    }
+    EXPECT_FALSE(PipeTypeChanged());
+}
+
+TEST_F(Workspace, TreeClickAsksAboutChangesAndSavesOnYes) {
+    TFtankaregist& f = open();
+    f.GpayDay1->SetValue(22000);
+    f.ApplyControls();
+    dialogs->AnswerBox(TaskDialog::IdYes);
+    clickNode(2);
+    ASSERT_EQ(dialogs->Boxes().size(), 1u);
+    EXPECT_TRUE(dialogs->Boxes()[0].content.endsWith(U("データを保存しますか?")));
+    EXPECT_EQ(dialogs->Boxes()[0].buttons, TaskDialog::ButtonYes | TaskDialog::ButtonCancel);
+    EXPECT_EQ(stored(1, 1, 60, "DATA5"), U("22000"));
+    EXPECT_EQ(f.CurrentKan, 2);
+}
+
+TEST_F(Workspace, TreeClickCancelLosesTheChange) {
+    TFtankaregist& f = open();
+    const QString old = stored(1, 1, 60, "DATA5");
+    f.GpayDay1->SetValue(23000);
+    f.ApplyControls();
+    dialogs->AnswerBox(TaskDialog::IdCancel);
+    clickNode(2);
+    EXPECT_EQ(stored(1, 1, 60, "DATA5"), old);
+}
+
+TEST_F(Workspace, GroupNodeClickAsksButLoadsNothing) {
+    TFtankaregist& f = open();
+    const QString goods = f.GOODSBOX->Text();
+    f.GpayDay1->SetValue(24000);
+    f.ApplyControls();
+    dialogs->AnswerBox(TaskDialog::IdCancel);
+    clickNode(21); // group 2
+    EXPECT_EQ(dialogs->Boxes().size(), 1u);
+    EXPECT_EQ(f.CurrentGrp, 1);
+    EXPECT_EQ(f.GOODSBOX->Text(), goods);
+}
+
+TEST_F(Workspace, ClosingAsksAndCancelClosesWithoutSaving) {
+    TFtankaregist& f = open();
+    const QString old = stored(1, 1, 60, "DATA5");
+    f.GpayDay1->SetValue(25000); // applied by the close query itself
+    dialogs->AnswerBox(TaskDialog::IdCancel);
+    closeForm();
+    ASSERT_EQ(dialogs->Boxes().size(), 1u);
+    EXPECT_EQ(stored(1, 1, 60, "DATA5"), old);
+}
+
+TEST_F(Workspace, ClosingWithYesSaves) {
+    TFtankaregist& f = open();
+    f.GpayDay1->SetValue(26000);
+    dialogs->AnswerBox(TaskDialog::IdYes);
+    closeForm();
+    EXPECT_EQ(stored(1, 1, 60, "DATA5"), U("26000"));
+}
+
+TEST_F(Workspace, ClosingUnchangedAsksNothing) {
+    open();
+    closeForm();
+    EXPECT_TRUE(dialogs->Boxes().empty());
+}
+
+TEST_F(Workspace, RenamedGroupSurvivesRestart) {
+    TFtankaregist& f = open();
+    dialogs->AnswerInput(U("上水"));
+    f.NameGroup(0);
+    EXPECT_EQ(f.TreeNode(0)->text(0), U("上水"));
+    closeForm();
+    TFtankaregist& g = open();
+    EXPECT_EQ(g.GroupName(1), U("上水"));
+    EXPECT_EQ(g.TreeNode(0)->text(0), U("上水"));
+    EXPECT_EQ(g.GroupName(2), U("排水"));
+}
+
+TEST_F(Workspace, WindowAndDisplayFilesAreWrittenAndApplied) {
+    TFtankaregist& f = open();
+    f.setGeometry(30, 40, 1440, 845);
+    f.status_bar->trigger(); // hide the status bar
+    closeForm();
+    WindowRect rect;
+    ReadWindowFile(DataRootPath(), QStringLiteral("qorvale_k"), rect);
+    EXPECT_EQ(rect.Width, 1440);
+    EXPECT_EQ(rect.Height, 845);
+    QStringList lines;
+    ASSERT_TRUE(ReadTextFile(DisplayFilePath(DataRootPath()), lines));
+    EXPECT_EQ(lines.value(0), U("[Version]=2.00"));
+    EXPECT_EQ(lines.value(3), U("[STATUS_USE]=FALSE"));
+    TFtankaregist& g = open();
+    EXPECT_EQ(g.width(), 1440);
+    EXPECT_FALSE(g.status_bar->isChecked());
+    EXPECT_FALSE(g.StatusBar1->isVisible());
+}
+
+TEST_F(Workspace, RefrigerantModeCaptionsAndColumnNine) {
+    TFtankaregist& f = open();
+    // The demo holds refrigerant pipe types in group 10.
+    clickNode(9 * 21 + 1);
+    ASSERT_EQ(CurrentOptions().ModeFlag(), 1);
+    EXPECT_EQ(f.TabControl1->count(), 1);
+    EXPECT_EQ(f.TabControl1->tabText(0), U("一般"));
+    EXPECT_EQ(cell1(5, 0), U("継手接合等"));
+    EXPECT_EQ(cell1(9, 0), U("---"));
+    EXPECT_FALSE(f.item_paste_5->isEnabled());
+    for (int g = 1; g <= 14; ++g)
+        EXPECT_TRUE(cell1(9, g).isEmpty()) << g;
+    f.ApplyControls();
+    EXPECT_EQ(cell1(5, 0), U("継手・接合材"));
+}
+
+TEST_F(Workspace, SideSelectionAndToggle) {
+    TFtankaregist& f = open();
+    const Fuzokurecordtypex& r = KanzaiRows[1];
+    f.StrColGrid2->SetSelection(GridRect(2, 1, 2, 1));
+    f.StrColGrid2Click();
+    EXPECT_EQ(cell1(1, 1), FormatAmount(r.NTANKA));
+    EXPECT_EQ(cell1(3, 1), FormatAmount(r.NET));
+    f.StrColGrid2->SetSelection(GridRect(3, 1, 3, 1));
+    f.StrColGrid2Click();
+    EXPECT_EQ(cell1(3, 1), FormatAmount(r.TEIKA));
+    EXPECT_EQ(cell1(4, 1), CurrToStr(r.Data(1))); // factors while the toggle is off
+    QTest::mouseClick(f.CheckBox1, Qt::LeftButton);
+    EXPECT_TRUE(f.CheckBox1->IsOn());
+    EXPECT_EQ(cell1(4, 1), U("--"));
+    f.StrColGrid2->SetSelection(GridRect(1, 1, 1, 1));
+    f.StrColGrid2Click();
+    EXPECT_EQ(cell1(4, 1), FormatGeneral(r.CALC_G[0]));
+    EXPECT_EQ(cell1(1, 1), FormatAmount(r.FTANKA));
+}
+
+} // namespace
