@@ -1,6 +1,7 @@
 // The main form: construction and the creation step.
 #include "shell/utankaregist.h"
 
+#include "controls/controlerrors.h"
 #include "shell/application.h"
 #include "shell/datapaths.h"
 #include "store/ex_general.h"
@@ -26,6 +27,11 @@ TFtankaregist::TFtankaregist(const QString& launchString, QWidget* parent) : QMa
     buildSheet();
     setGeometry(DefaultLeft, DefaultTop, DefaultWidth, DefaultHeight);
     SetUndoEnabledHandler([this](bool enabled) { ActionUndo->setEnabled(enabled); });
+    // Failures inside the controls' own event handling are shown like any
+    // other failure.
+    SetControlsExceptionHandler([](const QString& message) {
+        ShowException(std::make_exception_ptr(std::runtime_error(message.toStdString())));
+    });
 
     // A failure in the creation step is shown like any other, and the form
     // stays.

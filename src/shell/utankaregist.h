@@ -223,6 +223,16 @@ public:
     // The rows shown on the current tab start after this row.
     int TabBase() const { return CurrentTab() * 15; }
 
+    // Cell entry (the remembered cells are Grid1Col/Grid1Row, Grid2Col/Grid2Row).
+    void StrColGrid1SelectCell(int col, int row, bool& canSelect);
+    void StrColGrid2SelectCell(int col, int row, bool& canSelect);
+    void StrColGrid2SetEditText(int col, int row, const QString& value);
+    void StrColGrid1KeyDown(int& key, unsigned shift);
+    void StrColGrid2KeyDown(int& key, unsigned shift);
+    // The factor columns accept entry only while they show factors.
+    void UpdateGrid1Editing();
+    void ActionSizeSetExecute();
+
     void TreeView1Click();
     void TreeView1MouseUp();
     void TabControl1Change();
@@ -267,6 +277,10 @@ private:
     QWidget* buildNameBox();
     QWidget* buildOptions();
     void connectSheet();
+    // The filter both grids share; true when the key commits.
+    bool GridKeyCommits(TStrColGrid* grid, int key);
+    void CommitGrid1(int key);
+    void CommitGrid2(int key);
     bool shown_ = false;
     bool settingTabs_ = false;
     void buildMenu();

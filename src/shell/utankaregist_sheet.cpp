@@ -463,7 +463,10 @@ void TFtankaregist::connectSheet() {
     ComboBox1->OnSelect = [this] { ApplyControls(); };
     ComboBox3->OnSelect = [this] { ApplyControls(); };
     CheckGroupBox1->OnClick = [this] { ApplyControls(); };
-    CheckBox1->OnClick = [this] { ApplyControls(); };
+    CheckBox1->OnClick = [this] {
+        UpdateGrid1Editing();
+        ApplyControls();
+    };
     for (TEditCombo* box : {GOODSBOX, ComboBox4, ComboBox5, ci})
         box->OnKeyPress = [this](int key, bool& handled) { GOODSBOXKeyPress(key, handled); };
     for (TNumberEdit* edit : {avr_1, avr_N, GpayDay1, GpayDay_N})
@@ -491,6 +494,23 @@ void TFtankaregist::connectSheet() {
     });
     StrColGrid1->OnClick = [this](TControlObject*) { StrColGrid1Click(); };
     StrColGrid2->OnClick = [this](TControlObject*) { StrColGrid2Click(); };
+    StrColGrid1->OnSelectCell = [this](TControlObject*, int c, int r, bool& can) {
+        StrColGrid1SelectCell(c, r, can);
+    };
+    StrColGrid2->OnSelectCell = [this](TControlObject*, int c, int r, bool& can) {
+        StrColGrid2SelectCell(c, r, can);
+    };
+    StrColGrid2->OnSetEditText = [this](TControlObject*, int c, int r, const QString& v) {
+        StrColGrid2SetEditText(c, r, v);
+    };
+    StrColGrid1->OnKeyDown = [this](TControlObject*, int& key, TShiftState shift) {
+        StrColGrid1KeyDown(key, shift);
+    };
+    StrColGrid2->OnKeyDown = [this](TControlObject*, int& key, TShiftState shift) {
+        StrColGrid2KeyDown(key, shift);
+    };
+    ActionSizeSet->setEnabled(true);
+    connect(ActionSizeSet, &QAction::triggered, this, &TFtankaregist::ActionSizeSetExecute);
     connect(N1, &QAction::triggered, this, &TFtankaregist::N1Click);
     N1->setEnabled(true);
 }

@@ -180,7 +180,7 @@ TEST_F(MainFormTest, MenuItemsFollowTheirActions) {
     EXPECT_FALSE(form.N29->isEnabled());
     EXPECT_EQ(form.Actionwdatachange->text(), "表示中の基礎工費に書き換える(全付属品データ対象)");
     EXPECT_EQ(form.ActionSizeSet->text(), "サイズ設定");
-    EXPECT_FALSE(form.ActionSizeSet->isEnabled());
+    EXPECT_TRUE(form.ActionSizeSet->isEnabled());
 }
 
 TEST_F(MainFormTest, GroupsAreNamedFromTheMenu) {

@@ -27,72 +27,15 @@
 
 #include <gtest/gtest.h>
 
-#include <memory>
+#include "support/workspace_fixture.h"
 
 namespace {
+
+using Workspace = WorkspaceFixture;
 
 QString U(const char* t) {
     return QString::fromUtf8(t);
 }
-
-class Workspace : public ::testing::Test {
-protected:
-    void SetUp() override {
-        ASSERT_TRUE(dir.isValid());
-        qputenv("QORVALE_COMMON_DATA", dir.path().toUtf8());
-        QString out, err;
-        QTextStream o(&out), e(&err);
-        ASSERT_EQ(RunVelmoraSuite({QStringLiteral("init"), QStringLiteral("--demo")}, o, e), 0)
-            << err.toStdString();
-        db = ExDatabasePathIn(DatabaseFolderFrom(QString()));
-    }
-    void TearDown() override {
-        form.reset();
-        qunsetenv("QORVALE_COMMON_DATA");
-        EXPECT_TRUE(dialogs->Unanswered().isEmpty())
-            << dialogs->Unanswered().join('\n').toStdString();
-    }
-
-    // Opens the window and runs its show step.
-    TFtankaregist& open() {
-        form = std::make_unique<TFtankaregist>(QString());
-        form->show();
-        QCoreApplication::processEvents();
-        QCoreApplication::processEvents();
-        return *form;
-    }
-    void closeForm() {
-        form->close();
-        form.reset();
-    }
-
-    QString cell1(int c, int r) const { return form->StrColGrid1->Cells(c, r); }
-    QString cell2(int c, int r) const { return form->StrColGrid2->Cells(c, r); }
-
-    void clickNode(int absoluteIndex) {
-        QTreeWidgetItem* node = form->TreeNode(absoluteIndex);
-        form->TreeView1->setCurrentItem(node);
-        form->TreeView1->scrollToItem(node);
-        const QRect r = form->TreeView1->visualItemRect(node);
-        QTest::mouseClick(form->TreeView1->viewport(), Qt::LeftButton, {}, r.center());
-    }
-
-    // The stored value of a column of one row.
-    QString stored(int grp, int kan, int no, const char* column) {
-        QueryToLines(db, QStringLiteral("SELECT %1 FROM ex_kanzai where CTG='1' and GRP='%2' and "
-                                        "KAN='%3' and NO='%4';")
-                             .arg(QString::fromLatin1(column))
-                             .arg(grp)
-                             .arg(kan)
-                             .arg(no));
-        return ResultLines.isEmpty() ? QString() : NthField(ResultLines[0], 1);
-    }
-
-    QTemporaryDir dir;
-    QString db;
-    ScriptedDialogsScope dialogs;
-    std::unique_ptr<TFtankaregist> form;
-};
 
 TEST_F(Workspace, StartShowsTheFirstPipeTypeWithTheEnginesPrices) {
     TFtankaregist& f = open();
@@ -191,6 +134,25 @@ TEST_F(Workspace, SaveWritesAllRowsAndSaysSo) {
         EXPECT_EQ(stored(1, 1, no, "NTANKA"), CurrToStr(KanzaiRows[no].NTANKA)) << no;
     }
     EXPECT_FALSE(PipeTypeChanged());
+}
+
+TEST_F(Workspace, NewBaseLabourCostByEnterThenSaveStoresTheEnginesPrices) {
+    TFtankaregist& f = open();
+    f.GpayDay1->setFocus();
+    f.GpayDay1->selectAll();
+    QTest::keyClicks(f.GpayDay1, QStringLiteral("30000"));
+    QTest::keyClick(f.GpayDay1, Qt::Key_Return);
+    QTest::mouseClick(f.Button1, Qt::LeftButton);
+    // What the engine makes of the stored rows with the new cost.
+    LoadPipeType(1, 1, 1);
+    ASSERT_EQ(CurrentOptions().LabourSubmitted(), Currency::FromInt(30000));
+    for (int no : {1, 7, 14, 22, 59}) {
+        Fuzokurecordtypex row = KanzaiRows[no];
+        CalcRowWith(row, CurrentOptions());
+        EXPECT_EQ(stored(1, 1, no, "GTANKA"), CurrToStr(row.GTANKA)) << no;
+        EXPECT_EQ(stored(1, 1, no, "NTANKA"), CurrToStr(row.NTANKA)) << no;
+        EXPECT_EQ(stored(1, 1, no, "FTANKA"), CurrToStr(row.FTANKA)) << no;
+    }
 }
 
 TEST_F(Workspace, TreeClickAsksAboutChangesAndSavesOnYes) {

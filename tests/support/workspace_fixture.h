@@ -1,0 +1,84 @@
+#pragma once
+// A fixture for tests of the main window: a data folder with the suite
+// stand-in's demo database in a temporary folder, the scripted dialogs, and
+// the real window offscreen.
+
+#include "controls/strcgrid.h"
+#include "shell/datapaths.h"
+#include "shell/scripteddialogs.h"
+#include "shell/utankaregist.h"
+#include "store/modulewrappersqlite.h"
+#include "store/suitestandin.h"
+
+#include <QApplication>
+#include <QTemporaryDir>
+#include <QTest>
+#include <QTextStream>
+#include <QTreeWidget>
+
+#include <gtest/gtest.h>
+
+#include <memory>
+
+inline QString U(const char* t) {
+    return QString::fromUtf8(t);
+}
+
+class WorkspaceFixture : public ::testing::Test {
+protected:
+    void SetUp() override {
+        ASSERT_TRUE(dir.isValid());
+        qputenv("QORVALE_COMMON_DATA", dir.path().toUtf8());
+        QString out, err;
+        QTextStream o(&out), e(&err);
+        ASSERT_EQ(RunVelmoraSuite({QStringLiteral("init"), QStringLiteral("--demo")}, o, e), 0)
+            << err.toStdString();
+        db = ExDatabasePathIn(DatabaseFolderFrom(QString()));
+    }
+    void TearDown() override {
+        form.reset();
+        qunsetenv("QORVALE_COMMON_DATA");
+        EXPECT_TRUE(dialogs->Unanswered().isEmpty())
+            << dialogs->Unanswered().join('\n').toStdString();
+    }
+
+    // Opens the window and runs its show step.
+    TFtankaregist& open() {
+        form = std::make_unique<TFtankaregist>(QString());
+        form->show();
+        QCoreApplication::processEvents();
+        QCoreApplication::processEvents();
+        return *form;
+    }
+    void closeForm() {
+        form->close();
+        form.reset();
+    }
+
+    QString cell1(int c, int r) const { return form->StrColGrid1->Cells(c, r); }
+    QString cell2(int c, int r) const { return form->StrColGrid2->Cells(c, r); }
+
+    void clickNode(int absoluteIndex) {
+        QTreeWidgetItem* node = form->TreeNode(absoluteIndex);
+        form->TreeView1->setCurrentItem(node);
+        form->TreeView1->scrollToItem(node);
+        const QRect r = form->TreeView1->visualItemRect(node);
+        QTest::mouseClick(form->TreeView1->viewport(), Qt::LeftButton, {}, r.center());
+    }
+
+    // The stored value of a column of one row.
+    QString stored(int grp, int kan, int no, const char* column) {
+        QueryToLines(db, QStringLiteral("SELECT %1 FROM ex_kanzai where CTG='1' and GRP='%2' and "
+                                        "KAN='%3' and NO='%4';")
+                             .arg(QString::fromLatin1(column))
+                             .arg(grp)
+                             .arg(kan)
+                             .arg(no));
+        return ResultLines.isEmpty() ? QString() : NthField(ResultLines[0], 1);
+    }
+
+    QTemporaryDir dir;
+    QString db;
+    ScriptedDialogsScope dialogs;
+    std::unique_ptr<TFtankaregist> form;
+};
