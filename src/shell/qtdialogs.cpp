@@ -10,7 +10,12 @@
 #include <QProcess>
 #include <QPushButton>
 #include <QRegularExpression>
+#include <QThread>
 #include <QUrl>
+
+#include <exception>
+#include <type_traits>
+#include <utility>
 
 namespace TD = ::TaskDialog;
 
@@ -50,90 +55,142 @@ QWidget* owner(QWidget* parent) {
     return parent ? parent : QApplication::activeWindow();
 }
 
+// Runs f on the GUI thread and gives back its result. Boxes, the clipboard
+// and the keyboard state belong to the GUI thread; a call from another thread
+// (the group recalculation saves from a worker) waits there until the GUI
+// thread has run f, by a blocking queued call on the application object. An
+// exception of f is raised again in the calling thread.
+template <typename F> auto onGuiThread(F&& f) -> std::invoke_result_t<F&> {
+    using Result = std::invoke_result_t<F&>;
+    QCoreApplication* app = QCoreApplication::instance();
+    if (!app || QThread::currentThread() == app->thread()) return f();
+    std::exception_ptr failure;
+    if constexpr (std::is_void_v<Result>) {
+        QMetaObject::invokeMethod(
+            app,
+            [&] {
+                try {
+                    f();
+                } catch (...) {
+                    failure = std::current_exception();
+                }
+            },
+            Qt::BlockingQueuedConnection);
+        if (failure) std::rethrow_exception(failure);
+    } else {
+        Result result{};
+        QMetaObject::invokeMethod(
+            app,
+            [&] {
+                try {
+                    result = f();
+                } catch (...) {
+                    failure = std::current_exception();
+                }
+            },
+            Qt::BlockingQueuedConnection);
+        if (failure) std::rethrow_exception(failure);
+        return result;
+    }
+}
+
 } // namespace
 
 int QtDialogs::TaskDialog(QWidget* parent, const QString& title, const QString& instruction,
                           int icon, int buttons, const QString& content) {
-    if (!(buttons & 63)) buttons = TD::ButtonOk;
-    QMessageBox box(owner(parent));
-    box.setWindowTitle(title);
-    box.setIcon(boxIcon(icon));
-    box.setText(instruction);
-    box.setInformativeText(content);
-    box.setTextFormat(Qt::PlainText);
+    return onGuiThread([&]() -> int {
+        const int shown = buttons & 63 ? buttons : TD::ButtonOk;
+        QMessageBox box(owner(parent));
+        box.setWindowTitle(title);
+        box.setIcon(boxIcon(icon));
+        box.setText(instruction);
+        box.setInformativeText(content);
+        box.setTextFormat(Qt::PlainText);
 
-    QAbstractButton* escape = nullptr;
-    QPushButton* first = nullptr;
-    for (const ButtonMap& m : Buttons) {
-        if (!(buttons & m.bit)) continue;
-        QPushButton* b = box.addButton(m.button);
-        if (!first) first = b;
-        if (m.id == TD::IdCancel) escape = b;
-        if (m.id == TD::IdClose && !escape) escape = b;
-    }
-    if (!escape && buttons == TD::ButtonOk) escape = first;
-    box.setDefaultButton(first);
-    box.setEscapeButton(escape);
-    box.exec();
+        QAbstractButton* escape = nullptr;
+        QPushButton* first = nullptr;
+        for (const ButtonMap& m : Buttons) {
+            if (!(shown & m.bit)) continue;
+            QPushButton* b = box.addButton(m.button);
+            if (!first) first = b;
+            if (m.id == TD::IdCancel) escape = b;
+            if (m.id == TD::IdClose && !escape) escape = b;
+        }
+        if (!escape && shown == TD::ButtonOk) escape = first;
+        box.setDefaultButton(first);
+        box.setEscapeButton(escape);
+        box.exec();
 
-    const QMessageBox::StandardButton pressed = box.standardButton(box.clickedButton());
-    for (const ButtonMap& m : Buttons)
-        if (m.button == pressed) return m.id;
-    return TD::IdNone;
+        const QMessageBox::StandardButton pressed = box.standardButton(box.clickedButton());
+        for (const ButtonMap& m : Buttons)
+            if (m.button == pressed) return m.id;
+        return TD::IdNone;
+    });
 }
 
 void QtDialogs::Message(QWidget* parent, const QString& title, const QString& text) {
-    QMessageBox box(QMessageBox::NoIcon, title, text, QMessageBox::Ok, owner(parent));
-    box.setTextFormat(Qt::PlainText);
-    box.exec();
+    onGuiThread([&] {
+        QMessageBox box(QMessageBox::NoIcon, title, text, QMessageBox::Ok, owner(parent));
+        box.setTextFormat(Qt::PlainText);
+        box.exec();
+    });
 }
 
 bool QtDialogs::InputQuery(QWidget* parent, const QString& title, const QString& prompt,
                            QString& value) {
-    bool ok = false;
-    const QString text =
-        QInputDialog::getText(owner(parent), title, prompt, QLineEdit::Normal, value, &ok);
-    if (ok) value = text;
-    return ok;
+    return onGuiThread([&] {
+        bool ok = false;
+        const QString text =
+            QInputDialog::getText(owner(parent), title, prompt, QLineEdit::Normal, value, &ok);
+        if (ok) value = text;
+        return ok;
+    });
 }
 
 QString QtDialogs::OpenFileName(QWidget* parent, const QString& title, const QString& dir,
                                 const QString& filter) {
-    return QFileDialog::getOpenFileName(owner(parent), title, dir, filter);
+    return onGuiThread(
+        [&] { return QFileDialog::getOpenFileName(owner(parent), title, dir, filter); });
 }
 
 QString QtDialogs::SaveFileName(QWidget* parent, const QString& title, const QString& dir,
                                 const QString& filter) {
-    return QFileDialog::getSaveFileName(owner(parent), title, dir, filter);
+    return onGuiThread(
+        [&] { return QFileDialog::getSaveFileName(owner(parent), title, dir, filter); });
 }
 
 QString QtDialogs::FolderName(QWidget* parent, const QString& title, const QString& dir) {
-    return QFileDialog::getExistingDirectory(owner(parent), title, dir);
+    return onGuiThread(
+        [&] { return QFileDialog::getExistingDirectory(owner(parent), title, dir); });
 }
 
 QString QtDialogs::ClipboardText() {
-    return QGuiApplication::clipboard()->text();
+    return onGuiThread([] { return QGuiApplication::clipboard()->text(); });
 }
 
 void QtDialogs::SetClipboardText(const QString& text) {
-    QGuiApplication::clipboard()->setText(text);
+    onGuiThread([&] { QGuiApplication::clipboard()->setText(text); });
 }
 
 void QtDialogs::Beep() {
-    QApplication::beep();
+    onGuiThread([] { QApplication::beep(); });
 }
 
 bool QtDialogs::ShiftDown() {
-    return QGuiApplication::queryKeyboardModifiers().testFlag(Qt::ShiftModifier);
+    return onGuiThread(
+        [] { return QGuiApplication::queryKeyboardModifiers().testFlag(Qt::ShiftModifier); });
 }
 
+// Starting a process needs no GUI thread.
 bool QtDialogs::StartProcess(const QString& program, const QStringList& arguments,
                              const QString& workingDir) {
     return QProcess::startDetached(program, arguments, workingDir);
 }
 
 bool QtDialogs::OpenDocument(const QString& path) {
-    static const QRegularExpression scheme(QStringLiteral("^[A-Za-z][A-Za-z0-9+.-]+:"));
-    const bool isUrl = scheme.match(path).hasMatch() && !QFileInfo::exists(path);
-    return QDesktopServices::openUrl(isUrl ? QUrl(path) : QUrl::fromLocalFile(path));
+    return onGuiThread([&] {
+        static const QRegularExpression scheme(QStringLiteral("^[A-Za-z][A-Za-z0-9+.-]+:"));
+        const bool isUrl = scheme.match(path).hasMatch() && !QFileInfo::exists(path);
+        return QDesktopServices::openUrl(isUrl ? QUrl(path) : QUrl::fromLocalFile(path));
+    });
 }

@@ -3,6 +3,10 @@
 
 #include "shell/dialogs.h"
 
+// Every call that arrives on a thread other than the GUI thread is carried
+// over to the GUI thread and waits there for its result, so boxes, the
+// clipboard and the keyboard state are only touched on the GUI thread. The
+// GUI thread must keep running its event loop while such a call waits.
 class QtDialogs : public Dialogs {
 public:
     // The task dialog is a modal message box: title, the instruction as main

@@ -1,5 +1,6 @@
 #include "shell/settingsfiles.h"
 
+#include "engine/currency.h"
 #include "store/codepage.h"
 
 #include <QDir>
@@ -76,10 +77,9 @@ QString confFile(const QString& folder, const QString& name) {
     return folder + QStringLiteral("/conf/") + name;
 }
 
+// Values go through the program's one text-to-integer conversion.
 int intOr(const QString& text, int def) {
-    bool ok = false;
-    const int v = text.toInt(&ok);
-    return ok ? v : def;
+    return StrToIntDef(text, def);
 }
 
 QString flag(bool on) {

@@ -4,10 +4,12 @@
 #include "modal.h"
 
 #include <QClipboard>
+#include <QEventLoop>
 #include <QInputDialog>
 #include <QMessageBox>
 #include <QPushButton>
 #include <QTest>
+#include <QThread>
 
 #include <gtest/gtest.h>
 
@@ -123,6 +125,55 @@ TEST(QtDialogsTest, ClipboardShiftAndProcesses) {
     EXPECT_FALSE(dialogs.ShiftDown());
     EXPECT_TRUE(dialogs.StartProcess("true", {}, QString()));
     EXPECT_FALSE(dialogs.StartProcess("/nonexistent/program", {}, QString()));
+}
+
+// The group recalculation saves on a worker thread: its "ERROR" box and the
+// clipboard copy of the statement must come out on the GUI thread, while the
+// GUI thread goes on running its event loop.
+TEST(QtDialogsTest, CallsFromAnotherThreadRunOnTheGuiThread) {
+    QtDialogs dialogs;
+    QThread* gui = QThread::currentThread();
+    QThread* boxThread = nullptr;
+    QString boxText;
+    int boxes = 0;
+    WhenModal([&](QWidget* w) {
+        auto* box = qobject_cast<QMessageBox*>(w);
+        ASSERT_NE(box, nullptr);
+        boxThread = box->thread();
+        boxText = box->text();
+        ++boxes;
+        box->button(QMessageBox::Ok)->click();
+        // The task dialog asked next from the worker.
+        WhenModal([&](QWidget* w2) {
+            auto* box2 = qobject_cast<QMessageBox*>(w2);
+            ASSERT_NE(box2, nullptr);
+            ++boxes;
+            box2->button(QMessageBox::No)->click();
+        });
+    });
+
+    QString readBack;
+    int answer = -1;
+    QThread* worker = QThread::create([&] {
+        dialogs.Message(nullptr, "Qorvale", "ERROR");
+        dialogs.SetClipboardText("UPDATE ex_kanzai SET GOODS='x';\r\n");
+        readBack = dialogs.ClipboardText();
+        answer = dialogs.TaskDialog(nullptr, "T", "i", TD::IconQuestion,
+                                    TD::ButtonYes | TD::ButtonNo, "");
+    });
+    QEventLoop loop;
+    QObject::connect(worker, &QThread::finished, &loop, &QEventLoop::quit);
+    worker->start();
+    loop.exec();
+    worker->wait();
+    delete worker;
+
+    EXPECT_EQ(boxes, 2);
+    EXPECT_EQ(boxThread, gui);
+    EXPECT_EQ(boxText, "ERROR");
+    EXPECT_EQ(answer, TD::IdNo);
+    EXPECT_EQ(readBack, "UPDATE ex_kanzai SET GOODS='x';\r\n");
+    EXPECT_EQ(QGuiApplication::clipboard()->text(), readBack);
 }
 
 } // namespace

@@ -110,6 +110,16 @@ TEST_F(SettingsFiles, WindowFile) {
     EXPECT_EQ(r.Left, 6);
     EXPECT_EQ(r.Width, 0);
     EXPECT_EQ(r.Height, 0);
+
+    // The program's one text-to-integer rule: leading blanks and a sign are
+    // taken, anything behind the digits makes the value no integer.
+    writeRaw(path, "[Screen_Top]=12 \r\n[Screen_Left]= 7\r\n[Screen_Width]=+8\r\n"
+                   "[Screen_Height]=0x10\r\n");
+    ReadWindowFile(root, QStringLiteral("qorvale_k"), r);
+    EXPECT_EQ(r.Top, 0);
+    EXPECT_EQ(r.Left, 7);
+    EXPECT_EQ(r.Width, 8);
+    EXPECT_EQ(r.Height, 0);
 }
 
 TEST_F(SettingsFiles, NetworkFile) {
@@ -153,6 +163,8 @@ TEST_F(SettingsFiles, DisplayFile) {
                       e);
     EXPECT_FALSE(e.TreeUse);
     EXPECT_EQ(e.TreeViewWidth, -5);
+    ApplyDisplayLines({QStringLiteral("[TREEVIEW_WIDTH]=230 ")}, e);
+    EXPECT_EQ(e.TreeViewWidth, 100);
 
     // A display file that can't be written raises.
     DisplaySettings f;

@@ -348,4 +348,21 @@ TEST_F(SqliteLayer, BusyDatabase) {
     EXPECT_EQ(ExecStatement(path, QStringLiteral("UPDATE t SET NAME='q'")), 1);
 }
 
+// A connection that has read the schema already meets a competing writer at
+// its first step, not while preparing: the table gives the direct busy text,
+// the cursor the text of a failed retrieval with the busy code.
+TEST_F(SqliteLayer, BusyAtTheFirstStep) {
+    TSQLiteDatabase db(path);
+    EXPECT_EQ(db.GetTableValue(QStringLiteral("SELECT count(*) FROM t")), 2);
+    TSQLiteDatabase other(path);
+    other.ExecSQL(QStringLiteral("BEGIN EXCLUSIVE"));
+    EXPECT_EQ(message([&] { db.GetTable(QStringLiteral("SELECT * FROM t")); }),
+              QStringLiteral("Could not prepare SQL statement"));
+    EXPECT_EQ(message([&] { db.GetUniTable(QStringLiteral("SELECT ID FROM t")); }),
+              QStringLiteral("Could not retrieve data.\rError [5]: The database file is locked.\r"
+                             "\"SELECT ID FROM t\": database is locked"));
+    other.ExecSQL(QStringLiteral("ROLLBACK"));
+    EXPECT_EQ(db.GetTable(QStringLiteral("SELECT * FROM t"))->RowCount(), 2u);
+}
+
 } // namespace
