@@ -2,15 +2,31 @@
 
 #include "shell/dialogs.h"
 
+#include <QProxyStyle>
 #include <QStyle>
 #include <QStyleFactory>
+
+namespace {
+
+// The chosen style with the program's hint pause.
+class HintPauseStyle : public QProxyStyle {
+public:
+    explicit HintPauseStyle(QStyle* base) : QProxyStyle(base) {}
+    int styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,
+                  QStyleHintReturn* returnData) const override {
+        if (hint == SH_ToolTip_WakeUpDelay) return 600;
+        return QProxyStyle::styleHint(hint, option, widget, returnData);
+    }
+};
+
+} // namespace
 
 TApplication::TApplication(int& argc, char** argv)
     : QApplication(argc, argv), title(ApplicationTitle()) {}
 
 bool TApplication::TrySetStyle(const QString& name, bool showError) {
     if (QStyle* style = QStyleFactory::create(name)) {
-        setStyle(style);
+        setStyle(new HintPauseStyle(style));
         return true;
     }
     if (showError)

@@ -13,6 +13,7 @@
 
 #include <QEventLoop>
 #include <QPushButton>
+#include <QProxyStyle>
 #include <QStyle>
 #include <QTemporaryDir>
 #include <QTest>
@@ -116,7 +117,10 @@ TEST(ApplicationTest, ProgramBodyShowsTheMainFormAndEndsWithZero) {
     EXPECT_EQ(caption, "Qorvale-Ostrel-");
     EXPECT_TRUE(dialogsMade);
     EXPECT_EQ(app().Title(), "Qorvale Works\u3000配管材");
-    EXPECT_EQ(app().style()->name().toLower(), "fusion");
+    auto* proxy = qobject_cast<QProxyStyle*>(app().style());
+    ASSERT_NE(proxy, nullptr);
+    EXPECT_EQ(proxy->baseStyle()->name().toLower(), "fusion");
+    EXPECT_EQ(app().style()->styleHint(QStyle::SH_ToolTip_WakeUpDelay), 600);
     EXPECT_FALSE(ReleaseText.isEmpty());
     EXPECT_EQ(FversionInfo, nullptr);
     EXPECT_TRUE(dialogs->Unanswered().isEmpty());
