@@ -1,0 +1,67 @@
+// The workspace on the demo data: program start to the first pipe type shown,
+// and a tree click to the new pipe type shown. Offscreen, real database.
+#include "shell/scripteddialogs.h"
+#include "shell/utankaregist.h"
+#include "store/suitestandin.h"
+
+#include <QApplication>
+#include <QTemporaryDir>
+#include <QTextStream>
+#include <QTreeWidget>
+
+#include <benchmark/benchmark.h>
+
+#include <memory>
+
+namespace {
+
+void runShowStep() {
+    QCoreApplication::processEvents();
+    QCoreApplication::processEvents();
+}
+
+void BM_StartToFirstPipeType(benchmark::State& state) {
+    for (auto _ : state) {
+        auto form = std::make_unique<TFtankaregist>(QString());
+        form->show();
+        runShowStep();
+        benchmark::DoNotOptimize(form->GOODSBOX);
+        state.PauseTiming();
+        form->close();
+        form.reset();
+        state.ResumeTiming();
+    }
+}
+BENCHMARK(BM_StartToFirstPipeType)->Unit(benchmark::kMillisecond)->MinTime(3.0);
+
+void BM_TreeClickToPipeTypeShown(benchmark::State& state) {
+    auto form = std::make_unique<TFtankaregist>(QString());
+    form->show();
+    runShowStep();
+    int node = 1;
+    for (auto _ : state) {
+        node = node == 1 ? 2 : 1;
+        form->TreeView1->setCurrentItem(form->TreeNode(node));
+        form->TreeView1Click();
+    }
+    form->close();
+}
+BENCHMARK(BM_TreeClickToPipeTypeShown)->Unit(benchmark::kMillisecond)->MinTime(3.0);
+
+} // namespace
+
+int main(int argc, char** argv) {
+    if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");
+    QApplication app(argc, argv);
+    QTemporaryDir dir;
+    qputenv("QORVALE_COMMON_DATA", dir.path().toUtf8());
+    QString out;
+    QTextStream sink(&out);
+    if (RunVelmoraSuite({QStringLiteral("init"), QStringLiteral("--demo")}, sink, sink) != 0)
+        return 1;
+    ScriptedDialogsScope dialogs;
+    benchmark::Initialize(&argc, argv);
+    benchmark::RunSpecifiedBenchmarks();
+    benchmark::Shutdown();
+    return 0;
+}
