@@ -17,7 +17,8 @@ TInplaceEdit::TInplaceEdit(TStrColGrid* grid) : QLineEdit(grid), FGrid(grid) {
 }
 
 void TInplaceEdit::keyPressEvent(QKeyEvent* event) {
-    int key = VirtualKeyOf(event);
+    const int code = VirtualKeyOf(event);
+    int key = code;
     const TShiftState shift = ShiftStateOf(event->modifiers());
     if (FGrid->OnKeyDown) {
         try {
@@ -26,7 +27,7 @@ void TInplaceEdit::keyPressEvent(QKeyEvent* event) {
             HandleControlsException(QString::fromUtf8(e.what()));
         }
     }
-    if (key == 0) return;
+    if (key == 0 && code != 0) return;
     switch (key) {
     case VK_RETURN:
         FGrid->HideEditor();
@@ -690,7 +691,8 @@ bool TStrColGrid::GridKey(int key, TShiftState shift) {
 }
 
 void TStrColGrid::keyPressEvent(QKeyEvent* event) {
-    int key = VirtualKeyOf(event);
+    const int code = VirtualKeyOf(event);
+    int key = code;
     const TShiftState shift = ShiftStateOf(event->modifiers());
     if (OnKeyDown) {
         try {
@@ -699,8 +701,19 @@ void TStrColGrid::keyPressEvent(QKeyEvent* event) {
             HandleControlsException(QString::fromUtf8(e.what()));
         }
     }
-    if (key == 0) return;
+    if (key == 0 && code != 0) return;
     if (GridKey(key, shift)) return;
+    if (key == VK_BACK && !EditorMode() && InForceOptions().Contains(goEditing) &&
+        !(shift & (ssCtrl | ssAlt))) {
+        // Backspace goes into the cell like a typed character: the editor
+        // opens with the whole text selected, and the key deletes it.
+        ShowEditor();
+        if (EditorMode() && !FEditor->text().isEmpty()) {
+            FEditor->clear();
+            EditorTextEdited(QString());
+        }
+        return;
+    }
     const QString text = event->text();
     if (!EditorMode() && InForceOptions().Contains(goEditing) && text.size() == 1 &&
         text.at(0).isPrint() && !(shift & (ssCtrl | ssAlt))) {
