@@ -508,6 +508,44 @@ TEST_F(Grid, EveryPrintableKeyReachesTheCell) {
     EXPECT_EQ(grid->Cells(1, 1), QStringLiteral("\u00e9"));
 }
 
+TEST_F(Grid, HandlerFailuresGoToTheProgramsHandler) {
+    grid->SetOptions(grid->Options() + goEditing);
+    ASSERT_NO_FATAL_FAILURE(focusGrid());
+    QStringList reported;
+    SetControlsExceptionHandler([&](const QString& m) { reported << m; });
+    // A raising key handler ends the key: the cell doesn't move.
+    grid->OnKeyDown = [&](TControlObject*, int& key, TShiftState) {
+        if (key == VK_DOWN) throw EControlError(QStringLiteral("key"));
+    };
+    QTest::keyClick(grid, Qt::Key_Down);
+    EXPECT_EQ(grid->Row(), 1);
+    // The move is made before OnClick runs.
+    grid->OnClick = [&](TControlObject*) { throw EControlError(QStringLiteral("click")); };
+    QTest::keyClick(grid, Qt::Key_Right);
+    EXPECT_EQ(grid->Col(), 2);
+    QTest::mouseClick(grid, Qt::LeftButton, Qt::NoModifier,
+                      grid->CellRect(3, 3).ToQRect().center());
+    EXPECT_EQ(grid->Col(), 3);
+    grid->OnClick = nullptr;
+    grid->OnSelectCell = [&](TControlObject*, int, int, bool&) {
+        throw EControlError(QStringLiteral("select"));
+    };
+    QTest::mouseClick(grid, Qt::LeftButton, Qt::NoModifier,
+                      grid->CellRect(4, 4).ToQRect().center());
+    EXPECT_EQ(grid->Col(), 3);
+    grid->OnSelectCell = nullptr;
+    grid->OnSetEditText = [&](TControlObject*, int, int, const QString&) {
+        throw EControlError(QStringLiteral("edit"));
+    };
+    QTest::keyClick(grid, Qt::Key_5);
+    EXPECT_TRUE(grid->EditorMode());
+    EXPECT_EQ(grid->Cells(3, 3), QStringLiteral("5"));
+    SetControlsExceptionHandler(nullptr);
+    EXPECT_EQ(reported,
+              (QStringList{QStringLiteral("key"), QStringLiteral("click"), QStringLiteral("click"),
+                           QStringLiteral("select"), QStringLiteral("edit")}));
+}
+
 TEST_F(Grid, MouseSelectsCellsAndRanges) {
     ASSERT_NO_FATAL_FAILURE(focusGrid());
     int clicks = 0;
