@@ -369,7 +369,12 @@ Qt::CursorShape zoneCursor(int zone) {
 } // namespace
 
 void TGradPan::moveEvent(QMoveEvent* event) {
-    if (OnPanelMove) OnPanelMove(this);
+    // A failing handler goes to the program's handler, not through Qt.
+    try {
+        if (OnPanelMove) OnPanelMove(this);
+    } catch (const std::exception& e) {
+        HandleControlsException(QString::fromUtf8(e.what()));
+    }
     QWidget::moveEvent(event);
 }
 

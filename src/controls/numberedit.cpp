@@ -11,6 +11,7 @@
 #include <QKeySequence>
 #include <QMenu>
 #include <QMimeData>
+#include <QMouseEvent>
 
 #include <memory>
 
@@ -173,6 +174,23 @@ QAction* TNumberEdit::FindPasteAction(QMenu* menu) {
             return action;
     }
     return nullptr;
+}
+
+void TNumberEdit::mouseReleaseEvent(QMouseEvent* event) {
+    if (event->button() != Qt::MiddleButton) {
+        QLineEdit::mouseReleaseEvent(event);
+        return;
+    }
+    // The line edit would insert the selection's text as it stands; here it
+    // is pasted like the clipboard, at the caret the press has set.
+    event->accept();
+    QClipboard* clipboard = QGuiApplication::clipboard();
+    if (isReadOnly() || !clipboard->supportsSelection()) return;
+    const QMimeData* data = clipboard->mimeData(QClipboard::Selection);
+    if (!data || !data->hasText()) return;
+    const QString clip = data->text();
+    deselect();
+    guarded([&] { PasteText(clip); });
 }
 
 void TNumberEdit::contextMenuEvent(QContextMenuEvent* event) {

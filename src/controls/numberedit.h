@@ -44,6 +44,8 @@ protected:
     void focusInEvent(QFocusEvent* event) override;
     void focusOutEvent(QFocusEvent* event) override;
     void contextMenuEvent(QContextMenuEvent* event) override;
+    // The middle button's paste of the selection goes through the filter.
+    void mouseReleaseEvent(QMouseEvent* event) override;
     void Invalidate() override { update(); }
     void AlignmentChanged() override;
 

@@ -333,7 +333,10 @@ Extended TNumberEditCore::ParseNumberText(QString& S) const {
         return negative ? -Extended(v) : Extended(v);
     }
     std::int64_t v = 0;
-    if (S.size() > 8 || !tryInt64(S, v, 16) || isSign(S.at(0))) notInteger(QLatin1Char('$') + S);
+    // 32 bits of digits, leading zeros aside (a Figure-wide text may have more
+    // than eight); the top bit set gives a negative value.
+    if (isSign(S.at(0)) || !tryInt64(S, v, 16) || v > 0xFFFFFFFFll)
+        notInteger(QLatin1Char('$') + S);
     return Extended(std::int32_t(std::uint32_t(v)));
 }
 

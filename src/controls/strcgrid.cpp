@@ -9,6 +9,22 @@
 #include <algorithm>
 #include <cstdlib>
 
+namespace {
+
+// Input reaches the grid from Qt's event dispatch, which an exception must
+// not cross: a failure of a handler (a key handler's conversion error, a
+// refused move) goes to the program's handler, as the desktop's message loop
+// shows it, and the input ends there.
+template <typename F> void RunGuarded(F&& f) {
+    try {
+        f();
+    } catch (const std::exception& e) {
+        HandleControlsException(QString::fromUtf8(e.what()));
+    }
+}
+
+} // namespace
+
 // ---------------------------------------------------------------- TInplaceEdit
 
 TInplaceEdit::TInplaceEdit(TStrColGrid* grid) : QLineEdit(grid), FGrid(grid) {
@@ -17,38 +33,36 @@ TInplaceEdit::TInplaceEdit(TStrColGrid* grid) : QLineEdit(grid), FGrid(grid) {
 }
 
 void TInplaceEdit::keyPressEvent(QKeyEvent* event) {
-    int key = VirtualKeyOf(event);
-    const TShiftState shift = ShiftStateOf(event->modifiers());
-    if (FGrid->OnKeyDown) {
-        try {
-            FGrid->OnKeyDown(FGrid, key, shift);
-        } catch (const std::exception& e) {
-            HandleControlsException(QString::fromUtf8(e.what()));
-        }
-    }
-    if (key == 0) return;
-    switch (key) {
-    case VK_RETURN:
-        FGrid->HideEditor();
-        return;
-    case VK_ESCAPE:
-        if (FGrid->EditorMode()) {
-            FGrid->SetCells(FGrid->Col(), FGrid->Row(), FGrid->FEditorOriginal);
+    RunGuarded([&] {
+        const int code = VirtualKeyOf(event);
+        int key = code;
+        const TShiftState shift = ShiftStateOf(event->modifiers());
+        // A handler that raises ends the key here.
+        if (FGrid->OnKeyDown) FGrid->OnKeyDown(FGrid, key, shift);
+        if (key == 0 && code != 0) return;
+        switch (key) {
+        case VK_RETURN:
             FGrid->HideEditor();
+            return;
+        case VK_ESCAPE:
+            if (FGrid->EditorMode()) {
+                FGrid->SetCells(FGrid->Col(), FGrid->Row(), FGrid->FEditorOriginal);
+                FGrid->HideEditor();
+            }
+            return;
+        case VK_UP:
+        case VK_DOWN:
+        case VK_PRIOR:
+        case VK_NEXT:
+        case VK_TAB:
+            FGrid->HideEditor();
+            FGrid->GridKey(key, shift);
+            return;
+        default:
+            // Unless the handler closed the editor, the key edits the text.
+            if (FGrid->EditorMode()) QLineEdit::keyPressEvent(event);
         }
-        return;
-    case VK_UP:
-    case VK_DOWN:
-    case VK_PRIOR:
-    case VK_NEXT:
-    case VK_TAB:
-        FGrid->HideEditor();
-        FGrid->GridKey(key, shift);
-        return;
-    default:
-        // Unless the handler closed the editor, the key edits the text.
-        if (FGrid->EditorMode()) QLineEdit::keyPressEvent(event);
-    }
+    });
 }
 
 // ---------------------------------------------------------------- TStrColGrid
@@ -109,9 +123,11 @@ void TStrColGrid::CreateEditor() {
 }
 
 void TStrColGrid::EditorTextEdited(const QString& text) {
-    if (Cells(Col(), Row()) == text) return;
-    SetCells(Col(), Row(), text);
-    if (OnSetEditText) OnSetEditText(this, Col(), Row(), text);
+    RunGuarded([&] {
+        if (Cells(Col(), Row()) == text) return;
+        SetCells(Col(), Row(), text);
+        if (OnSetEditText) OnSetEditText(this, Col(), Row(), text);
+    });
 }
 
 void TStrColGrid::ShowEditor() {
@@ -632,9 +648,11 @@ void TStrColGrid::DoEnter() {
 }
 
 void TStrColGrid::focusInEvent(QFocusEvent* event) {
-    QWidget::focusInEvent(event);
-    DoEnter();
-    update();
+    RunGuarded([&] {
+        QWidget::focusInEvent(event);
+        DoEnter();
+        update();
+    });
 }
 
 void TStrColGrid::focusOutEvent(QFocusEvent* event) {
@@ -690,28 +708,37 @@ bool TStrColGrid::GridKey(int key, TShiftState shift) {
 }
 
 void TStrColGrid::keyPressEvent(QKeyEvent* event) {
-    int key = VirtualKeyOf(event);
-    const TShiftState shift = ShiftStateOf(event->modifiers());
-    if (OnKeyDown) {
-        try {
-            OnKeyDown(this, key, shift);
-        } catch (const std::exception& e) {
-            HandleControlsException(QString::fromUtf8(e.what()));
+    RunGuarded([&] {
+        const int code = VirtualKeyOf(event);
+        int key = code;
+        const TShiftState shift = ShiftStateOf(event->modifiers());
+        // A handler that raises ends the key here.
+        if (OnKeyDown) OnKeyDown(this, key, shift);
+        if (key == 0 && code != 0) return;
+        if (GridKey(key, shift)) return;
+        if (key == VK_BACK && !EditorMode() && InForceOptions().Contains(goEditing) &&
+            !(shift & (ssCtrl | ssAlt))) {
+            // Backspace goes into the cell like a typed character: the editor
+            // opens with the whole text selected, and the key deletes it.
+            ShowEditor();
+            if (EditorMode() && !FEditor->text().isEmpty()) {
+                FEditor->clear();
+                EditorTextEdited(QString());
+            }
+            return;
         }
-    }
-    if (key == 0) return;
-    if (GridKey(key, shift)) return;
-    const QString text = event->text();
-    if (!EditorMode() && InForceOptions().Contains(goEditing) && text.size() == 1 &&
-        text.at(0).isPrint() && !(shift & (ssCtrl | ssAlt))) {
-        ShowEditor();
-        if (EditorMode()) {
-            FEditor->setText(text);
-            EditorTextEdited(text);
+        const QString text = event->text();
+        if (!EditorMode() && InForceOptions().Contains(goEditing) && text.size() == 1 &&
+            text.at(0).isPrint() && !(shift & (ssCtrl | ssAlt))) {
+            ShowEditor();
+            if (EditorMode()) {
+                FEditor->setText(text);
+                EditorTextEdited(text);
+            }
+            return;
         }
-        return;
-    }
-    QWidget::keyPressEvent(event);
+        QWidget::keyPressEvent(event);
+    });
 }
 
 int TStrColGrid::ColumnBorderAt(int x, int y) const {
@@ -725,38 +752,42 @@ int TStrColGrid::ColumnBorderAt(int x, int y) const {
 }
 
 void TStrColGrid::mousePressEvent(QMouseEvent* event) {
-    if (event->button() != Qt::LeftButton) return;
-    setFocus(Qt::MouseFocusReason);
-    const QPoint pos = event->position().toPoint();
-    const int border = ColumnBorderAt(pos.x(), pos.y());
-    if (border >= 0) {
-        FSizingCol = border;
-        FSizingStartX = pos.x();
-        FSizingStartWidth = ColWidths(border);
-        return;
-    }
-    int c, r;
-    if (!MouseToCell(pos.x(), pos.y(), c, r)) return;
-    if (c < FixedCols() || r < FixedRows()) return;
-    const bool extend =
-        event->modifiers().testFlag(Qt::ShiftModifier) && InForceOptions().Contains(goRangeSelect);
-    FocusCell(c, r, !extend);
-    FSelecting = InForceOptions().Contains(goRangeSelect);
+    RunGuarded([&] {
+        if (event->button() != Qt::LeftButton) return;
+        setFocus(Qt::MouseFocusReason);
+        const QPoint pos = event->position().toPoint();
+        const int border = ColumnBorderAt(pos.x(), pos.y());
+        if (border >= 0) {
+            FSizingCol = border;
+            FSizingStartX = pos.x();
+            FSizingStartWidth = ColWidths(border);
+            return;
+        }
+        int c, r;
+        if (!MouseToCell(pos.x(), pos.y(), c, r)) return;
+        if (c < FixedCols() || r < FixedRows()) return;
+        const bool extend = event->modifiers().testFlag(Qt::ShiftModifier) &&
+                            InForceOptions().Contains(goRangeSelect);
+        FocusCell(c, r, !extend);
+        FSelecting = InForceOptions().Contains(goRangeSelect);
+    });
 }
 
 void TStrColGrid::mouseMoveEvent(QMouseEvent* event) {
-    const QPoint pos = event->position().toPoint();
-    if (FSizingCol >= 0) {
-        SetColWidths(FSizingCol, std::max(0, FSizingStartWidth + pos.x() - FSizingStartX));
-        return;
-    }
-    setCursor(ColumnBorderAt(pos.x(), pos.y()) >= 0 ? Qt::SplitHCursor : Qt::ArrowCursor);
-    if (!FSelecting || !(event->buttons() & Qt::LeftButton)) return;
-    int c, r;
-    if (!MouseToCell(pos.x(), pos.y(), c, r)) return;
-    c = std::max(c, FixedCols());
-    r = std::max(r, FixedRows());
-    if (c != Col() || r != Row()) FocusCell(c, r, false);
+    RunGuarded([&] {
+        const QPoint pos = event->position().toPoint();
+        if (FSizingCol >= 0) {
+            SetColWidths(FSizingCol, std::max(0, FSizingStartWidth + pos.x() - FSizingStartX));
+            return;
+        }
+        setCursor(ColumnBorderAt(pos.x(), pos.y()) >= 0 ? Qt::SplitHCursor : Qt::ArrowCursor);
+        if (!FSelecting || !(event->buttons() & Qt::LeftButton)) return;
+        int c, r;
+        if (!MouseToCell(pos.x(), pos.y(), c, r)) return;
+        c = std::max(c, FixedCols());
+        r = std::max(r, FixedRows());
+        if (c != Col() || r != Row()) FocusCell(c, r, false);
+    });
 }
 
 void TStrColGrid::mouseReleaseEvent(QMouseEvent* event) {
@@ -766,9 +797,11 @@ void TStrColGrid::mouseReleaseEvent(QMouseEvent* event) {
 }
 
 void TStrColGrid::mouseDoubleClickEvent(QMouseEvent* event) {
-    if (event->button() != Qt::LeftButton) return;
-    const QPoint pos = event->position().toPoint();
-    int c, r;
-    if (!MouseToCell(pos.x(), pos.y(), c, r)) return;
-    if (c == Col() && r == Row()) ShowEditor();
+    RunGuarded([&] {
+        if (event->button() != Qt::LeftButton) return;
+        const QPoint pos = event->position().toPoint();
+        int c, r;
+        if (!MouseToCell(pos.x(), pos.y(), c, r)) return;
+        if (c == Col() && r == Row()) ShowEditor();
+    });
 }

@@ -13,7 +13,8 @@
 // in-place editor, with the desktop key code (vkeys.h), before the grid
 // handles it; a handler that sets the key to 0 swallows it. The editor opens
 // on a double click, on F2, or on typing into the current cell, while
-// goEditing is in force; it closes on Enter, on Escape (restoring the cell),
+// goEditing is in force (typing puts the character in, Backspace empties
+// the cell); it closes on Enter, on Escape (restoring the cell),
 // on moving to another cell and on SetEditorMode(false). Each edit writes
 // the cell's string at once and fires OnSetEditText.
 

@@ -54,9 +54,58 @@ int VirtualKeyOf(int qtKey, Qt::KeyboardModifiers modifiers) {
     case Qt::Key_Plus:
         return keypad ? VK_ADD : VK_OEM_PLUS;
     case Qt::Key_Asterisk:
-        return VK_MULTIPLY;
+        return keypad ? VK_MULTIPLY : 56;
     case Qt::Key_Slash:
-        return keypad ? VK_DIVIDE : 191;
+        return keypad ? VK_DIVIDE : VK_OEM_2;
+    // The shifted characters of the main keyboard come with the code of
+    // the key that carries them (the usual desktop layout).
+    case Qt::Key_ParenRight:
+        return 48;
+    case Qt::Key_Exclam:
+        return 49;
+    case Qt::Key_At:
+        return 50;
+    case Qt::Key_NumberSign:
+        return 51;
+    case Qt::Key_Dollar:
+        return 52;
+    case Qt::Key_Percent:
+        return 53;
+    case Qt::Key_AsciiCircum:
+        return 54;
+    case Qt::Key_Ampersand:
+        return 55;
+    case Qt::Key_ParenLeft:
+        return 57;
+    case Qt::Key_Semicolon:
+    case Qt::Key_Colon:
+        return VK_OEM_1;
+    case Qt::Key_Equal:
+        return VK_OEM_PLUS;
+    case Qt::Key_Less:
+        return VK_OEM_COMMA;
+    case Qt::Key_Greater:
+        return VK_OEM_PERIOD;
+    case Qt::Key_Underscore:
+        return VK_OEM_MINUS;
+    case Qt::Key_Question:
+        return VK_OEM_2;
+    case Qt::Key_QuoteLeft:
+    case Qt::Key_AsciiTilde:
+        return VK_OEM_3;
+    case Qt::Key_BracketLeft:
+    case Qt::Key_BraceLeft:
+        return VK_OEM_4;
+    case Qt::Key_Backslash:
+    case Qt::Key_Bar:
+    case Qt::Key_yen:
+        return VK_OEM_5;
+    case Qt::Key_BracketRight:
+    case Qt::Key_BraceRight:
+        return VK_OEM_6;
+    case Qt::Key_Apostrophe:
+    case Qt::Key_QuoteDbl:
+        return VK_OEM_7;
     default:
         return 0;
     }

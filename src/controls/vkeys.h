@@ -31,15 +31,24 @@ enum TVirtualKey : int {
     VK_DECIMAL = 110,
     VK_DIVIDE = 111,
     VK_F1 = 112,
+    VK_OEM_1 = 186,
     VK_OEM_PLUS = 187,
     VK_OEM_COMMA = 188,
     VK_OEM_MINUS = 189,
     VK_OEM_PERIOD = 190,
+    VK_OEM_2 = 191,
+    VK_OEM_3 = 192,
+    VK_OEM_4 = 219,
+    VK_OEM_5 = 220,
+    VK_OEM_6 = 221,
+    VK_OEM_7 = 222,
 };
 
 // The desktop key code of a Qt key: digits 48-57, letters 65-90, the
-// numeric pad 96-111, the main keyboard's point 190 and minus 189; 0 for
-// keys without one.
+// numeric pad 96-111, the main keyboard's point 190 and minus 189, the
+// punctuation keys 186-192 and 219-222 (a shifted character has the code of
+// its key); 0 for keys without one. Such a key is still typed: a key
+// handler swallows a key by setting a code that was not 0 to 0.
 int VirtualKeyOf(int qtKey, Qt::KeyboardModifiers modifiers);
 inline int VirtualKeyOf(const QKeyEvent* e) {
     return VirtualKeyOf(e->key(), e->modifiers());

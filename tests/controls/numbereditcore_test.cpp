@@ -235,6 +235,15 @@ TEST(NumberHex, FormatsParsesAndFilters) {
     b.SetValue(-1);
     EXPECT_EQ(b.Text(), QStringLiteral("FFFFFFFF"));
     EXPECT_EQ(double(b.Value()), -1.0);
+    // Wider than eight digits by Figure: the leading zeros still convert.
+    b.SetFigure(10);
+    b.SetValue(255);
+    EXPECT_EQ(b.Text(), QStringLiteral("00000000FF"));
+    EXPECT_EQ(double(b.Value()), 255.0);
+    b.SetValue(-1);
+    EXPECT_EQ(b.Text(), QStringLiteral("00FFFFFFFF"));
+    EXPECT_EQ(double(b.Value()), -1.0);
+    EXPECT_THROW(b.SetText(QStringLiteral("100000000")), EConvertError);
 }
 
 TEST(NumberValue, IntegerViewsAndConversionErrors) {

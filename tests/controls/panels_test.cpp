@@ -206,6 +206,14 @@ TEST(GradPan, MoveableZonesMoveAndSize) {
     EXPECT_EQ(pan->geometry(), QRect(60, 70, 230, 100));
     drag(QPoint(3, 3), QPoint(-10, -10));
     EXPECT_EQ(pan->geometry(), QRect(50, 60, 240, 110));
+    // A failing move handler reaches the program's handler; the move stands.
+    QString reported;
+    SetControlsExceptionHandler([&](const QString& m) { reported = m; });
+    pan->OnPanelMove = [](TControlObject*) { throw EControlError(QStringLiteral("moved")); };
+    drag(QPoint(100, 50), QPoint(5, 5));
+    SetControlsExceptionHandler(nullptr);
+    EXPECT_EQ(reported, QStringLiteral("moved"));
+    EXPECT_EQ(pan->geometry(), QRect(55, 65, 240, 110));
 }
 
 void answerFolderDialog(const std::function<void(QFileDialog*)>& act) {

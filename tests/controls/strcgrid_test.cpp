@@ -467,9 +467,11 @@ TEST_F(Grid, EditorOpensOnTypingAndClosesOnEnter) {
     grid->OnKeyDown = [&](TControlObject*, int& key, TShiftState) {
         if (key == VK_DOWN && grid->EditorMode()) grid->SetEditorMode(false);
     };
+    // Backspace opens the editor on the emptied cell.
     QTest::keyClick(grid, Qt::Key_Backspace);
-    QTest::keyClick(grid, Qt::Key_2);
     ASSERT_TRUE(grid->EditorMode());
+    EXPECT_EQ(grid->Cells(1, 1), QString());
+    QTest::keyClick(editor, Qt::Key_2);
     QTest::keyClick(editor, Qt::Key_Down);
     EXPECT_FALSE(grid->EditorMode());
     EXPECT_EQ(grid->Cells(1, 1), QStringLiteral("2"));
@@ -479,6 +481,69 @@ TEST_F(Grid, EditorOpensOnTypingAndClosesOnEnter) {
     grid->SetOptions(grid->Options() - goEditing);
     QTest::keyClick(grid, Qt::Key_3);
     EXPECT_FALSE(grid->EditorMode());
+}
+
+TEST_F(Grid, EveryPrintableKeyReachesTheCell) {
+    grid->SetOptions(grid->Options() + goEditing);
+    ASSERT_NO_FATAL_FAILURE(focusGrid());
+    std::vector<int> keys;
+    grid->OnKeyDown = [&](TControlObject*, int& key, TShiftState) { keys.push_back(key); };
+    // Punctuation opens the editor and comes with the code of its key.
+    QTest::keyClick(grid, Qt::Key_Equal);
+    ASSERT_TRUE(grid->EditorMode());
+    QLineEdit* editor = grid->InplaceEditor();
+    QTest::keyClick(editor, Qt::Key_ParenLeft);
+    QTest::keyClick(editor, Qt::Key_Semicolon);
+    // A key with no desktop code is typed all the same.
+    QKeyEvent press(QEvent::KeyPress, Qt::Key_Eacute, Qt::NoModifier, QStringLiteral("\u00e9"));
+    QApplication::sendEvent(editor, &press);
+    EXPECT_EQ(grid->Cells(1, 1), QStringLiteral("=(;\u00e9"));
+    EXPECT_EQ(keys, (std::vector<int>{VK_OEM_PLUS, 57, VK_OEM_1, 0}));
+    QTest::keyClick(editor, Qt::Key_Return);
+    EXPECT_FALSE(grid->EditorMode());
+    // Typed into the closed cell, such a key opens the editor too.
+    QKeyEvent again(QEvent::KeyPress, Qt::Key_Eacute, Qt::NoModifier, QStringLiteral("\u00e9"));
+    QApplication::sendEvent(grid, &again);
+    ASSERT_TRUE(grid->EditorMode());
+    EXPECT_EQ(grid->Cells(1, 1), QStringLiteral("\u00e9"));
+}
+
+TEST_F(Grid, HandlerFailuresGoToTheProgramsHandler) {
+    grid->SetOptions(grid->Options() + goEditing);
+    ASSERT_NO_FATAL_FAILURE(focusGrid());
+    QStringList reported;
+    SetControlsExceptionHandler([&](const QString& m) { reported << m; });
+    // A raising key handler ends the key: the cell doesn't move.
+    grid->OnKeyDown = [&](TControlObject*, int& key, TShiftState) {
+        if (key == VK_DOWN) throw EControlError(QStringLiteral("key"));
+    };
+    QTest::keyClick(grid, Qt::Key_Down);
+    EXPECT_EQ(grid->Row(), 1);
+    // The move is made before OnClick runs.
+    grid->OnClick = [&](TControlObject*) { throw EControlError(QStringLiteral("click")); };
+    QTest::keyClick(grid, Qt::Key_Right);
+    EXPECT_EQ(grid->Col(), 2);
+    QTest::mouseClick(grid, Qt::LeftButton, Qt::NoModifier,
+                      grid->CellRect(3, 3).ToQRect().center());
+    EXPECT_EQ(grid->Col(), 3);
+    grid->OnClick = nullptr;
+    grid->OnSelectCell = [&](TControlObject*, int, int, bool&) {
+        throw EControlError(QStringLiteral("select"));
+    };
+    QTest::mouseClick(grid, Qt::LeftButton, Qt::NoModifier,
+                      grid->CellRect(4, 4).ToQRect().center());
+    EXPECT_EQ(grid->Col(), 3);
+    grid->OnSelectCell = nullptr;
+    grid->OnSetEditText = [&](TControlObject*, int, int, const QString&) {
+        throw EControlError(QStringLiteral("edit"));
+    };
+    QTest::keyClick(grid, Qt::Key_5);
+    EXPECT_TRUE(grid->EditorMode());
+    EXPECT_EQ(grid->Cells(3, 3), QStringLiteral("5"));
+    SetControlsExceptionHandler(nullptr);
+    EXPECT_EQ(reported,
+              (QStringList{QStringLiteral("key"), QStringLiteral("click"), QStringLiteral("click"),
+                           QStringLiteral("select"), QStringLiteral("edit")}));
 }
 
 TEST_F(Grid, MouseSelectsCellsAndRanges) {
