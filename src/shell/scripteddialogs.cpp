@@ -77,6 +77,7 @@ int ScriptedDialogs::TaskDialog(QWidget*, const QString& title, const QString& i
 
 void ScriptedDialogs::Message(QWidget*, const QString& title, const QString& text) {
     messages.push_back({title, text});
+    if (OnMessage) OnMessage();
 }
 
 bool ScriptedDialogs::InputQuery(QWidget*, const QString& title, const QString& prompt,

@@ -8,6 +8,7 @@
 #include "shell/dialogs.h"
 
 #include <deque>
+#include <functional>
 #include <optional>
 #include <vector>
 
@@ -57,6 +58,8 @@ public:
     void SetStartResult(bool ok) { startResult = ok; }
     void SetOpenResult(bool ok) { openResult = ok; }
     void SetClipboard(const QString& text) { clipboard = text; }
+    // Called after each message is recorded, to act while the box would be up.
+    std::function<void()> OnMessage;
 
     // What was shown and done.
     const std::vector<Box>& Boxes() const { return boxes; }

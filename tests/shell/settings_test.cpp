@@ -3,7 +3,7 @@
 
 #include "shell/confrecord.h"
 #include "shell/datapaths.h"
-#include "shell/dialogs.h"
+#include "shell/scripteddialogs.h"
 #include "shell/settingsfiles.h"
 #include "store/codepage.h"
 #include "store/modulewrappersqlite.h"
@@ -16,33 +16,6 @@
 #include <gtest/gtest.h>
 
 namespace {
-
-// The person at the keyboard: answers every box with OK and remembers it.
-class RecordingDialogs : public Dialogs {
-public:
-    QStringList messages;
-
-    int TaskDialog(QWidget*, const QString&, const QString& instruction, int, int,
-                   const QString& content) override {
-        messages << instruction + QLatin1Char('|') + content;
-        return TaskDialog::IdOk;
-    }
-    void Message(QWidget*, const QString&, const QString& text) override { messages << text; }
-    bool InputQuery(QWidget*, const QString&, const QString&, QString&) override { return false; }
-    QString OpenFileName(QWidget*, const QString&, const QString&, const QString&) override {
-        return {};
-    }
-    QString SaveFileName(QWidget*, const QString&, const QString&, const QString&) override {
-        return {};
-    }
-    QString FolderName(QWidget*, const QString&, const QString&) override { return {}; }
-    QString ClipboardText() override { return {}; }
-    void SetClipboardText(const QString&) override {}
-    void Beep() override {}
-    bool ShiftDown() override { return false; }
-    bool StartProcess(const QString&, const QStringList&, const QString&) override { return false; }
-    bool OpenDocument(const QString&) override { return false; }
-};
 
 std::string s(const QString& q) {
     return q.toStdString();
@@ -178,15 +151,12 @@ protected:
         ASSERT_TRUE(dir.isValid());
         ExDatabasePath = dir.filePath(QStringLiteral("velmoraMainEX.db3"));
         CreateSuiteDatabase(ExDatabasePath, false);
-        dialogs = new RecordingDialogs;
-        previous = InstallDialogs(std::unique_ptr<Dialogs>(dialogs));
         KanzaiConf = ConfRecord{};
     }
-    void TearDown() override { InstallDialogs(std::move(previous)); }
+    void TearDown() override { EXPECT_TRUE(dialogs->Unanswered().isEmpty()); }
 
     QTemporaryDir dir;
-    RecordingDialogs* dialogs = nullptr;
-    std::unique_ptr<Dialogs> previous;
+    ScriptedDialogsScope dialogs;
 };
 
 TEST_F(ConfRecordTest, StatementsAndText) {
@@ -230,7 +200,8 @@ TEST_F(ConfRecordTest, SaveAndLoadRoundTrip) {
     EXPECT_EQ(s(KanzaiConf.CutLevel), "2");
     QueryToLines(ExDatabasePath, QStringLiteral("SELECT count(*) FROM exconf"));
     EXPECT_EQ(ResultLines, QStringList{QStringLiteral("1;")});
-    EXPECT_TRUE(dialogs->messages.isEmpty());
+    EXPECT_TRUE(dialogs->Boxes().empty());
+    EXPECT_TRUE(dialogs->Messages().empty());
 }
 
 TEST_F(ConfRecordTest, UnknownKeysAndMissingLinesInTheRecord) {
@@ -255,7 +226,9 @@ TEST_F(ConfRecordTest, FailedInsertKeepsTheOldRecord) {
               1);
     KanzaiConf.GroupNames[1] = QStringLiteral("雨水");
     EXPECT_EQ(SaveGroupNames(), 0);
-    EXPECT_EQ(dialogs->messages, QStringList{QStringLiteral("ERROR")});
+    EXPECT_TRUE(dialogs->Boxes().empty());
+    ASSERT_EQ(dialogs->Messages().size(), 1u);
+    EXPECT_EQ(dialogs->Messages()[0].text, QStringLiteral("ERROR"));
     LoadGroupNames();
     EXPECT_EQ(KanzaiConf.GroupNames[1], QStringLiteral("汚水"));
 }

@@ -2,7 +2,7 @@
 // stand-in in a temporary folder.
 
 #include "shell/datapaths.h"
-#include "shell/dialogs.h"
+#include "shell/scripteddialogs.h"
 #include "store/codepage.h"
 #include "store/modulewrappersqlite.h"
 #include "store/pipetypestore.h"
@@ -12,41 +12,7 @@
 
 #include <gtest/gtest.h>
 
-#include <functional>
-
 namespace {
-
-// The person at the keyboard: answers every box with OK and remembers it.
-class RecordingDialogs : public Dialogs {
-public:
-    QStringList messages;
-    QString clipboard;
-    std::function<void()> onMessage;
-
-    int TaskDialog(QWidget*, const QString&, const QString& instruction, int, int,
-                   const QString& content) override {
-        messages << instruction + QLatin1Char('|') + content;
-        return TaskDialog::IdOk;
-    }
-    void Message(QWidget*, const QString&, const QString& text) override {
-        messages << text;
-        if (onMessage) onMessage();
-    }
-    bool InputQuery(QWidget*, const QString&, const QString&, QString&) override { return false; }
-    QString OpenFileName(QWidget*, const QString&, const QString&, const QString&) override {
-        return {};
-    }
-    QString SaveFileName(QWidget*, const QString&, const QString&, const QString&) override {
-        return {};
-    }
-    QString FolderName(QWidget*, const QString&, const QString&) override { return {}; }
-    QString ClipboardText() override { return clipboard; }
-    void SetClipboardText(const QString& text) override { clipboard = text; }
-    void Beep() override {}
-    bool ShiftDown() override { return false; }
-    bool StartProcess(const QString&, const QStringList&, const QString&) override { return false; }
-    bool OpenDocument(const QString&) override { return false; }
-};
 
 std::string s(const QString& q) {
     return q.toStdString();
@@ -61,13 +27,11 @@ protected:
         ASSERT_TRUE(dir.isValid());
         ExDatabasePath = dir.filePath(QStringLiteral("velmoraMainEX.db3"));
         CreateSuiteDatabase(ExDatabasePath, false);
-        dialogs = new RecordingDialogs;
-        previous = InstallDialogs(std::unique_ptr<Dialogs>(dialogs));
         ClearRows(RowCount);
         SavedLines.clear();
         CurrentLines.clear();
     }
-    void TearDown() override { InstallDialogs(std::move(previous)); }
+    void TearDown() override { EXPECT_TRUE(dialogs->Unanswered().isEmpty()); }
 
     void exec(const QString& sql) { ASSERT_EQ(ExecStatement(ExDatabasePath, sql), 1); }
     QString stored(const char* column, int grp, int kan, int no) {
@@ -81,8 +45,7 @@ protected:
     }
 
     QTemporaryDir dir;
-    RecordingDialogs* dialogs = nullptr;
-    std::unique_ptr<Dialogs> previous;
+    ScriptedDialogsScope dialogs;
 };
 
 TEST(PipeTypeStatements, LoadStatementText) {
@@ -187,8 +150,9 @@ TEST_F(PipeTypeStore, SaveWritesAllRowsAndMarksSaved) {
     EXPECT_TRUE(PipeTypeChanged());
 
     SavePipeType(nullptr, 9, 4, 0, 5);
-    EXPECT_TRUE(dialogs->messages.isEmpty());
-    EXPECT_EQ(dialogs->clipboard, SaveStatement(KanzaiRows[1], 4, 5, 1));
+    EXPECT_TRUE(dialogs->Boxes().empty());
+    EXPECT_TRUE(dialogs->Messages().empty());
+    EXPECT_EQ(dialogs->Clipboard(), SaveStatement(KanzaiRows[1], 4, 5, 1));
     EXPECT_FALSE(PipeTypeChanged());
     EXPECT_EQ(stored("GOODS", 4, 5, 1), QStringLiteral("配管用炭素鋼鋼管（白）"));
     EXPECT_EQ(stored("SORT", 4, 5, 2), QStringLiteral("0"));
@@ -199,7 +163,10 @@ TEST_F(PipeTypeStore, SaveWritesAllRowsAndMarksSaved) {
     EXPECT_EQ(stored("GOODS", 4, 6, 1), QString()); // other pipe types untouched
 
     SavePipeType(nullptr, 1, 4, 1, 5);
-    EXPECT_EQ(dialogs->messages, QStringList{QStringLiteral("確認|保存しました。")});
+    EXPECT_TRUE(dialogs->Messages().empty());
+    ASSERT_EQ(dialogs->Boxes().size(), 1u);
+    EXPECT_EQ(dialogs->Boxes()[0].instruction, QStringLiteral("確認"));
+    EXPECT_EQ(dialogs->Boxes()[0].content, QStringLiteral("保存しました。"));
 }
 
 TEST_F(PipeTypeStore, TextsRoundTripThroughSaveAndLoad) {
@@ -218,7 +185,8 @@ TEST_F(PipeTypeStore, TextsRoundTripThroughSaveAndLoad) {
         before[std::size_t(i)] = KanzaiRows[i + 1];
     TakeSnapshot();
     SavePipeType(nullptr, 1, 1, 0, 1);
-    EXPECT_TRUE(dialogs->messages.isEmpty());
+    EXPECT_TRUE(dialogs->Boxes().empty());
+    EXPECT_TRUE(dialogs->Messages().empty());
 
     ClearRows(RowCount);
     LoadPipeType(1, 1, 1);
@@ -271,7 +239,8 @@ TEST_F(PipeTypeStore, EveryCodePageCharacterSurvivesByteForByte) {
         for (int r = 1; r <= RowCount; ++r)
             ASSERT_EQ(KanzaiRows[r].GOODS, written[std::size_t(r - 1)]) << "row " << r;
     }
-    EXPECT_TRUE(dialogs->messages.isEmpty());
+    EXPECT_TRUE(dialogs->Boxes().empty());
+    EXPECT_TRUE(dialogs->Messages().empty());
 }
 
 TEST_F(PipeTypeStore, BusyDatabase) {
@@ -284,7 +253,8 @@ TEST_F(PipeTypeStore, BusyDatabase) {
     other.ExecSQL(QStringLiteral("BEGIN EXCLUSIVE"));
     bool released = false;
     // At the first "ERROR" the other program lets go of the file.
-    dialogs->onMessage = [&] {
+    dialogs->OnMessage = [&] {
+        EXPECT_TRUE(dialogs->Boxes().empty()); // the error comes before the confirmation
         if (!released) other.ExecSQL(QStringLiteral("ROLLBACK"));
         released = true;
     };
@@ -300,8 +270,11 @@ TEST_F(PipeTypeStore, BusyDatabase) {
     EXPECT_EQ(KanzaiRows[1].GOODS, QByteArray("new"));
 
     SavePipeType(nullptr, 1, 7, 1, 3);
-    EXPECT_EQ(dialogs->messages,
-              (QStringList{QStringLiteral("ERROR"), QStringLiteral("確認|保存しました。")}));
+    ASSERT_EQ(dialogs->Messages().size(), 1u);
+    EXPECT_EQ(dialogs->Messages()[0].text, QStringLiteral("ERROR"));
+    ASSERT_EQ(dialogs->Boxes().size(), 1u);
+    EXPECT_EQ(dialogs->Boxes()[0].instruction, QStringLiteral("確認"));
+    EXPECT_EQ(dialogs->Boxes()[0].content, QStringLiteral("保存しました。"));
     EXPECT_EQ(stored("GOODS", 7, 3, 1), QString()); // the failed row stays as it was
     EXPECT_EQ(stored("GOODS", 7, 3, 2), QStringLiteral("new"));
     EXPECT_EQ(stored("GOODS", 7, 3, 60), QStringLiteral("new"));
@@ -316,7 +289,8 @@ TEST_F(PipeTypeStore, MissingDatabaseFileFailsTheSave) {
     RefreshLines();
     EXPECT_THROW(SavePipeType(nullptr, 1, 1, 1, 1), ESQLiteException);
     EXPECT_EQ(SavedLines, saved);
-    EXPECT_TRUE(dialogs->messages.isEmpty());
+    EXPECT_TRUE(dialogs->Boxes().empty());
+    EXPECT_TRUE(dialogs->Messages().empty());
 }
 
 } // namespace

@@ -1,6 +1,6 @@
 // The database layer on real SQLite files in a temporary folder.
 
-#include "shell/dialogs.h"
+#include "shell/scripteddialogs.h"
 #include "store/modulewrappersqlite.h"
 
 #include <QTemporaryDir>
@@ -16,52 +16,18 @@ inline void PrintTo(const QString& s, std::ostream* os) {
 
 namespace {
 
-// The person at the keyboard: answers every box with OK and remembers it.
-class RecordingDialogs : public Dialogs {
-public:
-    QStringList messages;
-    QString clipboard;
-    std::function<void()> onMessage;
-
-    int TaskDialog(QWidget*, const QString&, const QString& instruction, int, int,
-                   const QString& content) override {
-        messages << instruction + QLatin1Char('|') + content;
-        return TaskDialog::IdOk;
-    }
-    void Message(QWidget*, const QString&, const QString& text) override {
-        messages << text;
-        if (onMessage) onMessage();
-    }
-    bool InputQuery(QWidget*, const QString&, const QString&, QString&) override { return false; }
-    QString OpenFileName(QWidget*, const QString&, const QString&, const QString&) override {
-        return {};
-    }
-    QString SaveFileName(QWidget*, const QString&, const QString&, const QString&) override {
-        return {};
-    }
-    QString FolderName(QWidget*, const QString&, const QString&) override { return {}; }
-    QString ClipboardText() override { return clipboard; }
-    void SetClipboardText(const QString& text) override { clipboard = text; }
-    void Beep() override {}
-    bool ShiftDown() override { return false; }
-    bool StartProcess(const QString&, const QStringList&, const QString&) override { return false; }
-    bool OpenDocument(const QString&) override { return false; }
-};
-
 class SqliteLayer : public ::testing::Test {
 protected:
     void SetUp() override {
         ASSERT_TRUE(dir.isValid());
         path = dir.filePath(QStringLiteral("layer.db3"));
-        dialogs = new RecordingDialogs;
-        previous = InstallDialogs(std::unique_ptr<Dialogs>(dialogs));
         TSQLiteDatabase db(path);
         db.ExecSQL(QStringLiteral("CREATE TABLE t (ID INTEGER, NAME TEXT, PRICE NUMERIC, "
                                   "CODE numeric, DATA BLOB)"));
         db.ExecSQL(QStringLiteral("INSERT INTO t VALUES (1, 'a;b', 1234.56789, 'x', NULL)"));
         db.ExecSQL(QStringLiteral("INSERT INTO t VALUES (2, NULL, 2.5, 7, x'414243')"));
     }
-    void TearDown() override { InstallDialogs(std::move(previous)); }
+    void TearDown() override { EXPECT_TRUE(dialogs->Unanswered().isEmpty()); }
 
     QString message(const std::function<void()>& f) {
         try {
@@ -74,8 +40,7 @@ protected:
 
     QTemporaryDir dir;
     QString path;
-    RecordingDialogs* dialogs = nullptr;
-    std::unique_ptr<Dialogs> previous;
+    ScriptedDialogsScope dialogs;
 };
 
 TEST(SqliteErrorTextTest, KnownAndUnknownCodes) {
@@ -122,9 +87,12 @@ TEST_F(SqliteLayer, FailedQueryRaisesAndLeavesNoConnection) {
 
 TEST_F(SqliteLayer, ExecStatementCommitsOrShowsError) {
     EXPECT_EQ(ExecStatement(path, QStringLiteral("UPDATE t SET NAME='z' WHERE ID=2")), 1);
-    EXPECT_TRUE(dialogs->messages.isEmpty());
+    EXPECT_TRUE(dialogs->Boxes().empty());
+    EXPECT_TRUE(dialogs->Messages().empty());
     EXPECT_EQ(ExecStatement(path, QStringLiteral("UPDATE nope SET x=1")), 0);
-    EXPECT_EQ(dialogs->messages, QStringList{QStringLiteral("ERROR")});
+    EXPECT_TRUE(dialogs->Boxes().empty());
+    ASSERT_EQ(dialogs->Messages().size(), 1u);
+    EXPECT_EQ(dialogs->Messages()[0].text, QStringLiteral("ERROR"));
     QueryToLines(path, QStringLiteral("SELECT NAME FROM t WHERE ID=2"));
     EXPECT_EQ(ResultLines, QStringList{QStringLiteral("z;")});
     // All or nothing for several statements.
@@ -141,7 +109,8 @@ TEST_F(SqliteLayer, OpenFailures) {
         QStringLiteral("Failed to open database \"%1\" : unable to open database file").arg(bad));
     // ExecStatement does not catch a failed open.
     EXPECT_THROW(ExecStatement(bad, QStringLiteral("SELECT 1")), ESQLiteException);
-    EXPECT_TRUE(dialogs->messages.isEmpty());
+    EXPECT_TRUE(dialogs->Boxes().empty());
+    EXPECT_TRUE(dialogs->Messages().empty());
 }
 
 TEST_F(SqliteLayer, StatementFailureTexts) {
@@ -343,7 +312,9 @@ TEST_F(SqliteLayer, BusyDatabase) {
         << text.toStdString();
     // A write reports "ERROR" with result 0.
     EXPECT_EQ(ExecStatement(path, QStringLiteral("UPDATE t SET NAME='q'")), 0);
-    EXPECT_EQ(dialogs->messages, QStringList{QStringLiteral("ERROR")});
+    EXPECT_TRUE(dialogs->Boxes().empty());
+    ASSERT_EQ(dialogs->Messages().size(), 1u);
+    EXPECT_EQ(dialogs->Messages()[0].text, QStringLiteral("ERROR"));
     other.ExecSQL(QStringLiteral("ROLLBACK"));
     EXPECT_EQ(ExecStatement(path, QStringLiteral("UPDATE t SET NAME='q'")), 1);
 }
