@@ -10,6 +10,9 @@ const QString DefaultLaunchString = QStringLiteral("0;1;0;0;c:\\programData\\ost
 QString DataRoot;
 QString DatabaseFolder;
 QString ExDatabasePath;
+QString MainDatabasePath;
+QString AddressDatabasePath;
+QString DxDatabasePath;
 
 namespace {
 constexpr int CommonAppData = 35;

@@ -28,7 +28,11 @@ QString DatabaseFolderFrom(const QString& launchString);
 // The database file of ex_kanzai and exconf in that folder.
 QString ExDatabasePathIn(const QString& databaseFolder);
 
-// The program-wide paths, set at form creation.
+// The program-wide paths: the first two set at form creation, the database
+// files at form show. Only ExDatabasePath is ever opened.
 extern QString DataRoot;
 extern QString DatabaseFolder;
+extern QString MainDatabasePath;
+extern QString AddressDatabasePath;
 extern QString ExDatabasePath;
+extern QString DxDatabasePath;

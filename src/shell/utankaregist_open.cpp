@@ -74,7 +74,10 @@ void TFtankaregist::FormShow() {
     for (QAction* a : {all_paste_1, all_paste_2, all_paste_3, all_paste_4, item_paste_1,
                        item_paste_2, item_paste_3, item_paste_4})
         a->setEnabled(false);
+    MainDatabasePath = NativePath(DatabaseFolder + QStringLiteral("\\velmoraMain.db3"));
+    AddressDatabasePath = NativePath(DatabaseFolder + QStringLiteral("\\velmoraAddr.db3"));
     ExDatabasePath = ExDatabasePathIn(DatabaseFolder);
+    DxDatabasePath = NativePath(DatabaseFolder + QStringLiteral("\\velmoraMainDX.db3"));
 
     LoadGroupNames();
     for (int g = 1; g <= 10; ++g)
@@ -124,7 +127,7 @@ void TFtankaregist::ReadDisplayFile() {
     if (ReadDisplaySettings(DataRoot, s)) {
         tree_list->setChecked(s.TreeUse);
         status_bar->setChecked(s.StatusUse);
-        if (s.HasTreeViewWidth) TreeView1->parentWidget()->setFixedWidth(s.TreeViewWidth);
+        if (s.HasTreeViewWidth) TreeView1->setFixedWidth(std::max(0, s.TreeViewWidth));
     }
     if (!tree_list->isChecked()) TreeView1->hide();
     if (!status_bar->isChecked()) StatusBar1->hide();
@@ -135,6 +138,6 @@ void TFtankaregist::WriteDisplayFile() {
     s.CheckBox1 = CheckBox1->IsOn();
     s.TreeUse = tree_list->isChecked();
     s.StatusUse = status_bar->isChecked();
-    s.TreeViewWidth = TreeView1->parentWidget()->width();
+    s.TreeViewWidth = TreeView1->width();
     WriteDisplaySettings(DataRoot, s);
 }

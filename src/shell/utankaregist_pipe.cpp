@@ -13,6 +13,7 @@
 #include "shell/formwidgets.h"
 #include "store/modulewrappersqlite.h"
 #include "store/pipetypestore.h"
+#include "util/textlines.h"
 
 #include <QLabel>
 #include <QLineEdit>
@@ -76,7 +77,7 @@ void TFtankaregist::FillGroupNodes(int g) {
         QString text = NthField(ResultLines[i], 1);
         if (text.isEmpty()) text = QStringLiteral("----");
         if (QTreeWidgetItem* node = TreeNode((g - 1) * 21 + 1 + i))
-            node->setText(0, text.trimmed());
+            node->setText(0, TrimBlanks(text));
     }
 }
 
@@ -113,7 +114,6 @@ void TFtankaregist::TreeView1Click() {
 }
 
 void TFtankaregist::TreeView1MouseUp() {
-    if (!CurrentDialogs().ShiftDown()) return;
     QTreeWidgetItem* node = SelectedNode();
     if (!node) return;
     QString name = node->text(0);
@@ -338,7 +338,7 @@ void TFtankaregist::StrColGrid2Click() {
 void TFtankaregist::GOODSBOXKeyPress(int key, bool& handled) {
     if (key != Qt::Key_Return && key != Qt::Key_Enter) return;
     handled = true;
-    if (QTreeWidgetItem* node = SelectedNode()) node->setText(0, GOODSBOX->Text().trimmed());
+    if (QTreeWidgetItem* node = SelectedNode()) node->setText(0, TrimBlanks(GOODSBOX->Text()));
     ApplyControls();
 }
 

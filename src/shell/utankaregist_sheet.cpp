@@ -7,6 +7,7 @@
 #include "controls/numberedit.h"
 #include "controls/strcgrid.h"
 #include "sheet/sheettexts.h"
+#include "shell/dialogs.h"
 #include "shell/formwidgets.h"
 
 #include <QApplication>
@@ -21,6 +22,7 @@
 #include <QMenu>
 #include <QPushButton>
 #include <QTabBar>
+#include <QTimer>
 #include <QToolTip>
 #include <QTreeWidget>
 #include <QVBoxLayout>
@@ -106,12 +108,12 @@ const QString GridHint = QStringLiteral(
 constexpr int RowHeight = 26;
 constexpr int Col0Width = 50;
 
-TEditCombo* nameCombo(QWidget* parent, const char* name, const QStringList& items, bool sorted) {
+TEditCombo* nameCombo(QWidget* parent, const char* name, const QStringList& items) {
     auto* box = new TEditCombo(parent);
     box->setObjectName(QString::fromLatin1(name));
-    QStringList list = items;
-    if (sorted) list.sort();
-    box->addItems(list);
+    // The lists stand in the order of their code page bytes: sorted as the
+    // systems served sort them.
+    box->addItems(items);
     box->SetText(QString());
     box->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
     return box;
@@ -178,8 +180,7 @@ void TFtankaregist::buildSheet() {
     TreeView1->setEditTriggers(QAbstractItemView::NoEditTriggers);
     TreeView1->setSelectionMode(QAbstractItemView::SingleSelection);
     TreeView1->setContextMenuPolicy(Qt::CustomContextMenu);
-    TreeView1->setMinimumWidth(120);
-    TreeView1->resize(210, TreeView1->height());
+    TreeView1->setFixedWidth(180);
     for (int g = 1; g <= 10; ++g) {
         auto* group = new QTreeWidgetItem(TreeView1, {GroupName(g)});
         for (int k = 1; k <= 20; ++k)
@@ -189,7 +190,7 @@ void TFtankaregist::buildSheet() {
     auto* leftBox = new QWidget(CentralArea);
     leftBox->setObjectName(QStringLiteral("LeftPanel"));
     leftBox->setLayout(left);
-    leftBox->setFixedWidth(180);
+    leftBox->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Preferred);
     outer->addWidget(leftBox);
 
     // Right: names, the sheet, the options.
@@ -286,13 +287,12 @@ QWidget* TFtankaregist::buildNameBox() {
     auto* grid = new QGridLayout(names);
     grid->setContentsMargins(6, 4, 6, 4);
     grid->setVerticalSpacing(3);
-    GOODSBOX = nameCombo(names, "GOODSBOX", GoodsItems, true);
-    ComboBox4 = nameCombo(names, "ComboBox4", UseItems, true);
-    ComboBox5 = nameCombo(names, "ComboBox5", JointItems, true);
+    GOODSBOX = nameCombo(names, "GOODSBOX", GoodsItems);
+    ComboBox4 = nameCombo(names, "ComboBox4", UseItems);
+    ComboBox5 = nameCombo(names, "ComboBox5", JointItems);
     ci = nameCombo(
         names, "ci",
-        {QStringLiteral("ｍ"), QStringLiteral("本"), QStringLiteral("kg"), QStringLiteral("枚")},
-        false);
+        {QStringLiteral("ｍ"), QStringLiteral("本"), QStringLiteral("kg"), QStringLiteral("枚")});
     ci->SetText(QStringLiteral("ｍ"));
     ci->setMinimumContentsLength(4);
     GOODSBOX->setMinimumContentsLength(24);
@@ -533,7 +533,10 @@ bool TFtankaregist::eventFilter(QObject* watched, QEvent* event) {
         FormResize();
     } else if (event->type() == QEvent::MouseButtonRelease && TreeView1 &&
                watched == TreeView1->viewport()) {
-        TreeView1MouseUp();
+        // The Shift key counts as it is when the button comes up; the naming
+        // itself follows the click that the same release makes.
+        if (CurrentDialogs().ShiftDown())
+            QTimer::singleShot(0, this, [this] { TreeView1MouseUp(); });
     }
     return QMainWindow::eventFilter(watched, event);
 }
@@ -589,7 +592,7 @@ void TFtankaregist::SetupSheet() {
 void TFtankaregist::FormResize() {
     if (!Panel5 || !StrColGrid1) return;
     const int w = Panel5->width();
-    const int c = std::max(20, (w - 120) / 13);
+    const int c = std::max(0, (w - 120) / 13);
     for (TStrColGrid* g : {StrColGrid1, StrColGrid2}) {
         g->SetColWidths(0, Col0Width);
         for (int col = 1; col < g->ColCount(); ++col)

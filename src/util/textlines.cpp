@@ -24,3 +24,12 @@ QString JoinTextLines(const QStringList& lines) {
         out += line + QStringLiteral("\r\n");
     return out;
 }
+
+QString TrimBlanks(const QString& text) {
+    int first = 0, last = int(text.size()) - 1;
+    while (first <= last && text.at(first).unicode() <= 0x20)
+        ++first;
+    while (last >= first && text.at(last).unicode() <= 0x20)
+        --last;
+    return text.mid(first, last - first + 1);
+}

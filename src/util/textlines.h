@@ -9,3 +9,7 @@
 QStringList SplitTextLines(const QString& text);
 // Each line ended by CR LF.
 QString JoinTextLines(const QStringList& lines);
+
+// The text without the blanks and control characters (up to U+0020) at both
+// ends; other spaces, such as the full-width one, stay.
+QString TrimBlanks(const QString& text);

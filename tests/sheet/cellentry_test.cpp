@@ -246,6 +246,54 @@ TEST_F(CellEntry, NewPipeTypeByKeyboardAloneSurvivesARestart) {
     EXPECT_EQ(g.GpayDay1->Value(), 18000);
 }
 
+TEST_F(CellEntry, EnterInThePriceGridAtStartStoresNothing) {
+    TFtankaregist& f = open();
+    const auto before = CurrentLines;
+    const Currency gross = KanzaiRows[1].GROSS;
+    press(f.StrColGrid2, Qt::Key_Return); // remembered column 4: no field
+    EXPECT_EQ(KanzaiRows[1].GROSS, gross);
+    EXPECT_EQ(f.Grid2Row, 2);
+    EXPECT_TRUE(dialogs->Boxes().empty());
+    EXPECT_TRUE(f.ActionUndo->isEnabled()); // the snapshot was taken
+    EXPECT_EQ(CurrentLines, before);
+}
+
+TEST_F(CellEntry, FillDownFromTheLastLineTouchesItAlone) {
+    TFtankaregist& f = open();
+    const Currency line13 = KanzaiRows[13].Data(1);
+    dialogs->SetShiftDown(true);
+    enter(f.StrColGrid1, 4, 14, QStringLiteral("2"));
+    dialogs->SetShiftDown(false);
+    EXPECT_EQ(KanzaiRows[14].Data(1), C("2"));
+    EXPECT_EQ(KanzaiRows[13].Data(1), line13);
+}
+
+TEST_F(CellEntry, UpCommitsWithoutABeep) {
+    TFtankaregist& f = open();
+    select(f.StrColGrid1, 10, 6);
+    type(f.StrColGrid1, QStringLiteral("0.3"));
+    press(f.StrColGrid1, Qt::Key_Up);
+    EXPECT_EQ(KanzaiRows[6].Data(7), C("0.3"));
+    EXPECT_EQ(dialogs->Beeps(), 0);
+    // With no editor open, up only moves.
+    const auto before = KanzaiRows[5].DATA;
+    select(f.StrColGrid1, 10, 5);
+    press(f.StrColGrid1, Qt::Key_Up);
+    EXPECT_EQ(KanzaiRows[5].DATA, before);
+}
+
+TEST_F(CellEntry, PriceCommitWithTheRateOnIsOverwrittenFromTheListPrice) {
+    TFtankaregist& f = open();
+    f.CheckGroupBox1->SetChecked(true);
+    const Currency fromList = KanzaiRows[2].GROSS;
+    select(f.StrColGrid2, 1, 2);
+    press(f.StrColGrid2, Qt::Key_Return);
+    // The shown price went to the four rows; the current tab's row is then
+    // made from the list price again.
+    EXPECT_EQ(KanzaiRows[2].GROSS, fromList);
+    EXPECT_EQ(KanzaiRows[17].GROSS, StrToCurr(cell2(1, 2).remove(',')));
+}
+
 // ---- Size presets -----------------------------------------------------------
 
 class SizePresets : public CellEntry {
@@ -273,6 +321,16 @@ TEST_F(SizePresets, CancelChangesNothing) {
     EXPECT_EQ(shown.value(0), size1);
     EXPECT_EQ(KanzaiRows[1].Size(), size1);
     EXPECT_FALSE(f.ActionUndo->isEnabled());
+}
+
+TEST_F(SizePresets, EscapeCancels) {
+    open();
+    const QString size1 = KanzaiRows[1].Size();
+    runDialog([](TfsizeSet* d) {
+        d->Button4Click();
+        QTest::keyClick(d->Memo1, Qt::Key_Escape);
+    });
+    EXPECT_EQ(KanzaiRows[1].Size(), size1);
 }
 
 TEST_F(SizePresets, SteelListEmptiesRowFifteen) {

@@ -13,10 +13,12 @@
 #include "store/modulewrappersqlite.h"
 #include "store/pipetypestore.h"
 #include "store/suitestandin.h"
+#include "util/textlines.h"
 
 #include <QApplication>
 #include <QDir>
 #include <QFile>
+#include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QStatusBar>
@@ -279,6 +281,169 @@ TEST_F(Workspace, SideSelectionAndToggle) {
     f.StrColGrid2Click();
     EXPECT_EQ(cell1(4, 1), FormatGeneral(r.CALC_G[0]));
     EXPECT_EQ(cell1(1, 1), FormatAmount(r.FTANKA));
+}
+
+// Stored options with distinct values: each control shows its own, and
+// each control writes its own field back.
+TEST_F(Workspace, OptionControlsMapToTheirFieldsBothWays) {
+    ASSERT_EQ(ExecStatement(
+                  db, QStringLiteral("UPDATE ex_kanzai SET YOSAN='1', FLAG='0', NET='55', "
+                                     "GROSS='65', DATA2='100', DATA3='0.5', DATA4='15000', "
+                                     "DATA5='18000', DATA6='10', DATA7='0', NTANKA='1', "
+                                     "GTANKA='1000', FTANKA='0.5' where CTG='1' and GRP='1' and "
+                                     "KAN='1' and NO='60';")),
+              1);
+    TFtankaregist& f = open();
+    EXPECT_EQ(f.Scalc_opt1->ItemIndex(), 1);
+    EXPECT_EQ(f.SBorRadio1->ItemIndex(), 0);
+    EXPECT_EQ(f.avr_N->Value(), 55);
+    EXPECT_EQ(f.avr_1->Value(), 65);
+    EXPECT_EQ(f.SBorRadio14->ItemIndex(), 2);
+    EXPECT_EQ(f.SBorRadio11->ItemIndex(), 2);
+    EXPECT_EQ(f.GpayDay_N->Value(), 15000);
+    EXPECT_EQ(f.GpayDay1->Value(), 18000);
+    EXPECT_EQ(f.SBorRadio4->ItemIndex(), 1);
+    EXPECT_EQ(f.SBorRadio8->ItemIndex(), 1);
+    EXPECT_TRUE(f.CheckGroupBox1->Checked());
+    EXPECT_EQ(f.ComboBox1->ItemIndex(), 3);
+    EXPECT_EQ(f.ComboBox3->ItemIndex(), 2);
+    EXPECT_EQ(f.Label1->text(), U("資材単価")); // untouched until the first apply
+
+    f.avr_1->SetValue(70);
+    f.avr_N->SetValue(60);
+    f.GpayDay1->SetValue(20000);
+    f.GpayDay_N->SetValue(16000);
+    f.ComboBox1->SetItemIndex(5);
+    f.ComboBox3->SetItemIndex(1);
+    f.SBorRadio14->SetItemIndex(4);
+    f.SBorRadio11->SetItemIndex(0);
+    f.SBorRadio4->SetItemIndex(3);
+    f.SBorRadio8->SetItemIndex(2);
+    f.Scalc_opt1->SetItemIndex(0);
+    EXPECT_EQ(f.Label1->text(), U("資材単価[単価に掛率を使用]"));
+    f.CheckGroupBox1->SetChecked(false);
+    EXPECT_EQ(f.Label1->text(), U("資材単価"));
+    const Fuzokurecordtypex& o = KanzaiRows[60];
+    EXPECT_EQ(o.GROSS, Currency::FromInt(70));
+    EXPECT_EQ(o.NET, Currency::FromInt(60));
+    EXPECT_EQ(o.Data(5), Currency::FromInt(20000));
+    EXPECT_EQ(o.Data(4), Currency::FromInt(16000));
+    EXPECT_EQ(o.GTANKA, Currency::FromInt(4));
+    EXPECT_EQ(o.FTANKA, Currency::FromInt(0));
+    EXPECT_EQ(o.Data(2), Currency::FromInt(3));
+    EXPECT_EQ(o.Data(3), Currency::FromRaw(9000));
+    EXPECT_EQ(o.Data(6), Currency::FromInt(1000));
+    EXPECT_EQ(o.Data(7), Currency::FromRaw(5000));
+    EXPECT_EQ(o.YOSAN, 0);
+    EXPECT_EQ(o.FLAG, 0);
+    EXPECT_EQ(o.NTANKA.raw, 0);
+}
+
+TEST_F(Workspace, EnterInANameBoxNamesTheNodeAndApplies) {
+    TFtankaregist& f = open();
+    f.GOODSBOX->SetText(U("  新しい管材\u3000"));
+    f.ci->SetText(U("本"));
+    QTest::keyClick(f.ci, Qt::Key_Return); // the text of GOODSBOX, not of ci
+    // Blanks go, the full-width space stays.
+    EXPECT_EQ(f.TreeNode(1)->text(0), U("新しい管材\u3000"));
+    EXPECT_EQ(KanzaiRows[1].Goods(), U("  新しい管材\u3000"));
+    EXPECT_EQ(KanzaiRows[37].Ci(), U("本"));
+    EXPECT_TRUE(PipeTypeChanged());
+}
+
+TEST_F(Workspace, ShiftReleaseOnTheTreeNamesTheNode) {
+    TFtankaregist& f = open();
+    dialogs->SetShiftDown(true);
+    dialogs->AnswerInput(U("仮の名前"));
+    clickNode(3);
+    QCoreApplication::processEvents();
+    dialogs->SetShiftDown(false);
+    ASSERT_EQ(dialogs->Inputs().size(), 1u);
+    EXPECT_EQ(dialogs->Inputs()[0].prompt, U("名称を入力してください"));
+    EXPECT_EQ(f.TreeNode(3)->text(0), U("仮の名前"));
+    EXPECT_EQ(f.CurrentKan, 3); // the click loaded it first
+    // On a group node the menu caption follows, and the record is written.
+    dialogs->SetShiftDown(true);
+    dialogs->AnswerInput(U("上水"));
+    clickNode(42);
+    QCoreApplication::processEvents();
+    dialogs->SetShiftDown(false);
+    EXPECT_EQ(f.GroupName(3), U("上水"));
+    QueryToLines(db, QStringLiteral("SELECT notes FROM exconf where conf='kanzai';"));
+    ASSERT_EQ(ResultLines.size(), 1);
+    EXPECT_TRUE(NthField(ResultLines[0], 1).contains(U("[GROUP_NAME3]=上水")));
+}
+
+TEST_F(Workspace, EnterInTheRatesAppliesAndTheLabourCostsSwapFocus) {
+    TFtankaregist& f = open();
+    f.activateWindow();
+    f.avr_1->setFocus();
+    f.avr_1->SetValue(72);
+    QTest::keyClick(f.avr_1, Qt::Key_Return);
+    EXPECT_EQ(CurrentOptions().RateSubmitted(), Currency::FromInt(72));
+    f.GpayDay_N->setFocus();
+    f.GpayDay_N->SetValue(14000);
+    QTest::keyClick(f.GpayDay_N, Qt::Key_Return);
+    EXPECT_EQ(CurrentOptions().LabourCost(), Currency::FromInt(14000));
+    EXPECT_TRUE(f.GpayDay1->hasFocus());
+}
+
+TEST_F(Workspace, SaveWritesEveryFieldOfAllSixtyRows) {
+    TFtankaregist& f = open();
+    f.GOODSBOX->SetText(U("鋼管'; --"));
+    f.StaticText2->setText(U("頁;12"));
+    QTest::mouseClick(f.Button1, Qt::LeftButton);
+    const QStringList shown = CurrentLines;
+    LoadPipeType(1, 1, 1);
+    for (int r = 1; r <= 60; ++r)
+        EXPECT_EQ(RowLine(KanzaiRows[r]), shown[r - 1]) << r;
+    EXPECT_EQ(KanzaiRows[1].Goods(), U("鋼管'; --"));
+    EXPECT_EQ(KanzaiRows[5].Goods(), U("頁;12"));
+}
+
+TEST_F(Workspace, DisplayFileHidesTheTreeAndSetsItsWidth) {
+    QDir().mkpath(DataRootPath() + QStringLiteral("/conf"));
+    ASSERT_TRUE(WriteTextFile(DisplayFilePath(DataRootPath()),
+                              {U("[Version]=2.00"), U("[CheckBox1]=TRUE"), U("[TREE_USE]=FALSE"),
+                               U("[STATUS_USE]=TRUE"), U("[TREEVIEW_WIDTH]=150")}));
+    TFtankaregist& f = open();
+    EXPECT_FALSE(f.tree_list->isChecked());
+    EXPECT_FALSE(f.TreeView1->isVisible());
+    EXPECT_EQ(f.TreeView1->maximumWidth(), 150);
+    EXPECT_FALSE(f.CheckBox1->IsOn()); // stored, never read back
+    f.tree_list->trigger();
+    EXPECT_TRUE(f.TreeView1->isVisible());
+}
+
+TEST_F(Workspace, TreeNamesAndDetailCaptionsFromTheStore) {
+    ASSERT_EQ(ExecStatement(db, QStringLiteral("UPDATE ex_kanzai SET GOODS='   ' where CTG='1' "
+                                               "and GRP='3' and KAN='1' and NO='1';")),
+              1);
+    ASSERT_EQ(ExecStatement(db, QStringLiteral("UPDATE ex_kanzai SET KIND='' where CTG='1' and "
+                                               "GRP='1' and KAN='1' and NO='16';")),
+              1);
+    TFtankaregist& f = open();
+    EXPECT_EQ(f.TreeNode(43)->text(0), QString()); // blanks only: an empty name
+    EXPECT_EQ(f.TabControl1->tabText(1), U("機械室・便所"));
+    EXPECT_EQ(KanzaiRows[16].Kind(), U("機械室・便所"));
+    EXPECT_FALSE(PipeTypeChanged());
+    RefreshLines();
+    EXPECT_TRUE(PipeTypeChanged()); // the default caption is now in the row
+}
+
+TEST_F(Workspace, RefrigerantApplyWritesTheSingleTabCaption) {
+    TFtankaregist& f = open();
+    clickNode(9 * 21 + 1);
+    f.ApplyControls();
+    EXPECT_EQ(KanzaiRows[1].Kind(), U("一般"));
+}
+
+TEST_F(Workspace, SaveAfterAGroupNodeClickWritesTheShownPipeType) {
+    TFtankaregist& f = open();
+    clickNode(21);
+    f.GpayDay1->SetValue(27000);
+    QTest::mouseClick(f.Button1, Qt::LeftButton);
+    EXPECT_EQ(stored(1, 1, 60, "DATA5"), U("27000"));
 }
 
 } // namespace
