@@ -9,6 +9,17 @@ ESQLiteException::ESQLiteException(const QString& message)
 
 namespace {
 
+// The index of a column by name, without regard to case, for tables and
+// cursors alike.
+int columnIndex(const QStringList& cols, const QString& name) {
+    if (cols.isEmpty())
+        throw ESQLiteException(QStringLiteral("Field ") + name +
+                               QStringLiteral(" Not found. Empty dataset"));
+    const int i = int(cols.indexOf(name.toUpper()));
+    if (i < 0) throw ESQLiteException(QStringLiteral("Field not found in dataset: ") + name);
+    return i;
+}
+
 const void* utf16(const QString& s) {
     return s.utf16();
 }
@@ -479,12 +490,7 @@ QString TSQLiteTable::FieldByName(const QString& name) const {
 }
 
 int TSQLiteTable::FieldIndex(const QString& name) const {
-    if (fCols.isEmpty())
-        throw ESQLiteException(QStringLiteral("Field ") + name +
-                               QStringLiteral(" Not found. Empty dataset"));
-    const int i = int(fCols.indexOf(name.toUpper()));
-    if (i < 0) throw ESQLiteException(QStringLiteral("Field not found in dataset: ") + name);
-    return i;
+    return columnIndex(fCols, name);
 }
 
 QString TSQLiteTable::Columns(int I) const {
@@ -601,10 +607,5 @@ QString TSQLiteCursor::FieldAsBlobText(int I) const {
 }
 
 int TSQLiteCursor::FieldIndex(const QString& name) const {
-    if (fCols.isEmpty())
-        throw ESQLiteException(QStringLiteral("Field ") + name +
-                               QStringLiteral(" Not found. Empty dataset"));
-    const int i = int(fCols.indexOf(name.toUpper()));
-    if (i < 0) throw ESQLiteException(QStringLiteral("Field not found in dataset: ") + name);
-    return i;
+    return columnIndex(fCols, name);
 }
