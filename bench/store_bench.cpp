@@ -1,8 +1,8 @@
 // Loading and saving a pipe type on a demo database, against one transaction
 // holding the same 60 updates. Run with --benchmark_repetitions for medians.
 
-#include "shell/consoledialogs.h"
-#include "shell/datapaths.h"
+#include "platform/consoledialogs.h"
+#include "platform/datapaths.h"
 #include "store/modulewrappersqlite.h"
 #include "store/pipetypestore.h"
 #include "store/suitestandin.h"

@@ -1,6 +1,6 @@
 // The workspace on the demo data: program start to the first pipe type shown,
 // and a tree click to the new pipe type shown. Offscreen, real database.
-#include "shell/scripteddialogs.h"
+#include "platform/scripteddialogs.h"
 #include "shell/utankaregist.h"
 #include "store/suitestandin.h"
 

@@ -1,7 +1,7 @@
 // Qorvale Works 配管材: the program.
-#include "shell/application.h"
+#include "platform/application.h"
+#include "platform/qtdialogs.h"
 #include "shell/programbody.h"
-#include "shell/qtdialogs.h"
 
 #include <memory>
 

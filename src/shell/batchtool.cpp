@@ -1,8 +1,8 @@
 #include "shell/batchtool.h"
 
 #include "engine/calcrow.h"
-#include "shell/consoledialogs.h"
-#include "shell/datapaths.h"
+#include "platform/consoledialogs.h"
+#include "platform/datapaths.h"
 #include "store/modulewrappersqlite.h"
 #include "store/pipetypestore.h"
 

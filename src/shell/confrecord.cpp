@@ -1,6 +1,6 @@
 #include "shell/confrecord.h"
 
-#include "shell/datapaths.h"
+#include "platform/datapaths.h"
 #include "shell/settingsfiles.h"
 #include "store/modulewrappersqlite.h"
 

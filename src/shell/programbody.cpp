@@ -1,9 +1,9 @@
 #include "shell/programbody.h"
 
 #include "edit/upartsselect.h"
+#include "platform/application.h"
+#include "platform/dialogs.h"
 #include "sheet/usizeset.h"
-#include "shell/application.h"
-#include "shell/dialogs.h"
 #include "shell/utankaregist.h"
 #include "shell/uversioninfo.h"
 

@@ -2,8 +2,8 @@
 #include "shell/utankaregist.h"
 
 #include "controls/controlerrors.h"
-#include "shell/application.h"
-#include "shell/datapaths.h"
+#include "platform/application.h"
+#include "platform/datapaths.h"
 #include "store/ex_general.h"
 
 #include <QCoreApplication>

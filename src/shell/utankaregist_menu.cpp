@@ -2,7 +2,7 @@
 // groups.
 #include "shell/utankaregist.h"
 
-#include "shell/dialogs.h"
+#include "platform/dialogs.h"
 
 #include <QMenu>
 #include <QMenuBar>

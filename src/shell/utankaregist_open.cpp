@@ -3,10 +3,10 @@
 #include "shell/utankaregist.h"
 
 #include "controls/strcgrid.h"
+#include "platform/application.h"
+#include "platform/datapaths.h"
+#include "platform/dialogs.h"
 #include "sheet/sheettexts.h"
-#include "shell/application.h"
-#include "shell/datapaths.h"
-#include "shell/dialogs.h"
 #include "shell/formwidgets.h"
 #include "shell/settingsfiles.h"
 #include "shell/versionblock.h"

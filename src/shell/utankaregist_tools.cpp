@@ -1,7 +1,7 @@
 // The main form: the about dialog and the small tools of the File menu.
 #include "shell/utankaregist.h"
 
-#include "shell/dialogs.h"
+#include "platform/dialogs.h"
 #include "shell/uversioninfo.h"
 
 #include <QCoreApplication>

@@ -1,6 +1,6 @@
 #include "shell/uversioninfo.h"
 
-#include "shell/dialogs.h"
+#include "platform/dialogs.h"
 
 #include <QHBoxLayout>
 #include <QLabel>

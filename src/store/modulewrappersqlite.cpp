@@ -1,6 +1,6 @@
 #include "store/modulewrappersqlite.h"
 
-#include "shell/dialogs.h"
+#include "platform/dialogs.h"
 
 QStringList ResultLines;
 QStringList ResultColumns;

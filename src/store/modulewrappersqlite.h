@@ -8,8 +8,8 @@
 // becomes ESC ":", so a ";" in a stored text never shifts the fields behind
 // it. NthField and FieldOfLine undo the escape.
 
-#include "store/fieldtext.h"
 #include "store/sqliteclasses.h"
+#include "util/fieldtext.h"
 
 #include <QString>
 #include <QStringList>

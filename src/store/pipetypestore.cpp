@@ -1,7 +1,7 @@
 #include "store/pipetypestore.h"
 
-#include "shell/datapaths.h"
-#include "shell/dialogs.h"
+#include "platform/datapaths.h"
+#include "platform/dialogs.h"
 #include "store/codepage.h"
 #include "store/modulewrappersqlite.h"
 

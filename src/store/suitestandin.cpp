@@ -1,7 +1,7 @@
 #include "store/suitestandin.h"
 
 #include "engine/calcrow.h"
-#include "shell/datapaths.h"
+#include "platform/datapaths.h"
 #include "store/codepage.h"
 #include "store/ex_general.h"
 #include "store/sqliteclasses.h"

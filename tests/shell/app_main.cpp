@@ -1,6 +1,6 @@
 // Test entry for the application object: the program's own TApplication on
 // the offscreen platform.
-#include "shell/application.h"
+#include "platform/application.h"
 
 #include <gtest/gtest.h>
 

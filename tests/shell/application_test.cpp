@@ -1,19 +1,19 @@
 // The application object: exceptions that reach the event loop are shown and
 // the program goes on; the style; the program body from start to end.
-#include "shell/application.h"
+#include "platform/application.h"
 
 #include "edit/upartsselect.h"
 #include "engine/currency.h"
+#include "platform/scripteddialogs.h"
 #include "sheet/usizeset.h"
 #include "shell/programbody.h"
-#include "shell/scripteddialogs.h"
 #include "shell/utankaregist.h"
 #include "shell/uversioninfo.h"
 #include "store/suitestandin.h"
 
 #include <QEventLoop>
-#include <QPushButton>
 #include <QProxyStyle>
+#include <QPushButton>
 #include <QStyle>
 #include <QTemporaryDir>
 #include <QTest>

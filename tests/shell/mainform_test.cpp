@@ -2,16 +2,16 @@
 // view menu, naming of groups and the small tools.
 #include "shell/utankaregist.h"
 
-#include "modal.h"
-#include "shell/datapaths.h"
-#include "shell/scripteddialogs.h"
+#include "platform/datapaths.h"
+#include "platform/scripteddialogs.h"
 #include "shell/uversioninfo.h"
+#include "support/modal.h"
 
 #include <QFile>
 #include <QLabel>
-#include <QPushButton>
 #include <QMenu>
 #include <QMenuBar>
+#include <QPushButton>
 #include <QStatusBar>
 #include <QTemporaryDir>
 #include <QTest>

@@ -1,9 +1,9 @@
 // The settings files and the configuration record, on real files and a real
 // database in a temporary folder.
 
+#include "platform/datapaths.h"
+#include "platform/scripteddialogs.h"
 #include "shell/confrecord.h"
-#include "shell/datapaths.h"
-#include "shell/scripteddialogs.h"
 #include "shell/settingsfiles.h"
 #include "store/codepage.h"
 #include "store/modulewrappersqlite.h"

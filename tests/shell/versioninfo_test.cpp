@@ -2,9 +2,9 @@
 #include "shell/uversioninfo.h"
 
 #include "edit/upartsselect.h"
-#include "modal.h"
+#include "platform/scripteddialogs.h"
 #include "sheet/usizeset.h"
-#include "shell/scripteddialogs.h"
+#include "support/modal.h"
 
 #include <QLabel>
 #include <QPushButton>

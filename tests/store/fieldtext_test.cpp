@@ -1,5 +1,5 @@
 // Field texts: NthField and the escape of result lines.
-#include "store/fieldtext.h"
+#include "util/fieldtext.h"
 
 #include <gtest/gtest.h>
 

@@ -1,8 +1,8 @@
 // Loading and saving a pipe type on a real database made by the suite
 // stand-in in a temporary folder.
 
-#include "shell/datapaths.h"
-#include "shell/scripteddialogs.h"
+#include "platform/datapaths.h"
+#include "platform/scripteddialogs.h"
 #include "store/codepage.h"
 #include "store/modulewrappersqlite.h"
 #include "store/pipetypestore.h"

@@ -1,6 +1,6 @@
 // The database layer on real SQLite files in a temporary folder.
 
-#include "shell/scripteddialogs.h"
+#include "platform/scripteddialogs.h"
 #include "store/modulewrappersqlite.h"
 
 #include <QTemporaryDir>

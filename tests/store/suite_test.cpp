@@ -2,8 +2,8 @@
 // common data folder in a temporary directory.
 
 #include "engine/calcrow.h"
+#include "platform/datapaths.h"
 #include "shell/batchtool.h"
-#include "shell/datapaths.h"
 #include "store/modulewrappersqlite.h"
 #include "store/pipetypestore.h"
 #include "store/suitestandin.h"

@@ -4,8 +4,8 @@
 // the real window offscreen.
 
 #include "controls/strcgrid.h"
-#include "shell/datapaths.h"
-#include "shell/scripteddialogs.h"
+#include "platform/datapaths.h"
+#include "platform/scripteddialogs.h"
 #include "shell/utankaregist.h"
 #include "store/modulewrappersqlite.h"
 #include "store/suitestandin.h"

@@ -1,7 +1,7 @@
 #pragma once
 // The dialog implementation of the running program, on Qt widgets.
 
-#include "shell/dialogs.h"
+#include "platform/dialogs.h"
 
 // Every call that arrives on a thread other than the GUI thread is carried
 // over to the GUI thread and waits there for its result, so boxes, the

@@ -1,4 +1,4 @@
-#include "store/fieldtext.h"
+#include "util/fieldtext.h"
 
 namespace {
 constexpr QChar Esc(0x1B);

@@ -1,4 +1,4 @@
-#include "shell/dialogs.h"
+#include "platform/dialogs.h"
 
 #include <stdexcept>
 

@@ -3,7 +3,7 @@
 // boxes and messages go to standard error, questions take a fixed answer,
 // input and file choice are cancelled, and the clipboard is kept in memory.
 
-#include "shell/dialogs.h"
+#include "platform/dialogs.h"
 
 #include <cstdio>
 

@@ -1,4 +1,4 @@
-#include "shell/scripteddialogs.h"
+#include "platform/scripteddialogs.h"
 
 #include <QDebug>
 

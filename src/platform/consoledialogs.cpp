@@ -1,4 +1,4 @@
-#include "shell/consoledialogs.h"
+#include "platform/consoledialogs.h"
 
 #include <QProcess>
 

@@ -3,9 +3,9 @@
 
 #include "controls/strcgrid.h"
 #include "engine/calcrow.h"
+#include "platform/dialogs.h"
 #include "sheet/sheettexts.h"
 #include "sheet/usizeset.h"
-#include "shell/dialogs.h"
 #include "shell/formwidgets.h"
 
 #include <QTabBar>

@@ -5,7 +5,7 @@
 // on stderr, and an entry in Unanswered(), so a test can assert that none
 // happened.
 
-#include "shell/dialogs.h"
+#include "platform/dialogs.h"
 
 #include <deque>
 #include <functional>

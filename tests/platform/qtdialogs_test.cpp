@@ -1,7 +1,7 @@
 // The Qt dialogs, driven from a timer while their modal loop runs.
-#include "shell/qtdialogs.h"
+#include "platform/qtdialogs.h"
 
-#include "modal.h"
+#include "support/modal.h"
 
 #include <QClipboard>
 #include <QEventLoop>

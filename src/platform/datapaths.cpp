@@ -1,6 +1,6 @@
-#include "shell/datapaths.h"
+#include "platform/datapaths.h"
 
-#include "store/fieldtext.h"
+#include "util/fieldtext.h"
 
 #include <QDir>
 #include <QStandardPaths>

@@ -1,5 +1,5 @@
 // The scripted dialogs that tests answer through, and the two box helpers.
-#include "shell/scripteddialogs.h"
+#include "platform/scripteddialogs.h"
 
 #include <gtest/gtest.h>
 

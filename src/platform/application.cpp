@@ -1,6 +1,6 @@
-#include "shell/application.h"
+#include "platform/application.h"
 
-#include "shell/dialogs.h"
+#include "platform/dialogs.h"
 
 #include <QProxyStyle>
 #include <QStyle>

@@ -1,5 +1,5 @@
 // Data paths from the launch string and the common data folder.
-#include "shell/datapaths.h"
+#include "platform/datapaths.h"
 
 #include <QTemporaryDir>
 

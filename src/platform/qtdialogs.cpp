@@ -1,4 +1,4 @@
-#include "shell/qtdialogs.h"
+#include "platform/qtdialogs.h"
 
 #include <QApplication>
 #include <QClipboard>

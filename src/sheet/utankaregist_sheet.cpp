@@ -6,8 +6,8 @@
 #include "controls/gradpan.h"
 #include "controls/numberedit.h"
 #include "controls/strcgrid.h"
+#include "platform/dialogs.h"
 #include "sheet/sheettexts.h"
-#include "shell/dialogs.h"
 #include "shell/formwidgets.h"
 
 #include <QApplication>
