@@ -12,7 +12,7 @@
 #include <QPushButton>
 #include <QTabBar>
 
-#include "shell/modal.h"
+#include "support/modal.h"
 #include "support/workspace_fixture.h"
 
 namespace {
