@@ -2,9 +2,14 @@
 
 #include "platform/dialogs.h"
 
+#include <QLibraryInfo>
+#include <QLocale>
 #include <QProxyStyle>
+#include <QScreen>
 #include <QStyle>
 #include <QStyleFactory>
+#include <QTranslator>
+#include <QWidget>
 
 namespace {
 
@@ -22,7 +27,30 @@ public:
 } // namespace
 
 TApplication::TApplication(int& argc, char** argv)
-    : QApplication(argc, argv), title(ApplicationTitle()) {}
+    : QApplication(argc, argv), title(ApplicationTitle()) {
+    InstallJapaneseTranslation(*this);
+}
+
+void CentreOnScreen(QWidget* window) {
+    QScreen* screen = window->screen() ? window->screen() : QGuiApplication::primaryScreen();
+    if (!screen) return;
+    QRect frame = window->frameGeometry();
+    frame.moveCenter(screen->availableGeometry().center());
+    window->move(frame.topLeft());
+}
+
+bool InstallJapaneseTranslation(QCoreApplication& app) {
+    // Qt's own texts (file dialogs, context menus, standard buttons) in
+    // Japanese, like every text of the program.
+    auto* translator = new QTranslator(&app);
+    if (translator->load(QLocale(QLocale::Japanese, QLocale::Japan), QStringLiteral("qtbase"),
+                         QStringLiteral("_"), QLibraryInfo::path(QLibraryInfo::TranslationsPath))) {
+        app.installTranslator(translator);
+        return true;
+    }
+    delete translator;
+    return false;
+}
 
 bool TApplication::TrySetStyle(const QString& name, bool showError) {
     if (QStyle* style = QStyleFactory::create(name)) {

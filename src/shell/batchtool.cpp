@@ -138,15 +138,12 @@ int RunQorvaleTool(const QStringList& args, QTextStream& out, QTextStream& err) 
             LoadPipeType(1, a.group, kan);
             for (int r = 1; r < OptionRow; ++r)
                 CalcRow(r);
-            const int before = console->Printed();
-            SavePipeType(nullptr, 1, a.group, 0, kan);
-            const int failed = console->Printed() - before;
+            const bool saved = SavePipeType(nullptr, 1, a.group, 0, kan);
             out << "group " << a.group << " pipe type " << kan << " ("
                 << KanzaiRows[1].Goods().trimmed() << "): "
-                << (failed ? QStringLiteral("%1 of 60 rows failed").arg(failed)
-                           : QStringLiteral("recalculated and saved"))
+                << (saved ? QStringLiteral("recalculated and saved") : QStringLiteral("not saved"))
                 << "\n";
-            if (failed) {
+            if (!saved) {
                 err << "qorvale-tool: stopped after a failed save\n";
                 return 1;
             }

@@ -4,6 +4,7 @@
 #include "controls/controlerrors.h"
 #include "platform/application.h"
 #include "platform/datapaths.h"
+#include "shell/settingsfiles.h"
 #include "store/ex_general.h"
 
 #include <QCoreApplication>
@@ -48,6 +49,7 @@ TFtankaregist::~TFtankaregist() {
 
 void TFtankaregist::FormCreate(const QString& launchString) {
     DataRoot = DataRootPath();
+    NetworkFolder = ReadNetworkDir(DataRoot);
     DatabaseFolder = DatabaseFolderFrom(launchString); // the default string when empty
     SavedLines.clear();
     CurrentLines.clear();

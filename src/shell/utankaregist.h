@@ -6,19 +6,22 @@
 #include <QString>
 
 #include <array>
+#include <functional>
 
 class QAction;
 class QLabel;
 class QMenu;
 class QMenuBar;
 class QPushButton;
+class QScrollArea;
+class QSplitter;
 class QStatusBar;
 class QTabBar;
 class QTreeWidget;
 class QTreeWidgetItem;
 class QLineEdit;
 class TBoxLabel;
-class TCheckGroupBox;
+class TCheckBox;
 class TEditCombo;
 class TFixedList;
 class TGradPan;
@@ -48,6 +51,9 @@ public:
     int CurrentGrp = 1;
     int CurrentKan = 1;
     bool NoDataFolder = false;
+    // "[Network_Dir]" of the network file, read as the form is created; the
+    // folder it names takes no part in finding the database.
+    QString NetworkFolder;
 
     // ---- Main menu ------------------------------------------------------
     QMenuBar* MainMenu1 = nullptr;
@@ -156,6 +162,8 @@ public:
     QLabel* Label9 = nullptr;  // "Qorvale"
     QLabel* ReleaseLabel = nullptr;
     QTreeWidget* TreeView1 = nullptr;
+    QSplitter* TreeSplitter = nullptr; // between the tree and the sheet
+    QScrollArea* SheetScroll = nullptr;
 
     // The group "管種名".
     TEditCombo* GOODSBOX = nullptr;
@@ -178,15 +186,15 @@ public:
     TStrColGrid* StrColGrid2 = nullptr;
 
     // The options of the pipe type.
-    TRadioGroup* SBorRadio1 = nullptr;        // モード
-    TRadioGroup* Scalc_opt1 = nullptr;        // その他の計算方法
-    TRadioGroup* SBorRadio4 = nullptr;        // 各要素単位の計算処理
-    TRadioGroup* SBorRadio8 = nullptr;        // 小数以下処理
-    TRadioGroup* SBorRadio14 = nullptr;       // 採用有効桁設定[提出]
-    TRadioGroup* SBorRadio11 = nullptr;       // 有効桁以下
-    TFixedList* ComboBox1 = nullptr;          // 単価計算処理: digits
-    TFixedList* ComboBox3 = nullptr;          // 単価計算処理: fraction
-    TCheckGroupBox* CheckGroupBox1 = nullptr; // 単価に掛率を使用
+    TRadioGroup* SBorRadio1 = nullptr;   // モード
+    TRadioGroup* Scalc_opt1 = nullptr;   // その他の計算方法
+    TRadioGroup* SBorRadio4 = nullptr;   // 各要素単位の計算処理
+    TRadioGroup* SBorRadio8 = nullptr;   // 小数以下処理
+    TRadioGroup* SBorRadio14 = nullptr;  // 採用有効桁設定[提出]
+    TRadioGroup* SBorRadio11 = nullptr;  // 有効桁以下
+    TFixedList* ComboBox1 = nullptr;     // 単価計算処理: digits
+    TFixedList* ComboBox3 = nullptr;     // 単価計算処理: fraction
+    TCheckBox* CheckGroupBox1 = nullptr; // 単価に掛率を使用
     TNumberEdit* avr_1 = nullptr;
     TNumberEdit* avr_N = nullptr;
     TNumberEdit* GpayDay1 = nullptr;
@@ -245,12 +253,25 @@ public:
 
     // The steps of opening and closing.
     void FormShow();
+    // False when the close is to be refused (see closeEvent).
     bool FormCloseQuery();
+    // After a save at closing that failed: true when the user closes all the
+    // same, false to stay.
+    bool CloseWithoutSaving();
     void FormClose();
     void ReadDisplayFile();
+    void SetTreeViewWidth(int width);
     void WriteDisplayFile();
-    // Asks to save a changed pipe type; saves on yes.
-    void AskToSave();
+    // Asks to save a changed pipe type; saves on yes. False when the save
+    // did not reach the database (the rows stay unsaved).
+    bool AskToSave();
+    // The tree node of the pipe type on the sheet, and a selection change
+    // that fires no click.
+    QTreeWidgetItem* CurrentPipeTypeNode() const;
+    void SelectNodeQuietly(QTreeWidgetItem* node);
+    // After the tree has handled a key or a mouse button: a selection moved
+    // without a click loads like a click; Shift at the button's release names.
+    void AfterTreeInput(bool shiftNaming);
 
     // ---- Handlers ---------------------------------------------------------
     void FormCreate(const QString& launchString);
@@ -279,10 +300,15 @@ private:
     void connectSheet();
     // The filter both grids share; true when the key commits.
     bool GridKeyCommits(TStrColGrid* grid, int key);
-    void CommitGrid1(int key);
+    void CommitGrid1(int key, bool shiftDown);
     void CommitGrid2(int key);
+    void treeClickSteps();
     bool shown_ = false;
     bool settingTabs_ = false;
+    bool treeClickRunning_ = false;
+    // The node the last tree click went to.
+    QTreeWidgetItem* lastTreeNode_ = nullptr;
+    std::function<void()> pendingTreeInput_;
     void buildMenu();
     void buildStatusBar();
     QAction* addItem(QMenu* menu, const char* name, const QString& caption);

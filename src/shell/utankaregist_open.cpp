@@ -17,6 +17,7 @@
 #include <QDir>
 #include <QLabel>
 #include <QPalette>
+#include <QSplitter>
 #include <QStatusBar>
 #include <QTimer>
 #include <QToolTip>
@@ -46,9 +47,9 @@ void TFtankaregist::FormShow() {
     NoDataFolder = false;
     if (!QDir(DataRoot).exists()) {
         ShowTaskDialog(
-            this, ApplicationTitle(), QStringLiteral("確認"), TaskDialog::IconInformation,
-            TaskDialog::ButtonYes,
-            QStringLiteral("インストール直後は、Velmora本体を先に一度起動してください。"));
+            this, ApplicationTitle(),
+            QStringLiteral("インストール直後は、Velmora本体を先に一度起動してください。"),
+            TaskDialog::IconInformation, TaskDialog::ButtonYes, QString());
         NoDataFolder = true;
         close();
         return;
@@ -84,6 +85,7 @@ void TFtankaregist::FormShow() {
         FillGroupNodes(g);
     CurrentCtg = CurrentGrp = CurrentKan = 1;
     TreeView1->setCurrentItem(TreeNode(1));
+    lastTreeNode_ = TreeNode(1);
     TakeSelection();
     LoadPipeType(CurrentCtg, CurrentGrp, CurrentKan);
     TakeSnapshot();
@@ -95,21 +97,35 @@ void TFtankaregist::FormShow() {
 }
 
 void TFtankaregist::closeEvent(QCloseEvent* event) {
-    // A close is never refused; a failure in the close query is shown and
-    // stops only the query.
+    // The one way a close is refused: the user's rows could not be saved and
+    // the user chooses to stay with them.
+    bool canClose = true;
     try {
-        FormCloseQuery();
+        canClose = FormCloseQuery();
     } catch (...) {
         HandleCurrentException();
+        canClose = NoDataFolder || CloseWithoutSaving();
+    }
+    if (!canClose) {
+        event->ignore();
+        return;
     }
     FormClose();
     event->accept();
 }
 
+bool TFtankaregist::CloseWithoutSaving() {
+    return ShowTaskDialog(this, ApplicationTitle(),
+                          QStringLiteral("データを保存できませんでした。"), TaskDialog::IconWarning,
+                          TaskDialog::ButtonYes | TaskDialog::ButtonNo,
+                          QStringLiteral("保存せずに終了しますか?\r\n"
+                                         "「いいえ」で画面に戻ります。")) == TaskDialog::IdYes;
+}
+
 bool TFtankaregist::FormCloseQuery() {
     if (NoDataFolder) return true;
     ApplyControls();
-    AskToSave();
+    if (!AskToSave() && !CloseWithoutSaving()) return false;
     WriteDisplayFile();
     return true;
 }
@@ -127,10 +143,18 @@ void TFtankaregist::ReadDisplayFile() {
     if (ReadDisplaySettings(DataRoot, s)) {
         tree_list->setChecked(s.TreeUse);
         status_bar->setChecked(s.StatusUse);
-        if (s.HasTreeViewWidth) TreeView1->setFixedWidth(std::max(0, s.TreeViewWidth));
+        if (s.HasTreeViewWidth) SetTreeViewWidth(s.TreeViewWidth);
     }
     if (!tree_list->isChecked()) TreeView1->hide();
     if (!status_bar->isChecked()) StatusBar1->hide();
+}
+
+void TFtankaregist::SetTreeViewWidth(int width) {
+    // The left panel is as wide as the tree in it.
+    QList<int> sizes = TreeSplitter->sizes();
+    const int total = sizes.value(0) + sizes.value(1);
+    const int w = std::max(0, width);
+    TreeSplitter->setSizes({w, std::max(0, total - w)});
 }
 
 void TFtankaregist::WriteDisplayFile() {

@@ -28,6 +28,35 @@ int runGuarded(const QString& path, const QStringList& sqls) {
 
 } // namespace
 
+void ShowWriteFailure(QWidget* form, const QString& reason, const QString& what) {
+    ShowTaskDialog(form, ApplicationTitle(), QStringLiteral("ERROR"), TaskDialog::IconError,
+                   TaskDialog::ButtonOk, reason + QStringLiteral("\r\n") + what);
+}
+
+int TryExecStatements(const QString& path, const QStringList& sqls, QString& reason) {
+    try {
+        TSQLiteDatabase db(path);
+        try {
+            db.BeginTransaction();
+            for (const QString& sql : sqls)
+                db.ExecSQL(sql);
+            db.Commit();
+        } catch (const ESQLiteException& e) {
+            reason = e.Reason();
+            db.Rollback();
+            return 0;
+        }
+    } catch (const ESQLiteException& e) {
+        // The open, or the rollback after a failure.
+        if (reason.isEmpty()) reason = e.Reason();
+        return 0;
+    } catch (const std::exception& e) {
+        if (reason.isEmpty()) reason = QString::fromUtf8(e.what());
+        return 0;
+    }
+    return 1;
+}
+
 void QueryToLines(const QString& path, const QString& sql) {
     ResultLines.clear();
     ResultColumns.clear();

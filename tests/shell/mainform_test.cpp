@@ -16,6 +16,8 @@
 #include <QTemporaryDir>
 #include <QTest>
 
+#include <QTreeWidget>
+
 #include <gtest/gtest.h>
 
 namespace TD = ::TaskDialog;
@@ -235,14 +237,18 @@ TEST_F(MainFormTest, StatusBarAndViewMenu) {
     EXPECT_TRUE(form.status_bar->isChecked());
     EXPECT_TRUE(form.StatusBar1->isVisible());
 
-    auto* tree = new QWidget(form.centralArea());
-    tree->setObjectName("TreeView1");
-    tree->show();
+    // A widget of the same name elsewhere is not the tree.
+    auto* other = new QWidget(form.centralArea());
+    other->setObjectName("TreeView1");
+    other->show();
+    ASSERT_NE(static_cast<QWidget*>(form.TreeView1), other);
+    ASSERT_TRUE(form.TreeView1->isVisible());
     form.tree_list->trigger();
     EXPECT_FALSE(form.tree_list->isChecked());
-    EXPECT_FALSE(tree->isVisible());
+    EXPECT_FALSE(form.TreeView1->isVisible());
+    EXPECT_TRUE(other->isVisible());
     form.tree_list->trigger();
-    EXPECT_TRUE(tree->isVisible());
+    EXPECT_TRUE(form.TreeView1->isVisible());
 }
 
 TEST_F(MainFormTest, ExitClosesTheForm) {
