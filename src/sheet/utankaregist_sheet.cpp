@@ -251,7 +251,6 @@ void TFtankaregist::buildSheet() {
     right->addWidget(sheet, 1);
 
     right->addWidget(buildOptions());
-    rightBox->setMinimumSize(rightBox->sizeHint());
     SheetScroll->setWidget(rightBox);
     TreeSplitter->addWidget(SheetScroll);
     TreeSplitter->setStretchFactor(0, 0);

@@ -253,6 +253,8 @@ public:
 
     // The steps of opening and closing.
     void FormShow();
+    // Where the window goes when no geometry was saved.
+    QRect DefaultGeometry() const;
     // False when the close is to be refused (see closeEvent).
     bool FormCloseQuery();
     // After a save at closing that failed: true when the user closes all the

@@ -17,6 +17,7 @@
 #include <QDir>
 #include <QLabel>
 #include <QPalette>
+#include <QScreen>
 #include <QSplitter>
 #include <QStatusBar>
 #include <QTimer>
@@ -59,7 +60,7 @@ void TFtankaregist::FormShow() {
     if (rect.Height > 0)
         setGeometry(rect.Left, rect.Top, rect.Width, rect.Height);
     else
-        setGeometry(DefaultLeft, DefaultTop, DefaultWidth, DefaultHeight);
+        setGeometry(DefaultGeometry());
     ReleaseLabel->setText(ReleaseText);
     ReadDisplayFile();
 
@@ -94,6 +95,23 @@ void TFtankaregist::FormShow() {
     Grid1Row = Grid2Row = 1;
     for (TStrColGrid* grid : {StrColGrid1, StrColGrid2})
         grid->SetCellColors(0, 1, TColor(SheetMark));
+}
+
+QRect TFtankaregist::DefaultGeometry() const {
+    // The form's own size, unless the screen is smaller: then the window
+    // fills the screen and the sheet scrolls. A saved geometry is never
+    // changed.
+    QRect g(DefaultLeft, DefaultTop, DefaultWidth, DefaultHeight);
+    if (const QScreen* s = screen() ? screen() : QGuiApplication::primaryScreen()) {
+        // The window frame, once the desktop has put one around the window.
+        const QSize frame = frameGeometry().size() - geometry().size();
+        const QRect avail = s->availableGeometry().adjusted(0, 0, -frame.width(), -frame.height());
+        if (g.width() > avail.width() || g.height() > avail.height()) {
+            g.moveTopLeft(avail.topLeft());
+            g.setSize(g.size().boundedTo(avail.size()));
+        }
+    }
+    return g;
 }
 
 void TFtankaregist::closeEvent(QCloseEvent* event) {
