@@ -10,6 +10,7 @@ QORVALE_PACKAGES=(
   libxlsxwriter-dev
   libgtest-dev libgmock-dev libbenchmark-dev
   fonts-noto-cjk qt6-translations-l10n
+  desktop-file-utils
   xvfb xauth
 )
 

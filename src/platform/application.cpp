@@ -2,6 +2,7 @@
 
 #include "platform/dialogs.h"
 
+#include <QIcon>
 #include <QLibraryInfo>
 #include <QLocale>
 #include <QProxyStyle>
@@ -26,9 +27,21 @@ public:
 
 } // namespace
 
+static QIcon programIcon() {
+    // The icons are compiled into the library; the program must ask for them.
+    Q_INIT_RESOURCE(qorvale);
+    QIcon icon;
+    for (int size : {16, 32, 48, 64, 128, 256})
+        icon.addFile(QStringLiteral(":/icons/qorvale-%1.png").arg(size), QSize(size, size));
+    return icon;
+}
+
 TApplication::TApplication(int& argc, char** argv)
     : QApplication(argc, argv), title(ApplicationTitle()) {
     InstallJapaneseTranslation(*this);
+    // The desktop matches the windows to the launcher by this name.
+    setDesktopFileName(QStringLiteral("com.ostrel.Qorvale"));
+    setWindowIcon(programIcon());
 }
 
 void CentreOnScreen(QWidget* window) {

@@ -639,7 +639,13 @@ void TFtankaregist::SetupSheet() {
 void TFtankaregist::FormResize() {
     if (!Panel5 || !StrColGrid1) return;
     const int w = Panel5->width();
-    const int c = std::max(0, (w - 120) / 13);
+    // The form's rule, (w - 120) / 13, unless the panel's margins and the
+    // grid lines here leave less room: the last column must not be cut off.
+    const QMargins m = Panel5->layout()->contentsMargins();
+    const auto* grid = static_cast<QGridLayout*>(Panel5->layout());
+    const int lines = (StrColGrid1->ColCount() + 1) * StrColGrid1->GridLineWidth() + 2;
+    const int room = w - m.left() - m.right() - grid->horizontalSpacing() - 55 - Col0Width - lines;
+    const int c = std::max(0, std::min((w - 120) / 13, room / 13));
     for (TStrColGrid* g : {StrColGrid1, StrColGrid2}) {
         g->SetColWidths(0, Col0Width);
         for (int col = 1; col < g->ColCount(); ++col)
