@@ -1,6 +1,8 @@
 #include "edit/fdkfile.h"
 
+#include <QDir>
 #include <QFile>
+#include <QFileInfo>
 #include <QSaveFile>
 #include <QtEndian>
 
@@ -45,8 +47,22 @@ QString fileLine(const QString& path) {
     return QStringLiteral("\nファイル: ") + path;
 }
 
-QString reasonLine(const QFileDevice& file) {
-    return QStringLiteral("\n理由: ") + file.errorString();
+// The cause in words a user knows, with the system's own text behind it.
+QString reasonLine(const QString& path, const QFileDevice& file, bool writing) {
+    const QFileInfo info(path);
+    QString reason;
+    if (info.isDir())
+        reason = QStringLiteral("同じ名前のフォルダーがあります。");
+    else if (!info.dir().exists())
+        reason = QStringLiteral("フォルダーがありません。");
+    else if (!writing && !info.exists())
+        reason = QStringLiteral("ファイルがありません。");
+    else if (writing)
+        reason = QStringLiteral("書き込みが許可されていないか、ディスクに空きがありません。");
+    else
+        reason = QStringLiteral("読み取りが許可されていないか、ファイルを読めません。");
+    return QStringLiteral("\n理由: ") + reason + QStringLiteral(" (") + file.errorString() +
+           QLatin1Char(')');
 }
 
 } // namespace
@@ -91,25 +107,25 @@ void WriteFdkFile(const QString& path, const RowTable& rows) {
     QSaveFile file(path);
     if (!file.open(QIODevice::WriteOnly))
         throw EInOutError(QStringLiteral("入出力エラー: 標準歩掛のファイルを作成できません。") +
-                          fileLine(path) + reasonLine(file));
+                          fileLine(path) + reasonLine(path, file, true));
     FdkRecord& buffer = FdkRecordBuffer();
     for (int r = 1; r <= FdkRecordCount; ++r) {
         PutRowFields(rows[r], buffer);
         if (file.write(reinterpret_cast<const char*>(buffer.data()), FdkRecordSize) !=
             FdkRecordSize)
             throw EInOutError(QStringLiteral("入出力エラー: 標準歩掛のファイルに書き込めません。") +
-                              fileLine(path) + reasonLine(file));
+                              fileLine(path) + reasonLine(path, file, true));
     }
     if (!file.commit())
         throw EInOutError(QStringLiteral("入出力エラー: 標準歩掛のファイルに書き込めません。") +
-                          fileLine(path) + reasonLine(file));
+                          fileLine(path) + reasonLine(path, file, true));
 }
 
 void ReadFdkFile(const QString& path, RowTable& rows) {
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly))
         throw EInOutError(QStringLiteral("入出力エラー: 標準歩掛のファイルを開けません。") +
-                          fileLine(path) + reasonLine(file));
+                          fileLine(path) + reasonLine(path, file, false));
     FdkRecord& buffer = FdkRecordBuffer();
     for (int r = 1; r <= FdkReadRows; ++r) {
         const qint64 got = file.read(reinterpret_cast<char*>(buffer.data()), FdkRecordSize);
@@ -119,7 +135,7 @@ void ReadFdkFile(const QString& path, RowTable& rows) {
         }
         if (got < 0)
             throw EInOutError(QStringLiteral("入出力エラー: 標準歩掛のファイルを読み込めません。") +
-                              fileLine(path) + reasonLine(file));
+                              fileLine(path) + reasonLine(path, file, false));
         // The file ends inside the entry. What was read stays read.
         QString text = QStringLiteral("入出力エラー: 標準歩掛のファイルが途中で終わっています。") +
                        fileLine(path) +

@@ -10,6 +10,8 @@
 
 #include <gtest/gtest.h>
 
+#include <functional>
+
 #include "fdkgolden.h"
 
 namespace {
@@ -315,8 +317,21 @@ TEST_F(FdkFile, EmptyFileReadsNoRow) {
 
 TEST_F(FdkFile, MissingFileAndMissingFolderAreInputOutputErrors) {
     RowTable rows;
-    EXPECT_THROW(ReadFdkFile(path("none.fdk"), rows), EInOutError);
-    EXPECT_THROW(WriteFdkFile(path("no/folder/a.fdk"), rows), EInOutError);
+    auto message = [](const std::function<void()>& run) {
+        try {
+            run();
+        } catch (const EInOutError& e) {
+            return QString::fromUtf8(e.what());
+        }
+        return QString();
+    };
+    const QString missing = message([&] { ReadFdkFile(path("none.fdk"), rows); });
+    EXPECT_TRUE(missing.startsWith(QStringLiteral("入出力エラー"))) << missing.toStdString();
+    EXPECT_TRUE(missing.contains(path("none.fdk")));
+    EXPECT_TRUE(missing.contains(QStringLiteral("ファイルがありません"))) << missing.toStdString();
+    const QString noFolder = message([&] { WriteFdkFile(path("no/folder/a.fdk"), rows); });
+    EXPECT_TRUE(noFolder.contains(QStringLiteral("フォルダーがありません")))
+        << noFolder.toStdString();
     EXPECT_FALSE(QFile::exists(path("no/folder/a.fdk")));
 }
 
