@@ -290,6 +290,12 @@ public:
     // Makes the menu item follow the action and run it.
     static void BindAction(QAction* item, QAction* action);
 
+    // ---- The standard labour library (src/edit/utankaregist_library.cpp) ----
+    // Enables and joins ActionSaveParts and ActionLoadparts; run at construction.
+    void SetupLibraryCommands();
+    void ActionSavePartsExecute();
+    void ActionLoadpartsExecute();
+
 protected:
     void showEvent(QShowEvent* event) override;
     void closeEvent(QCloseEvent* event) override;
