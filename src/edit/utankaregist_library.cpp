@@ -63,13 +63,7 @@ void TFtankaregist::ActionLoadpartsExecute() {
         // A file that ends early stops here: the rows read so far keep what
         // they took, and the message says which they are.
         ReadFdkFile(path, KanzaiRows);
-        for (int r = 1; r < OptionRow; ++r)
-            CalcRow(r);
-        const int base = TabBase();
-        for (int g = 1; g <= SheetLines; ++g)
-            ShowGridRow(base + g);
-        for (int r = 1; r <= SheetLines; ++r)
-            ShowPriceCells(r);
+        RecalcAndShowTab();
         // No snapshot: the undo keeps the state before the last edit.
         RefreshLines();
     } catch (...) {

@@ -218,6 +218,9 @@ public:
     void ClearSheet();
     void ShowPipeType();
     void ApplyControls();
+    // Rows 1 to 59 calculated; the lines of the current tab and the prices
+    // shown.
+    void RecalcAndShowTab();
     void TakeSelection();
     void FillGroupNodes(int g);
     void LoadGroupNames();

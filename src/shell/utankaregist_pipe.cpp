@@ -317,6 +317,13 @@ void TFtankaregist::ApplyControls() {
     o.ModeFlag() = SBorRadio1->ItemIndex();
     o.OtherMethod() = Scalc_opt1->ItemIndex();
 
+    RecalcAndShowTab();
+    RefreshLines();
+    SetGrid1Headings(SBorRadio1->ItemIndex() == 1, false);
+    StrColGrid1->SetCells(1, 0, QStringLiteral("採用単価"));
+}
+
+void TFtankaregist::RecalcAndShowTab() {
     for (int r = 1; r < OptionRow; ++r)
         CalcRow(r);
     const int base = TabBase();
@@ -324,9 +331,6 @@ void TFtankaregist::ApplyControls() {
         ShowGridRow(base + g);
     for (int r = 1; r <= SheetLines; ++r)
         ShowPriceCells(r);
-    RefreshLines();
-    SetGrid1Headings(SBorRadio1->ItemIndex() == 1, false);
-    StrColGrid1->SetCells(1, 0, QStringLiteral("採用単価"));
 }
 
 // ---- Events -----------------------------------------------------------------------
