@@ -41,6 +41,20 @@ add_custom_target(qorvale_changelog ALL DEPENDS "${changelog_gz}")
 install(FILES "${PROJECT_SOURCE_DIR}/data/copyright" "${changelog_gz}"
         DESTINATION "${CMAKE_INSTALL_DATADIR}/doc/qorvale")
 
+# Manual pages of the commands, compressed as Debian has them.
+foreach(cmd IN LISTS QORVALE_COMMANDS)
+  set(page "${PROJECT_SOURCE_DIR}/data/man/${cmd}.1")
+  if(TARGET ${cmd} AND EXISTS "${page}")
+    set(page_gz "${PROJECT_BINARY_DIR}/man/${cmd}.1.gz")
+    add_custom_command(OUTPUT "${page_gz}"
+      COMMAND ${CMAKE_COMMAND} -E make_directory "${PROJECT_BINARY_DIR}/man"
+      COMMAND gzip -9 -n -c "${page}" > "${page_gz}"
+      DEPENDS "${page}")
+    add_custom_target(qorvale_man_${cmd} ALL DEPENDS "${page_gz}")
+    install(FILES "${page_gz}" DESTINATION "${CMAKE_INSTALL_MANDIR}/man1")
+  endif()
+endforeach()
+
 set(CPACK_GENERATOR "DEB")
 set(CPACK_PACKAGE_NAME "qorvale")
 set(CPACK_PACKAGE_VENDOR "Ostrel")
