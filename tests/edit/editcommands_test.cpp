@@ -471,4 +471,25 @@ TEST_F(EditCommands, SpreadCopiesTheFirstDetailToTheOtherThree) {
     EXPECT_EQ(KanzaiRows[17].DATA, before[17].DATA);
 }
 
+TEST_F(EditCommands, HiddenPriceSpreadTakesTheCopiedPricesAndDisablesThePastes) {
+    TFtankaregist& f = open();
+    // Out of the user's reach (a hidden item does not even trigger), so the
+    // handlers are called as such: the prices of the first detail copied,
+    // then spread over the other three.
+    f.item_copy_2->trigger();
+    EXPECT_TRUE(enabledPastes().isEmpty());
+    f.item_copy_2Click();
+    f.all_copy_3->trigger();
+    ASSERT_EQ(enabledPastes(), QStringList{QStringLiteral("all_paste_3")});
+    const QString option = fullRow(KanzaiRows[OptionRow]);
+    for (int r = 16; r < OptionRow; ++r)
+        KanzaiRows[r].NET = C("1");
+    f.item_copy_5Click();
+    for (int r = 16; r < OptionRow; ++r)
+        EXPECT_EQ(KanzaiRows[r].NET, CopyRows[(r - 1) % 15 + 1].NET) << r;
+    EXPECT_NE(KanzaiRows[17].NET, C("1"));
+    EXPECT_EQ(fullRow(KanzaiRows[OptionRow]), option);
+    EXPECT_TRUE(enabledPastes().isEmpty());
+}
+
 } // namespace
