@@ -29,6 +29,7 @@ TFtankaregist::TFtankaregist(const QString& launchString, QWidget* parent) : QMa
     SetupLibraryCommands();
     setGeometry(DefaultLeft, DefaultTop, DefaultWidth, DefaultHeight);
     SetUndoEnabledHandler([this](bool enabled) { ActionUndo->setEnabled(enabled); });
+    ConnectEditCommands();
     // Failures inside the controls' own event handling are shown like any
     // other failure.
     SetControlsExceptionHandler([](const QString& message) {

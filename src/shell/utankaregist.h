@@ -299,6 +299,42 @@ public:
     void ActionSavePartsExecute();
     void ActionLoadpartsExecute();
 
+    // ---- Edit commands: copy and paste, moving, clearing, undo (src/edit) ----
+    // Enables the commands and joins them to their menu items.
+    void ConnectEditCommands();
+    QAction* N15 = nullptr; // separator of item_copy_2 and item_paste_2, hidden
+    void all_copy_1Click();
+    void all_copy_2Click();
+    void all_copy_3Click();
+    void all_copy_4Click();
+    void all_paste_1Click();
+    void all_paste_2Click();
+    void all_paste_3Click();
+    void all_paste_4Click();
+    void item_copy_1Click();
+    void item_copy_2Click();
+    void item_copy_3Click();
+    void item_copy_4Click();
+    void item_copy_5Click();
+    void item_paste_1Click();
+    void item_paste_2Click();
+    void item_paste_3Click();
+    void item_paste_4Click();
+    void item_paste_5Click();
+    void ActionUndoExecute();
+    void ActionMoveUpExecute();
+    void ActionMoveDownExecute();
+    void N22Click();
+    void N33Click();
+    // The eight paste items, in the order all_paste_1..4, item_paste_1..4.
+    std::array<QAction*, 8> PasteItems() const;
+    // The paste item of the last copy enabled, the other seven disabled.
+    void EnableOnlyPaste(QAction* paste);
+    // Moves the pipe type on the sheet by d (-1 up, +1 down) in its group.
+    void MovePipeType(int d);
+    // The end of every paste: the rows to the screen, the node's name, undo.
+    void FinishPaste(bool renameNode);
+
 protected:
     void showEvent(QShowEvent* event) override;
     void closeEvent(QCloseEvent* event) override;
