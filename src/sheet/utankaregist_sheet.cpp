@@ -11,6 +11,7 @@
 #include "shell/formwidgets.h"
 
 #include <QApplication>
+#include <QContextMenuEvent>
 #include <QEvent>
 #include <QFontMetrics>
 #include <QGridLayout>
@@ -546,7 +547,7 @@ void TFtankaregist::connectSheet() {
 bool TFtankaregist::eventFilter(QObject* watched, QEvent* event) {
     if (event->type() == QEvent::KeyPress && TreeView1 && watched == TreeView1) {
         // Once the tree has moved its selection by the key.
-        QTimer::singleShot(0, this, [this] { AfterTreeInput(false); });
+        QTimer::singleShot(0, this, [this] { AfterTreeInput(nullptr); });
     } else if (event->type() == QEvent::KeyPress) {
         const int key = static_cast<QKeyEvent*>(event)->key();
         if (key == Qt::Key_Return || key == Qt::Key_Enter) {
@@ -577,13 +578,23 @@ bool TFtankaregist::eventFilter(QObject* watched, QEvent* event) {
         auto* mouse = static_cast<QMouseEvent*>(event);
         // The right button only opens the pop-up menu, which acts on the pipe
         // type on the sheet: it must not move the selection away from it.
-        if (mouse->button() == Qt::RightButton) return true;
+        if (mouse->button() == Qt::RightButton) {
+            if (event->type() == QEvent::MouseButtonPress)
+                PopupMenu1->popup(mouse->globalPosition().toPoint());
+            return true;
+        }
         if (event->type() == QEvent::MouseButtonRelease) {
             // The Shift key counts as the release carries it; the naming
-            // follows the click that the same release makes.
+            // follows the click that the same release makes, on its node.
             const bool shift = mouse->modifiers().testFlag(Qt::ShiftModifier);
-            QTimer::singleShot(0, this, [this, shift] { AfterTreeInput(shift); });
+            QTreeWidgetItem* node = TreeView1->itemAt(mouse->position().toPoint());
+            QTimer::singleShot(0, this,
+                               [this, shift, node] { AfterTreeInput(shift ? node : nullptr); });
         }
+    } else if (TreeView1 && watched == TreeView1->viewport() &&
+               event->type() == QEvent::ContextMenu &&
+               static_cast<QContextMenuEvent*>(event)->reason() == QContextMenuEvent::Mouse) {
+        return true; // the press has opened the menu already
     }
     return QMainWindow::eventFilter(watched, event);
 }

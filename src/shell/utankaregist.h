@@ -51,6 +51,9 @@ public:
     int CurrentGrp = 1;
     int CurrentKan = 1;
     bool NoDataFolder = false;
+    // Set once a pipe type has been loaded: until then the rows belong to no
+    // pipe type and are never saved.
+    bool RowsLoaded = false;
     // "[Network_Dir]" of the network file, read as the form is created; the
     // folder it names takes no part in finding the database.
     QString NetworkFolder;
@@ -260,9 +263,12 @@ public:
     QRect DefaultGeometry() const;
     // False when the close is to be refused (see closeEvent).
     bool FormCloseQuery();
-    // After a save at closing that failed: true when the user closes all the
-    // same, false to stay.
-    bool CloseWithoutSaving();
+    // Rows that could not be saved at closing: the user tries again, stays,
+    // or closes without them. True when the window may close.
+    bool CloseWithUnsavedRows(const QString& heading);
+    // SavePipeType of the pipe type on the sheet; refused while no pipe type
+    // is loaded.
+    bool SaveCurrentPipeType(int showMessage);
     void FormClose();
     void ReadDisplayFile();
     void SetTreeViewWidth(int width);
@@ -275,8 +281,9 @@ public:
     QTreeWidgetItem* CurrentPipeTypeNode() const;
     void SelectNodeQuietly(QTreeWidgetItem* node);
     // After the tree has handled a key or a mouse button: a selection moved
-    // without a click loads like a click; Shift at the button's release names.
-    void AfterTreeInput(bool shiftNaming);
+    // without a click loads like a click; namingNode, the node a release with
+    // Shift came on, is then named.
+    void AfterTreeInput(QTreeWidgetItem* namingNode);
 
     // ---- Handlers ---------------------------------------------------------
     void FormCreate(const QString& launchString);

@@ -20,6 +20,7 @@
 #include <QScreen>
 #include <QSplitter>
 #include <QStatusBar>
+#include <QStyle>
 #include <QTimer>
 #include <QToolTip>
 #include <QTreeWidget>
@@ -89,6 +90,7 @@ void TFtankaregist::FormShow() {
     lastTreeNode_ = TreeNode(1);
     TakeSelection();
     LoadPipeType(CurrentCtg, CurrentGrp, CurrentKan);
+    RowsLoaded = true;
     TakeSnapshot();
     ShowPipeType();
     Grid1Col = Grid2Col = 4;
@@ -103,8 +105,11 @@ QRect TFtankaregist::DefaultGeometry() const {
     // changed.
     QRect g(DefaultLeft, DefaultTop, DefaultWidth, DefaultHeight);
     if (const QScreen* s = screen() ? screen() : QGuiApplication::primaryScreen()) {
-        // The window frame, once the desktop has put one around the window.
-        const QSize frame = frameGeometry().size() - geometry().size();
+        // The window frame: as the desktop has put it around the window, or
+        // a title bar's height before it has.
+        QSize frame = frameGeometry().size() - geometry().size();
+        if (frame.isEmpty())
+            frame = QSize(0, style()->pixelMetric(QStyle::PM_TitleBarHeight, nullptr, this));
         const QRect avail = s->availableGeometry().adjusted(0, 0, -frame.width(), -frame.height());
         if (g.width() > avail.width() || g.height() > avail.height()) {
             g.moveTopLeft(avail.topLeft());
@@ -122,7 +127,8 @@ void TFtankaregist::closeEvent(QCloseEvent* event) {
         canClose = FormCloseQuery();
     } catch (...) {
         HandleCurrentException();
-        canClose = NoDataFolder || CloseWithoutSaving();
+        canClose = NoDataFolder || !RowsLoaded || !PipeTypeChanged() ||
+                   CloseWithUnsavedRows(QStringLiteral("変更が保存されていません。"));
     }
     if (!canClose) {
         event->ignore();
@@ -132,18 +138,27 @@ void TFtankaregist::closeEvent(QCloseEvent* event) {
     event->accept();
 }
 
-bool TFtankaregist::CloseWithoutSaving() {
-    return ShowTaskDialog(this, ApplicationTitle(),
-                          QStringLiteral("データを保存できませんでした。"), TaskDialog::IconWarning,
-                          TaskDialog::ButtonYes | TaskDialog::ButtonNo,
-                          QStringLiteral("保存せずに終了しますか?\r\n"
-                                         "「いいえ」で画面に戻ります。")) == TaskDialog::IdYes;
+bool TFtankaregist::CloseWithUnsavedRows(const QString& heading) {
+    // The safe answers come first and with Escape: try again, or go back to
+    // the window. Only "閉じる" drops the rows.
+    for (;;) {
+        const int answer = ShowTaskDialog(
+            this, ApplicationTitle(), heading, TaskDialog::IconWarning,
+            TaskDialog::ButtonRetry | TaskDialog::ButtonCancel | TaskDialog::ButtonClose,
+            QStringLiteral("「再試行」でもう一度保存します。\r\n"
+                           "「キャンセル」で画面に戻ります。\r\n"
+                           "「閉じる」で保存せずに終了します。"));
+        if (answer == TaskDialog::IdClose) return true;
+        if (answer != TaskDialog::IdRetry) return false;
+        if (SaveCurrentPipeType(0)) return true;
+    }
 }
 
 bool TFtankaregist::FormCloseQuery() {
     if (NoDataFolder) return true;
     ApplyControls();
-    if (!AskToSave() && !CloseWithoutSaving()) return false;
+    if (!AskToSave() && !CloseWithUnsavedRows(QStringLiteral("データを保存できませんでした。")))
+        return false;
     WriteDisplayFile();
     return true;
 }

@@ -96,14 +96,25 @@ void TFtankaregist::TakeSelection() {
     SetStatusPanel(2, QString::number(CurrentKan));
 }
 
+bool TFtankaregist::SaveCurrentPipeType(int showMessage) {
+    if (!RowsLoaded) {
+        // After a start whose load failed the rows belong to no pipe type:
+        // writing them would blank the pipe type the triple names.
+        ShowInfoDialog(this, QStringLiteral("確認"),
+                       QStringLiteral("管種が読み込まれていないため、保存できません。"));
+        return false;
+    }
+    return SavePipeType(this, CurrentCtg, CurrentGrp, showMessage, CurrentKan);
+}
+
 bool TFtankaregist::AskToSave() {
-    if (!PipeTypeChanged()) return true;
+    if (!RowsLoaded || !PipeTypeChanged()) return true;
     const int answer =
         ShowTaskDialog(this, ApplicationTitle(), QStringLiteral("確認"), TaskDialog::IconQuestion,
                        TaskDialog::ButtonYes | TaskDialog::ButtonCancel,
                        GOODSBOX->Text() + QStringLiteral("\r\nデータを保存しますか?"));
     if (answer != TaskDialog::IdYes) return true;
-    return SavePipeType(this, CurrentCtg, CurrentGrp, 0, CurrentKan);
+    return SaveCurrentPipeType(0);
 }
 
 QTreeWidgetItem* TFtankaregist::CurrentPipeTypeNode() const {
@@ -120,7 +131,13 @@ void TFtankaregist::SelectNodeQuietly(QTreeWidgetItem* node) {
 void TFtankaregist::TreeView1Click() {
     {
         const FlagScope running(treeClickRunning_);
-        treeClickSteps();
+        try {
+            treeClickSteps();
+        } catch (...) {
+            // Input that waited for this click is not carried to the next.
+            pendingTreeInput_ = nullptr;
+            throw;
+        }
     }
     // Tree input that came while the click was asking its question.
     if (pendingTreeInput_) {
@@ -152,6 +169,7 @@ void TFtankaregist::treeClickSteps() {
     try {
         TakeSelection();
         LoadPipeType(CurrentCtg, CurrentGrp, CurrentKan);
+        RowsLoaded = true;
     } catch (...) {
         KanzaiRows = rows;
         SavedLines = saved;
@@ -168,17 +186,19 @@ void TFtankaregist::treeClickSteps() {
     ShowPipeType();
 }
 
-void TFtankaregist::AfterTreeInput(bool shiftNaming) {
+void TFtankaregist::AfterTreeInput(QTreeWidgetItem* namingNode) {
     // Runs once the tree has handled a key or a mouse button. A click that is
     // still asking its question finishes first; its end runs this again.
     if (treeClickRunning_) {
-        pendingTreeInput_ = [this, shiftNaming] { AfterTreeInput(shiftNaming); };
+        pendingTreeInput_ = [this, namingNode] { AfterTreeInput(namingNode); };
         return;
     }
     // No key or mouse path leaves the selected node and the pipe type on the
     // sheet apart: a selection moved without a click counts as a click.
     if (SelectedNode() != lastTreeNode_) TreeView1Click();
-    if (shiftNaming) TreeView1MouseUp();
+    // Shift at the release names the node released on, once the click has
+    // gone there; a click that was undone names nothing.
+    if (namingNode && SelectedNode() == namingNode) TreeView1MouseUp();
 }
 
 void TFtankaregist::TreeView1MouseUp() {
@@ -317,7 +337,14 @@ void TFtankaregist::ApplyControls() {
     o.ModeFlag() = SBorRadio1->ItemIndex();
     o.OtherMethod() = Scalc_opt1->ItemIndex();
 
-    RecalcAndShowTab();
+    try {
+        RecalcAndShowTab();
+    } catch (...) {
+        // The rows have taken the controls all the same: they count as
+        // changed, so the next question sees them.
+        RefreshLines();
+        throw;
+    }
     RefreshLines();
     SetGrid1Headings(SBorRadio1->ItemIndex() == 1, false);
     StrColGrid1->SetCells(1, 0, QStringLiteral("採用単価"));
@@ -350,9 +377,9 @@ void TFtankaregist::GOODSBOXKeyPress(int key, bool& handled) {
 
 void TFtankaregist::Button1Click() {
     ApplyControls();
-    SavePipeType(this, CurrentCtg, CurrentGrp, 1, CurrentKan);
+    SaveCurrentPipeType(1);
 }
 
 void TFtankaregist::N1Click() {
-    SavePipeType(this, CurrentCtg, CurrentGrp, 1, CurrentKan);
+    SaveCurrentPipeType(1);
 }

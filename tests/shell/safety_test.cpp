@@ -21,6 +21,8 @@
 
 #include <sqlite3.h>
 
+#include <memory>
+
 namespace {
 
 // Every column of the 60 rows of a pipe type, read with the library itself.
@@ -160,14 +162,16 @@ TEST_F(Safety, SavesUnderALockSayTheyFailedAndLoseNothing) {
     EXPECT_EQ(f.SelectedNode(), f.TreeNode(1));
     EXPECT_EQ(KanzaiRows[2].Data(2), Currency::FromInt(3));
 
-    // Closing: the failed save asks whether to close; no keeps the window.
-    dialogs->AnswerBox(TaskDialog::IdYes); // save?
-    dialogs->AnswerBox(TaskDialog::IdNo);  // close without saving?
+    // Closing: the failed save asks what to do; cancel keeps the window.
+    dialogs->AnswerBox(TaskDialog::IdYes);    // save?
+    dialogs->AnswerBox(TaskDialog::IdCancel); // try again, stay, or close?
     EXPECT_FALSE(f.close());
     EXPECT_TRUE(f.isVisible());
     ASSERT_EQ(dialogs->Boxes().size(), 7u);
     EXPECT_TRUE(boxSays(5, "ERROR", "database is locked"));
-    EXPECT_TRUE(boxSays(6, "データを保存できませんでした。", "保存せずに終了しますか?"));
+    EXPECT_TRUE(boxSays(6, "データを保存できませんでした。", "「閉じる」で保存せずに終了します。"));
+    EXPECT_EQ(dialogs->Boxes()[6].buttons,
+              TaskDialog::ButtonRetry | TaskDialog::ButtonCancel | TaskDialog::ButtonClose);
 
     // Nothing of the store changed all along.
     QStringList after;
@@ -181,6 +185,53 @@ TEST_F(Safety, SavesUnderALockSayTheyFailedAndLoseNothing) {
     EXPECT_TRUE(f.close());
     EXPECT_EQ(stored(1, 1, 2, "DATA2"), QStringLiteral("3"));
     EXPECT_EQ(dumpPipeType(db, 1, 2), before.mid(60, 60));
+}
+
+TEST_F(Safety, RetryAtClosingSavesOnceTheFileIsFree) {
+    TFtankaregist& f = open();
+    typeFactor(6, 4, "8");
+    auto other = std::make_unique<Holder>(db, "IMMEDIATE");
+    // The other program lets go while the question is up.
+    dialogs->OnBox = [&] {
+        if (dialogs->Boxes().back().instruction == U("データを保存できませんでした。"))
+            other.reset();
+    };
+    dialogs->AnswerBox(TaskDialog::IdYes);   // save?
+    dialogs->AnswerBox(TaskDialog::IdRetry); // try again
+    EXPECT_TRUE(f.close());
+    dialogs->OnBox = nullptr;
+    EXPECT_EQ(stored(1, 1, 4, "DATA3"), QStringLiteral("8"));
+}
+
+TEST_F(Safety, AStartWhoseLoadFailedNeverWritesItsEmptyRows) {
+    const QStringList before = dumpPipeType(db, 1, 1);
+    {
+        Holder other(db, "EXCLUSIVE");
+        open();
+    }
+    TFtankaregist& f = *form;
+    ASSERT_FALSE(dialogs->Boxes().empty()); // the start's failure was shown
+    EXPECT_FALSE(f.RowsLoaded);
+    dialogs->ClearRecords();
+    f.Button1->click();
+    ASSERT_EQ(dialogs->Boxes().size(), 1u);
+    EXPECT_TRUE(boxSays(0, "確認", "管種が読み込まれていないため、保存できません。"));
+    EXPECT_TRUE(f.close()); // nothing to ask
+    EXPECT_EQ(dialogs->Boxes().size(), 1u);
+    EXPECT_EQ(dumpPipeType(db, 1, 1), before);
+}
+
+TEST_F(Safety, AShiftClickThatWasUndoneNamesNothing) {
+    TFtankaregist& f = open();
+    typeFactor(4, 2, "5");
+    Holder other(db, "IMMEDIATE");
+    dialogs->AnswerBox(TaskDialog::IdYes); // save? It fails.
+    clickNode(4, Qt::ShiftModifier);
+    for (int i = 0; i < 3; ++i)
+        QCoreApplication::processEvents();
+    EXPECT_TRUE(boxSays(1, "ERROR", "database is locked"));
+    EXPECT_EQ(f.SelectedNode(), f.TreeNode(1));
+    EXPECT_TRUE(dialogs->Inputs().empty());
 }
 
 TEST_F(Safety, AFailedGroupNameSaveSaysSoOnce) {
@@ -202,6 +253,12 @@ TEST_F(Safety, AnOverflowInShowPipeTypeLeavesTheOptionsWorking) {
     }
     EXPECT_ANY_THROW(f.ShowPipeType());
     EXPECT_FALSE(f.Refreshing);
+    // A name applied with rows that overflow still counts as a change.
+    TakeSnapshot();
+    SavedLines = CurrentLines;
+    f.GOODSBOX->SetText(U("新しい管材"));
+    EXPECT_ANY_THROW(f.ApplyControls());
+    EXPECT_TRUE(PipeTypeChanged());
     // Sane rows again; an option click recalculates them at once.
     LoadPipeType(1, 1, 1);
     TakeSnapshot();
@@ -243,11 +300,6 @@ TEST_F(Safety, PlainEnterDoesNotFillDownWhateverTheKeyboardSays) {
 TEST_F(Safety, RightClickKeepsTheSelectionAndOpensTheMenu) {
     TFtankaregist& f = open();
     clickNode(5, {}, Qt::RightButton);
-    // The platform's context menu request follows the button.
-    const QRect r = f.TreeView1->visualItemRect(f.TreeNode(5));
-    QContextMenuEvent menu(QContextMenuEvent::Mouse, r.center(),
-                           f.TreeView1->viewport()->mapToGlobal(r.center()));
-    QCoreApplication::sendEvent(f.TreeView1->viewport(), &menu);
     QCoreApplication::processEvents();
     EXPECT_EQ(f.SelectedNode(), f.TreeNode(1));
     EXPECT_EQ(f.CurrentKan, 1);
