@@ -25,6 +25,7 @@ TFtankaregist::TFtankaregist(const QString& launchString, QWidget* parent) : QMa
     CentralArea->setObjectName(QStringLiteral("CentralArea"));
     setCentralWidget(CentralArea);
     buildSheet();
+    connectGroupRewrites();
     setGeometry(DefaultLeft, DefaultTop, DefaultWidth, DefaultHeight);
     SetUndoEnabledHandler([this](bool enabled) { ActionUndo->setEnabled(enabled); });
     // Failures inside the controls' own event handling are shown like any
@@ -43,6 +44,7 @@ TFtankaregist::TFtankaregist(const QString& launchString, QWidget* parent) : QMa
 }
 
 TFtankaregist::~TFtankaregist() {
+    WaitForGroupRewrite();
     SetUndoEnabledHandler(nullptr);
 }
 

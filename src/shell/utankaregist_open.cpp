@@ -108,6 +108,7 @@ void TFtankaregist::closeEvent(QCloseEvent* event) {
 
 bool TFtankaregist::FormCloseQuery() {
     if (NoDataFolder) return true;
+    WaitForGroupRewrite(); // no pipe type of a running group rewrite is left half-written
     ApplyControls();
     AskToSave();
     WriteDisplayFile();
