@@ -189,10 +189,10 @@ void TFtankaregist::alldataCalc(int kind) {
 }
 
 void TFtankaregist::showGroupProgress(const QString& text, int step) {
-    setWindowTitle(text);
     auto* progress = static_cast<TGroupProgress*>(groupProgress_);
     progress->Text->setText(text);
     progress->Bar->setValue(step);
+    setWindowTitle(text);
 }
 
 void TFtankaregist::endGroupRewrite(const QString& caption, std::exception_ptr failure) {
@@ -200,6 +200,7 @@ void TFtankaregist::endGroupRewrite(const QString& caption, std::exception_ptr f
         static_cast<TGroupProgress*>(groupProgress_)->Finish();
         centralWidget()->setEnabled(true);
         menuBar()->setEnabled(true);
+        activateWindow();
         if (groupFocus_) groupFocus_->setFocus();
         groupRunning_ = false;
     };
