@@ -9,7 +9,8 @@ QORVALE_PACKAGES=(
   libsqlite3-dev sqlite3
   libxlsxwriter-dev
   libgtest-dev libgmock-dev libbenchmark-dev
-  fonts-noto-cjk
+  fonts-noto-cjk qt6-translations-l10n
+  desktop-file-utils
   xvfb xauth
 )
 

@@ -2,6 +2,7 @@
 // the engine, in all its option variants.
 
 #include "engine/calcrow.h"
+#include "platform/commandline.h"
 
 #include <cstdio>
 
@@ -52,7 +53,17 @@ void printCase(const char* title) {
 
 } // namespace
 
-int main() {
+int main(int argc, char** argv) {
+    const int standard = StandardOptions(
+        argc, argv, QStringLiteral("qorvale-demo"),
+        QStringLiteral("usage: qorvale-demo\n"
+                       "       qorvale-demo --help | --version\n"
+                       "  Prints the worked example of the composite price calculation.\n"));
+    if (standard >= 0) return standard;
+    if (argc > 1) {
+        std::fprintf(stderr, "qorvale-demo: takes no arguments\n");
+        return 2;
+    }
     std::printf("Composite unit price, worked example (TEIKA 1234, GROSS 860, NET 750)\n");
     std::printf("  %-9s %8s %8s %8s %8s %8s %8s %8s %8s\n", "side", "c1", "c2", "c3", "c4", "c5",
                 "c6", "c7", "total");

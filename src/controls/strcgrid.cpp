@@ -32,6 +32,19 @@ TInplaceEdit::TInplaceEdit(TStrColGrid* grid) : QLineEdit(grid), FGrid(grid) {
     hide();
 }
 
+bool TInplaceEdit::event(QEvent* event) {
+    // An open editor owns the Escape key: a shortcut of the window on it
+    // does not take the key away from the grid's key handling.
+    if (event->type() == QEvent::ShortcutOverride) {
+        auto* key = static_cast<QKeyEvent*>(event);
+        if (key->key() == Qt::Key_Escape) {
+            event->accept();
+            return true;
+        }
+    }
+    return QLineEdit::event(event);
+}
+
 void TInplaceEdit::keyPressEvent(QKeyEvent* event) {
     RunGuarded([&] {
         const int code = VirtualKeyOf(event);

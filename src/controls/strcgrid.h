@@ -32,6 +32,7 @@ public:
     explicit TInplaceEdit(TStrColGrid* grid);
 
 protected:
+    bool event(QEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
 
 private:

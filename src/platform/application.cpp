@@ -2,9 +2,15 @@
 
 #include "platform/dialogs.h"
 
+#include <QIcon>
+#include <QLibraryInfo>
+#include <QLocale>
 #include <QProxyStyle>
+#include <QScreen>
 #include <QStyle>
 #include <QStyleFactory>
+#include <QTranslator>
+#include <QWidget>
 
 namespace {
 
@@ -21,8 +27,43 @@ public:
 
 } // namespace
 
+static QIcon programIcon() {
+    // The icons are compiled into the library; the program must ask for them.
+    Q_INIT_RESOURCE(qorvale);
+    QIcon icon;
+    for (int size : {16, 32, 48, 64, 128, 256})
+        icon.addFile(QStringLiteral(":/icons/qorvale-%1.png").arg(size), QSize(size, size));
+    return icon;
+}
+
 TApplication::TApplication(int& argc, char** argv)
-    : QApplication(argc, argv), title(ApplicationTitle()) {}
+    : QApplication(argc, argv), title(ApplicationTitle()) {
+    InstallJapaneseTranslation(*this);
+    // The desktop matches the windows to the launcher by this name.
+    setDesktopFileName(QStringLiteral("com.ostrel.Qorvale"));
+    setWindowIcon(programIcon());
+}
+
+void CentreOnScreen(QWidget* window) {
+    QScreen* screen = window->screen() ? window->screen() : QGuiApplication::primaryScreen();
+    if (!screen) return;
+    QRect frame = window->frameGeometry();
+    frame.moveCenter(screen->availableGeometry().center());
+    window->move(frame.topLeft());
+}
+
+bool InstallJapaneseTranslation(QCoreApplication& app) {
+    // Qt's own texts (file dialogs, context menus, standard buttons) in
+    // Japanese, like every text of the program.
+    auto* translator = new QTranslator(&app);
+    if (translator->load(QLocale(QLocale::Japanese, QLocale::Japan), QStringLiteral("qtbase"),
+                         QStringLiteral("_"), QLibraryInfo::path(QLibraryInfo::TranslationsPath))) {
+        app.installTranslator(translator);
+        return true;
+    }
+    delete translator;
+    return false;
+}
 
 bool TApplication::TrySetStyle(const QString& name, bool showError) {
     if (QStyle* style = QStyleFactory::create(name)) {

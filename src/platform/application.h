@@ -27,6 +27,13 @@ private:
     QString title;
 };
 
+// Puts a window in the middle of the screen it is on (or the primary one).
+void CentreOnScreen(QWidget* window);
+
+// Installs Qt's Japanese translation on app; false when it is not on the
+// system (Qt's texts then stay English).
+bool InstallJapaneseTranslation(QCoreApplication& app);
+
 // The text of an exception as the top-level handler shows it.
 QString ExceptionText(const std::exception_ptr& error);
 // Shows an exception as the top-level handler does: a box with the

@@ -27,15 +27,17 @@ struct ButtonMap {
     int bit;
     int id;
     QMessageBox::StandardButton button;
+    const char* caption; // UTF-8
 };
-// In the order a task dialog lays them out.
+// In the order a task dialog lays them out, with the captions the person
+// reads, whatever language Qt's own texts are in.
 constexpr ButtonMap Buttons[] = {
-    {TD::ButtonOk, TD::IdOk, QMessageBox::Ok},
-    {TD::ButtonYes, TD::IdYes, QMessageBox::Yes},
-    {TD::ButtonNo, TD::IdNo, QMessageBox::No},
-    {TD::ButtonRetry, TD::IdRetry, QMessageBox::Retry},
-    {TD::ButtonCancel, TD::IdCancel, QMessageBox::Cancel},
-    {TD::ButtonClose, TD::IdClose, QMessageBox::Close},
+    {TD::ButtonOk, TD::IdOk, QMessageBox::Ok, "OK"},
+    {TD::ButtonYes, TD::IdYes, QMessageBox::Yes, "はい"},
+    {TD::ButtonNo, TD::IdNo, QMessageBox::No, "いいえ"},
+    {TD::ButtonRetry, TD::IdRetry, QMessageBox::Retry, "再試行"},
+    {TD::ButtonCancel, TD::IdCancel, QMessageBox::Cancel, "キャンセル"},
+    {TD::ButtonClose, TD::IdClose, QMessageBox::Close, "閉じる"},
 };
 
 QMessageBox::Icon boxIcon(int icon) {
@@ -81,6 +83,7 @@ int QtDialogs::TaskDialog(QWidget* parent, const QString& title, const QString& 
         for (const ButtonMap& m : Buttons) {
             if (!(shown & m.bit)) continue;
             QPushButton* b = box.addButton(m.button);
+            b->setText(QString::fromUtf8(m.caption));
             if (!first) first = b;
             if (m.id == TD::IdCancel) escape = b;
             if (m.id == TD::IdClose && !escape) escape = b;
@@ -100,6 +103,7 @@ int QtDialogs::TaskDialog(QWidget* parent, const QString& title, const QString& 
 void QtDialogs::Message(QWidget* parent, const QString& title, const QString& text) {
     onGuiThread([&] {
         QMessageBox box(QMessageBox::NoIcon, title, text, QMessageBox::Ok, owner(parent));
+        box.button(QMessageBox::Ok)->setText(QStringLiteral("OK"));
         box.setTextFormat(Qt::PlainText);
         box.exec();
     });
@@ -108,11 +112,15 @@ void QtDialogs::Message(QWidget* parent, const QString& title, const QString& te
 bool QtDialogs::InputQuery(QWidget* parent, const QString& title, const QString& prompt,
                            QString& value) {
     return onGuiThread([&] {
-        bool ok = false;
-        const QString text =
-            QInputDialog::getText(owner(parent), title, prompt, QLineEdit::Normal, value, &ok);
-        if (ok) value = text;
-        return ok;
+        QInputDialog dialog(owner(parent));
+        dialog.setWindowTitle(title);
+        dialog.setLabelText(prompt);
+        dialog.setTextValue(value);
+        dialog.setOkButtonText(QStringLiteral("OK"));
+        dialog.setCancelButtonText(QStringLiteral("キャンセル"));
+        if (dialog.exec() != QDialog::Accepted) return false;
+        value = dialog.textValue();
+        return true;
     });
 }
 

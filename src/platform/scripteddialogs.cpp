@@ -75,6 +75,7 @@ int ScriptedDialogs::TaskDialog(QWidget*, const QString& title, const QString& i
             }
         }
         boxes.push_back(box);
+        if (OnBox) OnBox();
         return box.result;
     });
 }

@@ -63,8 +63,10 @@ public:
     void SetStartResult(bool ok) { startResult = ok; }
     void SetOpenResult(bool ok) { openResult = ok; }
     void SetClipboard(const QString& text) { clipboard = text; }
-    // Called after each message is recorded, to act while the box would be up.
+    // Called after each message or box is recorded, to act while the box
+    // would be up (a test may run the event loop there, as a modal box does).
     std::function<void()> OnMessage;
+    std::function<void()> OnBox;
 
     // What was shown and done.
     const std::vector<Box>& Boxes() const { return boxes; }

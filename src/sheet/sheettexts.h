@@ -57,6 +57,3 @@ enum class KeyAction {
     BeepCommit, // everything else: close the editor, beep, commit
 };
 KeyAction GridKeyAction(int virtualKey, bool editorOpen);
-
-// Windows virtual key code of a Qt key (the grids' key events speak these).
-int VirtualKeyOf(int qtKey, bool keypad);

@@ -1,5 +1,6 @@
 #include "sheet/usizeset.h"
 
+#include "platform/application.h"
 #include "util/textlines.h"
 
 #include <QGridLayout>
@@ -56,6 +57,11 @@ TfsizeSet::TfsizeSet(QWidget* parent) : QDialog(parent) {
     connect(Button2, &QPushButton::clicked, this, [this] { done(ResultAccept); });
     connect(Button1, &QPushButton::clicked, this, [this] { done(ResultCancel); });
     if (!FsizeSet) FsizeSet = this;
+}
+
+void TfsizeSet::showEvent(QShowEvent* event) {
+    QDialog::showEvent(event);
+    CentreOnScreen(this);
 }
 
 TfsizeSet::~TfsizeSet() {

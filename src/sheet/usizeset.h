@@ -34,6 +34,10 @@ public:
     // The close box and Escape answer as the cancel button does.
     void reject() override { done(ResultCancel); }
 
+protected:
+    // The dialog comes up in the middle of the screen.
+    void showEvent(QShowEvent* event) override;
+
     // The standard lists.
     static const QStringList SteelSizes;
     static const QStringList RefrigerantSizes;

@@ -90,7 +90,7 @@ bool TFtankaregist::GridKeyCommits(TStrColGrid* grid, int key) {
     }
 }
 
-void TFtankaregist::StrColGrid1KeyDown(int& key, unsigned) {
+void TFtankaregist::StrColGrid1KeyDown(int& key, unsigned shift) {
     if (CheckBox1->IsOn()) {
         // The columns show results: no key turns them into factors.
         const KeyAction action = GridKeyAction(key, StrColGrid1->EditorMode());
@@ -98,7 +98,8 @@ void TFtankaregist::StrColGrid1KeyDown(int& key, unsigned) {
         if (action != KeyAction::MoveOnly && !modifier) CurrentDialogs().Beep();
         return;
     }
-    if (GridKeyCommits(StrColGrid1, key)) CommitGrid1(key);
+    // The fill-down follows the Shift state that came with this key.
+    if (GridKeyCommits(StrColGrid1, key)) CommitGrid1(key, (shift & ssShift) != 0);
 }
 
 void TFtankaregist::StrColGrid2KeyDown(int& key, unsigned) {
@@ -107,7 +108,7 @@ void TFtankaregist::StrColGrid2KeyDown(int& key, unsigned) {
 
 // ---- Commits ------------------------------------------------------------------------
 
-void TFtankaregist::CommitGrid1(int key) {
+void TFtankaregist::CommitGrid1(int key, bool shiftDown) {
     const int c = Grid1Col, g = Grid1Row;
     const int base = TabBase();
     if (SBorRadio1->ItemIndex() == 1 && c == 9) {
@@ -118,7 +119,7 @@ void TFtankaregist::CommitGrid1(int key) {
     }
     const Currency v = StrToCurrDef(StrColGrid1->Cells(c, g), Currency{});
     TakeSnapshot();
-    if (CurrentDialogs().ShiftDown()) {
+    if (shiftDown) {
         for (int h = g; h <= SheetLines; ++h) {
             const int r = base + h;
             if (!StrColGrid1->Cells(0, h).isEmpty())

@@ -20,7 +20,10 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QMenu>
+#include <QMouseEvent>
 #include <QPushButton>
+#include <QScrollArea>
+#include <QSplitter>
 #include <QTabBar>
 #include <QTimer>
 #include <QToolTip>
@@ -180,21 +183,35 @@ void TFtankaregist::buildSheet() {
     TreeView1->setEditTriggers(QAbstractItemView::NoEditTriggers);
     TreeView1->setSelectionMode(QAbstractItemView::SingleSelection);
     TreeView1->setContextMenuPolicy(Qt::CustomContextMenu);
-    TreeView1->setFixedWidth(180);
+    TreeView1->setMinimumWidth(0);
     for (int g = 1; g <= 10; ++g) {
         auto* group = new QTreeWidgetItem(TreeView1, {GroupName(g)});
         for (int k = 1; k <= 20; ++k)
             new QTreeWidgetItem(group, {QStringLiteral("----")});
     }
     left->addWidget(TreeView1, 1);
-    auto* leftBox = new QWidget(CentralArea);
+    left->setContentsMargins(0, 0, 0, 0);
+    // The tree's width is the user's: a splitter between it and the sheet.
+    TreeSplitter = new QSplitter(Qt::Horizontal, CentralArea);
+    TreeSplitter->setObjectName(QStringLiteral("TreeSplitter"));
+    TreeSplitter->setChildrenCollapsible(false);
+    auto* leftBox = new QWidget(TreeSplitter);
     leftBox->setObjectName(QStringLiteral("LeftPanel"));
     leftBox->setLayout(left);
-    leftBox->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Preferred);
-    outer->addWidget(leftBox);
+    leftBox->setMinimumWidth(60);
+    TreeSplitter->addWidget(leftBox);
+    outer->addWidget(TreeSplitter);
 
-    // Right: names, the sheet, the options.
-    auto* right = new QVBoxLayout;
+    // Right: names, the sheet, the options; on a screen smaller than the
+    // form they scroll rather than being cut off.
+    SheetScroll = new QScrollArea(TreeSplitter);
+    SheetScroll->setObjectName(QStringLiteral("SheetScroll"));
+    SheetScroll->setWidgetResizable(true);
+    SheetScroll->setFrameShape(QFrame::NoFrame);
+    auto* rightBox = new QWidget(SheetScroll);
+    rightBox->setObjectName(QStringLiteral("RightPanel"));
+    auto* right = new QVBoxLayout(rightBox);
+    right->setContentsMargins(0, 0, 0, 0);
     right->setSpacing(4);
     right->addWidget(buildNameBox());
 
@@ -234,7 +251,11 @@ void TFtankaregist::buildSheet() {
     right->addWidget(sheet, 1);
 
     right->addWidget(buildOptions());
-    outer->addLayout(right, 1);
+    SheetScroll->setWidget(rightBox);
+    TreeSplitter->addWidget(SheetScroll);
+    TreeSplitter->setStretchFactor(0, 0);
+    TreeSplitter->setStretchFactor(1, 1);
+    TreeSplitter->setSizes({180, DefaultWidth - 180});
 
     // The grids' shape and look.
     struct GridShape {
@@ -260,6 +281,7 @@ void TFtankaregist::buildSheet() {
                              goDrawFocusSelected, goColSizing,     goEditing};
         if (s.rangeSelect) options += goRangeSelect;
         g->SetOptions(options);
+        g->SetCtl3D(false); // flat fixed cells
         g->setToolTip(GridHint);
         TSCGCellParam* range = g->CellParams().Add();
         range->SetCol(1);
@@ -403,12 +425,17 @@ QWidget* TFtankaregist::buildOptions() {
     labourLayout->setRowStretch(2, 1);
     layout->addWidget(labour);
 
-    // The rate on the list price, with its two groups.
-    CheckGroupBox1 = new TCheckGroupBox(QStringLiteral("単価に掛率を使用"), row);
+    // The rate on the list price, and the two groups beside it; they stay
+    // usable whichever way the check box stands.
+    auto* rateBox = new QWidget(row);
+    rateBox->setObjectName(QStringLiteral("RatePanel"));
+    auto* rateLayout = new QVBoxLayout(rateBox);
+    rateLayout->setContentsMargins(0, 0, 0, 0);
+    rateLayout->setSpacing(2);
+    CheckGroupBox1 = new TCheckBox(QStringLiteral("単価に掛率を使用"), rateBox);
     CheckGroupBox1->setObjectName(QStringLiteral("CheckGroupBox1"));
-    auto* rateLayout = new QVBoxLayout(CheckGroupBox1);
-    rateLayout->setContentsMargins(6, 4, 6, 4);
-    auto* rates = new QGroupBox(QStringLiteral("掛率を指定"), CheckGroupBox1);
+    rateLayout->addWidget(CheckGroupBox1);
+    auto* rates = new QGroupBox(QStringLiteral("掛率を指定"), rateBox);
     auto* ratesLayout = new QGridLayout(rates);
     ratesLayout->setContentsMargins(6, 4, 6, 4);
     avr_1 = numberEdit(rates, "avr_1");
@@ -422,7 +449,7 @@ QWidget* TFtankaregist::buildOptions() {
     ratesLayout->addWidget(avr_N, 1, 1);
     ratesLayout->addWidget(new QLabel(QStringLiteral("%"), rates), 1, 2);
     rateLayout->addWidget(rates);
-    auto* unit = new QGroupBox(QStringLiteral("単価計算処理"), CheckGroupBox1);
+    auto* unit = new QGroupBox(QStringLiteral("単価計算処理"), rateBox);
     auto* unitLayout = new QHBoxLayout(unit);
     unitLayout->setContentsMargins(6, 4, 6, 4);
     ComboBox1 = new TFixedList({QStringLiteral("有効桁1"), QStringLiteral("有効桁10"),
@@ -438,7 +465,7 @@ QWidget* TFtankaregist::buildOptions() {
     unitLayout->addWidget(ComboBox1);
     unitLayout->addWidget(ComboBox3, 1);
     rateLayout->addWidget(unit);
-    layout->addWidget(CheckGroupBox1);
+    layout->addWidget(rateBox);
     layout->addStretch(1);
 
     // Names and defaults before the first pipe type is shown.
@@ -484,6 +511,7 @@ void TFtankaregist::connectSheet() {
     followAction(Button3, ActionLoadparts);
 
     connect(TreeView1, &QTreeWidget::itemClicked, this, [this] { TreeView1Click(); });
+    TreeView1->installEventFilter(this);
     TreeView1->viewport()->installEventFilter(this);
     Panel5->installEventFilter(this);
     connect(TreeView1, &QWidget::customContextMenuRequested, this, [this](const QPoint& pos) {
@@ -516,7 +544,10 @@ void TFtankaregist::connectSheet() {
 }
 
 bool TFtankaregist::eventFilter(QObject* watched, QEvent* event) {
-    if (event->type() == QEvent::KeyPress) {
+    if (event->type() == QEvent::KeyPress && TreeView1 && watched == TreeView1) {
+        // Once the tree has moved its selection by the key.
+        QTimer::singleShot(0, this, [this] { AfterTreeInput(false); });
+    } else if (event->type() == QEvent::KeyPress) {
         const int key = static_cast<QKeyEvent*>(event)->key();
         if (key == Qt::Key_Return || key == Qt::Key_Enter) {
             if (watched == avr_1 || watched == avr_N) {
@@ -531,12 +562,28 @@ bool TFtankaregist::eventFilter(QObject* watched, QEvent* event) {
         }
     } else if (event->type() == QEvent::Resize && watched == Panel5) {
         FormResize();
-    } else if (event->type() == QEvent::MouseButtonRelease && TreeView1 &&
-               watched == TreeView1->viewport()) {
-        // The Shift key counts as it is when the button comes up; the naming
-        // itself follows the click that the same release makes.
-        if (CurrentDialogs().ShiftDown())
-            QTimer::singleShot(0, this, [this] { TreeView1MouseUp(); });
+    } else if (TreeView1 && watched == TreeView1->viewport() && event->type() == QEvent::ToolTip) {
+        // A long name cut off by the tree's width reads whole in the hint.
+        auto* help = static_cast<QHelpEvent*>(event);
+        if (QTreeWidgetItem* item = TreeView1->itemAt(help->pos()))
+            QToolTip::showText(help->globalPos(), item->text(0), TreeView1->viewport());
+        else
+            QToolTip::hideText();
+        return true;
+    } else if (TreeView1 && watched == TreeView1->viewport() &&
+               (event->type() == QEvent::MouseButtonPress ||
+                event->type() == QEvent::MouseButtonDblClick ||
+                event->type() == QEvent::MouseButtonRelease)) {
+        auto* mouse = static_cast<QMouseEvent*>(event);
+        // The right button only opens the pop-up menu, which acts on the pipe
+        // type on the sheet: it must not move the selection away from it.
+        if (mouse->button() == Qt::RightButton) return true;
+        if (event->type() == QEvent::MouseButtonRelease) {
+            // The Shift key counts as the release carries it; the naming
+            // follows the click that the same release makes.
+            const bool shift = mouse->modifiers().testFlag(Qt::ShiftModifier);
+            QTimer::singleShot(0, this, [this, shift] { AfterTreeInput(shift); });
+        }
     }
     return QMainWindow::eventFilter(watched, event);
 }
@@ -592,7 +639,13 @@ void TFtankaregist::SetupSheet() {
 void TFtankaregist::FormResize() {
     if (!Panel5 || !StrColGrid1) return;
     const int w = Panel5->width();
-    const int c = std::max(0, (w - 120) / 13);
+    // The form's rule, (w - 120) / 13, unless the panel's margins and the
+    // grid lines here leave less room: the last column must not be cut off.
+    const QMargins m = Panel5->layout()->contentsMargins();
+    const auto* grid = static_cast<QGridLayout*>(Panel5->layout());
+    const int lines = (StrColGrid1->ColCount() + 1) * StrColGrid1->GridLineWidth() + 2;
+    const int room = w - m.left() - m.right() - grid->horizontalSpacing() - 55 - Col0Width - lines;
+    const int c = std::max(0, std::min((w - 120) / 13, room / 13));
     for (TStrColGrid* g : {StrColGrid1, StrColGrid2}) {
         g->SetColWidths(0, Col0Width);
         for (int col = 1; col < g->ColCount(); ++col)

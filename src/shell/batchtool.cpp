@@ -1,27 +1,41 @@
 #include "shell/batchtool.h"
 
 #include "engine/calcrow.h"
+#include "platform/commandline.h"
 #include "platform/consoledialogs.h"
 #include "platform/datapaths.h"
+#include "sheet/sheettexts.h"
 #include "store/modulewrappersqlite.h"
 #include "store/pipetypestore.h"
+#include "util/textwidth.h"
 
 #include <QDir>
 #include <QFileInfo>
 
 #include <cstdio>
 #include <optional>
+#include <vector>
 
 namespace {
 
-const char* const Usage = "usage: qorvale-tool show --group G --kan K [--launch LAUNCHSTRING]\n"
-                          "       qorvale-tool recalc --group G [--kan K] [--launch LAUNCHSTRING]\n"
-                          "  G is a group from 1 to 10, K a pipe type from 1 to 20.\n";
+const char* const Usage =
+    "usage: qorvale-tool show --group G --kan K [--csv] [--launch LAUNCHSTRING]\n"
+    "       qorvale-tool recalc --group G [--kan K] [--launch LAUNCHSTRING]\n"
+    "       qorvale-tool --help | --version\n"
+    "  show    prints the sizes, prices, factors and composite prices of a pipe type\n"
+    "          as a table (--csv: comma-separated, for other programs)\n"
+    "  recalc  recalculates and stores the pipe types of a group as the program's\n"
+    "          group recalculation does\n"
+    "  G is a group from 1 to 10, K a pipe type from 1 to 20. The database is found\n"
+    "  as the program finds it (field 5 of LAUNCHSTRING, else the default folder).\n"
+    "  Exit code 0 on success, 1 when the database is missing, busy or fails,\n"
+    "  2 on bad arguments.\n";
 
 struct Args {
     QString command;
     int group = 0;
     int kan = 0;
+    bool csv = false;
     QString launch;
 };
 
@@ -33,6 +47,10 @@ QString parse(const QStringList& args, Args& a) {
         return QStringLiteral("unknown command: ") + a.command;
     for (int i = 1; i < int(args.size()); ++i) {
         const QString& name = args[i];
+        if (name == QLatin1String("--csv") && a.command == QLatin1String("show")) {
+            a.csv = true;
+            continue;
+        }
         if (name != QLatin1String("--group") && name != QLatin1String("--kan") &&
             name != QLatin1String("--launch"))
             return QStringLiteral("unknown argument: ") + name;
@@ -76,26 +94,99 @@ QString oneLine(const QString& text) {
     return s;
 }
 
-void printPipeType(QTextStream& out, int group, int kan) {
-    out << "group " << group << " pipe type " << kan << ": " << KanzaiRows[1].Goods() << " / "
-        << KanzaiRows[2].Goods() << " / " << KanzaiRows[3].Goods() << "\n";
-    out << "row; GOODS;SIZE;KIND;FLAG;CI;NET;GROSS;TEIKA;DATA1..DATA7;NTANKA;GTANKA;FTANKA; | "
-           "CALC1_G..CALC7_G | CALC1_N..CALC7_N\n";
-    for (int r = 1; r <= RowCount; ++r) {
-        const Fuzokurecordtypex& row = KanzaiRows[r];
-        out << QStringLiteral("%1; ").arg(r, 2) << RowLine(row) << " |";
-        for (Currency c : row.CALC_G)
-            out << " " << CurrToStr(c);
-        out << " |";
-        for (Currency c : row.CALC_N)
-            out << " " << CurrToStr(c);
-        out << "\n";
+// The columns of the show table, in the words of the sheet.
+QStringList showHeadings(bool refrigerant) {
+    const ElementHeadings h = LongHeadings(refrigerant);
+    auto plain = [](QString s) { return s.remove(QLatin1Char(' ')); };
+    return {QStringLiteral("呼び径"),
+            QStringLiteral("提出"),
+            QStringLiteral("原価"),
+            QStringLiteral("定価"),
+            QStringLiteral("管"),
+            plain(h.col5),
+            plain(h.col6),
+            plain(h.col7),
+            QStringLiteral("配管工"),
+            plain(h.col9),
+            plain(h.col10),
+            QStringLiteral("複合単価提出"),
+            QStringLiteral("複合単価原価"),
+            QStringLiteral("採用単価")};
+}
+
+// One line of a detail: size, the three prices, the seven factors as the
+// sheet shows them, and the composite prices of both sides and the adopted.
+QStringList showLine(const Fuzokurecordtypex& row, bool refrigerant, bool plainNumbers) {
+    SheetView view;
+    view.refrigerant = refrigerant;
+    const auto cells = Grid1LineTexts(row, view);
+    auto amount = [plainNumbers](Currency c) {
+        return plainNumbers ? CurrToStr(c) : FormatAmount(c);
+    };
+    QStringList line{row.Size(), amount(row.GROSS), amount(row.NET), amount(row.TEIKA)};
+    for (int c = 4; c <= 10; ++c)
+        line << (plainNumbers ? CurrToStr(row.Data(c - 3)) : cells[std::size_t(c)]);
+    line << amount(row.GTANKA) << amount(row.NTANKA) << amount(row.FTANKA);
+    return line;
+}
+
+void printPipeType(QTextStream& out, int group, int kan, bool csv) {
+    const bool refrigerant = CurrentOptions().ModeFlag() == 1;
+    const int details = refrigerant ? 1 : 4;
+    const QStringList headings = showHeadings(refrigerant);
+    auto detailCaption = [&](int t) {
+        return refrigerant ? RefrigerantTabCaption : KanzaiRows[t * 15 + 1].Kind();
+    };
+    if (csv) {
+        out << QStringLiteral("細目,") << headings.join(QLatin1Char(',')) << "\n";
+        for (int t = 0; t < details; ++t)
+            for (int g = 1; g <= SheetLines; ++g) {
+                const Fuzokurecordtypex& row = KanzaiRows[t * 15 + g];
+                if (row.Size().isEmpty()) continue;
+                out << detailCaption(t) << ","
+                    << showLine(row, refrigerant, true).join(QLatin1Char(',')) << "\n";
+            }
+        return;
+    }
+    KanzaiOptions o = CurrentOptions();
+    out << QStringLiteral("グループ %1 管種 %2: ").arg(group).arg(kan) << KanzaiRows[1].Goods()
+        << " / " << KanzaiRows[2].Goods() << " / " << KanzaiRows[3].Goods() << "\n";
+    out << (refrigerant ? QStringLiteral("冷媒モード") : QStringLiteral("配管モード"))
+        << QStringLiteral("  基礎工費 提出 ") << FormatAmount(o.LabourSubmitted())
+        << QStringLiteral(" 原価 ") << FormatAmount(o.LabourCost()) << "\n";
+    for (int t = 0; t < details; ++t) {
+        std::vector<QStringList> lines{headings};
+        for (int g = 1; g <= SheetLines; ++g) {
+            const Fuzokurecordtypex& row = KanzaiRows[t * 15 + g];
+            if (!row.Size().isEmpty()) lines.push_back(showLine(row, refrigerant, false));
+        }
+        std::vector<int> widths(std::size_t(headings.size()), 0);
+        for (const QStringList& l : lines)
+            for (int c = 0; c < int(l.size()); ++c)
+                widths[std::size_t(c)] = std::max(widths[std::size_t(c)], DisplayWidth(l[c]));
+        out << "\n[" << detailCaption(t) << "]\n";
+        if (lines.size() == 1) {
+            out << QStringLiteral("（サイズなし）") << "\n";
+            continue;
+        }
+        for (const QStringList& l : lines) {
+            QStringList cells;
+            for (int c = 0; c < int(l.size()); ++c)
+                cells << PadToWidth(l[c], widths[std::size_t(c)], c > 0);
+            out << cells.join(QStringLiteral("  ")).trimmed() << "\n";
+        }
     }
 }
 
 } // namespace
 
 int RunQorvaleTool(const QStringList& args, QTextStream& out, QTextStream& err) {
+    const int standard =
+        StandardOptions(args, QStringLiteral("qorvale-tool"), QString::fromUtf8(Usage),
+                        {QStringLiteral("--group"), QStringLiteral("--kan"),
+                         QStringLiteral("--launch"), QStringLiteral("--csv")},
+                        out, err);
+    if (standard >= 0) return standard;
     Args a;
     const QString bad = parse(args, a);
     if (!bad.isEmpty()) {
@@ -124,7 +215,7 @@ int RunQorvaleTool(const QStringList& args, QTextStream& out, QTextStream& err) 
             ClearRows(RowCount);
             LoadPipeType(1, a.group, a.kan);
             CalcAllRows();
-            printPipeType(out, a.group, a.kan);
+            printPipeType(out, a.group, a.kan, a.csv);
             return 0;
         }
         if (const auto blocked = writeBlocked(ExDatabasePath)) {
@@ -138,15 +229,12 @@ int RunQorvaleTool(const QStringList& args, QTextStream& out, QTextStream& err) 
             LoadPipeType(1, a.group, kan);
             for (int r = 1; r < OptionRow; ++r)
                 CalcRow(r);
-            const int before = console->Printed();
-            SavePipeType(nullptr, 1, a.group, 0, kan);
-            const int failed = console->Printed() - before;
+            const bool saved = SavePipeType(nullptr, 1, a.group, 0, kan);
             out << "group " << a.group << " pipe type " << kan << " ("
                 << KanzaiRows[1].Goods().trimmed() << "): "
-                << (failed ? QStringLiteral("%1 of 60 rows failed").arg(failed)
-                           : QStringLiteral("recalculated and saved"))
+                << (saved ? QStringLiteral("recalculated and saved") : QStringLiteral("not saved"))
                 << "\n";
-            if (failed) {
+            if (!saved) {
                 err << "qorvale-tool: stopped after a failed save\n";
                 return 1;
             }

@@ -79,5 +79,10 @@ void LoadGroupNames() {
 }
 
 int SaveGroupNames() {
-    return ExecStatements(ExDatabasePath, {ConfDeleteStatement(), ConfInsertStatement(KanzaiConf)});
+    QString reason;
+    if (TryExecStatements(ExDatabasePath, {ConfDeleteStatement(), ConfInsertStatement(KanzaiConf)},
+                          reason))
+        return 1;
+    ShowWriteFailure(nullptr, reason, QStringLiteral("グループ名を保存できませんでした。"));
+    return 0;
 }

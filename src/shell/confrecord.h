@@ -38,5 +38,5 @@ QString ConfInsertStatement(const ConfRecord& conf);
 void LoadGroupNames();
 // Replaces the record on ExDatabasePath with KanzaiConf: the delete and the
 // insert run in one transaction, so a failed insert keeps the old record.
-// 1 on success, 0 after the box "ERROR".
+// 1 on success; 0 after one box "ERROR" with the database's reason.
 int SaveGroupNames();

@@ -118,18 +118,16 @@ void TToggleSwitch::keyPressEvent(QKeyEvent* event) {
     QWidget::keyPressEvent(event);
 }
 
-// TCheckGroupBox
+// TCheckBox
 
-TCheckGroupBox::TCheckGroupBox(const QString& caption, QWidget* parent)
-    : QGroupBox(caption, parent) {
-    setCheckable(true);
+TCheckBox::TCheckBox(const QString& caption, QWidget* parent) : QCheckBox(caption, parent) {
     setChecked(true);
-    connect(this, &QGroupBox::clicked, this, [this] {
+    connect(this, &QCheckBox::clicked, this, [this] {
         if (OnClick) OnClick();
     });
 }
 
-void TCheckGroupBox::SetChecked(bool checked) {
+void TCheckBox::SetChecked(bool checked) {
     if (checked == isChecked()) return;
     setChecked(checked);
     if (OnClick) OnClick();

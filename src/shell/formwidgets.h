@@ -4,6 +4,7 @@
 // with a check box in its caption, and a combo box that reports its keys.
 // Events are plain callbacks with the framework's names.
 
+#include <QCheckBox>
 #include <QComboBox>
 #include <QGroupBox>
 #include <QStringList>
@@ -64,12 +65,12 @@ private:
     QString onCaption_, offCaption_;
 };
 
-// A group box whose caption is a check box. Setting Checked from the program
-// fires OnClick like a click does, when the state changes.
-class TCheckGroupBox : public QGroupBox {
+// A check box. Setting Checked from the program fires OnClick like a click
+// does, when the state changes.
+class TCheckBox : public QCheckBox {
     Q_OBJECT
 public:
-    explicit TCheckGroupBox(const QString& caption, QWidget* parent = nullptr);
+    explicit TCheckBox(const QString& caption, QWidget* parent = nullptr);
 
     bool Checked() const { return isChecked(); }
     void SetChecked(bool checked);

@@ -4,6 +4,7 @@
 #include "controls/controlerrors.h"
 #include "platform/application.h"
 #include "platform/datapaths.h"
+#include "shell/settingsfiles.h"
 #include "store/ex_general.h"
 
 #include <QCoreApplication>
@@ -25,9 +26,11 @@ TFtankaregist::TFtankaregist(const QString& launchString, QWidget* parent) : QMa
     CentralArea->setObjectName(QStringLiteral("CentralArea"));
     setCentralWidget(CentralArea);
     buildSheet();
+    SetupLibraryCommands();
     connectGroupRewrites();
     setGeometry(DefaultLeft, DefaultTop, DefaultWidth, DefaultHeight);
     SetUndoEnabledHandler([this](bool enabled) { ActionUndo->setEnabled(enabled); });
+    ConnectEditCommands();
     // Failures inside the controls' own event handling are shown like any
     // other failure.
     SetControlsExceptionHandler([](const QString& message) {
@@ -50,6 +53,7 @@ TFtankaregist::~TFtankaregist() {
 
 void TFtankaregist::FormCreate(const QString& launchString) {
     DataRoot = DataRootPath();
+    NetworkFolder = ReadNetworkDir(DataRoot);
     DatabaseFolder = DatabaseFolderFrom(launchString); // the default string when empty
     SavedLines.clear();
     CurrentLines.clear();

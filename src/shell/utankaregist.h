@@ -7,6 +7,7 @@
 #include <QString>
 
 #include <array>
+#include <functional>
 
 class QAction;
 class QDialog;
@@ -15,13 +16,15 @@ class QLabel;
 class QMenu;
 class QMenuBar;
 class QPushButton;
+class QScrollArea;
+class QSplitter;
 class QStatusBar;
 class QTabBar;
 class QTreeWidget;
 class QTreeWidgetItem;
 class QLineEdit;
 class TBoxLabel;
-class TCheckGroupBox;
+class TCheckBox;
 class TEditCombo;
 class TFixedList;
 class TGradPan;
@@ -51,6 +54,9 @@ public:
     int CurrentGrp = 1;
     int CurrentKan = 1;
     bool NoDataFolder = false;
+    // "[Network_Dir]" of the network file, read as the form is created; the
+    // folder it names takes no part in finding the database.
+    QString NetworkFolder;
 
     // ---- Main menu ------------------------------------------------------
     QMenuBar* MainMenu1 = nullptr;
@@ -159,6 +165,8 @@ public:
     QLabel* Label9 = nullptr;  // "Qorvale"
     QLabel* ReleaseLabel = nullptr;
     QTreeWidget* TreeView1 = nullptr;
+    QSplitter* TreeSplitter = nullptr; // between the tree and the sheet
+    QScrollArea* SheetScroll = nullptr;
 
     // The group "管種名".
     TEditCombo* GOODSBOX = nullptr;
@@ -181,15 +189,15 @@ public:
     TStrColGrid* StrColGrid2 = nullptr;
 
     // The options of the pipe type.
-    TRadioGroup* SBorRadio1 = nullptr;        // モード
-    TRadioGroup* Scalc_opt1 = nullptr;        // その他の計算方法
-    TRadioGroup* SBorRadio4 = nullptr;        // 各要素単位の計算処理
-    TRadioGroup* SBorRadio8 = nullptr;        // 小数以下処理
-    TRadioGroup* SBorRadio14 = nullptr;       // 採用有効桁設定[提出]
-    TRadioGroup* SBorRadio11 = nullptr;       // 有効桁以下
-    TFixedList* ComboBox1 = nullptr;          // 単価計算処理: digits
-    TFixedList* ComboBox3 = nullptr;          // 単価計算処理: fraction
-    TCheckGroupBox* CheckGroupBox1 = nullptr; // 単価に掛率を使用
+    TRadioGroup* SBorRadio1 = nullptr;   // モード
+    TRadioGroup* Scalc_opt1 = nullptr;   // その他の計算方法
+    TRadioGroup* SBorRadio4 = nullptr;   // 各要素単位の計算処理
+    TRadioGroup* SBorRadio8 = nullptr;   // 小数以下処理
+    TRadioGroup* SBorRadio14 = nullptr;  // 採用有効桁設定[提出]
+    TRadioGroup* SBorRadio11 = nullptr;  // 有効桁以下
+    TFixedList* ComboBox1 = nullptr;     // 単価計算処理: digits
+    TFixedList* ComboBox3 = nullptr;     // 単価計算処理: fraction
+    TCheckBox* CheckGroupBox1 = nullptr; // 単価に掛率を使用
     TNumberEdit* avr_1 = nullptr;
     TNumberEdit* avr_N = nullptr;
     TNumberEdit* GpayDay1 = nullptr;
@@ -213,6 +221,9 @@ public:
     void ClearSheet();
     void ShowPipeType();
     void ApplyControls();
+    // Rows 1 to 59 calculated; the lines of the current tab and the prices
+    // shown.
+    void RecalcAndShowTab();
     void TakeSelection();
     void FillGroupNodes(int g);
     void LoadGroupNames();
@@ -248,12 +259,27 @@ public:
 
     // The steps of opening and closing.
     void FormShow();
+    // Where the window goes when no geometry was saved.
+    QRect DefaultGeometry() const;
+    // False when the close is to be refused (see closeEvent).
     bool FormCloseQuery();
+    // After a save at closing that failed: true when the user closes all the
+    // same, false to stay.
+    bool CloseWithoutSaving();
     void FormClose();
     void ReadDisplayFile();
+    void SetTreeViewWidth(int width);
     void WriteDisplayFile();
-    // Asks to save a changed pipe type; saves on yes.
-    void AskToSave();
+    // Asks to save a changed pipe type; saves on yes. False when the save
+    // did not reach the database (the rows stay unsaved).
+    bool AskToSave();
+    // The tree node of the pipe type on the sheet, and a selection change
+    // that fires no click.
+    QTreeWidgetItem* CurrentPipeTypeNode() const;
+    void SelectNodeQuietly(QTreeWidgetItem* node);
+    // After the tree has handled a key or a mouse button: a selection moved
+    // without a click loads like a click; Shift at the button's release names.
+    void AfterTreeInput(bool shiftNaming);
 
     // ---- Handlers ---------------------------------------------------------
     void FormCreate(const QString& launchString);
@@ -270,6 +296,48 @@ public:
     // Makes the menu item follow the action and run it.
     static void BindAction(QAction* item, QAction* action);
 
+    // ---- The standard labour library (src/edit/utankaregist_library.cpp) ----
+    // Enables and joins ActionSaveParts and ActionLoadparts; run at construction.
+    void SetupLibraryCommands();
+    void ActionSavePartsExecute();
+    void ActionLoadpartsExecute();
+
+    // ---- Edit commands: copy and paste, moving, clearing, undo (src/edit) ----
+    // Enables the commands and joins them to their menu items.
+    void ConnectEditCommands();
+    QAction* N15 = nullptr; // separator of item_copy_2 and item_paste_2, hidden
+    void all_copy_1Click();
+    void all_copy_2Click();
+    void all_copy_3Click();
+    void all_copy_4Click();
+    void all_paste_1Click();
+    void all_paste_2Click();
+    void all_paste_3Click();
+    void all_paste_4Click();
+    void item_copy_1Click();
+    void item_copy_2Click();
+    void item_copy_3Click();
+    void item_copy_4Click();
+    void item_copy_5Click();
+    void item_paste_1Click();
+    void item_paste_2Click();
+    void item_paste_3Click();
+    void item_paste_4Click();
+    void item_paste_5Click();
+    void ActionUndoExecute();
+    void ActionMoveUpExecute();
+    void ActionMoveDownExecute();
+    void N22Click();
+    void N33Click();
+    // The eight paste items, in the order all_paste_1..4, item_paste_1..4.
+    std::array<QAction*, 8> PasteItems() const;
+    // The paste item of the last copy enabled, the other seven disabled.
+    void EnableOnlyPaste(QAction* paste);
+    // Moves the pipe type on the sheet by d (-1 up, +1 down) in its group.
+    void MovePipeType(int d);
+    // The end of every paste: the rows to the screen, the node's name, undo.
+    void FinishPaste(bool renameNode);
+
 protected:
     void showEvent(QShowEvent* event) override;
     void closeEvent(QCloseEvent* event) override;
@@ -282,10 +350,15 @@ private:
     void connectSheet();
     // The filter both grids share; true when the key commits.
     bool GridKeyCommits(TStrColGrid* grid, int key);
-    void CommitGrid1(int key);
+    void CommitGrid1(int key, bool shiftDown);
     void CommitGrid2(int key);
+    void treeClickSteps();
     bool shown_ = false;
     bool settingTabs_ = false;
+    bool treeClickRunning_ = false;
+    // The node the last tree click went to.
+    QTreeWidgetItem* lastTreeNode_ = nullptr;
+    std::function<void()> pendingTreeInput_;
     void buildMenu();
     void buildStatusBar();
     QAction* addItem(QMenu* menu, const char* name, const QString& caption);

@@ -250,8 +250,7 @@ void TFtankaregist::NameGroup(int tag) {
 void TFtankaregist::tree_listClick() {
     // The check mark follows the click, and the tree follows the mark, so
     // that a hidden tree can be brought back.
-    if (auto* tree = findChild<QWidget*>(QStringLiteral("TreeView1")))
-        tree->setVisible(tree_list->isChecked());
+    if (TreeView1) TreeView1->setVisible(tree_list->isChecked());
 }
 
 void TFtankaregist::status_barClick() {

@@ -17,6 +17,8 @@
 #include <QDir>
 #include <QLabel>
 #include <QPalette>
+#include <QScreen>
+#include <QSplitter>
 #include <QStatusBar>
 #include <QTimer>
 #include <QToolTip>
@@ -46,9 +48,9 @@ void TFtankaregist::FormShow() {
     NoDataFolder = false;
     if (!QDir(DataRoot).exists()) {
         ShowTaskDialog(
-            this, ApplicationTitle(), QStringLiteral("確認"), TaskDialog::IconInformation,
-            TaskDialog::ButtonYes,
-            QStringLiteral("インストール直後は、Velmora本体を先に一度起動してください。"));
+            this, ApplicationTitle(),
+            QStringLiteral("インストール直後は、Velmora本体を先に一度起動してください。"),
+            TaskDialog::IconInformation, TaskDialog::ButtonYes, QString());
         NoDataFolder = true;
         close();
         return;
@@ -58,7 +60,7 @@ void TFtankaregist::FormShow() {
     if (rect.Height > 0)
         setGeometry(rect.Left, rect.Top, rect.Width, rect.Height);
     else
-        setGeometry(DefaultLeft, DefaultTop, DefaultWidth, DefaultHeight);
+        setGeometry(DefaultGeometry());
     ReleaseLabel->setText(ReleaseText);
     ReadDisplayFile();
 
@@ -84,6 +86,7 @@ void TFtankaregist::FormShow() {
         FillGroupNodes(g);
     CurrentCtg = CurrentGrp = CurrentKan = 1;
     TreeView1->setCurrentItem(TreeNode(1));
+    lastTreeNode_ = TreeNode(1);
     TakeSelection();
     LoadPipeType(CurrentCtg, CurrentGrp, CurrentKan);
     TakeSnapshot();
@@ -94,23 +97,54 @@ void TFtankaregist::FormShow() {
         grid->SetCellColors(0, 1, TColor(SheetMark));
 }
 
+QRect TFtankaregist::DefaultGeometry() const {
+    // The form's own size, unless the screen is smaller: then the window
+    // fills the screen and the sheet scrolls. A saved geometry is never
+    // changed.
+    QRect g(DefaultLeft, DefaultTop, DefaultWidth, DefaultHeight);
+    if (const QScreen* s = screen() ? screen() : QGuiApplication::primaryScreen()) {
+        // The window frame, once the desktop has put one around the window.
+        const QSize frame = frameGeometry().size() - geometry().size();
+        const QRect avail = s->availableGeometry().adjusted(0, 0, -frame.width(), -frame.height());
+        if (g.width() > avail.width() || g.height() > avail.height()) {
+            g.moveTopLeft(avail.topLeft());
+            g.setSize(g.size().boundedTo(avail.size()));
+        }
+    }
+    return g;
+}
+
 void TFtankaregist::closeEvent(QCloseEvent* event) {
-    // A close is never refused; a failure in the close query is shown and
-    // stops only the query.
+    // The one way a close is refused: the user's rows could not be saved and
+    // the user chooses to stay with them.
+    bool canClose = true;
     try {
-        FormCloseQuery();
+        canClose = FormCloseQuery();
     } catch (...) {
         HandleCurrentException();
+        canClose = NoDataFolder || CloseWithoutSaving();
+    }
+    if (!canClose) {
+        event->ignore();
+        return;
     }
     FormClose();
     event->accept();
+}
+
+bool TFtankaregist::CloseWithoutSaving() {
+    return ShowTaskDialog(this, ApplicationTitle(),
+                          QStringLiteral("データを保存できませんでした。"), TaskDialog::IconWarning,
+                          TaskDialog::ButtonYes | TaskDialog::ButtonNo,
+                          QStringLiteral("保存せずに終了しますか?\r\n"
+                                         "「いいえ」で画面に戻ります。")) == TaskDialog::IdYes;
 }
 
 bool TFtankaregist::FormCloseQuery() {
     if (NoDataFolder) return true;
     WaitForGroupRewrite(); // no pipe type of a running group rewrite is left half-written
     ApplyControls();
-    AskToSave();
+    if (!AskToSave() && !CloseWithoutSaving()) return false;
     WriteDisplayFile();
     return true;
 }
@@ -128,10 +162,18 @@ void TFtankaregist::ReadDisplayFile() {
     if (ReadDisplaySettings(DataRoot, s)) {
         tree_list->setChecked(s.TreeUse);
         status_bar->setChecked(s.StatusUse);
-        if (s.HasTreeViewWidth) TreeView1->setFixedWidth(std::max(0, s.TreeViewWidth));
+        if (s.HasTreeViewWidth) SetTreeViewWidth(s.TreeViewWidth);
     }
     if (!tree_list->isChecked()) TreeView1->hide();
     if (!status_bar->isChecked()) StatusBar1->hide();
+}
+
+void TFtankaregist::SetTreeViewWidth(int width) {
+    // The left panel is as wide as the tree in it.
+    QList<int> sizes = TreeSplitter->sizes();
+    const int total = sizes.value(0) + sizes.value(1);
+    const int w = std::max(0, width);
+    TreeSplitter->setSizes({w, std::max(0, total - w)});
 }
 
 void TFtankaregist::WriteDisplayFile() {

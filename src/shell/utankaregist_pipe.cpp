@@ -6,6 +6,7 @@
 #include "controls/strcgrid.h"
 #include "engine/calcrow.h"
 #include "engine/rounding.h"
+#include "platform/application.h"
 #include "platform/datapaths.h"
 #include "platform/dialogs.h"
 #include "sheet/sheettexts.h"
@@ -13,6 +14,7 @@
 #include "shell/formwidgets.h"
 #include "store/modulewrappersqlite.h"
 #include "store/pipetypestore.h"
+#include "util/flagscope.h"
 #include "util/textlines.h"
 
 #include <QLabel>
@@ -94,23 +96,89 @@ void TFtankaregist::TakeSelection() {
     SetStatusPanel(2, QString::number(CurrentKan));
 }
 
-void TFtankaregist::AskToSave() {
-    if (!PipeTypeChanged()) return;
+bool TFtankaregist::AskToSave() {
+    if (!PipeTypeChanged()) return true;
     const int answer =
         ShowTaskDialog(this, ApplicationTitle(), QStringLiteral("確認"), TaskDialog::IconQuestion,
                        TaskDialog::ButtonYes | TaskDialog::ButtonCancel,
                        GOODSBOX->Text() + QStringLiteral("\r\nデータを保存しますか?"));
-    if (answer == TaskDialog::IdYes) SavePipeType(this, CurrentCtg, CurrentGrp, 0, CurrentKan);
+    if (answer != TaskDialog::IdYes) return true;
+    return SavePipeType(this, CurrentCtg, CurrentGrp, 0, CurrentKan);
+}
+
+QTreeWidgetItem* TFtankaregist::CurrentPipeTypeNode() const {
+    return TreeNode((CurrentGrp - 1) * 21 + CurrentKan);
+}
+
+void TFtankaregist::SelectNodeQuietly(QTreeWidgetItem* node) {
+    if (!node) return;
+    const QSignalBlocker block(TreeView1);
+    TreeView1->setCurrentItem(node);
+    TreeView1->scrollToItem(node);
 }
 
 void TFtankaregist::TreeView1Click() {
-    AskToSave();
+    {
+        const FlagScope running(treeClickRunning_);
+        treeClickSteps();
+    }
+    // Tree input that came while the click was asking its question.
+    if (pendingTreeInput_) {
+        const std::function<void()> next = std::move(pendingTreeInput_);
+        pendingTreeInput_ = nullptr;
+        next();
+    }
+}
+
+void TFtankaregist::treeClickSteps() {
     QTreeWidgetItem* node = SelectedNode();
+    // A save that did not reach the database keeps the user on the pipe type
+    // with the unsaved rows: loading another now would drop them.
+    if (!AskToSave()) {
+        SelectNodeQuietly(lastTreeNode_ ? lastTreeNode_ : CurrentPipeTypeNode());
+        return;
+    }
+    lastTreeNode_ = node;
     if (!node || node->childCount() > 0) return;
-    TakeSelection();
-    LoadPipeType(CurrentCtg, CurrentGrp, CurrentKan);
+    // A load that fails leaves everything as it was before the click: the
+    // triple, the selected node, the rows and what counts as saved. Else the
+    // next save would write these rows over the pipe type clicked.
+    const RowTable rows = KanzaiRows;
+    const QStringList saved = SavedLines;
+    const int grp = CurrentGrp, kan = CurrentKan;
+    QStringList panels;
+    for (int i = 0; i < 3; ++i)
+        panels << StatusPanel(i);
+    try {
+        TakeSelection();
+        LoadPipeType(CurrentCtg, CurrentGrp, CurrentKan);
+    } catch (...) {
+        KanzaiRows = rows;
+        SavedLines = saved;
+        CurrentGrp = grp;
+        CurrentKan = kan;
+        for (int i = 0; i < 3; ++i)
+            SetStatusPanel(i, panels[i]);
+        lastTreeNode_ = CurrentPipeTypeNode();
+        SelectNodeQuietly(lastTreeNode_);
+        HandleCurrentException();
+        return;
+    }
     TakeSnapshot();
     ShowPipeType();
+}
+
+void TFtankaregist::AfterTreeInput(bool shiftNaming) {
+    // Runs once the tree has handled a key or a mouse button. A click that is
+    // still asking its question finishes first; its end runs this again.
+    if (treeClickRunning_) {
+        pendingTreeInput_ = [this, shiftNaming] { AfterTreeInput(shiftNaming); };
+        return;
+    }
+    // No key or mouse path leaves the selected node and the pipe type on the
+    // sheet apart: a selection moved without a click counts as a click.
+    if (SelectedNode() != lastTreeNode_) TreeView1Click();
+    if (shiftNaming) TreeView1MouseUp();
 }
 
 void TFtankaregist::TreeView1MouseUp() {
@@ -145,11 +213,11 @@ void TFtankaregist::ClearSheet() {
 }
 
 void TFtankaregist::ShowPipeType() {
-    Refreshing = true;
+    const FlagScope refreshing(Refreshing);
     ClearSheet();
     KanzaiOptions o = CurrentOptions();
     {
-        settingTabs_ = true;
+        const FlagScope settingTabs(settingTabs_);
         while (TabControl1->count() > 0)
             TabControl1->removeTab(0);
         if (o.ModeFlag() == 0) {
@@ -170,7 +238,6 @@ void TFtankaregist::ShowPipeType() {
             TabControl1->setCurrentIndex(0);
             SetGrid1Headings(true, true);
         }
-        settingTabs_ = false;
     }
     GOODSBOX->SetText(KanzaiRows[1].Goods());
     ComboBox4->SetText(KanzaiRows[2].Goods());
@@ -197,9 +264,10 @@ void TFtankaregist::ShowPipeType() {
     SBorRadio1->SetItemIndex(o.ModeFlag());
     Scalc_opt1->SetItemIndex(o.OtherMethod());
 
-    settingTabs_ = true;
-    TabControl1->setCurrentIndex(0);
-    settingTabs_ = false;
+    {
+        const FlagScope settingTabs(settingTabs_);
+        TabControl1->setCurrentIndex(0);
+    }
 
     if (o.RateOn() == Currency::FromInt(1))
         CheckGroupBox1->SetChecked(true);
@@ -213,7 +281,6 @@ void TFtankaregist::ShowPipeType() {
     for (int r = 1; r <= SheetLines; ++r)
         ShowPriceCells(r);
     SetUndoEnabled(false);
-    Refreshing = false;
 }
 
 // ---- Controls to rows -----------------------------------------------------------
@@ -250,6 +317,13 @@ void TFtankaregist::ApplyControls() {
     o.ModeFlag() = SBorRadio1->ItemIndex();
     o.OtherMethod() = Scalc_opt1->ItemIndex();
 
+    RecalcAndShowTab();
+    RefreshLines();
+    SetGrid1Headings(SBorRadio1->ItemIndex() == 1, false);
+    StrColGrid1->SetCells(1, 0, QStringLiteral("採用単価"));
+}
+
+void TFtankaregist::RecalcAndShowTab() {
     for (int r = 1; r < OptionRow; ++r)
         CalcRow(r);
     const int base = TabBase();
@@ -257,9 +331,6 @@ void TFtankaregist::ApplyControls() {
         ShowGridRow(base + g);
     for (int r = 1; r <= SheetLines; ++r)
         ShowPriceCells(r);
-    RefreshLines();
-    SetGrid1Headings(SBorRadio1->ItemIndex() == 1, false);
-    StrColGrid1->SetCells(1, 0, QStringLiteral("採用単価"));
 }
 
 // ---- Events -----------------------------------------------------------------------

@@ -1,6 +1,7 @@
 // The main form: the status bar and its seven panels.
 #include "shell/utankaregist.h"
 
+#include <QHBoxLayout>
 #include <QLabel>
 #include <QStatusBar>
 
@@ -13,16 +14,27 @@ void TFtankaregist::buildStatusBar() {
     StatusBar1 = new QStatusBar(this);
     StatusBar1->setObjectName(QStringLiteral("StatusBar1"));
     StatusBar1->setSizeGripEnabled(true);
+    // The panels keep their widths and are cut off at the right of a narrow
+    // window; they never make the window wider than the screen.
+    auto* row = new QWidget(StatusBar1);
+    row->setObjectName(QStringLiteral("StatusPanels"));
+    row->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
+    auto* layout = new QHBoxLayout(row);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->setSpacing(2);
+    layout->setSizeConstraint(QLayout::SetNoConstraint);
     for (int i = 0; i < StatusPanelCount; ++i) {
-        auto* panel = new QLabel(StatusBar1);
+        auto* panel = new QLabel(row);
         panel->setObjectName(QStringLiteral("StatusPanel%1").arg(i));
         panel->setFixedWidth(StatusPanelWidths[std::size_t(i)]);
         panel->setFrameShape(QFrame::StyledPanel);
         panel->setFrameShadow(QFrame::Sunken);
         panel->setTextFormat(Qt::PlainText);
-        StatusBar1->addWidget(panel);
+        layout->addWidget(panel);
         statusPanels[std::size_t(i)] = panel;
     }
+    layout->addStretch(1);
+    StatusBar1->addWidget(row, 1);
     setStatusBar(StatusBar1);
 }
 

@@ -11,22 +11,51 @@ void showError() {
     CurrentDialogs().Message(nullptr, ApplicationTitle(), QStringLiteral("ERROR"));
 }
 
-int runGuarded(const QString& path, const QStringList& sqls) {
-    TSQLiteDatabase db(path);
+// Runs the statements in one transaction on db. On a failure the transaction
+// is rolled back and reason tells why; a rollback that fails raises.
+bool runTransaction(TSQLiteDatabase& db, const QStringList& sqls, QString& reason) {
     try {
         db.BeginTransaction();
         for (const QString& sql : sqls)
             db.ExecSQL(sql);
         db.Commit();
-    } catch (const std::exception&) {
-        db.Rollback();
-        showError();
-        return 0;
+        return true;
+    } catch (const ESQLiteException& e) {
+        reason = e.Reason();
+    } catch (const std::exception& e) {
+        reason = QString::fromUtf8(e.what());
     }
-    return 1;
+    db.Rollback();
+    return false;
+}
+
+int runGuarded(const QString& path, const QStringList& sqls) {
+    TSQLiteDatabase db(path);
+    QString reason;
+    if (runTransaction(db, sqls, reason)) return 1;
+    showError();
+    return 0;
 }
 
 } // namespace
+
+void ShowWriteFailure(QWidget* form, const QString& reason, const QString& what) {
+    ShowTaskDialog(form, ApplicationTitle(), QStringLiteral("ERROR"), TaskDialog::IconError,
+                   TaskDialog::ButtonOk, reason + QStringLiteral("\r\n") + what);
+}
+
+int TryExecStatements(const QString& path, const QStringList& sqls, QString& reason) {
+    try {
+        TSQLiteDatabase db(path);
+        return runTransaction(db, sqls, reason) ? 1 : 0;
+    } catch (const ESQLiteException& e) {
+        // The open, or the rollback after a failure.
+        if (reason.isEmpty()) reason = e.Reason();
+    } catch (const std::exception& e) {
+        if (reason.isEmpty()) reason = QString::fromUtf8(e.what());
+    }
+    return 0;
+}
 
 void QueryToLines(const QString& path, const QString& sql) {
     ResultLines.clear();

@@ -14,6 +14,8 @@
 #include <QString>
 #include <QStringList>
 
+class QWidget;
+
 // The last result set: one line a row, and the column names in upper case.
 // Shared by every caller; not guarded.
 extern QStringList ResultLines;
@@ -31,6 +33,15 @@ int ExecStatement(const QString& path, const QString& sql);
 
 // The same for several statements in one transaction: all of them or none.
 int ExecStatements(const QString& path, const QStringList& sqls);
+
+// The same, showing nothing and raising nothing: 1 on success; 0 on any
+// failure, the opening of the file included, with the database's own words
+// for it ("database is locked") in reason.
+int TryExecStatements(const QString& path, const QStringList& sqls, QString& reason);
+
+// The one box of a write that did not reach the database: "ERROR", with the
+// database's reason and what was not written.
+void ShowWriteFailure(QWidget* form, const QString& reason, const QString& what);
 
 // The value of a column of a result line; the name is looked up in
 // ResultColumns without regard to case. Empty for an unknown column.

@@ -107,13 +107,24 @@ void LoadPipeType(int /*ctg*/, int grp, int kan) {
     if (options.YOSAN > 1) options.YOSAN = 0;
 }
 
-void SavePipeType(QWidget* form, int /*ctg*/, int grp, int showMessage, int kan) {
+bool SavePipeType(QWidget* form, int /*ctg*/, int grp, int showMessage, int kan) {
+    int failed = 0;
+    QString reason;
     for (int n = 1; n <= RowCount; ++n) {
         const QString sql = SaveStatement(KanzaiRows[n], grp, kan, n);
         if (n == 1) CurrentDialogs().SetClipboardText(sql);
-        ExecStatement(ExDatabasePath, sql);
+        QString why;
+        if (!TryExecStatements(ExDatabasePath, {sql}, why) && failed++ == 0) reason = why;
+    }
+    if (failed > 0) {
+        // The rows stay unsaved, so the question comes again.
+        ShowWriteFailure(
+            form, reason,
+            QStringLiteral("%1行中%2行を保存できませんでした。").arg(RowCount).arg(failed));
+        return false;
     }
     SavedLines = CurrentLines;
     if (showMessage == 1)
         ShowInfoDialog(form, QStringLiteral("確認"), QStringLiteral("保存しました。"));
+    return true;
 }

@@ -20,7 +20,9 @@ QString SaveStatement(const Fuzokurecordtypex& row, int grp, int kan, int n);
 void LoadPipeType(int ctg, int grp, int kan);
 
 // Writes the 60 rows of KanzaiRows, one UPDATE a row, each in a transaction
-// of its own; a failed row shows "ERROR" and the loop goes on. Puts the
-// statement of row 1 on the clipboard. SavedLines takes CurrentLines. With
-// showMessage 1 it closes with "保存しました。". ctg is ignored.
-void SavePipeType(QWidget* form, int ctg, int grp, int showMessage, int kan);
+// of its own, and puts the statement of row 1 on the clipboard. ctg is
+// ignored. When every row was written: SavedLines takes CurrentLines, with
+// showMessage 1 "保存しました。" is shown, and the result is true. When any row
+// failed (the loop goes on over the others): one box "ERROR" with the
+// database's reason, whatever showMessage is, SavedLines unchanged, false.
+bool SavePipeType(QWidget* form, int ctg, int grp, int showMessage, int kan);

@@ -4,8 +4,8 @@
 
 #include <exception>
 
-ESQLiteException::ESQLiteException(const QString& message)
-    : std::runtime_error(message.toUtf8().toStdString()) {}
+ESQLiteException::ESQLiteException(const QString& message, const QString& reason)
+    : std::runtime_error(message.toUtf8().toStdString()), reason_(reason) {}
 
 namespace {
 
@@ -93,7 +93,7 @@ TSQLiteDatabase::TSQLiteDatabase(const QString& FileName) {
             sqlite3_close(fDB);
             fDB = nullptr;
             throw ESQLiteException(
-                QStringLiteral("Failed to open database \"%1\" : %2").arg(FileName, msg));
+                QStringLiteral("Failed to open database \"%1\" : %2").arg(FileName, msg), msg);
         }
         throw ESQLiteException(
             QStringLiteral("Failed to open database \"%1\" : unknown error").arg(FileName));
@@ -128,7 +128,8 @@ void TSQLiteDatabase::RaiseSqlError(const QString& message, const QString& SQL) 
     const QString text = QString::fromUtf8(sqlite3_errmsg(fDB));
     throw ESQLiteException(message + QStringLiteral(".\rError [%1]: %2.\r\"%3\": %4")
                                          .arg(code)
-                                         .arg(SQLiteErrorText(code), SQL, text));
+                                         .arg(SQLiteErrorText(code), SQL, text),
+                           text);
 }
 
 sqlite3_stmt* TSQLiteDatabase::Prepare(const QString& SQL) {

@@ -19,8 +19,14 @@
 // The exception of the layer; what() is the UTF-8 message.
 class ESQLiteException : public std::runtime_error {
 public:
-    explicit ESQLiteException(const QString& message);
+    explicit ESQLiteException(const QString& message, const QString& reason = QString());
     QString Message() const { return QString::fromUtf8(what()); }
+    // The library's own words for what went wrong ("database is locked"),
+    // or the whole message where the library said nothing.
+    QString Reason() const { return reason_.isEmpty() ? Message() : reason_; }
+
+private:
+    QString reason_;
 };
 
 // Library type numbers of a value.

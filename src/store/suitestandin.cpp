@@ -1,6 +1,7 @@
 #include "store/suitestandin.h"
 
 #include "engine/calcrow.h"
+#include "platform/commandline.h"
 #include "platform/datapaths.h"
 #include "store/codepage.h"
 #include "store/ex_general.h"
@@ -283,8 +284,14 @@ int RunVelmoraSuite(const QStringList& args, QTextStream& out, QTextStream& err)
         "usage: velmora-suite init [--demo] [--force] [--launch LAUNCHSTRING]\n"
         "  creates the data folder and the database velmoraMainEX.db3 in the database folder\n"
         "  named by field 5 of the launch string (default as the program's).\n"
+        "       velmora-suite --help | --version\n"
         "  --demo   fill demo pipe types with computed prices\n"
         "  --force  replace an existing database\n");
+    const int standard = StandardOptions(
+        args, QStringLiteral("velmora-suite"), usage,
+        {QStringLiteral("--demo"), QStringLiteral("--force"), QStringLiteral("--launch")}, out,
+        err);
+    if (standard >= 0) return standard;
     if (args.isEmpty() || args.first() != QLatin1String("init")) {
         err << usage;
         return 2;

@@ -19,6 +19,7 @@ namespace {
 
 struct SeenBox {
     QString title, text, informative;
+    QStringList captions; // of the buttons, as laid out
     QMessageBox::Icon icon = QMessageBox::NoIcon;
     QMessageBox::StandardButtons buttons;
     QMessageBox::StandardButton defaultButton = QMessageBox::NoButton;
@@ -38,12 +39,40 @@ void pressOnBox(SeenBox& seen, QMessageBox::StandardButton press) {
         seen.informative = box->informativeText();
         seen.icon = box->icon();
         seen.buttons = box->standardButtons();
+        for (QAbstractButton* b : box->buttons())
+            seen.captions << b->text();
         if (box->defaultButton()) seen.defaultButton = box->standardButton(box->defaultButton());
         if (press == QMessageBox::NoButton)
             QTest::keyClick(box, Qt::Key_Escape);
         else
             box->button(press)->click();
     });
+}
+
+TEST(QtDialogsTest, EveryButtonReadsInJapanese) {
+    QtDialogs dialogs;
+    SeenBox seen;
+    pressOnBox(seen, QMessageBox::Cancel);
+    dialogs.TaskDialog(nullptr, "Qorvale", "?", TD::IconQuestion,
+                       TD::ButtonOk | TD::ButtonYes | TD::ButtonNo | TD::ButtonRetry |
+                           TD::ButtonCancel | TD::ButtonClose,
+                       QString());
+    seen.captions.sort();
+    QStringList expected{"OK", "はい", "いいえ", "再試行", "キャンセル", "閉じる"};
+    expected.sort();
+    EXPECT_EQ(seen.captions, expected);
+
+    // The input box too.
+    QStringList inputCaptions;
+    WhenModal([&](QWidget* w) {
+        for (auto* b : w->findChildren<QPushButton*>())
+            inputCaptions << b->text();
+        QTest::keyClick(w, Qt::Key_Escape);
+    });
+    QString value = "x";
+    EXPECT_FALSE(dialogs.InputQuery(nullptr, "Qorvale", "名称", value));
+    inputCaptions.sort();
+    EXPECT_EQ(inputCaptions, (QStringList{"OK", "キャンセル"}));
 }
 
 TEST(QtDialogsTest, TaskDialogShowsItsButtonsAndGivesThePressedId) {

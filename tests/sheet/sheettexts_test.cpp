@@ -1,4 +1,5 @@
 // Cell texts of the sheet by side, toggle and mode; the key filter.
+#include "controls/vkeys.h"
 #include "sheet/sheettexts.h"
 
 #include <gtest/gtest.h>
@@ -109,15 +110,29 @@ TEST(GridKeyAction, TheFilterTable) {
         EXPECT_EQ(GridKeyAction(k, true), KeyAction::BeepCommit) << k;
 }
 
-TEST(VirtualKeyOf, MainKeyboardAndKeypadDiffer) {
-    EXPECT_EQ(VirtualKeyOf(Qt::Key_5, false), 53);
-    EXPECT_EQ(VirtualKeyOf(Qt::Key_5, true), 101);
-    EXPECT_EQ(VirtualKeyOf(Qt::Key_Period, false), 190);
-    EXPECT_EQ(VirtualKeyOf(Qt::Key_Period, true), 110);
-    EXPECT_EQ(VirtualKeyOf(Qt::Key_Return, false), 13);
-    EXPECT_EQ(VirtualKeyOf(Qt::Key_Enter, true), 13);
-    EXPECT_EQ(VirtualKeyOf(Qt::Key_Minus, false), 189);
-    EXPECT_EQ(VirtualKeyOf(Qt::Key_Shift, false), 16);
+// The key codes the grids hand to the sheet's key filter: the numeric pad
+// speaks its own codes, so its digits and point beep and commit where the
+// main keyboard's go into the cell.
+TEST(VirtualKeyOf, TheGridsCodesReachTheKeyFilter) {
+    const Qt::KeyboardModifiers none = Qt::NoModifier, pad = Qt::KeypadModifier;
+    EXPECT_EQ(VirtualKeyOf(Qt::Key_5, none), 53);
+    EXPECT_EQ(VirtualKeyOf(Qt::Key_5, pad), 101);
+    EXPECT_EQ(VirtualKeyOf(Qt::Key_0, pad), 96);
+    EXPECT_EQ(VirtualKeyOf(Qt::Key_9, pad), 105);
+    EXPECT_EQ(VirtualKeyOf(Qt::Key_Period, none), 190);
+    EXPECT_EQ(VirtualKeyOf(Qt::Key_Period, pad), 110);
+    EXPECT_EQ(VirtualKeyOf(Qt::Key_Return, none), 13);
+    EXPECT_EQ(VirtualKeyOf(Qt::Key_Enter, pad), 13);
+    EXPECT_EQ(VirtualKeyOf(Qt::Key_Minus, none), 189);
+    EXPECT_EQ(VirtualKeyOf(Qt::Key_Shift, Qt::ShiftModifier), 16);
+    EXPECT_EQ(VirtualKeyOf(Qt::Key_Escape, none), 27);
+    for (int k = Qt::Key_0; k <= Qt::Key_9; ++k) {
+        EXPECT_EQ(GridKeyAction(VirtualKeyOf(k, none), true), KeyAction::PassToCell) << k;
+        EXPECT_EQ(GridKeyAction(VirtualKeyOf(k, pad), true), KeyAction::BeepCommit) << k;
+    }
+    EXPECT_EQ(GridKeyAction(VirtualKeyOf(Qt::Key_Period, pad), true), KeyAction::BeepCommit);
+    EXPECT_EQ(GridKeyAction(VirtualKeyOf(Qt::Key_Enter, pad), true), KeyAction::Commit);
+    EXPECT_EQ(GridKeyAction(VirtualKeyOf(Qt::Key_Escape, none), true), KeyAction::BeepCommit);
 }
 
 } // namespace

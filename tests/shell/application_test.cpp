@@ -127,3 +127,14 @@ TEST(ApplicationTest, ProgramBodyShowsTheMainFormAndEndsWithZero) {
 }
 
 } // namespace
+
+namespace {
+
+TEST(ApplicationTest, QtsOwnTextsAreJapanese) {
+    // The file dialogs and the standard buttons speak Japanese.
+    EXPECT_EQ(QCoreApplication::translate("QPlatformTheme", "Cancel"),
+              QStringLiteral("キャンセル"));
+    EXPECT_NE(QCoreApplication::translate("QFileDialog", "Look in:"), QStringLiteral("Look in:"));
+}
+
+} // namespace

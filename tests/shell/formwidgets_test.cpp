@@ -46,8 +46,8 @@ TEST(TToggleSwitch, ClickTogglesAndReports) {
     EXPECT_FALSE(sw.IsOn());
 }
 
-TEST(TCheckGroupBox, ProgramChangeFiresOnClick) {
-    TCheckGroupBox box(QStringLiteral("単価に掛率を使用"));
+TEST(TCheckBox, ProgramChangeFiresOnClick) {
+    TCheckBox box(QStringLiteral("単価に掛率を使用"));
     int clicks = 0;
     box.OnClick = [&] { ++clicks; };
     EXPECT_TRUE(box.Checked());

@@ -16,6 +16,8 @@
 #include <QTemporaryDir>
 #include <QTest>
 
+#include <QTreeWidget>
+
 #include <gtest/gtest.h>
 
 namespace TD = ::TaskDialog;
@@ -77,26 +79,26 @@ const MenuRow MenuTable[] = {
     {"N44", "x169", "油", "", true, true},
     {"N44", "x190", "冷媒", "", true, true},
     {"K4", "N2", "取消", "Ctrl+Z", false, true},
-    {"K4", "N12", "標準歩掛選択", "", false, true},
+    {"K4", "N12", "標準歩掛選択", "", true, true},
     {"K4", "N30", "グループ内の基礎工費を、表示中のものに変更", "", true, true},
     {"K4", "N10", "グループ内の計算オプションを、表示中のものに変更", "", true, true},
-    {"K4", "N3", "↑上へ移動", "", false, true},
-    {"K4", "N11", "↓下へ移動", "", false, true},
+    {"K4", "N3", "↑上へ移動", "", true, true},
+    {"K4", "N11", "↓下へ移動", "", true, true},
     {"K4", "K17", "現在の管材単価計算", "", true, true},
-    {"K4", "all_copy_1", "全内容をコピー", "", false, true},
-    {"K4", "all_copy_2", "単価をコピー", "", false, true},
-    {"K4", "all_copy_3", "全歩掛をコピー", "", false, true},
-    {"K4", "all_copy_4", "歩掛（工費）をコピー", "", false, true},
+    {"K4", "all_copy_1", "全内容をコピー", "", true, true},
+    {"K4", "all_copy_2", "単価をコピー", "", true, true},
+    {"K4", "all_copy_3", "全歩掛をコピー", "", true, true},
+    {"K4", "all_copy_4", "歩掛（工費）をコピー", "", true, true},
     {"K4", "all_paste_1", "全内容を貼付", "", false, true},
     {"K4", "all_paste_2", "単価を貼付", "", false, true},
     {"K4", "all_paste_3", "全歩掛を貼付", "", false, true},
     {"K4", "all_paste_4", "歩掛（工費）を貼付", "", false, true},
-    {"K4", "ActionSaveParts1", "選択用標準歩掛として登録", "", false, true},
-    {"K4", "N22", "管材をクリアー", "", false, true},
-    {"K21", "item_copy_1", "(細目)の全内容をコピー", "", false, true},
+    {"K4", "ActionSaveParts1", "選択用標準歩掛として登録", "", true, true},
+    {"K4", "N22", "管材をクリアー", "", true, true},
+    {"K21", "item_copy_1", "(細目)の全内容をコピー", "", true, true},
     {"K21", "item_copy_2", "(細目)の単価をコピー", "", false, false},
-    {"K21", "item_copy_3", "(細目)の全歩掛をコピー", "", false, true},
-    {"K21", "item_copy_4", "(細目)の歩掛（工費）をコピー", "", false, true},
+    {"K21", "item_copy_3", "(細目)の全歩掛をコピー", "", true, true},
+    {"K21", "item_copy_4", "(細目)の歩掛（工費）をコピー", "", true, true},
     {"K21", "item_paste_1", "(細目)の全内容を貼付", "", false, true},
     {"K21", "item_paste_2", "(細目)に単価を貼付", "", false, false},
     {"K21", "item_paste_3", "(細目)へ全歩掛を貼付", "", false, true},
@@ -104,7 +106,7 @@ const MenuRow MenuTable[] = {
     {"K21", "item_copy_5", "(細目)内、同一単価(No1→No2,3,4)", "", false, false},
     {"K21", "item_paste_5", "屋内一般のデータを機械室・便所・屋外架空・地中埋設へコピ－", "", false,
      true},
-    {"K21", "N33", "現在の細目をクリアー", "", false, true},
+    {"K21", "N33", "現在の細目をクリアー", "", true, true},
     {"N18", "ActionExcelOut1", "エクセル出力", "", false, true},
     {"N18", "CSV1", "表示中の管材データをCSVファイルとして出力", "", false, true},
     {"N18", "N19", "表示中の管材データをクリップボードへＣＳＶ形式で取り出す", "", false, true},
@@ -174,7 +176,7 @@ TEST_F(MainFormTest, MenuItemsFollowTheirActions) {
 
     // One action, two items: the edit menu and the tree's pop-up.
     EXPECT_EQ(form.PopupMenu1->actions(), QList<QAction*>({form.N27, form.N29}));
-    form.ActionMoveUp->setEnabled(true);
+    form.ActionMoveDown->setEnabled(false);
     EXPECT_TRUE(form.N3->isEnabled());
     EXPECT_TRUE(form.N27->isEnabled());
     EXPECT_FALSE(form.N29->isEnabled());
@@ -235,14 +237,18 @@ TEST_F(MainFormTest, StatusBarAndViewMenu) {
     EXPECT_TRUE(form.status_bar->isChecked());
     EXPECT_TRUE(form.StatusBar1->isVisible());
 
-    auto* tree = new QWidget(form.centralArea());
-    tree->setObjectName("TreeView1");
-    tree->show();
+    // A widget of the same name elsewhere is not the tree.
+    auto* other = new QWidget(form.centralArea());
+    other->setObjectName("TreeView1");
+    other->show();
+    ASSERT_NE(static_cast<QWidget*>(form.TreeView1), other);
+    ASSERT_TRUE(form.TreeView1->isVisible());
     form.tree_list->trigger();
     EXPECT_FALSE(form.tree_list->isChecked());
-    EXPECT_FALSE(tree->isVisible());
+    EXPECT_FALSE(form.TreeView1->isVisible());
+    EXPECT_TRUE(other->isVisible());
     form.tree_list->trigger();
-    EXPECT_TRUE(tree->isVisible());
+    EXPECT_TRUE(form.TreeView1->isVisible());
 }
 
 TEST_F(MainFormTest, ExitClosesTheForm) {

@@ -226,9 +226,11 @@ TEST_F(ConfRecordTest, FailedInsertKeepsTheOldRecord) {
               1);
     KanzaiConf.GroupNames[1] = QStringLiteral("雨水");
     EXPECT_EQ(SaveGroupNames(), 0);
-    EXPECT_TRUE(dialogs->Boxes().empty());
-    ASSERT_EQ(dialogs->Messages().size(), 1u);
-    EXPECT_EQ(dialogs->Messages()[0].text, QStringLiteral("ERROR"));
+    EXPECT_TRUE(dialogs->Messages().empty());
+    ASSERT_EQ(dialogs->Boxes().size(), 1u);
+    EXPECT_EQ(dialogs->Boxes()[0].instruction, QStringLiteral("ERROR"));
+    EXPECT_TRUE(dialogs->Boxes()[0].content.startsWith(QStringLiteral("refused\r\n")))
+        << dialogs->Boxes()[0].content.toStdString();
     LoadGroupNames();
     EXPECT_EQ(KanzaiConf.GroupNames[1], QStringLiteral("汚水"));
 }

@@ -27,6 +27,8 @@
 #include <QTest>
 #include <QTreeWidget>
 
+#include <QSplitter>
+
 #include <gtest/gtest.h>
 
 #include "support/workspace_fixture.h"
@@ -72,8 +74,12 @@ TEST_F(Workspace, MissingDataFolderRefusesAndWritesNothing) {
     TFtankaregist& f = open();
     EXPECT_TRUE(f.NoDataFolder);
     ASSERT_EQ(dialogs->Boxes().size(), 1u);
-    EXPECT_EQ(dialogs->Boxes()[0].content,
+    // An information box with the text alone, no heading, one yes button.
+    EXPECT_EQ(dialogs->Boxes()[0].instruction,
               U("インストール直後は、Velmora本体を先に一度起動してください。"));
+    EXPECT_EQ(dialogs->Boxes()[0].content, QString());
+    EXPECT_EQ(dialogs->Boxes()[0].icon, TaskDialog::IconInformation);
+    EXPECT_EQ(dialogs->Boxes()[0].buttons, TaskDialog::ButtonYes);
     EXPECT_FALSE(f.isVisible());
     closeForm();
     EXPECT_FALSE(QDir(DataRootPath()).exists());
@@ -353,21 +359,17 @@ TEST_F(Workspace, EnterInANameBoxNamesTheNodeAndApplies) {
 
 TEST_F(Workspace, ShiftReleaseOnTheTreeNamesTheNode) {
     TFtankaregist& f = open();
-    dialogs->SetShiftDown(true);
     dialogs->AnswerInput(U("仮の名前"));
-    clickNode(3);
+    clickNode(3, Qt::ShiftModifier);
     QCoreApplication::processEvents();
-    dialogs->SetShiftDown(false);
     ASSERT_EQ(dialogs->Inputs().size(), 1u);
     EXPECT_EQ(dialogs->Inputs()[0].prompt, U("名称を入力してください"));
     EXPECT_EQ(f.TreeNode(3)->text(0), U("仮の名前"));
     EXPECT_EQ(f.CurrentKan, 3); // the click loaded it first
     // On a group node the menu caption follows, and the record is written.
-    dialogs->SetShiftDown(true);
     dialogs->AnswerInput(U("上水"));
-    clickNode(42);
+    clickNode(42, Qt::ShiftModifier);
     QCoreApplication::processEvents();
-    dialogs->SetShiftDown(false);
     EXPECT_EQ(f.GroupName(3), U("上水"));
     QueryToLines(db, QStringLiteral("SELECT notes FROM exconf where conf='kanzai';"));
     ASSERT_EQ(ResultLines.size(), 1);
@@ -409,10 +411,20 @@ TEST_F(Workspace, DisplayFileHidesTheTreeAndSetsItsWidth) {
     TFtankaregist& f = open();
     EXPECT_FALSE(f.tree_list->isChecked());
     EXPECT_FALSE(f.TreeView1->isVisible());
-    EXPECT_EQ(f.TreeView1->maximumWidth(), 150);
+    EXPECT_EQ(f.TreeSplitter->sizes().value(0), 150);
     EXPECT_FALSE(f.CheckBox1->IsOn()); // stored, never read back
     f.tree_list->trigger();
     EXPECT_TRUE(f.TreeView1->isVisible());
+    QCoreApplication::processEvents();
+    EXPECT_EQ(f.TreeView1->width(), 150);
+    // The user drags the splitter; the close writes the tree's new width.
+    f.TreeSplitter->setSizes({220, f.TreeSplitter->sizes().value(1) - 70});
+    QCoreApplication::processEvents();
+    EXPECT_EQ(f.TreeView1->width(), 220);
+    closeForm();
+    QStringList lines;
+    ASSERT_TRUE(ReadTextFile(DisplayFilePath(DataRootPath()), lines));
+    EXPECT_EQ(lines.value(4), U("[TREEVIEW_WIDTH]=220"));
 }
 
 TEST_F(Workspace, TreeNamesAndDetailCaptionsFromTheStore) {

@@ -243,41 +243,73 @@ TEST_F(PipeTypeStore, EveryCodePageCharacterSurvivesByteForByte) {
     EXPECT_TRUE(dialogs->Messages().empty());
 }
 
-TEST_F(PipeTypeStore, BusyDatabase) {
+TEST_F(PipeTypeStore, BusyDatabaseFailsTheSaveAsAWhole) {
     LoadPipeType(1, 7, 3);
+    const QStringList stored3 = SavedLines;
     for (int r = 1; r <= RowCount; ++r)
         KanzaiRows[r].SetGoods(QStringLiteral("new"));
     TakeSnapshot();
+    RefreshLines();
 
     TSQLiteDatabase other(ExDatabasePath);
     other.ExecSQL(QStringLiteral("BEGIN EXCLUSIVE"));
-    bool released = false;
-    // At the first "ERROR" the other program lets go of the file.
-    dialogs->OnMessage = [&] {
-        EXPECT_TRUE(dialogs->Boxes().empty()); // the error comes before the confirmation
-        if (!released) other.ExecSQL(QStringLiteral("ROLLBACK"));
-        released = true;
-    };
-    // A read raises the busy text.
+    // A read raises the busy text and leaves the rows alone.
     try {
         LoadPipeType(1, 7, 3);
         ADD_FAILURE() << "no exception";
     } catch (const ESQLiteException& e) {
         EXPECT_TRUE(e.Message().contains(QStringLiteral("The database file is locked")))
             << s(e.Message());
+        EXPECT_EQ(e.Reason(), QStringLiteral("database is locked"));
     }
-    EXPECT_TRUE(SavedLines.isEmpty());
     EXPECT_EQ(KanzaiRows[1].GOODS, QByteArray("new"));
 
-    SavePipeType(nullptr, 1, 7, 1, 3);
-    ASSERT_EQ(dialogs->Messages().size(), 1u);
-    EXPECT_EQ(dialogs->Messages()[0].text, QStringLiteral("ERROR"));
+    SavedLines = stored3;
+    EXPECT_FALSE(SavePipeType(nullptr, 1, 7, 1, 3));
+    // One box for the whole save, with the database's reason; no success.
+    EXPECT_TRUE(dialogs->Messages().empty());
     ASSERT_EQ(dialogs->Boxes().size(), 1u);
-    EXPECT_EQ(dialogs->Boxes()[0].instruction, QStringLiteral("確認"));
+    EXPECT_EQ(dialogs->Boxes()[0].instruction, QStringLiteral("ERROR"));
+    EXPECT_EQ(dialogs->Boxes()[0].icon, TaskDialog::IconError);
+    EXPECT_TRUE(dialogs->Boxes()[0].content.startsWith(QStringLiteral("database is locked\r\n")))
+        << s(dialogs->Boxes()[0].content);
+    EXPECT_TRUE(dialogs->Boxes()[0].content.contains(QStringLiteral("60行中60行")));
+    // Still unsaved: the question will come again.
+    EXPECT_EQ(SavedLines, stored3);
+    EXPECT_NE(SavedLines, CurrentLines);
+    other.ExecSQL(QStringLiteral("ROLLBACK"));
+    EXPECT_EQ(stored("GOODS", 7, 3, 2), QString());
+
+    // With the file free again the same save goes through.
+    dialogs->ClearRecords();
+    EXPECT_TRUE(SavePipeType(nullptr, 1, 7, 1, 3));
+    ASSERT_EQ(dialogs->Boxes().size(), 1u);
     EXPECT_EQ(dialogs->Boxes()[0].content, QStringLiteral("保存しました。"));
-    EXPECT_EQ(stored("GOODS", 7, 3, 1), QString()); // the failed row stays as it was
-    EXPECT_EQ(stored("GOODS", 7, 3, 2), QStringLiteral("new"));
+    EXPECT_EQ(SavedLines, CurrentLines);
+    EXPECT_EQ(stored("GOODS", 7, 3, 1), QStringLiteral("new"));
     EXPECT_EQ(stored("GOODS", 7, 3, 60), QStringLiteral("new"));
+}
+
+TEST_F(PipeTypeStore, OneFailedRowFailsTheSaveAndTheOthersAreWritten) {
+    LoadPipeType(1, 7, 4);
+    TakeSnapshot();
+    const QStringList saved = SavedLines;
+    for (int r = 1; r <= RowCount; ++r)
+        KanzaiRows[r].SetGoods(QStringLiteral("x%1").arg(r));
+    RefreshLines();
+    // The other program refuses any change of row 30.
+    TSQLiteDatabase other(ExDatabasePath);
+    other.ExecSQL(QStringLiteral(
+        "CREATE TRIGGER no30 BEFORE UPDATE ON ex_kanzai WHEN old.GRP=7 AND old.KAN=4 AND "
+        "old.NO=30 BEGIN SELECT RAISE(ABORT, 'row 30 is held'); END;"));
+    EXPECT_FALSE(SavePipeType(nullptr, 1, 7, 0, 4));
+    ASSERT_EQ(dialogs->Boxes().size(), 1u);
+    EXPECT_TRUE(dialogs->Boxes()[0].content.startsWith(QStringLiteral("row 30 is held")))
+        << s(dialogs->Boxes()[0].content);
+    EXPECT_TRUE(dialogs->Boxes()[0].content.contains(QStringLiteral("60行中1行")));
+    EXPECT_EQ(SavedLines, saved);
+    EXPECT_EQ(stored("GOODS", 7, 4, 29), QStringLiteral("x29"));
+    EXPECT_EQ(stored("GOODS", 7, 4, 31), QStringLiteral("x31"));
 }
 
 TEST_F(PipeTypeStore, MissingDatabaseFileFailsTheSave) {
@@ -287,9 +319,12 @@ TEST_F(PipeTypeStore, MissingDatabaseFileFailsTheSave) {
     ExDatabasePath = dir.filePath(QStringLiteral("no/such/folder/x.db3"));
     KanzaiRows[1].SetGoods(QStringLiteral("x"));
     RefreshLines();
-    EXPECT_THROW(SavePipeType(nullptr, 1, 1, 1, 1), ESQLiteException);
+    EXPECT_FALSE(SavePipeType(nullptr, 1, 1, 1, 1));
     EXPECT_EQ(SavedLines, saved);
-    EXPECT_TRUE(dialogs->Boxes().empty());
+    ASSERT_EQ(dialogs->Boxes().size(), 1u);
+    EXPECT_EQ(dialogs->Boxes()[0].instruction, QStringLiteral("ERROR"));
+    EXPECT_TRUE(dialogs->Boxes()[0].content.contains(QStringLiteral("unable to open")))
+        << s(dialogs->Boxes()[0].content);
     EXPECT_TRUE(dialogs->Messages().empty());
 }
 

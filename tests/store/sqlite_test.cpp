@@ -306,10 +306,14 @@ TEST_F(SqliteLayer, BusyDatabase) {
     TSQLiteDatabase other(path);
     other.ExecSQL(QStringLiteral("BEGIN EXCLUSIVE"));
     // A read fails at once with the busy code.
-    const QString text = message([&] { QueryToLines(path, QStringLiteral("SELECT * FROM t")); });
-    EXPECT_TRUE(text.contains(QStringLiteral("The database file is locked")) ||
-                text == QStringLiteral("Could not prepare SQL statement"))
-        << text.toStdString();
+    try {
+        QueryToLines(path, QStringLiteral("SELECT * FROM t"));
+        ADD_FAILURE() << "the read went through";
+    } catch (const ESQLiteException& e) {
+        EXPECT_TRUE(e.Message().contains(QStringLiteral("The database file is locked")))
+            << e.Message().toStdString();
+        EXPECT_EQ(e.Reason(), QStringLiteral("database is locked"));
+    }
     // A write reports "ERROR" with result 0.
     EXPECT_EQ(ExecStatement(path, QStringLiteral("UPDATE t SET NAME='q'")), 0);
     EXPECT_TRUE(dialogs->Boxes().empty());

@@ -8,6 +8,7 @@
 #include "store/pipetypestore.h"
 #include "store/suitestandin.h"
 
+#include <QFile>
 #include <QFileInfo>
 #include <QTemporaryDir>
 
@@ -127,12 +128,21 @@ TEST_F(SuiteAndTool, ToolShowsAndRecalculates) {
     EXPECT_TRUE(err.contains(QStringLiteral("no database"))) << s(err);
     ASSERT_EQ(suite({"init", "--demo"}), 0) << s(err);
 
-    ASSERT_EQ(tool({"show", "--group", "1", "--kan", "1"}), 0) << s(err);
-    const QStringList lines = out.split(QLatin1Char('\n'), Qt::SkipEmptyParts);
-    ASSERT_EQ(lines.size(), 62);
-    EXPECT_TRUE(lines[2].startsWith(QStringLiteral(" 1; 水道用硬質塩化ﾋﾞﾆﾙﾗｲﾆﾝｸﾞ鋼管(VA);15A;")))
-        << s(lines[2]);
-    EXPECT_EQ(lines[2].count(QLatin1Char('|')), 2);
+    // A readable table, piping and refrigerant mode, and the CSV form.
+    const struct {
+        QStringList args;
+        const char* golden;
+    } shows[] = {
+        {{"show", "--group", "1", "--kan", "1"}, "show_1_1.txt"},
+        {{"show", "--group", "10", "--kan", "1"}, "show_10_1.txt"},
+        {{"show", "--csv", "--group", "1", "--kan", "1"}, "show_1_1.csv"},
+    };
+    for (const auto& show : shows) {
+        ASSERT_EQ(tool(show.args), 0) << s(err);
+        QFile golden(QStringLiteral(QORVALE_GOLDEN_DIR "/") + QLatin1String(show.golden));
+        ASSERT_TRUE(golden.open(QIODevice::ReadOnly)) << show.golden;
+        EXPECT_EQ(out, QString::fromUtf8(golden.readAll())) << show.golden;
+    }
 
     // A changed base labour cost is taken up by the recalculation of the group.
     ASSERT_EQ(ExecStatement(dbPath, QStringLiteral("UPDATE ex_kanzai SET DATA5='30000' WHERE "
@@ -159,7 +169,17 @@ TEST_F(SuiteAndTool, ToolRefusesBadArgumentsAndABusyDatabase) {
     EXPECT_EQ(tool({"recalc", "--group", "x"}), 2);
     EXPECT_EQ(tool({"recalc", "--kan", "1"}), 2);
     EXPECT_EQ(tool({"drop", "--group", "1"}), 2);
+    EXPECT_EQ(tool({"recalc", "--group", "1", "--csv"}), 2); // --csv is for show
+    EXPECT_EQ(tool({"show", "--fast", "--group", "1", "--kan", "1"}), 2);
     EXPECT_TRUE(err.contains(QStringLiteral("usage")));
+    // Help and version come before anything else, also before the database.
+    EXPECT_EQ(tool({"show", "--help"}), 0);
+    EXPECT_TRUE(out.startsWith(QStringLiteral("usage: qorvale-tool show"))) << s(out);
+    EXPECT_EQ(tool({"--version"}), 0);
+    EXPECT_EQ(out, QStringLiteral("qorvale-tool " QORVALE_VERSION "\n"));
+    EXPECT_EQ(suite({"--help"}), 0);
+    EXPECT_TRUE(out.startsWith(QStringLiteral("usage: velmora-suite init"))) << s(out);
+    EXPECT_EQ(suite({"init", "--fast"}), 2);
 
     ASSERT_EQ(suite({"init", "--demo"}), 0) << s(err);
     TSQLiteDatabase other(dbPath);

@@ -58,12 +58,14 @@ protected:
     QString cell1(int c, int r) const { return form->StrColGrid1->Cells(c, r); }
     QString cell2(int c, int r) const { return form->StrColGrid2->Cells(c, r); }
 
-    void clickNode(int absoluteIndex) {
+    // A click of the person on a node: the press selects it, the release
+    // clicks it.
+    void clickNode(int absoluteIndex, Qt::KeyboardModifiers mods = {},
+                   Qt::MouseButton button = Qt::LeftButton) {
         QTreeWidgetItem* node = form->TreeNode(absoluteIndex);
-        form->TreeView1->setCurrentItem(node);
         form->TreeView1->scrollToItem(node);
         const QRect r = form->TreeView1->visualItemRect(node);
-        QTest::mouseClick(form->TreeView1->viewport(), Qt::LeftButton, {}, r.center());
+        QTest::mouseClick(form->TreeView1->viewport(), button, mods, r.center());
     }
 
     // The stored value of a column of one row.

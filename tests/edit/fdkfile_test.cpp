@@ -1,0 +1,368 @@
+// The library file: the byte image of the records, the carried-over bytes of
+// the one record buffer, and reading back the sizes and the labour factors.
+#include "edit/fdkfile.h"
+
+#include "store/codepage.h"
+
+#include <QDir>
+#include <QFile>
+#include <QTemporaryDir>
+
+#include <gtest/gtest.h>
+
+#include <functional>
+
+#include "fdkgolden.h"
+
+namespace {
+
+Currency C(const char* t) {
+    return StrToCurr(QString::fromLatin1(t));
+}
+
+// Rows with every field set, each row different, negative numbers too, and
+// strings that get shorter from row to row.
+RowTable knownRows() {
+    RowTable rows;
+    for (int r = 1; r <= 60; ++r) {
+        Fuzokurecordtypex& x = rows[r];
+        x.UKEY = r;
+        x.GOODS = QByteArray("GOODS-ABCDEFGHIJ").left(16 - (r % 7));
+        x.KIND =
+            r == 1 ? ToAnsi(QStringLiteral("屋内一般")) : QByteArray("K") + QByteArray::number(r);
+        x.SORT = Currency::FromInt(r * 3);
+        x.SIZE = r % 2 ? QByteArray("1000A-") : QByteArray("15A");
+        x.YOSAN = r == 7 ? -5 : r * 11;
+        x.CI = ToAnsi(QStringLiteral("ｍ"));
+        x.FLAG = r == 60 ? 1 : -r;
+        x.NET = Currency::FromRaw(1234567 + r);
+        x.GROSS = Currency::FromRaw(-7654321 - r);
+        x.TEIKA = Currency::FromRaw(std::int64_t(1) << 40);
+        for (int n = 1; n <= 7; ++n)
+            x.Data(n) = Currency::FromRaw(r * 1000 + n);
+        x.NTANKA = C("100.5");
+        x.GTANKA = C("-0.0001");
+        x.FTANKA = C("922337203685477.5807");
+        for (int n = 0; n < 7; ++n) {
+            x.CALC_N[std::size_t(n)] = Currency::FromInt(99);
+            x.CALC_G[std::size_t(n)] = Currency::FromInt(77);
+        }
+    }
+    rows[60].GOODS.clear();
+    return rows;
+}
+
+QByteArray readAll(const QString& path) {
+    QFile f(path);
+    EXPECT_TRUE(f.open(QIODevice::ReadOnly)) << path.toStdString();
+    return f.readAll();
+}
+
+void writeAll(const QString& path, const QByteArray& bytes) {
+    QFile f(path);
+    ASSERT_TRUE(f.open(QIODevice::WriteOnly));
+    ASSERT_EQ(f.write(bytes), bytes.size());
+}
+
+class FdkFile : public ::testing::Test {
+protected:
+    void SetUp() override {
+        ASSERT_TRUE(dir.isValid());
+        ResetFdkRecordBuffer();
+    }
+    QString path(const char* name) const { return dir.filePath(QString::fromUtf8(name)); }
+    QTemporaryDir dir;
+};
+
+TEST_F(FdkFile, OffsetsAndSizeAreTheTable) {
+    EXPECT_EQ(FdkRecordSize, 376);
+    EXPECT_EQ(FdkFileSize, 22560);
+    EXPECT_EQ(FdkOffset::KIND, 85);
+    EXPECT_EQ(FdkOffset::SORT, 128);
+    EXPECT_EQ(FdkOffset::SIZE, 136);
+    EXPECT_EQ(FdkOffset::YOSAN, 144);
+    EXPECT_EQ(FdkOffset::CI, 148);
+    EXPECT_EQ(FdkOffset::FLAG, 156);
+    EXPECT_EQ(FdkOffset::DATA1, 184);
+    EXPECT_EQ(FdkOffset::FTANKA, 256);
+    EXPECT_EQ(FdkOffset::CALC + 112, FdkRecordSize);
+}
+
+TEST_F(FdkFile, WriterGivesTheGoldenBytes) {
+    const RowTable rows = knownRows();
+    WriteFdkFile(path("a.fdk"), rows);
+    const QByteArray bytes = readAll(path("a.fdk"));
+    GoldenRecords golden;
+    for (int r = 1; r <= 60; ++r)
+        golden.append(rows[r]);
+    ASSERT_EQ(bytes.size(), 22560);
+    EXPECT_EQ(bytes, golden.file);
+
+    // A few bytes by hand, to be sure of the builder too.
+    EXPECT_EQ(Int32In(bytes, 2, 0), 2);
+    EXPECT_EQ(quint8(bytes[4]), 15); // GOODS of row 1: 16 - 1 bytes
+    EXPECT_EQ(bytes.mid(5, 15), QByteArray("GOODS-ABCDEFGHI"));
+    EXPECT_EQ(Int64In(bytes, 1, 168), -7654322);
+    EXPECT_EQ(Int32In(bytes, 7, 144), -5);
+    EXPECT_EQ(Int64In(bytes, 3, 184 + 6 * 8), 3007);
+    EXPECT_EQ(Int64In(bytes, 1, 256), std::numeric_limits<std::int64_t>::max());
+    // Nothing ever wrote the gaps or the CALC place of a fresh buffer.
+    for (int r = 1; r <= 60; ++r) {
+        const int at = (r - 1) * 376;
+        EXPECT_EQ(bytes.mid(at + 126, 2), QByteArray(2, '\0')) << r;
+        EXPECT_EQ(bytes[at + 143], '\0') << r;
+        EXPECT_EQ(bytes.mid(at + 153, 3), QByteArray(3, '\0')) << r;
+        EXPECT_EQ(bytes.mid(at + 264, 112), QByteArray(112, '\0')) << r;
+    }
+}
+
+TEST_F(FdkFile, AShorterStringLeavesThePreviousRecordsBytesBehindIt) {
+    const RowTable rows = knownRows();
+    WriteFdkFile(path("a.fdk"), rows);
+    const QByteArray bytes = readAll(path("a.fdk"));
+    // Row 1 SIZE "1000A-", row 2 "15A": record 2 holds "15A" and then "0A-".
+    EXPECT_EQ(bytes.mid(376 + 136, 7), QByteArray("\x03"
+                                                  "15A0A-",
+                                                  7));
+    // Row 1 KIND is 8 bytes of code page 932, row 2 "K2": "K2" and the rest.
+    const QByteArray kind1 = ToAnsi(QStringLiteral("屋内一般"));
+    EXPECT_EQ(bytes.mid(376 + 85, 1 + 8), QByteArray("\x02K2", 3) + kind1.mid(2));
+    // Row 60 has no GOODS: its length byte is 0 and row 59's text stays.
+    EXPECT_EQ(quint8(bytes[59 * 376 + 4]), 0);
+    EXPECT_EQ(bytes.mid(59 * 376 + 5, 16 - (59 % 7)), rows[59].GOODS);
+}
+
+TEST_F(FdkFile, TheBufferCarriesOverFromOneSaveToTheNext) {
+    const RowTable rows = knownRows();
+    WriteFdkFile(path("a.fdk"), rows);
+    RowTable shortRows = rows;
+    shortRows[1].SIZE = "1";
+    WriteFdkFile(path("b.fdk"), shortRows);
+    // Row 60 of the first save had "15A" in SIZE; its "5A" stays behind "1".
+    EXPECT_EQ(readAll(path("b.fdk")).mid(136, 4), QByteArray("\x01"
+                                                             "15A",
+                                                             4));
+}
+
+TEST_F(FdkFile, ALoadLeavesItsBytesForTheNextSave) {
+    // A file from elsewhere with bytes in the gaps and the CALC place, record
+    // 59 marked apart from record 60.
+    GoldenRecords other;
+    const RowTable rows = knownRows();
+    for (int r = 1; r <= 60; ++r) {
+        other.fill(126, 2, char(r));
+        other.fill(143, 1, char(r));
+        other.fill(153, 3, char(r));
+        other.fill(264, 112, char(0x80 + r));
+        other.fill(137, 6, char('a' + r % 26)); // SIZE bytes behind any length
+        other.append(rows[r]);
+    }
+    writeAll(path("other.fdk"), other.file);
+    RowTable target = knownRows();
+    ReadFdkFile(path("other.fdk"), target);
+
+    RowTable next = knownRows();
+    next[1].SIZE = "";
+    WriteFdkFile(path("next.fdk"), next);
+    const QByteArray bytes = readAll(path("next.fdk"));
+    // Record 1 of the save holds what record 59 of the load left; record 60
+    // was never read.
+    EXPECT_EQ(bytes.mid(126, 2), QByteArray(2, char(59)));
+    EXPECT_EQ(bytes[143], char(59));
+    EXPECT_EQ(bytes.mid(153, 3), QByteArray(3, char(59)));
+    EXPECT_EQ(bytes.mid(264, 112), QByteArray(112, char(0x80 + 59)));
+    // SIZE of row 1 is empty now; row 59's "1000A-" sits behind the 0.
+    EXPECT_EQ(bytes.mid(136, 7), QByteArray("\x00"
+                                            "1000A-",
+                                            7));
+    // The golden builder started from the loaded record gives the whole file.
+    GoldenRecords golden(other.file.mid(58 * 376, 376));
+    for (int r = 1; r <= 60; ++r)
+        golden.append(next[r]);
+    EXPECT_EQ(bytes, golden.file);
+}
+
+TEST_F(FdkFile, ReadTakesSizeYosanAndFactorsOfRowsOneTo59Only) {
+    RowTable fileRows;
+    for (int r = 1; r <= 60; ++r) {
+        fileRows[r].UKEY = 1000 + r;
+        fileRows[r].GOODS = "FILE";
+        fileRows[r].KIND = "FILEKIND";
+        fileRows[r].SORT = Currency::FromInt(5);
+        fileRows[r].SIZE = QByteArray("S") + QByteArray::number(r);
+        fileRows[r].YOSAN = 500 + r;
+        fileRows[r].CI = "kg";
+        fileRows[r].FLAG = 9;
+        fileRows[r].NET = fileRows[r].GROSS = fileRows[r].TEIKA = Currency::FromInt(1);
+        for (int n = 1; n <= 7; ++n)
+            fileRows[r].Data(n) = Currency::FromRaw(-(r * 10 + n));
+        fileRows[r].NTANKA = fileRows[r].GTANKA = fileRows[r].FTANKA = Currency::FromInt(2);
+    }
+    GoldenRecords golden;
+    for (int r = 1; r <= 60; ++r)
+        golden.append(fileRows[r]);
+    // The CALC place of the file says something; no reader looks at it.
+    writeAll(path("in.fdk"), golden.file);
+
+    const RowTable before = knownRows();
+    RowTable rows = before;
+    ReadFdkFile(path("in.fdk"), rows);
+    for (int r = 1; r <= 59; ++r) {
+        Fuzokurecordtypex expected = before[r];
+        expected.YOSAN = 500 + r;
+        expected.SIZE = QByteArray("S") + QByteArray::number(r);
+        for (int n = 1; n <= 7; ++n)
+            expected.Data(n) = Currency::FromRaw(-(r * 10 + n));
+        const Fuzokurecordtypex& got = rows[r];
+        EXPECT_EQ(got.UKEY, expected.UKEY);
+        EXPECT_EQ(got.GOODS, expected.GOODS);
+        EXPECT_EQ(got.KIND, expected.KIND);
+        EXPECT_EQ(got.SORT, expected.SORT);
+        EXPECT_EQ(got.SIZE, expected.SIZE) << r;
+        EXPECT_EQ(got.YOSAN, expected.YOSAN);
+        EXPECT_EQ(got.CI, expected.CI);
+        EXPECT_EQ(got.FLAG, expected.FLAG);
+        EXPECT_EQ(got.NET, expected.NET);
+        EXPECT_EQ(got.GROSS, expected.GROSS);
+        EXPECT_EQ(got.TEIKA, expected.TEIKA);
+        EXPECT_EQ(got.DATA, expected.DATA);
+        EXPECT_EQ(got.NTANKA, expected.NTANKA);
+        EXPECT_EQ(got.GTANKA, expected.GTANKA);
+        EXPECT_EQ(got.FTANKA, expected.FTANKA);
+        EXPECT_EQ(got.CALC_N, expected.CALC_N);
+        EXPECT_EQ(got.CALC_G, expected.CALC_G);
+    }
+    // Row 60, the options, is not read at all.
+    EXPECT_EQ(rows[60].SIZE, before[60].SIZE);
+    EXPECT_EQ(rows[60].YOSAN, before[60].YOSAN);
+    EXPECT_EQ(rows[60].DATA, before[60].DATA);
+    // The buffer holds record 59 whole.
+    EXPECT_EQ(QByteArray(reinterpret_cast<const char*>(FdkRecordBuffer().data()), 376),
+              golden.file.mid(58 * 376, 376));
+}
+
+TEST_F(FdkFile, ReadTakesOnlyTheStringsLength) {
+    GoldenRecords golden;
+    golden.fill(136, 7, 'Z');
+    Fuzokurecordtypex row;
+    row.SIZE = "20A";
+    for (int r = 1; r <= 59; ++r)
+        golden.append(row);
+    writeAll(path("in.fdk"), golden.file);
+    RowTable rows;
+    ReadFdkFile(path("in.fdk"), rows);
+    EXPECT_EQ(rows[1].SIZE, QByteArray("20A"));
+    // A length beyond the field (a damaged file) takes the field and no more.
+    QByteArray damaged = golden.file;
+    damaged[136] = char(200);
+    writeAll(path("damaged.fdk"), damaged);
+    ReadFdkFile(path("damaged.fdk"), rows);
+    EXPECT_EQ(rows[1].SIZE, QByteArray("20AZZZ"));
+}
+
+TEST_F(FdkFile, LongerFileIsReadLikeAnyOther) {
+    const RowTable rows = knownRows();
+    WriteFdkFile(path("a.fdk"), rows);
+    QByteArray bytes = readAll(path("a.fdk"));
+    bytes += QByteArray(1000, 'x');
+    writeAll(path("long.fdk"), bytes);
+    RowTable target;
+    ReadFdkFile(path("long.fdk"), target);
+    EXPECT_EQ(target[59].SIZE, rows[59].SIZE);
+    EXPECT_EQ(target[59].DATA, rows[59].DATA);
+    // Exactly 59 records, no 60th, is enough too.
+    writeAll(path("59.fdk"), bytes.left(59 * 376));
+    RowTable target59;
+    ReadFdkFile(path("59.fdk"), target59);
+    EXPECT_EQ(target59[59].YOSAN, rows[59].YOSAN);
+}
+
+TEST_F(FdkFile, ShortFileFailsAtTheMissingRecordAndKeepsWhatWasRead) {
+    const RowTable rows = knownRows();
+    WriteFdkFile(path("a.fdk"), rows);
+    const QByteArray bytes = readAll(path("a.fdk"));
+    writeAll(path("short.fdk"), bytes.left(10 * 376 + 100));
+    RowTable target;
+    try {
+        ReadFdkFile(path("short.fdk"), target);
+        FAIL() << "no error";
+    } catch (const EInOutError& e) {
+        const QString text = QString::fromUtf8(e.what());
+        EXPECT_TRUE(text.startsWith(QStringLiteral("入出力エラー"))) << e.what();
+        EXPECT_TRUE(text.contains(path("short.fdk"))) << e.what();
+        EXPECT_TRUE(text.contains(QStringLiteral("3860 バイト"))) << e.what();
+        EXPECT_TRUE(text.contains(QStringLiteral("22560 バイト"))) << e.what();
+        EXPECT_TRUE(text.contains(QStringLiteral("1 行目から 10 行目まで"))) << e.what();
+    }
+    for (int r = 1; r <= 10; ++r)
+        EXPECT_EQ(target[r].SIZE, rows[r].SIZE) << r;
+    EXPECT_TRUE(target[11].SIZE.isEmpty());
+    EXPECT_EQ(target[11].DATA, Fuzokurecordtypex().DATA);
+    // The 100 bytes of record 11 that were there are in the buffer.
+    EXPECT_EQ(QByteArray(reinterpret_cast<const char*>(FdkRecordBuffer().data()), 100),
+              bytes.mid(10 * 376, 100));
+}
+
+TEST_F(FdkFile, EmptyFileReadsNoRow) {
+    writeAll(path("empty.fdk"), QByteArray());
+    RowTable target;
+    try {
+        ReadFdkFile(path("empty.fdk"), target);
+        FAIL() << "no error";
+    } catch (const EInOutError& e) {
+        EXPECT_TRUE(
+            QString::fromUtf8(e.what()).contains(QStringLiteral("読み込んだ行はありません")));
+    }
+}
+
+TEST_F(FdkFile, MissingFileAndMissingFolderAreInputOutputErrors) {
+    RowTable rows;
+    auto message = [](const std::function<void()>& run) {
+        try {
+            run();
+        } catch (const EInOutError& e) {
+            return QString::fromUtf8(e.what());
+        }
+        return QString();
+    };
+    const QString missing = message([&] { ReadFdkFile(path("none.fdk"), rows); });
+    EXPECT_TRUE(missing.startsWith(QStringLiteral("入出力エラー"))) << missing.toStdString();
+    EXPECT_TRUE(missing.contains(path("none.fdk")));
+    EXPECT_TRUE(missing.contains(QStringLiteral("ファイルがありません"))) << missing.toStdString();
+    const QString noFolder = message([&] { WriteFdkFile(path("no/folder/a.fdk"), rows); });
+    EXPECT_TRUE(noFolder.contains(QStringLiteral("フォルダーがありません")))
+        << noFolder.toStdString();
+    EXPECT_FALSE(QFile::exists(path("no/folder/a.fdk")));
+}
+
+TEST_F(FdkFile, WritingReplacesAndAFailedWriteKeepsTheOldFile) {
+    RowTable rows = knownRows();
+    WriteFdkFile(path("a.fdk"), rows);
+    rows[3].YOSAN = 4242;
+    WriteFdkFile(path("a.fdk"), rows);
+    const QByteArray second = readAll(path("a.fdk"));
+    EXPECT_EQ(second.size(), 22560);
+    EXPECT_EQ(Int32In(second, 3, 144), 4242);
+    // A name that is a folder can't be replaced: the error comes and the
+    // folder stays as it was.
+    ASSERT_TRUE(QDir(dir.path()).mkdir(QStringLiteral("d.fdk")));
+    EXPECT_THROW(WriteFdkFile(path("d.fdk"), rows), EInOutError);
+    EXPECT_TRUE(QFileInfo(path("d.fdk")).isDir());
+    EXPECT_EQ(QDir(dir.path()).entryList(QDir::Files | QDir::Hidden),
+              QStringList{QStringLiteral("a.fdk")});
+}
+
+TEST_F(FdkFile, RoundTripKeepsTheLabourFields) {
+    const RowTable rows = knownRows();
+    WriteFdkFile(path("a.fdk"), rows);
+    RowTable back;
+    ReadFdkFile(path("a.fdk"), back);
+    for (int r = 1; r <= 59; ++r) {
+        EXPECT_EQ(back[r].SIZE, rows[r].SIZE);
+        EXPECT_EQ(back[r].YOSAN, rows[r].YOSAN);
+        EXPECT_EQ(back[r].DATA, rows[r].DATA);
+        EXPECT_TRUE(back[r].GOODS.isEmpty());
+    }
+}
+
+} // namespace

@@ -1,0 +1,543 @@
+// The standard labour library on the real window: saving an entry, the
+// selection dialog, applying an entry, deleting one, and what fails.
+#include "edit/fdkfile.h"
+#include "edit/partslibrary.h"
+#include "edit/upartsselect.h"
+#include "engine/calcrow.h"
+#include "sheet/sheettexts.h"
+#include "shell/formwidgets.h"
+#include "store/codepage.h"
+
+#include <QLabel>
+#include <QListWidget>
+#include <QMenu>
+#include <QPushButton>
+#include <QStatusBar>
+#include <QTabBar>
+
+#include <dirent.h>
+
+#include "fdkgolden.h"
+#include "support/modal.h"
+#include "support/workspace_fixture.h"
+
+namespace {
+
+QByteArray readAll(const QString& path) {
+    QFile f(path);
+    if (!f.open(QIODevice::ReadOnly)) return QByteArray();
+    return f.readAll();
+}
+
+void writeAll(const QString& path, const QByteArray& bytes) {
+    QFile f(path);
+    ASSERT_TRUE(f.open(QIODevice::WriteOnly));
+    ASSERT_EQ(f.write(bytes), bytes.size());
+}
+
+// Every field of two rows.
+void expectSameRow(const Fuzokurecordtypex& a, const Fuzokurecordtypex& b, int r) {
+    EXPECT_EQ(a.UKEY, b.UKEY) << r;
+    EXPECT_EQ(a.GOODS, b.GOODS) << r;
+    EXPECT_EQ(a.KIND, b.KIND) << r;
+    EXPECT_EQ(a.SORT, b.SORT) << r;
+    EXPECT_EQ(a.SIZE, b.SIZE) << r;
+    EXPECT_EQ(a.YOSAN, b.YOSAN) << r;
+    EXPECT_EQ(a.CI, b.CI) << r;
+    EXPECT_EQ(a.FLAG, b.FLAG) << r;
+    EXPECT_EQ(a.NET, b.NET) << r;
+    EXPECT_EQ(a.GROSS, b.GROSS) << r;
+    EXPECT_EQ(a.TEIKA, b.TEIKA) << r;
+    EXPECT_EQ(a.DATA, b.DATA) << r;
+    EXPECT_EQ(a.NTANKA, b.NTANKA) << r;
+    EXPECT_EQ(a.GTANKA, b.GTANKA) << r;
+    EXPECT_EQ(a.FTANKA, b.FTANKA) << r;
+    EXPECT_EQ(a.CALC_N, b.CALC_N) << r;
+    EXPECT_EQ(a.CALC_G, b.CALC_G) << r;
+}
+
+void expectSameRows(const RowTable& a, const RowTable& b) {
+    for (int r = 1; r <= RowCount; ++r)
+        expectSameRow(a[r], b[r], r);
+}
+
+class Library : public WorkspaceFixture {
+protected:
+    void SetUp() override {
+        WorkspaceFixture::SetUp();
+        library = dir.filePath(QStringLiteral("library/ex_data"));
+        qputenv("QORVALE_LIBRARY_DIR", library.toUtf8());
+        ResetFdkRecordBuffer();
+        // Made at start-up, as the program body does.
+        partsSelect = std::make_unique<TFpartsSelect>();
+    }
+    void TearDown() override {
+        partsSelect.reset();
+        qunsetenv("QORVALE_LIBRARY_DIR");
+        WorkspaceFixture::TearDown();
+    }
+
+    QString entry(const QString& name) const { return PartsEntryPath(library, name); }
+
+    // Saves the rows on screen as an entry named as GOODSBOX says.
+    void saveAs(const QString& name) {
+        form->GOODSBOX->SetText(name);
+        form->ActionSaveParts1->trigger();
+    }
+
+    // Opens the dialog by the button beside the name; act runs while it is up.
+    void runDialog(std::function<void(TFpartsSelect*)> act) {
+        bool shown = false;
+        WhenModal([act, &shown](QWidget* w) {
+            auto* dialog = qobject_cast<TFpartsSelect*>(w);
+            shown = true;
+            if (!dialog) {
+                ADD_FAILURE() << "not the selection dialog";
+                w->close();
+                return;
+            }
+            act(dialog);
+            if (dialog->isVisible()) {
+                ADD_FAILURE() << "the dialog stayed up";
+                dialog->done(TFpartsSelect::ResultCancel);
+            }
+        });
+        QTest::mouseClick(form->Button3, Qt::LeftButton);
+        EXPECT_TRUE(shown);
+    }
+    // Selects the entry of that name and presses 選択実行.
+    void pick(const QString& name) {
+        runDialog([name](TFpartsSelect* d) {
+            const auto found = d->ListBox1->findItems(name, Qt::MatchExactly);
+            ASSERT_EQ(found.size(), 1);
+            d->ListBox1->setCurrentItem(found.first());
+            d->Button1->click();
+        });
+    }
+
+    QString library;
+    std::unique_ptr<TFpartsSelect> partsSelect;
+};
+
+TEST_F(Library, CommandsAreEnabledOnTheMenuAndTheButton) {
+    TFtankaregist& f = open();
+    EXPECT_TRUE(f.ActionSaveParts->isEnabled());
+    EXPECT_TRUE(f.ActionLoadparts->isEnabled());
+    EXPECT_TRUE(f.ActionSaveParts1->isEnabled());
+    EXPECT_TRUE(f.N12->isEnabled());
+    EXPECT_TRUE(f.Button3->isEnabled());
+    EXPECT_TRUE(f.K4->actions().contains(f.ActionSaveParts1));
+    EXPECT_TRUE(f.K4->actions().contains(f.N12));
+    EXPECT_EQ(f.ActionSaveParts1->text(), U("選択用標準歩掛として登録"));
+    EXPECT_EQ(f.N12->text(), U("標準歩掛選択"));
+    EXPECT_EQ(f.Button3->text(), U("標準歩掛選択"));
+}
+
+TEST_F(Library, SaveWritesTheRowsAsTheyStandByteForByte) {
+    TFtankaregist& f = open();
+    // Known rows: the demo pipe type with a longer size in row 1, so that row
+    // 2's shorter one leaves bytes behind it.
+    KanzaiRows[1].SetSize(QStringLiteral("1000A-"));
+    KanzaiRows[7].YOSAN = -3;
+    KanzaiRows[8].UKEY = 123456;
+    const RowTable rows = KanzaiRows;
+    // Typed into the box but not applied: the file has the row's old GOODS.
+    saveAs(U("標準　鋼管"));
+    ASSERT_EQ(dialogs->Boxes().size(), 1u);
+    EXPECT_EQ(dialogs->Boxes()[0].instruction, U("確認"));
+    EXPECT_EQ(dialogs->Boxes()[0].content, U("選択用標準歩掛として登録しました。"));
+    EXPECT_EQ(dialogs->Boxes()[0].title, ApplicationTitle());
+
+    const QByteArray bytes = readAll(entry(U("標準　鋼管")));
+    GoldenRecords golden;
+    for (int r = 1; r <= 60; ++r)
+        golden.append(rows[r]);
+    ASSERT_EQ(bytes.size(), 22560);
+    EXPECT_EQ(bytes, golden.file);
+    // By hand: record 2's SIZE "20A" and then the "0A-" of "1000A-".
+    EXPECT_EQ(bytes.mid(376 + 136, 7), QByteArray("\x03"
+                                                  "20A0A-",
+                                                  7));
+    EXPECT_EQ(bytes.mid(5, rows[1].GOODS.size()), ToAnsi(U("水道用硬質塩化ﾋﾞﾆﾙﾗｲﾆﾝｸﾞ鋼管(VA)")));
+    EXPECT_EQ(Int32In(bytes, 60, 0), 60);                // UKEY of the option row
+    EXPECT_EQ(Int64In(bytes, 60, 208), 20500 * 10000LL); // DATA4 of row 60
+    EXPECT_EQ(Int32In(bytes, 7, 144), -3);
+    EXPECT_EQ(Int32In(bytes, 8, 0), 123456);
+    // The rows and the lines are as they were.
+    EXPECT_EQ(KanzaiRows[1].Size(), QStringLiteral("1000A-"));
+    EXPECT_EQ(f.GOODSBOX->Text(), U("標準　鋼管"));
+}
+
+TEST_F(Library, SavingTwiceReplacesWithoutAsking) {
+    open();
+    saveAs(QStringLiteral("entry"));
+    KanzaiRows[3].Data(5) = Currency::FromRaw(777);
+    saveAs(QStringLiteral("entry"));
+    ASSERT_EQ(dialogs->Boxes().size(), 2u);
+    for (const auto& box : dialogs->Boxes())
+        EXPECT_EQ(box.content, U("選択用標準歩掛として登録しました。"));
+    const QByteArray bytes = readAll(entry(QStringLiteral("entry")));
+    EXPECT_EQ(bytes.size(), 22560);
+    EXPECT_EQ(Int64In(bytes, 3, 184 + 4 * 8), 777);
+    EXPECT_EQ(QDir(library).entryList(QDir::Files | QDir::Hidden),
+              QStringList{QStringLiteral("entry.fdk")});
+}
+
+TEST_F(Library, FirstSaveMakesTheFolderAndTheNameIsNotTrimmed) {
+    open();
+    ASSERT_FALSE(QFileInfo::exists(library));
+    saveAs(QStringLiteral(" padded "));
+    EXPECT_TRUE(QFileInfo(library + "/ padded .fdk").isFile());
+}
+
+TEST_F(Library, NamesThatCanNotBeAFileGiveAMessageAndNoFile) {
+    open();
+    for (const QString& name :
+         {QString(), QStringLiteral("  "), QStringLiteral("a/b"), QStringLiteral("../outside")}) {
+        dialogs->ClearRecords();
+        saveAs(name);
+        ASSERT_EQ(dialogs->Boxes().size(), 1u) << name.toStdString();
+        EXPECT_EQ(dialogs->Boxes()[0].instruction, U("確認"));
+        EXPECT_TRUE(dialogs->Boxes()[0].content.startsWith(U("標準歩掛の名前")))
+            << dialogs->Boxes()[0].content.toStdString();
+        EXPECT_NE(dialogs->Boxes()[0].content, U("選択用標準歩掛として登録しました。"));
+    }
+    EXPECT_FALSE(QFileInfo::exists(library));
+    EXPECT_FALSE(QFileInfo::exists(dir.filePath(QStringLiteral("library/outside.fdk"))));
+}
+
+TEST_F(Library, ASaveThatCanNotWriteSaysSoInJapanese) {
+    open();
+    // The library "folder" is a file.
+    QDir().mkpath(dir.filePath(QStringLiteral("library")));
+    writeAll(library, QByteArray("x"));
+    saveAs(QStringLiteral("entry"));
+    ASSERT_EQ(dialogs->Boxes().size(), 1u);
+    EXPECT_EQ(dialogs->Boxes()[0].icon, TaskDialog::IconError);
+    EXPECT_TRUE(dialogs->Boxes()[0].instruction.startsWith(U("入出力エラー")));
+    EXPECT_TRUE(dialogs->Boxes()[0].instruction.contains(library));
+}
+
+TEST_F(Library, TheDialogListsTheEntriesInTheFoldersOrder) {
+    open();
+    QDir().mkpath(library);
+    const QStringList names = {QStringLiteral("m"),  QStringLiteral("b"), U("鋼管"),
+                               QStringLiteral("a"),  QStringLiteral("z"), QStringLiteral("k"),
+                               QStringLiteral("c"),  U("銅管"),           QStringLiteral("x"),
+                               QStringLiteral("y1"), QStringLiteral("q")};
+    for (const QString& n : names)
+        writeAll(entry(n), QByteArray(22560, '\0'));
+    writeAll(library + "/note.txt", QByteArray("x"));
+    QDir(library).mkdir(QStringLiteral("sub.fdk"));
+    QStringList expected;
+    DIR* d = opendir(QFile::encodeName(library).constData());
+    ASSERT_NE(d, nullptr);
+    while (dirent* e = readdir(d)) {
+        const QString n = QFile::decodeName(e->d_name);
+        if (n.endsWith(QStringLiteral(".fdk")) && n != QStringLiteral("sub.fdk"))
+            expected << n.chopped(4);
+    }
+    closedir(d);
+    QStringList sorted = expected;
+    sorted.sort();
+    ASSERT_NE(expected, sorted); // else the order would prove nothing
+    QStringList listed;
+    QString panel, caption, label;
+    QStringList buttons;
+    TFpartsSelect* seen = nullptr;
+    runDialog([&](TFpartsSelect* dlg) {
+        seen = dlg;
+        for (int i = 0; i < dlg->ListBox1->count(); ++i)
+            listed << dlg->ListBox1->item(i)->text();
+        panel = dlg->Panel(0);
+        caption = dlg->windowTitle();
+        label = dlg->Label1->text();
+        buttons << dlg->Button1->text() << dlg->Button2->text() << dlg->Button3->text();
+        dlg->Button2->click();
+    });
+    EXPECT_EQ(listed, expected);
+    EXPECT_EQ(panel, QStringLiteral("fdk"));
+    EXPECT_EQ(caption, U("標準歩掛選択"));
+    EXPECT_EQ(label, U("標準歩掛選択"));
+    EXPECT_EQ(buttons, (QStringList{U("選択実行"), U("キャンセル"), U("削　除")}));
+    // The instance made at start-up is the one shown.
+    EXPECT_EQ(seen, partsSelect.get());
+}
+
+TEST_F(Library, AMissingFolderListsNothing) {
+    open();
+    int count = -1;
+    runDialog([&count](TFpartsSelect* d) {
+        count = d->ListBox1->count();
+        d->Button1->click(); // nothing selected: the command ends
+    });
+    EXPECT_EQ(count, 0);
+    EXPECT_FALSE(QFileInfo::exists(library));
+    EXPECT_TRUE(dialogs->Boxes().empty());
+}
+
+class LibraryLoad : public Library {
+protected:
+    // A file written from the offset table: every record different, and
+    // fields that must not be read filled with other values.
+    void writeEntry(const QString& name, int records = 60) {
+        GoldenRecords golden;
+        for (int r = 1; r <= 60; ++r) {
+            Fuzokurecordtypex x;
+            x.UKEY = 9000 + r;
+            x.GOODS = "FILE-GOODS";
+            x.KIND = "FILE-KIND";
+            x.SORT = Currency::FromInt(42);
+            x.SIZE = QByteArray("F") + QByteArray::number(r);
+            x.YOSAN = 300 + r;
+            x.CI = "kg";
+            x.FLAG = 7;
+            x.NET = Currency::FromInt(11);
+            x.GROSS = Currency::FromInt(22);
+            x.TEIKA = Currency::FromInt(33);
+            for (int n = 1; n <= 7; ++n)
+                x.Data(n) = Currency::FromRaw(r * 100 + n * 10);
+            x.NTANKA = x.GTANKA = x.FTANKA = Currency::FromInt(-1);
+            golden.fill(264, 112, char(0x55));
+            golden.append(x);
+            fileRows[r] = x;
+        }
+        QDir().mkpath(library);
+        writeAll(entry(name), golden.file.left(records * 376 + (records < 60 ? 200 : 0)));
+    }
+    // The rows expected after applying fileRows to before.
+    RowTable applied(const RowTable& before) {
+        RowTable rows = before;
+        for (int r = 1; r <= 59; ++r) {
+            rows[r].YOSAN = fileRows[r].YOSAN;
+            rows[r].SIZE = fileRows[r].SIZE;
+            rows[r].DATA = fileRows[r].DATA;
+            CalcRowWith(rows[r], KanzaiOptions(rows[OptionRow]));
+        }
+        return rows;
+    }
+    RowTable fileRows;
+};
+
+TEST_F(LibraryLoad, AnEntryChangesSizesAndFactorsOfRowsOneTo59AndNothingElse) {
+    TFtankaregist& f = open();
+    writeEntry(QStringLiteral("entry"));
+    const RowTable before = KanzaiRows;
+    const RowTable undoBefore = UndoRows;
+    const QStringList saved = SavedLines;
+    pick(QStringLiteral("entry"));
+    const RowTable expected = applied(before);
+    expectSameRows(KanzaiRows, expected);
+    // Row 60, the options, stays whole; so do the prices and names.
+    expectSameRow(KanzaiRows[60], before[60], 60);
+    EXPECT_EQ(KanzaiRows[1].Goods(), before[1].Goods());
+    EXPECT_EQ(KanzaiRows[5].NET, before[5].NET);
+    // The sheet shows them, the lines follow, the snapshot stays.
+    for (int g = 1; g <= 14; ++g) {
+        EXPECT_EQ(cell1(0, g), QStringLiteral("F%1").arg(g));
+        EXPECT_EQ(cell2(0, g), QStringLiteral("F%1").arg(g));
+        EXPECT_EQ(cell1(2, g), FormatAmount(KanzaiRows[g].GTANKA)) << g;
+    }
+    QStringList lines;
+    for (int r = 1; r <= 60; ++r)
+        lines << RowLine(KanzaiRows[r]);
+    EXPECT_EQ(CurrentLines, lines);
+    EXPECT_EQ(SavedLines, saved);
+    EXPECT_TRUE(PipeTypeChanged());
+    expectSameRows(UndoRows, undoBefore);
+    EXPECT_TRUE(f.ActionUndo->isEnabled());
+    EXPECT_TRUE(dialogs->Boxes().empty());
+}
+
+TEST_F(LibraryLoad, TheCurrentTabIsShown) {
+    TFtankaregist& f = open();
+    writeEntry(QStringLiteral("entry"));
+    f.TabControl1->setCurrentIndex(2);
+    pick(QStringLiteral("entry"));
+    EXPECT_EQ(cell1(0, 1), QStringLiteral("F31"));
+    EXPECT_EQ(cell1(0, 14), QStringLiteral("F44"));
+    // The price grid shows rows 1 to 14 whatever the tab.
+    EXPECT_EQ(cell2(1, 1), PriceTexts(KanzaiRows[1])[0]);
+}
+
+TEST_F(LibraryLoad, TheMenuItemAndADoubleClickApplyToo) {
+    TFtankaregist& f = open();
+    writeEntry(QStringLiteral("entry"));
+    WhenModal([](QWidget* w) {
+        auto* d = qobject_cast<TFpartsSelect*>(w);
+        ASSERT_NE(d, nullptr);
+        QListWidgetItem* item = d->ListBox1->item(0);
+        const QRect rect = d->ListBox1->visualItemRect(item);
+        // A person's double click: a click, then the second press.
+        QTest::mouseClick(d->ListBox1->viewport(), Qt::LeftButton, {}, rect.center());
+        QTest::mouseDClick(d->ListBox1->viewport(), Qt::LeftButton, {}, rect.center());
+    });
+    f.N12->trigger();
+    EXPECT_EQ(KanzaiRows[1].Size(), QStringLiteral("F1"));
+    EXPECT_EQ(partsSelect->result(), TFpartsSelect::ResultSelect);
+}
+
+TEST_F(LibraryLoad, NoEntrySelectedTouchesNothing) {
+    open();
+    writeEntry(QStringLiteral("entry"));
+    const RowTable before = KanzaiRows;
+    const QStringList lines = CurrentLines;
+    runDialog([](TFpartsSelect* d) { d->Button1->click(); });
+    // A double click on the empty part of the list ends the dialog as well.
+    runDialog([](TFpartsSelect* d) {
+        const QPoint below(5, d->ListBox1->viewport()->height() - 3);
+        ASSERT_FALSE(d->ListBox1->itemAt(below));
+        QTest::mouseClick(d->ListBox1->viewport(), Qt::LeftButton, {}, below);
+        QTest::mouseDClick(d->ListBox1->viewport(), Qt::LeftButton, {}, below);
+    });
+    EXPECT_EQ(partsSelect->result(), TFpartsSelect::ResultSelect);
+    expectSameRows(KanzaiRows, before);
+    EXPECT_EQ(CurrentLines, lines);
+    EXPECT_TRUE(dialogs->Boxes().empty());
+}
+
+TEST_F(LibraryLoad, CancelCloseAndEscapeChangeNothingWhileADeletionStays) {
+    TFtankaregist& f = open();
+    writeEntry(QStringLiteral("keep"));
+    writeEntry(QStringLiteral("gone"));
+    const RowTable before = KanzaiRows;
+    const QStringList lines = CurrentLines;
+    const bool undo = f.ActionUndo->isEnabled();
+    dialogs->AnswerBox(TaskDialog::IdYes);
+    QStringList left;
+    runDialog([&left](TFpartsSelect* d) {
+        d->ListBox1->setCurrentItem(d->ListBox1->findItems("gone", Qt::MatchExactly).first());
+        d->Button3->click();
+        for (int i = 0; i < d->ListBox1->count(); ++i)
+            left << d->ListBox1->item(i)->text();
+        d->Button2->click();
+    });
+    ASSERT_EQ(dialogs->Boxes().size(), 1u);
+    const auto& question = dialogs->Boxes()[0];
+    EXPECT_EQ(question.instruction, U("確認"));
+    EXPECT_EQ(question.content, U("削除していいですか?"));
+    EXPECT_EQ(question.icon, TaskDialog::IconQuestion);
+    EXPECT_EQ(question.buttons, TaskDialog::ButtonYes | TaskDialog::ButtonNo);
+    EXPECT_EQ(left, QStringList{QStringLiteral("keep")});
+    EXPECT_FALSE(QFileInfo::exists(entry(QStringLiteral("gone"))));
+    EXPECT_TRUE(QFileInfo::exists(entry(QStringLiteral("keep"))));
+    // The window's close button and Escape answer as キャンセル.
+    runDialog([](TFpartsSelect* d) {
+        d->ListBox1->setCurrentRow(0);
+        d->close();
+    });
+    EXPECT_EQ(partsSelect->result(), TFpartsSelect::ResultCancel);
+    runDialog([](TFpartsSelect* d) {
+        d->ListBox1->setCurrentRow(0);
+        QTest::keyClick(d->ListBox1, Qt::Key_Escape);
+    });
+    EXPECT_EQ(partsSelect->result(), TFpartsSelect::ResultCancel);
+    expectSameRows(KanzaiRows, before);
+    EXPECT_EQ(CurrentLines, lines);
+    EXPECT_EQ(f.ActionUndo->isEnabled(), undo);
+}
+
+TEST_F(LibraryLoad, DeleteAnsweredNoKeepsTheEntryAndAFailedDeleteStillLeavesTheList) {
+    open();
+    writeEntry(QStringLiteral("a"));
+    writeEntry(QStringLiteral("b"));
+    dialogs->AnswerBox(TaskDialog::IdNo);
+    dialogs->AnswerBox(TaskDialog::IdYes);
+    int afterNo = 0, afterFailed = 0;
+    runDialog([&](TFpartsSelect* d) {
+        // With nothing selected the button asks nothing.
+        d->Button3->click();
+        d->ListBox1->setCurrentItem(d->ListBox1->findItems("a", Qt::MatchExactly).first());
+        d->Button3->click();
+        afterNo = d->ListBox1->count();
+        // Gone from the folder behind the dialog's back: the delete fails
+        // quietly and the entry leaves the list.
+        QFile::remove(PartsEntryPath(d->Folder(), QStringLiteral("a")));
+        d->Button3->click();
+        afterFailed = d->ListBox1->count();
+        d->Button2->click();
+    });
+    EXPECT_EQ(afterNo, 2);
+    EXPECT_EQ(afterFailed, 1);
+    EXPECT_EQ(dialogs->Boxes().size(), 2u);
+    EXPECT_TRUE(QFileInfo::exists(entry(QStringLiteral("b"))));
+}
+
+TEST_F(LibraryLoad, AShortFileStopsWithTheErrorAndKeepsTheRowsReadBeforeIt) {
+    TFtankaregist& f = open();
+    writeEntry(QStringLiteral("short"), 20); // 20 records and 200 bytes
+    const RowTable before = KanzaiRows;
+    const QStringList lines = CurrentLines;
+    const QString shown = cell1(0, 1);
+    pick(QStringLiteral("short"));
+    ASSERT_EQ(dialogs->Boxes().size(), 1u);
+    const auto& box = dialogs->Boxes()[0];
+    EXPECT_EQ(box.icon, TaskDialog::IconError);
+    EXPECT_TRUE(box.instruction.startsWith(U("入出力エラー"))) << box.instruction.toStdString();
+    EXPECT_TRUE(box.instruction.contains(entry(QStringLiteral("short"))));
+    EXPECT_TRUE(box.instruction.contains(U("7720 バイト"))) << box.instruction.toStdString();
+    EXPECT_TRUE(box.instruction.contains(U("1 行目から 20 行目まで")));
+    for (int r = 1; r <= 20; ++r) {
+        EXPECT_EQ(KanzaiRows[r].SIZE, fileRows[r].SIZE) << r;
+        EXPECT_EQ(KanzaiRows[r].DATA, fileRows[r].DATA) << r;
+        // Not recalculated.
+        EXPECT_EQ(KanzaiRows[r].GTANKA, before[r].GTANKA) << r;
+    }
+    for (int r = 21; r <= 60; ++r)
+        expectSameRow(KanzaiRows[r], before[r], r);
+    // No refresh of the sheet or of the lines.
+    EXPECT_EQ(cell1(0, 1), shown);
+    EXPECT_EQ(CurrentLines, lines);
+    (void)f;
+}
+
+TEST_F(LibraryLoad, AfterALoadLeavingThePipeTypeAsksToSave) {
+    open();
+    writeEntry(QStringLiteral("entry"));
+    pick(QStringLiteral("entry"));
+    dialogs->AnswerBox(TaskDialog::IdCancel);
+    clickNode(2);
+    ASSERT_EQ(dialogs->Boxes().size(), 1u);
+    EXPECT_TRUE(dialogs->Boxes()[0].content.endsWith(U("データを保存しますか?")));
+    EXPECT_EQ(stored(1, 1, 1, "SIZE"), QStringLiteral("15A")); // not saved
+}
+
+// What a person does: an entry from one pipe type applied to another keeps
+// the prices of the second, and survives a save and a restart.
+TEST_F(LibraryLoad, EntryFromOnePipeTypeOnAnotherSurvivesARestart) {
+    TFtankaregist& f = open();
+    clickNode(9 * 21 + 1); // 冷媒用銅管: copper sizes, refrigerant factors
+    const RowTable first = KanzaiRows;
+    saveAs(U("冷媒標準"));
+    f.GOODSBOX->SetText(first[1].Goods()); // the name box as it was
+    clickNode(4);                          // ステンレス鋼鋼管
+    ASSERT_NE(KanzaiRows[1].Size(), first[1].Size());
+    const RowTable second = KanzaiRows;
+    pick(U("冷媒標準"));
+    for (int r = 1; r <= 59; ++r) {
+        EXPECT_EQ(KanzaiRows[r].SIZE, first[r].SIZE) << r;
+        EXPECT_EQ(KanzaiRows[r].DATA, first[r].DATA) << r;
+        EXPECT_EQ(KanzaiRows[r].NET, second[r].NET) << r;
+        EXPECT_EQ(KanzaiRows[r].GROSS, second[r].GROSS) << r;
+        EXPECT_EQ(KanzaiRows[r].TEIKA, second[r].TEIKA) << r;
+        EXPECT_EQ(KanzaiRows[r].GOODS, second[r].GOODS) << r;
+    }
+    expectSameRow(KanzaiRows[60], second[60], 60);
+    EXPECT_EQ(cell1(0, 1), first[1].Size());
+    const RowTable applied = KanzaiRows;
+    // Leaving the pipe type asks; yes saves.
+    dialogs->AnswerBox(TaskDialog::IdYes);
+    clickNode(1);
+    closeForm();
+    open();
+    clickNode(4);
+    for (int r = 1; r <= 59; ++r) {
+        EXPECT_EQ(KanzaiRows[r].SIZE, first[r].SIZE) << r;
+        EXPECT_EQ(KanzaiRows[r].DATA, first[r].DATA) << r;
+        EXPECT_EQ(KanzaiRows[r].NET, second[r].NET) << r;
+        EXPECT_EQ(KanzaiRows[r].GTANKA, applied[r].GTANKA) << r;
+    }
+    EXPECT_EQ(cell1(0, 1), first[1].Size());
+}
+
+} // namespace

@@ -1,0 +1,349 @@
+// The real window against a database that another process holds, and the
+// paths of the tree, the keys and the window that must keep the rows, the
+// triple and the selection together.
+#include "controls/numberedit.h"
+#include "controls/strcgrid.h"
+#include "engine/calcrow.h"
+#include "shell/formwidgets.h"
+#include "shell/settingsfiles.h"
+#include "store/pipetypestore.h"
+#include "support/workspace_fixture.h"
+
+#include <QContextMenuEvent>
+#include <QHelpEvent>
+#include <QMenu>
+#include <QProcess>
+#include <QPushButton>
+#include <QScrollArea>
+#include <QScrollBar>
+#include <QSplitter>
+#include <QToolTip>
+
+#include <sqlite3.h>
+
+namespace {
+
+// Every column of the 60 rows of a pipe type, read with the library itself.
+QStringList dumpPipeType(const QString& path, int grp, int kan) {
+    QStringList rows;
+    sqlite3* db = nullptr;
+    if (sqlite3_open_v2(path.toUtf8().constData(), &db, SQLITE_OPEN_READONLY, nullptr) !=
+        SQLITE_OK) {
+        sqlite3_close(db);
+        return {QStringLiteral("cannot open")};
+    }
+    const QByteArray sql =
+        QStringLiteral("SELECT * FROM ex_kanzai WHERE GRP=%1 AND KAN=%2 ORDER BY NO")
+            .arg(grp)
+            .arg(kan)
+            .toUtf8();
+    sqlite3_stmt* st = nullptr;
+    sqlite3_prepare_v2(db, sql.constData(), -1, &st, nullptr);
+    while (st && sqlite3_step(st) == SQLITE_ROW) {
+        QStringList cols;
+        for (int c = 0; c < sqlite3_column_count(st); ++c)
+            cols << QString::fromUtf8(reinterpret_cast<const char*>(sqlite3_column_text(st, c)));
+        rows << cols.join(QLatin1Char('|'));
+    }
+    sqlite3_finalize(st);
+    sqlite3_close(db);
+    return rows;
+}
+
+// Another program on the same file: the sqlite3 shell in a process of its
+// own, holding a write transaction until it is let go.
+class Holder {
+public:
+    // "IMMEDIATE" keeps writers out; "EXCLUSIVE" readers too.
+    Holder(const QString& path, const char* kind) {
+        proc.start(QStringLiteral("sqlite3"), {path});
+        EXPECT_TRUE(proc.waitForStarted()) << "the sqlite3 shell is needed for this test";
+        proc.write(QByteArray("BEGIN ") + kind + ";\n");
+        // Held once no other connection can begin a write.
+        for (int i = 0; i < 500 && !writeRefused(path); ++i)
+            proc.waitForReadyRead(10);
+        EXPECT_TRUE(writeRefused(path)) << "the other process holds no lock";
+    }
+    ~Holder() { release(); }
+    void release() {
+        if (proc.state() == QProcess::NotRunning) return;
+        proc.closeWriteChannel(); // the shell ends, its transaction is rolled back
+        proc.waitForFinished(5000);
+    }
+
+private:
+    static bool writeRefused(const QString& path) {
+        sqlite3* db = nullptr;
+        sqlite3_open(path.toUtf8().constData(), &db);
+        const int rc = sqlite3_exec(db, "BEGIN IMMEDIATE", nullptr, nullptr, nullptr);
+        if (rc == SQLITE_OK) sqlite3_exec(db, "ROLLBACK", nullptr, nullptr, nullptr);
+        sqlite3_close(db);
+        return rc == SQLITE_BUSY;
+    }
+    QProcess proc;
+};
+
+class Safety : public WorkspaceFixture {
+protected:
+    // A figure typed into the factor grid: the pipe type counts as changed.
+    void typeFactor(int col, int line, const char* text) {
+        ASSERT_TRUE(form->StrColGrid1->FocusCell(col, line, true));
+        for (const char* p = text; *p; ++p)
+            QTest::keyClick(form->StrColGrid1->EditorMode()
+                                ? static_cast<QWidget*>(form->StrColGrid1->InplaceEditor())
+                                : form->StrColGrid1,
+                            *p);
+        QTest::keyClick(form->StrColGrid1->InplaceEditor(), Qt::Key_Return);
+    }
+    bool boxSays(std::size_t i, const char* instruction, const char* content) const {
+        const auto& boxes = dialogs->Boxes();
+        return i < boxes.size() && boxes[i].instruction == U(instruction) &&
+               boxes[i].content.contains(U(content));
+    }
+};
+
+TEST_F(Safety, AFailedLoadLeavesTheClickUndone) {
+    TFtankaregist& f = open();
+    typeFactor(4, 3, "7");
+    const RowTable edited = KanzaiRows;
+    const QStringList saved = SavedLines;
+    const QStringList a = dumpPipeType(db, 1, 1), b = dumpPipeType(db, 1, 2);
+    ASSERT_EQ(b.size(), 60);
+    {
+        Holder other(db, "EXCLUSIVE");
+        dialogs->AnswerBox(TaskDialog::IdCancel); // do not save, go to pipe type 2
+        clickNode(2);
+        // The failure is shown, and everything stays with pipe type 1.
+        ASSERT_EQ(dialogs->Boxes().size(), 2u);
+        EXPECT_TRUE(dialogs->Boxes()[1].instruction.contains(U("locked")))
+            << dialogs->Boxes()[1].instruction.toStdString();
+        EXPECT_EQ(f.CurrentGrp, 1);
+        EXPECT_EQ(f.CurrentKan, 1);
+        EXPECT_EQ(f.SelectedNode(), f.TreeNode(1));
+        EXPECT_EQ(SavedLines, saved);
+        EXPECT_EQ(RowLine(KanzaiRows[3]), RowLine(edited[3]));
+        EXPECT_TRUE(PipeTypeChanged());
+    }
+    // The next save writes pipe type 1, and pipe type 2 is untouched.
+    f.Button1->click();
+    EXPECT_TRUE(boxSays(2, "確認", "保存しました。"));
+    EXPECT_EQ(dumpPipeType(db, 1, 2), b);
+    EXPECT_NE(dumpPipeType(db, 1, 1), a);
+    EXPECT_EQ(stored(1, 1, 3, "DATA1"), QStringLiteral("7"));
+}
+
+TEST_F(Safety, SavesUnderALockSayTheyFailedAndLoseNothing) {
+    TFtankaregist& f = open();
+    typeFactor(5, 2, "3");
+    QStringList before;
+    for (int k = 1; k <= 3; ++k)
+        before << dumpPipeType(db, 1, k);
+    Holder other(db, "IMMEDIATE");
+
+    // The button: one box with the database's reason, no success.
+    f.Button1->click();
+    ASSERT_EQ(dialogs->Boxes().size(), 1u);
+    EXPECT_TRUE(boxSays(0, "ERROR", "database is locked"));
+    EXPECT_TRUE(dialogs->Messages().empty());
+    EXPECT_TRUE(PipeTypeChanged());
+
+    // Ctrl+S the same.
+    f.N1->trigger();
+    EXPECT_TRUE(boxSays(1, "ERROR", "database is locked"));
+    ASSERT_EQ(dialogs->Boxes().size(), 2u);
+
+    // The save of the tree click fails: the user stays on the rows.
+    dialogs->AnswerBox(TaskDialog::IdYes);
+    clickNode(3);
+    EXPECT_TRUE(boxSays(3, "ERROR", "database is locked"));
+    EXPECT_EQ(f.CurrentKan, 1);
+    EXPECT_EQ(f.SelectedNode(), f.TreeNode(1));
+    EXPECT_EQ(KanzaiRows[2].Data(2), Currency::FromInt(3));
+
+    // Closing: the failed save asks whether to close; no keeps the window.
+    dialogs->AnswerBox(TaskDialog::IdYes); // save?
+    dialogs->AnswerBox(TaskDialog::IdNo);  // close without saving?
+    EXPECT_FALSE(f.close());
+    EXPECT_TRUE(f.isVisible());
+    ASSERT_EQ(dialogs->Boxes().size(), 7u);
+    EXPECT_TRUE(boxSays(5, "ERROR", "database is locked"));
+    EXPECT_TRUE(boxSays(6, "データを保存できませんでした。", "保存せずに終了しますか?"));
+
+    // Nothing of the store changed all along.
+    QStringList after;
+    for (int k = 1; k <= 3; ++k)
+        after << dumpPipeType(db, 1, k);
+    EXPECT_EQ(after, before);
+
+    // Free again: the close saves and goes.
+    other.release();
+    dialogs->AnswerBox(TaskDialog::IdYes);
+    EXPECT_TRUE(f.close());
+    EXPECT_EQ(stored(1, 1, 2, "DATA2"), QStringLiteral("3"));
+    EXPECT_EQ(dumpPipeType(db, 1, 2), before.mid(60, 60));
+}
+
+TEST_F(Safety, AFailedGroupNameSaveSaysSoOnce) {
+    TFtankaregist& f = open();
+    Holder other(db, "IMMEDIATE");
+    dialogs->AnswerInput(U("上水"));
+    f.N53->trigger();
+    ASSERT_EQ(dialogs->Boxes().size(), 1u);
+    EXPECT_TRUE(boxSays(0, "ERROR", "database is locked"));
+    EXPECT_TRUE(dialogs->Messages().empty());
+}
+
+TEST_F(Safety, AnOverflowInShowPipeTypeLeavesTheOptionsWorking) {
+    TFtankaregist& f = open();
+    // Prices that no Currency can hold once multiplied.
+    for (int r = 1; r <= 14; ++r) {
+        KanzaiRows[r].GROSS = Currency::FromRaw(INT64_MAX / 4);
+        KanzaiRows[r].Data(1) = Currency::FromInt(100000);
+    }
+    EXPECT_ANY_THROW(f.ShowPipeType());
+    EXPECT_FALSE(f.Refreshing);
+    // Sane rows again; an option click recalculates them at once.
+    LoadPipeType(1, 1, 1);
+    TakeSnapshot();
+    KanzaiRows[4].Data(2) = Currency::FromInt(2);
+    f.SBorRadio8->SetItemIndex(2);
+    f.SBorRadio8->OnClick();
+    Fuzokurecordtypex expected = KanzaiRows[4];
+    CalcRowWith(expected, CurrentOptions());
+    EXPECT_EQ(CurrentOptions().ElementFraction(), FractionSteps[2]);
+    EXPECT_EQ(KanzaiRows[4].GTANKA, expected.GTANKA);
+    EXPECT_EQ(cell1(2, 4), FormatAmount(expected.GTANKA));
+}
+
+TEST_F(Safety, EscapeInAnOpenEditorCommitsEvenWithUndoOn) {
+    TFtankaregist& f = open();
+    typeFactor(4, 1, "2");
+    ASSERT_TRUE(f.ActionUndo->isEnabled());
+    ASSERT_TRUE(f.StrColGrid1->FocusCell(6, 5, true));
+    QTest::keyClick(f.StrColGrid1, '9');
+    ASSERT_TRUE(f.StrColGrid1->EditorMode());
+    const int beeps = dialogs->Beeps();
+    QTest::keyClick(f.StrColGrid1->InplaceEditor(), Qt::Key_Escape);
+    EXPECT_FALSE(f.StrColGrid1->EditorMode());
+    EXPECT_EQ(dialogs->Beeps(), beeps + 1);
+    EXPECT_EQ(KanzaiRows[5].Data(3), Currency::FromInt(9));
+    EXPECT_EQ(KanzaiRows[1].Data(1), Currency::FromInt(2)); // no undo ran
+}
+
+TEST_F(Safety, PlainEnterDoesNotFillDownWhateverTheKeyboardSays) {
+    TFtankaregist& f = open();
+    const Currency below = KanzaiRows[9].Data(1);
+    dialogs->SetShiftDown(true);
+    typeFactor(4, 8, "4");
+    EXPECT_EQ(KanzaiRows[8].Data(1), Currency::FromInt(4));
+    EXPECT_EQ(KanzaiRows[9].Data(1), below);
+    EXPECT_EQ(f.Grid1Row, 9); // a plain Enter moves down
+}
+
+TEST_F(Safety, RightClickKeepsTheSelectionAndOpensTheMenu) {
+    TFtankaregist& f = open();
+    clickNode(5, {}, Qt::RightButton);
+    // The platform's context menu request follows the button.
+    const QRect r = f.TreeView1->visualItemRect(f.TreeNode(5));
+    QContextMenuEvent menu(QContextMenuEvent::Mouse, r.center(),
+                           f.TreeView1->viewport()->mapToGlobal(r.center()));
+    QCoreApplication::sendEvent(f.TreeView1->viewport(), &menu);
+    QCoreApplication::processEvents();
+    EXPECT_EQ(f.SelectedNode(), f.TreeNode(1));
+    EXPECT_EQ(f.CurrentKan, 1);
+    EXPECT_TRUE(f.PopupMenu1->isVisible());
+    f.PopupMenu1->close();
+}
+
+TEST_F(Safety, KeysInTheTreeLoadWhatTheySelect) {
+    TFtankaregist& f = open();
+    f.TreeView1->setFocus();
+    QTest::keyClick(f.TreeView1, Qt::Key_Down);
+    QCoreApplication::processEvents();
+    EXPECT_EQ(f.SelectedNode(), f.TreeNode(2));
+    EXPECT_EQ(f.CurrentKan, 2);
+    LoadPipeType(1, 1, 2);
+    EXPECT_EQ(f.GOODSBOX->Text(), KanzaiRows[1].Goods());
+    QTest::keyClick(f.TreeView1, Qt::Key_Up);
+    QCoreApplication::processEvents();
+    EXPECT_EQ(f.CurrentKan, 1);
+    // Up to the group node: loads nothing (the one way apart).
+    QTest::keyClick(f.TreeView1, Qt::Key_Up);
+    QCoreApplication::processEvents();
+    EXPECT_EQ(f.SelectedNode(), f.TreeNode(0));
+    EXPECT_EQ(f.CurrentKan, 1);
+}
+
+TEST_F(Safety, ShiftClickAnswersTheSaveQuestionBeforeTheNamingBox) {
+    TFtankaregist& f = open();
+    typeFactor(4, 2, "5");
+    // The box runs the event loop as a modal box does; no other box may
+    // come up from inside it.
+    std::size_t inputsDuringBox = 0;
+    dialogs->OnBox = [&] {
+        const std::size_t before = dialogs->Inputs().size();
+        QCoreApplication::processEvents();
+        QCoreApplication::processEvents();
+        inputsDuringBox += dialogs->Inputs().size() - before;
+    };
+    dialogs->AnswerBox(TaskDialog::IdYes);
+    dialogs->AnswerInput(U("新しい名前"));
+    clickNode(4, Qt::ShiftModifier);
+    for (int i = 0; i < 3; ++i)
+        QCoreApplication::processEvents();
+    dialogs->OnBox = nullptr;
+    EXPECT_EQ(inputsDuringBox, 0u);
+    ASSERT_EQ(dialogs->Inputs().size(), 1u);
+    EXPECT_EQ(f.CurrentKan, 4);
+    EXPECT_EQ(f.TreeNode(4)->text(0), U("新しい名前"));
+    EXPECT_EQ(stored(1, 1, 2, "DATA1"), QStringLiteral("5"));
+}
+
+TEST_F(Safety, TheSavedGeometryIsTakenUnchanged) {
+    QDir().mkpath(DataRootPath() + QStringLiteral("/conf"));
+    WriteWindowFile(DataRootPath(), QStringLiteral("qorvale_k"), 30, 20, 1300, 800);
+    TFtankaregist& f = open();
+    EXPECT_EQ(f.geometry(), QRect(20, 30, 1300, 800));
+    // Small screens: the window may be smaller than the form's sheet, which
+    // then scrolls.
+    EXPECT_LE(f.minimumSizeHint().width(), 1024);
+    EXPECT_LE(f.minimumSizeHint().height(), 700);
+    f.resize(1024, 700);
+    QCoreApplication::processEvents();
+    EXPECT_EQ(f.size(), QSize(1024, 700));
+    EXPECT_TRUE(f.SheetScroll->verticalScrollBar()->maximum() > 0 ||
+                f.SheetScroll->horizontalScrollBar()->maximum() > 0);
+}
+
+TEST_F(Safety, TheTreeShowsWholeNamesInItsHint) {
+    ASSERT_EQ(
+        ExecStatement(db, U("UPDATE ex_kanzai SET GOODS='水道用硬質塩化ﾋﾞﾆﾙﾗｲﾆﾝｸﾞ鋼管(VA) 屋内"
+                            "一般配管用の長い名前' WHERE GRP='1' AND KAN='6' AND NO='1';")),
+        1);
+    TFtankaregist& f = open();
+    const QRect r = f.TreeView1->visualItemRect(f.TreeNode(6));
+    QHelpEvent help(QEvent::ToolTip, r.center(), f.TreeView1->viewport()->mapToGlobal(r.center()));
+    QCoreApplication::sendEvent(f.TreeView1->viewport(), &help);
+    EXPECT_EQ(QToolTip::text(), U("水道用硬質塩化ﾋﾞﾆﾙﾗｲﾆﾝｸﾞ鋼管(VA) 屋内一般配管用の長い名前"));
+    QToolTip::hideText();
+}
+
+TEST_F(Safety, TheRateCheckBoxIsAPlainCheckBoxAndTheGridsAreFlat) {
+    TFtankaregist& f = open();
+    EXPECT_EQ(f.CheckGroupBox1->text(), U("単価に掛率を使用"));
+    f.CheckGroupBox1->SetChecked(false);
+    const QWidget* rateControls[] = {f.avr_1, f.avr_N, f.ComboBox1, f.ComboBox3};
+    for (const QWidget* w : rateControls)
+        EXPECT_TRUE(w->isEnabled()) << w->objectName().toStdString();
+    EXPECT_FALSE(f.StrColGrid1->Ctl3D());
+    EXPECT_FALSE(f.StrColGrid2->Ctl3D());
+}
+
+TEST_F(Safety, TheNetworkFileIsReadAsTheFormIsCreated) {
+    QDir().mkpath(DataRootPath() + QStringLiteral("/conf"));
+    ASSERT_TRUE(WriteTextFile(NetworkFilePath(DataRootPath()), {U("[Network_Dir]=//server/共有")}));
+    TFtankaregist created{QString()}; // not shown: creation alone
+    EXPECT_EQ(created.NetworkFolder, U("//server/共有"));
+}
+
+} // namespace
