@@ -366,6 +366,27 @@ TEST_F(GroupRewrite, AFailingStatementShowsErrorAndTheRunGoesOn) {
     expectGroupComputed(1);
 }
 
+TEST_F(GroupRewrite, OptionChangeStopsWhenTheCurrentPipeTypeCannotBeSaved) {
+    // The run would load the current pipe type from the table and so lose
+    // rows whose save failed: they stay on the form, and no run starts.
+    exec(QStringLiteral("CREATE TRIGGER refuse BEFORE UPDATE ON ex_kanzai WHEN NEW.GRP=1 AND "
+                        "NEW.KAN=1 AND NEW.NO=5 BEGIN SELECT RAISE(ABORT,'refused'); END;"));
+    TFtankaregist& f = open();
+    recordCaptions();
+    KanzaiRows[3].TEIKA = Currency::FromInt(2468);
+    RefreshLines();
+    dialogs->AnswerBox(TD::IdYes);
+    f.ActionOptionChange->trigger();
+    EXPECT_FALSE(f.GroupRewriteRunning());
+    f.WaitForGroupRewrite();
+    ASSERT_EQ(dialogs->Boxes().size(), 2u);
+    EXPECT_EQ(dialogs->Boxes()[1].instruction, "ERROR");
+    EXPECT_TRUE(captions.filter(U("データ更新中:")).isEmpty());
+    EXPECT_EQ(messagesWith("終了しました。"), 0);
+    EXPECT_EQ(KanzaiRows[3].TEIKA, Currency::FromInt(2468));
+    EXPECT_TRUE(PipeTypeChanged());
+}
+
 TEST_F(GroupRewrite, ClosingDuringARunLeavesEveryPipeTypeOfTheGroupWhole) {
     TFtankaregist& f = open();
     recordCaptions();
