@@ -1,5 +1,7 @@
 #include "platform/qtdialogs.h"
 
+#include "platform/guithread.h"
+
 #include <QApplication>
 #include <QClipboard>
 #include <QDesktopServices>
@@ -57,43 +59,10 @@ QWidget* owner(QWidget* parent) {
     return parent ? parent : QApplication::activeWindow();
 }
 
-// Runs f on the GUI thread and gives back its result. Boxes, the clipboard
-// and the keyboard state belong to the GUI thread; a call from another thread
-// (the group recalculation saves from a worker) waits there until the GUI
-// thread has run f, by a blocking queued call on the application object. An
-// exception of f is raised again in the calling thread.
+// Boxes, the clipboard and the keyboard state belong to the GUI thread (see
+// platform/guithread.h).
 template <typename F> auto onGuiThread(F&& f) -> std::invoke_result_t<F&> {
-    using Result = std::invoke_result_t<F&>;
-    QCoreApplication* app = QCoreApplication::instance();
-    if (!app || QThread::currentThread() == app->thread()) return f();
-    std::exception_ptr failure;
-    if constexpr (std::is_void_v<Result>) {
-        QMetaObject::invokeMethod(
-            app,
-            [&] {
-                try {
-                    f();
-                } catch (...) {
-                    failure = std::current_exception();
-                }
-            },
-            Qt::BlockingQueuedConnection);
-        if (failure) std::rethrow_exception(failure);
-    } else {
-        Result result{};
-        QMetaObject::invokeMethod(
-            app,
-            [&] {
-                try {
-                    result = f();
-                } catch (...) {
-                    failure = std::current_exception();
-                }
-            },
-            Qt::BlockingQueuedConnection);
-        if (failure) std::rethrow_exception(failure);
-        return result;
-    }
+    return OnGuiThread(std::forward<F>(f));
 }
 
 } // namespace

@@ -1,5 +1,7 @@
 #include "platform/scripteddialogs.h"
 
+#include "platform/guithread.h"
+
 #include <QDebug>
 
 namespace TD = ::TaskDialog;
@@ -53,63 +55,71 @@ void ScriptedDialogs::miss(const QString& what) {
 
 int ScriptedDialogs::TaskDialog(QWidget*, const QString& title, const QString& instruction,
                                 int icon, int buttons, const QString& content) {
-    Box box{title, instruction, content, icon, buttons, 0};
-    const int shown = buttons & 63 ? buttons : TD::ButtonOk;
-    if (shown == TD::ButtonOk) {
-        // A box with OK alone tells; it asks nothing.
-        box.result = TD::IdOk;
-    } else if (boxAnswers.empty()) {
-        box.result = safeAnswer(shown);
-        miss(QStringLiteral("box \"%1\" / \"%2\"").arg(title, instruction));
-    } else {
-        box.result = boxAnswers.front();
-        boxAnswers.pop_front();
-        if (!boxHas(shown, box.result)) {
-            miss(QStringLiteral("box \"%1\" / \"%2\": answer %3 is none of its buttons")
-                     .arg(title, instruction)
-                     .arg(box.result));
+    return OnGuiThread([&] {
+        Box box{title, instruction, content, icon, buttons, 0};
+        const int shown = buttons & 63 ? buttons : TD::ButtonOk;
+        if (shown == TD::ButtonOk) {
+            // A box with OK alone tells; it asks nothing.
+            box.result = TD::IdOk;
+        } else if (boxAnswers.empty()) {
             box.result = safeAnswer(shown);
+            miss(QStringLiteral("box \"%1\" / \"%2\"").arg(title, instruction));
+        } else {
+            box.result = boxAnswers.front();
+            boxAnswers.pop_front();
+            if (!boxHas(shown, box.result)) {
+                miss(QStringLiteral("box \"%1\" / \"%2\": answer %3 is none of its buttons")
+                         .arg(title, instruction)
+                         .arg(box.result));
+                box.result = safeAnswer(shown);
+            }
         }
-    }
-    boxes.push_back(box);
-    if (OnBox) OnBox();
-    return box.result;
+        boxes.push_back(box);
+        if (OnBox) OnBox();
+        return box.result;
+    });
 }
 
 void ScriptedDialogs::Message(QWidget*, const QString& title, const QString& text) {
-    messages.push_back({title, text});
-    if (OnMessage) OnMessage();
+    OnGuiThread([&] {
+        messages.push_back({title, text});
+        if (OnMessage) OnMessage();
+    });
 }
 
 bool ScriptedDialogs::InputQuery(QWidget*, const QString& title, const QString& prompt,
                                  QString& value) {
-    Input input{title, prompt, value, false, value};
-    if (inputAnswers.empty()) {
-        miss(QStringLiteral("input \"%1\" / \"%2\"").arg(title, prompt));
-    } else {
-        std::optional<QString> answer = inputAnswers.front();
-        inputAnswers.pop_front();
-        if (answer) {
-            input.accepted = true;
-            input.result = *answer;
-            value = *answer;
+    return OnGuiThread([&] {
+        Input input{title, prompt, value, false, value};
+        if (inputAnswers.empty()) {
+            miss(QStringLiteral("input \"%1\" / \"%2\"").arg(title, prompt));
+        } else {
+            std::optional<QString> answer = inputAnswers.front();
+            inputAnswers.pop_front();
+            if (answer) {
+                input.accepted = true;
+                input.result = *answer;
+                value = *answer;
+            }
         }
-    }
-    inputs.push_back(input);
-    return input.accepted;
+        inputs.push_back(input);
+        return input.accepted;
+    });
 }
 
 QString ScriptedDialogs::askFile(const QString& kind, const QString& title, const QString& dir,
                                  const QString& filter) {
-    FileQuestion q{kind, title, dir, filter, QString()};
-    if (fileAnswers.empty()) {
-        miss(QStringLiteral("%1 file \"%2\"").arg(kind, title));
-    } else {
-        q.result = fileAnswers.front();
-        fileAnswers.pop_front();
-    }
-    files.push_back(q);
-    return q.result;
+    return OnGuiThread([&] {
+        FileQuestion q{kind, title, dir, filter, QString()};
+        if (fileAnswers.empty()) {
+            miss(QStringLiteral("%1 file \"%2\"").arg(kind, title));
+        } else {
+            q.result = fileAnswers.front();
+            fileAnswers.pop_front();
+        }
+        files.push_back(q);
+        return q.result;
+    });
 }
 
 QString ScriptedDialogs::OpenFileName(QWidget*, const QString& title, const QString& dir,
@@ -128,13 +138,36 @@ QString ScriptedDialogs::FolderName(QWidget*, const QString& title, const QStrin
 
 bool ScriptedDialogs::StartProcess(const QString& program, const QStringList& arguments,
                                    const QString& workingDir) {
-    processes.push_back({program, arguments, workingDir});
-    return startResult;
+    return OnGuiThread([&] {
+        processes.push_back({program, arguments, workingDir});
+        return startResult;
+    });
 }
 
 bool ScriptedDialogs::OpenDocument(const QString& path) {
-    documents << path;
-    return openResult;
+    return OnGuiThread([&] {
+        documents << path;
+        return openResult;
+    });
+}
+
+QString ScriptedDialogs::ClipboardText() {
+    return OnGuiThread([&] { return clipboard; });
+}
+
+void ScriptedDialogs::SetClipboardText(const QString& text) {
+    OnGuiThread([&] { clipboard = text; });
+}
+
+void ScriptedDialogs::Beep() {
+    OnGuiThread([&] { ++beeps; });
+}
+
+bool ScriptedDialogs::ShiftDown() {
+    return OnGuiThread([&] {
+        ++shiftQueries;
+        return shift;
+    });
 }
 
 ScriptedDialogsScope::ScriptedDialogsScope() : dialogs(new ScriptedDialogs) {

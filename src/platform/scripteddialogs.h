@@ -4,6 +4,11 @@
 // no scripted answer gets a safe default (cancel, no text, no file), a warning
 // on stderr, and an entry in Unanswered(), so a test can assert that none
 // happened.
+//
+// Like the program's own dialogs, every call made on another thread (the
+// group recalculation saves from a worker) runs on the GUI thread and waits
+// there, so the records are only ever touched by the GUI thread and a test
+// reads them without a lock.
 
 #include "platform/dialogs.h"
 
@@ -92,13 +97,10 @@ public:
     QString SaveFileName(QWidget* parent, const QString& title, const QString& dir,
                          const QString& filter) override;
     QString FolderName(QWidget* parent, const QString& title, const QString& dir) override;
-    QString ClipboardText() override { return clipboard; }
-    void SetClipboardText(const QString& text) override { clipboard = text; }
-    void Beep() override { ++beeps; }
-    bool ShiftDown() override {
-        ++shiftQueries;
-        return shift;
-    }
+    QString ClipboardText() override;
+    void SetClipboardText(const QString& text) override;
+    void Beep() override;
+    bool ShiftDown() override;
     bool StartProcess(const QString& program, const QStringList& arguments,
                       const QString& workingDir) override;
     bool OpenDocument(const QString& path) override;

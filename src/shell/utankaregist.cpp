@@ -27,6 +27,7 @@ TFtankaregist::TFtankaregist(const QString& launchString, QWidget* parent) : QMa
     setCentralWidget(CentralArea);
     buildSheet();
     SetupLibraryCommands();
+    connectGroupRewrites();
     setGeometry(DefaultLeft, DefaultTop, DefaultWidth, DefaultHeight);
     SetUndoEnabledHandler([this](bool enabled) { ActionUndo->setEnabled(enabled); });
     ConnectEditCommands();
@@ -46,6 +47,7 @@ TFtankaregist::TFtankaregist(const QString& launchString, QWidget* parent) : QMa
 }
 
 TFtankaregist::~TFtankaregist() {
+    WaitForGroupRewrite();
     SetUndoEnabledHandler(nullptr);
 }
 

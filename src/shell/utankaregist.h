@@ -3,12 +3,15 @@
 // screen is split over utankaregist_*.cpp by what it serves.
 
 #include <QMainWindow>
+#include <QPointer>
 #include <QString>
 
 #include <array>
 #include <functional>
 
 class QAction;
+class QDialog;
+class QThread;
 class QLabel;
 class QMenu;
 class QMenuBar;
@@ -371,6 +374,33 @@ private:
 
     QWidget* CentralArea = nullptr;
     std::array<QLabel*, StatusPanelCount> statusPanels{};
+
+    // ---- Group rewrites (utankaregist_group.cpp) ---------------------------
+public:
+    // The execute handlers of ActionOptionChange and Actionwdatachange.
+    void ActionOptionChangeExecute();
+    void ActionwdatachangeExecute();
+    // Recalculates and saves the 20 pipe types of CurrentGrp on a worker
+    // thread; kind shows in the progress text. The form stays closed to the
+    // user until "終了しました。" has been shown.
+    void alldataCalc(int kind);
+    // True from the start of a run until its end has been shown.
+    bool GroupRewriteRunning() const { return groupRunning_; }
+    // Serves events until the run has ended and its thread is gone; at once
+    // when none runs.
+    void WaitForGroupRewrite();
+    // The modal progress window of a run; null before the first run.
+    QDialog* GroupProgressWindow() const { return groupProgress_; }
+
+private:
+    // Joins the two commands to their actions and menu items.
+    void connectGroupRewrites();
+    void showGroupProgress(const QString& text, int step);
+    void endGroupRewrite(const QString& caption, std::exception_ptr failure);
+    bool groupRunning_ = false;
+    QThread* groupThread_ = nullptr;
+    QDialog* groupProgress_ = nullptr;
+    QPointer<QWidget> groupFocus_;
 };
 
 // The program file's folder, as the install folder check shows it.

@@ -156,6 +156,7 @@ bool TFtankaregist::CloseWithUnsavedRows(const QString& heading) {
 
 bool TFtankaregist::FormCloseQuery() {
     if (NoDataFolder) return true;
+    WaitForGroupRewrite(); // no pipe type of a running group rewrite is left half-written
     ApplyControls();
     if (!AskToSave() && !CloseWithUnsavedRows(QStringLiteral("データを保存できませんでした。")))
         return false;

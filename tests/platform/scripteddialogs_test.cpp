@@ -1,7 +1,14 @@
 // The scripted dialogs that tests answer through, and the two box helpers.
 #include "platform/scripteddialogs.h"
 
+#include <QCoreApplication>
+#include <QEventLoop>
+#include <QThread>
+
 #include <gtest/gtest.h>
+
+#include <atomic>
+#include <thread>
 
 namespace TD = ::TaskDialog;
 
@@ -132,6 +139,47 @@ TEST(ScriptedDialogsTest, ScopeRestoresThePreviousImplementation) {
     ShowInfoDialog(nullptr, "outer", "");
     ASSERT_EQ(outer->Boxes().size(), 1u);
     EXPECT_EQ(outer->Boxes()[0].instruction, "outer");
+}
+
+TEST(ScriptedDialogsTest, CallsFromAnotherThreadRunOnTheGuiThreadAndWait) {
+    // The group recalculation saves, and so puts text on the clipboard and
+    // may show boxes, from a worker thread while the test reads the records.
+    ScriptedDialogsScope d;
+    QThread* gui = QThread::currentThread();
+    ASSERT_EQ(gui, QCoreApplication::instance()->thread());
+    std::vector<QThread*> messageThreads;
+    d->OnMessage = [&] { messageThreads.push_back(QThread::currentThread()); };
+    d->AnswerBox(TD::IdNo);
+    std::atomic<bool> done{false};
+    int answer = 0;
+    QString clipboardSeen;
+    std::thread worker([&] {
+        for (int i = 0; i < 50; ++i)
+            CurrentDialogs().SetClipboardText(QStringLiteral("UPDATE %1").arg(i));
+        clipboardSeen = CurrentDialogs().ClipboardText();
+        CurrentDialogs().Message(nullptr, "T", "ERROR");
+        answer = ShowTaskDialog(nullptr, "T", "確認", TD::IconQuestion,
+                                TD::ButtonYes | TD::ButtonNo, "q");
+        CurrentDialogs().Beep();
+        done = true;
+    });
+    // Nothing of the worker's happens while this thread serves no events.
+    QThread::msleep(50);
+    EXPECT_TRUE(d->Clipboard().isEmpty());
+    EXPECT_FALSE(done);
+    while (!done)
+        QCoreApplication::processEvents(QEventLoop::AllEvents, 10);
+    worker.join();
+    EXPECT_EQ(clipboardSeen, "UPDATE 49");
+    EXPECT_EQ(d->Clipboard(), "UPDATE 49");
+    ASSERT_EQ(d->Messages().size(), 1u);
+    EXPECT_EQ(d->Messages()[0].text, "ERROR");
+    ASSERT_EQ(messageThreads.size(), 1u);
+    EXPECT_EQ(messageThreads[0], gui);
+    EXPECT_EQ(answer, TD::IdNo);
+    EXPECT_EQ(d->Boxes().size(), 1u);
+    EXPECT_EQ(d->Beeps(), 1);
+    EXPECT_TRUE(d->Unanswered().isEmpty());
 }
 
 } // namespace

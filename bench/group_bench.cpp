@@ -1,0 +1,123 @@
+// The group recalculation on the demo data: a full run of alldataCalc on its
+// worker thread against 20 plain saves of the same pipe types on the main
+// thread, and the longest time the main thread went without serving an event
+// during the run. Offscreen, real database.
+#include "engine/grouprewrite.h"
+#include "platform/scripteddialogs.h"
+#include "shell/utankaregist.h"
+#include "store/pipetypestore.h"
+#include "store/suitestandin.h"
+
+#include <QApplication>
+#include <QElapsedTimer>
+#include <QTemporaryDir>
+#include <QTextStream>
+#include <QTimer>
+
+#include <benchmark/benchmark.h>
+
+#include <algorithm>
+#include <memory>
+
+namespace {
+
+std::unique_ptr<TFtankaregist> openForm() {
+    auto form = std::make_unique<TFtankaregist>(QString());
+    form->show();
+    QCoreApplication::processEvents();
+    QCoreApplication::processEvents();
+    return form;
+}
+
+void BM_GroupRewriteRun(benchmark::State& state) {
+    auto form = openForm();
+    // A heartbeat on the main thread: the gap between two of its ticks is
+    // the longest the event loop went unserved.
+    QTimer beat;
+    beat.setTimerType(Qt::PreciseTimer);
+    beat.setInterval(1);
+    QElapsedTimer clock;
+    qint64 last = 0, longest = 0;
+    QObject::connect(&beat, &QTimer::timeout, [&] {
+        const qint64 now = clock.nsecsElapsed();
+        if (last > 0) longest = std::max(longest, now - last);
+        last = now;
+    });
+    for (auto _ : state) {
+        clock.start();
+        last = 0;
+        beat.start();
+        form->alldataCalc(1);
+        form->WaitForGroupRewrite();
+        beat.stop();
+    }
+    state.counters["longest_gap_ms"] = double(longest) / 1e6;
+    form->close();
+}
+BENCHMARK(BM_GroupRewriteRun)->Unit(benchmark::kMillisecond)->MinTime(5.0)->UseRealTime();
+
+void BM_TwentyPlainSaves(benchmark::State& state) {
+    auto form = openForm();
+    for (auto _ : state) {
+        for (int kan = 1; kan <= GroupPipeTypes; ++kan) {
+            LoadPipeType(1, form->CurrentGrp, kan);
+            SavePipeType(form.get(), 1, form->CurrentGrp, 0, kan);
+        }
+    }
+    LoadPipeType(1, form->CurrentGrp, form->CurrentKan);
+    form->close();
+}
+BENCHMARK(BM_TwentyPlainSaves)->Unit(benchmark::kMillisecond)->MinTime(5.0)->UseRealTime();
+
+// Both in turns, so that the load of the machine falls on both alike: the
+// ratio of the run to the 20 saves.
+void BM_RunToSavesRatio(benchmark::State& state) {
+    auto form = openForm();
+    QElapsedTimer clock;
+    qint64 run = 0, saves = 0;
+    for (auto _ : state) {
+        clock.start();
+        form->alldataCalc(1);
+        form->WaitForGroupRewrite();
+        run += clock.nsecsElapsed();
+        clock.start();
+        for (int kan = 1; kan <= GroupPipeTypes; ++kan) {
+            LoadPipeType(1, form->CurrentGrp, kan);
+            SavePipeType(form.get(), 1, form->CurrentGrp, 0, kan);
+        }
+        saves += clock.nsecsElapsed();
+        LoadPipeType(1, form->CurrentGrp, form->CurrentKan);
+    }
+    state.counters["run_ms"] = double(run) / 1e6 / double(state.iterations());
+    state.counters["saves_ms"] = double(saves) / 1e6 / double(state.iterations());
+    state.counters["ratio"] = double(run) / double(saves);
+    form->close();
+}
+BENCHMARK(BM_RunToSavesRatio)->Unit(benchmark::kMillisecond)->MinTime(10.0)->UseRealTime();
+
+// The work of the run alone, on the main thread, without progress.
+void BM_RecalculateGroupAlone(benchmark::State& state) {
+    auto form = openForm();
+    for (auto _ : state)
+        RecalculateGroup(form.get(), 1, form->CurrentGrp, form->CurrentKan, nullptr);
+    form->close();
+}
+BENCHMARK(BM_RecalculateGroupAlone)->Unit(benchmark::kMillisecond)->MinTime(5.0)->UseRealTime();
+
+} // namespace
+
+int main(int argc, char** argv) {
+    if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");
+    QApplication app(argc, argv);
+    QTemporaryDir dir;
+    qputenv("QORVALE_COMMON_DATA", dir.path().toUtf8());
+    QString out;
+    QTextStream sink(&out);
+    if (RunVelmoraSuite({QStringLiteral("init"), QStringLiteral("--demo")}, sink, sink) != 0)
+        return 1;
+    ScriptedDialogsScope dialogs;
+    benchmark::Initialize(&argc, argv);
+    benchmark::RunSpecifiedBenchmarks();
+    benchmark::Shutdown();
+    return 0;
+}

@@ -1,0 +1,85 @@
+#include "engine/grouprewrite.h"
+
+#include "engine/calcrow.h"
+#include "store/pipetypestore.h"
+
+namespace {
+
+QString q(const QString& value) {
+    return QLatin1Char('\'') + value + QLatin1Char('\'');
+}
+QString qCurr(Currency c) {
+    return q(CurrToStr(c));
+}
+QString qInt(int v) {
+    return q(QString::number(v));
+}
+
+// The current pipe type as stored, its computed fields filled.
+void bringBack(int grp, int kan) {
+    LoadPipeType(1, grp, kan);
+    for (int r = 1; r <= GroupCalcRows; ++r)
+        CalcRow(r);
+}
+
+} // namespace
+
+QString OptionChangeStatement(const Fuzokurecordtypex& optionRow, int grp) {
+    Fuzokurecordtypex row = optionRow;
+    KanzaiOptions o(row);
+    QString s = QStringLiteral("UPDATE ex_kanzai SET ");
+    s += QStringLiteral("DATA5=") + qCurr(o.LabourSubmitted());
+    s += QStringLiteral(",DATA4=") + qCurr(o.LabourCost());
+    s += QStringLiteral(",NET=") + qCurr(o.RateCost());
+    s += QStringLiteral(",NTANKA=") + qCurr(o.RateOn());
+    s += QStringLiteral(",GTANKA=") + qCurr(o.UnitDigits());
+    s += QStringLiteral(",FTANKA=") + qCurr(o.UnitFraction());
+    s += QStringLiteral(",DATA2=") + qCurr(o.AdoptedDigits());
+    s += QStringLiteral(",DATA3=") + qCurr(o.AdoptedFraction());
+    s += QStringLiteral(",DATA6=") + qCurr(o.ElementDigits());
+    s += QStringLiteral(",DATA7=") + qCurr(o.ElementFraction());
+    s += QStringLiteral(",FLAG=") + qInt(o.ModeFlag());
+    s += QStringLiteral(",YOSAN=") + qInt(o.OtherMethod());
+    s += QStringLiteral(" WHERE CTG=") + qInt(1) + QStringLiteral(" AND GRP=") + qInt(grp) +
+         QStringLiteral(" AND NO=") + qInt(OptionRow) + QStringLiteral(";");
+    return s;
+}
+
+QString LabourChangeStatement(Currency cost, Currency submitted) {
+    return QStringLiteral("UPDATE ex_kanzai SET ") + QStringLiteral("DATA4=") + qCurr(cost) +
+           QStringLiteral(",DATA5=") + qCurr(submitted) + QStringLiteral(" WHERE ukey=") +
+           qInt(OptionRow) + QStringLiteral(";");
+}
+
+QString GroupProgressText(int kind, int i, int r, const QString& goods) {
+    return QStringLiteral("データ更新中:") + QString::number(kind) + QLatin1Char('-') +
+           QString::number(i) + QLatin1Char('-') + QString::number(r) + QLatin1Char('/') + goods;
+}
+
+void RecalculateGroup(QWidget* form, int kind, int grp, int currentKan,
+                      const GroupProgress& progress) {
+    const RowTable rowsBefore = KanzaiRows;
+    const QStringList savedBefore = SavedLines;
+    try {
+        for (int i = 0; i < GroupPipeTypes; ++i) {
+            const int kan = i + 1;
+            LoadPipeType(1, grp, kan);
+            for (int r = 1; r <= GroupCalcRows; ++r) {
+                if (progress)
+                    progress(GroupProgressText(kind, i, r, KanzaiRows[r].Goods()),
+                             i * GroupCalcRows + r);
+                CalcRow(r);
+            }
+            SavePipeType(form, 1, grp, 0, kan);
+        }
+        bringBack(grp, currentKan);
+    } catch (...) {
+        try {
+            bringBack(grp, currentKan);
+        } catch (...) {
+            KanzaiRows = rowsBefore;
+            SavedLines = savedBefore;
+        }
+        throw;
+    }
+}

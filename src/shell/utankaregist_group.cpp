@@ -1,0 +1,234 @@
+// The main form: the two group rewrites and the run of the recalculation on a
+// worker thread, with the progress window that keeps the user off the rows
+// while the worker owns them.
+#include "shell/utankaregist.h"
+
+#include "controls/numberedit.h"
+#include "engine/grouprewrite.h"
+#include "engine/rounding.h"
+#include "platform/application.h"
+#include "platform/datapaths.h"
+#include "platform/dialogs.h"
+#include "store/modulewrappersqlite.h"
+#include "store/pipetypestore.h"
+
+#include <QApplication>
+#include <QCloseEvent>
+#include <QDialog>
+#include <QLabel>
+#include <QMenuBar>
+#include <QProgressBar>
+#include <QThread>
+#include <QVBoxLayout>
+
+#include <type_traits>
+
+namespace {
+
+const QString RecalcNotice =
+    QStringLiteral("複合単価を再計算し、データベースに登録し直します。時間がかかりますので、"
+                   "変換中は少々お待ちください。");
+
+// Number edit value to Currency: times 10000, stored to nearest.
+Currency editCurrency(const TNumberEdit* edit) {
+    return Currency::FromRaw(Store(edit->Value() * 10000.0L));
+}
+
+bool askToGoOn(QWidget* form, const QString& question) {
+    return ShowTaskDialog(form, ApplicationTitle(), QStringLiteral("確認"),
+                          TaskDialog::IconQuestion, TaskDialog::ButtonYes | TaskDialog::ButtonNo,
+                          question) != TaskDialog::IdNo;
+}
+
+// The save's own verdict where it gives one: true when every row reached the
+// database.
+template <typename Save> bool saved(Save save) {
+    if constexpr (std::is_void_v<decltype(save())>) {
+        save();
+        return true;
+    } else {
+        return bool(save());
+    }
+}
+
+// The window over the form while a run works: the progress text and a bar
+// over the 20 x 59 steps. The person cannot close it; it goes when the run
+// has ended.
+class TGroupProgress : public QDialog {
+public:
+    explicit TGroupProgress(QWidget* form) : QDialog(form) {
+        setObjectName(QStringLiteral("GroupProgress"));
+        setWindowTitle(ApplicationTitle());
+        setWindowFlags(Qt::Dialog | Qt::CustomizeWindowHint | Qt::WindowTitleHint);
+        setWindowModality(Qt::ApplicationModal);
+        auto* layout = new QVBoxLayout(this);
+        auto* notice =
+            new QLabel(QStringLiteral("複合単価を再計算し、データベースに登録しています。"
+                                      "しばらくお待ちください。"),
+                       this);
+        Text = new QLabel(this);
+        Text->setObjectName(QStringLiteral("GroupProgressText"));
+        Bar = new QProgressBar(this);
+        Bar->setObjectName(QStringLiteral("GroupProgressBar"));
+        Bar->setRange(0, GroupRewriteSteps);
+        Bar->setMinimumWidth(420);
+        layout->addWidget(notice);
+        layout->addWidget(Text);
+        layout->addWidget(Bar);
+    }
+
+    void Start() {
+        Text->clear();
+        Bar->setValue(0);
+        closable = false;
+        show();
+        raise();
+        activateWindow();
+    }
+    void Finish() {
+        closable = true;
+        hide();
+    }
+
+    QLabel* Text = nullptr;
+    QProgressBar* Bar = nullptr;
+
+protected:
+    // Esc and the window's close do nothing while the run works.
+    void reject() override {
+        if (closable) QDialog::reject();
+    }
+    void closeEvent(QCloseEvent* event) override {
+        if (closable)
+            QDialog::closeEvent(event);
+        else
+            event->ignore();
+    }
+
+private:
+    bool closable = true;
+};
+
+} // namespace
+
+void TFtankaregist::connectGroupRewrites() {
+    for (QAction* a : {ActionOptionChange, Actionwdatachange})
+        a->setEnabled(true);
+    connect(ActionOptionChange, &QAction::triggered, this,
+            &TFtankaregist::ActionOptionChangeExecute);
+    connect(Actionwdatachange, &QAction::triggered, this, &TFtankaregist::ActionwdatachangeExecute);
+}
+
+void TFtankaregist::ActionOptionChangeExecute() {
+    if (GroupRewriteRunning()) return;
+    if (!askToGoOn(this, QStringLiteral("グループ内の計算オプションを、表示中のものに変更していい"
+                                        "ですか?\r\n") +
+                             RecalcNotice))
+        return;
+    ApplyControls();
+    ExecStatement(ExDatabasePath, OptionChangeStatement(KanzaiRows[OptionRow], CurrentGrp));
+    // The run loads the current pipe type from the table again: rows whose
+    // save did not reach the database would be lost by it, so they stay on
+    // the form (the save has shown why).
+    if (!saved([this] { return SavePipeType(this, CurrentCtg, CurrentGrp, 0, CurrentKan); }))
+        return;
+    alldataCalc(1);
+}
+
+void TFtankaregist::ActionwdatachangeExecute() {
+    if (GroupRewriteRunning()) return;
+    const Currency cost = editCurrency(GpayDay_N);
+    const Currency submitted = editCurrency(GpayDay1);
+    if (!askToGoOn(this, QStringLiteral("全データの基礎工費を変更しますか?\r\n原価=") +
+                             CurrToStr(cost) + QStringLiteral("円 提出=") + CurrToStr(submitted) +
+                             QStringLiteral("円\r\n") + RecalcNotice))
+        return;
+    ExecStatement(ExDatabasePath, LabourChangeStatement(cost, submitted));
+    alldataCalc(1);
+    ShowInfoDialog(this, QStringLiteral("確認"), QStringLiteral("基礎工費を変更しました。"));
+}
+
+void TFtankaregist::alldataCalc(int kind) {
+    if (groupRunning_) return;
+    // What was left of an earlier run's thread.
+    if (groupThread_) {
+        groupThread_->wait();
+        delete groupThread_;
+        groupThread_ = nullptr;
+    }
+    if (!groupProgress_) groupProgress_ = new TGroupProgress(this);
+
+    // From here until the end has been shown the worker is the one user of
+    // the rows: every control of the form and the menu are closed, and the
+    // modal progress window takes the keyboard and the mouse.
+    groupRunning_ = true;
+    groupFocus_ = QApplication::focusWidget();
+    centralWidget()->setEnabled(false);
+    menuBar()->setEnabled(false);
+    static_cast<TGroupProgress*>(groupProgress_)->Start();
+
+    const QString caption = windowTitle();
+    const int grp = CurrentGrp, kan = CurrentKan;
+    groupThread_ = QThread::create([this, kind, caption, grp, kan] {
+        std::exception_ptr failure;
+        try {
+            RecalculateGroup(this, kind, grp, kan, [this](const QString& text, int step) {
+                QMetaObject::invokeMethod(
+                    this, [this, text, step] { showGroupProgress(text, step); },
+                    Qt::QueuedConnection);
+            });
+        } catch (...) {
+            failure = std::current_exception();
+        }
+        QMetaObject::invokeMethod(
+            this, [this, caption, failure] { endGroupRewrite(caption, failure); },
+            Qt::BlockingQueuedConnection);
+    });
+    groupThread_->setObjectName(QStringLiteral("alldataCalc"));
+    groupThread_->start();
+}
+
+void TFtankaregist::showGroupProgress(const QString& text, int step) {
+    auto* progress = static_cast<TGroupProgress*>(groupProgress_);
+    progress->Text->setText(text);
+    progress->Bar->setValue(step);
+    setWindowTitle(text);
+}
+
+void TFtankaregist::endGroupRewrite(const QString& caption, std::exception_ptr failure) {
+    auto reopen = [this] {
+        static_cast<TGroupProgress*>(groupProgress_)->Finish();
+        centralWidget()->setEnabled(true);
+        menuBar()->setEnabled(true);
+        activateWindow();
+        if (groupFocus_) groupFocus_->setFocus();
+        groupRunning_ = false;
+    };
+    if (failure) {
+        // The run ends where it failed, its last progress in the caption;
+        // the form opens again and the failure is shown like any other.
+        reopen();
+        ShowException(failure);
+        return;
+    }
+    setWindowTitle(caption);
+    try {
+        CurrentDialogs().Message(this, ApplicationTitle(), QStringLiteral("終了しました。"));
+    } catch (...) {
+        reopen();
+        throw;
+    }
+    reopen();
+}
+
+void TFtankaregist::WaitForGroupRewrite() {
+    // The worker's last step is a call into this thread, so the wait serves
+    // events instead of blocking.
+    while (groupRunning_)
+        QCoreApplication::processEvents(QEventLoop::AllEvents | QEventLoop::WaitForMoreEvents);
+    if (groupThread_) {
+        groupThread_->wait();
+        delete groupThread_;
+        groupThread_ = nullptr;
+    }
+}

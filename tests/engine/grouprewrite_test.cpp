@@ -1,0 +1,242 @@
+// The group rewrites without the form: the two statements, the progress text,
+// and the recalculation of a group on a real demo database.
+
+#include "engine/calcrow.h"
+#include "engine/grouprewrite.h"
+#include "platform/datapaths.h"
+#include "platform/scripteddialogs.h"
+#include "store/modulewrappersqlite.h"
+#include "store/pipetypestore.h"
+#include "store/suitestandin.h"
+
+#include <QTemporaryDir>
+
+#include <gtest/gtest.h>
+
+#include <stdexcept>
+
+namespace {
+
+Currency c(const char* text) {
+    return StrToCurr(QString::fromLatin1(text));
+}
+
+TEST(GroupRewriteStatements, OptionChangeTakesTwelveOptionsAndNotGross) {
+    Fuzokurecordtypex r;
+    KanzaiOptions o(r);
+    o.LabourSubmitted() = c("15000");
+    o.LabourCost() = c("12500.5");
+    o.RateCost() = c("62.5");
+    o.RateSubmitted() = c("80"); // GROSS: stays out
+    o.RateOn() = c("1");
+    o.UnitDigits() = c("10");
+    o.UnitFraction() = c("0.5");
+    o.AdoptedDigits() = c("1000");
+    o.AdoptedFraction() = c("0.9");
+    o.ElementDigits() = c("100");
+    o.ElementFraction() = c("0");
+    o.ModeFlag() = 1;
+    o.OtherMethod() = 1;
+    EXPECT_EQ(OptionChangeStatement(r, 4).toStdString(),
+              "UPDATE ex_kanzai SET DATA5='15000',DATA4='12500.5',NET='62.5',NTANKA='1',"
+              "GTANKA='10',FTANKA='0.5',DATA2='1000',DATA3='0.9',DATA6='100',DATA7='0',"
+              "FLAG='1',YOSAN='1' WHERE CTG='1' AND GRP='4' AND NO='60';");
+}
+
+TEST(GroupRewriteStatements, LabourChangeReachesEveryOptionRow) {
+    EXPECT_EQ(LabourChangeStatement(c("9800.25"), c("-0.5")).toStdString(),
+              "UPDATE ex_kanzai SET DATA4='9800.25',DATA5='-0.5' WHERE ukey='60';");
+}
+
+TEST(GroupRewriteStatements, ProgressText) {
+    EXPECT_EQ(GroupProgressText(1, 5, 12, QString()), QString::fromUtf8("データ更新中:1-5-12/"));
+    EXPECT_EQ(GroupProgressText(1, 0, 1, QString::fromUtf8("鋼管")),
+              QString::fromUtf8("データ更新中:1-0-1/鋼管"));
+    EXPECT_EQ(GroupProgressText(12, 19, 59, QString()),
+              QString::fromUtf8("データ更新中:12-19-59/"));
+}
+
+class GroupRecalc : public ::testing::Test {
+protected:
+    void SetUp() override {
+        ASSERT_TRUE(dir.isValid());
+        ExDatabasePath = dir.filePath(QStringLiteral("velmoraMainEX.db3"));
+        CreateSuiteDatabase(ExDatabasePath, true);
+        ClearRows(RowCount);
+        SavedLines.clear();
+        CurrentLines.clear();
+    }
+    void TearDown() override { EXPECT_TRUE(dialogs->Unanswered().isEmpty()); }
+
+    void exec(const QString& sql) { ASSERT_EQ(ExecStatement(ExDatabasePath, sql), 1); }
+
+    // The computed columns of one pipe type as stored, one line a row.
+    QStringList storedPrices(int grp, int kan) {
+        QueryToLines(ExDatabasePath,
+                     QStringLiteral("SELECT NO,GROSS,NET,CALC1_G,CALC2_G,CALC3_G,CALC4_G,CALC5_G,"
+                                    "CALC6_G,CALC7_G,CALC1_N,CALC2_N,CALC3_N,CALC4_N,CALC5_N,"
+                                    "CALC6_N,CALC7_N,NTANKA,GTANKA,FTANKA FROM ex_kanzai WHERE "
+                                    "CTG='1' AND GRP='%1' AND KAN='%2' AND NO<60 ORDER BY NO;")
+                         .arg(grp)
+                         .arg(kan));
+        QStringList out;
+        for (const QString& line : ResultLines) {
+            QStringList fields;
+            for (int f = 1; f <= 20; ++f)
+                fields << CurrToStr(StrToCurrDef(NthField(line, f), Currency::FromInt(-999999)));
+            out << fields.join(QLatin1Char(' '));
+        }
+        return out;
+    }
+    // The same columns as the engine computes them from the stored figures
+    // and options.
+    QStringList expectedPrices(int grp, int kan) {
+        LoadPipeType(1, grp, kan);
+        QStringList out;
+        for (int n = 1; n < OptionRow; ++n) {
+            Fuzokurecordtypex row = KanzaiRows[n];
+            Fuzokurecordtypex options = KanzaiRows[OptionRow];
+            CalcRowWith(row, KanzaiOptions(options));
+            QStringList fields{QString::number(n), CurrToStr(row.GROSS), CurrToStr(row.NET)};
+            for (Currency v : row.CALC_G)
+                fields << CurrToStr(v);
+            for (Currency v : row.CALC_N)
+                fields << CurrToStr(v);
+            fields << CurrToStr(row.NTANKA) << CurrToStr(row.GTANKA) << CurrToStr(row.FTANKA);
+            out << fields.join(QLatin1Char(' '));
+        }
+        return out;
+    }
+
+    // Row n of a pipe type as the engine computes it from the table.
+    Fuzokurecordtypex expectedRow(int grp, int kan, int n) {
+        const RowTable keep = KanzaiRows;
+        LoadPipeType(1, grp, kan);
+        Fuzokurecordtypex row = KanzaiRows[n];
+        CalcRowWith(row, KanzaiOptions(KanzaiRows[OptionRow]));
+        KanzaiRows = keep;
+        return row;
+    }
+
+    QTemporaryDir dir;
+    ScriptedDialogsScope dialogs;
+};
+
+TEST_F(GroupRecalc, EveryPipeTypeOfTheGroupIsComputedUnderItsStoredOptionsAndSaved) {
+    // New options in the table for group 2 only, as the option statement
+    // leaves them; the stored prices are now stale.
+    Fuzokurecordtypex options;
+    KanzaiOptions o(options);
+    o.AdoptedDigits() = c("100");
+    o.AdoptedFraction() = c("0.5");
+    o.ElementDigits() = c("10");
+    o.ElementFraction() = c("0.9");
+    o.LabourSubmitted() = c("21000");
+    o.LabourCost() = c("17000");
+    o.UnitDigits() = c("1");
+    o.UnitFraction() = c("0");
+    exec(OptionChangeStatement(options, 2));
+    const QStringList otherGroupBefore = storedPrices(3, 4);
+    int stale = 0;
+    for (int kan = 1; kan <= GroupPipeTypes; ++kan)
+        stale += storedPrices(2, kan) != expectedPrices(2, kan);
+    ASSERT_GT(stale, 0);
+
+    // The current pipe type is 7 of group 2, with rows in memory of its own.
+    LoadPipeType(1, 2, 7);
+    TakeSnapshot();
+    KanzaiRows[3].TEIKA = c("123456"); // not saved: the run loads from the table
+    std::vector<std::pair<QString, int>> progress;
+    RecalculateGroup(nullptr, 1, 2, 7,
+                     [&](const QString& text, int step) { progress.emplace_back(text, step); });
+
+    for (int kan = 1; kan <= GroupPipeTypes; ++kan)
+        EXPECT_EQ(storedPrices(2, kan), expectedPrices(2, kan)) << "KAN " << kan;
+    EXPECT_EQ(storedPrices(3, 4), otherGroupBefore);
+
+    // 20 x 59 steps in order, each before its row is calculated.
+    ASSERT_EQ(int(progress.size()), GroupRewriteSteps);
+    for (int s = 0; s < GroupRewriteSteps; ++s)
+        ASSERT_EQ(progress[std::size_t(s)].second, s + 1);
+    EXPECT_EQ(progress[5 * 59 + 11].first, QString::fromUtf8("データ更新中:1-5-12/"));
+    LoadPipeType(1, 2, 1);
+    EXPECT_FALSE(KanzaiRows[1].GOODS.isEmpty());
+    EXPECT_EQ(progress[0].first, QString::fromUtf8("データ更新中:1-0-1/") + KanzaiRows[1].Goods());
+}
+
+TEST_F(GroupRecalc, TheCurrentPipeTypeComesBackAsStoredWithItsPrices) {
+    LoadPipeType(1, 1, 3);
+    TakeSnapshot();
+    const QStringList asLoaded = SavedLines;
+    KanzaiRows[2].TEIKA = c("777"); // an unsaved entry
+    RefreshLines();
+    ASSERT_TRUE(PipeTypeChanged());
+    RecalculateGroup(nullptr, 1, 1, 3, nullptr);
+    // Group 1's pipe type 3, computed, with SavedLines from the table: the
+    // entry is gone from the rows, and the rows differ from CurrentLines.
+    EXPECT_EQ(SavedLines, asLoaded);
+    EXPECT_NE(KanzaiRows[2].TEIKA, c("777"));
+    EXPECT_TRUE(PipeTypeChanged());
+    const Currency adopted = KanzaiRows[1].FTANKA;
+    const Currency labour = KanzaiRows[1].CALC_G[4];
+    EXPECT_FALSE(adopted.IsZero());
+    const QStringList prices = expectedPrices(1, 3);
+    EXPECT_EQ(storedPrices(1, 3), prices);
+    const QStringList fields = prices[0].split(QLatin1Char(' '));
+    EXPECT_EQ(CurrToStr(adopted), fields[19]);
+    EXPECT_EQ(CurrToStr(labour), fields[7]);
+    // Nothing was asked; the statement of the last save is on the clipboard.
+    EXPECT_TRUE(dialogs->Boxes().empty());
+    EXPECT_TRUE(dialogs->Clipboard().contains(QStringLiteral("KAN='20' and NO='1';")));
+}
+
+TEST_F(GroupRecalc, AFailedLoadEndsTheRunWithTheCurrentRowsBack) {
+    Fuzokurecordtypex options;
+    KanzaiOptions o(options);
+    o.AdoptedDigits() = c("10");
+    o.ElementDigits() = c("1");
+    o.LabourSubmitted() = c("30000");
+    o.LabourCost() = c("25000");
+    exec(OptionChangeStatement(options, 1));
+    exec(
+        QStringLiteral("DELETE FROM ex_kanzai WHERE CTG='1' AND GRP='1' AND KAN='7' AND NO='60';"));
+    ASSERT_NE(storedPrices(1, 1), expectedPrices(1, 1));
+    LoadPipeType(1, 1, 2);
+    TakeSnapshot();
+    const RowTable current = KanzaiRows;
+    int lastStep = 0;
+    QString lastText;
+    EXPECT_THROW(RecalculateGroup(nullptr, 1, 1, 2,
+                                  [&](const QString& text, int step) {
+                                      lastStep = step;
+                                      lastText = text;
+                                  }),
+                 std::out_of_range);
+    EXPECT_EQ(lastStep, 6 * 59);
+    EXPECT_EQ(lastText, QString::fromUtf8("データ更新中:1-5-59/"));
+    // The rows are pipe type 2's again as stored by the run, not the broken
+    // seventh's.
+    const RowTable after = KanzaiRows;
+    EXPECT_EQ(after[1].GOODS, current[1].GOODS);
+    EXPECT_EQ(after[3].TEIKA, current[3].TEIKA);
+    LoadPipeType(1, 1, 2);
+    for (int n = 1; n <= RowCount; ++n)
+        ASSERT_EQ(RowLine(after[n]), RowLine(KanzaiRows[n])) << n;
+    EXPECT_EQ(after[1].CALC_G, expectedRow(1, 2, 1).CALC_G);
+    // Pipe types 1 to 6 were saved before the failure.
+    for (int kan = 1; kan <= 6; ++kan)
+        EXPECT_EQ(storedPrices(1, kan), expectedPrices(1, kan));
+
+    // When the current pipe type itself cannot be loaded, the rows stay as
+    // they were before the run.
+    LoadPipeType(1, 1, 2);
+    TakeSnapshot();
+    const RowTable before = KanzaiRows;
+    exec(
+        QStringLiteral("DELETE FROM ex_kanzai WHERE CTG='1' AND GRP='1' AND KAN='2' AND NO='60';"));
+    EXPECT_THROW(RecalculateGroup(nullptr, 1, 1, 2, nullptr), std::out_of_range);
+    for (int n = 1; n <= RowCount; ++n)
+        ASSERT_EQ(RowLine(KanzaiRows[n]), RowLine(before[n])) << n;
+}
+
+} // namespace

@@ -1,0 +1,449 @@
+// The two group rewrites on the real window offscreen, on the demo database,
+// with the person at the keyboard played by the scripted dialogs. What is
+// stored is checked in the file, not in the rows in memory.
+#include "controls/numberedit.h"
+#include "controls/strcgrid.h"
+#include "engine/calcrow.h"
+#include "engine/grouprewrite.h"
+#include "shell/formwidgets.h"
+#include "store/pipetypestore.h"
+
+#include <QDialog>
+#include <QElapsedTimer>
+#include <QMenuBar>
+#include <QProgressBar>
+#include <QPushButton>
+#include <QTimer>
+
+#include "support/workspace_fixture.h"
+
+namespace {
+
+namespace TD = ::TaskDialog;
+
+const char* const OptionColumns[12] = {"DATA5", "DATA4", "NET",   "NTANKA", "GTANKA", "FTANKA",
+                                       "DATA2", "DATA3", "DATA6", "DATA7",  "FLAG",   "YOSAN"};
+
+class GroupRewrite : public WorkspaceFixture {
+protected:
+    void exec(const QString& sql) { ASSERT_EQ(ExecStatement(db, sql), 1); }
+
+    // The whole table, one line a row.
+    QStringList table() {
+        QueryToLines(db, QStringLiteral("SELECT * FROM ex_kanzai ORDER BY CTG,GRP,KAN,NO;"));
+        return ResultLines;
+    }
+
+    // The option rows of every group but grp.
+    QStringList optionRowsOutside(int grp) {
+        QueryToLines(db, QStringLiteral("SELECT * FROM ex_kanzai WHERE NO='60' AND GRP<>'%1' "
+                                        "ORDER BY GRP,KAN;")
+                             .arg(grp));
+        return ResultLines;
+    }
+
+    Currency storedCurrency(int grp, int kan, int no, const char* column) {
+        return StrToCurrDef(stored(grp, kan, no, column), Currency::FromInt(-999999));
+    }
+
+    // The computed columns of one pipe type as stored, one line a row.
+    QStringList storedPrices(int grp, int kan) {
+        QueryToLines(db,
+                     QStringLiteral("SELECT NO,GROSS,NET,CALC1_G,CALC2_G,CALC3_G,CALC4_G,CALC5_G,"
+                                    "CALC6_G,CALC7_G,CALC1_N,CALC2_N,CALC3_N,CALC4_N,CALC5_N,"
+                                    "CALC6_N,CALC7_N,NTANKA,GTANKA,FTANKA FROM ex_kanzai WHERE "
+                                    "CTG='1' AND GRP='%1' AND KAN='%2' AND NO<60 ORDER BY NO;")
+                         .arg(grp)
+                         .arg(kan));
+        QStringList out;
+        for (const QString& line : ResultLines) {
+            QStringList fields;
+            for (int f = 1; f <= 20; ++f)
+                fields << CurrToStr(StrToCurrDef(NthField(line, f), Currency::FromInt(-999999)));
+            out << fields.join(QLatin1Char(' '));
+        }
+        return out;
+    }
+    // The same columns as the engine computes them from the stored figures
+    // and options. Leaves KanzaiRows as it found them.
+    QStringList expectedPrices(int grp, int kan) {
+        const RowTable keep = KanzaiRows;
+        const QStringList saved = SavedLines;
+        LoadPipeType(1, grp, kan);
+        QStringList out;
+        for (int n = 1; n < OptionRow; ++n) {
+            Fuzokurecordtypex row = KanzaiRows[n];
+            CalcRowWith(row, KanzaiOptions(KanzaiRows[OptionRow]));
+            QStringList fields{QString::number(n), CurrToStr(row.GROSS), CurrToStr(row.NET)};
+            for (Currency v : row.CALC_G)
+                fields << CurrToStr(v);
+            for (Currency v : row.CALC_N)
+                fields << CurrToStr(v);
+            fields << CurrToStr(row.NTANKA) << CurrToStr(row.GTANKA) << CurrToStr(row.FTANKA);
+            out << fields.join(QLatin1Char(' '));
+        }
+        KanzaiRows = keep;
+        SavedLines = saved;
+        return out;
+    }
+    void expectGroupComputed(int grp) {
+        for (int kan = 1; kan <= GroupPipeTypes; ++kan)
+            EXPECT_EQ(storedPrices(grp, kan), expectedPrices(grp, kan)) << "KAN " << kan;
+    }
+
+    // Every caption the form takes from now on.
+    void recordCaptions() {
+        QObject::connect(form.get(), &QWidget::windowTitleChanged,
+                         [this](const QString& t) { captions << t; });
+    }
+    int messagesWith(const char* text) const {
+        int n = 0;
+        for (const ScriptedDialogs::ShownMessage& m : dialogs->Messages())
+            n += m.text == U(text);
+        return n;
+    }
+    bool formClosedToTheUser() const {
+        return form->GroupRewriteRunning() && !form->centralWidget()->isEnabled() &&
+               !form->menuBar()->isEnabled() && form->GroupProgressWindow() &&
+               form->GroupProgressWindow()->isVisible() &&
+               QApplication::activeModalWidget() == form->GroupProgressWindow();
+    }
+
+    QStringList captions;
+};
+
+const QString OptionQuestion =
+    U("グループ内の計算オプションを、表示中のものに変更していいですか?\r\n"
+      "複合単価を再計算し、データベースに登録し直します。時間がかかりますので、変換中は少々お待"
+      "ちください。");
+
+TEST_F(GroupRewrite, NoOnEitherQuestionChangesNothing) {
+    TFtankaregist& f = open();
+    EXPECT_TRUE(f.N10->isEnabled());
+    EXPECT_TRUE(f.N30->isEnabled());
+    f.SBorRadio14->SetItemIndex(1);
+    f.GpayDay1->SetValue(12345);
+    f.GpayDay_N->SetValue(2345.5);
+    const QStringList before = table();
+
+    dialogs->AnswerBox(TD::IdNo);
+    f.N10->trigger();
+    dialogs->AnswerBox(TD::IdNo);
+    f.N30->trigger();
+    EXPECT_FALSE(f.GroupRewriteRunning());
+    EXPECT_EQ(f.GroupProgressWindow(), nullptr);
+    EXPECT_EQ(table(), before);
+    EXPECT_TRUE(dialogs->Messages().empty());
+
+    ASSERT_EQ(dialogs->Boxes().size(), 2u);
+    const ScriptedDialogs::Box& option = dialogs->Boxes()[0];
+    EXPECT_EQ(option.title, ApplicationTitle());
+    EXPECT_EQ(option.instruction, U("確認"));
+    EXPECT_EQ(option.content, OptionQuestion);
+    EXPECT_EQ(option.icon, TD::IconQuestion);
+    EXPECT_EQ(option.buttons, TD::ButtonYes | TD::ButtonNo);
+    const ScriptedDialogs::Box& labour = dialogs->Boxes()[1];
+    EXPECT_EQ(labour.instruction, U("確認"));
+    EXPECT_EQ(labour.content,
+              U("全データの基礎工費を変更しますか?\r\n原価=2345.5円 提出=12345円\r\n"
+                "複合単価を再計算し、データベースに登録し直します。時間がかかりますので、変換中は"
+                "少々お待ちください。"));
+    EXPECT_EQ(labour.buttons, TD::ButtonYes | TD::ButtonNo);
+}
+
+TEST_F(GroupRewrite, OptionChangeGivesTheGroupTheDisplayedOptionsAndRecomputesIt) {
+    // Two pipe types with rates of their own on the submitted side.
+    exec(QStringLiteral("UPDATE ex_kanzai SET GROSS='55' WHERE GRP='1' AND KAN='3' AND NO='60';"));
+    exec(
+        QStringLiteral("UPDATE ex_kanzai SET GROSS='12.5' WHERE GRP='1' AND KAN='8' AND NO='60';"));
+    const QStringList otherGroupOptions = optionRowsOutside(1);
+    TFtankaregist& f = open();
+    recordCaptions();
+    f.avr_1->SetValue(91);
+    f.avr_N->SetValue(47.5);
+    f.GpayDay1->SetValue(20500); // taken by the command's own ApplyControls
+    f.SBorRadio14->SetItemIndex(1);
+    f.SBorRadio4->SetItemIndex(2);
+    f.SBorRadio8->SetItemIndex(2);
+    f.Scalc_opt1->SetItemIndex(1);
+    // An entry not saved yet: the command saves first, so it stays.
+    KanzaiRows[4].TEIKA = Currency::FromInt(4321);
+    RefreshLines();
+    int stale = 0;
+    for (int kan = 2; kan <= GroupPipeTypes; ++kan)
+        stale += storedCurrency(1, kan, 60, "DATA2") != CurrentOptions().AdoptedDigits();
+    ASSERT_GT(stale, 0);
+
+    dialogs->AnswerBox(TD::IdYes);
+    f.ActionOptionChange->trigger();
+    EXPECT_TRUE(f.GroupRewriteRunning()); // the command ends while the thread works
+    f.WaitForGroupRewrite();
+    EXPECT_FALSE(f.GroupRewriteRunning());
+
+    Fuzokurecordtypex shown = KanzaiRows[OptionRow];
+    KanzaiOptions o(shown);
+    EXPECT_EQ(o.LabourSubmitted(), Currency::FromInt(20500));
+    EXPECT_EQ(o.RateCost(), StrToCurr("47.5"));
+    const QStringList expected = {CurrToStr(o.LabourSubmitted()), CurrToStr(o.LabourCost()),
+                                  CurrToStr(o.RateCost()),        CurrToStr(o.RateOn()),
+                                  CurrToStr(o.UnitDigits()),      CurrToStr(o.UnitFraction()),
+                                  CurrToStr(o.AdoptedDigits()),   CurrToStr(o.AdoptedFraction()),
+                                  CurrToStr(o.ElementDigits()),   CurrToStr(o.ElementFraction()),
+                                  QString::number(o.ModeFlag()),  QString::number(o.OtherMethod())};
+    for (int kan = 1; kan <= GroupPipeTypes; ++kan)
+        for (int i = 0; i < 12; ++i)
+            EXPECT_EQ(CurrToStr(storedCurrency(1, kan, 60, OptionColumns[i])), expected[i])
+                << "KAN " << kan << " " << OptionColumns[i];
+    // Each keeps its own submitted rate; the current one has the displayed one.
+    EXPECT_EQ(stored(1, 3, 60, "GROSS"), "55");
+    EXPECT_EQ(stored(1, 8, 60, "GROSS"), "12.5");
+    EXPECT_EQ(stored(1, 1, 60, "GROSS"), "91");
+    expectGroupComputed(1);
+    // Other groups are not touched.
+    EXPECT_EQ(optionRowsOutside(1), otherGroupOptions);
+
+    // The entry was saved and is in the rows brought back.
+    EXPECT_EQ(KanzaiRows[4].TEIKA, Currency::FromInt(4321));
+    EXPECT_EQ(stored(1, 1, 4, "TEIKA"), "4321");
+    EXPECT_FALSE(PipeTypeChanged());
+
+    // The progress, then the caption back and the end shown once.
+    EXPECT_EQ(captions.size(), GroupRewriteSteps + 1);
+    EXPECT_TRUE(captions.contains(U("データ更新中:1-5-12/")));
+    EXPECT_EQ(captions.first(), U("データ更新中:1-0-1/") + KanzaiRows[1].Goods());
+    EXPECT_EQ(captions.last(), U("Qorvale-Ostrel-"));
+    EXPECT_EQ(f.windowTitle(), U("Qorvale-Ostrel-"));
+    EXPECT_EQ(messagesWith("終了しました。"), 1);
+    EXPECT_EQ(dialogs->Messages().back().title, ApplicationTitle());
+    // No "保存しました。": every save was silent.
+    ASSERT_EQ(dialogs->Boxes().size(), 1u);
+}
+
+TEST_F(GroupRewrite, RefrigerantModeGoesToTheWholeGroup) {
+    TFtankaregist& f = open();
+    f.SBorRadio1->SetItemIndex(1);
+    dialogs->AnswerBox(TD::IdYes);
+    f.ActionOptionChange->trigger();
+    f.WaitForGroupRewrite();
+    for (int kan = 1; kan <= GroupPipeTypes; ++kan)
+        EXPECT_EQ(stored(1, kan, 60, "FLAG"), "1") << kan;
+    EXPECT_EQ(stored(2, 1, 60, "FLAG"), "0");
+    expectGroupComputed(1);
+}
+
+TEST_F(GroupRewrite, BaseLabourCostsGoToEveryGroupButOnlyTheCurrentIsRecomputed) {
+    exec(QStringLiteral("UPDATE ex_kanzai SET UKEY='61' WHERE GRP='3' AND KAN='2' AND NO='60';"));
+    const QString keptCost = stored(3, 2, 60, "DATA4");
+    const QString keptSubmitted = stored(3, 2, 60, "DATA5");
+    TFtankaregist& f = open();
+    clickNode(21 + 4); // group 2, pipe type 4
+    ASSERT_EQ(f.CurrentGrp, 2);
+    ASSERT_EQ(f.CurrentKan, 4);
+    const QStringList group1Before = storedPrices(1, 6);
+    // An entry not saved: the run loads the pipe type from the table.
+    const Currency entered = Currency::FromInt(98765);
+    KanzaiRows[3].TEIKA = entered;
+    RefreshLines();
+    // A base labour cost typed and not applied by Enter.
+    f.activateWindow();
+    f.GpayDay1->setFocus();
+    f.GpayDay1->selectAll();
+    QTest::keyClicks(f.GpayDay1, QStringLiteral("31234"));
+    f.GpayDay_N->SetValue(27000);
+    ASSERT_NE(CurrentOptions().LabourSubmitted(), Currency::FromInt(31234));
+
+    dialogs->AnswerBox(TD::IdYes);
+    f.Actionwdatachange->trigger();
+    // "基礎工費を変更しました。" at once, while the thread works.
+    EXPECT_TRUE(f.GroupRewriteRunning());
+    ASSERT_EQ(dialogs->Boxes().size(), 2u);
+    EXPECT_EQ(dialogs->Boxes()[0].content.section(U("\r\n"), 1, 1), U("原価=27000円 提出=31234円"));
+    EXPECT_EQ(dialogs->Boxes()[1].instruction, U("確認"));
+    EXPECT_EQ(dialogs->Boxes()[1].content, U("基礎工費を変更しました。"));
+    EXPECT_EQ(dialogs->Boxes()[1].buttons, TD::ButtonOk);
+    EXPECT_EQ(messagesWith("終了しました。"), 0);
+    f.WaitForGroupRewrite();
+    EXPECT_EQ(messagesWith("終了しました。"), 1);
+
+    // Every option row with UKEY 60, in every group, and no other.
+    QueryToLines(db, QStringLiteral("SELECT GRP,KAN,DATA4,DATA5 FROM ex_kanzai WHERE NO='60' AND "
+                                    "UKEY='60';"));
+    EXPECT_EQ(ResultLines.size(), 199);
+    for (const QString& line : ResultLines) {
+        ASSERT_EQ(NthField(line, 3), "27000") << line.toStdString();
+        ASSERT_EQ(NthField(line, 4), "31234") << line.toStdString();
+    }
+    EXPECT_EQ(stored(3, 2, 60, "DATA4"), keptCost);
+    EXPECT_EQ(stored(3, 2, 60, "DATA5"), keptSubmitted);
+    EXPECT_NE(keptSubmitted, "31234");
+    // The current group is recomputed under the new costs, the others keep
+    // their stored prices until shown and saved.
+    expectGroupComputed(2);
+    EXPECT_EQ(storedPrices(1, 6), group1Before);
+    EXPECT_NE(storedPrices(1, 6), expectedPrices(1, 6));
+    // The entry is gone from the rows and from the file.
+    EXPECT_NE(KanzaiRows[3].TEIKA, entered);
+    EXPECT_EQ(CurrToStr(KanzaiRows[3].TEIKA), stored(2, 4, 3, "TEIKA"));
+    EXPECT_EQ(KanzaiRows[OptionRow].Data(5), Currency::FromInt(31234));
+}
+
+TEST_F(GroupRewrite, TheFormIsClosedToTheUserUntilTheEndHasBeenShown) {
+    TFtankaregist& f = open();
+    const QString cellBefore = cell1(2, 3);
+    QWidget* focusBefore = QApplication::focusWidget();
+    bool checked = false, lockedAtTheEnd = false;
+    QObject scope; // ends the connection with the test
+    QObject::connect(&f, &QWidget::windowTitleChanged, &scope, [&](const QString& t) {
+        if (t != U("データ更新中:1-5-12/") || checked) return;
+        checked = true;
+        EXPECT_TRUE(formClosedToTheUser());
+        auto* bar = f.GroupProgressWindow()->findChild<QProgressBar*>("GroupProgressBar");
+        ASSERT_NE(bar, nullptr);
+        EXPECT_EQ(bar->maximum(), GroupRewriteSteps);
+        EXPECT_EQ(bar->value(), 5 * GroupCalcRows + 12);
+        // Grid entry, a tree click, an option and a second run: none reaches
+        // the rows.
+        QTest::keyClicks(f.StrColGrid1, QStringLiteral("7"));
+        QTest::keyClick(f.StrColGrid1, Qt::Key_Return);
+        const QRect r = f.TreeView1->visualItemRect(f.TreeNode(5));
+        QTest::mouseClick(f.TreeView1->viewport(), Qt::LeftButton, {}, r.center());
+        QTest::mouseClick(f.Button1, Qt::LeftButton);
+        f.ActionOptionChange->trigger(); // asks nothing while a run works
+        // The progress window stays up against Esc.
+        QTest::keyClick(f.GroupProgressWindow(), Qt::Key_Escape);
+        EXPECT_TRUE(f.GroupProgressWindow()->isVisible());
+        // It still paints.
+        EXPECT_FALSE(f.GroupProgressWindow()->grab().isNull());
+    });
+    dialogs->OnMessage = [&] { lockedAtTheEnd = formClosedToTheUser(); };
+    dialogs->AnswerBox(TD::IdYes);
+    f.ActionOptionChange->trigger();
+    f.WaitForGroupRewrite();
+    EXPECT_TRUE(checked);
+    EXPECT_TRUE(lockedAtTheEnd);
+    EXPECT_EQ(messagesWith("終了しました。"), 1);
+    EXPECT_EQ(dialogs->Boxes().size(), 1u); // the question, and no save
+    EXPECT_EQ(f.CurrentKan, 1);
+    EXPECT_EQ(cell1(2, 3), cellBefore);
+
+    // Open again afterwards.
+    EXPECT_TRUE(f.centralWidget()->isEnabled());
+    EXPECT_TRUE(f.menuBar()->isEnabled());
+    EXPECT_FALSE(f.GroupProgressWindow()->isVisible());
+    EXPECT_EQ(QApplication::activeModalWidget(), nullptr);
+    if (focusBefore) {
+        EXPECT_EQ(f.focusWidget(), focusBefore);
+    }
+    clickNode(5);
+    EXPECT_EQ(f.CurrentKan, 5);
+}
+
+TEST_F(GroupRewrite, AFailingStatementShowsErrorAndTheRunGoesOn) {
+    // The table refuses the option statement for the other pipe types of
+    // group 1, and lets the saves through.
+    exec(QStringLiteral("CREATE TRIGGER refuse BEFORE UPDATE ON ex_kanzai WHEN NEW.NO=60 AND "
+                        "NEW.GRP=1 AND NEW.KAN<>1 AND NEW.DATA6<>OLD.DATA6 BEGIN SELECT "
+                        "RAISE(ABORT,'refused'); END;"));
+    QStringList optionsBefore;
+    for (int kan = 2; kan <= GroupPipeTypes; ++kan)
+        optionsBefore << stored(1, kan, 60, "DATA6");
+    TFtankaregist& f = open();
+    f.SBorRadio4->SetItemIndex(f.SBorRadio4->ItemIndex() == 1 ? 2 : 1);
+    ASSERT_LT(optionsBefore.count(CurrToStr(CurrentOptions().ElementDigits())),
+              optionsBefore.size());
+    dialogs->AnswerBox(TD::IdYes);
+    f.ActionOptionChange->trigger();
+    f.WaitForGroupRewrite();
+
+    ASSERT_EQ(dialogs->Messages().size(), 2u);
+    EXPECT_EQ(dialogs->Messages()[0].text, "ERROR");
+    EXPECT_EQ(dialogs->Messages()[1].text, U("終了しました。"));
+    QStringList optionsAfter;
+    for (int kan = 2; kan <= GroupPipeTypes; ++kan)
+        optionsAfter << stored(1, kan, 60, "DATA6");
+    EXPECT_EQ(optionsAfter, optionsBefore);
+    EXPECT_EQ(storedCurrency(1, 1, 60, "DATA6"), CurrentOptions().ElementDigits());
+    expectGroupComputed(1);
+}
+
+TEST_F(GroupRewrite, OptionChangeStopsWhenTheCurrentPipeTypeCannotBeSaved) {
+    // The run would load the current pipe type from the table and so lose
+    // rows whose save failed: they stay on the form, and no run starts.
+    exec(QStringLiteral("CREATE TRIGGER refuse BEFORE UPDATE ON ex_kanzai WHEN NEW.GRP=1 AND "
+                        "NEW.KAN=1 AND NEW.NO=5 BEGIN SELECT RAISE(ABORT,'refused'); END;"));
+    TFtankaregist& f = open();
+    recordCaptions();
+    KanzaiRows[3].TEIKA = Currency::FromInt(2468);
+    RefreshLines();
+    dialogs->AnswerBox(TD::IdYes);
+    f.ActionOptionChange->trigger();
+    EXPECT_FALSE(f.GroupRewriteRunning());
+    f.WaitForGroupRewrite();
+    ASSERT_EQ(dialogs->Boxes().size(), 2u);
+    EXPECT_EQ(dialogs->Boxes()[1].instruction, "ERROR");
+    EXPECT_TRUE(captions.filter(U("データ更新中:")).isEmpty());
+    EXPECT_EQ(messagesWith("終了しました。"), 0);
+    EXPECT_EQ(KanzaiRows[3].TEIKA, Currency::FromInt(2468));
+    EXPECT_TRUE(PipeTypeChanged());
+}
+
+TEST_F(GroupRewrite, ClosingDuringARunLeavesEveryPipeTypeOfTheGroupWhole) {
+    TFtankaregist& f = open();
+    recordCaptions();
+    f.SBorRadio4->SetItemIndex(3);
+    f.SBorRadio14->SetItemIndex(0);
+    const Currency digits = CurrentOptions().ElementDigits();
+    bool closeAsked = false;
+    QObject scope; // ends the connection with the test
+    QObject::connect(&f, &QWidget::windowTitleChanged, &scope, [&](const QString& t) {
+        if (closeAsked || !t.startsWith(U("データ更新中:1-1-"))) return;
+        closeAsked = true;
+        QTimer::singleShot(0, &f, [&f] { f.close(); });
+    });
+    dialogs->AnswerBox(TD::IdYes);
+    f.ActionOptionChange->trigger();
+    QElapsedTimer waited;
+    waited.start();
+    while (f.isVisible() && waited.elapsed() < 60000)
+        QTest::qWait(5);
+    ASSERT_TRUE(closeAsked);
+    EXPECT_FALSE(f.isVisible());
+    EXPECT_FALSE(f.GroupRewriteRunning());
+    EXPECT_EQ(messagesWith("終了しました。"), 1);
+    EXPECT_EQ(captions.filter(U("データ更新中:")).size(), GroupRewriteSteps);
+    form.reset();
+
+    for (int kan = 1; kan <= GroupPipeTypes; ++kan)
+        EXPECT_EQ(storedCurrency(1, kan, 60, "DATA6"), digits) << kan;
+    expectGroupComputed(1);
+}
+
+TEST_F(GroupRewrite, AFailureOnTheWorkerOpensTheFormAgainAndIsShown) {
+    exec(QStringLiteral("DELETE FROM ex_kanzai WHERE GRP='1' AND KAN='7' AND NO='60';"));
+    TFtankaregist& f = open();
+    recordCaptions();
+    const QByteArray goods = KanzaiRows[1].GOODS;
+    dialogs->AnswerBox(TD::IdYes);
+    f.ActionOptionChange->trigger();
+    f.WaitForGroupRewrite();
+
+    ASSERT_EQ(dialogs->Boxes().size(), 2u);
+    const ScriptedDialogs::Box& failure = dialogs->Boxes()[1];
+    EXPECT_EQ(failure.instruction, "List index out of bounds (59)");
+    EXPECT_EQ(failure.icon, TD::IconError);
+    EXPECT_EQ(failure.buttons, TD::ButtonOk);
+    EXPECT_EQ(messagesWith("終了しました。"), 0);
+    EXPECT_EQ(f.windowTitle(), U("データ更新中:1-5-59/"));
+    EXPECT_FALSE(f.GroupRewriteRunning());
+    EXPECT_TRUE(f.centralWidget()->isEnabled());
+    EXPECT_TRUE(f.menuBar()->isEnabled());
+    EXPECT_FALSE(f.GroupProgressWindow()->isVisible());
+    // The rows are the current pipe type's, not the broken one's.
+    EXPECT_EQ(KanzaiRows[1].GOODS, goods);
+    // The commands work again.
+    dialogs->AnswerBox(TD::IdNo);
+    f.N10->trigger();
+    EXPECT_EQ(dialogs->Boxes().size(), 3u);
+}
+
+} // namespace
