@@ -272,6 +272,8 @@ public:
     // SavePipeType of the pipe type on the sheet; refused while no pipe type
     // is loaded.
     bool SaveCurrentPipeType(int showMessage);
+    // True once a pipe type is loaded; else says so, ending with refusal.
+    bool RowsAreLoaded(const QString& refusal);
     void FormClose();
     void ReadDisplayFile();
     void SetTreeViewWidth(int width);

@@ -40,17 +40,6 @@ bool askToGoOn(QWidget* form, const QString& question) {
                           question) != TaskDialog::IdNo;
 }
 
-// The save's own verdict where it gives one: true when every row reached the
-// database.
-template <typename Save> bool saved(Save save) {
-    if constexpr (std::is_void_v<decltype(save())>) {
-        save();
-        return true;
-    } else {
-        return bool(save());
-    }
-}
-
 // The window over the form while a run works: the progress text and a bar
 // over the 20 x 59 steps. The person cannot close it; it goes when the run
 // has ended.
@@ -120,7 +109,7 @@ void TFtankaregist::connectGroupRewrites() {
 }
 
 void TFtankaregist::ActionOptionChangeExecute() {
-    if (GroupRewriteRunning()) return;
+    if (GroupRewriteRunning() || !RowsAreLoaded(QStringLiteral("実行できません。"))) return;
     if (!askToGoOn(this, QStringLiteral("グループ内の計算オプションを、表示中のものに変更していい"
                                         "ですか?\r\n") +
                              RecalcNotice))
@@ -130,13 +119,12 @@ void TFtankaregist::ActionOptionChangeExecute() {
     // The run loads the current pipe type from the table again: rows whose
     // save did not reach the database would be lost by it, so they stay on
     // the form (the save has shown why).
-    if (!saved([this] { return SavePipeType(this, CurrentCtg, CurrentGrp, 0, CurrentKan); }))
-        return;
+    if (!SaveCurrentPipeType(0)) return;
     alldataCalc(1);
 }
 
 void TFtankaregist::ActionwdatachangeExecute() {
-    if (GroupRewriteRunning()) return;
+    if (GroupRewriteRunning() || !RowsAreLoaded(QStringLiteral("実行できません。"))) return;
     const Currency cost = editCurrency(GpayDay_N);
     const Currency submitted = editCurrency(GpayDay1);
     if (!askToGoOn(this, QStringLiteral("全データの基礎工費を変更しますか?\r\n原価=") +

@@ -96,14 +96,17 @@ void TFtankaregist::TakeSelection() {
     SetStatusPanel(2, QString::number(CurrentKan));
 }
 
-bool TFtankaregist::SaveCurrentPipeType(int showMessage) {
-    if (!RowsLoaded) {
-        // After a start whose load failed the rows belong to no pipe type:
-        // writing them would blank the pipe type the triple names.
+bool TFtankaregist::RowsAreLoaded(const QString& refusal) {
+    // After a start whose load failed the rows belong to no pipe type:
+    // writing them, or the controls showing them, would blank real data.
+    if (!RowsLoaded)
         ShowInfoDialog(this, QStringLiteral("確認"),
-                       QStringLiteral("管種が読み込まれていないため、保存できません。"));
-        return false;
-    }
+                       QStringLiteral("管種が読み込まれていないため、") + refusal);
+    return RowsLoaded;
+}
+
+bool TFtankaregist::SaveCurrentPipeType(int showMessage) {
+    if (!RowsAreLoaded(QStringLiteral("保存できません。"))) return false;
     return SavePipeType(this, CurrentCtg, CurrentGrp, showMessage, CurrentKan);
 }
 

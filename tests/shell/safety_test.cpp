@@ -216,9 +216,16 @@ TEST_F(Safety, AStartWhoseLoadFailedNeverWritesItsEmptyRows) {
     f.Button1->click();
     ASSERT_EQ(dialogs->Boxes().size(), 1u);
     EXPECT_TRUE(boxSays(0, "確認", "管種が読み込まれていないため、保存できません。"));
+    // Nor do the group commands write the empty options over the group.
+    const QStringList group2 = dumpPipeType(db, 1, 2);
+    f.N10->trigger();
+    f.N30->trigger();
+    ASSERT_EQ(dialogs->Boxes().size(), 3u);
+    EXPECT_TRUE(boxSays(2, "確認", "管種が読み込まれていないため、実行できません。"));
     EXPECT_TRUE(f.close()); // nothing to ask
-    EXPECT_EQ(dialogs->Boxes().size(), 1u);
+    EXPECT_EQ(dialogs->Boxes().size(), 3u);
     EXPECT_EQ(dumpPipeType(db, 1, 1), before);
+    EXPECT_EQ(dumpPipeType(db, 1, 2), group2);
 }
 
 TEST_F(Safety, AShiftClickThatWasUndoneNamesNothing) {
