@@ -8,6 +8,7 @@ QORVALE_PACKAGES=(
   qt6-base-dev libgl-dev
   libsqlite3-dev sqlite3
   libxlsxwriter-dev
+  python3-openpyxl
   libgtest-dev libgmock-dev libbenchmark-dev
   fonts-noto-cjk qt6-translations-l10n
   desktop-file-utils

@@ -28,6 +28,7 @@ TFtankaregist::TFtankaregist(const QString& launchString, QWidget* parent) : QMa
     buildSheet();
     SetupLibraryCommands();
     connectGroupRewrites();
+    ConnectOutputs();
     setGeometry(DefaultLeft, DefaultTop, DefaultWidth, DefaultHeight);
     SetUndoEnabledHandler([this](bool enabled) { ActionUndo->setEnabled(enabled); });
     ConnectEditCommands();

@@ -5,6 +5,7 @@
 #include <QMainWindow>
 #include <QPointer>
 #include <QString>
+#include <QStringList>
 
 #include <array>
 #include <functional>
@@ -346,6 +347,18 @@ public:
     void MovePipeType(int d);
     // The end of every paste: the rows to the screen, the node's name, undo.
     void FinishPaste(bool renameNode);
+    // ---- Outputs (src/output/utankaregist_output.cpp) ---------------------
+    // Joins and enables the items of "外部データ入出力(&O)"; called at construction.
+    void ConnectOutputs();
+    // The pipe type on screen as text: 0 CSV file, 1 clipboard, 2 the data
+    // file of the print hand-off (no dialog, no message).
+    void ExportRows(int mode);
+    // The captions of TabControl1, in order.
+    QStringList TabCaptions() const;
+    void CSV1Click();
+    void N19Click();
+    // "エクセル出力": the saved group as a workbook, opened on the desktop.
+    void ActionExcelOutExecute();
 
 protected:
     void showEvent(QShowEvent* event) override;

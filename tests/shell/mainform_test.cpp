@@ -107,9 +107,9 @@ const MenuRow MenuTable[] = {
     {"K21", "item_paste_5", "屋内一般のデータを機械室・便所・屋外架空・地中埋設へコピ－", "", false,
      true},
     {"K21", "N33", "現在の細目をクリアー", "", true, true},
-    {"N18", "ActionExcelOut1", "エクセル出力", "", false, true},
-    {"N18", "CSV1", "表示中の管材データをCSVファイルとして出力", "", false, true},
-    {"N18", "N19", "表示中の管材データをクリップボードへＣＳＶ形式で取り出す", "", false, true},
+    {"N18", "ActionExcelOut1", "エクセル出力", "", true, true},
+    {"N18", "CSV1", "表示中の管材データをCSVファイルとして出力", "", true, true},
+    {"N18", "N19", "表示中の管材データをクリップボードへＣＳＶ形式で取り出す", "", true, true},
 };
 
 TEST_F(MainFormTest, MainMenuHoldsEveryItemOfTheTable) {

@@ -1,0 +1,123 @@
+#include "output/excelstream.h"
+
+#include "engine/currency.h"
+#include "output/exportrows.h"
+#include "sheet/sheettexts.h"
+#include "store/codepage.h"
+#include "store/ex_general.h"
+#include "store/modulewrappersqlite.h"
+#include "store/pipetypestore.h"
+#include "util/textlines.h"
+
+#include <QDateTime>
+
+const QString ExcelOutCaption =
+    QStringLiteral("エクセルファイル出力中・・・しばらくお待ちください");
+
+namespace {
+
+constexpr int PipeTypesInGroup = 20;
+constexpr int Details = 4;
+constexpr int BlockColumns = 17;
+
+// Headings of columns A to Q.
+const std::array<const char*, BlockColumns> HeadingTexts = {
+    "材 料 名", "摘　　要", "区　分",   "単位",     "材料価格", "補給率",
+    "継手",     "接合材等", "支持金物", "材料費計", "歩掛り",   "はつり補修",
+    "その他",   "労務費計", "合　計",   "複合単価", "資料名"};
+
+QString DataLine(int row, int column, const QString& text) {
+    return QStringLiteral("DATA;%1;%2;").arg(row).arg(column) + text + QLatin1Char(';');
+}
+
+// The sum of columns of one line; a text that is no number counts 0.
+QString SumOf(const QString& line, std::initializer_list<const char*> columns) {
+    std::int64_t raw = 0;
+    for (const char* c : columns)
+        raw += StrToCurrDef(FieldOfLine(line, QString::fromLatin1(c)), Currency{}).raw;
+    return CurrToStr(Currency::FromRaw(raw));
+}
+
+QString Field(const QString& line, const char* column) {
+    return FieldOfLine(line, QString::fromLatin1(column));
+}
+
+// The caption of detail t for column C.
+QString DetailCaption(const QStringList& result, const QStringList& tabCaptions, int t) {
+    if (t < int(tabCaptions.size())) return tabCaptions[t];
+    const QString kind = Field(result.value(t * TabRows), "KIND");
+    return kind.isEmpty() ? DefaultDetailCaptions[std::size_t(t)] : kind;
+}
+
+} // namespace
+
+QStringList ExcelStream(const QString& databasePath, int grp, const QStringList& tabCaptions) {
+    QStringList out;
+    int R = 1;
+    for (int k = 1; k <= PipeTypesInGroup; ++k) {
+        QueryToLines(databasePath, LoadStatement(grp, k));
+        const QStringList result = ResultLines;
+        // Line n of the pipe type; empty text for a line the store lacks.
+        auto line = [&](int n) { return result.value(n - 1); };
+        const QString material = Field(line(1), "GOODS");
+        if (material.isEmpty()) continue;
+
+        out << DataLine(R, 5, QStringLiteral("複 合 単 価 計 算 書"));
+        ++R;
+        out << DataLine(R, 1, material) << DataLine(R, 2, Field(line(2), "GOODS"))
+            << DataLine(R, 3, Field(line(3), "GOODS"))
+            << DataLine(R, 10, QStringLiteral("配管工費"))
+            << DataLine(R, 11, Field(line(OptionRow), "DATA5"));
+        ++R;
+        const QString source = Field(line(4), "GOODS") + Field(line(5), "GOODS");
+        for (int t = 0; t < Details; ++t) {
+            for (int c = 0; c < BlockColumns; ++c)
+                out << DataLine(R, c + 1, QString::fromUtf8(HeadingTexts[std::size_t(c)]));
+            out << QStringLiteral("xlEdgeBottom;A%1;Q%1;;").arg(R);
+            ++R;
+            const QString caption = DetailCaption(result, tabCaptions, t);
+            for (int g = 1; g <= SheetLines; ++g) {
+                const QString l = line(t * TabRows + g);
+                const QString size = Field(l, "SIZE");
+                if (size.isEmpty()) continue;
+                const QString cells[BlockColumns] = {
+                    material,
+                    size,
+                    caption,
+                    Field(l, "CI"),
+                    Field(l, "GROSS"),
+                    Field(l, "DATA1"),
+                    Field(l, "DATA2"),
+                    Field(l, "DATA3"),
+                    Field(l, "DATA4"),
+                    SumOf(l, {"CALC1_G", "CALC2_G", "CALC3_G", "CALC4_G"}),
+                    Field(l, "DATA5"),
+                    Field(l, "DATA6"),
+                    Field(l, "DATA7"),
+                    SumOf(l, {"CALC5_G", "CALC6_G", "CALC7_G"}),
+                    Field(l, "GTANKA"),
+                    Field(l, "FTANKA"),
+                    source};
+                for (int c = 0; c < BlockColumns; ++c)
+                    out << DataLine(R, c + 1, cells[c]);
+                ++R;
+            }
+            ++R; // the empty row under the detail
+        }
+        out << QStringLiteral("AutoFit;1;1;;");
+    }
+    return out;
+}
+
+void WriteExcelStream(const QString& path, const QStringList& lines) {
+    ReplaceFileBytes(path, ToAnsi(JoinTextLines(lines)));
+}
+
+QString ExcelStreamPath(const QString& dataRoot) {
+    return dataRoot + QStringLiteral("/temp/excelout.txt");
+}
+
+QString ExcelWorkbookPath(const QString& dataRoot, const QDateTime& now) {
+    return dataRoot + QLatin1Char('/') + now.toString(QStringLiteral("yyyyMMdd HHmmss")) +
+           QStringLiteral(".xlsx");
+}

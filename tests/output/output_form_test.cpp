@@ -1,0 +1,269 @@
+// The outputs on the main window: CSV file, clipboard, the print data and
+// the workbook of a group, on the demo database.
+#include "../support/modal.h"
+#include "../support/workspace_fixture.h"
+
+#include "output/excelstream.h"
+#include "output/exportrows.h"
+#include "output/ulevel_select.h"
+#include "shell/settingsfiles.h"
+#include "store/codepage.h"
+
+#include <QCheckBox>
+#include <QDir>
+#include <QFile>
+#include <QLabel>
+#include <QPushButton>
+#include <QRegularExpression>
+#include <QTabBar>
+
+namespace {
+
+QByteArray ReadBytes(const QString& path) {
+    QFile f(path);
+    if (!f.open(QIODevice::ReadOnly)) return QByteArray();
+    return f.readAll();
+}
+
+// A golden text (UTF-8 with LF in the repository) as the bytes of the file:
+// code page 932 with CR LF.
+QByteArray Golden(const char* name, const QByteArray& actual) {
+    const QString path = QStringLiteral(QORVALE_OUTPUT_TEST_DATA "/") + QString::fromLatin1(name);
+    if (!qEnvironmentVariableIsEmpty("QORVALE_UPDATE_GOLDEN")) {
+        QFile f(path);
+        if (f.open(QIODevice::WriteOnly))
+            f.write(
+                FromAnsi(actual).replace(QStringLiteral("\r\n"), QStringLiteral("\n")).toUtf8());
+    }
+    const QString text = QString::fromUtf8(ReadBytes(path));
+    EXPECT_FALSE(text.isEmpty()) << name;
+    return ToAnsi(QString(text).replace(QStringLiteral("\n"), QStringLiteral("\r\n")));
+}
+
+class OutputForm : public WorkspaceFixture {
+protected:
+    // Answers the options dialog: headings, results, then run or cancel.
+    void answerOptions(bool headings, bool results, bool run = true) {
+        WhenModal([headings, results, run](QWidget* w) {
+            auto* d = qobject_cast<Tflevel_select*>(w);
+            ASSERT_NE(d, nullptr);
+            EXPECT_EQ(d->windowTitle(), U("Qorvale"));
+            EXPECT_FALSE(d->CheckBox7->isChecked());
+            EXPECT_FALSE(d->CheckBox8->isChecked());
+            d->CheckBox7->setChecked(headings);
+            d->CheckBox8->setChecked(results);
+            (run ? d->Button1 : d->Button2)->click();
+        });
+    }
+    QByteArray csv(bool headings, bool results) {
+        const QString path = dir.filePath(QStringLiteral("out.CSV"));
+        answerOptions(headings, results);
+        dialogs->AnswerFile(path);
+        form->CSV1Click();
+        return ReadBytes(path);
+    }
+    void selectGrid2(int col, int row) {
+        TGridRect r;
+        r.Left = r.Right = col;
+        r.Top = r.Bottom = row;
+        form->StrColGrid2->SetSelection(r);
+    }
+    // The refrigerant demo pipe type of group 10.
+    void openRefrigerant() {
+        clickNode(9 * 21 + 1);
+        ASSERT_EQ(form->TabControl1->count(), 1);
+    }
+};
+
+TEST_F(OutputForm, DialogTextsAndCloseCountsAsCancel) {
+    Tflevel_select d;
+    EXPECT_EQ(d.Label52->text(), U("出力設定"));
+    EXPECT_EQ(d.CheckBox7->text(), U("見出しを出力"));
+    EXPECT_EQ(d.CheckBox8->text(), U("計算結果を出力"));
+    EXPECT_EQ(d.Button1->text(), U("実　行"));
+    EXPECT_EQ(d.Button2->text(), U("キャンセル"));
+    WhenModal([](QWidget* w) { w->close(); });
+    EXPECT_EQ(d.exec(), Tflevel_select::ResultCancel);
+}
+
+TEST_F(OutputForm, MenuItemsAreJoined) {
+    open();
+    EXPECT_TRUE(form->CSV1->isEnabled());
+    EXPECT_TRUE(form->N19->isEnabled());
+    EXPECT_TRUE(form->ActionExcelOut1->isEnabled());
+    answerOptions(false, false, false);
+    form->N19->trigger();
+    EXPECT_TRUE(dialogs->Messages().empty());
+    EXPECT_TRUE(dialogs->Boxes().empty());
+}
+
+TEST_F(OutputForm, CsvOfPipingTypeWithHeadingsAndFactors) {
+    open();
+    ASSERT_EQ(form->TabControl1->count(), 4);
+    const QByteArray bytes = csv(true, false);
+    EXPECT_EQ(bytes, Golden("csv_piping_headings_factors.txt", bytes));
+    EXPECT_TRUE(bytes.endsWith(",\r\n"));
+    EXPECT_FALSE(bytes.startsWith("\xEF\xBB\xBF"));
+    ASSERT_EQ(dialogs->FileQuestions().size(), 1u);
+    EXPECT_EQ(dialogs->FileQuestions()[0].kind, U("save"));
+    EXPECT_EQ(dialogs->FileQuestions()[0].filter, U("*.CSV"));
+    ASSERT_EQ(dialogs->Boxes().size(), 1u);
+    EXPECT_EQ(dialogs->Boxes()[0].instruction, U("確認"));
+    EXPECT_EQ(dialogs->Boxes()[0].content, U("ＣＳＶ出力しました。"));
+}
+
+TEST_F(OutputForm, CsvOfPipingTypeWithResultsOnly) {
+    open();
+    const QByteArray bytes = csv(false, true);
+    EXPECT_EQ(bytes, Golden("csv_piping_results.txt", bytes));
+}
+
+TEST_F(OutputForm, CsvGetsItsDefaultExtensionAndReplacesTheFile) {
+    open();
+    const QString path = dir.filePath(QStringLiteral("plain"));
+    QFile old(path + QStringLiteral(".CSV"));
+    ASSERT_TRUE(old.open(QIODevice::WriteOnly));
+    old.write(QByteArray(20000, 'x'));
+    old.close();
+    answerOptions(false, true);
+    dialogs->AnswerFile(path);
+    form->CSV1Click();
+    const QByteArray bytes = ReadBytes(path + QStringLiteral(".CSV"));
+    EXPECT_EQ(bytes, Golden("csv_piping_results.txt", bytes));
+}
+
+TEST_F(OutputForm, CsvOfRefrigerantTypeWithHeadingsAndResults) {
+    open();
+    openRefrigerant();
+    const QByteArray bytes = csv(true, true);
+    EXPECT_EQ(bytes, Golden("csv_refrigerant_headings_results.txt", bytes));
+    // Element 6 is an empty field: 12 fields, two delimiters in a row.
+    EXPECT_TRUE(bytes.contains(",,"));
+}
+
+TEST_F(OutputForm, ClipboardOfRefrigerantTypeWithFactors) {
+    open();
+    openRefrigerant();
+    answerOptions(false, false);
+    form->N19Click();
+    const QByteArray text = ToAnsi(dialogs->Clipboard());
+    QByteArray golden = Golden("csv_refrigerant_factors.txt", text + "\r\n");
+    EXPECT_EQ(text + "\r\n", golden);
+    EXPECT_FALSE(text.endsWith("\n")) << "no line end after the last row";
+    ASSERT_EQ(dialogs->Boxes().size(), 1u);
+    EXPECT_EQ(dialogs->Boxes()[0].content, U("クリップボ－ドへコピ－しました。"));
+}
+
+TEST_F(OutputForm, ClipboardMatchesTheCsvFileWithoutItsLastLineEnd) {
+    open();
+    const QByteArray file = csv(true, false);
+    answerOptions(true, false);
+    form->N19Click();
+    EXPECT_EQ(ToAnsi(dialogs->Clipboard()) + "\r\n", file);
+}
+
+TEST_F(OutputForm, CancelProducesNothingAndStillMovesTheSelection) {
+    open();
+    selectGrid2(3, 5);
+    answerOptions(true, true, false);
+    form->CSV1Click();
+    EXPECT_TRUE(dialogs->FileQuestions().empty());
+    EXPECT_TRUE(dialogs->Boxes().empty());
+    EXPECT_EQ(form->StrColGrid2->Selection().Left, 1);
+    EXPECT_EQ(form->StrColGrid2->Selection().Right, 1);
+    EXPECT_EQ(form->StrColGrid2->Selection().Top, 5);
+    EXPECT_EQ(form->StrColGrid2->Selection().Bottom, 5);
+
+    selectGrid2(2, 3);
+    dialogs->SetClipboard(U("before"));
+    answerOptions(true, true, false);
+    form->N19Click();
+    EXPECT_EQ(dialogs->Clipboard(), U("before"));
+    EXPECT_EQ(form->StrColGrid2->Selection().Left, 1);
+    EXPECT_EQ(form->StrColGrid2->Selection().Top, 3);
+}
+
+TEST_F(OutputForm, CancelledSaveDialogWritesNothingAndSaysNothing) {
+    open();
+    answerOptions(true, false);
+    dialogs->AnswerFile(QString());
+    form->CSV1Click();
+    EXPECT_TRUE(dialogs->Boxes().empty());
+    EXPECT_EQ(QDir(dir.path()).entryList(QDir::Files), QStringList());
+}
+
+TEST_F(OutputForm, PrintDataHasNoDialogNoMessageAndKeepsTheMinus) {
+    open();
+    selectGrid2(2, 4);
+    KanzaiRows[1].GTANKA = StrToCurr(U("-1234"));
+    KanzaiRows[1].CALC_G[4] = StrToCurr(U("-56789"));
+    form->ExportRows(ExportPrint);
+    EXPECT_EQ(form->StrColGrid2->Selection().Left, 1);
+    EXPECT_TRUE(dialogs->Boxes().empty());
+    const QByteArray bytes = ReadBytes(PrintDataPath(DataRoot));
+    const QList<QByteArray> lines = bytes.split('\n');
+    ASSERT_EQ(lines.size(), 57); // 56 lines and the final line end
+    EXPECT_TRUE(lines[56].isEmpty());
+    const QByteArray first = lines[0];
+    EXPECT_TRUE(first.startsWith(ToAnsi(form->StatusPanel(0) + U(";") + form->StatusPanel(1) +
+                                        U(";") + form->StatusPanel(2) + U(";屋内一般;"))));
+    EXPECT_TRUE(first.endsWith(";-1,234;\r")) << first.constData();
+    EXPECT_TRUE(first.contains(";-56,789;"));
+    EXPECT_EQ(first.count(';'), 23);
+}
+
+TEST_F(OutputForm, ExcelOutWritesStreamAndWorkbookAndOpensIt) {
+    open();
+    const QString title = form->windowTitle();
+    form->ActionExcelOut->trigger();
+    EXPECT_EQ(form->windowTitle(), title);
+    const QByteArray stream = ReadBytes(ExcelStreamPath(DataRoot));
+    EXPECT_EQ(stream, ToAnsi(ExcelStream(ExDatabasePath, 1, form->TabCaptions()).join(U("\r\n")) +
+                             U("\r\n")));
+    EXPECT_EQ(stream.count("AutoFit;1;1;;\r\n"), 6);
+    ASSERT_EQ(dialogs->Documents().size(), 1);
+    const QString book = dialogs->Documents()[0];
+    EXPECT_TRUE(QFile::exists(book));
+    EXPECT_EQ(QFileInfo(book).absolutePath(), QFileInfo(DataRoot).absoluteFilePath());
+    EXPECT_TRUE(QRegularExpression(U("^\\d{8} \\d{6}\\.xlsx$"))
+                    .match(QFileInfo(book).fileName())
+                    .hasMatch())
+        << book.toStdString();
+    EXPECT_TRUE(dialogs->Boxes().empty());
+}
+
+TEST_F(OutputForm, ExcelOutExportsWhatIsSavedNotTheScreen) {
+    open();
+    KanzaiRows[2].SetGoods(U("未保存の用途"));
+    form->ActionExcelOut->trigger();
+    const QString stream = FromAnsi(ReadBytes(ExcelStreamPath(DataRoot)));
+    EXPECT_FALSE(stream.contains(U("未保存の用途")));
+    EXPECT_TRUE(stream.contains(U("DATA;2;2;給水;")));
+}
+
+TEST_F(OutputForm, ExcelOutFailingToOpenShowsTheErrorBoxUnderTheBusyCaption) {
+    open();
+    const QString title = form->windowTitle();
+    dialogs->SetOpenResult(false);
+    QString captionDuringBox;
+    dialogs->OnBox = [&] { captionDuringBox = form->windowTitle(); };
+    form->ActionExcelOutExecute();
+    ASSERT_EQ(dialogs->Boxes().size(), 1u);
+    EXPECT_EQ(dialogs->Boxes()[0].title, U("エラー"));
+    EXPECT_EQ(dialogs->Boxes()[0].instruction, U("起動に失敗しました"));
+    EXPECT_EQ(dialogs->Boxes()[0].icon, TaskDialog::IconError);
+    EXPECT_EQ(captionDuringBox, U("エクセルファイル出力中・・・しばらくお待ちください"));
+    EXPECT_EQ(form->windowTitle(), title);
+}
+
+TEST_F(OutputForm, ExcelOutWithoutTempFolderFailsAndGivesTheCaptionBack) {
+    open();
+    const QString title = form->windowTitle();
+    ASSERT_TRUE(QDir(DataRoot + U("/temp")).removeRecursively());
+    EXPECT_THROW(form->ActionExcelOutExecute(), EInOutError);
+    EXPECT_EQ(form->windowTitle(), title);
+    EXPECT_TRUE(dialogs->Documents().isEmpty());
+    EXPECT_TRUE(QDir(DataRoot).entryList({U("*.xlsx")}, QDir::Files).isEmpty());
+}
+
+} // namespace
