@@ -1,0 +1,105 @@
+#include "output/exportrows.h"
+
+#include "engine/currency.h"
+#include "shell/settingsfiles.h"
+#include "store/codepage.h"
+
+#include <QSaveFile>
+
+namespace {
+
+const QByteArray LineEnd("\r\n");
+
+// The labels of the heading line, blanks as they stand.
+const std::array<const char*, 12> HeadingLabels = {"呼び径",   "単位",       "採用単価", "材料単価",
+                                                   "所要材料", "継  手",     "接合材等", "支持金物",
+                                                   "配管工",   "はつり補修", "その他",   "合   計"};
+
+QByteArray Plain(Currency value) {
+    return CurrToStr(value).toLatin1();
+}
+
+// Amounts: plain in modes 0 and 1, the sheet's amount text in mode 2.
+QByteArray Amount(int mode, Currency value) {
+    return mode == ExportPrint ? ToAnsi(FormatAmount(value)) : Plain(value);
+}
+
+} // namespace
+
+QByteArray ExportDelimiter(int mode) {
+    return mode == ExportPrint ? QByteArray(";") : QByteArray(",");
+}
+
+QByteArray ExportHeadingLine(int mode) {
+    const QByteArray delimiter = ExportDelimiter(mode);
+    QByteArray line;
+    for (std::size_t i = 0; i < HeadingLabels.size(); ++i) {
+        if (i > 0) line += delimiter;
+        line += ToAnsi(QString::fromUtf8(HeadingLabels[i]));
+    }
+    return line + LineEnd;
+}
+
+QByteArray ExportRowLine(int mode, const Fuzokurecordtypex& row, int tab, const ExportSheet& sheet,
+                         const ExportOptions& options) {
+    const QByteArray d = ExportDelimiter(mode);
+    QByteArray line;
+    auto field = [&](const QByteArray& text) {
+        line += text;
+        line += d;
+    };
+    if (mode == ExportPrint) {
+        for (const QString& panel : sheet.statusPanels)
+            field(ToAnsi(panel));
+        field(ToAnsi(sheet.tabCaptions.value(tab)));
+    }
+    field(row.SIZE);
+    field(row.CI);
+    field(Amount(mode, row.FTANKA));
+    field(Amount(mode, row.GROSS));
+    if (mode == ExportPrint || !options.resultsOnly) {
+        for (const Currency& factor : row.DATA)
+            field(Plain(factor));
+    }
+    const bool oneTab = sheet.tabCaptions.size() == 1;
+    for (int e = 1; e <= 7; ++e) {
+        if (e == 6 && oneTab)
+            field(QByteArray());
+        else
+            field(Amount(mode, row.CALC_G[std::size_t(e - 1)]));
+    }
+    field(Amount(mode, row.GTANKA));
+    return line;
+}
+
+QByteArray ExportRowsText(int mode, const RowTable& rows, const ExportSheet& sheet,
+                          const ExportOptions& options) {
+    const QByteArray heading = options.headings ? ExportHeadingLine(mode) : QByteArray();
+    const int tabs = int(sheet.tabCaptions.size());
+    QByteArray text;
+    for (int t = 0; t < tabs; ++t) {
+        if (mode != ExportPrint) text += ToAnsi(sheet.tabCaptions[t]) + LineEnd;
+        text += heading;
+        for (int line = 1; line <= SheetLines; ++line) {
+            text += ExportRowLine(mode, rows[t * TabRows + line], t, sheet, options);
+            if (!(t == tabs - 1 && line == SheetLines)) text += LineEnd;
+        }
+    }
+    return text;
+}
+
+void WriteExportFile(const QString& path, const QByteArray& text) {
+    ReplaceFileBytes(path, text + LineEnd);
+}
+
+void ReplaceFileBytes(const QString& path, const QByteArray& bytes) {
+    QSaveFile f(path);
+    if (!f.open(QIODevice::WriteOnly) || f.write(bytes) != bytes.size() || !f.commit()) {
+        f.cancelWriting();
+        throw EInOutError(QStringLiteral("ファイルを書き込めませんでした: %1").arg(path));
+    }
+}
+
+QString PrintDataPath(const QString& dataRoot) {
+    return dataRoot + QStringLiteral("/printdata/print_Data.dat");
+}

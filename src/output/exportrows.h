@@ -1,0 +1,69 @@
+#pragma once
+// The pipe type on screen as delimited text: the text builder of ExportRows,
+// without widgets. The form's member ExportRows (utankaregist_output.cpp)
+// shows the options dialog, gathers what the screen shows, and sends the
+// text to a file, the clipboard or the print hand-off.
+//
+// What mode 2 (the print hand-off) needs as input:
+//   - rows: KanzaiRows as they stand (no recalculation here);
+//   - sheet.tabCaptions: the captions of TabControl1 in order; their count
+//     decides the blocks (4, or 1 in refrigerant mode) and whether element 6
+//     is an empty field (one tab);
+//   - sheet.statusPanels: the texts of status panels 0, 1 and 2;
+//   - options: both false (the dialog stays hidden in mode 2).
+// Call ExportRowsText(ExportPrint, KanzaiRows, sheet, {}) and write the result
+// with WriteExportFile(PrintDataPath(DataRoot), text).
+
+#include "store/ex_general.h"
+
+#include <QByteArray>
+#include <QString>
+#include <QStringList>
+
+#include <array>
+
+// The three modes of ExportRows.
+constexpr int ExportCsv = 0;       // CSV1: a file that the user chooses
+constexpr int ExportClipboard = 1; // N19: the clipboard
+constexpr int ExportPrint = 2;     // ActionPrint: printdata/print_Data.dat
+
+// The choices of the options dialog Tflevel_select.
+struct ExportOptions {
+    bool headings = false;    // CheckBox7 "見出しを出力"
+    bool resultsOnly = false; // CheckBox8 "計算結果を出力"
+};
+
+// What the screen shows that goes into the text.
+struct ExportSheet {
+    QStringList tabCaptions;             // captions of TabControl1, in order
+    std::array<QString, 3> statusPanels; // status panels 0 to 2 (mode 2 only)
+};
+
+// "," in modes 0 and 1, ";" in mode 2.
+QByteArray ExportDelimiter(int mode);
+
+// The twelve heading labels joined by the delimiter, then CR LF (code page 932).
+QByteArray ExportHeadingLine(int mode);
+
+// One data row without its line end: every field followed by the delimiter.
+// tab is the index of the row's tab; the number of tabs is that of
+// sheet.tabCaptions.
+QByteArray ExportRowLine(int mode, const Fuzokurecordtypex& row, int tab, const ExportSheet& sheet,
+                         const ExportOptions& options);
+
+// The whole text in code page 932, built tab by tab: in modes 0 and 1 the
+// caption of the tab and CR LF, the heading line when chosen, then the 14
+// rows of the tab, each followed by CR LF except the very last row.
+QByteArray ExportRowsText(int mode, const RowTable& rows, const ExportSheet& sheet,
+                          const ExportOptions& options);
+
+// Replaces the file with text and a final CR LF. The old file stays until
+// the new one is complete; raises EInOutError when the file can't be written
+// (the folder is not made).
+void WriteExportFile(const QString& path, const QByteArray& text);
+
+// Replaces the file with the bytes, the same way (all or nothing).
+void ReplaceFileBytes(const QString& path, const QByteArray& bytes);
+
+// dataRoot + "/printdata/print_Data.dat".
+QString PrintDataPath(const QString& dataRoot);

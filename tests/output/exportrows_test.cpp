@@ -1,0 +1,266 @@
+// The text of ExportRows: fields, field counts, headings, blocks, line ends,
+// number forms and code page 932.
+#include "output/exportrows.h"
+
+#include "shell/settingsfiles.h"
+#include "store/codepage.h"
+
+#include <QDir>
+#include <QFile>
+#include <QTemporaryDir>
+
+#include <gtest/gtest.h>
+
+namespace {
+
+Currency C(const char* t) {
+    return StrToCurr(QString::fromUtf8(t));
+}
+QString U(const char* t) {
+    return QString::fromUtf8(t);
+}
+// Expected text written as UTF-8 in the test, compared as code page 932 bytes.
+QByteArray A(const char* t) {
+    return ToAnsi(QString::fromUtf8(t));
+}
+
+const QStringList FourTabs = {U("屋内一般"), U("機械室・便所"), U("屋外架空"), U("地中埋設")};
+const QStringList OneTab = {U("一般")};
+
+// A row with distinct values in every exported field, and the _N side set
+// to values that must not appear.
+Fuzokurecordtypex SampleRow() {
+    Fuzokurecordtypex r;
+    r.SetSize(U("15A"));
+    r.SetCi(U("ｍ"));
+    r.GOODS = A("配管用炭素鋼鋼管");
+    r.FTANKA = C("4090");
+    r.GROSS = C("1234.5");
+    r.NET = C("999");
+    r.TEIKA = C("888");
+    for (int e = 1; e <= 7; ++e)
+        r.Data(e) = StrToCurr(QStringLiteral("0.%1").arg(e));
+    r.Data(5) = C("0.123");
+    for (int e = 0; e < 7; ++e) {
+        r.CALC_G[std::size_t(e)] = Currency::FromInt(1000 * (e + 1) + 1);
+        r.CALC_N[std::size_t(e)] = C("77777");
+    }
+    r.GTANKA = C("4092.25");
+    r.NTANKA = C("66666");
+    return r;
+}
+
+int FieldCount(const QByteArray& line, char delimiter) {
+    return int(line.count(delimiter));
+}
+
+TEST(ExportRowsTest, DelimiterByMode) {
+    EXPECT_EQ(ExportDelimiter(ExportCsv), QByteArray(","));
+    EXPECT_EQ(ExportDelimiter(ExportClipboard), QByteArray(","));
+    EXPECT_EQ(ExportDelimiter(ExportPrint), QByteArray(";"));
+}
+
+TEST(ExportRowsTest, HeadingLineHasTwelveLabelsWithTheirBlanks) {
+    const QByteArray expected = A("呼び径,単位,採用単価,材料単価,所要材料,継  手,接合材等,支持金物,"
+                                  "配管工,はつり補修,その他,合   計\r\n");
+    EXPECT_EQ(ExportHeadingLine(ExportCsv), expected);
+    // The blanks are half-width: two in 継  手, three in 合   計.
+    EXPECT_TRUE(expected.contains(QByteArray("\x8c\x70  \x8e\xe8")));
+    EXPECT_TRUE(expected.contains(QByteArray("\x8d\x87   \x8c\x76")));
+    EXPECT_FALSE(expected.endsWith(",\r\n"));
+    EXPECT_EQ(ExportHeadingLine(ExportPrint),
+              A("呼び径;単位;採用単価;材料単価;所要材料;継  手;接合材等;支持金物;"
+                "配管工;はつり補修;その他;合   計\r\n"));
+}
+
+TEST(ExportRowsTest, RowWithFactorsHasNineteenFields) {
+    const ExportSheet sheet{FourTabs, {}};
+    const QByteArray line = ExportRowLine(ExportCsv, SampleRow(), 0, sheet, {});
+    EXPECT_EQ(line, A("15A,ｍ,4090,1234.5,0.1,0.2,0.3,0.4,0.123,0.6,0.7,"
+                      "1001,2001,3001,4001,5001,6001,7001,4092.25,"));
+    EXPECT_EQ(FieldCount(line, ','), 19);
+}
+
+TEST(ExportRowsTest, ResultsOnlyRowHasTwelveFieldsUnderTheHeading) {
+    const ExportSheet sheet{FourTabs, {}};
+    ExportOptions o;
+    o.resultsOnly = true;
+    const QByteArray line = ExportRowLine(ExportClipboard, SampleRow(), 2, sheet, o);
+    EXPECT_EQ(line, A("15A,ｍ,4090,1234.5,1001,2001,3001,4001,5001,6001,7001,4092.25,"));
+    EXPECT_EQ(FieldCount(line, ','), 12);
+}
+
+TEST(ExportRowsTest, OneTabLeavesElementSixEmpty) {
+    const ExportSheet sheet{OneTab, {}};
+    ExportOptions o;
+    o.resultsOnly = true;
+    EXPECT_EQ(ExportRowLine(ExportCsv, SampleRow(), 0, sheet, o),
+              A("15A,ｍ,4090,1234.5,1001,2001,3001,4001,5001,,7001,4092.25,"));
+    EXPECT_EQ(ExportRowLine(ExportCsv, SampleRow(), 0, sheet, {}),
+              A("15A,ｍ,4090,1234.5,0.1,0.2,0.3,0.4,0.123,0.6,0.7,"
+                "1001,2001,3001,4001,5001,,7001,4092.25,"));
+}
+
+TEST(ExportRowsTest, PrintRowHasTwentyThreeFieldsWithAmountTexts) {
+    ExportSheet sheet{FourTabs, {U("配管用炭素鋼鋼管"), U("給水"), U("ねじ接合")}};
+    Fuzokurecordtypex r = SampleRow();
+    r.CALC_G[0] = C("1234567.5");
+    const QByteArray line = ExportRowLine(ExportPrint, r, 1, sheet, {});
+    EXPECT_EQ(line, A("配管用炭素鋼鋼管;給水;ねじ接合;機械室・便所;15A;ｍ;4,090;1,235;"
+                      "0.1;0.2;0.3;0.4;0.123;0.6;0.7;"
+                      "1,234,568;2,001;3,001;4,001;5,001;6,001;7,001;4,092;"));
+    EXPECT_EQ(FieldCount(line, ';'), 23);
+    // Options of the dialog play no part in mode 2.
+    ExportOptions o;
+    o.resultsOnly = true;
+    o.headings = true;
+    EXPECT_EQ(FieldCount(ExportRowLine(ExportPrint, r, 1, sheet, o), ';'), 23);
+}
+
+TEST(ExportRowsTest, PrintRowKeepsTheMinusOfANegativeAmount) {
+    const ExportSheet sheet{OneTab, {}};
+    Fuzokurecordtypex r;
+    r.GTANKA = C("-1234");
+    r.FTANKA = C("-1230");
+    r.CALC_G[2] = C("-5");
+    r.Data(1) = C("-0.5");
+    EXPECT_EQ(ExportRowLine(ExportPrint, r, 0, sheet, {}),
+              QByteArray(";;;") + A("一般") + ";;;-1,230;0;-0.5;0;0;0;0;0;0;0;0;-5;0;0;;0;-1,234;");
+}
+
+TEST(ExportRowsTest, EmptyRowGivesEmptySizeAndZeros) {
+    const ExportSheet sheet{FourTabs, {}};
+    Fuzokurecordtypex r;
+    r.SetCi(U("本"));
+    EXPECT_EQ(ExportRowLine(ExportCsv, r, 0, sheet, {}),
+              A(",本,0,0,0,0,0,0,0,0,0,0,0,0,0,0,0,0,0,"));
+}
+
+TEST(ExportRowsTest, DelimiterInsideATextPassesUnchanged) {
+    const ExportSheet sheet{FourTabs, {}};
+    Fuzokurecordtypex r;
+    r.SetSize(U("1,5"));
+    r.SetCi(U("\"m"));
+    ExportOptions o;
+    o.resultsOnly = true;
+    EXPECT_EQ(ExportRowLine(ExportCsv, r, 0, sheet, o), QByteArray("1,5,\"m,0,0,0,0,0,0,0,0,0,0,"));
+}
+
+class ExportRowsTextTest : public ::testing::Test {
+protected:
+    void SetUp() override {
+        for (int n = 1; n <= RowCount; ++n) {
+            Fuzokurecordtypex& r = rows[n];
+            r = Fuzokurecordtypex();
+            r.SetCi(U("ｍ"));
+            r.SetSize(QStringLiteral("S%1").arg(n));
+            r.GTANKA = Currency::FromInt(n);
+        }
+    }
+    // The expected line of row n with results only.
+    static QByteArray resultLine(int n, bool oneTab = false) {
+        return QStringLiteral("S%1,").arg(n).toLatin1() + A("ｍ") + ",0,0,0,0,0,0,0," +
+               (oneTab ? "" : "0") + ",0," + QByteArray::number(n) + ",";
+    }
+    RowTable rows;
+};
+
+TEST_F(ExportRowsTextTest, FourBlocksOfCaptionHeadingAndFourteenRows) {
+    const ExportSheet sheet{FourTabs, {}};
+    ExportOptions o;
+    o.headings = true;
+    o.resultsOnly = true;
+    QByteArray expected;
+    for (int t = 0; t < 4; ++t) {
+        expected += ToAnsi(FourTabs[t]) + "\r\n";
+        expected += ExportHeadingLine(ExportCsv);
+        for (int g = 1; g <= 14; ++g) {
+            expected += resultLine(t * 15 + g);
+            if (!(t == 3 && g == 14)) expected += "\r\n";
+        }
+    }
+    const QByteArray text = ExportRowsText(ExportCsv, rows, sheet, o);
+    EXPECT_EQ(text, expected);
+    // Rows 15, 30, 45 and 60 are never exported; no empty line between blocks.
+    EXPECT_FALSE(text.contains("S15,"));
+    EXPECT_FALSE(text.contains("S60,"));
+    EXPECT_FALSE(text.contains("\r\n\r\n"));
+    EXPECT_FALSE(text.endsWith("\r\n"));
+    EXPECT_EQ(text.count("\r\n"), 4 * 16 - 1);
+}
+
+TEST_F(ExportRowsTextTest, WithoutHeadingsEachBlockIsCaptionAndRows) {
+    const ExportSheet sheet{FourTabs, {}};
+    const QByteArray text = ExportRowsText(ExportClipboard, rows, sheet, {});
+    const QList<QByteArray> lines = text.split('\n');
+    ASSERT_EQ(lines.size(), 4 * 15);
+    EXPECT_EQ(lines[0], ToAnsi(FourTabs[0]) + "\r");
+    EXPECT_EQ(lines[1], A("S1,ｍ,0,0,0,0,0,0,0,0,0,0,0,0,0,0,0,0,1,\r"));
+    EXPECT_EQ(lines[15], ToAnsi(FourTabs[1]) + "\r");
+    EXPECT_EQ(lines[16].left(4), QByteArray("S16,"));
+    EXPECT_EQ(lines[59], A("S59,ｍ,0,0,0,0,0,0,0,0,0,0,0,0,0,0,0,0,59,"));
+    for (const QByteArray& line : lines) {
+        if (line.startsWith('S')) {
+            EXPECT_EQ(FieldCount(line, ','), 19) << line.constData();
+        }
+    }
+}
+
+TEST_F(ExportRowsTextTest, RefrigerantModeIsOneBlockUnderGeneral) {
+    const ExportSheet sheet{OneTab, {}};
+    ExportOptions o;
+    o.resultsOnly = true;
+    o.headings = true;
+    QByteArray expected = A("一般") + "\r\n" + ExportHeadingLine(ExportCsv);
+    for (int g = 1; g <= 14; ++g) {
+        expected += resultLine(g, true);
+        if (g < 14) expected += "\r\n";
+    }
+    EXPECT_EQ(ExportRowsText(ExportCsv, rows, sheet, o), expected);
+}
+
+TEST_F(ExportRowsTextTest, PrintTextHasNoCaptionLinesAndNoHeading) {
+    ExportSheet sheet{FourTabs, {U("a"), U("b"), U("c")}};
+    const QByteArray text = ExportRowsText(ExportPrint, rows, sheet, {});
+    const QList<QByteArray> lines = text.split('\n');
+    ASSERT_EQ(lines.size(), 56);
+    EXPECT_EQ(lines[0], A("a;b;c;屋内一般;S1;ｍ;") + QByteArray("0;").repeated(16) + "1;\r");
+    EXPECT_EQ(lines[14], A("a;b;c;機械室・便所;S16;ｍ;") + QByteArray("0;").repeated(16) + "16;\r");
+    EXPECT_EQ(lines[55], A("a;b;c;地中埋設;S59;ｍ;") + QByteArray("0;").repeated(16) + "59;");
+    for (const QByteArray& line : lines)
+        EXPECT_EQ(FieldCount(line, ';'), 23);
+}
+
+TEST_F(ExportRowsTextTest, CharactersOutsideTheCodePageAreLost) {
+    ExportSheet sheet{{U("屋内😀")}, {}};
+    const QByteArray text = ExportRowsText(ExportCsv, rows, sheet, {});
+    EXPECT_TRUE(text.startsWith(A("屋内") + "?\r\n")) << text.left(10).toHex().constData();
+}
+
+TEST(WriteExportFileTest, WritesTextAndOneLineEndReplacingTheFile) {
+    QTemporaryDir dir;
+    ASSERT_TRUE(dir.isValid());
+    const QString path = dir.filePath(QStringLiteral("out.CSV"));
+    {
+        QFile f(path);
+        ASSERT_TRUE(f.open(QIODevice::WriteOnly));
+        f.write("an older and longer file content");
+    }
+    WriteExportFile(path, A("一般\r\nS1,ｍ,"));
+    QFile f(path);
+    ASSERT_TRUE(f.open(QIODevice::ReadOnly));
+    const QByteArray bytes = f.readAll();
+    EXPECT_EQ(bytes, A("一般\r\nS1,ｍ,\r\n"));
+    EXPECT_FALSE(bytes.startsWith("\xEF\xBB\xBF"));
+}
+
+TEST(WriteExportFileTest, MissingFolderRaisesAndLeavesNothing) {
+    QTemporaryDir dir;
+    ASSERT_TRUE(dir.isValid());
+    const QString path = PrintDataPath(dir.path());
+    EXPECT_EQ(path, dir.path() + U("/printdata/print_Data.dat"));
+    EXPECT_THROW(WriteExportFile(path, "x"), EInOutError);
+    EXPECT_FALSE(QDir(dir.filePath(QStringLiteral("printdata"))).exists());
+}
+
+} // namespace
