@@ -11,6 +11,7 @@ QORVALE_PACKAGES=(
   libgtest-dev libgmock-dev libbenchmark-dev
   fonts-noto-cjk qt6-translations-l10n
   xvfb xauth
+  poppler-utils
 )
 
 qorvale_missing_packages() {

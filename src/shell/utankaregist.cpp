@@ -26,6 +26,7 @@ TFtankaregist::TFtankaregist(const QString& launchString, QWidget* parent) : QMa
     CentralArea->setObjectName(QStringLiteral("CentralArea"));
     setCentralWidget(CentralArea);
     buildSheet();
+    SetupPrintAction();
     setGeometry(DefaultLeft, DefaultTop, DefaultWidth, DefaultHeight);
     SetUndoEnabledHandler([this](bool enabled) { ActionUndo->setEnabled(enabled); });
     // Failures inside the controls' own event handling are shown like any

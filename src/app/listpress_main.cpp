@@ -1,0 +1,22 @@
+// listpress: the print program started by "印  刷".
+#include "platform/qtdialogs.h"
+#include "print/listpress.h"
+
+#include <QApplication>
+
+#include <cstdio>
+#include <memory>
+
+int main(int argc, char** argv) {
+    QStringList args;
+    for (int i = 1; i < argc; ++i)
+        args << QString::fromLocal8Bit(argv[i]);
+    // Writing a PDF needs no display.
+    if (ListpressNeedsNoWindow(args) && qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
+        qputenv("QT_QPA_PLATFORM", "offscreen");
+    QApplication app(argc, argv);
+    InstallDialogs(std::make_unique<QtDialogs>());
+    QTextStream out(stdout);
+    QTextStream err(stderr);
+    return RunListpress(app.arguments().mid(1), out, err);
+}
