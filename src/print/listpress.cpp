@@ -141,7 +141,7 @@ int RunListpress(const QStringList& args, QTextStream& out, QTextStream& err) {
 }
 
 int RunPrintTool(const QStringList& args, QTextStream& out, QTextStream& err) {
-    const QString usage = U("usage: qorvale-tool print --group G --kan K --pdf FILE [--style N] "
+    const QString usage = U("usage: qorvale-tool print --group G --kan K --pdf FILE [--style-index N] "
                             "[--launch LAUNCHSTRING]\n  N is the print style: 0 歩掛, 1 単価, "
                             "2 歩掛+単価 (default 0).\n");
     int group = 0, kan = 0, style = 0;
@@ -163,7 +163,7 @@ int RunPrintTool(const QStringList& args, QTextStream& out, QTextStream& err) {
             group = v;
         } else if (name == QLatin1String("--kan") && ok && v >= 1 && v <= 20) {
             kan = v;
-        } else if (name == QLatin1String("--style") && ok && v >= 0 && v <= 2) {
+        } else if (name == QLatin1String("--style-index") && ok && v >= 0 && v <= 2) {
             style = v;
         } else {
             err << "qorvale-tool: bad argument: " << name << " " << value << "\n" << usage;

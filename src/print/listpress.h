@@ -21,7 +21,7 @@ int RunListpress(const QStringList& args, QTextStream& out, QTextStream& err);
 // program can run without a display.
 bool ListpressNeedsNoWindow(const QStringList& args);
 
-// The batch tool's "print --group G --kan K --pdf FILE [--style N]
+// The batch tool's "print --group G --kan K --pdf FILE [--style-index N]
 // [--launch S]": loads a stored pipe type, writes the hand-off files and
 // the PDF as listpress would. Exit code as RunQorvaleTool.
 int RunPrintTool(const QStringList& args, QTextStream& out, QTextStream& err);

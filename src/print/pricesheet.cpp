@@ -33,6 +33,9 @@ QFont font(int tenthsMm, bool bold = false) {
     f.setPixelSize(tenthsMm);
     f.setBold(bold);
     f.setStyleHint(QFont::SansSerif);
+    // Glyphs as the characters stand, so that text readers of the PDF find
+    // every digit again.
+    f.setStyleStrategy(QFont::PreferNoShaping);
     return f;
 }
 
@@ -74,7 +77,7 @@ void drawBlock(QPainter& p, const PrintJob& job, const PrintBlock& b, int top) {
     const PrintStyle& s = job.style;
     const QVector<int> w = columnWidths(s);
     const int width = tableWidth(w);
-    const int left = 0;
+    const int left = std::max(0, (PageW - width) / 2);
     const QPen thin(Qt::black, 2), thick(Qt::black, 6);
 
     p.setFont(font(38, true));
