@@ -53,6 +53,8 @@ QString pdfText(const QString& pdf) {
     // The reader gives some kanji as their radical forms (U+2F00..); NFKC
     // takes them back to the usual characters.
     t = t.normalized(QString::NormalizationForm_KC);
+    // and the middle dot of the font comes back as U+2027.
+    t.replace(QChar(0x2027), QChar(0x30FB));
     return t.simplified();
 }
 
@@ -156,8 +158,8 @@ TEST_F(ListpressProgram, PdfHoldsTitleSizesAndAmountsOfTheDataFile) {
     EXPECT_EQ(checked, 56);
     // Two details to the page.
     EXPECT_EQ(pdfPages(dir.filePath(QStringLiteral("out.pdf"))), 2);
-    EXPECT_TRUE(text.contains(QStringLiteral("1 / 2")));
-    EXPECT_TRUE(text.contains(QStringLiteral("2 / 2")));
+    EXPECT_TRUE(text.contains(QRegularExpression(QStringLiteral("\\b1 ?/ ?2\\b"))));
+    EXPECT_TRUE(text.contains(QRegularExpression(QStringLiteral("\\b2 ?/ ?2\\b"))));
 }
 
 TEST_F(ListpressProgram, EachStyleShowsItsColumnsAndNoOthers) {
