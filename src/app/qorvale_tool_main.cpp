@@ -13,8 +13,7 @@ int main(int argc, char** argv) {
     if (argc > 1 && QByteArray(argv[1]) == "print") {
         // The page is drawn with fonts, which need the GUI application
         // object, but no display.
-        if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
-            qputenv("QT_QPA_PLATFORM", "offscreen");
+        if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");
         QGuiApplication app(argc, argv);
         return RunPrintTool(app.arguments().mid(1), out, err);
     }

@@ -27,7 +27,8 @@ bool EraOfDate(const QDate& date, QString& era, int& year) {
 QString EraYearText(const QDate& date) {
     QString era;
     int year = 0;
-    if (!EraOfDate(date, era, year)) return QStringLiteral("%1").arg(date.year(), 4, 10, QChar('0'));
+    if (!EraOfDate(date, era, year))
+        return QStringLiteral("%1").arg(date.year(), 4, 10, QChar('0'));
     return era + QStringLiteral("%1").arg(year, 2, 10, QChar('0'));
 }
 
@@ -106,9 +107,9 @@ void SetPrintDate(const QDate& fixed) {
 
 void WritePrintHandOff(const PrintHandOff& h, const RowTable& rows, const ExportSheet& sheet) {
     WriteExportFile(PrintDataPath(h.dataRoot), ExportRowsText(ExportPrint, rows, sheet, {}));
-    ReplaceFileBytes(PrintConfPath(h.dataRoot),
-                     PrintConfText(StyleFilePath(h.dataRoot, h.styleIndex), h.iconPath,
-                                   RefrigerantRows(rows)));
+    ReplaceFileBytes(
+        PrintConfPath(h.dataRoot),
+        PrintConfText(StyleFilePath(h.dataRoot, h.styleIndex), h.iconPath, RefrigerantRows(rows)));
     ReplaceFileBytes(PrintHeaderPath(h.dataRoot), PrintHeaderText(h.date, rows));
 }
 

@@ -17,7 +17,7 @@
 // ---- Japanese calendar -----------------------------------------------------
 
 struct JapaneseEra {
-    const char* name; // UTF-8, e.g. "令和"
+    const char* name;     // UTF-8, e.g. "令和"
     int year, month, day; // its first day
 };
 // 明治, 大正, 昭和, 平成, 令和, oldest first.

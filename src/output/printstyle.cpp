@@ -11,10 +11,10 @@ const char* const FactorGroup = "歩　　掛";
 const char* const AmountGroup = "単　価（円）";
 
 // Element labels of piping and of refrigerant mode (empty: the same).
-const std::array<const char*, 7> ElementLabels = {"所要材料", "継  手", "接合材等", "支持金物",
+const std::array<const char*, 7> ElementLabels = {"所要材料", "継  手",     "接合材等", "支持金物",
                                                   "配管工",   "はつり補修", "その他"};
-const std::array<const char*, 7> RefrigerantLabels = {"",   "継手接合等", "支持金物", "雑材料",
-                                                      "",   "---",        ""};
+const std::array<const char*, 7> RefrigerantLabels = {"", "継手接合等", "支持金物", "雑材料",
+                                                      "", "---",        ""};
 
 QString U(const char* t) {
     return QString::fromUtf8(t);
@@ -100,10 +100,9 @@ QByteArray StyleFileText(const PrintStyle& style) {
     lines << KeyLine(QStringLiteral("[Style]"), style.name)
           << KeyLine(QStringLiteral("[Title]"), style.title);
     for (const StyleColumn& c : style.columns)
-        lines << KeyLine(QStringLiteral("[Column]"), c.key + QLatin1Char(';') + c.group +
-                                                         QLatin1Char(';') + c.label +
-                                                         QLatin1Char(';') + c.refrigerantLabel +
-                                                         QLatin1Char(';'));
+        lines << KeyLine(QStringLiteral("[Column]"),
+                         c.key + QLatin1Char(';') + c.group + QLatin1Char(';') + c.label +
+                             QLatin1Char(';') + c.refrigerantLabel + QLatin1Char(';'));
     return ToAnsi(JoinTextLines(lines));
 }
 

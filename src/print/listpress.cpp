@@ -141,9 +141,10 @@ int RunListpress(const QStringList& args, QTextStream& out, QTextStream& err) {
 }
 
 int RunPrintTool(const QStringList& args, QTextStream& out, QTextStream& err) {
-    const QString usage = U("usage: qorvale-tool print --group G --kan K --pdf FILE [--style-index N] "
-                            "[--launch LAUNCHSTRING]\n  N is the print style: 0 歩掛, 1 単価, "
-                            "2 歩掛+単価 (default 0).\n");
+    const QString usage =
+        U("usage: qorvale-tool print --group G --kan K --pdf FILE [--style-index N] "
+          "[--launch LAUNCHSTRING]\n  N is the print style: 0 歩掛, 1 単価, "
+          "2 歩掛+単価 (default 0).\n");
     int group = 0, kan = 0, style = 0;
     QString pdf, launch;
     for (int i = 1; i < int(args.size()); ++i) {

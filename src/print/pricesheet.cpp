@@ -224,8 +224,7 @@ void PaintPriceSheet(QPainter& p, double dotsPerMm, const PrintJob& job, int pag
     p.setPen(QPen(Qt::black, 2));
     p.setFont(font(28));
     const QRect foot(0, PageH - FooterH + 10, PageW, FooterH - 10);
-    if (!job.styleNote.isEmpty())
-        p.drawText(foot, Qt::AlignLeft | Qt::AlignVCenter, job.styleNote);
+    if (!job.styleNote.isEmpty()) p.drawText(foot, Qt::AlignLeft | Qt::AlignVCenter, job.styleNote);
     p.drawText(foot, Qt::AlignRight | Qt::AlignVCenter,
                QStringLiteral("%1 / %2").arg(page + 1).arg(pageCount));
     p.restore();

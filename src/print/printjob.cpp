@@ -76,7 +76,8 @@ PrintJob ReadPrintJob(const QString& dataRoot) {
     if (dataRoot.isEmpty() || !QFileInfo(dataRoot).isDir())
         throw EPrintInput(U("データフォルダー %1 が見つかりません。").arg(dataRoot));
     if (!QFileInfo(PrintFolderPath(dataRoot)).isDir())
-        throw EPrintInput(U("印刷データのフォルダー %1 が見つかりません。").arg(PrintFolderPath(dataRoot)));
+        throw EPrintInput(
+            U("印刷データのフォルダー %1 が見つかりません。").arg(PrintFolderPath(dataRoot)));
 
     PrintJob job;
     const KeyFile conf = readKeys(PrintConfPath(dataRoot));

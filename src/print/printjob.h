@@ -24,20 +24,20 @@ public:
 using PrintFields = std::array<QString, 19>;
 
 struct PrintBlock {
-    QString caption;             // the tab caption
-    QVector<PrintFields> lines;  // lines with a size only
+    QString caption;            // the tab caption
+    QVector<PrintFields> lines; // lines with a size only
 };
 
 struct PrintJob {
     // Print.conf
-    QString dataTitle;    // [Data_TITLE]
-    QString styleFile;    // [STYLE_FILE]
-    QString fileMask;     // [File_Mask]: qvk or qvr
-    QString appTitle;     // [Application_Title]
+    QString dataTitle; // [Data_TITLE]
+    QString styleFile; // [STYLE_FILE]
+    QString fileMask;  // [File_Mask]: qvk or qvr
+    QString appTitle;  // [Application_Title]
     // print_header.dat
     QString year, era, month, day, weekday; // [ta] .. [te]
-    QString buildingPage;                    // [th]
-    QString labourCost;                      // [ti]
+    QString buildingPage;                   // [th]
+    QString labourCost;                     // [ti]
     // print_Data.dat
     std::array<QString, 3> names; // the pipe type's three name texts
     QVector<PrintBlock> blocks;

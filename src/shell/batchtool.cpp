@@ -16,6 +16,8 @@ namespace {
 
 const char* const Usage = "usage: qorvale-tool show --group G --kan K [--launch LAUNCHSTRING]\n"
                           "       qorvale-tool recalc --group G [--kan K] [--launch LAUNCHSTRING]\n"
+                          "       qorvale-tool print --group G --kan K --pdf FILE [--style-index N] "
+                          "[--launch LAUNCHSTRING]\n"
                           "  G is a group from 1 to 10, K a pipe type from 1 to 20.\n";
 
 struct Args {

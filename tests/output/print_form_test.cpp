@@ -77,7 +77,8 @@ TEST_F(PrintCommand, WritesTheFilesAndStartsTheProgramWithDataRootAndSemicolon) 
 
 TEST_F(PrintCommand, AFailedStartLeavesTheFilesAndSaysNothing) {
     TFtankaregist& f = open();
-    for (const QString& p : {PrintConfPath(DataRoot), PrintHeaderPath(DataRoot), PrintDataPath(DataRoot)})
+    for (const QString& p :
+         {PrintConfPath(DataRoot), PrintHeaderPath(DataRoot), PrintDataPath(DataRoot)})
         QFile::remove(p);
     dialogs->SetStartResult(false);
     f.ActionPrint->trigger();

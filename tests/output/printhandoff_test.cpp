@@ -56,10 +56,11 @@ TEST(JapaneseEraTest, ShortWeekday) {
 }
 
 TEST(PrintConfTest, SixLinesByModeAndStyle) {
-    EXPECT_EQ(PrintConfText(U("/d/ex_style/A4横_複合単価_管材歩掛.qvk"), U("/p/Application.ico"), false),
-              A("[Version]=2.00\r\n[Application_Title]=Qorvale\r\n[Data_TITLE]=複合単価印刷\r\n"
-                "[STYLE_FILE]=/d/ex_style/A4横_複合単価_管材歩掛.qvk\r\n"
-                "[Icon_File]=/p/Application.ico\r\n[File_Mask]=qvk\r\n"));
+    EXPECT_EQ(
+        PrintConfText(U("/d/ex_style/A4横_複合単価_管材歩掛.qvk"), U("/p/Application.ico"), false),
+        A("[Version]=2.00\r\n[Application_Title]=Qorvale\r\n[Data_TITLE]=複合単価印刷\r\n"
+          "[STYLE_FILE]=/d/ex_style/A4横_複合単価_管材歩掛.qvk\r\n"
+          "[Icon_File]=/p/Application.ico\r\n[File_Mask]=qvk\r\n"));
     EXPECT_TRUE(PrintConfText(U("x"), U("y"), true).endsWith("[File_Mask]=qvr\r\n"));
     EXPECT_EQ(StyleFilePath(U("/d"), 0), U("/d/ex_style/A4横_複合単価_管材歩掛.qvk"));
     EXPECT_EQ(StyleFilePath(U("/d"), 1), U("/d/ex_style/A4横_複合単価_管材計算.qvk"));
@@ -129,9 +130,10 @@ TEST_F(PrintHandOffFiles, PipingModeByteForByte) {
     const QList<QByteArray> lines = data.split('\n');
     ASSERT_EQ(lines.size(), 57); // 56 lines, each ended by CR LF
     EXPECT_TRUE(lines.last().isEmpty());
-    EXPECT_EQ(lines[0], A("水道用硬質塩化ﾋﾞﾆﾙﾗｲﾆﾝｸﾞ鋼管(VA);給水;ねじ接合（管端防食継手）;屋内一般;15A;"
-                          "ｍ;3,380;640;1.1;0.55;0.05;0.1;0.069;0.015;0.1;704;352;32;64;1,670;363;"
-                          "203;3,388;\r"));
+    EXPECT_EQ(lines[0],
+              A("水道用硬質塩化ﾋﾞﾆﾙﾗｲﾆﾝｸﾞ鋼管(VA);給水;ねじ接合（管端防食継手）;屋内一般;15A;"
+                "ｍ;3,380;640;1.1;0.55;0.05;0.1;0.069;0.015;0.1;704;352;32;64;1,670;363;"
+                "203;3,388;\r"));
     EXPECT_TRUE(lines[14].contains(A(";機械室・便所;15A;")));
     for (int i = 0; i < 56; ++i)
         EXPECT_EQ(lines[i].count(';'), 23) << i;
@@ -145,7 +147,8 @@ TEST_F(PrintHandOffFiles, RefrigerantModeOneTabEmptyElementSixAndMaskQvr) {
     EXPECT_TRUE(conf.endsWith("[File_Mask]=qvr\r\n"));
     EXPECT_TRUE(conf.contains(A("A4横_複合単価_管材計算.qvk\r\n")));
     const QByteArray header = readAll(PrintHeaderPath(root));
-    EXPECT_TRUE(header.startsWith(A("[ta]=2019\r\n[tb]=令和01\r\n[tc]=05\r\n[td]=01\r\n[te]=水\r\n")))
+    EXPECT_TRUE(
+        header.startsWith(A("[ta]=2019\r\n[tb]=令和01\r\n[tc]=05\r\n[td]=01\r\n[te]=水\r\n")))
         << header.toStdString();
 
     const QList<QByteArray> lines = readAll(PrintDataPath(root)).split('\n');
@@ -183,7 +186,8 @@ TEST_F(PrintHandOffFiles, SecondPrintWithAnotherStyleChangesLineFourOnly) {
 
     // A change of date changes the header.
     WritePrintHandOff(handOff(2, QDate(2019, 4, 30)), KanzaiRows, SheetOfRows(KanzaiRows));
-    EXPECT_TRUE(readAll(PrintHeaderPath(root)).contains(A("[tb]=平成31\r\n[tc]=04\r\n[td]=30\r\n[te]=火\r\n")));
+    EXPECT_TRUE(readAll(PrintHeaderPath(root))
+                    .contains(A("[tb]=平成31\r\n[tc]=04\r\n[td]=30\r\n[te]=火\r\n")));
 }
 
 TEST_F(PrintHandOffFiles, EmptyBuildingAndPageTexts) {

@@ -33,7 +33,8 @@ struct RunResult {
 RunResult run(const QString& program, const QStringList& args) {
     QProcess p;
     QProcessEnvironment env = QProcessEnvironment::systemEnvironment();
-    env.remove(QStringLiteral("QT_QPA_PLATFORM")); // the program finds its own way without a display
+    env.remove(
+        QStringLiteral("QT_QPA_PLATFORM")); // the program finds its own way without a display
     p.setProcessEnvironment(env);
     p.start(program, args);
     RunResult r;
@@ -96,7 +97,8 @@ protected:
     // listpress --pdf; the text of the PDF.
     QString print(const QString& name = QStringLiteral("out.pdf")) {
         const QString pdf = dir.filePath(name);
-        const RunResult r = run(QStringLiteral(LISTPRESS_EXE), {QStringLiteral("--pdf"), pdf, root + ';'});
+        const RunResult r =
+            run(QStringLiteral(LISTPRESS_EXE), {QStringLiteral("--pdf"), pdf, root + ';'});
         EXPECT_EQ(r.code, 0) << r.err.toStdString();
         return pdfText(pdf);
     }
@@ -221,8 +223,8 @@ TEST_F(ListpressProgram, MissingStyleFileFallsBackWithANoteOnTheFooter) {
 TEST_F(ListpressProgram, BrokenInputGivesTheMessageAndExitCodeOne) {
     // A missing folder.
     RunResult r = run(QStringLiteral(LISTPRESS_EXE),
-                {QStringLiteral("--pdf"), dir.filePath(QStringLiteral("x.pdf")),
-                 dir.filePath(QStringLiteral("nowhere")) + ';'});
+                      {QStringLiteral("--pdf"), dir.filePath(QStringLiteral("x.pdf")),
+                       dir.filePath(QStringLiteral("nowhere")) + ';'});
     EXPECT_EQ(r.code, 1);
     EXPECT_TRUE(r.err.contains(U("データフォルダー"))) << r.err.toStdString();
     EXPECT_TRUE(r.err.contains(QStringLiteral("nowhere")));
@@ -239,7 +241,8 @@ TEST_F(ListpressProgram, BrokenInputGivesTheMessageAndExitCodeOne) {
     replaceLine(PrintDataPath(root), 3, QStringLiteral("a;b;c;d;15A;m;1;2;"));
     r = broken();
     EXPECT_EQ(r.code, 1);
-    EXPECT_TRUE(r.err.contains(U("print_Data.dat の 3 行目: 項目が足りません"))) << r.err.toStdString();
+    EXPECT_TRUE(r.err.contains(U("print_Data.dat の 3 行目: 項目が足りません")))
+        << r.err.toStdString();
 
     // Text that is no number.
     handOff(1, 1, 0);
@@ -259,16 +262,18 @@ TEST_F(ListpressProgram, BrokenInputGivesTheMessageAndExitCodeOne) {
     EXPECT_TRUE(r.err.contains(U("print_header.dat の 9 行目"))) << r.err.toStdString();
 
     // No argument at all.
-    r = run(QStringLiteral(LISTPRESS_EXE), {QStringLiteral("--pdf"), dir.filePath(QStringLiteral("x.pdf"))});
+    r = run(QStringLiteral(LISTPRESS_EXE),
+            {QStringLiteral("--pdf"), dir.filePath(QStringLiteral("x.pdf"))});
     EXPECT_EQ(r.code, 2);
 }
 
 TEST_F(ListpressProgram, ToolPrintsAStoredPipeType) {
     const QString pdf = dir.filePath(QStringLiteral("tool.pdf"));
-    const RunResult r = run(QStringLiteral(QORVALE_TOOL_EXE),
-                      {QStringLiteral("print"), QStringLiteral("--group"), QStringLiteral("1"),
-                       QStringLiteral("--kan"), QStringLiteral("1"), QStringLiteral("--pdf"), pdf,
-                       QStringLiteral("--style-index"), QStringLiteral("1")});
+    const RunResult r =
+        run(QStringLiteral(QORVALE_TOOL_EXE),
+            {QStringLiteral("print"), QStringLiteral("--group"), QStringLiteral("1"),
+             QStringLiteral("--kan"), QStringLiteral("1"), QStringLiteral("--pdf"), pdf,
+             QStringLiteral("--style-index"), QStringLiteral("1")});
     ASSERT_EQ(r.code, 0) << r.err.toStdString();
     const QString t = pdfText(pdf);
     EXPECT_TRUE(t.contains(U("複合単価計算書")));
