@@ -13,6 +13,7 @@
 #include "store/suitestandin.h"
 
 #include <QFile>
+#include <QFileInfo>
 #include <QProcess>
 #include <QRegularExpression>
 #include <QTemporaryDir>
@@ -122,6 +123,17 @@ protected:
     QString root;
     ScriptedDialogsScope dialogs;
 };
+
+TEST(ListpressInstall, ProgramAndIconLieBesideTheProgram) {
+    const QString dir = QStringLiteral(QORVALE_EXE_DIR);
+    EXPECT_TRUE(QFileInfo(dir + QStringLiteral("/listpress")).isExecutable());
+    QFile icon(dir + QStringLiteral("/Application.ico"));
+    ASSERT_TRUE(icon.open(QIODevice::ReadOnly));
+    const QByteArray bytes = icon.readAll();
+    // An icon file: reserved 0, type 1, one image, the image a PNG.
+    EXPECT_TRUE(bytes.startsWith(QByteArray("\0\0\1\0\1\0", 6)));
+    EXPECT_EQ(bytes.mid(22, 4), QByteArray("\x89PNG"));
+}
 
 TEST_F(ListpressProgram, HelpSaysHowToWriteAPdf) {
     const RunResult r = run(QStringLiteral(LISTPRESS_EXE), {QStringLiteral("--help")});
