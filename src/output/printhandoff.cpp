@@ -107,6 +107,10 @@ void SetPrintDate(const QDate& fixed) {
 
 void WritePrintHandOff(const PrintHandOff& h, const RowTable& rows, const ExportSheet& sheet) {
     WriteExportFile(PrintDataPath(h.dataRoot), ExportRowsText(ExportPrint, rows, sheet, {}));
+    WritePrintConfAndHeader(h, rows);
+}
+
+void WritePrintConfAndHeader(const PrintHandOff& h, const RowTable& rows) {
     ReplaceFileBytes(
         PrintConfPath(h.dataRoot),
         PrintConfText(StyleFilePath(h.dataRoot, h.styleIndex), h.iconPath, RefrigerantRows(rows)));

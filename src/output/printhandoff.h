@@ -68,6 +68,9 @@ struct PrintHandOff {
 // file that can't be written (a missing printdata folder fails the first);
 // the files after it are not touched.
 void WritePrintHandOff(const PrintHandOff& h, const RowTable& rows, const ExportSheet& sheet);
+// Print.conf and print_header.dat alone, in that order (the steps after the
+// data file), raising EInOutError the same way.
+void WritePrintConfAndHeader(const PrintHandOff& h, const RowTable& rows);
 
 // The tab captions and status panel texts ShowPipeType gives the rows: four
 // details named by KIND of their first rows (default names when empty), or
