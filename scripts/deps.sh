@@ -13,6 +13,7 @@ QORVALE_PACKAGES=(
   fonts-noto-cjk qt6-translations-l10n
   desktop-file-utils
   xvfb xauth
+  poppler-utils
 )
 
 qorvale_missing_packages() {

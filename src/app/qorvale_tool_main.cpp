@@ -1,13 +1,22 @@
-// Batch tool: shows or recalculates pipe types from the command line.
+// Batch tool: shows, recalculates or prints pipe types from the command line.
+#include "print/listpress.h"
 #include "shell/batchtool.h"
 
 #include <QCoreApplication>
+#include <QGuiApplication>
 
 #include <cstdio>
 
 int main(int argc, char** argv) {
-    QCoreApplication app(argc, argv);
     QTextStream out(stdout);
     QTextStream err(stderr);
+    if (argc > 1 && QByteArray(argv[1]) == "print") {
+        // The page is drawn with fonts, which need the GUI application
+        // object, but no display.
+        if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");
+        QGuiApplication app(argc, argv);
+        return RunPrintTool(app.arguments().mid(1), out, err);
+    }
+    QCoreApplication app(argc, argv);
     return RunQorvaleTool(app.arguments().mid(1), out, err);
 }

@@ -29,6 +29,7 @@ TFtankaregist::TFtankaregist(const QString& launchString, QWidget* parent) : QMa
     SetupLibraryCommands();
     connectGroupRewrites();
     ConnectOutputs();
+    SetupPrintAction();
     setGeometry(DefaultLeft, DefaultTop, DefaultWidth, DefaultHeight);
     SetUndoEnabledHandler([this](bool enabled) { ActionUndo->setEnabled(enabled); });
     ConnectEditCommands();

@@ -303,6 +303,14 @@ public:
     void N53Click();
     void NameGroup(int tag);
 
+    // ---- Print hand-off (src/output/utankaregist_print.cpp) ---------------
+    // Enables ActionPrint and joins it to ActionPrintExecute; called as the
+    // form is built.
+    void SetupPrintAction();
+    // "印  刷": writes the three hand-off files under DataRoot/printdata and
+    // starts the print program without waiting.
+    void ActionPrintExecute();
+
     // Makes the menu item follow the action and run it.
     static void BindAction(QAction* item, QAction* action);
 

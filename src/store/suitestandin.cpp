@@ -1,6 +1,7 @@
 #include "store/suitestandin.h"
 
 #include "engine/calcrow.h"
+#include "output/printstyle.h"
 #include "platform/commandline.h"
 #include "platform/datapaths.h"
 #include "store/codepage.h"
@@ -228,12 +229,13 @@ bool CreateDataRoot(const QString& root, QStringList& created) {
         if (!dir.mkpath(p)) return false;
         created << p;
     }
-    for (const QString& name : StyleFiles()) {
-        const QString p = root + QLatin1Char('/') + name;
+    for (int i = 0; i < int(StyleFiles().size()); ++i) {
+        const QString p = root + QLatin1Char('/') + StyleFiles()[i];
         if (QFileInfo::exists(p)) continue;
+        // The print program's layout of the style, in its own file format.
         QFile f(p);
         if (!f.open(QIODevice::WriteOnly)) return false;
-        f.write(ToAnsi(QStringLiteral("; 印刷様式 (仮): %1\r\n").arg(QFileInfo(p).fileName())));
+        f.write(StyleFileText(BuiltInStyle(i)));
         f.close();
         created << p;
     }

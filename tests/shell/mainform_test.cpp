@@ -64,7 +64,7 @@ const MenuRow MenuTable[] = {
     {"K1", "N28", "インストールフォルダー確認", "", true, true},
     {"K1", "N31", "電卓", "", true, true},
     {"K1", "N1", "保  存", "Ctrl+S", true, true},
-    {"K1", "N8", "印  刷", "", false, true},
+    {"K1", "N8", "印  刷", "", true, true},
     {"K1", "N21", "終了(&X)", "", true, true},
     {"N9", "tree_list", "ツリーリストを表示する", "", true, true},
     {"N9", "status_bar", "ステータスバーを表示する", "", true, true},

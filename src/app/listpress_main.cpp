@@ -1,0 +1,27 @@
+// listpress: the print program started by "印  刷".
+#include "platform/commandline.h"
+#include "platform/qtdialogs.h"
+#include "print/listpress.h"
+
+#include <QApplication>
+
+#include <cstdio>
+#include <memory>
+
+int main(int argc, char** argv) {
+    // Help, version and a wrong option are answered before any window.
+    const int standard = StandardOptions(argc, argv, QStringLiteral("listpress"), ListpressUsage(),
+                                         {QStringLiteral("--pdf"), QStringLiteral("--screenshot")});
+    if (standard >= 0) return standard;
+    QStringList args;
+    for (int i = 1; i < argc; ++i)
+        args << QString::fromLocal8Bit(argv[i]);
+    // Writing a PDF needs no display.
+    if (ListpressNeedsNoWindow(args) && qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
+        qputenv("QT_QPA_PLATFORM", "offscreen");
+    QApplication app(argc, argv);
+    InstallDialogs(std::make_unique<QtDialogs>());
+    QTextStream out(stdout);
+    QTextStream err(stderr);
+    return RunListpress(app.arguments().mid(1), out, err);
+}

@@ -1,0 +1,151 @@
+#include "output/printhandoff.h"
+
+#include "engine/currency.h"
+#include "sheet/sheettexts.h"
+#include "shell/settingsfiles.h"
+#include "store/codepage.h"
+
+#include <QCoreApplication>
+
+const std::array<JapaneseEra, 5> JapaneseEras = {{{"明治", 1868, 1, 1},
+                                                  {"大正", 1912, 7, 30},
+                                                  {"昭和", 1926, 12, 25},
+                                                  {"平成", 1989, 1, 8},
+                                                  {"令和", 2019, 5, 1}}};
+
+bool EraOfDate(const QDate& date, QString& era, int& year) {
+    for (auto it = JapaneseEras.rbegin(); it != JapaneseEras.rend(); ++it) {
+        if (date >= QDate(it->year, it->month, it->day)) {
+            era = QString::fromUtf8(it->name);
+            year = date.year() - it->year + 1;
+            return true;
+        }
+    }
+    return false;
+}
+
+QString EraYearText(const QDate& date) {
+    QString era;
+    int year = 0;
+    if (!EraOfDate(date, era, year))
+        return QStringLiteral("%1").arg(date.year(), 4, 10, QChar('0'));
+    return era + QStringLiteral("%1").arg(year, 2, 10, QChar('0'));
+}
+
+QString JapaneseShortWeekday(const QDate& date) {
+    // dayOfWeek: 1 Monday .. 7 Sunday.
+    static const QString names = QStringLiteral("月火水木金土日");
+    const int d = date.dayOfWeek();
+    return d >= 1 && d <= 7 ? names.mid(d - 1, 1) : QString();
+}
+
+const std::array<const char*, 3> StyleFileNames = {"ex_style/A4横_複合単価_管材歩掛.qvk",
+                                                   "ex_style/A4横_複合単価_管材計算.qvk",
+                                                   "ex_style/A4横_複合単価_管材_歩掛+計算.qvk"};
+
+QString StyleFilePath(const QString& dataRoot, int styleIndex) {
+    if (styleIndex < 0 || styleIndex >= int(StyleFileNames.size())) styleIndex = 0;
+    return dataRoot + QLatin1Char('/') + QString::fromUtf8(StyleFileNames[std::size_t(styleIndex)]);
+}
+
+QString PrintFolderPath(const QString& dataRoot) {
+    return dataRoot + QStringLiteral("/printdata");
+}
+QString PrintConfPath(const QString& dataRoot) {
+    return PrintFolderPath(dataRoot) + QStringLiteral("/Print.conf");
+}
+QString PrintHeaderPath(const QString& dataRoot) {
+    return PrintFolderPath(dataRoot) + QStringLiteral("/print_header.dat");
+}
+
+namespace {
+
+const QByteArray LineEnd("\r\n");
+
+QByteArray Line(const char* key, const QByteArray& value) {
+    return QByteArray(key) + value + LineEnd;
+}
+
+QDate fixedPrintDate;
+
+} // namespace
+
+QByteArray PrintConfText(const QString& stylePath, const QString& iconPath, bool refrigerant) {
+    QByteArray t;
+    t += Line("[Version]=2.00", {});
+    t += Line("[Application_Title]=Qorvale", {});
+    t += ToAnsi(QStringLiteral("[Data_TITLE]=複合単価印刷")) + LineEnd;
+    t += Line("[STYLE_FILE]=", ToAnsi(stylePath));
+    t += Line("[Icon_File]=", ToAnsi(iconPath));
+    t += Line("[File_Mask]=", refrigerant ? "qvr" : "qvk");
+    return t;
+}
+
+QByteArray PrintHeaderText(const QDate& date, const RowTable& rows) {
+    auto two = [](int v) { return QStringLiteral("%1").arg(v, 2, 10, QChar('0')).toLatin1(); };
+    QByteArray t;
+    t += Line("[ta]=", QStringLiteral("%1").arg(date.year(), 4, 10, QChar('0')).toLatin1());
+    t += Line("[tb]=", ToAnsi(EraYearText(date)));
+    t += Line("[tc]=", two(date.month()));
+    t += Line("[td]=", two(date.day()));
+    t += Line("[te]=", ToAnsi(JapaneseShortWeekday(date)));
+    t += Line("[tf]=", {});
+    t += Line("[tg]=", {});
+    // The two texts of "材料単価建物/ページ" as their bytes stand, joined.
+    t += Line("[th]=", rows[4].GOODS + rows[5].GOODS);
+    t += Line("[ti]=", CurrToStr(rows[OptionRow].Data(5)).toLatin1());
+    return t;
+}
+
+QDate PrintDate() {
+    return fixedPrintDate.isValid() ? fixedPrintDate : QDate::currentDate();
+}
+
+void SetPrintDate(const QDate& fixed) {
+    fixedPrintDate = fixed;
+}
+
+void WritePrintHandOff(const PrintHandOff& h, const RowTable& rows, const ExportSheet& sheet) {
+    WriteExportFile(PrintDataPath(h.dataRoot), ExportRowsText(ExportPrint, rows, sheet, {}));
+    WritePrintConfAndHeader(h, rows);
+}
+
+void WritePrintConfAndHeader(const PrintHandOff& h, const RowTable& rows) {
+    ReplaceFileBytes(
+        PrintConfPath(h.dataRoot),
+        PrintConfText(StyleFilePath(h.dataRoot, h.styleIndex), h.iconPath, RefrigerantRows(rows)));
+    ReplaceFileBytes(PrintHeaderPath(h.dataRoot), PrintHeaderText(h.date, rows));
+}
+
+bool RefrigerantRows(const RowTable& rows) {
+    return rows[OptionRow].FLAG == 1;
+}
+
+ExportSheet SheetOfRows(const RowTable& rows) {
+    ExportSheet s;
+    if (RefrigerantRows(rows)) {
+        s.tabCaptions << RefrigerantTabCaption;
+    } else {
+        for (int t = 0; t < 4; ++t) {
+            const QString kind = rows[t * TabRows + 1].Kind();
+            s.tabCaptions << (rows[t * TabRows + 1].KIND.isEmpty()
+                                  ? DefaultDetailCaptions[std::size_t(t)]
+                                  : kind);
+        }
+    }
+    for (int i = 0; i < 3; ++i)
+        s.statusPanels[std::size_t(i)] = rows[i + 1].Goods();
+    return s;
+}
+
+QString PrintProgramPath() {
+    return QCoreApplication::applicationDirPath() + QStringLiteral("/listpress");
+}
+
+QString ApplicationIconPath() {
+    return QCoreApplication::applicationDirPath() + QStringLiteral("/Application.ico");
+}
+
+QStringList PrintProgramArguments(const QString& dataRoot) {
+    return {dataRoot + QLatin1Char(';')};
+}

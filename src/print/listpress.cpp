@@ -1,0 +1,221 @@
+#include "print/listpress.h"
+
+#include "engine/calcrow.h"
+#include "output/printhandoff.h"
+#include "platform/consoledialogs.h"
+#include "platform/datapaths.h"
+#include "platform/dialogs.h"
+#include "print/pricesheet.h"
+#include "print/printjob.h"
+#include "store/modulewrappersqlite.h"
+#include "store/pipetypestore.h"
+
+#include <QApplication>
+#include <QDir>
+#include <QFileInfo>
+#include <QPageLayout>
+#include <QPrintPreviewDialog>
+#include <QPrintPreviewWidget>
+#include <QPrinter>
+#include <QTimer>
+
+namespace {
+
+QString U(const char* t) {
+    return QString::fromUtf8(t);
+}
+
+const char* const Usage =
+    "使い方: listpress データフォルダー;\n"
+    "        listpress --pdf ファイル.pdf データフォルダー;\n"
+    "        listpress --screenshot 画像.png データフォルダー;\n"
+    "        listpress --help | --version\n"
+    "データフォルダーの printdata にある Print.conf、print_header.dat、print_Data.dat と\n"
+    "Print.conf が指すスタイルファイルから、A4 横の複合単価計算書を作ります。\n"
+    "  (引数なし)      印刷プレビューを開き、プリンターへの印刷や PDF 保存ができます。\n"
+    "  --pdf FILE      ウィンドウを出さずに PDF ファイルを書きます。\n"
+    "  --screenshot P  プレビューを開いて、その画面を PNG に保存して終わります。\n"
+    "終了コード: 0 成功、1 入力の誤りや書き込みの失敗、2 引数の誤り。\n";
+
+struct Args {
+    QString pdf;
+    QString screenshot;
+    QString root;
+    bool help = false;
+};
+
+QString parse(const QStringList& args, Args& a) {
+    for (int i = 0; i < int(args.size()); ++i) {
+        const QString& s = args[i];
+        if (s == QLatin1String("--help") || s == QLatin1String("-h")) {
+            a.help = true;
+        } else if (s == QLatin1String("--pdf") || s == QLatin1String("--screenshot")) {
+            if (i + 1 >= int(args.size())) return U("%1 にはファイル名が必要です。").arg(s);
+            (s == QLatin1String("--pdf") ? a.pdf : a.screenshot) = args[++i];
+        } else if (s.startsWith(QLatin1String("--"))) {
+            return U("知らないオプションです: %1").arg(s);
+        } else if (a.root.isEmpty()) {
+            a.root = DataRootOfArgument(s);
+        } else {
+            return U("引数が多すぎます: %1").arg(s);
+        }
+    }
+    if (!a.help && a.root.isEmpty()) return U("データフォルダーが指定されていません。");
+    return QString();
+}
+
+void setLandscapeA4(QPrinter& printer) {
+    printer.setPageLayout(QPageLayout(QPageSize(QPageSize::A4), QPageLayout::Landscape,
+                                      QMarginsF(0, 0, 0, 0), QPageLayout::Millimeter));
+    printer.setFullPage(true);
+}
+
+int preview(const PrintJob& job, const QString& screenshot, QTextStream& err) {
+    QPrinter printer(QPrinter::HighResolution);
+    setLandscapeA4(printer);
+    printer.setDocName(job.style.title + U("　") + job.dataTitle);
+    QPrintPreviewDialog dialog(&printer);
+    dialog.setWindowTitle(U("印刷プレビュー - ") + job.style.title + U("（") + job.style.name +
+                          U("）"));
+    dialog.resize(1280, 860);
+    QObject::connect(&dialog, &QPrintPreviewDialog::paintRequested, &dialog, [&](QPrinter* p) {
+        QString reason;
+        if (!PaintPriceSheets(*p, job, reason)) err << reason << "\n";
+    });
+    if (!screenshot.isEmpty()) {
+        int result = 1;
+        QTimer::singleShot(800, &dialog, [&] {
+            if (auto* w = dialog.findChild<QPrintPreviewWidget*>()) w->fitToWidth();
+            QCoreApplication::processEvents();
+            result = dialog.grab().save(screenshot) ? 0 : 1;
+            if (result) err << U("画像 %1 を書けません。").arg(screenshot) << "\n";
+            dialog.reject();
+        });
+        dialog.exec();
+        return result;
+    }
+    dialog.exec();
+    return 0;
+}
+
+} // namespace
+
+QString ListpressUsage() {
+    return QString::fromUtf8(Usage);
+}
+
+bool ListpressNeedsNoWindow(const QStringList& args) {
+    return args.contains(QStringLiteral("--pdf")) || args.contains(QStringLiteral("--help")) ||
+           args.contains(QStringLiteral("-h"));
+}
+
+int RunListpress(const QStringList& args, QTextStream& out, QTextStream& err) {
+    Args a;
+    const QString bad = parse(args, a);
+    if (!bad.isEmpty()) {
+        err << "listpress: " << bad << "\n" << QString::fromUtf8(Usage);
+        return 2;
+    }
+    if (a.help) {
+        out << QString::fromUtf8(Usage);
+        return 0;
+    }
+    const bool window = a.pdf.isEmpty();
+    PrintJob job;
+    try {
+        job = ReadPrintJob(a.root);
+    } catch (const EPrintInput& e) {
+        err << "listpress: " << e.Message() << "\n";
+        if (window && a.screenshot.isEmpty())
+            CurrentDialogs().TaskDialog(nullptr, QStringLiteral("listpress"), U("印刷できません"),
+                                        TaskDialog::IconError, TaskDialog::ButtonOk, e.Message());
+        return 1;
+    }
+    if (!job.styleNote.isEmpty()) err << "listpress: " << job.styleNote << "\n";
+    if (!window) {
+        QString reason;
+        if (!WritePriceSheetPdf(job, a.pdf, reason)) {
+            err << "listpress: " << reason << "\n";
+            return 1;
+        }
+        out << U("%1 を書きました（%2 ページ）。").arg(a.pdf).arg(PageBlocks(job).size()) << "\n";
+        return 0;
+    }
+    return preview(job, a.screenshot, err);
+}
+
+int RunPrintTool(const QStringList& args, QTextStream& out, QTextStream& err) {
+    const QString usage =
+        U("usage: qorvale-tool print --group G --kan K --pdf FILE [--style-index N] "
+          "[--launch LAUNCHSTRING]\n  N is the print style: 0 歩掛, 1 単価, "
+          "2 歩掛+単価 (default 0).\n");
+    int group = 0, kan = 0, style = 0;
+    QString pdf, launch;
+    for (int i = 1; i < int(args.size()); ++i) {
+        const QString& name = args[i];
+        if (i + 1 >= int(args.size())) {
+            err << "qorvale-tool: " << name << " needs a value\n" << usage;
+            return 2;
+        }
+        const QString value = args[++i];
+        bool ok = false;
+        const int v = value.toInt(&ok);
+        if (name == QLatin1String("--pdf")) {
+            pdf = value;
+        } else if (name == QLatin1String("--launch")) {
+            launch = value;
+        } else if (name == QLatin1String("--group") && ok && v >= 1 && v <= 10) {
+            group = v;
+        } else if (name == QLatin1String("--kan") && ok && v >= 1 && v <= 20) {
+            kan = v;
+        } else if (name == QLatin1String("--style-index") && ok && v >= 0 && v <= 2) {
+            style = v;
+        } else {
+            err << "qorvale-tool: bad argument: " << name << " " << value << "\n" << usage;
+            return 2;
+        }
+    }
+    if (group == 0 || kan == 0 || pdf.isEmpty()) {
+        err << "qorvale-tool: --group, --kan and --pdf are needed\n" << usage;
+        return 2;
+    }
+    DataRoot = DataRootPath();
+    DatabaseFolder = DatabaseFolderFrom(launch);
+    ExDatabasePath = ExDatabasePathIn(DatabaseFolder);
+    if (!QFileInfo(ExDatabasePath).isFile()) {
+        err << "qorvale-tool: no database at " << QDir::cleanPath(ExDatabasePath)
+            << " (velmora-suite init creates one)\n";
+        return 1;
+    }
+    auto* console = new ConsoleDialogs(stderr);
+    std::unique_ptr<Dialogs> previous = InstallDialogs(std::unique_ptr<Dialogs>(console));
+    struct Restore {
+        std::unique_ptr<Dialogs>& previous;
+        ~Restore() { InstallDialogs(std::move(previous)); }
+    } restore{previous};
+    try {
+        ClearRows(RowCount);
+        LoadPipeType(1, group, kan);
+        CalcAllRows();
+        PrintHandOff h;
+        h.dataRoot = DataRoot;
+        h.styleIndex = style;
+        h.iconPath = ApplicationIconPath();
+        h.date = PrintDate();
+        WritePrintHandOff(h, KanzaiRows, SheetOfRows(KanzaiRows));
+        const PrintJob job = ReadPrintJob(DataRoot);
+        QString reason;
+        if (!WritePriceSheetPdf(job, pdf, reason)) {
+            err << "qorvale-tool: " << reason << "\n";
+            return 1;
+        }
+        out << "group " << group << " pipe type " << kan << ": " << pdf << " ("
+            << PageBlocks(job).size() << " pages)\n";
+        return 0;
+    } catch (const EPrintInput& e) {
+        err << "qorvale-tool: " << e.Message() << "\n";
+    } catch (const std::exception& e) {
+        err << "qorvale-tool: " << QString::fromUtf8(e.what()) << "\n";
+    }
+    return 1;
+}

@@ -1,0 +1,151 @@
+#include "print/printjob.h"
+
+#include "engine/currency.h"
+#include "output/printhandoff.h"
+#include "shell/settingsfiles.h"
+
+#include <QFileInfo>
+
+EPrintInput::EPrintInput(const QString& message) : std::runtime_error(message.toStdString()) {}
+
+namespace {
+
+QString U(const char* t) {
+    return QString::fromUtf8(t);
+}
+
+QStringList readLines(const QString& path) {
+    const QString name = QFileInfo(path).fileName();
+    if (!QFileInfo(path).isFile())
+        throw EPrintInput(U("%1 が見つかりません（%2）。").arg(name, path));
+    QStringList lines;
+    if (!ReadTextFile(path, lines)) throw EPrintInput(U("%1 を読めません（%2）。").arg(name, path));
+    return lines;
+}
+
+// The keys of a file, each with the number of its line.
+struct KeyFile {
+    QString name;
+    QMap<QString, QString> values;
+    QMap<QString, int> lineOf;
+    QString get(const char* key, bool required) const {
+        const QString k = QString::fromLatin1(key);
+        if (required && !values.contains(k))
+            throw EPrintInput(U("%1 に %2 の行がありません。").arg(name, k));
+        return values.value(k);
+    }
+};
+
+KeyFile readKeys(const QString& path) {
+    KeyFile f;
+    f.name = QFileInfo(path).fileName();
+    const QStringList lines = readLines(path);
+    for (int i = 0; i < int(lines.size()); ++i) {
+        QString key, value;
+        SplitKeyLine(lines[i], key, value);
+        if (key.isEmpty()) continue;
+        f.values[key] = value;
+        f.lineOf[key] = i + 1;
+    }
+    return f;
+}
+
+bool isNumberText(const QString& text) {
+    QString t = text;
+    t.remove(QLatin1Char(','));
+    Currency c;
+    return TryStrToCurr(t, c);
+}
+
+} // namespace
+
+QString PrintJob::DateText() const {
+    return U("%1年%2月%3日（%4）").arg(era, month, day, weekday);
+}
+
+QString DataRootOfArgument(const QString& argument) {
+    QString root = argument;
+    while (root.endsWith(QLatin1Char(';')))
+        root.chop(1);
+    while (root.size() > 1 && root.endsWith(QLatin1Char('/')))
+        root.chop(1);
+    return root;
+}
+
+PrintJob ReadPrintJob(const QString& dataRoot) {
+    if (dataRoot.isEmpty() || !QFileInfo(dataRoot).isDir())
+        throw EPrintInput(U("データフォルダー %1 が見つかりません。").arg(dataRoot));
+    if (!QFileInfo(PrintFolderPath(dataRoot)).isDir())
+        throw EPrintInput(
+            U("印刷データのフォルダー %1 が見つかりません。").arg(PrintFolderPath(dataRoot)));
+
+    PrintJob job;
+    const KeyFile conf = readKeys(PrintConfPath(dataRoot));
+    job.appTitle = conf.get("[Application_Title]", false);
+    job.dataTitle = conf.get("[Data_TITLE]", false);
+    job.styleFile = conf.get("[STYLE_FILE]", true);
+    job.fileMask = conf.get("[File_Mask]", false);
+
+    const KeyFile header = readKeys(PrintHeaderPath(dataRoot));
+    job.year = header.get("[ta]", true);
+    job.era = header.get("[tb]", true);
+    job.month = header.get("[tc]", true);
+    job.day = header.get("[td]", true);
+    job.weekday = header.get("[te]", true);
+    job.buildingPage = header.get("[th]", true);
+    job.labourCost = header.get("[ti]", true);
+    if (!isNumberText(job.labourCost))
+        throw EPrintInput(U("%1 の %2 行目: 基礎工費「%3」が数値ではありません。")
+                              .arg(header.name)
+                              .arg(header.lineOf.value(QStringLiteral("[ti]")))
+                              .arg(job.labourCost));
+
+    // Data lines: panel texts, the tab caption and 19 fields, each ended by
+    // ";". A ";" inside a text shifts the fields, so they are counted from
+    // the end of the line.
+    const QString dataPath = PrintDataPath(dataRoot);
+    const QString dataName = QFileInfo(dataPath).fileName();
+    const QStringList lines = readLines(dataPath);
+    int dataLines = 0;
+    for (int i = 0; i < int(lines.size()); ++i) {
+        const QString& line = lines[i];
+        if (line.isEmpty()) continue;
+        QStringList f = line.split(QLatin1Char(';'));
+        if (f.last().isEmpty()) f.removeLast();
+        if (f.size() < 23)
+            throw EPrintInput(U("%1 の %2 行目: 項目が足りません（23 項目のところ %3 項目）。")
+                                  .arg(dataName)
+                                  .arg(i + 1)
+                                  .arg(f.size()));
+        const int first = int(f.size()) - 19;
+        PrintFields fields;
+        for (int k = 0; k < 19; ++k)
+            fields[std::size_t(k)] = f[first + k].trimmed();
+        for (int k = 2; k < 19; ++k) {
+            const QString& v = fields[std::size_t(k)];
+            if (!v.isEmpty() && !isNumberText(v))
+                throw EPrintInput(U("%1 の %2 行目 %3 項目目: 「%4」は数値ではありません。")
+                                      .arg(dataName)
+                                      .arg(i + 1)
+                                      .arg(first + k + 1)
+                                      .arg(v));
+        }
+        // Every 14 lines are one detail, named by its caption.
+        if (dataLines % 14 == 0) {
+            job.blocks.push_back({f[first - 1], {}});
+            if (dataLines == 0)
+                job.names = {f[0], f[1], f.mid(2, first - 3).join(QLatin1Char(';'))};
+        }
+        ++dataLines;
+        if (!fields[0].isEmpty()) job.blocks.last().lines.push_back(fields);
+    }
+    if (job.blocks.isEmpty()) throw EPrintInput(U("%1 にデータがありません。").arg(dataName));
+
+    const int builtIn = BuiltInStyleIndexOfFile(job.styleFile);
+    QString reason;
+    if (!ReadStyleFile(job.styleFile, job.style, reason)) {
+        job.style = BuiltInStyle(builtIn < 0 ? 2 : builtIn);
+        job.styleNote = reason + U(" 標準の書式「%1」で印刷しています。").arg(job.style.name);
+    }
+    return job;
+}

@@ -1,0 +1,57 @@
+#pragma once
+// What the print program reads: Print.conf, print_header.dat and
+// print_Data.dat under DataRoot/printdata, and the style file Print.conf
+// names. Bad input raises EPrintInput with a Japanese message that names the
+// file and the line.
+
+#include "output/printstyle.h"
+
+#include <QString>
+#include <QStringList>
+#include <QVector>
+
+#include <array>
+#include <stdexcept>
+
+class EPrintInput : public std::runtime_error {
+public:
+    explicit EPrintInput(const QString& message);
+    QString Message() const { return QString::fromUtf8(what()); }
+};
+
+// The 19 fields of one line behind the tab caption: SIZE, CI, FTANKA,
+// GROSS, DATA1..7, CALC1..7, GTANKA, as written.
+using PrintFields = std::array<QString, 19>;
+
+struct PrintBlock {
+    QString caption;            // the tab caption
+    QVector<PrintFields> lines; // lines with a size only
+};
+
+struct PrintJob {
+    // Print.conf
+    QString dataTitle; // [Data_TITLE]
+    QString styleFile; // [STYLE_FILE]
+    QString fileMask;  // [File_Mask]: qvk or qvr
+    QString appTitle;  // [Application_Title]
+    // print_header.dat
+    QString year, era, month, day, weekday; // [ta] .. [te]
+    QString buildingPage;                   // [th]
+    QString labourCost;                     // [ti]
+    // print_Data.dat
+    std::array<QString, 3> names; // the pipe type's three name texts
+    QVector<PrintBlock> blocks;
+    // The style, and a note for the footer when the built-in one stands in.
+    PrintStyle style;
+    QString styleNote;
+
+    bool Refrigerant() const { return fileMask == QLatin1String("qvr"); }
+    // "令和08年11月23日（月）"
+    QString DateText() const;
+};
+
+// The data root of the program's argument: "DataRoot;" or a plain folder.
+QString DataRootOfArgument(const QString& argument);
+
+// Reads all of it; raises EPrintInput.
+PrintJob ReadPrintJob(const QString& dataRoot);

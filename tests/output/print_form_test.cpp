@@ -1,0 +1,114 @@
+// "印  刷" on the main window: the three hand-off files, the start of the
+// print program through the dialog interface, and its failures.
+#include "output/printhandoff.h"
+#include "shell/formwidgets.h"
+#include "support/workspace_fixture.h"
+
+#include "store/codepage.h"
+
+#include <QAction>
+#include <QDir>
+#include <QFile>
+#include <QTabBar>
+
+namespace {
+
+QByteArray readAll(const QString& path) {
+    QFile f(path);
+    return f.open(QIODevice::ReadOnly) ? f.readAll() : QByteArray("<missing>");
+}
+
+class PrintCommand : public WorkspaceFixture {
+protected:
+    void SetUp() override {
+        WorkspaceFixture::SetUp();
+        SetPrintDate(QDate(1989, 1, 7));
+    }
+    void TearDown() override {
+        SetPrintDate(QDate());
+        WorkspaceFixture::TearDown();
+    }
+};
+
+TEST_F(PrintCommand, WritesTheFilesAndStartsTheProgramWithDataRootAndSemicolon) {
+    TFtankaregist& f = open();
+    ASSERT_TRUE(f.ActionPrint->isEnabled());
+    ASSERT_TRUE(f.N8->isEnabled());
+    EXPECT_EQ(f.N8->text(), U("印  刷"));
+    f.StrColGrid2->SetSelection(TGridRect{3, 5, 3, 5});
+
+    f.N8->trigger();
+
+    ASSERT_EQ(dialogs->Processes().size(), 1u);
+    const auto& p = dialogs->Processes()[0];
+    EXPECT_EQ(p.program, PrintProgramPath());
+    EXPECT_TRUE(p.program.endsWith(QStringLiteral("/listpress")));
+    EXPECT_EQ(p.arguments, QStringList{DataRoot + QLatin1Char(';')});
+    EXPECT_TRUE(dialogs->Boxes().empty());
+
+    // The submitted side is selected for the next redisplay.
+    EXPECT_EQ(f.StrColGrid2->Selection(), (TGridRect{1, 5, 1, 5}));
+
+    const QByteArray conf = readAll(PrintConfPath(DataRoot));
+    EXPECT_TRUE(conf.startsWith("[Version]=2.00\r\n[Application_Title]=Qorvale\r\n"));
+    EXPECT_TRUE(conf.contains(ToAnsi(StyleFilePath(DataRoot, 0)) + "\r\n"));
+    EXPECT_TRUE(conf.contains("[Icon_File]=" + ToAnsi(ApplicationIconPath()) + "\r\n"));
+    EXPECT_TRUE(conf.endsWith("[File_Mask]=qvk\r\n"));
+    EXPECT_TRUE(readAll(PrintHeaderPath(DataRoot))
+                    .startsWith(ToAnsi(U("[ta]=1989\r\n[tb]=昭和64\r\n[tc]=01\r\n[td]=07\r\n"
+                                         "[te]=土\r\n[tf]=\r\n[tg]=\r\n[th]="))));
+    // The rows as the window shows them, with its tab captions and panels.
+    const QByteArray data = readAll(PrintDataPath(DataRoot));
+    EXPECT_EQ(data.count('\n'), 56);
+    EXPECT_TRUE(data.startsWith(ToAnsi(f.StatusPanel(0) + QLatin1Char(';') + f.StatusPanel(1) +
+                                       QLatin1Char(';') + f.StatusPanel(2) + U(";屋内一般;15A;"))));
+
+    // Another style: only line 4 of Print.conf changes.
+    f.stylegr->SetItemIndex(2);
+    f.N8->trigger();
+    const QList<QByteArray> a = conf.split('\n');
+    const QList<QByteArray> b = readAll(PrintConfPath(DataRoot)).split('\n');
+    ASSERT_EQ(a.size(), b.size());
+    for (int i = 0; i < int(a.size()); ++i)
+        EXPECT_EQ(a[i] == b[i], i != 3) << i;
+    EXPECT_EQ(readAll(PrintDataPath(DataRoot)), data);
+    EXPECT_EQ(dialogs->Processes().size(), 2u);
+}
+
+TEST_F(PrintCommand, AFailedStartLeavesTheFilesAndSaysNothing) {
+    TFtankaregist& f = open();
+    for (const QString& p :
+         {PrintConfPath(DataRoot), PrintHeaderPath(DataRoot), PrintDataPath(DataRoot)})
+        QFile::remove(p);
+    dialogs->SetStartResult(false);
+    f.ActionPrint->trigger();
+    EXPECT_EQ(dialogs->Processes().size(), 1u);
+    EXPECT_TRUE(dialogs->Boxes().empty());
+    EXPECT_TRUE(dialogs->Messages().empty());
+    EXPECT_TRUE(QFile::exists(PrintConfPath(DataRoot)));
+    EXPECT_TRUE(QFile::exists(PrintHeaderPath(DataRoot)));
+    EXPECT_TRUE(QFile::exists(PrintDataPath(DataRoot)));
+}
+
+TEST_F(PrintCommand, MissingFolderShowsTheErrorAndStartsNothing) {
+    TFtankaregist& f = open();
+    ASSERT_TRUE(QDir(PrintFolderPath(DataRoot)).removeRecursively());
+    dialogs->AnswerBox(TaskDialog::IdOk);
+    f.ActionPrint->trigger();
+    EXPECT_TRUE(dialogs->Processes().empty());
+    ASSERT_EQ(dialogs->Boxes().size(), 1u);
+    EXPECT_EQ(dialogs->Boxes()[0].icon, TaskDialog::IconError);
+    EXPECT_TRUE(dialogs->Boxes()[0].instruction.contains(QStringLiteral("print_Data.dat")));
+}
+
+TEST_F(PrintCommand, RefrigerantPipeTypeGivesOneTabAndMaskQvr) {
+    TFtankaregist& f = open();
+    clickNode(9 * 21 + 1);
+    QCoreApplication::processEvents();
+    ASSERT_EQ(f.TabControl1->count(), 1);
+    f.ActionPrint->trigger();
+    EXPECT_TRUE(readAll(PrintConfPath(DataRoot)).endsWith("[File_Mask]=qvr\r\n"));
+    EXPECT_EQ(readAll(PrintDataPath(DataRoot)).count('\n'), 14);
+}
+
+} // namespace

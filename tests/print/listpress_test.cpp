@@ -1,0 +1,299 @@
+// listpress --pdf on the hand-off of demo pipe types: the text of the PDF
+// read back with pdftotext, the columns of each style, the page count, and
+// the messages on broken input.
+#include "engine/calcrow.h"
+#include "output/printhandoff.h"
+#include "output/printstyle.h"
+#include "platform/datapaths.h"
+#include "platform/scripteddialogs.h"
+#include "print/printjob.h"
+#include "store/codepage.h"
+#include "store/modulewrappersqlite.h"
+#include "store/pipetypestore.h"
+#include "store/suitestandin.h"
+
+#include <QFile>
+#include <QFileInfo>
+#include <QProcess>
+#include <QRegularExpression>
+#include <QTemporaryDir>
+
+#include <gtest/gtest.h>
+
+namespace {
+
+QString U(const char* t) {
+    return QString::fromUtf8(t);
+}
+
+struct RunResult {
+    int code = -1;
+    QString out, err;
+};
+
+RunResult run(const QString& program, const QStringList& args) {
+    QProcess p;
+    QProcessEnvironment env = QProcessEnvironment::systemEnvironment();
+    env.remove(
+        QStringLiteral("QT_QPA_PLATFORM")); // the program finds its own way without a display
+    p.setProcessEnvironment(env);
+    p.start(program, args);
+    RunResult r;
+    if (!p.waitForFinished(60000)) return r;
+    r.code = p.exitCode();
+    r.out = QString::fromUtf8(p.readAllStandardOutput());
+    r.err = QString::fromUtf8(p.readAllStandardError());
+    return r;
+}
+
+// The text of a PDF as pdftotext reads it, blanks and line ends as one blank.
+QString pdfText(const QString& pdf) {
+    QProcess p;
+    p.start(QStringLiteral("pdftotext"), {pdf, QStringLiteral("-")});
+    p.waitForFinished(60000);
+    QString t = QString::fromUtf8(p.readAllStandardOutput());
+    // The reader gives some kanji as their radical forms (U+2F00..); NFKC
+    // takes them back to the usual characters.
+    t = t.normalized(QString::NormalizationForm_KC);
+    // and the middle dot of the font comes back as U+2027.
+    t.replace(QChar(0x2027), QChar(0x30FB));
+    return t.simplified();
+}
+
+int pdfPages(const QString& pdf) {
+    QProcess p;
+    p.start(QStringLiteral("pdfinfo"), {pdf});
+    p.waitForFinished(60000);
+    const QString info = QString::fromUtf8(p.readAllStandardOutput());
+    const QRegularExpressionMatch m =
+        QRegularExpression(QStringLiteral("Pages:\\s+(\\d+)")).match(info);
+    return m.hasMatch() ? m.captured(1).toInt() : -1;
+}
+
+class ListpressProgram : public ::testing::Test {
+protected:
+    void SetUp() override {
+        ASSERT_TRUE(dir.isValid());
+        saved = qgetenv("QORVALE_COMMON_DATA");
+        qputenv("QORVALE_COMMON_DATA", dir.path().toLocal8Bit());
+        QString out, err;
+        QTextStream o(&out), e(&err);
+        ASSERT_EQ(RunVelmoraSuite({QStringLiteral("init"), QStringLiteral("--demo")}, o, e), 0);
+        root = DataRootPath();
+        ExDatabasePath = ExDatabasePathIn(DatabaseFolderFrom(QString()));
+    }
+    void TearDown() override { qputenv("QORVALE_COMMON_DATA", saved); }
+
+    void handOff(int grp, int kan, int style) {
+        ClearRows(RowCount);
+        LoadPipeType(1, grp, kan);
+        CalcAllRows();
+        PrintHandOff h;
+        h.dataRoot = root;
+        h.styleIndex = style;
+        h.iconPath = U("/opt/qorvale/Application.ico");
+        h.date = QDate(2026, 11, 23);
+        WritePrintHandOff(h, KanzaiRows, SheetOfRows(KanzaiRows));
+    }
+    // listpress --pdf; the text of the PDF.
+    QString print(const QString& name = QStringLiteral("out.pdf")) {
+        const QString pdf = dir.filePath(name);
+        const RunResult r =
+            run(QStringLiteral(LISTPRESS_EXE), {QStringLiteral("--pdf"), pdf, root + ';'});
+        EXPECT_EQ(r.code, 0) << r.err.toStdString();
+        return pdfText(pdf);
+    }
+    // Replaces line n (from 1) of a hand-off file.
+    void replaceLine(const QString& path, int n, const QString& text) {
+        QFile f(path);
+        ASSERT_TRUE(f.open(QIODevice::ReadOnly));
+        QList<QByteArray> lines = f.readAll().split('\n');
+        f.close();
+        lines[n - 1] = ToAnsi(text) + '\r';
+        ASSERT_TRUE(f.open(QIODevice::WriteOnly | QIODevice::Truncate));
+        f.write(lines.join('\n'));
+    }
+    RunResult broken() {
+        return run(QStringLiteral(LISTPRESS_EXE),
+                   {QStringLiteral("--pdf"), dir.filePath(QStringLiteral("x.pdf")), root + ';'});
+    }
+
+    QTemporaryDir dir;
+    QByteArray saved;
+    QString root;
+    ScriptedDialogsScope dialogs;
+};
+
+TEST(ListpressInstall, ProgramAndIconLieBesideTheProgram) {
+    const QString dir = QStringLiteral(QORVALE_EXE_DIR);
+    EXPECT_TRUE(QFileInfo(dir + QStringLiteral("/listpress")).isExecutable());
+    QFile icon(dir + QStringLiteral("/Application.ico"));
+    ASSERT_TRUE(icon.open(QIODevice::ReadOnly));
+    const QByteArray bytes = icon.readAll();
+    // An icon file: reserved 0, type 1, one image, the image a PNG.
+    EXPECT_TRUE(bytes.startsWith(QByteArray("\0\0\1\0\1\0", 6)));
+    EXPECT_EQ(bytes.mid(22, 4), QByteArray("\x89PNG"));
+}
+
+TEST_F(ListpressProgram, HelpSaysHowToWriteAPdf) {
+    const RunResult r = run(QStringLiteral(LISTPRESS_EXE), {QStringLiteral("--help")});
+    EXPECT_EQ(r.code, 0);
+    EXPECT_TRUE(r.out.contains(QStringLiteral("--pdf"))) << r.out.toStdString();
+}
+
+TEST_F(ListpressProgram, PdfHoldsTitleSizesAndAmountsOfTheDataFile) {
+    handOff(1, 1, 2);
+    const QString text = print();
+    EXPECT_TRUE(text.contains(U("複合単価計算書"))) << text.toStdString();
+    EXPECT_TRUE(text.contains(U("複合単価印刷")));
+    EXPECT_TRUE(text.contains(U("令和08年11月23日(月)")));
+    EXPECT_TRUE(text.contains(U("公共建築工事標準単価積算基準令和6年版 P.211")));
+    EXPECT_TRUE(text.contains(U("24200")));
+    for (const char* caption : {"屋内一般", "機械室・便所", "屋外架空", "地中埋設"})
+        EXPECT_TRUE(text.contains(U(caption))) << caption;
+    // Every size and every amount of every line of the data file.
+    const QList<QByteArray> lines = [&] {
+        QFile f(PrintDataPath(root));
+        EXPECT_TRUE(f.open(QIODevice::ReadOnly));
+        return f.readAll().split('\n');
+    }();
+    int checked = 0;
+    for (const QByteArray& line : lines) {
+        const QStringList f = FromAnsi(line).split(';');
+        if (f.size() < 23 || f[4].isEmpty()) continue;
+        EXPECT_TRUE(text.contains(f[4])) << f[4].toStdString();
+        for (int k = 6; k < 23; ++k)
+            if (!f[k].isEmpty()) {
+                EXPECT_TRUE(text.contains(QLatin1Char(' ') + f[k] + QLatin1Char(' ')))
+                    << f[k].toStdString();
+            }
+        ++checked;
+    }
+    EXPECT_EQ(checked, 56);
+    // Two details to the page.
+    EXPECT_EQ(pdfPages(dir.filePath(QStringLiteral("out.pdf"))), 2);
+    EXPECT_TRUE(text.contains(QRegularExpression(QStringLiteral("\\b1 ?/ ?2\\b"))));
+    EXPECT_TRUE(text.contains(QRegularExpression(QStringLiteral("\\b2 ?/ ?2\\b"))));
+}
+
+TEST_F(ListpressProgram, EachStyleShowsItsColumnsAndNoOthers) {
+    // Values of row 1 of demo 1/1: factor of the pipefitter 0.069, its
+    // amount 1,670, the total 3,388.
+    handOff(1, 1, 0);
+    QString t = print();
+    EXPECT_TRUE(t.contains(U("歩 掛")));
+    EXPECT_TRUE(t.contains(QStringLiteral(" 0.069 ")));
+    EXPECT_FALSE(t.contains(QStringLiteral(" 1,670 ")));
+    EXPECT_FALSE(t.contains(QStringLiteral(" 3,388 ")));
+    EXPECT_FALSE(t.contains(U("採用単価")));
+    EXPECT_FALSE(t.contains(U("合 計")));
+
+    handOff(1, 1, 1);
+    t = print();
+    EXPECT_FALSE(t.contains(QStringLiteral(" 0.069 ")));
+    EXPECT_TRUE(t.contains(QStringLiteral(" 1,670 ")));
+    EXPECT_TRUE(t.contains(QStringLiteral(" 3,388 ")));
+    EXPECT_TRUE(t.contains(U("採用単価")));
+    EXPECT_TRUE(t.contains(U("合 計")));
+    EXPECT_FALSE(t.contains(U("歩 掛")));
+
+    handOff(1, 1, 2);
+    t = print();
+    EXPECT_TRUE(t.contains(QStringLiteral(" 0.069 ")));
+    EXPECT_TRUE(t.contains(QStringLiteral(" 1,670 ")));
+    EXPECT_TRUE(t.contains(QStringLiteral(" 3,388 ")));
+    EXPECT_TRUE(t.contains(U("歩 掛")));
+    EXPECT_TRUE(t.contains(U("採用単価")));
+    EXPECT_FALSE(t.contains(U("標準の書式")));
+}
+
+TEST_F(ListpressProgram, RefrigerantSheetIsOnePageWithItsLabels) {
+    handOff(10, 1, 2);
+    const QString t = print();
+    EXPECT_EQ(pdfPages(dir.filePath(QStringLiteral("out.pdf"))), 1);
+    EXPECT_TRUE(t.contains(U("一般")));
+    EXPECT_TRUE(t.contains(U("継手接合等")));
+    EXPECT_FALSE(t.contains(U("はつり補修")));
+}
+
+TEST_F(ListpressProgram, MissingStyleFileFallsBackWithANoteOnTheFooter) {
+    handOff(1, 1, 1);
+    ASSERT_TRUE(QFile::remove(StyleFilePath(root, 1)));
+    const QString t = print();
+    EXPECT_TRUE(t.contains(U("標準の書式「単価」"))) << t.toStdString();
+    EXPECT_TRUE(t.contains(QStringLiteral(" 3,388 ")));
+    EXPECT_FALSE(t.contains(QStringLiteral(" 0.069 ")));
+
+    // An unreadable one the same way.
+    QFile f(StyleFilePath(root, 1));
+    ASSERT_TRUE(f.open(QIODevice::WriteOnly));
+    f.write(ToAnsi(U("[Column]=NOSUCH;x;y;;\r\n")));
+    f.close();
+    EXPECT_TRUE(print(QStringLiteral("b.pdf")).contains(U("標準の書式「単価」")));
+}
+
+TEST_F(ListpressProgram, BrokenInputGivesTheMessageAndExitCodeOne) {
+    // A missing folder.
+    RunResult r = run(QStringLiteral(LISTPRESS_EXE),
+                      {QStringLiteral("--pdf"), dir.filePath(QStringLiteral("x.pdf")),
+                       dir.filePath(QStringLiteral("nowhere")) + ';'});
+    EXPECT_EQ(r.code, 1);
+    EXPECT_TRUE(r.err.contains(U("データフォルダー"))) << r.err.toStdString();
+    EXPECT_TRUE(r.err.contains(QStringLiteral("nowhere")));
+
+    // A missing data file.
+    handOff(1, 1, 0);
+    ASSERT_TRUE(QFile::remove(PrintDataPath(root)));
+    r = broken();
+    EXPECT_EQ(r.code, 1);
+    EXPECT_TRUE(r.err.contains(U("print_Data.dat が見つかりません"))) << r.err.toStdString();
+
+    // A line with too few fields.
+    handOff(1, 1, 0);
+    replaceLine(PrintDataPath(root), 3, QStringLiteral("a;b;c;d;15A;m;1;2;"));
+    r = broken();
+    EXPECT_EQ(r.code, 1);
+    EXPECT_TRUE(r.err.contains(U("print_Data.dat の 3 行目: 項目が足りません")))
+        << r.err.toStdString();
+
+    // Text that is no number.
+    handOff(1, 1, 0);
+    replaceLine(PrintDataPath(root), 5,
+                U("a;b;c;屋内一般;15A;ｍ;3,380;abc;1.1;0.55;0.05;0.1;0.069;0.015;0.1;704;352;32;64;"
+                  "1,670;363;203;3,388;"));
+    r = broken();
+    EXPECT_EQ(r.code, 1);
+    EXPECT_TRUE(r.err.contains(U("print_Data.dat の 5 行目 8 項目目: 「abc」は数値ではありません")))
+        << r.err.toStdString();
+
+    // A base labour cost that is no number, in the header.
+    handOff(1, 1, 0);
+    replaceLine(PrintHeaderPath(root), 9, QStringLiteral("[ti]=x1"));
+    r = broken();
+    EXPECT_EQ(r.code, 1);
+    EXPECT_TRUE(r.err.contains(U("print_header.dat の 9 行目"))) << r.err.toStdString();
+
+    // No argument at all.
+    r = run(QStringLiteral(LISTPRESS_EXE),
+            {QStringLiteral("--pdf"), dir.filePath(QStringLiteral("x.pdf"))});
+    EXPECT_EQ(r.code, 2);
+}
+
+TEST_F(ListpressProgram, ToolPrintsAStoredPipeType) {
+    const QString pdf = dir.filePath(QStringLiteral("tool.pdf"));
+    const RunResult r =
+        run(QStringLiteral(QORVALE_TOOL_EXE),
+            {QStringLiteral("print"), QStringLiteral("--group"), QStringLiteral("1"),
+             QStringLiteral("--kan"), QStringLiteral("1"), QStringLiteral("--pdf"), pdf,
+             QStringLiteral("--style-index"), QStringLiteral("1")});
+    ASSERT_EQ(r.code, 0) << r.err.toStdString();
+    const QString t = pdfText(pdf);
+    EXPECT_TRUE(t.contains(U("複合単価計算書")));
+    EXPECT_TRUE(t.contains(QStringLiteral(" 3,388 ")));
+    EXPECT_FALSE(t.contains(QStringLiteral(" 0.069 ")));
+    // The hand-off files stay as the print command would leave them.
+    EXPECT_TRUE(QFile::exists(PrintDataPath(root)));
+    EXPECT_TRUE(QFile::exists(PrintConfPath(root)));
+}
+
+} // namespace
