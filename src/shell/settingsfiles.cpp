@@ -166,7 +166,9 @@ bool ReadDisplaySettings(const QString& folder, DisplaySettings& s) {
     if (!QFileInfo::exists(path)) return false;
     QStringList lines;
     if (!ReadTextFile(path, lines))
-        throw EInOutError(QStringLiteral("I/O error: cannot read %1").arg(path));
+        throw EInOutError(
+            QStringLiteral("入出力エラー: 表示設定のファイルを読み込めません。\nファイル: %1")
+                .arg(path));
     ApplyDisplayLines(lines, s);
     return true;
 }
@@ -174,5 +176,8 @@ bool ReadDisplaySettings(const QString& folder, DisplaySettings& s) {
 void WriteDisplaySettings(const QString& folder, const DisplaySettings& s) {
     const QString path = DisplayFilePath(folder);
     if (!WriteTextFile(path, DisplayLines(s)))
-        throw EInOutError(QStringLiteral("I/O error: cannot write %1").arg(path));
+        throw EInOutError(QStringLiteral("入出力エラー: 表示設定のファイルを書き込めません。"
+                                         "フォルダーがないか、ディスクに空きがありません。\n"
+                                         "ファイル: %1")
+                              .arg(path));
 }

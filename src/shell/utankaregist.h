@@ -51,6 +51,9 @@ public:
     int CurrentGrp = 1;
     int CurrentKan = 1;
     bool NoDataFolder = false;
+    // The database file is none or lacks its tables: nothing is loaded and
+    // nothing is written to it.
+    bool NoDatabase = false;
     // "[Network_Dir]" of the network file, read as the form is created; the
     // folder it names takes no part in finding the database.
     QString NetworkFolder;
