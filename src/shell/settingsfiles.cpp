@@ -52,7 +52,10 @@ bool WriteTextFile(const QString& path, const QStringList& lines) {
     QDir().mkpath(QFileInfo(path).absolutePath());
     QSaveFile f(path);
     if (!f.open(QIODevice::WriteOnly)) return false;
-    if (f.write(bytes) != bytes.size()) {
+    // The flush is asked for on its own: commit() passes over a buffer that
+    // did not reach the disk (a full disk), and would put a cut-off file in
+    // place of the old one.
+    if (f.write(bytes) != bytes.size() || !f.flush()) {
         f.cancelWriting();
         return false;
     }
