@@ -315,6 +315,9 @@ TEST_F(Faults, AFullDiskKeepsALibraryEntryAndTheSettingsFilesWhole) {
     {
         DiskFull full(4096); // less than one entry
         f.ActionSaveParts1->trigger();
+    }
+    {
+        DiskFull full(16); // less than the window file
         WriteWindowFile(DataRoot, QStringLiteral("w"), 5, 6, 7, 8);
     }
     qunsetenv("QORVALE_LIBRARY_DIR");
