@@ -1,7 +1,14 @@
 #!/usr/bin/env bash
 # Installs what is missing, builds everything and runs all tests through ctest.
-# Set QORVALE_SANITIZE=1 to build and test under AddressSanitizer and UBSan.
+# Set QORVALE_SANITIZE=1, or pass --sanitize, to build and test under
+# AddressSanitizer and UBSan (in build/sanitize).
 set -euo pipefail
+for arg in "$@"; do
+  case "$arg" in
+    --sanitize) QORVALE_SANITIZE=1 ;;
+    *) echo "usage: $0 [--sanitize]" >&2; exit 2 ;;
+  esac
+done
 source "$(dirname "$0")/deps.sh"
 qorvale_install_deps
 

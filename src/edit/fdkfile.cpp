@@ -116,6 +116,13 @@ void WriteFdkFile(const QString& path, const RowTable& rows) {
             throw EInOutError(QStringLiteral("入出力エラー: 標準歩掛のファイルに書き込めません。") +
                               fileLine(path) + reasonLine(path, file, true));
     }
+    // A buffer that does not reach the disk (a full disk) must fail here:
+    // commit() passes over it and would replace the entry by a cut-off file.
+    if (!file.flush()) {
+        file.cancelWriting();
+        throw EInOutError(QStringLiteral("入出力エラー: 標準歩掛のファイルに書き込めません。") +
+                          fileLine(path) + reasonLine(path, file, true));
+    }
     if (!file.commit())
         throw EInOutError(QStringLiteral("入出力エラー: 標準歩掛のファイルに書き込めません。") +
                           fileLine(path) + reasonLine(path, file, true));

@@ -52,7 +52,10 @@ bool WriteTextFile(const QString& path, const QStringList& lines) {
     QDir().mkpath(QFileInfo(path).absolutePath());
     QSaveFile f(path);
     if (!f.open(QIODevice::WriteOnly)) return false;
-    if (f.write(bytes) != bytes.size()) {
+    // The flush is asked for on its own: commit() passes over a buffer that
+    // did not reach the disk (a full disk), and would put a cut-off file in
+    // place of the old one.
+    if (f.write(bytes) != bytes.size() || !f.flush()) {
         f.cancelWriting();
         return false;
     }
@@ -166,7 +169,9 @@ bool ReadDisplaySettings(const QString& folder, DisplaySettings& s) {
     if (!QFileInfo::exists(path)) return false;
     QStringList lines;
     if (!ReadTextFile(path, lines))
-        throw EInOutError(QStringLiteral("I/O error: cannot read %1").arg(path));
+        throw EInOutError(
+            QStringLiteral("入出力エラー: 表示設定のファイルを読み込めません。\nファイル: %1")
+                .arg(path));
     ApplyDisplayLines(lines, s);
     return true;
 }
@@ -174,5 +179,8 @@ bool ReadDisplaySettings(const QString& folder, DisplaySettings& s) {
 void WriteDisplaySettings(const QString& folder, const DisplaySettings& s) {
     const QString path = DisplayFilePath(folder);
     if (!WriteTextFile(path, DisplayLines(s)))
-        throw EInOutError(QStringLiteral("I/O error: cannot write %1").arg(path));
+        throw EInOutError(QStringLiteral("入出力エラー: 表示設定のファイルを書き込めません。"
+                                         "フォルダーがないか、ディスクに空きがありません。\n"
+                                         "ファイル: %1")
+                              .arg(path));
 }

@@ -58,6 +58,9 @@ public:
     // Set once a pipe type has been loaded: until then the rows belong to no
     // pipe type and are never saved.
     bool RowsLoaded = false;
+    // The database file is none or lacks its tables: nothing is loaded and
+    // nothing is written to it.
+    bool NoDatabase = false;
     // "[Network_Dir]" of the network file, read as the form is created; the
     // folder it names takes no part in finding the database.
     QString NetworkFolder;

@@ -82,6 +82,18 @@ void TFtankaregist::FormShow() {
     ExDatabasePath = ExDatabasePathIn(DatabaseFolder);
     DxDatabasePath = NativePath(DatabaseFolder + QStringLiteral("\\velmoraMainDX.db3"));
 
+    // A file that is no database of the suite is named and left as it is:
+    // the window stays empty and nothing is written to the file.
+    const QString problem = ExDatabaseProblem(ExDatabasePath);
+    if (!problem.isEmpty()) {
+        NoDatabase = true;
+        if (QWidget* sheet = centralWidget()) sheet->setEnabled(false);
+        ShowTaskDialog(this, ApplicationTitle(), QStringLiteral("データベースを開けません。"),
+                       TaskDialog::IconError, TaskDialog::ButtonOk,
+                       problem + QStringLiteral("\r\nファイル: ") + ExDatabasePath);
+        return;
+    }
+
     LoadGroupNames();
     for (int g = 1; g <= 10; ++g)
         FillGroupNodes(g);
@@ -157,10 +169,19 @@ bool TFtankaregist::CloseWithUnsavedRows(const QString& heading) {
 bool TFtankaregist::FormCloseQuery() {
     if (NoDataFolder) return true;
     WaitForGroupRewrite(); // no pipe type of a running group rewrite is left half-written
-    ApplyControls();
-    if (!AskToSave() && !CloseWithUnsavedRows(QStringLiteral("データを保存できませんでした。")))
-        return false;
-    WriteDisplayFile();
+    if (!NoDatabase) {
+        ApplyControls();
+        if (!AskToSave() && !CloseWithUnsavedRows(QStringLiteral("データを保存できませんでした。")))
+            return false;
+    }
+    // The rows are safe by now; a display file that cannot be written (the
+    // data folder gone, the disk full) is said and does not keep the window.
+    try {
+        WriteDisplayFile();
+    } catch (const EInOutError& e) {
+        ShowTaskDialog(this, ApplicationTitle(), QStringLiteral("表示設定を保存できませんでした。"),
+                       TaskDialog::IconWarning, TaskDialog::ButtonOk, QString::fromUtf8(e.what()));
+    }
     return true;
 }
 

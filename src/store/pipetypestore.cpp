@@ -5,6 +5,11 @@
 #include "store/codepage.h"
 #include "store/modulewrappersqlite.h"
 
+#include <QFile>
+#include <QFileInfo>
+
+#include <sqlite3.h>
+
 #include <stdexcept>
 
 namespace {
@@ -127,4 +132,43 @@ bool SavePipeType(QWidget* form, int /*ctg*/, int grp, int showMessage, int kan)
     if (showMessage == 1)
         ShowInfoDialog(form, QStringLiteral("確認"), QStringLiteral("保存しました。"));
     return true;
+}
+
+QString ExDatabaseProblem(const QString& path) {
+    const QFileInfo info(path);
+    if (!info.exists()) return QStringLiteral("ファイルがありません。");
+    if (!info.isFile()) return QStringLiteral("ファイルではなくフォルダーです。");
+    sqlite3* db = nullptr;
+    int rc =
+        sqlite3_open_v2(QFile::encodeName(path).constData(), &db, SQLITE_OPEN_READONLY, nullptr);
+    QStringList tables;
+    if (rc == SQLITE_OK) {
+        sqlite3_stmt* st = nullptr;
+        rc = sqlite3_prepare_v2(db,
+                                "SELECT name FROM sqlite_master WHERE type='table' AND "
+                                "name IN ('ex_kanzai','exconf')",
+                                -1, &st, nullptr);
+        if (rc == SQLITE_OK)
+            while ((rc = sqlite3_step(st)) == SQLITE_ROW)
+                tables << QString::fromUtf8(
+                    reinterpret_cast<const char*>(sqlite3_column_text(st, 0)));
+        if (rc == SQLITE_DONE) rc = SQLITE_OK;
+        sqlite3_finalize(st);
+    }
+    const int code = db ? sqlite3_errcode(db) & 0xFF : rc;
+    const QString reason = db ? QString::fromUtf8(sqlite3_errmsg(db)) : QString();
+    sqlite3_close(db);
+    if (rc != SQLITE_OK) {
+        // Another program holds it: the load says so when it comes to it.
+        if (code == SQLITE_BUSY || code == SQLITE_LOCKED) return QString();
+        if (code == SQLITE_NOTADB)
+            return QStringLiteral("データベースのファイルではありません。 (%1)").arg(reason);
+        return QStringLiteral("データベースのファイルを読めません。 (%1)").arg(reason);
+    }
+    for (const char* table : {"ex_kanzai", "exconf"})
+        if (!tables.contains(QLatin1String(table)))
+            return QStringLiteral("表 %1 がありません。Velmora のデータベースではないか、"
+                                  "壊れています。")
+                .arg(QLatin1String(table));
+    return QString();
 }

@@ -26,3 +26,9 @@ void LoadPipeType(int ctg, int grp, int kan);
 // failed (the loop goes on over the others): one box "ERROR" with the
 // database's reason, whatever showMessage is, SavedLines unchanged, false.
 bool SavePipeType(QWidget* form, int ctg, int grp, int showMessage, int kan);
+
+// What keeps the database file at path from being the suite's database, in
+// Japanese words for the user: no file, no database, no ex_kanzai or exconf.
+// Empty when it is one (or only busy for now). Looks without writing: the
+// file is opened read-only and never created.
+QString ExDatabaseProblem(const QString& path);

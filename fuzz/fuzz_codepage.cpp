@@ -1,0 +1,62 @@
+// Code page 932: any bytes decode, any text encodes, the encoding is stable
+// through a second round, and the text read from a byte cut never ends in
+// half a character: it is the text of the whole characters in front of the cut.
+
+#include "fuzzcheck.h"
+#include "store/codepage.h"
+
+namespace {
+
+// Byte length of the whole characters within the first n bytes, as a reader
+// walks them from the start.
+int wholeCharBytes(const QByteArray& b, int n) {
+    int i = 0;
+    while (i < n) {
+        const int len = IsLeadByte(static_cast<unsigned char>(b[i])) ? 2 : 1;
+        if (i + len > n) break;
+        i += len;
+    }
+    return i;
+}
+
+} // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+    FuzzedDataProvider in(data, size);
+    const int cut = in.ConsumeIntegralInRange(0, 90);
+    const bool asText = in.ConsumeBool();
+    const std::string rest = in.ConsumeRemainingBytesAsString();
+    const QByteArray bytes(rest.data(), qsizetype(rest.size()));
+
+    // Bytes as a file or a row holds them.
+    const QString decoded = FromAnsi(bytes);
+    FUZZ_CHECK(decoded.size() <= bytes.size());
+    const QByteArray encoded = ToAnsi(decoded);
+    FUZZ_CHECK(encoded.size() <= bytes.size());
+    FUZZ_CHECK_EQ(ToAnsi(FromAnsi(encoded)), encoded);
+
+    const QByteArray cutBytes = CutBytes(bytes, cut);
+    FUZZ_CHECK(cutBytes.size() <= cut);
+    FUZZ_CHECK(bytes.startsWith(cutBytes));
+    const QString cutText = FromAnsi(cutBytes);
+    FUZZ_CHECK(decoded.startsWith(cutText));
+    FUZZ_CHECK_EQ(cutText, FromAnsi(bytes.left(wholeCharBytes(bytes, int(cutBytes.size())))));
+    FUZZ_CHECK(ToAnsi(cutText).size() <= cutBytes.size());
+
+    // Text as a user types or pastes it.
+    if (asText) {
+        QString text;
+        for (std::size_t i = 0; i + 1 < rest.size(); i += 2)
+            text += QChar(char16_t(static_cast<unsigned char>(rest[i]) |
+                                   static_cast<unsigned char>(rest[i + 1]) << 8));
+        const QByteArray a = ToAnsi(text);
+        FUZZ_CHECK_EQ(ToAnsi(FromAnsi(a)), a);
+        const QByteArray c = ToAnsiCut(text, cut);
+        FUZZ_CHECK(c.size() <= cut);
+        FUZZ_CHECK(a.startsWith(c));
+        const QString back = FromAnsi(c);
+        FUZZ_CHECK(FromAnsi(a).startsWith(back));
+        FUZZ_CHECK_EQ(back, FromAnsi(a.left(wholeCharBytes(a, int(c.size())))));
+    }
+    return 0;
+}
