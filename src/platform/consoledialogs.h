@@ -6,6 +6,7 @@
 #include "platform/dialogs.h"
 
 #include <cstdio>
+#include <memory>
 
 class ConsoleDialogs : public Dialogs {
 public:
@@ -41,4 +42,17 @@ private:
     int answer_;
     QString clipboard_;
     int printed_ = 0;
+};
+
+// Installs ConsoleDialogs on standard error for the life of the scope and
+// puts the previous implementation back at its end.
+class ConsoleDialogsScope {
+public:
+    ConsoleDialogsScope() : previous_(InstallDialogs(std::make_unique<ConsoleDialogs>(stderr))) {}
+    ~ConsoleDialogsScope() { InstallDialogs(std::move(previous_)); }
+    ConsoleDialogsScope(const ConsoleDialogsScope&) = delete;
+    ConsoleDialogsScope& operator=(const ConsoleDialogsScope&) = delete;
+
+private:
+    std::unique_ptr<Dialogs> previous_;
 };

@@ -7,6 +7,7 @@
 #include "platform/dialogs.h"
 #include "print/pricesheet.h"
 #include "print/printjob.h"
+#include "shell/batchtool.h"
 #include "store/modulewrappersqlite.h"
 #include "store/pipetypestore.h"
 
@@ -179,20 +180,8 @@ int RunPrintTool(const QStringList& args, QTextStream& out, QTextStream& err) {
         err << "qorvale-tool: --group, --kan and --pdf are needed\n" << usage;
         return 2;
     }
-    DataRoot = DataRootPath();
-    DatabaseFolder = DatabaseFolderFrom(launch);
-    ExDatabasePath = ExDatabasePathIn(DatabaseFolder);
-    if (!QFileInfo(ExDatabasePath).isFile()) {
-        err << "qorvale-tool: no database at " << QDir::cleanPath(ExDatabasePath)
-            << " (velmora-suite init creates one)\n";
-        return 1;
-    }
-    auto* console = new ConsoleDialogs(stderr);
-    std::unique_ptr<Dialogs> previous = InstallDialogs(std::unique_ptr<Dialogs>(console));
-    struct Restore {
-        std::unique_ptr<Dialogs>& previous;
-        ~Restore() { InstallDialogs(std::move(previous)); }
-    } restore{previous};
+    if (!FindToolDatabase(launch, err)) return 1;
+    const ConsoleDialogsScope console;
     try {
         ClearRows(RowCount);
         LoadPipeType(1, group, kan);

@@ -184,6 +184,16 @@ void printPipeType(QTextStream& out, int group, int kan, bool csv) {
 
 } // namespace
 
+bool FindToolDatabase(const QString& launch, QTextStream& err) {
+    DataRoot = DataRootPath();
+    DatabaseFolder = DatabaseFolderFrom(launch);
+    ExDatabasePath = ExDatabasePathIn(DatabaseFolder);
+    if (QFileInfo(ExDatabasePath).isFile()) return true;
+    err << "qorvale-tool: no database at " << QDir::cleanPath(ExDatabasePath)
+        << " (velmora-suite init creates one)\n";
+    return false;
+}
+
 int RunQorvaleTool(const QStringList& args, QTextStream& out, QTextStream& err) {
     const int standard =
         StandardOptions(args, QStringLiteral("qorvale-tool"), QString::fromUtf8(Usage),
@@ -197,22 +207,9 @@ int RunQorvaleTool(const QStringList& args, QTextStream& out, QTextStream& err) 
         err << "qorvale-tool: " << bad << "\n" << Usage;
         return 2;
     }
-    DataRoot = DataRootPath();
-    DatabaseFolder = DatabaseFolderFrom(a.launch);
-    ExDatabasePath = ExDatabasePathIn(DatabaseFolder);
-    if (!QFileInfo(ExDatabasePath).isFile()) {
-        err << "qorvale-tool: no database at " << QDir::cleanPath(ExDatabasePath)
-            << " (velmora-suite init creates one)\n";
-        return 1;
-    }
-
-    // Boxes of the store ("ERROR") go to standard error and are counted.
-    auto* console = new ConsoleDialogs(stderr);
-    std::unique_ptr<Dialogs> previous = InstallDialogs(std::unique_ptr<Dialogs>(console));
-    struct Restore {
-        std::unique_ptr<Dialogs>& previous;
-        ~Restore() { InstallDialogs(std::move(previous)); }
-    } restore{previous};
+    if (!FindToolDatabase(a.launch, err)) return 1;
+    // Boxes of the store ("ERROR") go to standard error.
+    const ConsoleDialogsScope console;
 
     try {
         if (a.command == QLatin1String("show")) {

@@ -7,6 +7,7 @@
 #include "engine/grouprewrite.h"
 #include "shell/formwidgets.h"
 #include "store/pipetypestore.h"
+#include "support/storedprices.h"
 
 #include <QDialog>
 #include <QElapsedTimer>
@@ -47,23 +48,7 @@ protected:
     }
 
     // The computed columns of one pipe type as stored, one line a row.
-    QStringList storedPrices(int grp, int kan) {
-        QueryToLines(db,
-                     QStringLiteral("SELECT NO,GROSS,NET,CALC1_G,CALC2_G,CALC3_G,CALC4_G,CALC5_G,"
-                                    "CALC6_G,CALC7_G,CALC1_N,CALC2_N,CALC3_N,CALC4_N,CALC5_N,"
-                                    "CALC6_N,CALC7_N,NTANKA,GTANKA,FTANKA FROM ex_kanzai WHERE "
-                                    "CTG='1' AND GRP='%1' AND KAN='%2' AND NO<60 ORDER BY NO;")
-                         .arg(grp)
-                         .arg(kan));
-        QStringList out;
-        for (const QString& line : ResultLines) {
-            QStringList fields;
-            for (int f = 1; f <= 20; ++f)
-                fields << CurrToStr(StrToCurrDef(NthField(line, f), Currency::FromInt(-999999)));
-            out << fields.join(QLatin1Char(' '));
-        }
-        return out;
-    }
+    QStringList storedPrices(int grp, int kan) { return StoredPrices(db, grp, kan); }
     // The same columns as the engine computes them from the stored figures
     // and options. Leaves KanzaiRows as it found them.
     QStringList expectedPrices(int grp, int kan) {

@@ -1,0 +1,25 @@
+#pragma once
+// The computed columns of one pipe type as the file holds them, one line a
+// row (rows 1 to 59): the prices a test compares with the engine's.
+
+#include "engine/currency.h"
+#include "store/modulewrappersqlite.h"
+
+#include <QStringList>
+
+inline QStringList StoredPrices(const QString& path, int grp, int kan) {
+    QueryToLines(path, QStringLiteral("SELECT NO,GROSS,NET,CALC1_G,CALC2_G,CALC3_G,CALC4_G,CALC5_G,"
+                                      "CALC6_G,CALC7_G,CALC1_N,CALC2_N,CALC3_N,CALC4_N,CALC5_N,"
+                                      "CALC6_N,CALC7_N,NTANKA,GTANKA,FTANKA FROM ex_kanzai WHERE "
+                                      "CTG='1' AND GRP='%1' AND KAN='%2' AND NO<60 ORDER BY NO;")
+                           .arg(grp)
+                           .arg(kan));
+    QStringList out;
+    for (const QString& line : ResultLines) {
+        QStringList fields;
+        for (int f = 1; f <= 20; ++f)
+            fields << CurrToStr(StrToCurrDef(NthField(line, f), Currency::FromInt(-999999)));
+        out << fields.join(QLatin1Char(' '));
+    }
+    return out;
+}
