@@ -25,7 +25,10 @@ bool writableDir(const QString& path) {
 QString PartsLibraryFolderFor(const QString& configured, const QString& programDir,
                               const QString& userDataDir) {
     if (!configured.isEmpty()) return QDir::cleanPath(configured);
-    if (!programDir.isEmpty()) {
+    // A program installed by the package manager lives under /usr, where
+    // nothing is written at run time, even by root.
+    const bool installed = QDir::cleanPath(programDir).startsWith(QStringLiteral("/usr/"));
+    if (!programDir.isEmpty() && !installed) {
         const QString beside = QDir::cleanPath(programDir + QStringLiteral("/ex_data"));
         const QFileInfo info(beside);
         if (info.exists() ? writableDir(beside) : writableDir(programDir)) return beside;

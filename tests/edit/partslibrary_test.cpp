@@ -50,6 +50,14 @@ TEST_F(PartsLibrary, BesideTheProgramWhenItCanBeMadeThere) {
     EXPECT_EQ(PartsLibraryFolderFor(QString(), path("prog"), path("home")), path("prog/ex_data"));
 }
 
+TEST_F(PartsLibrary, AnInstalledProgramNeverWritesBesideItself) {
+    // /usr is writable for root, as the tests may run: the rule does not ask.
+    EXPECT_EQ(PartsLibraryFolderFor(QString(), QStringLiteral("/usr/lib/qorvale"), path("home")),
+              path("home/qorvale/ex_data"));
+    EXPECT_EQ(PartsLibraryFolderFor(QString(), QStringLiteral("/usr/bin"), path("home")),
+              path("home/qorvale/ex_data"));
+}
+
 TEST_F(PartsLibrary, UserFolderWhenNothingCanBeMadeBesideTheProgram) {
     // A program "folder" that is a file: no ex_data can be made under it.
     touch(path("prog"));
