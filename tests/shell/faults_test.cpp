@@ -122,15 +122,6 @@ void setMode(const QString& path, mode_t mode) {
 
 class Faults : public WorkspaceFixture {
 protected:
-    void typeFactor(int col, int line, const char* text) {
-        ASSERT_TRUE(form->StrColGrid1->FocusCell(col, line, true));
-        for (const char* p = text; *p; ++p)
-            QTest::keyClick(form->StrColGrid1->EditorMode()
-                                ? static_cast<QWidget*>(form->StrColGrid1->InplaceEditor())
-                                : form->StrColGrid1,
-                            *p);
-        QTest::keyClick(form->StrColGrid1->InplaceEditor(), Qt::Key_Return);
-    }
     // The box i, its instruction and its content together.
     QString box(std::size_t i) const {
         const auto& boxes = dialogs->Boxes();

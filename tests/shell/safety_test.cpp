@@ -87,16 +87,6 @@ private:
 
 class Safety : public WorkspaceFixture {
 protected:
-    // A figure typed into the factor grid: the pipe type counts as changed.
-    void typeFactor(int col, int line, const char* text) {
-        ASSERT_TRUE(form->StrColGrid1->FocusCell(col, line, true));
-        for (const char* p = text; *p; ++p)
-            QTest::keyClick(form->StrColGrid1->EditorMode()
-                                ? static_cast<QWidget*>(form->StrColGrid1->InplaceEditor())
-                                : form->StrColGrid1,
-                            *p);
-        QTest::keyClick(form->StrColGrid1->InplaceEditor(), Qt::Key_Return);
-    }
     bool boxSays(std::size_t i, const char* instruction, const char* content) const {
         const auto& boxes = dialogs->Boxes();
         return i < boxes.size() && boxes[i].instruction == U(instruction) &&

@@ -68,6 +68,18 @@ protected:
         QTest::mouseClick(form->TreeView1->viewport(), button, mods, r.center());
     }
 
+    // A figure typed into a cell of the factor grid and Enter: the pipe type
+    // counts as changed.
+    void typeFactor(int col, int line, const char* text) {
+        ASSERT_TRUE(form->StrColGrid1->FocusCell(col, line, true));
+        for (const char* p = text; *p; ++p)
+            QTest::keyClick(form->StrColGrid1->EditorMode()
+                                ? static_cast<QWidget*>(form->StrColGrid1->InplaceEditor())
+                                : form->StrColGrid1,
+                            *p);
+        QTest::keyClick(form->StrColGrid1->InplaceEditor(), Qt::Key_Return);
+    }
+
     // The stored value of a column of one row.
     QString stored(int grp, int kan, int no, const char* column) {
         QueryToLines(db, QStringLiteral("SELECT %1 FROM ex_kanzai where CTG='1' and GRP='%2' and "
