@@ -1,9 +1,10 @@
 #include "edit/fdkfile.h"
 
+#include "util/wholefile.h"
+
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
-#include <QSaveFile>
 #include <QtEndian>
 
 #include <algorithm>
@@ -48,7 +49,7 @@ QString fileLine(const QString& path) {
 }
 
 // The cause in words a user knows, with the system's own text behind it.
-QString reasonLine(const QString& path, const QFileDevice& file, bool writing) {
+QString reasonLine(const QString& path, const QString& systemReason, bool writing) {
     const QFileInfo info(path);
     QString reason;
     if (info.isDir())
@@ -61,7 +62,7 @@ QString reasonLine(const QString& path, const QFileDevice& file, bool writing) {
         reason = QStringLiteral("書き込みが許可されていないか、ディスクに空きがありません。");
     else
         reason = QStringLiteral("読み取りが許可されていないか、ファイルを読めません。");
-    return QStringLiteral("\n理由: ") + reason + QStringLiteral(" (") + file.errorString() +
+    return QStringLiteral("\n理由: ") + reason + QStringLiteral(" (") + systemReason +
            QLatin1Char(')');
 }
 
@@ -101,53 +102,43 @@ void TakeLabourFields(const FdkRecord& record, Fuzokurecordtypex& row) {
         row.Data(n) = currencyAt(record, FdkOffset::DATA1 + (n - 1) * 8);
 }
 
-void WriteFdkFile(const QString& path, const RowTable& rows) {
-    // Through a temporary file: a failure halfway leaves the entry of that
-    // name as it was, never a cut-off file.
-    QSaveFile file(path);
-    if (!file.open(QIODevice::WriteOnly))
-        throw EInOutError(QStringLiteral("入出力エラー: 標準歩掛のファイルを作成できません。") +
-                          fileLine(path) + reasonLine(path, file, true));
+QByteArray FdkFileBytes(const RowTable& rows) {
+    QByteArray bytes;
+    bytes.reserve(FdkFileSize);
     FdkRecord& buffer = FdkRecordBuffer();
     for (int r = 1; r <= FdkRecordCount; ++r) {
         PutRowFields(rows[r], buffer);
-        if (file.write(reinterpret_cast<const char*>(buffer.data()), FdkRecordSize) !=
-            FdkRecordSize)
-            throw EInOutError(QStringLiteral("入出力エラー: 標準歩掛のファイルに書き込めません。") +
-                              fileLine(path) + reasonLine(path, file, true));
+        bytes.append(reinterpret_cast<const char*>(buffer.data()), FdkRecordSize);
     }
-    // A buffer that does not reach the disk (a full disk) must fail here:
-    // commit() passes over it and would replace the entry by a cut-off file.
-    if (!file.flush()) {
-        file.cancelWriting();
-        throw EInOutError(QStringLiteral("入出力エラー: 標準歩掛のファイルに書き込めません。") +
-                          fileLine(path) + reasonLine(path, file, true));
-    }
-    if (!file.commit())
-        throw EInOutError(QStringLiteral("入出力エラー: 標準歩掛のファイルに書き込めません。") +
-                          fileLine(path) + reasonLine(path, file, true));
+    return bytes;
 }
 
-void ReadFdkFile(const QString& path, RowTable& rows) {
-    QFile file(path);
-    if (!file.open(QIODevice::ReadOnly))
-        throw EInOutError(QStringLiteral("入出力エラー: 標準歩掛のファイルを開けません。") +
-                          fileLine(path) + reasonLine(path, file, false));
+void WriteFdkFile(const QString& path, const RowTable& rows) {
+    // Whole or not at all: a failure halfway leaves the entry of that name as
+    // it was, never a cut-off file.
+    QString systemReason;
+    if (!ReplaceFileWhole(path, FdkFileBytes(rows), &systemReason))
+        throw EInOutError(QStringLiteral("入出力エラー: 標準歩掛のファイルに書き込めません。") +
+                          fileLine(path) + reasonLine(path, systemReason, true));
+}
+
+void ReadFdkBytes(const QByteArray& bytes, const QString& path, RowTable& rows) {
     FdkRecord& buffer = FdkRecordBuffer();
     for (int r = 1; r <= FdkReadRows; ++r) {
-        const qint64 got = file.read(reinterpret_cast<char*>(buffer.data()), FdkRecordSize);
-        if (got == FdkRecordSize) {
+        const qsizetype at = qsizetype(r - 1) * FdkRecordSize;
+        if (bytes.size() - at >= FdkRecordSize) {
+            std::memcpy(buffer.data(), bytes.constData() + at, FdkRecordSize);
             TakeLabourFields(buffer, rows[r]);
             continue;
         }
-        if (got < 0)
-            throw EInOutError(QStringLiteral("入出力エラー: 標準歩掛のファイルを読み込めません。") +
-                              fileLine(path) + reasonLine(path, file, false));
-        // The file ends inside the entry. What was read stays read.
+        // The file ends inside the entry. What was read stays read, and the
+        // buffer holds the part record as a read leaves it.
+        if (bytes.size() > at)
+            std::memcpy(buffer.data(), bytes.constData() + at, std::size_t(bytes.size() - at));
         QString text = QStringLiteral("入出力エラー: 標準歩掛のファイルが途中で終わっています。") +
                        fileLine(path) +
                        QStringLiteral("\n大きさ: %1 バイト (標準歩掛は %2 バイトです)")
-                           .arg(file.size())
+                           .arg(bytes.size())
                            .arg(FdkFileSize);
         if (r == 1)
             text += QStringLiteral("\n読み込んだ行はありません。");
@@ -157,4 +148,17 @@ void ReadFdkFile(const QString& path, RowTable& rows) {
                         .arg(r - 1);
         throw EInOutError(text);
     }
+}
+
+void ReadFdkFile(const QString& path, RowTable& rows) {
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly))
+        throw EInOutError(QStringLiteral("入出力エラー: 標準歩掛のファイルを開けません。") +
+                          fileLine(path) + reasonLine(path, file.errorString(), false));
+    // Only the records an entry gives back; a longer file is fine.
+    const QByteArray bytes = file.read(qint64(FdkReadRows) * FdkRecordSize);
+    if (file.error() != QFileDevice::NoError)
+        throw EInOutError(QStringLiteral("入出力エラー: 標準歩掛のファイルを読み込めません。") +
+                          fileLine(path) + reasonLine(path, file.errorString(), false));
+    ReadFdkBytes(bytes, path, rows);
 }

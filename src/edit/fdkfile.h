@@ -23,6 +23,7 @@
 #include "shell/settingsfiles.h" // EInOutError
 #include "store/ex_general.h"
 
+#include <QByteArray>
 #include <QString>
 
 #include <array>
@@ -74,6 +75,9 @@ void PutRowFields(const Fuzokurecordtypex& row, FdkRecord& record);
 // DATA1 to DATA7. Nothing else of the row changes.
 void TakeLabourFields(const FdkRecord& record, Fuzokurecordtypex& row);
 
+// Rows 1 to 60 as the file holds them, put together in the record buffer.
+QByteArray FdkFileBytes(const RowTable& rows);
+
 // Writes rows 1 to 60 to path through the record buffer, replacing a file of
 // that name. The file appears whole or not at all. Raises EInOutError.
 void WriteFdkFile(const QString& path, const RowTable& rows);
@@ -83,3 +87,5 @@ void WriteFdkFile(const QString& path, const RowTable& rows);
 // can't be opened or ends before record 59; the rows read before the failure
 // keep what they took.
 void ReadFdkFile(const QString& path, RowTable& rows);
+// The same from the bytes of a file; path names it in the message.
+void ReadFdkBytes(const QByteArray& bytes, const QString& path, RowTable& rows);

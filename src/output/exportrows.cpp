@@ -3,8 +3,7 @@
 #include "engine/currency.h"
 #include "shell/settingsfiles.h"
 #include "store/codepage.h"
-
-#include <QSaveFile>
+#include "util/wholefile.h"
 
 namespace {
 
@@ -93,11 +92,14 @@ void WriteExportFile(const QString& path, const QByteArray& text) {
 }
 
 void ReplaceFileBytes(const QString& path, const QByteArray& bytes) {
-    QSaveFile f(path);
-    if (!f.open(QIODevice::WriteOnly) || f.write(bytes) != bytes.size() || !f.commit()) {
-        f.cancelWriting();
-        throw EInOutError(QStringLiteral("ファイルを書き込めませんでした: %1").arg(path));
-    }
+    QString reason;
+    if (!ReplaceFileWhole(path, bytes, &reason))
+        throw EInOutError(
+            QStringLiteral(
+                "ファイルを書き込めませんでした: %1\n"
+                "フォルダーへの書き込みが許可されていないか、ディスクに空きがありません。"
+                "(%2)")
+                .arg(path, reason));
 }
 
 QString PrintDataPath(const QString& dataRoot) {

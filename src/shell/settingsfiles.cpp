@@ -2,11 +2,11 @@
 
 #include "engine/currency.h"
 #include "store/codepage.h"
+#include "util/wholefile.h"
 
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
-#include <QSaveFile>
 
 EInOutError::EInOutError(const QString& message)
     : std::runtime_error(message.toUtf8().toStdString()) {}
@@ -36,30 +36,29 @@ QString KeyLine(const QString& key, const QString& value) {
     return key + QLatin1Char('=') + value;
 }
 
+QStringList TextLinesOfBytes(const QByteArray& bytes) {
+    return SplitTextLines(FromAnsi(bytes));
+}
+
+QByteArray TextFileBytes(const QStringList& lines) {
+    QByteArray bytes;
+    for (const QString& line : lines)
+        bytes += ToAnsi(line) + "\r\n";
+    return bytes;
+}
+
 bool ReadTextFile(const QString& path, QStringList& lines) {
     QFile f(path);
     if (!f.open(QIODevice::ReadOnly)) return false;
     const QByteArray bytes = f.readAll();
     if (f.error() != QFileDevice::NoError) return false;
-    lines = SplitTextLines(FromAnsi(bytes));
+    lines = TextLinesOfBytes(bytes);
     return true;
 }
 
 bool WriteTextFile(const QString& path, const QStringList& lines) {
-    QByteArray bytes;
-    for (const QString& line : lines)
-        bytes += ToAnsi(line) + "\r\n";
     QDir().mkpath(QFileInfo(path).absolutePath());
-    QSaveFile f(path);
-    if (!f.open(QIODevice::WriteOnly)) return false;
-    // The flush is asked for on its own: commit() passes over a buffer that
-    // did not reach the disk (a full disk), and would put a cut-off file in
-    // place of the old one.
-    if (f.write(bytes) != bytes.size() || !f.flush()) {
-        f.cancelWriting();
-        return false;
-    }
-    return f.commit();
+    return ReplaceFileWhole(path, TextFileBytes(lines));
 }
 
 // ---- window file
@@ -94,10 +93,8 @@ QString WindowFilePath(const QString& folder, const QString& name) {
     return confFile(folder, name + QStringLiteral(".ini"));
 }
 
-void ReadWindowFile(const QString& folder, const QString& name, WindowRect& rect) {
-    rect = WindowRect{};
-    QStringList lines;
-    if (!ReadTextFile(WindowFilePath(folder, name), lines)) return;
+WindowRect WindowRectOfLines(const QStringList& lines) {
+    WindowRect rect;
     QString key, value;
     for (const QString& line : lines) {
         SplitKeyLine(line, key, value);
@@ -110,14 +107,24 @@ void ReadWindowFile(const QString& folder, const QString& name, WindowRect& rect
         else if (key == ScreenHeight)
             rect.Height = intOr(value, 0);
     }
+    return rect;
+}
+
+QStringList WindowLines(int top, int left, int width, int height) {
+    return {KeyLine(ScreenTop, QString::number(top)), KeyLine(ScreenLeft, QString::number(left)),
+            KeyLine(ScreenWidth, QString::number(width)),
+            KeyLine(ScreenHeight, QString::number(height))};
+}
+
+void ReadWindowFile(const QString& folder, const QString& name, WindowRect& rect) {
+    rect = WindowRect{};
+    QStringList lines;
+    if (ReadTextFile(WindowFilePath(folder, name), lines)) rect = WindowRectOfLines(lines);
 }
 
 void WriteWindowFile(const QString& folder, const QString& name, int top, int left, int width,
                      int height) {
-    WriteTextFile(WindowFilePath(folder, name), {KeyLine(ScreenTop, QString::number(top)),
-                                                 KeyLine(ScreenLeft, QString::number(left)),
-                                                 KeyLine(ScreenWidth, QString::number(width)),
-                                                 KeyLine(ScreenHeight, QString::number(height))});
+    WriteTextFile(WindowFilePath(folder, name), WindowLines(top, left, width, height));
 }
 
 // ---- network file
@@ -129,6 +136,10 @@ QString NetworkFilePath(const QString& folder) {
 QString ReadNetworkDir(const QString& folder) {
     QStringList lines;
     if (!ReadTextFile(NetworkFilePath(folder), lines)) return QString();
+    return NetworkDirOfLines(lines);
+}
+
+QString NetworkDirOfLines(const QStringList& lines) {
     return ReadKeyLines(lines).value(NetworkDir);
 }
 

@@ -27,6 +27,10 @@ QMap<QString, QString> ReadKeyLines(const QStringList& lines);
 // "[KEY]=value".
 QString KeyLine(const QString& key, const QString& value);
 
+// The lines of a file's bytes (code page 932), and the bytes of lines.
+QStringList TextLinesOfBytes(const QByteArray& bytes);
+QByteArray TextFileBytes(const QStringList& lines);
+
 // Reads a code page 932 text file into lines; false when it can't be read.
 bool ReadTextFile(const QString& path, QStringList& lines);
 // Replaces a file with the lines, each ended by CR LF, in code page 932;
@@ -42,8 +46,13 @@ struct WindowRect {
     int Height = 0;
 };
 QString WindowFilePath(const QString& folder, const QString& name);
-// Zeros, then what the file holds when it exists; a value that is no integer
-// reads as 0. Read errors are passed over.
+// The values of the lines: zeros where a key is missing, and a value that is
+// no integer reads as 0.
+WindowRect WindowRectOfLines(const QStringList& lines);
+// The lines as written.
+QStringList WindowLines(int top, int left, int width, int height);
+// Zeros, then what the file holds when it exists. Read errors are passed
+// over.
 void ReadWindowFile(const QString& folder, const QString& name, WindowRect& rect);
 // Replaces the file; a write error is passed over.
 void WriteWindowFile(const QString& folder, const QString& name, int top, int left, int width,
@@ -53,6 +62,7 @@ void WriteWindowFile(const QString& folder, const QString& name, int top, int le
 QString NetworkFilePath(const QString& folder);
 // The value of "[Network_Dir]"; empty when the file or the key is missing.
 QString ReadNetworkDir(const QString& folder);
+QString NetworkDirOfLines(const QStringList& lines);
 
 // ---- display file: DataRoot/conf/qorvale_p.disp
 struct DisplaySettings {

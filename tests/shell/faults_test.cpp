@@ -5,11 +5,16 @@
 // crash, with a Japanese message, and with every row saved before intact.
 #include "controls/strcgrid.h"
 #include "edit/fdkfile.h"
+#include "output/excelstream.h"
+#include "output/printhandoff.h"
+#include "output/ulevel_select.h"
 #include "shell/formwidgets.h"
 #include "shell/settingsfiles.h"
 #include "store/pipetypestore.h"
+#include "support/modal.h"
 #include "support/workspace_fixture.h"
 
+#include <QCheckBox>
 #include <QDir>
 #include <QElapsedTimer>
 #include <QFile>
@@ -318,6 +323,104 @@ TEST_F(Faults, AFullDiskKeepsALibraryEntryAndTheSettingsFilesWhole) {
     EXPECT_EQ(bytesOf(entry), kept);
     EXPECT_EQ(QDir(library).entryList(QDir::Files | QDir::Hidden).size(), 1);
     EXPECT_EQ(bytesOf(WindowFilePath(DataRoot, QStringLiteral("w"))), window);
+    dialogs->AnswerBox(TaskDialog::IdNo); // close: do not save the rows
+}
+
+TEST_F(Faults, AFullDiskKeepsTheOldCsvAndPrintFilesWhole) {
+    TFtankaregist& f = open();
+    // Files of an earlier run, each larger than what a full disk lets through.
+    const QString csv = dir.filePath(QStringLiteral("out.CSV"));
+    const QByteArray oldCsv(20000, 'x');
+    QFile old(csv);
+    ASSERT_TRUE(old.open(QIODevice::WriteOnly));
+    old.write(oldCsv);
+    old.close();
+    f.ActionPrint->trigger();
+    ASSERT_EQ(dialogs->Processes().size(), 1u);
+    const QByteArray oldData = bytesOf(PrintDataPath(DataRoot));
+    ASSERT_GT(oldData.size(), 4096);
+    const QStringList before = QDir(dir.path()).entryList(QDir::Files | QDir::Hidden);
+    const QStringList printBefore =
+        QDir(PrintFolderPath(DataRoot)).entryList(QDir::Files | QDir::Hidden);
+
+    {
+        DiskFull full(1024);
+        WhenModal([](QWidget* w) {
+            auto* d = qobject_cast<Tflevel_select*>(w);
+            ASSERT_NE(d, nullptr);
+            d->CheckBox7->setChecked(true);
+            d->Button1->click();
+        });
+        dialogs->AnswerFile(csv);
+        // The CSV command's failure goes to the program's error handler.
+        try {
+            f.CSV1Click();
+            ADD_FAILURE() << "the CSV was written on a full disk";
+        } catch (const EInOutError& e) {
+            EXPECT_TRUE(QString::fromUtf8(e.what()).contains(U("ディスクに空きがありません")))
+                << e.what();
+        }
+        f.ActionPrint->trigger();
+    }
+    ASSERT_EQ(dialogs->Boxes().size(), 1u) << box(0).toStdString();
+    EXPECT_TRUE(box(0).contains(U("ファイルを書き込めませんでした"))) << box(0).toStdString();
+    EXPECT_EQ(dialogs->Boxes()[0].icon, TaskDialog::IconError);
+    // The old files as they were, nothing beside them, and no print run.
+    EXPECT_EQ(bytesOf(csv), oldCsv);
+    EXPECT_EQ(bytesOf(PrintDataPath(DataRoot)), oldData);
+    EXPECT_EQ(QDir(dir.path()).entryList(QDir::Files | QDir::Hidden), before);
+    EXPECT_EQ(QDir(PrintFolderPath(DataRoot)).entryList(QDir::Files | QDir::Hidden), printBefore);
+    EXPECT_EQ(dialogs->Processes().size(), 1u);
+    dialogs->AnswerBox(TaskDialog::IdNo); // close: do not save the rows
+}
+
+TEST_F(Faults, PrintAndTempFoldersThatCannotBeWrittenKeepTheirFiles) {
+    TFtankaregist& f = open();
+    f.ActionPrint->trigger();
+    f.ActionExcelOut->trigger();
+    ASSERT_EQ(dialogs->Processes().size(), 1u);
+    ASSERT_EQ(dialogs->Documents().size(), 1);
+    ASSERT_TRUE(dialogs->Boxes().empty()) << box(0).toStdString();
+    const QString temp = QFileInfo(ExcelStreamPath(DataRoot)).absolutePath();
+    const QStringList files = {PrintConfPath(DataRoot), PrintHeaderPath(DataRoot),
+                               PrintDataPath(DataRoot), ExcelStreamPath(DataRoot)};
+    QList<QByteArray> kept;
+    for (const QString& p : files) {
+        kept << bytesOf(p);
+        setMode(p, 0444);
+    }
+    ASSERT_TRUE(QFile::remove(dialogs->Documents()[0]));
+    openFolders();
+    setMode(PrintFolderPath(DataRoot), 0555);
+    setMode(temp, 0555);
+    setMode(DataRoot, 0555);
+    typeFactor(4, 2, "5"); // something on screen that differs from the files
+    QString excelError;
+    {
+        OrdinaryUser user;
+        f.ActionPrint->trigger();
+        // The Excel command's failure goes to the program's error handler.
+        try {
+            f.ActionExcelOutExecute();
+        } catch (const std::exception& e) {
+            excelError = QString::fromUtf8(e.what());
+        }
+    }
+    setMode(DataRoot, 0777);
+    setMode(PrintFolderPath(DataRoot), 0755);
+    setMode(temp, 0755);
+    ASSERT_EQ(dialogs->Boxes().size(), 1u);
+    EXPECT_TRUE(box(0).contains(U("ファイルを書き込めませんでした"))) << box(0).toStdString();
+    EXPECT_EQ(dialogs->Boxes()[0].icon, TaskDialog::IconError);
+    EXPECT_TRUE(excelError.contains(U("ファイルを書き込めませんでした")))
+        << excelError.toStdString();
+    for (int i = 0; i < int(files.size()); ++i)
+        EXPECT_EQ(bytesOf(files[i]), kept[i]) << files[i].toStdString();
+    EXPECT_EQ(QDir(PrintFolderPath(DataRoot)).entryList(QDir::Files | QDir::Hidden).size(), 3);
+    EXPECT_EQ(QDir(temp).entryList(QDir::Files | QDir::Hidden).size(), 1);
+    EXPECT_TRUE(QDir(DataRoot).entryList({QStringLiteral("*.xlsx")}, QDir::Files).isEmpty());
+    EXPECT_EQ(dialogs->Processes().size(), 1u);
+    EXPECT_EQ(dialogs->Documents().size(), 1);
     dialogs->AnswerBox(TaskDialog::IdNo); // close: do not save the rows
 }
 
