@@ -424,6 +424,7 @@ private:
     void showGroupProgress(const QString& text, int step);
     void endGroupRewrite(const QString& caption, std::exception_ptr failure);
     bool groupRunning_ = false;
+    bool closeAfterGroupRewrite_ = false; // a close came during the run
     QThread* groupThread_ = nullptr;
     QDialog* groupProgress_ = nullptr;
     QPointer<QWidget> groupFocus_;

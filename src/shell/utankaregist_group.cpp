@@ -192,6 +192,16 @@ void TFtankaregist::endGroupRewrite(const QString& caption, std::exception_ptr f
         if (groupFocus_) groupFocus_->setFocus();
         groupRunning_ = false;
     };
+    // A close that came during the run goes on once the end has been shown.
+    struct CloseWhenShown {
+        TFtankaregist* form;
+        ~CloseWhenShown() {
+            if (!form->closeAfterGroupRewrite_) return;
+            form->closeAfterGroupRewrite_ = false;
+            QMetaObject::invokeMethod(
+                form, [f = form] { f->close(); }, Qt::QueuedConnection);
+        }
+    } closeWhenShown{this};
     if (failure) {
         // The run ends where it failed, its last progress in the caption;
         // the form opens again and the failure is shown like any other.

@@ -132,6 +132,15 @@ QRect TFtankaregist::DefaultGeometry() const {
 }
 
 void TFtankaregist::closeEvent(QCloseEvent* event) {
+    // A group rewrite ends before anything is asked or saved: the close is
+    // taken up again once its end has been shown. Waiting here instead would
+    // mean an event loop inside the delivery of this event, which is where
+    // the worker's calls into this thread can go unserved.
+    if (groupRunning_) {
+        closeAfterGroupRewrite_ = true;
+        event->ignore();
+        return;
+    }
     // The one way a close is refused: the user's rows could not be saved and
     // the user chooses to stay with them.
     bool canClose = true;
