@@ -77,6 +77,10 @@ bool IsLeadByte(unsigned char b) {
     return (b >= 0x81 && b <= 0x9F) || (b >= 0xE0 && b <= 0xFC);
 }
 
+bool IsTrailByte(unsigned char b) {
+    return (b >= 0x40 && b <= 0x7E) || (b >= 0x80 && b <= 0xFC);
+}
+
 QByteArray ToAnsi(const QString& text) {
     std::string out;
     out.reserve(std::size_t(text.size()) * 2);
@@ -119,6 +123,10 @@ QString FromAnsi(const QByteArray& bytes) {
         }
         const int len = IsLeadByte(b) ? 2 : 1;
         if (i + len > n) break; // lead byte without its trail: dropped
+        if (len == 2 && !IsTrailByte(static_cast<unsigned char>(bytes[i + 1]))) {
+            ++i; // half a character in front of a delimiter: the delimiter stays
+            continue;
+        }
         std::string u;
         if (decoder().convert(bytes.constData() + i, std::size_t(len), u) && u.size() == 4) {
             const char32_t c = char32_t(static_cast<unsigned char>(u[0])) |

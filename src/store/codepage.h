@@ -21,6 +21,11 @@ QByteArray ToAnsiCut(const QString& text, int maxBytes);
 // Cuts bytes to at most maxBytes bytes (a plain byte cut).
 QByteArray CutBytes(const QByteArray& bytes, int maxBytes);
 
+// True for a byte that can follow a lead byte.
+bool IsTrailByte(unsigned char b);
+
 // Code page 932 to Unicode. Never fails: a lead byte without its trail
-// (left by a cut) is dropped, an invalid pair becomes U+FFFD.
+// (left by a cut, at the end or in front of any byte that can't follow a
+// lead byte, such as a delimiter or a line end) is dropped and the byte
+// after it read on its own; a pair the code page lacks becomes U+FFFD.
 QString FromAnsi(const QByteArray& bytes);

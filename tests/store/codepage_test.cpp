@@ -53,6 +53,18 @@ TEST(CodePage, CutInsideDoubleByteCharacterNeverFails) {
     EXPECT_EQ(FromAnsi(ToAnsiCut(U("a") + long41, 80)), U("a") + QString(39, QChar(0x914D)));
 }
 
+// Found by fuzzing the print hand-off: a field cut inside a character and
+// written with its delimiter, or at the end of a line, must not take the
+// delimiter or the line end with it when the line is read back.
+TEST(CodePage, HalfACharacterInFrontOfADelimiterLeavesTheDelimiter) {
+    const QByteArray size = ToAnsiCut(U("ｱ鋼屋管"), 6); // B1 | 93 E0 | 89 AE | 8A
+    ASSERT_EQ(size.size(), 6);
+    ASSERT_TRUE(IsLeadByte(static_cast<unsigned char>(size[5])));
+    EXPECT_EQ(FromAnsi(size + ";m;\r\n" + size + ",1\r\n"), U("ｱ鋼屋;m;\r\nｱ鋼屋,1\r\n"));
+    // A pair the code page does not have is still one character.
+    EXPECT_EQ(FromAnsi(QByteArray("\x85\x40;", 3)), QString(QChar(0xFFFD)) + U(";"));
+}
+
 TEST(CodePage, BrokenBytesNeverThrow) {
     EXPECT_NO_THROW(FromAnsi(QByteArray("\x81", 1)));
     EXPECT_EQ(FromAnsi(QByteArray("\x81", 1)), QString());
