@@ -54,45 +54,34 @@ bool IsWide(char32_t c) {
            (c >= 0x1F900 && c <= 0x1F9FF) || (c >= 0x20000 && c <= 0x3FFFD);
 }
 
-struct Cell {
-    QString text;        // as given; empty for a cell with only a border
-    bool number = false; // the text is a plain decimal number
-    bool bottom = false;
-    bool top = false;
-};
+void SetCell(WorkbookSheet& sheet, int row, int column, const QString& text) {
+    WorkbookCell& c = sheet.columns[column][row];
+    c.text = text;
+    c.number = IsPlainNumber(text);
+}
 
-// The sheet as the stream builds it, written out in one go at the end.
-class Sheet {
-public:
-    void Set(int row, int column, const QString& text) {
-        Cell& c = columns[column][row];
-        c.text = text;
-        c.number = IsPlainNumber(text);
-    }
-    void Edge(int row, int column, bool bottom) {
-        Cell& c = columns[column][row];
-        (bottom ? c.bottom : c.top) = true;
-    }
-    void Fit(int column) {
-        int widest = -1;
-        const auto it = columns.find(column);
-        if (it != columns.end())
-            for (const auto& [row, cell] : it->second)
-                if (!cell.text.isEmpty()) widest = std::max(widest, DisplayCells(ShownText(cell)));
-        if (widest < 0)
-            widths.erase(column);
-        else
-            widths[column] = FittedWidth(widest);
-    }
-    // What the cell shows: a number in the general form.
-    static QString ShownText(const Cell& c) {
-        if (!c.number) return c.text;
-        return QString::number(c.text.toDouble(), 'g', 11);
-    }
+void SetEdge(WorkbookSheet& sheet, int row, int column, bool bottom) {
+    WorkbookCell& c = sheet.columns[column][row];
+    (bottom ? c.bottom : c.top) = true;
+}
 
-    std::map<int, std::map<int, Cell>> columns; // column -> row -> cell
-    std::map<int, double> widths;               // fitted columns
-};
+// What the cell shows: a number in the general form.
+QString ShownText(const WorkbookCell& c) {
+    if (!c.number) return c.text;
+    return QString::number(c.text.toDouble(), 'g', 11);
+}
+
+void FitColumn(WorkbookSheet& sheet, int column) {
+    int widest = -1;
+    const auto it = sheet.columns.find(column);
+    if (it != sheet.columns.end())
+        for (const auto& [row, cell] : it->second)
+            if (!cell.text.isEmpty()) widest = std::max(widest, DisplayCells(ShownText(cell)));
+    if (widest < 0)
+        sheet.widths.erase(column);
+    else
+        sheet.widths[column] = FittedWidth(widest);
+}
 
 // Row and column of a DATA line, both within the sheet.
 void CheckCell(int row, int column, int lineNo, const QString& line) {
@@ -114,34 +103,6 @@ void CheckRange(bool ok, int lineNo, const QString& line) {
                 .arg(line));
 }
 
-void Replay(const QStringList& lines, Sheet& sheet) {
-    sheet.Set(2, 2, QStringLiteral("ABC"));
-    int lineNo = 0;
-    for (const QString& line : lines) {
-        ++lineNo;
-        const QString keyword = StreamField(line, 1);
-        if (keyword == QLatin1String("DATA")) {
-            const int row = StrToIntDef(StreamField(line, 2), 0);
-            const int column = StrToIntDef(StreamField(line, 3), 0);
-            CheckCell(row, column, lineNo, line);
-            sheet.Set(row, column, StreamField(line, 4));
-        } else if (keyword == QLatin1String("xlEdgeBottom") ||
-                   keyword == QLatin1String("xlEdgeTop")) {
-            int c1 = 0, r1 = 0, c2 = 0, r2 = 0;
-            CheckRange(ParseCellName(StreamField(line, 2), c1, r1), lineNo, line);
-            CheckRange(ParseCellName(StreamField(line, 3), c2, r2), lineNo, line);
-            const bool bottom = keyword == QLatin1String("xlEdgeBottom");
-            const int edgeRow = bottom ? std::max(r1, r2) : std::min(r1, r2);
-            for (int c = std::min(c1, c2); c <= std::max(c1, c2); ++c)
-                sheet.Edge(edgeRow, c, bottom);
-        } else if (keyword == QLatin1String("AutoFit")) {
-            const int column = StrToIntDef(StreamField(line, 2), 0);
-            CheckCell(1, column, lineNo, line);
-            sheet.Fit(column);
-        }
-    }
-}
-
 struct WorkbookCloser {
     void operator()(lxw_workbook* wb) const {
         // Only reached on a failure before the close: the file is dropped.
@@ -155,7 +116,7 @@ void Check(lxw_error error, const QString& what) {
                                  .arg(what, QString::fromUtf8(lxw_strerror(error))));
 }
 
-void WriteSheet(const Sheet& sheet, const QString& path) {
+void WriteSheet(const WorkbookSheet& sheet, const QString& path) {
     const QByteArray file = QFile::encodeName(path);
     std::unique_ptr<lxw_workbook, WorkbookCloser> wb(workbook_new(file.constData()));
     if (!wb)
@@ -204,6 +165,36 @@ void WriteSheet(const Sheet& sheet, const QString& path) {
 }
 
 } // namespace
+
+WorkbookSheet ReplayExcelStream(const QStringList& lines) {
+    WorkbookSheet sheet;
+    SetCell(sheet, 2, 2, QStringLiteral("ABC"));
+    int lineNo = 0;
+    for (const QString& line : lines) {
+        ++lineNo;
+        const QString keyword = StreamField(line, 1);
+        if (keyword == QLatin1String("DATA")) {
+            const int row = StrToIntDef(StreamField(line, 2), 0);
+            const int column = StrToIntDef(StreamField(line, 3), 0);
+            CheckCell(row, column, lineNo, line);
+            SetCell(sheet, row, column, StreamField(line, 4));
+        } else if (keyword == QLatin1String("xlEdgeBottom") ||
+                   keyword == QLatin1String("xlEdgeTop")) {
+            int c1 = 0, r1 = 0, c2 = 0, r2 = 0;
+            CheckRange(ParseCellName(StreamField(line, 2), c1, r1), lineNo, line);
+            CheckRange(ParseCellName(StreamField(line, 3), c2, r2), lineNo, line);
+            const bool bottom = keyword == QLatin1String("xlEdgeBottom");
+            const int edgeRow = bottom ? std::max(r1, r2) : std::min(r1, r2);
+            for (int c = std::min(c1, c2); c <= std::max(c1, c2); ++c)
+                SetEdge(sheet, edgeRow, c, bottom);
+        } else if (keyword == QLatin1String("AutoFit")) {
+            const int column = StrToIntDef(StreamField(line, 2), 0);
+            CheckCell(1, column, lineNo, line);
+            FitColumn(sheet, column);
+        }
+    }
+    return sheet;
+}
 
 bool IsPlainNumber(const QString& text) {
     int i = 0;
@@ -268,8 +259,7 @@ void WriteExcelWorkbook(const QString& streamPath, const QString& workbookPath) 
         throw EInOutError(QStringLiteral("ファイルを読み込めませんでした: %1").arg(streamPath));
     in.close();
 
-    Sheet sheet;
-    Replay(SplitTextLines(FromAnsi(bytes)), sheet);
+    const WorkbookSheet sheet = ReplayExcelStream(SplitTextLines(FromAnsi(bytes)));
 
     // Written aside and put in place only when complete.
     const QFileInfo target(workbookPath);

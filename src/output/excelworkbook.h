@@ -16,7 +16,9 @@
 // stream, "ABC" goes into B2.
 
 #include <QString>
+#include <QStringList>
 
+#include <map>
 #include <stdexcept>
 
 // A stream the workbook can't take (a row or column of 0, a cell out of the
@@ -32,6 +34,24 @@ public:
 // be read) or EWorkbookError, and no workbook file is left behind: the old
 // one, if there was one, stays as it was.
 void WriteExcelWorkbook(const QString& streamPath, const QString& workbookPath);
+
+// ---- The sheet a stream builds, before anything is written
+
+struct WorkbookCell {
+    QString text;        // as given; empty for a cell with only a border
+    bool number = false; // the text is a plain decimal number
+    bool bottom = false; // thin line on the lower edge
+    bool top = false;    // thin line on the upper edge
+};
+
+struct WorkbookSheet {
+    std::map<int, std::map<int, WorkbookCell>> columns; // column -> row -> cell, from 1
+    std::map<int, double> widths;                       // fitted columns
+};
+
+// The sheet of a stream's lines, "ABC" in B2 first. Raises EWorkbookError
+// at the first line the sheet can't take.
+WorkbookSheet ReplayExcelStream(const QStringList& lines);
 
 // ---- The rules, for the tests
 

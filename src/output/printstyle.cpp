@@ -113,6 +113,11 @@ bool ReadStyleFile(const QString& path, PrintStyle& style, QString& reason) {
         reason = U("スタイルファイル %1 を読めません。").arg(file);
         return false;
     }
+    return ParseStyleLines(lines, file, style, reason);
+}
+
+bool ParseStyleLines(const QStringList& lines, const QString& file, PrintStyle& style,
+                     QString& reason) {
     PrintStyle s;
     for (int i = 0; i < int(lines.size()); ++i) {
         QString key, value;

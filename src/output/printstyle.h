@@ -57,3 +57,6 @@ QByteArray StyleFileText(const PrintStyle& style);
 // Reads a style file. False with a Japanese reason (naming the file and the
 // line) when it can't be read or holds no usable column.
 bool ReadStyleFile(const QString& path, PrintStyle& style, QString& reason);
+// The same from the lines of a style file; file names it in the reason.
+bool ParseStyleLines(const QStringList& lines, const QString& file, PrintStyle& style,
+                     QString& reason);

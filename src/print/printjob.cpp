@@ -1,6 +1,6 @@
 #include "print/printjob.h"
 
-#include "engine/currency.h"
+#include "output/excelworkbook.h" // IsPlainNumber
 #include "output/printhandoff.h"
 #include "shell/settingsfiles.h"
 
@@ -36,10 +36,9 @@ struct KeyFile {
     }
 };
 
-KeyFile readKeys(const QString& path) {
+KeyFile readKeys(const QString& name, const QStringList& lines) {
     KeyFile f;
-    f.name = QFileInfo(path).fileName();
-    const QStringList lines = readLines(path);
+    f.name = name;
     for (int i = 0; i < int(lines.size()); ++i) {
         QString key, value;
         SplitKeyLine(lines[i], key, value);
@@ -50,11 +49,21 @@ KeyFile readKeys(const QString& path) {
     return f;
 }
 
+QString PrintConfName() {
+    return QFileInfo(PrintConfPath(QString())).fileName();
+}
+QString PrintHeaderName() {
+    return QFileInfo(PrintHeaderPath(QString())).fileName();
+}
+QString PrintDataName() {
+    return QFileInfo(PrintDataPath(QString())).fileName();
+}
+
+// The texts the hand-off writes for numbers: a plain decimal, or an amount
+// with thousands separators. Only the form is checked: the sheet prints the
+// text as it stands, so an amount beyond what a price can hold still prints.
 bool isNumberText(const QString& text) {
-    QString t = text;
-    t.remove(QLatin1Char(','));
-    Currency c;
-    return TryStrToCurr(t, c);
+    return IsPlainNumber(QString(text).remove(QLatin1Char(',')).trimmed());
 }
 
 } // namespace
@@ -72,21 +81,16 @@ QString DataRootOfArgument(const QString& argument) {
     return root;
 }
 
-PrintJob ReadPrintJob(const QString& dataRoot) {
-    if (dataRoot.isEmpty() || !QFileInfo(dataRoot).isDir())
-        throw EPrintInput(U("データフォルダー %1 が見つかりません。").arg(dataRoot));
-    if (!QFileInfo(PrintFolderPath(dataRoot)).isDir())
-        throw EPrintInput(
-            U("印刷データのフォルダー %1 が見つかりません。").arg(PrintFolderPath(dataRoot)));
-
-    PrintJob job;
-    const KeyFile conf = readKeys(PrintConfPath(dataRoot));
+void ParsePrintConf(const QStringList& lines, PrintJob& job) {
+    const KeyFile conf = readKeys(PrintConfName(), lines);
     job.appTitle = conf.get("[Application_Title]", false);
     job.dataTitle = conf.get("[Data_TITLE]", false);
     job.styleFile = conf.get("[STYLE_FILE]", true);
     job.fileMask = conf.get("[File_Mask]", false);
+}
 
-    const KeyFile header = readKeys(PrintHeaderPath(dataRoot));
+void ParsePrintHeader(const QStringList& lines, PrintJob& job) {
+    const KeyFile header = readKeys(PrintHeaderName(), lines);
     job.year = header.get("[ta]", true);
     job.era = header.get("[tb]", true);
     job.month = header.get("[tc]", true);
@@ -99,13 +103,14 @@ PrintJob ReadPrintJob(const QString& dataRoot) {
                               .arg(header.name)
                               .arg(header.lineOf.value(QStringLiteral("[ti]")))
                               .arg(job.labourCost));
+}
 
+void ParsePrintData(const QStringList& lines, PrintJob& job) {
     // Data lines: panel texts, the tab caption and 19 fields, each ended by
     // ";". A ";" inside a text shifts the fields, so they are counted from
     // the end of the line.
-    const QString dataPath = PrintDataPath(dataRoot);
-    const QString dataName = QFileInfo(dataPath).fileName();
-    const QStringList lines = readLines(dataPath);
+    const QString dataName = PrintDataName();
+    job.blocks.clear();
     int dataLines = 0;
     for (int i = 0; i < int(lines.size()); ++i) {
         const QString& line = lines[i];
@@ -140,12 +145,28 @@ PrintJob ReadPrintJob(const QString& dataRoot) {
         if (!fields[0].isEmpty()) job.blocks.last().lines.push_back(fields);
     }
     if (job.blocks.isEmpty()) throw EPrintInput(U("%1 にデータがありません。").arg(dataName));
+}
 
+void ReadJobStyle(PrintJob& job) {
     const int builtIn = BuiltInStyleIndexOfFile(job.styleFile);
     QString reason;
     if (!ReadStyleFile(job.styleFile, job.style, reason)) {
         job.style = BuiltInStyle(builtIn < 0 ? 2 : builtIn);
         job.styleNote = reason + U(" 標準の書式「%1」で印刷しています。").arg(job.style.name);
     }
+}
+
+PrintJob ReadPrintJob(const QString& dataRoot) {
+    if (dataRoot.isEmpty() || !QFileInfo(dataRoot).isDir())
+        throw EPrintInput(U("データフォルダー %1 が見つかりません。").arg(dataRoot));
+    if (!QFileInfo(PrintFolderPath(dataRoot)).isDir())
+        throw EPrintInput(
+            U("印刷データのフォルダー %1 が見つかりません。").arg(PrintFolderPath(dataRoot)));
+    // Each file is read when the one before it was good.
+    PrintJob job;
+    ParsePrintConf(readLines(PrintConfPath(dataRoot)), job);
+    ParsePrintHeader(readLines(PrintHeaderPath(dataRoot)), job);
+    ParsePrintData(readLines(PrintDataPath(dataRoot)), job);
+    ReadJobStyle(job);
     return job;
 }

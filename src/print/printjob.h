@@ -55,3 +55,12 @@ QString DataRootOfArgument(const QString& argument);
 
 // Reads all of it; raises EPrintInput.
 PrintJob ReadPrintJob(const QString& dataRoot);
+
+// Its steps, in this order: the lines of Print.conf, print_header.dat and
+// print_Data.dat, each raising EPrintInput that names the file and the line,
+// and then the style Print.conf names (a built-in one, with a note, when
+// that file can't be used).
+void ParsePrintConf(const QStringList& lines, PrintJob& job);
+void ParsePrintHeader(const QStringList& lines, PrintJob& job);
+void ParsePrintData(const QStringList& lines, PrintJob& job);
+void ReadJobStyle(PrintJob& job);

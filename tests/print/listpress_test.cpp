@@ -2,11 +2,14 @@
 // read back with pdftotext, the columns of each style, the page count, and
 // the messages on broken input.
 #include "engine/calcrow.h"
+#include "engine/currency.h"
+#include "output/exportrows.h"
 #include "output/printhandoff.h"
 #include "output/printstyle.h"
 #include "platform/datapaths.h"
 #include "platform/scripteddialogs.h"
 #include "print/printjob.h"
+#include "shell/settingsfiles.h"
 #include "store/codepage.h"
 #include "store/modulewrappersqlite.h"
 #include "store/pipetypestore.h"
@@ -19,6 +22,8 @@
 #include <QTemporaryDir>
 
 #include <gtest/gtest.h>
+
+#include <limits>
 
 namespace {
 
@@ -123,6 +128,56 @@ protected:
     QString root;
     ScriptedDialogsScope dialogs;
 };
+
+// Found by fuzzing: amounts at the ends of what a price holds are written
+// rounded to the yen, one beyond the largest price, and the sheet must still
+// take them. Text that is no number is still refused.
+TEST(PrintJobReading, AmountsAtTheEndsOfThePriceRangeReadBack) {
+    constexpr std::int64_t lowest = std::numeric_limits<std::int64_t>::min();
+    constexpr std::int64_t highest = std::numeric_limits<std::int64_t>::max();
+    RowTable rows;
+    rows[1].SetSize(U("15A"));
+    rows[1].FTANKA = Currency::FromRaw(lowest);
+    rows[1].GTANKA = Currency::FromRaw(highest);
+    rows[OptionRow].Data(5) = Currency::FromRaw(lowest);
+    PrintJob job;
+    ParsePrintHeader(TextLinesOfBytes(PrintHeaderText(QDate(2026, 11, 23), rows)), job);
+    ParsePrintData(TextLinesOfBytes(ExportRowsText(ExportPrint, rows, SheetOfRows(rows), {})), job);
+    ASSERT_EQ(job.blocks.size(), 4);
+    ASSERT_EQ(job.blocks[0].lines.size(), 1);
+    EXPECT_EQ(job.blocks[0].lines[0][2], U("-922,337,203,685,478"));
+    EXPECT_EQ(job.blocks[0].lines[0][18], U("922,337,203,685,478"));
+    EXPECT_EQ(job.labourCost, U("-922337203685477.5808"));
+
+    QStringList line = TextLinesOfBytes(ExportRowsText(ExportPrint, rows, SheetOfRows(rows), {}));
+    for (const char* bad : {"1e5", "1.2.3", "-", "１２"}) {
+        QStringList f = line[0].split(QLatin1Char(';'));
+        f[6] = U(bad);
+        try {
+            ParsePrintData({f.join(QLatin1Char(';'))}, job);
+            ADD_FAILURE() << bad;
+        } catch (const EPrintInput& e) {
+            EXPECT_TRUE(e.Message().contains(U("「%1」は数値ではありません").arg(U(bad))))
+                << e.Message().toStdString();
+        }
+    }
+}
+
+// Found by fuzzing: a size cut inside a character by its field width still
+// leaves every field of its line in place.
+TEST(PrintJobReading, ASizeCutInsideACharacterKeepsTheFieldsInPlace) {
+    RowTable rows;
+    rows[2].SetSize(U("ｱ鋼屋管")); // six bytes: the last is half of 管
+    rows[2].SetCi(U("ｍ"));
+    rows[2].GTANKA = StrToCurr(U("3388"));
+    PrintJob job;
+    ParsePrintData(TextLinesOfBytes(ExportRowsText(ExportPrint, rows, SheetOfRows(rows), {})), job);
+    ASSERT_EQ(job.blocks.size(), 4);
+    ASSERT_EQ(job.blocks[0].lines.size(), 1);
+    EXPECT_EQ(job.blocks[0].lines[0][0], U("ｱ鋼屋"));
+    EXPECT_EQ(job.blocks[0].lines[0][1], U("ｍ"));
+    EXPECT_EQ(job.blocks[0].lines[0][18], U("3,388"));
+}
 
 TEST(ListpressInstall, ProgramAndIconLieBesideTheProgram) {
     const QString dir = QStringLiteral(QORVALE_EXE_DIR);

@@ -1,0 +1,208 @@
+// The print program's three files and its style files: any bytes read
+// without harm and either give a job that holds together or the Japanese
+// error that names the file; what the hand-off writes for any rows reads
+// back field by field; a style written then read is the same style.
+
+#include "engine/currency.h"
+#include "fuzzcheck.h"
+#include "output/exportrows.h"
+#include "output/printhandoff.h"
+#include "output/printstyle.h"
+#include "print/printjob.h"
+#include "shell/settingsfiles.h"
+#include "store/codepage.h"
+
+#include <QDate>
+
+namespace {
+
+QString U(const char* t) {
+    return QString::fromUtf8(t);
+}
+
+// Text from pieces that code page 932 holds; a ";" only when allowed.
+QString SafeText(FuzzedDataProvider& in, int maxLength, bool semicolon) {
+    static const QString pieces = U("0123456789 .,-=ABCabcxyz[]_配管工継手鋼管屋内ｱｶﾞ　（）①");
+    QString s;
+    const int n = in.ConsumeIntegralInRange(0, maxLength);
+    for (int i = 0; i < n; ++i)
+        s += semicolon && in.ConsumeIntegralInRange(0, 7) == 0
+                 ? QLatin1Char(';')
+                 : pieces[in.ConsumeIntegralInRange<int>(0, int(pieces.size()) - 1)];
+    return s;
+}
+
+Currency AnyAmount(FuzzedDataProvider& in) {
+    switch (in.ConsumeIntegralInRange(0, 3)) {
+    case 0:
+        return Currency::FromRaw(in.ConsumeIntegral<std::int64_t>());
+    case 1:
+        return Currency::FromRaw(0);
+    default: // amounts as they are: up to a thousand million yen
+        return Currency::FromRaw(
+            in.ConsumeIntegralInRange<std::int64_t>(-10000000000000LL, 10000000000000LL));
+    }
+}
+
+// Any bytes as the three files.
+void AnyFiles(FuzzedDataProvider& in) {
+    const QStringList conf =
+        TextLinesOfBytes(QByteArray::fromStdString(in.ConsumeRandomLengthString(300)));
+    const QStringList header =
+        TextLinesOfBytes(QByteArray::fromStdString(in.ConsumeRandomLengthString(300)));
+    const QStringList data =
+        TextLinesOfBytes(QByteArray::fromStdString(in.ConsumeRemainingBytesAsString()));
+    PrintJob job;
+    const char* stage = "Print.conf";
+    try {
+        ParsePrintConf(conf, job);
+        stage = "print_header.dat";
+        ParsePrintHeader(header, job);
+        stage = "print_Data.dat";
+        ParsePrintData(data, job);
+    } catch (const EPrintInput& e) {
+        FUZZ_CHECK(e.Message().startsWith(QString::fromLatin1(stage)));
+        return;
+    }
+    Currency c;
+    FUZZ_CHECK(TryStrToCurr(QString(job.labourCost).remove(QLatin1Char(',')), c));
+    FUZZ_CHECK(!job.blocks.isEmpty());
+    for (const PrintBlock& b : job.blocks) {
+        FUZZ_CHECK(b.lines.size() <= 14);
+        for (const PrintFields& f : b.lines) {
+            FUZZ_CHECK(!f[0].isEmpty());
+            for (std::size_t k = 2; k < f.size(); ++k)
+                FUZZ_CHECK(f[k].isEmpty() ||
+                           TryStrToCurr(QString(f[k]).remove(QLatin1Char(',')), c));
+        }
+    }
+}
+
+// Rows as the hand-off writes them, read back by the print program.
+void HandOff(FuzzedDataProvider& in) {
+    RowTable rows;
+    const bool refrigerant = in.ConsumeBool();
+    rows[OptionRow].FLAG = refrigerant ? 1 : 0;
+    rows[OptionRow].Data(5) = AnyAmount(in);
+    // Only the third panel text may hold a ";": the reader counts the
+    // fields from the end, and the names from the front.
+    for (int r = 1; r <= 5; ++r)
+        rows[r].SetGoods(SafeText(in, 30, r == 3));
+    for (int t = 0; t < 4; ++t)
+        rows[t * TabRows + 1].SetKind(SafeText(in, 12, false));
+    const int filled = in.ConsumeIntegralInRange(0, 59);
+    for (int r = 1; r <= filled; ++r) {
+        Fuzokurecordtypex& row = rows[r];
+        row.SetSize(SafeText(in, 6, false));
+        row.SetCi(SafeText(in, 3, false));
+        row.FTANKA = AnyAmount(in);
+        row.GROSS = AnyAmount(in);
+        row.GTANKA = AnyAmount(in);
+        for (int e = 0; e < 7; ++e) {
+            row.DATA[std::size_t(e)] = AnyAmount(in);
+            row.CALC_G[std::size_t(e)] = AnyAmount(in);
+        }
+    }
+    const QDate date = QDate(1868, 10, 23).addDays(in.ConsumeIntegralInRange(0, 120000));
+    const QString stylePath = U("/data/print/") + SafeText(in, 20, true) + U(".qvk");
+    const ExportSheet sheet = SheetOfRows(rows);
+
+    PrintJob job;
+    ParsePrintConf(
+        TextLinesOfBytes(PrintConfText(stylePath, QStringLiteral("/x.ico"), refrigerant)), job);
+    ParsePrintHeader(TextLinesOfBytes(PrintHeaderText(date, rows)), job);
+    ParsePrintData(
+        TextLinesOfBytes(ExportRowsText(ExportPrint, rows, sheet, {}) + QByteArray("\r\n")), job);
+
+    FUZZ_CHECK_EQ(job.styleFile, stylePath);
+    FUZZ_CHECK_EQ(job.Refrigerant(), refrigerant);
+    FUZZ_CHECK_EQ(job.labourCost, CurrToStr(rows[OptionRow].Data(5)));
+    FUZZ_CHECK_EQ(job.buildingPage, rows[4].Goods() + rows[5].Goods());
+    FUZZ_CHECK_EQ(job.DateText(),
+                  EraYearText(date) + U("年") +
+                      QStringLiteral("%1").arg(date.month(), 2, 10, QLatin1Char('0')) + U("月") +
+                      QStringLiteral("%1").arg(date.day(), 2, 10, QLatin1Char('0')) + U("日（") +
+                      JapaneseShortWeekday(date) + U("）"));
+    for (int i = 0; i < 3; ++i)
+        FUZZ_CHECK_EQ(job.names[std::size_t(i)], rows[i + 1].Goods());
+    FUZZ_CHECK_EQ(job.blocks.size(), sheet.tabCaptions.size());
+    for (int t = 0; t < int(job.blocks.size()); ++t) {
+        const PrintBlock& b = job.blocks[t];
+        FUZZ_CHECK_EQ(b.caption, sheet.tabCaptions[t]);
+        int n = 0;
+        for (int line = 1; line <= SheetLines; ++line) {
+            const Fuzokurecordtypex& row = rows[t * TabRows + line];
+            if (row.Size().trimmed().isEmpty()) continue;
+            FUZZ_CHECK(n < int(b.lines.size()));
+            const PrintFields& f = b.lines[n++];
+            FUZZ_CHECK_EQ(f[0], row.Size().trimmed());
+            FUZZ_CHECK_EQ(f[1], row.Ci().trimmed());
+            FUZZ_CHECK_EQ(f[2], FormatAmount(row.FTANKA));
+            FUZZ_CHECK_EQ(f[3], FormatAmount(row.GROSS));
+            for (int e = 0; e < 7; ++e) {
+                FUZZ_CHECK_EQ(f[std::size_t(4 + e)], CurrToStr(row.DATA[std::size_t(e)]));
+                const QString amount =
+                    e == 5 && refrigerant ? QString() : FormatAmount(row.CALC_G[std::size_t(e)]);
+                FUZZ_CHECK_EQ(f[std::size_t(11 + e)], amount);
+            }
+            FUZZ_CHECK_EQ(f[18], FormatAmount(row.GTANKA));
+        }
+        FUZZ_CHECK_EQ(n, int(b.lines.size()));
+    }
+}
+
+// Style files: any bytes, and a style written then read.
+void Styles(FuzzedDataProvider& in) {
+    const QString file = QStringLiteral("style.qvk");
+    PrintStyle any;
+    QString reason;
+    if (ParseStyleLines(
+            TextLinesOfBytes(QByteArray::fromStdString(in.ConsumeRandomLengthString(400))), file,
+            any, reason)) {
+        FUZZ_CHECK(!any.columns.isEmpty());
+        for (const StyleColumn& c : any.columns)
+            FUZZ_CHECK(StyleFieldIndex(c.key) >= 0);
+    } else {
+        FUZZ_CHECK(reason.contains(file));
+    }
+
+    PrintStyle s;
+    s.name = SafeText(in, 8, true);
+    s.title = SafeText(in, 12, true);
+    const int columns = in.ConsumeIntegralInRange(1, 20);
+    for (int i = 0; i < columns; ++i) {
+        const QStringList& keys = StyleFieldKeys();
+        s.columns.push_back({keys[in.ConsumeIntegralInRange<int>(0, int(keys.size()) - 1)],
+                             SafeText(in, 6, false), SafeText(in, 6, false),
+                             SafeText(in, 6, false)});
+    }
+    PrintStyle back;
+    FUZZ_CHECK(ParseStyleLines(TextLinesOfBytes(StyleFileText(s)), file, back, reason));
+    FUZZ_CHECK_EQ(back.name, s.name);
+    FUZZ_CHECK_EQ(back.title, s.title);
+    FUZZ_CHECK_EQ(back.columns.size(), s.columns.size());
+    for (int i = 0; i < int(s.columns.size()); ++i) {
+        FUZZ_CHECK_EQ(back.columns[i].key, s.columns[i].key);
+        FUZZ_CHECK_EQ(back.columns[i].group, s.columns[i].group);
+        FUZZ_CHECK_EQ(back.columns[i].label, s.columns[i].label);
+        FUZZ_CHECK_EQ(back.columns[i].refrigerantLabel, s.columns[i].refrigerantLabel);
+    }
+}
+
+} // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+    FuzzedDataProvider in(data, size);
+    switch (in.ConsumeIntegralInRange(0, 2)) {
+    case 0:
+        AnyFiles(in);
+        break;
+    case 1:
+        HandOff(in);
+        break;
+    default:
+        Styles(in);
+        break;
+    }
+    return 0;
+}
