@@ -204,9 +204,12 @@ void TFtankaregist::endGroupRewrite(const QString& caption, std::exception_ptr f
     } closeWhenShown{this};
     if (failure) {
         // The run ends where it failed, its last progress in the caption;
-        // the form opens again and the failure is shown like any other.
-        reopen();
+        // the failure is shown like any other and the form opens again. The
+        // run counts as going until then, so a close during the box waits
+        // for its end like any other.
+        static_cast<TGroupProgress*>(groupProgress_)->Finish();
         ShowException(failure);
+        reopen();
         return;
     }
     setWindowTitle(caption);

@@ -379,12 +379,16 @@ TEST_F(GroupRewrite, ClosingDuringARunLeavesEveryPipeTypeOfTheGroupWhole) {
     f.SBorRadio14->SetItemIndex(0);
     const Currency digits = CurrentOptions().ElementDigits();
     bool closeAsked = false;
+    bool closedAtOnce = true;
+    bool visibleAtTheEnd = false;
     QObject scope; // ends the connection with the test
     QObject::connect(&f, &QWidget::windowTitleChanged, &scope, [&](const QString& t) {
         if (closeAsked || !t.startsWith(U("データ更新中:1-1-"))) return;
         closeAsked = true;
-        QTimer::singleShot(0, &f, [&f] { f.close(); });
+        QTimer::singleShot(0, &f, [&] { closedAtOnce = f.close(); });
     });
+    // The close is refused while the run goes and taken up after its end.
+    dialogs->OnMessage = [&] { visibleAtTheEnd = f.isVisible(); };
     dialogs->AnswerBox(TD::IdYes);
     f.ActionOptionChange->trigger();
     QElapsedTimer waited;
@@ -392,6 +396,8 @@ TEST_F(GroupRewrite, ClosingDuringARunLeavesEveryPipeTypeOfTheGroupWhole) {
     while (f.isVisible() && waited.elapsed() < 60000)
         QTest::qWait(5);
     ASSERT_TRUE(closeAsked);
+    EXPECT_FALSE(closedAtOnce);
+    EXPECT_TRUE(visibleAtTheEnd);
     EXPECT_FALSE(f.isVisible());
     EXPECT_FALSE(f.GroupRewriteRunning());
     EXPECT_EQ(messagesWith("終了しました。"), 1);
@@ -429,6 +435,29 @@ TEST_F(GroupRewrite, AFailureOnTheWorkerOpensTheFormAgainAndIsShown) {
     dialogs->AnswerBox(TD::IdNo);
     f.N10->trigger();
     EXPECT_EQ(dialogs->Boxes().size(), 3u);
+}
+
+TEST_F(GroupRewrite, ACloseWhileTheFailureIsShownClosesAfterItWithoutHanging) {
+    // The worker waits for the failure box to be dismissed; a close that
+    // came then and waited for the worker would wait for ever.
+    exec(QStringLiteral("DELETE FROM ex_kanzai WHERE GRP='1' AND KAN='7' AND NO='60';"));
+    TFtankaregist& f = open();
+    dialogs->AnswerBox(TD::IdYes);
+    bool closedInBox = true;
+    dialogs->OnBox = [&] {
+        if (dialogs->Boxes().size() == 2) closedInBox = f.close();
+    };
+    f.ActionOptionChange->trigger();
+    QElapsedTimer waited;
+    waited.start();
+    while (f.isVisible() && waited.elapsed() < 60000)
+        QTest::qWait(5);
+    dialogs->OnBox = nullptr;
+    ASSERT_GE(dialogs->Boxes().size(), 2u);
+    EXPECT_EQ(dialogs->Boxes()[1].instruction, "List index out of bounds (59)");
+    EXPECT_FALSE(closedInBox);
+    EXPECT_FALSE(f.isVisible());
+    EXPECT_FALSE(f.GroupRewriteRunning());
 }
 
 } // namespace
