@@ -48,22 +48,8 @@ QString fileLine(const QString& path) {
     return QStringLiteral("\nファイル: ") + path;
 }
 
-// The cause in words a user knows, with the system's own text behind it.
 QString reasonLine(const QString& path, const QString& systemReason, bool writing) {
-    const QFileInfo info(path);
-    QString reason;
-    if (info.isDir())
-        reason = QStringLiteral("同じ名前のフォルダーがあります。");
-    else if (!info.dir().exists())
-        reason = QStringLiteral("フォルダーがありません。");
-    else if (!writing && !info.exists())
-        reason = QStringLiteral("ファイルがありません。");
-    else if (writing)
-        reason = QStringLiteral("書き込みが許可されていないか、ディスクに空きがありません。");
-    else
-        reason = QStringLiteral("読み取りが許可されていないか、ファイルを読めません。");
-    return QStringLiteral("\n理由: ") + reason + QStringLiteral(" (") + systemReason +
-           QLatin1Char(')');
+    return QLatin1Char('\n') + FileFailureReason(path, systemReason, writing);
 }
 
 } // namespace

@@ -12,3 +12,7 @@
 // of that name is untouched. The folder is not made.
 bool ReplaceFileWhole(const QString& path, const QByteArray& bytes,
                       QString* systemReason = nullptr);
+
+// Why a file could not be read or written, in words a user knows, with the
+// system's own text behind it: "理由: フォルダーがありません。 (...)".
+QString FileFailureReason(const QString& path, const QString& systemReason, bool writing);
