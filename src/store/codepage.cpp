@@ -3,7 +3,9 @@
 
 #include <iconv.h>
 
+#include <atomic>
 #include <cerrno>
+#include <cstdint>
 #include <stdexcept>
 #include <vector>
 
@@ -50,6 +52,35 @@ Converter& decoder() {
     return c;
 }
 
+// What the converters said, kept per character: a conversion costs a call
+// into iconv only the first time a character is met. Entries are 0 until
+// known; threads that meet a character at once store the same value.
+//   encoding, by UTF-16 unit: 0x10000 | bytes for one byte, 0x20000 | bytes
+//   for two (lead byte high), 0x30000 for "not in the code page";
+//   decoding, by lead << 8 | trail (or the byte alone): code point + 1.
+std::atomic<std::uint32_t> encoded[0x10000];
+std::atomic<std::uint32_t> decoded[0x10000];
+
+std::uint32_t encodeOne(char32_t c) {
+    char in[4] = {char(c & 0xFF), char((c >> 8) & 0xFF), char((c >> 16) & 0xFF),
+                  char((c >> 24) & 0xFF)};
+    std::string one;
+    if (!encoder().convert(in, 4, one) || one.empty() || one.size() > 2) return 0x30000;
+    if (one.size() == 1) return 0x10000 | static_cast<unsigned char>(one[0]);
+    return 0x20000 | std::uint32_t(static_cast<unsigned char>(one[0])) << 8 |
+           static_cast<unsigned char>(one[1]);
+}
+
+char32_t decodeOne(const char* bytes, int len) {
+    std::string u;
+    if (decoder().convert(bytes, std::size_t(len), u) && u.size() == 4)
+        return char32_t(static_cast<unsigned char>(u[0])) |
+               char32_t(static_cast<unsigned char>(u[1])) << 8 |
+               char32_t(static_cast<unsigned char>(u[2])) << 16 |
+               char32_t(static_cast<unsigned char>(u[3])) << 24;
+    return 0xFFFD;
+}
+
 char32_t lookAlike(char32_t c) {
     switch (c) {
     case 0x301C:
@@ -91,13 +122,22 @@ QByteArray ToAnsi(const QString& text) {
             out.push_back(char(c));
             continue;
         }
-        char in[4] = {char(c & 0xFF), char((c >> 8) & 0xFF), char((c >> 16) & 0xFF),
-                      char((c >> 24) & 0xFF)};
-        std::string one;
-        if (encoder().convert(in, 4, one) && !one.empty())
-            out += one;
-        else
+        std::uint32_t e = 0x30000; // beyond the BMP: not in the code page
+        if (c <= 0xFFFF) {
+            e = encoded[c].load(std::memory_order_relaxed);
+            if (e == 0) {
+                e = encodeOne(c);
+                encoded[c].store(e, std::memory_order_relaxed);
+            }
+        }
+        if ((e >> 16) == 1) {
+            out.push_back(char(e & 0xFF));
+        } else if ((e >> 16) == 2) {
+            out.push_back(char((e >> 8) & 0xFF));
+            out.push_back(char(e & 0xFF));
+        } else {
             out.push_back('?');
+        }
     }
     return QByteArray(out.data(), qsizetype(out.size()));
 }
@@ -127,15 +167,18 @@ QString FromAnsi(const QByteArray& bytes) {
             ++i; // half a character in front of a delimiter: the delimiter stays
             continue;
         }
-        std::string u;
-        if (decoder().convert(bytes.constData() + i, std::size_t(len), u) && u.size() == 4) {
-            const char32_t c = char32_t(static_cast<unsigned char>(u[0])) |
-                               char32_t(static_cast<unsigned char>(u[1])) << 8 |
-                               char32_t(static_cast<unsigned char>(u[2])) << 16 |
-                               char32_t(static_cast<unsigned char>(u[3])) << 24;
-            out += QString::fromUcs4(&c, 1);
+        const unsigned key = len == 2 ? b << 8 | static_cast<unsigned char>(bytes[i + 1]) : b;
+        std::uint32_t d = decoded[key].load(std::memory_order_relaxed);
+        if (d == 0) {
+            d = std::uint32_t(decodeOne(bytes.constData() + i, len)) + 1;
+            decoded[key].store(d, std::memory_order_relaxed);
+        }
+        const char32_t c = char32_t(d - 1);
+        if (QChar::requiresSurrogates(c)) {
+            out += QChar(QChar::highSurrogate(c));
+            out += QChar(QChar::lowSurrogate(c));
         } else {
-            out += QChar(0xFFFD);
+            out += QChar(char16_t(c));
         }
         i += len;
     }
