@@ -6,12 +6,9 @@
 #include "platform/scripteddialogs.h"
 #include "shell/utankaregist.h"
 #include "store/pipetypestore.h"
-#include "store/suitestandin.h"
 
 #include <QApplication>
 #include <QElapsedTimer>
-#include <QTemporaryDir>
-#include <QTextStream>
 #include <QTimer>
 
 #include <benchmark/benchmark.h>
@@ -105,19 +102,3 @@ void BM_RecalculateGroupAlone(benchmark::State& state) {
 BENCHMARK(BM_RecalculateGroupAlone)->Unit(benchmark::kMillisecond)->MinTime(5.0)->UseRealTime();
 
 } // namespace
-
-int main(int argc, char** argv) {
-    if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");
-    QApplication app(argc, argv);
-    QTemporaryDir dir;
-    qputenv("QORVALE_COMMON_DATA", dir.path().toUtf8());
-    QString out;
-    QTextStream sink(&out);
-    if (RunVelmoraSuite({QStringLiteral("init"), QStringLiteral("--demo")}, sink, sink) != 0)
-        return 1;
-    ScriptedDialogsScope dialogs;
-    benchmark::Initialize(&argc, argv);
-    benchmark::RunSpecifiedBenchmarks();
-    benchmark::Shutdown();
-    return 0;
-}

@@ -2,11 +2,8 @@
 // and a tree click to the new pipe type shown. Offscreen, real database.
 #include "platform/scripteddialogs.h"
 #include "shell/utankaregist.h"
-#include "store/suitestandin.h"
 
 #include <QApplication>
-#include <QTemporaryDir>
-#include <QTextStream>
 #include <QTreeWidget>
 
 #include <benchmark/benchmark.h>
@@ -49,19 +46,3 @@ void BM_TreeClickToPipeTypeShown(benchmark::State& state) {
 BENCHMARK(BM_TreeClickToPipeTypeShown)->Unit(benchmark::kMillisecond)->MinTime(3.0);
 
 } // namespace
-
-int main(int argc, char** argv) {
-    if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");
-    QApplication app(argc, argv);
-    QTemporaryDir dir;
-    qputenv("QORVALE_COMMON_DATA", dir.path().toUtf8());
-    QString out;
-    QTextStream sink(&out);
-    if (RunVelmoraSuite({QStringLiteral("init"), QStringLiteral("--demo")}, sink, sink) != 0)
-        return 1;
-    ScriptedDialogsScope dialogs;
-    benchmark::Initialize(&argc, argv);
-    benchmark::RunSpecifiedBenchmarks();
-    benchmark::Shutdown();
-    return 0;
-}

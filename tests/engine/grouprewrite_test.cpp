@@ -75,23 +75,7 @@ protected:
     QStringList storedPrices(int grp, int kan) { return StoredPrices(ExDatabasePath, grp, kan); }
     // The same columns as the engine computes them from the stored figures
     // and options.
-    QStringList expectedPrices(int grp, int kan) {
-        LoadPipeType(1, grp, kan);
-        QStringList out;
-        for (int n = 1; n < OptionRow; ++n) {
-            Fuzokurecordtypex row = KanzaiRows[n];
-            Fuzokurecordtypex options = KanzaiRows[OptionRow];
-            CalcRowWith(row, KanzaiOptions(options));
-            QStringList fields{QString::number(n), CurrToStr(row.GROSS), CurrToStr(row.NET)};
-            for (Currency v : row.CALC_G)
-                fields << CurrToStr(v);
-            for (Currency v : row.CALC_N)
-                fields << CurrToStr(v);
-            fields << CurrToStr(row.NTANKA) << CurrToStr(row.GTANKA) << CurrToStr(row.FTANKA);
-            out << fields.join(QLatin1Char(' '));
-        }
-        return out;
-    }
+    QStringList expectedPrices(int grp, int kan) { return ComputedPrices(grp, kan); }
 
     // Row n of a pipe type as the engine computes it from the table.
     Fuzokurecordtypex expectedRow(int grp, int kan, int n) {

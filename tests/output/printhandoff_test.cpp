@@ -1,6 +1,7 @@
 // The print hand-off files: the era of a date, Print.conf, print_header.dat
 // and print_Data.dat of demo pipe types, byte for byte, and their failures.
 #include "output/printhandoff.h"
+#include "support/demo_data.h"
 
 #include "engine/calcrow.h"
 #include "output/printstyle.h"
@@ -76,20 +77,8 @@ TEST(PrintDateTest, FixedDateAndBackToToday) {
 }
 
 // A data folder made by the suite stand-in, with its demo database.
-class PrintHandOffFiles : public ::testing::Test {
+class PrintHandOffFiles : public DemoDataFolder {
 protected:
-    void SetUp() override {
-        ASSERT_TRUE(dir.isValid());
-        saved = qgetenv("QORVALE_COMMON_DATA");
-        qputenv("QORVALE_COMMON_DATA", dir.path().toLocal8Bit());
-        QString out, err;
-        QTextStream o(&out), e(&err);
-        ASSERT_EQ(RunVelmoraSuite({QStringLiteral("init"), QStringLiteral("--demo")}, o, e), 0);
-        root = DataRootPath();
-        ExDatabasePath = ExDatabasePathIn(DatabaseFolderFrom(QString()));
-    }
-    void TearDown() override { qputenv("QORVALE_COMMON_DATA", saved); }
-
     void load(int grp, int kan) {
         ClearRows(RowCount);
         LoadPipeType(1, grp, kan);
@@ -103,11 +92,6 @@ protected:
         h.date = date;
         return h;
     }
-
-    QTemporaryDir dir;
-    QByteArray saved;
-    QString root;
-    ScriptedDialogsScope dialogs;
 };
 
 TEST_F(PrintHandOffFiles, PipingModeByteForByte) {

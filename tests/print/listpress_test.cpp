@@ -14,6 +14,7 @@
 #include "store/modulewrappersqlite.h"
 #include "store/pipetypestore.h"
 #include "store/suitestandin.h"
+#include "support/demo_data.h"
 
 #include <QFile>
 #include <QFileInfo>
@@ -75,20 +76,8 @@ int pdfPages(const QString& pdf) {
     return m.hasMatch() ? m.captured(1).toInt() : -1;
 }
 
-class ListpressProgram : public ::testing::Test {
+class ListpressProgram : public DemoDataFolder {
 protected:
-    void SetUp() override {
-        ASSERT_TRUE(dir.isValid());
-        saved = qgetenv("QORVALE_COMMON_DATA");
-        qputenv("QORVALE_COMMON_DATA", dir.path().toLocal8Bit());
-        QString out, err;
-        QTextStream o(&out), e(&err);
-        ASSERT_EQ(RunVelmoraSuite({QStringLiteral("init"), QStringLiteral("--demo")}, o, e), 0);
-        root = DataRootPath();
-        ExDatabasePath = ExDatabasePathIn(DatabaseFolderFrom(QString()));
-    }
-    void TearDown() override { qputenv("QORVALE_COMMON_DATA", saved); }
-
     void handOff(int grp, int kan, int style) {
         ClearRows(RowCount);
         LoadPipeType(1, grp, kan);
@@ -122,11 +111,6 @@ protected:
         return run(QStringLiteral(LISTPRESS_EXE),
                    {QStringLiteral("--pdf"), dir.filePath(QStringLiteral("x.pdf")), root + ';'});
     }
-
-    QTemporaryDir dir;
-    QByteArray saved;
-    QString root;
-    ScriptedDialogsScope dialogs;
 };
 
 // Found by fuzzing: amounts at the ends of what a price holds are written

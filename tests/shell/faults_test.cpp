@@ -12,6 +12,7 @@
 #include "shell/settingsfiles.h"
 #include "store/pipetypestore.h"
 #include "support/modal.h"
+#include "support/sqliterows.h"
 #include "support/workspace_fixture.h"
 
 #include <QCheckBox>
@@ -32,29 +33,10 @@
 
 namespace {
 
-// One query with the library itself, every column of every row as text.
+// One query with the library itself. Read-write, as the program opens it: a
+// journal left by a killed writer is rolled back first. Never creates a file.
 QStringList dump(const QString& path, const QString& sql) {
-    QStringList rows;
-    sqlite3* db = nullptr;
-    // Read-write, as the program opens it: a journal left by a killed writer
-    // is rolled back first. Never creates a file.
-    if (sqlite3_open_v2(path.toUtf8().constData(), &db, SQLITE_OPEN_READWRITE, nullptr) !=
-        SQLITE_OK) {
-        sqlite3_close(db);
-        return {QStringLiteral("cannot open")};
-    }
-    sqlite3_stmt* st = nullptr;
-    if (sqlite3_prepare_v2(db, sql.toUtf8().constData(), -1, &st, nullptr) != SQLITE_OK)
-        rows << QString::fromUtf8(sqlite3_errmsg(db));
-    while (st && sqlite3_step(st) == SQLITE_ROW) {
-        QStringList cols;
-        for (int c = 0; c < sqlite3_column_count(st); ++c)
-            cols << QString::fromUtf8(reinterpret_cast<const char*>(sqlite3_column_text(st, c)));
-        rows << cols.join(QLatin1Char('|'));
-    }
-    sqlite3_finalize(st);
-    sqlite3_close(db);
-    return rows;
+    return SqliteRows(path, sql, SQLITE_OPEN_READWRITE);
 }
 
 QStringList group(const QString& path, int grp) {

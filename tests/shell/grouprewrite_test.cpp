@@ -52,22 +52,8 @@ protected:
     // The same columns as the engine computes them from the stored figures
     // and options. Leaves KanzaiRows as it found them.
     QStringList expectedPrices(int grp, int kan) {
-        const RowTable keep = KanzaiRows;
         const QStringList saved = SavedLines;
-        LoadPipeType(1, grp, kan);
-        QStringList out;
-        for (int n = 1; n < OptionRow; ++n) {
-            Fuzokurecordtypex row = KanzaiRows[n];
-            CalcRowWith(row, KanzaiOptions(KanzaiRows[OptionRow]));
-            QStringList fields{QString::number(n), CurrToStr(row.GROSS), CurrToStr(row.NET)};
-            for (Currency v : row.CALC_G)
-                fields << CurrToStr(v);
-            for (Currency v : row.CALC_N)
-                fields << CurrToStr(v);
-            fields << CurrToStr(row.NTANKA) << CurrToStr(row.GTANKA) << CurrToStr(row.FTANKA);
-            out << fields.join(QLatin1Char(' '));
-        }
-        KanzaiRows = keep;
+        const QStringList out = ComputedPrices(grp, kan);
         SavedLines = saved;
         return out;
     }

@@ -19,6 +19,8 @@
 #include <QSplitter>
 #include <QToolTip>
 
+#include "support/sqliterows.h"
+
 #include <sqlite3.h>
 
 #include <memory>
@@ -27,29 +29,11 @@ namespace {
 
 // Every column of the 60 rows of a pipe type, read with the library itself.
 QStringList dumpPipeType(const QString& path, int grp, int kan) {
-    QStringList rows;
-    sqlite3* db = nullptr;
-    if (sqlite3_open_v2(path.toUtf8().constData(), &db, SQLITE_OPEN_READONLY, nullptr) !=
-        SQLITE_OK) {
-        sqlite3_close(db);
-        return {QStringLiteral("cannot open")};
-    }
-    const QByteArray sql =
-        QStringLiteral("SELECT * FROM ex_kanzai WHERE GRP=%1 AND KAN=%2 ORDER BY NO")
-            .arg(grp)
-            .arg(kan)
-            .toUtf8();
-    sqlite3_stmt* st = nullptr;
-    sqlite3_prepare_v2(db, sql.constData(), -1, &st, nullptr);
-    while (st && sqlite3_step(st) == SQLITE_ROW) {
-        QStringList cols;
-        for (int c = 0; c < sqlite3_column_count(st); ++c)
-            cols << QString::fromUtf8(reinterpret_cast<const char*>(sqlite3_column_text(st, c)));
-        rows << cols.join(QLatin1Char('|'));
-    }
-    sqlite3_finalize(st);
-    sqlite3_close(db);
-    return rows;
+    return SqliteRows(path,
+                      QStringLiteral("SELECT * FROM ex_kanzai WHERE GRP=%1 AND KAN=%2 ORDER BY NO")
+                          .arg(grp)
+                          .arg(kan),
+                      SQLITE_OPEN_READONLY);
 }
 
 // Another program on the same file: the sqlite3 shell in a process of its

@@ -1,9 +1,12 @@
 #pragma once
 // The computed columns of one pipe type as the file holds them, one line a
-// row (rows 1 to 59): the prices a test compares with the engine's.
+// row (rows 1 to 59): the prices a test compares with the engine's, and the
+// same columns as the engine computes them.
 
+#include "engine/calcrow.h"
 #include "engine/currency.h"
 #include "store/modulewrappersqlite.h"
+#include "store/pipetypestore.h"
 
 #include <QStringList>
 
@@ -21,5 +24,28 @@ inline QStringList StoredPrices(const QString& path, int grp, int kan) {
             fields << CurrToStr(StrToCurrDef(NthField(line, f), Currency::FromInt(-999999)));
         out << fields.join(QLatin1Char(' '));
     }
+    return out;
+}
+
+// The computed columns as the engine computes them from the stored figures
+// and options of the pipe type, in the lines of StoredPrices. Leaves
+// KanzaiRows as it found them.
+inline QStringList ComputedPrices(int grp, int kan) {
+    const RowTable keep = KanzaiRows;
+    LoadPipeType(1, grp, kan);
+    QStringList out;
+    for (int n = 1; n < OptionRow; ++n) {
+        Fuzokurecordtypex row = KanzaiRows[n];
+        Fuzokurecordtypex options = KanzaiRows[OptionRow];
+        CalcRowWith(row, KanzaiOptions(options));
+        QStringList fields{QString::number(n), CurrToStr(row.GROSS), CurrToStr(row.NET)};
+        for (Currency v : row.CALC_G)
+            fields << CurrToStr(v);
+        for (Currency v : row.CALC_N)
+            fields << CurrToStr(v);
+        fields << CurrToStr(row.NTANKA) << CurrToStr(row.GTANKA) << CurrToStr(row.FTANKA);
+        out << fields.join(QLatin1Char(' '));
+    }
+    KanzaiRows = keep;
     return out;
 }

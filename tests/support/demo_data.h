@@ -1,0 +1,33 @@
+#pragma once
+// A data folder made by the suite stand-in for one test, with its demo
+// database, and scripted dialogs: for tests of the files the program hands
+// on, without the window.
+#include "platform/datapaths.h"
+#include "platform/scripteddialogs.h"
+#include "store/pipetypestore.h"
+#include "store/suitestandin.h"
+
+#include <QTemporaryDir>
+#include <QTextStream>
+
+#include <gtest/gtest.h>
+
+class DemoDataFolder : public ::testing::Test {
+protected:
+    void SetUp() override {
+        ASSERT_TRUE(dir.isValid());
+        saved = qgetenv("QORVALE_COMMON_DATA");
+        qputenv("QORVALE_COMMON_DATA", dir.path().toLocal8Bit());
+        QString out, err;
+        QTextStream o(&out), e(&err);
+        ASSERT_EQ(RunVelmoraSuite({QStringLiteral("init"), QStringLiteral("--demo")}, o, e), 0);
+        root = DataRootPath();
+        ExDatabasePath = ExDatabasePathIn(DatabaseFolderFrom(QString()));
+    }
+    void TearDown() override { qputenv("QORVALE_COMMON_DATA", saved); }
+
+    QTemporaryDir dir;
+    QByteArray saved;
+    QString root; // the data root
+    ScriptedDialogsScope dialogs;
+};
