@@ -4,7 +4,7 @@
 set -euo pipefail
 
 QORVALE_PACKAGES=(
-  build-essential cmake pkg-config git
+  build-essential cmake pkg-config git ccache
   qt6-base-dev libgl-dev
   libsqlite3-dev sqlite3
   libxlsxwriter-dev
@@ -49,7 +49,14 @@ qorvale_build() {
   # $1: build directory, further arguments go to cmake configure
   local dir=$1
   shift
-  cmake -S "$QORVALE_ROOT" -B "$dir" -DCMAKE_BUILD_TYPE=RelWithDebInfo "$@" >/dev/null
+  local launcher=()
+  # ccache keeps the objects of earlier builds, also those of other clones:
+  # paths below the source folder are hashed relative to it.
+  if command -v ccache >/dev/null 2>&1; then
+    export CCACHE_BASEDIR="$QORVALE_ROOT" CCACHE_NOHASHDIR=1
+    launcher=(-DCMAKE_C_COMPILER_LAUNCHER=ccache -DCMAKE_CXX_COMPILER_LAUNCHER=ccache)
+  fi
+  cmake -S "$QORVALE_ROOT" -B "$dir" -DCMAKE_BUILD_TYPE=RelWithDebInfo "${launcher[@]}" "$@" >/dev/null
   cmake --build "$dir" -j "$(nproc)" >"$dir/build.log" 2>&1 || { tail -n 60 "$dir/build.log"; return 1; }
   echo "Built in $dir"
 }
