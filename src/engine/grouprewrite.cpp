@@ -1,7 +1,10 @@
 #include "engine/grouprewrite.h"
 
 #include "engine/calcrow.h"
+#include "platform/datapaths.h"
 #include "store/pipetypestore.h"
+
+#include <stdexcept>
 
 namespace {
 
@@ -56,30 +59,48 @@ QString GroupProgressText(int kind, int i, int r, const QString& goods) {
            QString::number(i) + QLatin1Char('-') + QString::number(r) + QLatin1Char('/') + goods;
 }
 
-void RecalculateGroup(QWidget* form, int kind, int grp, int currentKan,
-                      const GroupProgress& progress) {
+void RecalculatePipeType(int grp, int kan, const std::function<void(int r)>& beforeRow) {
+    TSQLiteDatabase db(ExDatabasePath);
+    db.BeginImmediateTransaction();
+    LoadPipeTypeIn(db, grp, kan);
+    for (int r = 1; r <= GroupCalcRows; ++r) {
+        if (beforeRow) beforeRow(r);
+        CalcRow(r);
+    }
+    WritePipeTypeIn(db, grp, kan);
+    db.Commit();
+}
+
+void RecalculateGroup(int kind, int grp, int currentKan, const GroupProgress& progress) {
     const RowTable rowsBefore = KanzaiRows;
     const QStringList savedBefore = SavedLines;
+    const QStringList storedBefore = StoredLines;
+    int kan = 0;
     try {
         for (int i = 0; i < GroupPipeTypes; ++i) {
-            const int kan = i + 1;
-            LoadPipeType(1, grp, kan);
-            for (int r = 1; r <= GroupCalcRows; ++r) {
+            kan = i + 1;
+            RecalculatePipeType(grp, kan, [&](int r) {
                 if (progress)
                     progress(GroupProgressText(kind, i, r, KanzaiRows[r].Goods()),
                              i * GroupCalcRows + r);
-                CalcRow(r);
-            }
-            SavePipeType(form, 1, grp, 0, kan);
+            });
         }
+        kan = 0;
         bringBack(grp, currentKan);
-    } catch (...) {
+    } catch (const std::exception& e) {
         try {
             bringBack(grp, currentKan);
         } catch (...) {
             KanzaiRows = rowsBefore;
             SavedLines = savedBefore;
+            StoredLines = storedBefore;
         }
-        throw;
+        if (kan == 0) throw;
+        throw std::runtime_error(
+            QStringLiteral("グループの再計算を管種%1で中止しました。管種%1から後は変更されて"
+                           "いません。\r\n%2")
+                .arg(kan)
+                .arg(QString::fromUtf8(e.what()))
+                .toStdString());
     }
 }

@@ -31,16 +31,22 @@ QString GroupProgressText(int kind, int i, int r, const QString& goods);
 // GroupRewriteSteps.
 using GroupProgress = std::function<void(const QString& text, int step)>;
 
-// For the 20 pipe types of group grp: load, report and calculate rows 1 to
-// 59, save without a message (a failed save shows its own box and the run
-// goes on). Then the rows of pipe type currentKan come back into KanzaiRows,
-// as stored, with their computed fields, and SavedLines as loaded.
+// One pipe type of a group rewrite, in one write transaction: load it, call
+// beforeRow(r) and calculate rows 1 to 59, write its 60 rows. Another program
+// sees it wholly old or wholly new. Raises ESQLiteException (nothing of the
+// pipe type written) or what the calculation raises.
+void RecalculatePipeType(int grp, int kan, const std::function<void(int r)>& beforeRow);
+
+// RecalculatePipeType for the 20 pipe types of group grp, reporting each row.
+// Then the rows of pipe type currentKan come back into KanzaiRows, as
+// stored, with their computed fields, and SavedLines and StoredLines as
+// loaded.
 //
-// Uses KanzaiRows, SavedLines and the result list of the database layer; the
-// caller makes sure nothing else touches them while it runs. An exception (a
-// failed load, an overflow) ends the run and is raised again, after the rows
-// of pipe type currentKan have been brought back as far as the table allows
-// (else the rows and SavedLines as they were at the start), so that no later
-// save writes another pipe type's rows over it.
-void RecalculateGroup(QWidget* form, int kind, int grp, int currentKan,
-                      const GroupProgress& progress);
+// Uses KanzaiRows, SavedLines and StoredLines; the caller makes sure nothing
+// else touches them while it runs. A failure ends the run with an exception
+// that says at which pipe type it stopped (the ones before it are rewritten,
+// it and those after it are as they were), after the rows of pipe type
+// currentKan have been brought back as far as the table allows (else the
+// rows as they were at the start), so that no later save writes another
+// pipe type's rows over it.
+void RecalculateGroup(int kind, int grp, int currentKan, const GroupProgress& progress);

@@ -1,6 +1,7 @@
 #include "shell/batchtool.h"
 
 #include "engine/calcrow.h"
+#include "engine/grouprewrite.h"
 #include "platform/commandline.h"
 #include "platform/consoledialogs.h"
 #include "platform/datapaths.h"
@@ -227,16 +228,23 @@ int RunQorvaleTool(const QStringList& args, QTextStream& out, QTextStream& err) 
         const int first = a.kan ? a.kan : 1;
         const int last = a.kan ? a.kan : 20;
         for (int kan = first; kan <= last; ++kan) {
-            LoadPipeType(1, a.group, kan);
-            for (int r = 1; r < OptionRow; ++r)
-                CalcRow(r);
-            const bool saved = SavePipeType(nullptr, 1, a.group, 0, kan);
+            // Each pipe type in one transaction: a run that is stopped leaves
+            // every pipe type wholly old or wholly new.
+            QString failure;
+            try {
+                RecalculatePipeType(a.group, kan, nullptr);
+            } catch (const std::exception& e) {
+                failure = oneLine(QString::fromUtf8(e.what()));
+            }
             out << "group " << a.group << " pipe type " << kan << " ("
                 << KanzaiRows[1].Goods().trimmed() << "): "
-                << (saved ? QStringLiteral("recalculated and saved") : QStringLiteral("not saved"))
+                << (failure.isEmpty() ? QStringLiteral("recalculated and saved")
+                                      : QStringLiteral("not saved"))
                 << "\n";
-            if (!saved) {
-                err << "qorvale-tool: stopped after a failed save\n";
+            if (!failure.isEmpty()) {
+                err << "qorvale-tool: " << failure << "\n"
+                    << "qorvale-tool: stopped after a failed save; pipe type " << kan
+                    << " and those after it are unchanged\n";
                 return 1;
             }
         }

@@ -15,7 +15,7 @@ void showError() {
 // is rolled back and reason tells why; a rollback that fails raises.
 bool runTransaction(TSQLiteDatabase& db, const QStringList& sqls, QString& reason) {
     try {
-        db.BeginTransaction();
+        db.BeginImmediateTransaction();
         for (const QString& sql : sqls)
             db.ExecSQL(sql);
         db.Commit();
@@ -25,7 +25,7 @@ bool runTransaction(TSQLiteDatabase& db, const QStringList& sqls, QString& reaso
     } catch (const std::exception& e) {
         reason = QString::fromUtf8(e.what());
     }
-    db.Rollback();
+    if (db.IsTransactionOpen()) db.Rollback();
     return false;
 }
 
@@ -57,25 +57,31 @@ int TryExecStatements(const QString& path, const QStringList& sqls, QString& rea
     return 0;
 }
 
-void QueryToLines(const QString& path, const QString& sql) {
-    ResultLines.clear();
-    ResultColumns.clear();
-    TSQLiteDatabase db(path);
+QueryResult QueryLines(TSQLiteDatabase& db, const QString& sql) {
     std::unique_ptr<TSQLiteTable> table = db.GetTable(sql);
-    ResultColumns = table->ColumnNames();
+    QueryResult result;
+    result.columns = table->ColumnNames();
     const int cols = int(table->ColCount());
-    QStringList lines;
-    lines.reserve(int(table->RowCount()));
+    result.lines.reserve(int(table->RowCount()));
     while (!table->Eof()) {
         QString line;
         for (int c = 0; c < cols; ++c) {
             line += EscapeField(table->FieldAsString(c));
             line += QLatin1Char(';');
         }
-        lines.append(line);
+        result.lines.append(line);
         table->Next();
     }
-    ResultLines = std::move(lines);
+    return result;
+}
+
+void QueryToLines(const QString& path, const QString& sql) {
+    ResultLines.clear();
+    ResultColumns.clear();
+    TSQLiteDatabase db(path);
+    QueryResult result = QueryLines(db, sql);
+    ResultColumns = std::move(result.columns);
+    ResultLines = std::move(result.lines);
 }
 
 int ExecStatement(const QString& path, const QString& sql) {
@@ -87,9 +93,12 @@ int ExecStatements(const QString& path, const QStringList& sqls) {
 }
 
 QString FieldOfLine(const QString& line, const QString& columnName) {
-    for (int i = 0; i < int(ResultColumns.size()); ++i)
-        if (ResultColumns[i].compare(columnName, Qt::CaseInsensitive) == 0)
-            return NthField(line, i + 1);
+    return FieldOfLine(ResultColumns, line, columnName);
+}
+
+QString FieldOfLine(const QStringList& columns, const QString& line, const QString& columnName) {
+    for (int i = 0; i < int(columns.size()); ++i)
+        if (columns[i].compare(columnName, Qt::CaseInsensitive) == 0) return NthField(line, i + 1);
     return QString();
 }
 

@@ -21,11 +21,23 @@ class QWidget;
 extern QStringList ResultLines;
 extern QStringList ResultColumns;
 
+// The rows of a query as result lines, and its column names in upper case.
+struct QueryResult {
+    QStringList columns;
+    QStringList lines;
+};
+// Runs a query on an open connection (inside its transaction, if one is
+// open). Raises ESQLiteException on failure.
+QueryResult QueryLines(TSQLiteDatabase& db, const QString& sql);
+
 // Runs a query on the database file at path and puts its rows into
 // ResultLines. Raises ESQLiteException on any failure, with the connection
 // closed and ResultLines empty.
 void QueryToLines(const QString& path, const QString& sql);
 
+// Every write below runs in one write transaction ("BEGIN IMMEDIATE"), which
+// waits out a short lock of another program (TSQLiteDatabase::BusyWaitMs).
+//
 // Runs one statement in a transaction of its own. 1 on success; on failure
 // the transaction is rolled back, the box "ERROR" is shown and the result is
 // 0. A failure to open the file or to roll back raises ESQLiteException.
@@ -46,6 +58,8 @@ void ShowWriteFailure(QWidget* form, const QString& reason, const QString& what)
 // The value of a column of a result line; the name is looked up in
 // ResultColumns without regard to case. Empty for an unknown column.
 QString FieldOfLine(const QString& line, const QString& columnName);
+// The same for a line of a result with the given column names.
+QString FieldOfLine(const QStringList& columns, const QString& line, const QString& columnName);
 
 // A text value for a statement: the quotes doubled, so that the store holds
 // exactly the text and no text changes the meaning of the statement.

@@ -12,6 +12,9 @@
 
 #include <stdexcept>
 
+const QString NotSavedText =
+    QStringLiteral("この管種は保存されていません。データベースの内容は変わっていません。");
+
 namespace {
 
 QString q(const QString& value) {
@@ -27,14 +30,74 @@ QString qCurr(Currency c) {
     return q(CurrToStr(c));
 }
 
-Currency currOf(const QString& line, const char* column) {
-    return StrToCurrDef(FieldOfLine(line, QLatin1String(column)), Currency{});
+Currency currOf(const QStringList& columns, const QString& line, const char* column) {
+    return StrToCurrDef(FieldOfLine(columns, line, QLatin1String(column)), Currency{});
 }
-int intOf(const QString& line, const char* column) {
-    return StrToIntDef(FieldOfLine(line, QLatin1String(column)), 0);
+int intOf(const QStringList& columns, const QString& line, const char* column) {
+    return StrToIntDef(FieldOfLine(columns, line, QLatin1String(column)), 0);
 }
-QByteArray textOf(const QString& line, const char* column, int width) {
-    return ToAnsiCut(FieldOfLine(line, QLatin1String(column)), width);
+QByteArray textOf(const QStringList& columns, const QString& line, const char* column, int width) {
+    return ToAnsiCut(FieldOfLine(columns, line, QLatin1String(column)), width);
+}
+
+// The columns a load reads: what another program may change under us.
+constexpr const char* LoadedColumns[] = {"UKEY",   "GOODS",  "KIND",  "SORT",  "SIZE",  "YOSAN",
+                                         "CI",     "FLAG",   "NET",   "GROSS", "TEIKA", "DATA1",
+                                         "DATA2",  "DATA3",  "DATA4", "DATA5", "DATA6", "DATA7",
+                                         "NTANKA", "GTANKA", "FTANKA"};
+
+// The loaded columns of each row as stored, in their text form.
+QStringList storedState(const QueryResult& result) {
+    QStringList state;
+    state.reserve(int(result.lines.size()));
+    for (const QString& line : result.lines) {
+        QString s;
+        for (const char* column : LoadedColumns)
+            s += EscapeField(FieldOfLine(result.columns, line, QLatin1String(column))) +
+                 QLatin1Char(';');
+        state.append(s);
+    }
+    return state;
+}
+
+// Fills the rows from a result of LoadStatement, as LoadPipeType describes.
+void loadRows(const QueryResult& result) {
+    SavedLines.clear();
+    const QStringList& columns = result.columns;
+    for (int i = 0; i < RowCount; ++i) {
+        const int r = i + 1;
+        if (i >= int(result.lines.size()))
+            throw std::out_of_range(
+                QStringLiteral("List index out of bounds (%1)").arg(i).toStdString());
+        const QString& line = result.lines[i];
+        Fuzokurecordtypex& row = KanzaiRows[r];
+        row.UKEY = intOf(columns, line, "UKEY");
+        row.GOODS = textOf(columns, line, "GOODS", GoodsWidth);
+        row.KIND = textOf(columns, line, "KIND", KindWidth);
+        row.SORT = Currency::FromInt(intOf(columns, line, "SORT"));
+        row.SIZE = textOf(columns, line, "SIZE", SizeWidth);
+        row.YOSAN = intOf(columns, line, "YOSAN");
+        row.CI = textOf(columns, line, "CI", CiWidth);
+        row.FLAG = intOf(columns, line, "FLAG");
+        row.NET = currOf(columns, line, "NET");
+        row.GROSS = currOf(columns, line, "GROSS");
+        row.TEIKA = currOf(columns, line, "TEIKA");
+        static const char* const data[7] = {"DATA1", "DATA2", "DATA3", "DATA4",
+                                            "DATA5", "DATA6", "DATA7"};
+        for (int d = 0; d < 7; ++d)
+            row.DATA[std::size_t(d)] = currOf(columns, line, data[d]);
+        // Row 15's supply rate defaults to 1 before anything reads it.
+        if (r == 15 && row.Data(1).IsZero()) row.Data(1) = Currency::FromInt(1);
+        row.NTANKA = currOf(columns, line, "NTANKA");
+        row.GTANKA = currOf(columns, line, "GTANKA");
+        row.FTANKA = currOf(columns, line, "FTANKA");
+        SavedLines.append(RowLine(row));
+    }
+    // The option row knows only item indexes 0 and 1 for these two.
+    Fuzokurecordtypex& options = KanzaiRows[OptionRow];
+    if (options.FLAG > 1) options.FLAG = 0;
+    if (options.YOSAN > 1) options.YOSAN = 0;
+    StoredLines = storedState(result);
 }
 
 } // namespace
@@ -74,64 +137,55 @@ QString SaveStatement(const Fuzokurecordtypex& r, int grp, int kan, int n) {
     return s;
 }
 
+QStringList StoredLines;
+
 void LoadPipeType(int /*ctg*/, int grp, int kan) {
     SavedLines.clear();
     QueryToLines(ExDatabasePath, LoadStatement(grp, kan));
-    for (int i = 0; i < RowCount; ++i) {
-        const int r = i + 1;
-        if (i >= int(ResultLines.size()))
-            throw std::out_of_range(
-                QStringLiteral("List index out of bounds (%1)").arg(i).toStdString());
-        const QString& line = ResultLines[i];
-        Fuzokurecordtypex& row = KanzaiRows[r];
-        row.UKEY = intOf(line, "UKEY");
-        row.GOODS = textOf(line, "GOODS", GoodsWidth);
-        row.KIND = textOf(line, "KIND", KindWidth);
-        row.SORT = Currency::FromInt(intOf(line, "SORT"));
-        row.SIZE = textOf(line, "SIZE", SizeWidth);
-        row.YOSAN = intOf(line, "YOSAN");
-        row.CI = textOf(line, "CI", CiWidth);
-        row.FLAG = intOf(line, "FLAG");
-        row.NET = currOf(line, "NET");
-        row.GROSS = currOf(line, "GROSS");
-        row.TEIKA = currOf(line, "TEIKA");
-        static const char* const data[7] = {"DATA1", "DATA2", "DATA3", "DATA4",
-                                            "DATA5", "DATA6", "DATA7"};
-        for (int d = 0; d < 7; ++d)
-            row.DATA[std::size_t(d)] = currOf(line, data[d]);
-        // Row 15's supply rate defaults to 1 before anything reads it.
-        if (r == 15 && row.Data(1).IsZero()) row.Data(1) = Currency::FromInt(1);
-        row.NTANKA = currOf(line, "NTANKA");
-        row.GTANKA = currOf(line, "GTANKA");
-        row.FTANKA = currOf(line, "FTANKA");
-        SavedLines.append(RowLine(row));
-    }
-    // The option row knows only item indexes 0 and 1 for these two.
-    Fuzokurecordtypex& options = KanzaiRows[OptionRow];
-    if (options.FLAG > 1) options.FLAG = 0;
-    if (options.YOSAN > 1) options.YOSAN = 0;
+    loadRows(QueryResult{ResultColumns, ResultLines});
 }
 
-bool SavePipeType(QWidget* form, int /*ctg*/, int grp, int showMessage, int kan) {
-    int failed = 0;
-    QString reason;
+void LoadPipeTypeIn(TSQLiteDatabase& db, int grp, int kan) {
+    loadRows(QueryLines(db, LoadStatement(grp, kan)));
+}
+
+void WritePipeTypeIn(TSQLiteDatabase& db, int grp, int kan) {
     for (int n = 1; n <= RowCount; ++n) {
         const QString sql = SaveStatement(KanzaiRows[n], grp, kan, n);
         if (n == 1) CurrentDialogs().SetClipboardText(sql);
-        QString why;
-        if (!TryExecStatements(ExDatabasePath, {sql}, why) && failed++ == 0) reason = why;
+        db.ExecSQL(sql);
     }
-    if (failed > 0) {
-        // The rows stay unsaved, so the question comes again.
-        ShowWriteFailure(
-            form, reason,
-            QStringLiteral("%1行中%2行を保存できませんでした。").arg(RowCount).arg(failed));
-        return false;
+}
+
+SaveOutcome SavePipeType(QWidget* form, int /*ctg*/, int grp, int showMessage, int kan,
+                         SaveCheck check) {
+    QString reason;
+    try {
+        TSQLiteDatabase db(ExDatabasePath);
+        db.BeginImmediateTransaction();
+        const QString load = LoadStatement(grp, kan);
+        // Inside the write lock: what is stored now stays so until the commit.
+        if (check == SaveCheck::AgainstLoaded && storedState(QueryLines(db, load)) != StoredLines)
+            return SaveOutcome::ChangedElsewhere; // rolled back by db
+        WritePipeTypeIn(db, grp, kan);
+        QStringList stored = storedState(QueryLines(db, load));
+        db.Commit();
+        StoredLines = std::move(stored);
+    } catch (const ESQLiteException& e) {
+        reason = e.Reason();
+    } catch (const std::exception& e) {
+        reason = QString::fromUtf8(e.what());
+    }
+    if (!reason.isEmpty()) {
+        // Nothing of the pipe type was written; the rows stay unsaved, so the
+        // question comes again.
+        ShowWriteFailure(form, reason, NotSavedText);
+        return SaveOutcome::Failed;
     }
     SavedLines = CurrentLines;
     if (showMessage == 1)
         ShowInfoDialog(form, QStringLiteral("確認"), QStringLiteral("保存しました。"));
-    return true;
+    return SaveOutcome::Saved;
 }
 
 QString ExDatabaseProblem(const QString& path) {

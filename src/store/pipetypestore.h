@@ -3,6 +3,7 @@
 // a pipe type, to and from KanzaiRows, on ExDatabasePath.
 
 #include "store/ex_general.h"
+#include "store/sqliteclasses.h"
 
 #include <QString>
 
@@ -13,19 +14,43 @@ QString LoadStatement(int grp, int kan);
 // The UPDATE of row n (1..60) of a pipe type from row, ended by CR LF.
 QString SaveStatement(const Fuzokurecordtypex& row, int grp, int kan, int n);
 
-// Fills fields UKEY to FTANKA of the 60 rows of KanzaiRows and rebuilds
-// SavedLines. ctg is ignored: the statement always says 1. Raises
-// ESQLiteException when the query fails and std::out_of_range when the store
-// gives fewer than 60 rows (the rows before the missing one are replaced).
-void LoadPipeType(int ctg, int grp, int kan);
+// The loaded columns of each of the 60 rows as the database held them at the
+// last load or save of this program: a save compares them with what is
+// stored, to find a change made elsewhere in between.
+extern QStringList StoredLines;
 
-// Writes the 60 rows of KanzaiRows, one UPDATE a row, each in a transaction
-// of its own, and puts the statement of row 1 on the clipboard. ctg is
-// ignored. When every row was written: SavedLines takes CurrentLines, with
-// showMessage 1 "保存しました。" is shown, and the result is true. When any row
-// failed (the loop goes on over the others): one box "ERROR" with the
-// database's reason, whatever showMessage is, SavedLines unchanged, false.
-bool SavePipeType(QWidget* form, int ctg, int grp, int showMessage, int kan);
+// Fills fields UKEY to FTANKA of the 60 rows of KanzaiRows and rebuilds
+// SavedLines and StoredLines. ctg is ignored: the statement always says 1.
+// Raises ESQLiteException when the query fails and std::out_of_range when the
+// store gives fewer than 60 rows (the rows before the missing one are
+// replaced, StoredLines stays).
+void LoadPipeType(int ctg, int grp, int kan);
+// The same on an open connection, inside its transaction.
+void LoadPipeTypeIn(TSQLiteDatabase& db, int grp, int kan);
+// The 60 UPDATEs of KanzaiRows on an open connection, inside its
+// transaction; the statement of row 1 goes to the clipboard. Raises
+// ESQLiteException at the first that fails.
+void WritePipeTypeIn(TSQLiteDatabase& db, int grp, int kan);
+
+enum class SaveOutcome { Saved, Failed, ChangedElsewhere };
+enum class SaveCheck {
+    AgainstLoaded, // nothing is written when the stored rows are no longer StoredLines
+    Overwrite      // the user has chosen to write over a change made elsewhere
+};
+// The words of a failed save: nothing was written.
+extern const QString NotSavedText;
+
+// Writes the 60 rows of KanzaiRows in one write transaction, all or nothing,
+// and puts the statement of row 1 on the clipboard. ctg is ignored.
+// - Saved: SavedLines takes CurrentLines, StoredLines what is stored now;
+//   with showMessage 1 "保存しました。" is shown.
+// - ChangedElsewhere: the stored rows differ from StoredLines (another
+//   program has changed the pipe type since it was loaded); nothing is
+//   written or shown.
+// - Failed: nothing is written; one box "ERROR" with the database's reason,
+//   whatever showMessage is. SavedLines stays, so the question comes again.
+SaveOutcome SavePipeType(QWidget* form, int ctg, int grp, int showMessage, int kan,
+                         SaveCheck check = SaveCheck::AgainstLoaded);
 
 // What keeps the database file at path from being the suite's database, in
 // Japanese words for the user: no file, no database, no ex_kanzai or exconf.

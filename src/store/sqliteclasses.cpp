@@ -84,9 +84,11 @@ struct StmtGuard {
 
 // ---------------------------------------------------------------- database
 
-TSQLiteDatabase::TSQLiteDatabase(const QString& FileName) {
-    const QString name = FileName;
-    const int rc = sqlite3_open16(name.utf16(), &fDB);
+TSQLiteDatabase::TSQLiteDatabase(const QString& FileName, OpenMode mode) {
+    int flags = SQLITE_OPEN_READWRITE;
+    if (mode == OpenMode::CreateIfMissing) flags |= SQLITE_OPEN_CREATE;
+    const int rc = sqlite3_open_v2(FileName.toUtf8().constData(), &fDB, flags, nullptr);
+    if (rc == SQLITE_OK) sqlite3_busy_timeout(fDB, BusyWaitMs);
     if (rc != SQLITE_OK) {
         if (fDB) {
             const QString msg = QString::fromUtf8(sqlite3_errmsg(fDB));
@@ -273,6 +275,12 @@ void TSQLiteDatabase::UpdateBlob(const QString& SQL, const QByteArray& BlobData)
 void TSQLiteDatabase::BeginTransaction() {
     if (fInTrans) throw ESQLiteException(QStringLiteral("Transaction already open"));
     ExecSQL(QStringLiteral("BEGIN TRANSACTION"));
+    fInTrans = true;
+}
+
+void TSQLiteDatabase::BeginImmediateTransaction() {
+    if (fInTrans) throw ESQLiteException(QStringLiteral("Transaction already open"));
+    ExecSQL(QStringLiteral("BEGIN IMMEDIATE TRANSACTION"));
     fInTrans = true;
 }
 

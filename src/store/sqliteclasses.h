@@ -66,9 +66,17 @@ using TCollateXCompare = int (*)(void* UserData, int Buf1Len, const void* Buf1, 
 // One open connection. Lives on the stack of the operation that needs it:
 // its destructor rolls back an open transaction and may raise when the
 // ROLLBACK itself fails.
+//
+// A connection opens an existing file only, unless asked to create it: the
+// program never makes a database of its own where the suite's is missing.
+// It waits out a lock that another program holds for up to BusyWaitMs
+// before a statement fails with "database is locked".
 class TSQLiteDatabase {
 public:
-    explicit TSQLiteDatabase(const QString& FileName);
+    enum class OpenMode { Existing, CreateIfMissing };
+    static constexpr int BusyWaitMs = 2000;
+
+    explicit TSQLiteDatabase(const QString& FileName, OpenMode mode = OpenMode::Existing);
     ~TSQLiteDatabase() noexcept(false);
     TSQLiteDatabase(const TSQLiteDatabase&) = delete;
     TSQLiteDatabase& operator=(const TSQLiteDatabase&) = delete;
@@ -93,6 +101,9 @@ public:
     void UpdateBlob(const QString& SQL, const QByteArray& BlobData);
 
     void BeginTransaction();
+    // A write transaction that takes the write lock at once ("BEGIN
+    // IMMEDIATE"), so that what it reads stays as read until its commit.
+    void BeginImmediateTransaction();
     void Commit();
     void Rollback();
     bool TableExists(const QString& TableName);

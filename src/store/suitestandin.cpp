@@ -246,7 +246,7 @@ void CreateSuiteDatabase(const QString& path, bool demo) {
     const QString temp = path + QStringLiteral(".new");
     QFile::remove(temp);
     try {
-        TSQLiteDatabase db(temp);
+        TSQLiteDatabase db(temp, TSQLiteDatabase::OpenMode::CreateIfMissing);
         db.ExecSQL(QStringLiteral("PRAGMA encoding = 'UTF-8'"));
         db.BeginTransaction();
         db.ExecSQL(QString::fromLatin1(CreateKanzai));

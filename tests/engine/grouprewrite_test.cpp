@@ -116,7 +116,7 @@ TEST_F(GroupRecalc, EveryPipeTypeOfTheGroupIsComputedUnderItsStoredOptionsAndSav
     TakeSnapshot();
     KanzaiRows[3].TEIKA = c("123456"); // not saved: the run loads from the table
     std::vector<std::pair<QString, int>> progress;
-    RecalculateGroup(nullptr, 1, 2, 7,
+    RecalculateGroup(1, 2, 7,
                      [&](const QString& text, int step) { progress.emplace_back(text, step); });
 
     for (int kan = 1; kan <= GroupPipeTypes; ++kan)
@@ -140,7 +140,7 @@ TEST_F(GroupRecalc, TheCurrentPipeTypeComesBackAsStoredWithItsPrices) {
     KanzaiRows[2].TEIKA = c("777"); // an unsaved entry
     RefreshLines();
     ASSERT_TRUE(PipeTypeChanged());
-    RecalculateGroup(nullptr, 1, 1, 3, nullptr);
+    RecalculateGroup(1, 1, 3, nullptr);
     // Group 1's pipe type 3, computed, with SavedLines from the table: the
     // entry is gone from the rows, and the rows differ from CurrentLines.
     EXPECT_EQ(SavedLines, asLoaded);
@@ -175,12 +175,12 @@ TEST_F(GroupRecalc, AFailedLoadEndsTheRunWithTheCurrentRowsBack) {
     const RowTable current = KanzaiRows;
     int lastStep = 0;
     QString lastText;
-    EXPECT_THROW(RecalculateGroup(nullptr, 1, 1, 2,
+    EXPECT_THROW(RecalculateGroup(1, 1, 2,
                                   [&](const QString& text, int step) {
                                       lastStep = step;
                                       lastText = text;
                                   }),
-                 std::out_of_range);
+                 std::runtime_error);
     EXPECT_EQ(lastStep, 6 * 59);
     EXPECT_EQ(lastText, QString::fromUtf8("データ更新中:1-5-59/"));
     // The rows are pipe type 2's again as stored by the run, not the broken
@@ -203,7 +203,7 @@ TEST_F(GroupRecalc, AFailedLoadEndsTheRunWithTheCurrentRowsBack) {
     const RowTable before = KanzaiRows;
     exec(
         QStringLiteral("DELETE FROM ex_kanzai WHERE CTG='1' AND GRP='1' AND KAN='2' AND NO='60';"));
-    EXPECT_THROW(RecalculateGroup(nullptr, 1, 1, 2, nullptr), std::out_of_range);
+    EXPECT_THROW(RecalculateGroup(1, 1, 2, nullptr), std::runtime_error);
     for (int n = 1; n <= RowCount; ++n)
         ASSERT_EQ(RowLine(KanzaiRows[n]), RowLine(before[n])) << n;
 }

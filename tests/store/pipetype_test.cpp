@@ -7,6 +7,8 @@
 #include "store/modulewrappersqlite.h"
 #include "store/pipetypestore.h"
 #include "store/suitestandin.h"
+#include "support/lockholder.h"
+#include "support/sqliterows.h"
 
 #include <QTemporaryDir>
 
@@ -243,73 +245,87 @@ TEST_F(PipeTypeStore, EveryCodePageCharacterSurvivesByteForByte) {
     EXPECT_TRUE(dialogs->Messages().empty());
 }
 
-TEST_F(PipeTypeStore, BusyDatabaseFailsTheSaveAsAWhole) {
-    LoadPipeType(1, 7, 3);
-    const QStringList stored3 = SavedLines;
-    for (int r = 1; r <= RowCount; ++r)
-        KanzaiRows[r].SetGoods(QStringLiteral("new"));
-    TakeSnapshot();
-    RefreshLines();
-
-    TSQLiteDatabase other(ExDatabasePath);
-    other.ExecSQL(QStringLiteral("BEGIN EXCLUSIVE"));
-    // A read raises the busy text and leaves the rows alone.
-    try {
-        LoadPipeType(1, 7, 3);
-        ADD_FAILURE() << "no exception";
-    } catch (const ESQLiteException& e) {
-        EXPECT_TRUE(e.Message().contains(QStringLiteral("The database file is locked")))
-            << s(e.Message());
-        EXPECT_EQ(e.Reason(), QStringLiteral("database is locked"));
-    }
-    EXPECT_EQ(KanzaiRows[1].GOODS, QByteArray("new"));
-
-    SavedLines = stored3;
-    EXPECT_FALSE(SavePipeType(nullptr, 1, 7, 1, 3));
-    // One box for the whole save, with the database's reason; no success.
-    EXPECT_TRUE(dialogs->Messages().empty());
-    ASSERT_EQ(dialogs->Boxes().size(), 1u);
-    EXPECT_EQ(dialogs->Boxes()[0].instruction, QStringLiteral("ERROR"));
-    EXPECT_EQ(dialogs->Boxes()[0].icon, TaskDialog::IconError);
-    EXPECT_TRUE(dialogs->Boxes()[0].content.startsWith(QStringLiteral("database is locked\r\n")))
-        << s(dialogs->Boxes()[0].content);
-    EXPECT_TRUE(dialogs->Boxes()[0].content.contains(QStringLiteral("60行中60行")));
-    // Still unsaved: the question will come again.
-    EXPECT_EQ(SavedLines, stored3);
-    EXPECT_NE(SavedLines, CurrentLines);
-    other.ExecSQL(QStringLiteral("ROLLBACK"));
-    EXPECT_EQ(stored("GOODS", 7, 3, 2), QString());
-
-    // With the file free again the same save goes through.
-    dialogs->ClearRecords();
-    EXPECT_TRUE(SavePipeType(nullptr, 1, 7, 1, 3));
-    ASSERT_EQ(dialogs->Boxes().size(), 1u);
-    EXPECT_EQ(dialogs->Boxes()[0].content, QStringLiteral("保存しました。"));
-    EXPECT_EQ(SavedLines, CurrentLines);
-    EXPECT_EQ(stored("GOODS", 7, 3, 1), QStringLiteral("new"));
-    EXPECT_EQ(stored("GOODS", 7, 3, 60), QStringLiteral("new"));
+// Every column of the 60 rows, read with the library itself.
+QStringList dump(int grp, int kan) {
+    return SqliteRows(ExDatabasePath,
+                      QStringLiteral("SELECT * FROM ex_kanzai WHERE GRP=%1 AND KAN=%2 ORDER BY NO")
+                          .arg(grp)
+                          .arg(kan),
+                      SQLITE_OPEN_READONLY);
 }
 
-TEST_F(PipeTypeStore, OneFailedRowFailsTheSaveAndTheOthersAreWritten) {
-    LoadPipeType(1, 7, 4);
-    TakeSnapshot();
+TEST_F(PipeTypeStore, ASaveLandsWholeOrNotAtAll) {
+    LoadPipeType(1, 7, 3);
     const QStringList saved = SavedLines;
     for (int r = 1; r <= RowCount; ++r)
-        KanzaiRows[r].SetGoods(QStringLiteral("x%1").arg(r));
-    RefreshLines();
-    // The other program refuses any change of row 30.
-    TSQLiteDatabase other(ExDatabasePath);
-    other.ExecSQL(QStringLiteral(
-        "CREATE TRIGGER no30 BEFORE UPDATE ON ex_kanzai WHEN old.GRP=7 AND old.KAN=4 AND "
-        "old.NO=30 BEGIN SELECT RAISE(ABORT, 'row 30 is held'); END;"));
-    EXPECT_FALSE(SavePipeType(nullptr, 1, 7, 0, 4));
+        KanzaiRows[r].SetGoods(QStringLiteral("new%1").arg(r));
+    TakeSnapshot();
+    const QStringList before = dump(7, 3);
+    auto failsWithNothingWritten = [&](const char* reason) {
+        dialogs->ClearRecords();
+        EXPECT_EQ(SavePipeType(nullptr, 1, 7, 1, 3), SaveOutcome::Failed);
+        // One box with the database's reason; no success; the rows stay
+        // unsaved, so the question comes again.
+        EXPECT_TRUE(dialogs->Messages().empty());
+        ASSERT_EQ(dialogs->Boxes().size(), 1u);
+        EXPECT_EQ(dialogs->Boxes()[0].instruction, QStringLiteral("ERROR"));
+        EXPECT_EQ(dialogs->Boxes()[0].content,
+                  QString::fromUtf8(reason) + QStringLiteral("\r\n") + NotSavedText);
+        EXPECT_EQ(SavedLines, saved);
+        EXPECT_TRUE(PipeTypeChanged());
+        EXPECT_EQ(dump(7, 3), before);
+    };
+    {
+        // A trigger of another program refuses row 30 alone.
+        TSQLiteDatabase other(ExDatabasePath);
+        other.ExecSQL(QStringLiteral(
+            "CREATE TRIGGER no30 BEFORE UPDATE ON ex_kanzai WHEN old.GRP=7 AND old.KAN=3 AND "
+            "old.NO=30 BEGIN SELECT RAISE(ABORT, 'row 30 is held'); END;"));
+    }
+    failsWithNothingWritten("row 30 is held");
+    exec(QStringLiteral("DROP TRIGGER no30;"));
+    {
+        // A lock held for longer than the wait.
+        LockHolder other(ExDatabasePath, "IMMEDIATE");
+        failsWithNothingWritten("database is locked");
+    }
+    // A lock let go within the wait is waited out, and the save goes through.
+    {
+        LockHolder other(ExDatabasePath, "EXCLUSIVE", 0.5);
+        dialogs->ClearRecords();
+        EXPECT_EQ(SavePipeType(nullptr, 1, 7, 1, 3), SaveOutcome::Saved);
+    }
     ASSERT_EQ(dialogs->Boxes().size(), 1u);
-    EXPECT_TRUE(dialogs->Boxes()[0].content.startsWith(QStringLiteral("row 30 is held")))
-        << s(dialogs->Boxes()[0].content);
-    EXPECT_TRUE(dialogs->Boxes()[0].content.contains(QStringLiteral("60行中1行")));
-    EXPECT_EQ(SavedLines, saved);
-    EXPECT_EQ(stored("GOODS", 7, 4, 29), QStringLiteral("x29"));
-    EXPECT_EQ(stored("GOODS", 7, 4, 31), QStringLiteral("x31"));
+    EXPECT_EQ(dialogs->Boxes()[0].content, QStringLiteral("保存しました。"));
+    EXPECT_FALSE(PipeTypeChanged());
+    EXPECT_EQ(stored("GOODS", 7, 3, 1), QStringLiteral("new1"));
+    EXPECT_EQ(stored("GOODS", 7, 3, 60), QStringLiteral("new60"));
+}
+
+TEST_F(PipeTypeStore, AChangeMadeElsewhereIsNotWrittenOverUnasked) {
+    LoadPipeType(1, 7, 4);
+    TakeSnapshot();
+    KanzaiRows[3].NET = c("111");
+    RefreshLines();
+    // Another program changes one price of this pipe type, and a price of
+    // the next one, after the load.
+    exec(QStringLiteral("UPDATE ex_kanzai SET GROSS='999' WHERE GRP=7 AND KAN=4 AND NO=5;"));
+    exec(QStringLiteral("UPDATE ex_kanzai SET GROSS='888' WHERE GRP=7 AND KAN=5 AND NO=5;"));
+    const QStringList theirs = dump(7, 4);
+    EXPECT_EQ(SavePipeType(nullptr, 1, 7, 1, 4), SaveOutcome::ChangedElsewhere);
+    EXPECT_TRUE(dialogs->Boxes().empty());
+    EXPECT_EQ(dump(7, 4), theirs);
+    EXPECT_TRUE(PipeTypeChanged());
+
+    // Written over on purpose; from then on our own save is what is stored.
+    EXPECT_EQ(SavePipeType(nullptr, 1, 7, 0, 4, SaveCheck::Overwrite), SaveOutcome::Saved);
+    EXPECT_EQ(stored("GROSS", 7, 4, 5), CurrToStr(KanzaiRows[5].GROSS));
+    EXPECT_EQ(stored("NET", 7, 4, 3), QStringLiteral("111"));
+    KanzaiRows[3].NET = c("112");
+    RefreshLines();
+    EXPECT_EQ(SavePipeType(nullptr, 1, 7, 0, 4), SaveOutcome::Saved);
+    EXPECT_EQ(stored("NET", 7, 4, 3), QStringLiteral("112"));
+    EXPECT_EQ(stored("GROSS", 7, 5, 5), QStringLiteral("888"));
 }
 
 TEST_F(PipeTypeStore, MissingDatabaseFileFailsTheSave) {
@@ -319,7 +335,7 @@ TEST_F(PipeTypeStore, MissingDatabaseFileFailsTheSave) {
     ExDatabasePath = dir.filePath(QStringLiteral("no/such/folder/x.db3"));
     KanzaiRows[1].SetGoods(QStringLiteral("x"));
     RefreshLines();
-    EXPECT_FALSE(SavePipeType(nullptr, 1, 1, 1, 1));
+    EXPECT_EQ(SavePipeType(nullptr, 1, 1, 1, 1), SaveOutcome::Failed);
     EXPECT_EQ(SavedLines, saved);
     ASSERT_EQ(dialogs->Boxes().size(), 1u);
     EXPECT_EQ(dialogs->Boxes()[0].instruction, QStringLiteral("ERROR"));

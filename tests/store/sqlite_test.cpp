@@ -3,6 +3,7 @@
 #include "platform/scripteddialogs.h"
 #include "store/modulewrappersqlite.h"
 
+#include <QFile>
 #include <QTemporaryDir>
 
 #include <gtest/gtest.h>
@@ -21,7 +22,7 @@ protected:
     void SetUp() override {
         ASSERT_TRUE(dir.isValid());
         path = dir.filePath(QStringLiteral("layer.db3"));
-        TSQLiteDatabase db(path);
+        TSQLiteDatabase db(path, TSQLiteDatabase::OpenMode::CreateIfMissing);
         db.ExecSQL(QStringLiteral("CREATE TABLE t (ID INTEGER, NAME TEXT, PRICE NUMERIC, "
                                   "CODE numeric, DATA BLOB)"));
         db.ExecSQL(QStringLiteral("INSERT INTO t VALUES (1, 'a;b', 1234.56789, 'x', NULL)"));
@@ -109,6 +110,10 @@ TEST_F(SqliteLayer, OpenFailures) {
         QStringLiteral("Failed to open database \"%1\" : unable to open database file").arg(bad));
     // ExecStatement does not catch a failed open.
     EXPECT_THROW(ExecStatement(bad, QStringLiteral("SELECT 1")), ESQLiteException);
+    // A missing file in a folder that is there is not created either.
+    const QString missing = dir.filePath(QStringLiteral("none.db3"));
+    EXPECT_THROW(QueryToLines(missing, QStringLiteral("SELECT 1")), ESQLiteException);
+    EXPECT_FALSE(QFile::exists(missing));
     EXPECT_TRUE(dialogs->Boxes().empty());
     EXPECT_TRUE(dialogs->Messages().empty());
 }
@@ -277,7 +282,7 @@ TEST_F(SqliteLayer, BackupAndCollations) {
     const QString copy = dir.filePath(QStringLiteral("copy.db3"));
     {
         TSQLiteDatabase source(path);
-        TSQLiteDatabase target(copy);
+        TSQLiteDatabase target(copy, TSQLiteDatabase::OpenMode::CreateIfMissing);
         EXPECT_EQ(source.Backup(target), SQLITE_DONE);
         EXPECT_EQ(message([&] {
                       source.Backup(target, QStringLiteral("nosuch"), QStringLiteral("main"));
@@ -305,7 +310,7 @@ TEST_F(SqliteLayer, BackupAndCollations) {
 TEST_F(SqliteLayer, BusyDatabase) {
     TSQLiteDatabase other(path);
     other.ExecSQL(QStringLiteral("BEGIN EXCLUSIVE"));
-    // A read fails at once with the busy code.
+    // A read fails with the busy code once the wait is over.
     try {
         QueryToLines(path, QStringLiteral("SELECT * FROM t"));
         ADD_FAILURE() << "the read went through";
