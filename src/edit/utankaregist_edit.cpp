@@ -112,6 +112,9 @@ void TFtankaregist::EnableOnlyPaste(QAction* paste) {
 
 void TFtankaregist::FinishPaste(bool renameNode) {
     ShowPipeType();
+    // The pasted rows count as changed: the next tree click or the close
+    // asks to save them.
+    RefreshLines();
     if (renameNode)
         if (QTreeWidgetItem* node = CurrentPipeTypeNode())
             node->setText(0, TrimBlanks(GOODSBOX->Text()));
@@ -223,6 +226,8 @@ void TFtankaregist::item_paste_5Click() {
 void TFtankaregist::item_copy_5Click() {
     SpreadBufferPrices(KanzaiRows, CopyRows);
     ShowPipeType();
+    RefreshLines();
+    SetUndoEnabled(false); // no snapshot was taken
     EnableOnlyPaste(nullptr);
 }
 
@@ -234,6 +239,7 @@ void TFtankaregist::ActionUndoExecute() {
     ShowPipeType();
     if (QTreeWidgetItem* node = CurrentPipeTypeNode())
         node->setText(0, TrimBlanks(GOODSBOX->Text()));
+    RefreshLines();
     SetUndoEnabled(false);
 }
 
@@ -248,6 +254,9 @@ void TFtankaregist::ActionMoveDownExecute() {
 }
 
 void TFtankaregist::MovePipeType(int d) {
+    // Without a loaded pipe type the database is missing or not the suite's:
+    // nothing is written to it.
+    if (!RowsAreLoaded(QStringLiteral("移動できません。"))) return;
     const int g = CurrentGrp;
     const int k = CurrentKan;
     if ((d < 0 && k <= 1) || (d > 0 && k >= PipeTypesInGroup)) {
@@ -287,6 +296,7 @@ void TFtankaregist::N22Click() {
     for (int r = 1; r <= SheetLines; ++r)
         ShowPriceCells(r);
     if (QTreeWidgetItem* node = CurrentPipeTypeNode()) node->setText(0, QString());
+    RefreshLines();
 }
 
 void TFtankaregist::N33Click() {
@@ -303,4 +313,5 @@ void TFtankaregist::N33Click() {
         ShowGridRow(t * TabRows + g);
     for (int r = 1; r <= SheetLines; ++r)
         ShowPriceCells(r);
+    RefreshLines();
 }

@@ -67,6 +67,8 @@ void TFtankaregist::ActionLoadpartsExecute() {
         // No snapshot: the undo keeps the state before the last edit.
         RefreshLines();
     } catch (...) {
+        // The rows read before the failure count as changed all the same.
+        RefreshLines();
         HandleCurrentException();
     }
 }

@@ -25,6 +25,10 @@ constexpr int ButtonNo = 4;
 constexpr int ButtonCancel = 8;
 constexpr int ButtonRetry = 16;
 constexpr int ButtonClose = 32;
+// A box that offers these two has "キャンセル" as its default button.
+constexpr int ButtonOverwrite = 64; // "上書き保存"
+constexpr int ButtonReload = 128;   // "読み直す"
+constexpr int AllButtons = 255;
 
 constexpr int IdNone = 0; // no box could be shown
 constexpr int IdOk = 1;
@@ -33,6 +37,8 @@ constexpr int IdRetry = 4;
 constexpr int IdYes = 6;
 constexpr int IdNo = 7;
 constexpr int IdClose = 8;
+constexpr int IdOverwrite = 101;
+constexpr int IdReload = 102;
 
 constexpr int MaxText = 2049;
 } // namespace TaskDialog

@@ -38,6 +38,8 @@ constexpr ButtonMap Buttons[] = {
     {TD::ButtonRetry, TD::IdRetry, QMessageBox::Retry, "再試行"},
     {TD::ButtonCancel, TD::IdCancel, QMessageBox::Cancel, "キャンセル"},
     {TD::ButtonClose, TD::IdClose, QMessageBox::Close, "閉じる"},
+    {TD::ButtonOverwrite, TD::IdOverwrite, QMessageBox::Save, "上書き保存"},
+    {TD::ButtonReload, TD::IdReload, QMessageBox::Reset, "読み直す"},
 };
 
 QMessageBox::Icon boxIcon(int icon) {
@@ -55,6 +57,23 @@ QMessageBox::Icon boxIcon(int icon) {
     }
 }
 
+// A box that comes while the program shows the wait cursor (a save waiting
+// for a lock) is answered with the ordinary pointer.
+class ArrowWhileAsking {
+public:
+    ArrowWhileAsking() : active_(QGuiApplication::overrideCursor() != nullptr) {
+        if (active_) QGuiApplication::setOverrideCursor(Qt::ArrowCursor);
+    }
+    ~ArrowWhileAsking() {
+        if (active_) QGuiApplication::restoreOverrideCursor();
+    }
+    ArrowWhileAsking(const ArrowWhileAsking&) = delete;
+    ArrowWhileAsking& operator=(const ArrowWhileAsking&) = delete;
+
+private:
+    bool active_;
+};
+
 QWidget* owner(QWidget* parent) {
     return parent ? parent : QApplication::activeWindow();
 }
@@ -70,7 +89,7 @@ template <typename F> auto onGuiThread(F&& f) -> std::invoke_result_t<F&> {
 int QtDialogs::TaskDialog(QWidget* parent, const QString& title, const QString& instruction,
                           int icon, int buttons, const QString& content) {
     return onGuiThread([&]() -> int {
-        const int shown = buttons & 63 ? buttons : TD::ButtonOk;
+        const int shown = buttons & TD::AllButtons ? buttons : TD::ButtonOk;
         QMessageBox box(owner(parent));
         box.setWindowTitle(title);
         box.setIcon(boxIcon(icon));
@@ -89,7 +108,10 @@ int QtDialogs::TaskDialog(QWidget* parent, const QString& title, const QString& 
             if (m.id == TD::IdClose && !escape) escape = b;
         }
         if (!escape && shown == TD::ButtonOk) escape = first;
-        box.setDefaultButton(first);
+        // Enter must not write over another's change.
+        QPushButton* cancel = qobject_cast<QPushButton*>(escape);
+        box.setDefaultButton(shown & TD::ButtonOverwrite && cancel ? cancel : first);
+        const ArrowWhileAsking arrow;
         box.setEscapeButton(escape);
         box.exec();
 
@@ -105,6 +127,7 @@ void QtDialogs::Message(QWidget* parent, const QString& title, const QString& te
         QMessageBox box(QMessageBox::NoIcon, title, text, QMessageBox::Ok, owner(parent));
         box.button(QMessageBox::Ok)->setText(QStringLiteral("OK"));
         box.setTextFormat(Qt::PlainText);
+        const ArrowWhileAsking arrow;
         box.exec();
     });
 }

@@ -14,9 +14,14 @@ struct ButtonId {
     int id;
 };
 constexpr ButtonId ButtonIds[] = {
-    {TD::ButtonOk, TD::IdOk},         {TD::ButtonYes, TD::IdYes},
-    {TD::ButtonNo, TD::IdNo},         {TD::ButtonRetry, TD::IdRetry},
-    {TD::ButtonCancel, TD::IdCancel}, {TD::ButtonClose, TD::IdClose},
+    {TD::ButtonOk, TD::IdOk},
+    {TD::ButtonYes, TD::IdYes},
+    {TD::ButtonNo, TD::IdNo},
+    {TD::ButtonRetry, TD::IdRetry},
+    {TD::ButtonCancel, TD::IdCancel},
+    {TD::ButtonClose, TD::IdClose},
+    {TD::ButtonOverwrite, TD::IdOverwrite},
+    {TD::ButtonReload, TD::IdReload},
 };
 
 bool boxHas(int buttons, int id) {
@@ -57,7 +62,7 @@ int ScriptedDialogs::TaskDialog(QWidget*, const QString& title, const QString& i
                                 int icon, int buttons, const QString& content) {
     return OnGuiThread([&] {
         Box box{title, instruction, content, icon, buttons, 0};
-        const int shown = buttons & 63 ? buttons : TD::ButtonOk;
+        const int shown = buttons & TD::AllButtons ? buttons : TD::ButtonOk;
         if (shown == TD::ButtonOk) {
             // A box with OK alone tells; it asks nothing.
             box.result = TD::IdOk;

@@ -273,18 +273,28 @@ public:
     // Rows that could not be saved at closing: the user tries again, stays,
     // or closes without them. True when the window may close.
     bool CloseWithUnsavedRows(const QString& heading);
+    // How a save of the pipe type on the sheet ended: written, not written
+    // (the failure has been shown, the rows stay unsaved), or not written by
+    // the user's choice after a change made elsewhere (the rows on the sheet
+    // are the user's unsaved ones, or the stored ones read again).
+    enum class SaveResult { Saved, Failed, Declined };
     // SavePipeType of the pipe type on the sheet; refused while no pipe type
-    // is loaded.
-    bool SaveCurrentPipeType(int showMessage);
+    // is loaded. When the stored rows were changed elsewhere after the load,
+    // asks whether to write over them, read them again, or keep the rows.
+    SaveResult SaveCurrentPipeType(int showMessage);
+    // Loads the pipe type that select (nothing: the one on the sheet) makes
+    // current and shows it; false after a failure, which has been shown and
+    // left everything as it was.
+    bool LoadAndShow(const std::function<void()>& select);
     // True once a pipe type is loaded; else says so, ending with refusal.
     bool RowsAreLoaded(const QString& refusal);
     void FormClose();
     void ReadDisplayFile();
     void SetTreeViewWidth(int width);
     void WriteDisplayFile();
-    // Asks to save a changed pipe type; saves on yes. False when the save
-    // did not reach the database (the rows stay unsaved).
-    bool AskToSave();
+    // Asks to save a changed pipe type; saves on yes. Saved also when nothing
+    // needed saving or the user said no.
+    SaveResult AskToSave();
     // The tree node of the pipe type on the sheet, and a selection change
     // that fires no click.
     QTreeWidgetItem* CurrentPipeTypeNode() const;

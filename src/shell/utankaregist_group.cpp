@@ -115,11 +115,13 @@ void TFtankaregist::ActionOptionChangeExecute() {
                              RecalcNotice))
         return;
     ApplyControls();
-    ExecStatement(ExDatabasePath, OptionChangeStatement(KanzaiRows[OptionRow], CurrentGrp));
     // The run loads the current pipe type from the table again: rows whose
     // save did not reach the database would be lost by it, so they stay on
-    // the form (the save has shown why).
-    if (!SaveCurrentPipeType(0)) return;
+    // the form (the save has shown why). Only then do the other pipe types
+    // take the options, so that none is left with new options and prices
+    // computed under the old ones.
+    if (SaveCurrentPipeType(0) != SaveResult::Saved) return;
+    ExecStatement(ExDatabasePath, OptionChangeStatement(KanzaiRows[OptionRow], CurrentGrp));
     alldataCalc(1);
 }
 
@@ -160,7 +162,7 @@ void TFtankaregist::alldataCalc(int kind) {
     groupThread_ = QThread::create([this, kind, caption, grp, kan] {
         std::exception_ptr failure;
         try {
-            RecalculateGroup(this, kind, grp, kan, [this](const QString& text, int step) {
+            RecalculateGroup(kind, grp, kan, [this](const QString& text, int step) {
                 QMetaObject::invokeMethod(
                     this, [this, text, step] { showGroupProgress(text, step); },
                     Qt::QueuedConnection);
@@ -185,6 +187,9 @@ void TFtankaregist::showGroupProgress(const QString& text, int step) {
 
 void TFtankaregist::endGroupRewrite(const QString& caption, std::exception_ptr failure) {
     auto reopen = [this] {
+        // The snapshot is of the rows before the run: an undo now would bring
+        // them back out of step with the group.
+        SetUndoEnabled(false);
         static_cast<TGroupProgress*>(groupProgress_)->Finish();
         centralWidget()->setEnabled(true);
         menuBar()->setEnabled(true);

@@ -179,10 +179,9 @@ void TFtankaregist::buildMenu() {
     item_paste_4 = addItem(K21, "item_paste_4", QStringLiteral("(細目)へ歩掛（工費）を貼付"));
     addSeparator(K21);
     item_copy_5 = addItem(K21, "item_copy_5", QStringLiteral("(細目)内、同一単価(No1→No2,3,4)"));
-    // Its caption names the details of the pipe type shown.
+    // ShowPipeType gives it the captions of the details of the pipe type shown.
     item_paste_5 =
-        addItem(K21, "item_paste_5",
-                QStringLiteral("屋内一般のデータを機械室・便所・屋外架空・地中埋設へコピ－"));
+        addItem(K21, "item_paste_5", QStringLiteral("(細目)内全データ、同一デ－タ(No1→No2,3,4)"));
     addSeparator(K21);
     N33 = addItem(K21, "N33", QStringLiteral("現在の細目をクリアー"));
     for (QAction* hidden : {item_copy_2, item_paste_2, item_copy_5})
@@ -237,6 +236,9 @@ void TFtankaregist::N53Click() {
 }
 
 void TFtankaregist::NameGroup(int tag) {
+    // The names live in the database: nothing is written to one that was
+    // refused at the start.
+    if (NoDatabase && !RowsAreLoaded(QStringLiteral("名称を変更できません。"))) return;
     const int g = tag + 1;
     QString name = GroupName(g);
     if (!CurrentDialogs().InputQuery(this, QStringLiteral("Qorvale"),

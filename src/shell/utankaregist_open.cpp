@@ -171,7 +171,8 @@ bool TFtankaregist::CloseWithUnsavedRows(const QString& heading) {
                            "「閉じる」で保存せずに終了します。"));
         if (answer == TaskDialog::IdClose) return true;
         if (answer != TaskDialog::IdRetry) return false;
-        if (SaveCurrentPipeType(0)) return true;
+        const SaveResult result = SaveCurrentPipeType(0);
+        if (result != SaveResult::Failed) return result == SaveResult::Saved;
     }
 }
 
@@ -180,7 +181,12 @@ bool TFtankaregist::FormCloseQuery() {
     WaitForGroupRewrite(); // no pipe type of a running group rewrite is left half-written
     if (!NoDatabase) {
         ApplyControls();
-        if (!AskToSave() && !CloseWithUnsavedRows(QStringLiteral("データを保存できませんでした。")))
+        // A change made elsewhere: the user's answer keeps the window, with
+        // the rows kept or read again.
+        const SaveResult result = AskToSave();
+        if (result == SaveResult::Declined) return false;
+        if (result == SaveResult::Failed &&
+            !CloseWithUnsavedRows(QStringLiteral("データを保存できませんでした。")))
             return false;
     }
     // The rows are safe by now; a display file that cannot be written (the

@@ -9,6 +9,7 @@
 #include "platform/application.h"
 #include "platform/datapaths.h"
 #include "platform/dialogs.h"
+#include "platform/waitcursor.h"
 #include "sheet/sheettexts.h"
 #include "shell/confrecord.h"
 #include "shell/formwidgets.h"
@@ -105,19 +106,83 @@ bool TFtankaregist::RowsAreLoaded(const QString& refusal) {
     return RowsLoaded;
 }
 
-bool TFtankaregist::SaveCurrentPipeType(int showMessage) {
-    if (!RowsAreLoaded(QStringLiteral("保存できません。"))) return false;
-    return SavePipeType(this, CurrentCtg, CurrentGrp, showMessage, CurrentKan);
+TFtankaregist::SaveResult TFtankaregist::SaveCurrentPipeType(int showMessage) {
+    if (!RowsAreLoaded(QStringLiteral("保存できません。"))) return SaveResult::Failed;
+    SaveCheck check = SaveCheck::AgainstLoaded;
+    for (;;) {
+        SaveOutcome outcome;
+        {
+            const WaitCursor wait; // while a lock of another program is waited out
+            outcome = SavePipeType(this, CurrentCtg, CurrentGrp, showMessage, CurrentKan, check);
+        }
+        if (outcome == SaveOutcome::Saved) return SaveResult::Saved;
+        if (outcome == SaveOutcome::Failed) return SaveResult::Failed;
+        const int answer = ShowTaskDialog(
+            this, ApplicationTitle(),
+            QStringLiteral("この管種は読み込んだ後に他で変更されています。"),
+            TaskDialog::IconWarning,
+            TaskDialog::ButtonOverwrite | TaskDialog::ButtonReload | TaskDialog::ButtonCancel,
+            GOODSBOX->Text() +
+                QStringLiteral("\r\n「上書き保存」で画面の内容を保存し、他での変更を消します。"
+                               "\r\n「読み直す」で保存されている内容を読み込みます。"
+                               "\r\n「キャンセル」で保存せずに画面に戻ります。"));
+        if (answer == TaskDialog::IdOverwrite) {
+            check = SaveCheck::Overwrite;
+            continue;
+        }
+        if (answer == TaskDialog::IdReload &&
+            ShowTaskDialog(this, ApplicationTitle(), QStringLiteral("確認"),
+                           TaskDialog::IconQuestion, TaskDialog::ButtonYes | TaskDialog::ButtonNo,
+                           QStringLiteral("変更を破棄して読み直しますか?")) == TaskDialog::IdYes &&
+            LoadAndShow(nullptr))
+            if (QTreeWidgetItem* node = CurrentPipeTypeNode())
+                node->setText(0, TrimBlanks(GOODSBOX->Text()));
+        return SaveResult::Declined;
+    }
 }
 
-bool TFtankaregist::AskToSave() {
-    if (!RowsLoaded || !PipeTypeChanged()) return true;
+TFtankaregist::SaveResult TFtankaregist::AskToSave() {
+    if (!RowsLoaded || !PipeTypeChanged()) return SaveResult::Saved;
     const int answer =
         ShowTaskDialog(this, ApplicationTitle(), QStringLiteral("確認"), TaskDialog::IconQuestion,
                        TaskDialog::ButtonYes | TaskDialog::ButtonCancel,
                        GOODSBOX->Text() + QStringLiteral("\r\nデータを保存しますか?"));
-    if (answer != TaskDialog::IdYes) return true;
+    if (answer != TaskDialog::IdYes) return SaveResult::Saved;
     return SaveCurrentPipeType(0);
+}
+
+bool TFtankaregist::LoadAndShow(const std::function<void()>& select) {
+    // A load that fails leaves everything as it was before: the triple, the
+    // selected node, the rows and what counts as saved and as stored. Else
+    // the next save would write these rows over the pipe type asked for.
+    const RowTable rows = KanzaiRows;
+    const QStringList saved = SavedLines;
+    const QStringList stored = StoredLines;
+    const int grp = CurrentGrp, kan = CurrentKan;
+    QStringList panels;
+    for (int i = 0; i < 3; ++i)
+        panels << StatusPanel(i);
+    try {
+        if (select) select();
+        const WaitCursor wait;
+        LoadPipeType(CurrentCtg, CurrentGrp, CurrentKan);
+        RowsLoaded = true;
+    } catch (...) {
+        KanzaiRows = rows;
+        SavedLines = saved;
+        StoredLines = stored;
+        CurrentGrp = grp;
+        CurrentKan = kan;
+        for (int i = 0; i < 3; ++i)
+            SetStatusPanel(i, panels[i]);
+        lastTreeNode_ = CurrentPipeTypeNode();
+        SelectNodeQuietly(lastTreeNode_);
+        HandleCurrentException();
+        return false;
+    }
+    TakeSnapshot();
+    ShowPipeType();
+    return true;
 }
 
 QTreeWidgetItem* TFtankaregist::CurrentPipeTypeNode() const {
@@ -154,39 +219,13 @@ void TFtankaregist::treeClickSteps() {
     QTreeWidgetItem* node = SelectedNode();
     // A save that did not reach the database keeps the user on the pipe type
     // with the unsaved rows: loading another now would drop them.
-    if (!AskToSave()) {
+    if (AskToSave() != SaveResult::Saved) {
         SelectNodeQuietly(lastTreeNode_ ? lastTreeNode_ : CurrentPipeTypeNode());
         return;
     }
     lastTreeNode_ = node;
     if (!node || node->childCount() > 0) return;
-    // A load that fails leaves everything as it was before the click: the
-    // triple, the selected node, the rows and what counts as saved. Else the
-    // next save would write these rows over the pipe type clicked.
-    const RowTable rows = KanzaiRows;
-    const QStringList saved = SavedLines;
-    const int grp = CurrentGrp, kan = CurrentKan;
-    QStringList panels;
-    for (int i = 0; i < 3; ++i)
-        panels << StatusPanel(i);
-    try {
-        TakeSelection();
-        LoadPipeType(CurrentCtg, CurrentGrp, CurrentKan);
-        RowsLoaded = true;
-    } catch (...) {
-        KanzaiRows = rows;
-        SavedLines = saved;
-        CurrentGrp = grp;
-        CurrentKan = kan;
-        for (int i = 0; i < 3; ++i)
-            SetStatusPanel(i, panels[i]);
-        lastTreeNode_ = CurrentPipeTypeNode();
-        SelectNodeQuietly(lastTreeNode_);
-        HandleCurrentException();
-        return;
-    }
-    TakeSnapshot();
-    ShowPipeType();
+    LoadAndShow([this] { TakeSelection(); });
 }
 
 void TFtankaregist::AfterTreeInput(QTreeWidgetItem* namingNode) {
@@ -206,7 +245,7 @@ void TFtankaregist::AfterTreeInput(QTreeWidgetItem* namingNode) {
 
 void TFtankaregist::TreeView1MouseUp() {
     QTreeWidgetItem* node = SelectedNode();
-    if (!node) return;
+    if (!node || (NoDatabase && !RowsAreLoaded(QStringLiteral("名称を変更できません。")))) return;
     QString name = node->text(0);
     if (!CurrentDialogs().InputQuery(this, QStringLiteral("Qorvale"),
                                      QStringLiteral("名称を入力してください"), name))

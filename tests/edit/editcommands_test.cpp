@@ -87,6 +87,31 @@ protected:
     Currency C(const char* t) { return StrToCurr(QString::fromLatin1(t)); }
 };
 
+// A paste or a clearing counts as a change: the next tree click asks to save
+// it instead of dropping it.
+TEST_F(EditCommands, EveryCommandThatChangesTheRowsMakesTheNextClickAsk) {
+    TFtankaregist& f = open();
+    f.all_copy_1->trigger();
+    clickNode(2);
+    struct Step {
+        QAction* command;
+        bool confirm; // the clearings ask first
+    };
+    const Step steps[] = {
+        {f.all_paste_1, false}, {f.N33, true}, {f.N22, true}, {f.item_paste_5, false}};
+    int kan = 2;
+    for (const Step& step : steps) {
+        if (step.confirm) dialogs->AnswerBox(TaskDialog::IdYes);
+        step.command->trigger();
+        const std::size_t boxes = dialogs->Boxes().size();
+        dialogs->AnswerBox(TaskDialog::IdCancel); // do not save, go on
+        clickNode(++kan);
+        ASSERT_EQ(dialogs->Boxes().size(), boxes + 1) << step.command->objectName().toStdString();
+        EXPECT_TRUE(dialogs->Boxes().back().content.endsWith(U("データを保存しますか?")));
+        EXPECT_EQ(f.CurrentKan, kan);
+    }
+}
+
 TEST_F(EditCommands, MenuStateAtStartAfterACopyAndAfterAPaste) {
     TFtankaregist& f = open();
     EXPECT_TRUE(enabledPastes().isEmpty());

@@ -19,6 +19,7 @@
 #include <QSplitter>
 #include <QToolTip>
 
+#include "support/lockholder.h"
 #include "support/sqliterows.h"
 
 #include <sqlite3.h>
@@ -36,38 +37,7 @@ QStringList dumpPipeType(const QString& path, int grp, int kan) {
                       SQLITE_OPEN_READONLY);
 }
 
-// Another program on the same file: the sqlite3 shell in a process of its
-// own, holding a write transaction until it is let go.
-class Holder {
-public:
-    // "IMMEDIATE" keeps writers out; "EXCLUSIVE" readers too.
-    Holder(const QString& path, const char* kind) {
-        proc.start(QStringLiteral("sqlite3"), {path});
-        EXPECT_TRUE(proc.waitForStarted()) << "the sqlite3 shell is needed for this test";
-        proc.write(QByteArray("BEGIN ") + kind + ";\n");
-        // Held once no other connection can begin a write.
-        for (int i = 0; i < 500 && !writeRefused(path); ++i)
-            proc.waitForReadyRead(10);
-        EXPECT_TRUE(writeRefused(path)) << "the other process holds no lock";
-    }
-    ~Holder() { release(); }
-    void release() {
-        if (proc.state() == QProcess::NotRunning) return;
-        proc.closeWriteChannel(); // the shell ends, its transaction is rolled back
-        proc.waitForFinished(5000);
-    }
-
-private:
-    static bool writeRefused(const QString& path) {
-        sqlite3* db = nullptr;
-        sqlite3_open(path.toUtf8().constData(), &db);
-        const int rc = sqlite3_exec(db, "BEGIN IMMEDIATE", nullptr, nullptr, nullptr);
-        if (rc == SQLITE_OK) sqlite3_exec(db, "ROLLBACK", nullptr, nullptr, nullptr);
-        sqlite3_close(db);
-        return rc == SQLITE_BUSY;
-    }
-    QProcess proc;
-};
+using Holder = LockHolder;
 
 class Safety : public WorkspaceFixture {
 protected:
@@ -106,6 +76,86 @@ TEST_F(Safety, AFailedLoadLeavesTheClickUndone) {
     EXPECT_EQ(dumpPipeType(db, 1, 2), b);
     EXPECT_NE(dumpPipeType(db, 1, 1), a);
     EXPECT_EQ(stored(1, 1, 3, "DATA1"), QStringLiteral("7"));
+}
+
+// Another program changes a price of the pipe type on screen after it was
+// loaded: every save asks before it writes over that, and each answer does
+// what it says.
+TEST_F(Safety, ASaveAsksBeforeWritingOverAChangeMadeElsewhere) {
+    TFtankaregist& f = open();
+    auto otherChanges = [&](const char* gross) {
+        const QStringList r =
+            SqliteRows(db,
+                       QStringLiteral("UPDATE ex_kanzai SET GROSS='%1' WHERE GRP=1 AND KAN=1 AND "
+                                      "NO=2")
+                           .arg(QLatin1String(gross)),
+                       SQLITE_OPEN_READWRITE);
+        ASSERT_TRUE(r.isEmpty()) << r.join(' ').toStdString();
+    };
+    auto asked = [&](std::size_t i) {
+        return i < dialogs->Boxes().size() &&
+               dialogs->Boxes()[i].instruction ==
+                   U("この管種は読み込んだ後に他で変更されています。") &&
+               dialogs->Boxes()[i].buttons == (TaskDialog::ButtonOverwrite |
+                                               TaskDialog::ButtonReload | TaskDialog::ButtonCancel);
+    };
+    // キャンセル: nothing written, the user's rows stay on screen, unsaved.
+    typeFactor(4, 3, "7");
+    otherChanges("1111");
+    const QStringList theirs = dumpPipeType(db, 1, 1);
+    dialogs->AnswerBox(TaskDialog::IdCancel);
+    f.Button1->click();
+    ASSERT_EQ(dialogs->Boxes().size(), 1u);
+    EXPECT_TRUE(asked(0));
+    EXPECT_EQ(dumpPipeType(db, 1, 1), theirs);
+    EXPECT_EQ(KanzaiRows[3].Data(1), Currency::FromInt(7));
+    EXPECT_TRUE(PipeTypeChanged());
+
+    // 上書き保存: the user's rows are written, the other change is gone.
+    dialogs->AnswerBox(TaskDialog::IdOverwrite);
+    f.N1->trigger();
+    EXPECT_TRUE(asked(1));
+    EXPECT_TRUE(boxSays(2, "確認", "保存しました。"));
+    EXPECT_EQ(stored(1, 1, 3, "DATA1"), QStringLiteral("7"));
+    EXPECT_EQ(stored(1, 1, 2, "GROSS"), CurrToStr(KanzaiRows[2].GROSS));
+    EXPECT_NE(KanzaiRows[2].GROSS, Currency::FromInt(1111));
+    EXPECT_FALSE(PipeTypeChanged());
+
+    // 読み直す, confirmed: the stored rows are shown and the user's dropped.
+    typeFactor(4, 4, "5");
+    otherChanges("2222");
+    const QStringList before = dumpPipeType(db, 1, 1);
+    dialogs->AnswerBox(TaskDialog::IdReload);
+    dialogs->AnswerBox(TaskDialog::IdYes);
+    f.Button1->click();
+    EXPECT_TRUE(asked(3));
+    EXPECT_TRUE(boxSays(4, "確認", "変更を破棄して読み直しますか?"));
+    ASSERT_EQ(dialogs->Boxes().size(), 5u);
+    EXPECT_EQ(dumpPipeType(db, 1, 1), before);
+    EXPECT_EQ(KanzaiRows[2].GROSS, Currency::FromInt(2222));
+    EXPECT_EQ(KanzaiRows[4].Data(1), StrToCurr(stored(1, 1, 4, "DATA1")));
+    EXPECT_FALSE(PipeTypeChanged());
+
+    // The question of a tree click: キャンセル keeps the user on the rows.
+    typeFactor(4, 5, "6");
+    otherChanges("3333");
+    dialogs->AnswerBox(TaskDialog::IdYes); // save?
+    dialogs->AnswerBox(TaskDialog::IdCancel);
+    clickNode(2);
+    EXPECT_TRUE(asked(6));
+    EXPECT_EQ(f.CurrentKan, 1);
+    EXPECT_EQ(f.SelectedNode(), f.TreeNode(1));
+    EXPECT_EQ(stored(1, 1, 2, "GROSS"), QStringLiteral("3333"));
+    // At closing, キャンセル keeps the window; 上書き保存 saves and closes.
+    dialogs->AnswerBox(TaskDialog::IdYes);
+    dialogs->AnswerBox(TaskDialog::IdCancel);
+    EXPECT_FALSE(f.close());
+    EXPECT_TRUE(asked(8));
+    dialogs->AnswerBox(TaskDialog::IdYes);
+    dialogs->AnswerBox(TaskDialog::IdOverwrite);
+    EXPECT_TRUE(f.close());
+    EXPECT_EQ(stored(1, 1, 5, "DATA1"), QStringLiteral("6"));
+    EXPECT_EQ(dialogs->Boxes().size(), 11u);
 }
 
 TEST_F(Safety, SavesUnderALockSayTheyFailedAndLoseNothing) {
