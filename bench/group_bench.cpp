@@ -96,7 +96,7 @@ BENCHMARK(BM_RunToSavesRatio)->Unit(benchmark::kMillisecond)->MinTime(10.0)->Use
 void BM_RecalculateGroupAlone(benchmark::State& state) {
     auto form = openForm();
     for (auto _ : state)
-        RecalculateGroup(form.get(), 1, form->CurrentGrp, form->CurrentKan, nullptr);
+        RecalculateGroup(1, form->CurrentGrp, form->CurrentKan, nullptr);
     form->close();
 }
 BENCHMARK(BM_RecalculateGroupAlone)->Unit(benchmark::kMillisecond)->MinTime(5.0)->UseRealTime();

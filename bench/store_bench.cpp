@@ -1,6 +1,7 @@
 // Loading and saving a pipe type on a demo database, against one transaction
 // holding the same 60 updates. Run with --benchmark_repetitions for medians.
 
+#include "engine/calcrow.h"
 #include "platform/consoledialogs.h"
 #include "platform/datapaths.h"
 #include "store/modulewrappersqlite.h"
@@ -8,7 +9,13 @@
 #include "store/suitestandin.h"
 
 #include <QCoreApplication>
+#include <QElapsedTimer>
+#include <QFile>
+#include <QProcess>
 #include <QTemporaryDir>
+#include <QTextStream>
+
+#include <sqlite3.h>
 
 #include <benchmark/benchmark.h>
 
@@ -45,19 +52,115 @@ void BM_SavePipeType(benchmark::State& state) {
         SavePipeType(nullptr, 1, 1, 0, 1);
 }
 
+// The same 60 statements in one plain transaction through the library
+// itself: what a save cannot do with less.
+void rawTransaction(sqlite3* db, const QList<QByteArray>& statements) {
+    sqlite3_exec(db, "BEGIN IMMEDIATE", nullptr, nullptr, nullptr);
+    for (const QByteArray& sql : statements)
+        sqlite3_exec(db, sql.constData(), nullptr, nullptr, nullptr);
+    sqlite3_exec(db, "COMMIT", nullptr, nullptr, nullptr);
+}
+
+QList<QByteArray> saveStatements() {
+    QList<QByteArray> statements;
+    for (int n = 1; n <= RowCount; ++n)
+        statements << SaveStatement(KanzaiRows[n], 1, 1, n).toUtf8();
+    return statements;
+}
+
 void BM_SaveOneTransaction(benchmark::State& state) {
     demo();
     LoadPipeType(1, 1, 1);
-    QStringList statements;
-    for (int n = 1; n <= RowCount; ++n)
-        statements << SaveStatement(KanzaiRows[n], 1, 1, n);
+    const QList<QByteArray> statements = saveStatements();
+    sqlite3* db = nullptr;
+    sqlite3_open(ExDatabasePath.toUtf8().constData(), &db);
     for (auto _ : state)
-        benchmark::DoNotOptimize(ExecStatements(ExDatabasePath, statements));
+        rawTransaction(db, statements);
+    sqlite3_close(db);
+}
+
+// A save and the raw transaction in turns, so that the load of the machine
+// falls on both alike. The raw side opens its connection each time, as a
+// save does.
+void BM_SaveToRawRatio(benchmark::State& state) {
+    demo();
+    LoadPipeType(1, 1, 1);
+    TakeSnapshot();
+    const QList<QByteArray> statements = saveStatements();
+    QElapsedTimer clock;
+    qint64 save = 0, raw = 0;
+    for (auto _ : state) {
+        clock.start();
+        SavePipeType(nullptr, 1, 1, 0, 1);
+        save += clock.nsecsElapsed();
+        clock.start();
+        sqlite3* db = nullptr;
+        sqlite3_open_v2(ExDatabasePath.toUtf8().constData(), &db, SQLITE_OPEN_READWRITE, nullptr);
+        rawTransaction(db, statements);
+        sqlite3_close(db);
+        raw += clock.nsecsElapsed();
+    }
+    state.counters["save_ms"] = double(save) / 1e6 / double(state.iterations());
+    state.counters["raw_ms"] = double(raw) / 1e6 / double(state.iterations());
+    state.counters["ratio"] = double(save) / double(raw);
+}
+
+// qorvale-tool recalc --group 1 against the sqlite3 shell running the same
+// 1,200 updates in 20 transactions, whole processes in turns.
+void BM_RecalcToolToShellRatio(benchmark::State& state) {
+    QTemporaryDir data;
+    qputenv("QORVALE_COMMON_DATA", data.path().toUtf8());
+    QString out, err;
+    QTextStream o(&out), e(&err);
+    RunVelmoraSuite({QStringLiteral("init"), QStringLiteral("--demo")}, o, e);
+    const QString db = ExDatabasePathIn(DatabaseFolderFrom(QString()));
+    // The statements the run writes, computed here as the run computes them.
+    const QString saved = ExDatabasePath;
+    ExDatabasePath = db;
+    QByteArray script;
+    for (int kan = 1; kan <= 20; ++kan) {
+        LoadPipeType(1, 1, kan);
+        for (int r = 1; r < OptionRow; ++r)
+            CalcRow(r);
+        script += "BEGIN IMMEDIATE;\n";
+        for (int n = 1; n <= RowCount; ++n)
+            script += SaveStatement(KanzaiRows[n], 1, kan, n).toUtf8();
+        script += "COMMIT;\n";
+    }
+    ExDatabasePath = saved;
+    QFile file(data.filePath(QStringLiteral("updates.sql")));
+    file.open(QIODevice::WriteOnly);
+    file.write(script);
+    file.close();
+
+    auto run = [](const QString& program, const QStringList& args, const QString& input) {
+        QProcess p;
+        if (!input.isEmpty()) p.setStandardInputFile(input);
+        p.start(program, args);
+        p.waitForFinished(-1);
+    };
+    QElapsedTimer clock;
+    qint64 tool = 0, shell = 0;
+    for (auto _ : state) {
+        clock.start();
+        run(QStringLiteral(QORVALE_TOOL),
+            {QStringLiteral("recalc"), QStringLiteral("--group"), QStringLiteral("1")}, QString());
+        tool += clock.nsecsElapsed();
+        clock.start();
+        run(QStringLiteral("sqlite3"), {db}, file.fileName());
+        shell += clock.nsecsElapsed();
+    }
+    state.counters["tool_ms"] = double(tool) / 1e6 / double(state.iterations());
+    state.counters["shell_ms"] = double(shell) / 1e6 / double(state.iterations());
+    state.counters["ratio"] = double(tool) / double(shell);
+    qunsetenv("QORVALE_COMMON_DATA");
 }
 
 BENCHMARK(BM_LoadPipeType)->Unit(benchmark::kMillisecond)->UseRealTime();
 BENCHMARK(BM_SavePipeType)->Unit(benchmark::kMillisecond)->UseRealTime();
 BENCHMARK(BM_SaveOneTransaction)->Unit(benchmark::kMillisecond)->UseRealTime();
+BENCHMARK(BM_SaveToRawRatio)->Unit(benchmark::kMillisecond)->MinTime(3.0)->UseRealTime();
+BENCHMARK(BM_RecalcToolToShellRatio)->Unit(benchmark::kMillisecond)->MinTime(5.0)->UseRealTime();
 
 } // namespace
 
