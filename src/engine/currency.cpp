@@ -46,15 +46,34 @@ std::uint64_t roundMagnitude(std::int64_t raw, std::uint64_t unit) {
 } // namespace
 
 QString CurrToStr(Currency value) {
-    std::string d = absDigits(value.raw);
-    std::string whole = d.substr(0, d.size() - 4);
-    std::string frac = d.substr(d.size() - 4);
-    while (!frac.empty() && frac.back() == '0')
-        frac.pop_back();
-    QString s = QString::fromStdString(whole);
-    if (!frac.empty()) s += QLatin1Char('.') + QString::fromStdString(frac);
-    if (value.raw < 0) s.prepend(QLatin1Char('-'));
-    return s;
+    // Written from the end of a buffer: the four decimals without trailing
+    // zeros, the point, the whole part, the sign. A save writes some 1,600 of
+    // these.
+    const std::int64_t raw = value.raw;
+    std::uint64_t mag = raw < 0 ? std::uint64_t(0) - std::uint64_t(raw) : std::uint64_t(raw);
+    char buf[32];
+    char* end = buf + sizeof buf;
+    char* p = end;
+    unsigned frac = unsigned(mag % 10000);
+    mag /= 10000;
+    int decimals = 4;
+    while (decimals > 0 && frac % 10 == 0) {
+        frac /= 10;
+        --decimals;
+    }
+    if (decimals > 0) {
+        for (int i = 0; i < decimals; ++i) {
+            *--p = char('0' + frac % 10);
+            frac /= 10;
+        }
+        *--p = '.';
+    }
+    do {
+        *--p = char('0' + mag % 10);
+        mag /= 10;
+    } while (mag > 0);
+    if (raw < 0) *--p = '-';
+    return QString::fromLatin1(p, int(end - p));
 }
 
 bool TryStrToCurr(const QString& text, Currency& out) {
@@ -155,7 +174,8 @@ Currency StrToCurrDef(const QString& text, Currency def) {
 int StrToIntDef(const QString& text, int def) {
     // Leading blanks are passed over; anything after the digits is no number.
     QString t = text;
-    while (!t.isEmpty() && t[0].isSpace()) t.remove(0, 1);
+    while (!t.isEmpty() && t[0].isSpace())
+        t.remove(0, 1);
     if (t.isEmpty()) return def;
     int i = 0;
     bool negative = false;
@@ -214,7 +234,8 @@ QString FormatGeneral(Currency value) {
     const int decimals = std::max(0, 4 - cut);
     std::string whole = digits.substr(0, digits.size() - std::size_t(decimals));
     std::string frac = digits.substr(digits.size() - std::size_t(decimals));
-    while (!frac.empty() && frac.back() == '0') frac.pop_back();
+    while (!frac.empty() && frac.back() == '0')
+        frac.pop_back();
     if (whole.empty()) whole = "0";
     QString s = QString::fromStdString(whole);
     if (!frac.empty()) s += QLatin1Char('.') + QString::fromStdString(frac);

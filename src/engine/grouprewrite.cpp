@@ -74,7 +74,7 @@ void RecalculatePipeType(int grp, int kan, const std::function<void(int r)>& bef
 void RecalculateGroup(int kind, int grp, int currentKan, const GroupProgress& progress) {
     const RowTable rowsBefore = KanzaiRows;
     const QStringList savedBefore = SavedLines;
-    const QStringList storedBefore = StoredLines;
+    const QByteArray storedBefore = StoredState;
     int kan = 0;
     try {
         for (int i = 0; i < GroupPipeTypes; ++i) {
@@ -93,7 +93,7 @@ void RecalculateGroup(int kind, int grp, int currentKan, const GroupProgress& pr
         } catch (...) {
             KanzaiRows = rowsBefore;
             SavedLines = savedBefore;
-            StoredLines = storedBefore;
+            StoredState = storedBefore;
         }
         if (kan == 0) throw;
         throw std::runtime_error(

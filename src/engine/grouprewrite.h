@@ -39,10 +39,10 @@ void RecalculatePipeType(int grp, int kan, const std::function<void(int r)>& bef
 
 // RecalculatePipeType for the 20 pipe types of group grp, reporting each row.
 // Then the rows of pipe type currentKan come back into KanzaiRows, as
-// stored, with their computed fields, and SavedLines and StoredLines as
+// stored, with their computed fields, and SavedLines and StoredState as
 // loaded.
 //
-// Uses KanzaiRows, SavedLines and StoredLines; the caller makes sure nothing
+// Uses KanzaiRows, SavedLines and StoredState; the caller makes sure nothing
 // else touches them while it runs. A failure ends the run with an exception
 // that says at which pipe type it stopped (the ones before it are rewritten,
 // it and those after it are as they were), after the rows of pipe type

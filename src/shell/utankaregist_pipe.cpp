@@ -157,7 +157,7 @@ bool TFtankaregist::LoadAndShow(const std::function<void()>& select) {
     // the next save would write these rows over the pipe type asked for.
     const RowTable rows = KanzaiRows;
     const QStringList saved = SavedLines;
-    const QStringList stored = StoredLines;
+    const QByteArray stored = StoredState;
     const int grp = CurrentGrp, kan = CurrentKan;
     QStringList panels;
     for (int i = 0; i < 3; ++i)
@@ -170,7 +170,7 @@ bool TFtankaregist::LoadAndShow(const std::function<void()>& select) {
     } catch (...) {
         KanzaiRows = rows;
         SavedLines = saved;
-        StoredLines = stored;
+        StoredState = stored;
         CurrentGrp = grp;
         CurrentKan = kan;
         for (int i = 0; i < 3; ++i)

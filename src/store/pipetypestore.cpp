@@ -20,14 +20,8 @@ namespace {
 QString q(const QString& value) {
     return QLatin1Char('\'') + value + QLatin1Char('\'');
 }
-QString qText(const QByteArray& ansi) {
-    return q(QuotedText(FromAnsi(ansi)));
-}
 QString qInt(std::int64_t v) {
     return q(QString::number(v));
-}
-QString qCurr(Currency c) {
-    return q(CurrToStr(c));
 }
 
 Currency currOf(const QStringList& columns, const QString& line, const char* column) {
@@ -46,18 +40,18 @@ constexpr const char* LoadedColumns[] = {"UKEY",   "GOODS",  "KIND",  "SORT",  "
                                          "DATA2",  "DATA3",  "DATA4", "DATA5", "DATA6", "DATA7",
                                          "NTANKA", "GTANKA", "FTANKA"};
 
-// The loaded columns of each row as stored, in their text form.
-QStringList storedState(const QueryResult& result) {
-    QStringList state;
-    state.reserve(int(result.lines.size()));
-    for (const QString& line : result.lines) {
-        QString s;
-        for (const char* column : LoadedColumns)
-            s += EscapeField(FieldOfLine(result.columns, line, QLatin1String(column))) +
-                 QLatin1Char(';');
-        state.append(s);
+// The loaded columns of the 60 rows, as stored.
+QByteArray storedState(TSQLiteDatabase& db, int grp, int kan) {
+    QString columns;
+    for (const char* column : LoadedColumns) {
+        if (!columns.isEmpty()) columns += QLatin1Char(',');
+        columns += QLatin1String(column);
     }
-    return state;
+    return db.GetTableImage(QStringLiteral("SELECT ") + columns +
+                            QStringLiteral(" FROM ex_kanzai WHERE CTG='1' AND GRP='%1' AND "
+                                           "KAN='%2' ORDER BY NO;")
+                                .arg(grp)
+                                .arg(kan));
 }
 
 // Fills the rows from a result of LoadStatement, as LoadPipeType describes.
@@ -97,7 +91,6 @@ void loadRows(const QueryResult& result) {
     Fuzokurecordtypex& options = KanzaiRows[OptionRow];
     if (options.FLAG > 1) options.FLAG = 0;
     if (options.YOSAN > 1) options.YOSAN = 0;
-    StoredLines = storedState(result);
 }
 
 } // namespace
@@ -109,40 +102,69 @@ QString LoadStatement(int grp, int kan) {
 }
 
 QString SaveStatement(const Fuzokurecordtypex& r, int grp, int kan, int n) {
+    static const char* const DataNames[7] = {
+        ",Data1=", ",Data2=", ",Data3=", ",Data4=", ",Data5=", ",Data6=", ",Data7="};
+    static const char* const CalcGNames[7] = {
+        ",CALC1_G=", ",CALC2_G=", ",CALC3_G=", ",CALC4_G=", ",CALC5_G=", ",CALC6_G=", ",CALC7_G="};
+    static const char* const CalcNNames[7] = {
+        ",CALC1_N=", ",CALC2_N=", ",CALC3_N=", ",CALC4_N=", ",CALC5_N=", ",CALC6_N=", ",CALC7_N="};
     QString s;
-    s.reserve(700);
-    s += QStringLiteral("UPDATE ex_kanzai SET ");
-    s += QStringLiteral("GOODS=") + qText(r.GOODS);
-    s += QStringLiteral(",KIND=") + qText(r.KIND);
-    s += QStringLiteral(",SIZE=") + qText(r.SIZE);
-    s += QStringLiteral(",YOSAN=") + qInt(r.YOSAN);
-    s += QStringLiteral(",SORT=") + q(QStringLiteral("0"));
-    s += QStringLiteral(",CI=") + qText(r.CI);
-    s += QStringLiteral(",FLAG=") + qInt(r.FLAG);
-    s += QStringLiteral(",NET=") + qCurr(r.NET);
-    s += QStringLiteral(",GROSS=") + qCurr(r.GROSS);
-    s += QStringLiteral(",TEIKA=") + qCurr(r.TEIKA);
-    for (int i = 1; i <= 7; ++i)
-        s += QStringLiteral(",Data%1=").arg(i) + qCurr(r.Data(i));
+    s.reserve(800);
+    auto value = [&s](const char* name, const QString& v) {
+        s += QLatin1String(name);
+        s += QLatin1Char('\'');
+        s += v;
+        s += QLatin1Char('\'');
+    };
+    auto text = [&](const char* name, const QByteArray& ansi) {
+        value(name, QuotedText(FromAnsi(ansi)));
+    };
+    auto number = [&](const char* name, std::int64_t v) { value(name, QString::number(v)); };
+    auto curr = [&](const char* name, Currency c) { value(name, CurrToStr(c)); };
+    s += QLatin1String("UPDATE ex_kanzai SET ");
+    text("GOODS=", r.GOODS);
+    text(",KIND=", r.KIND);
+    text(",SIZE=", r.SIZE);
+    number(",YOSAN=", r.YOSAN);
+    value(",SORT=", QStringLiteral("0"));
+    text(",CI=", r.CI);
+    number(",FLAG=", r.FLAG);
+    curr(",NET=", r.NET);
+    curr(",GROSS=", r.GROSS);
+    curr(",TEIKA=", r.TEIKA);
     for (int i = 0; i < 7; ++i)
-        s += QStringLiteral(",CALC%1_G=").arg(i + 1) + qCurr(r.CALC_G[std::size_t(i)]);
+        curr(DataNames[i], r.DATA[std::size_t(i)]);
     for (int i = 0; i < 7; ++i)
-        s += QStringLiteral(",CALC%1_N=").arg(i + 1) + qCurr(r.CALC_N[std::size_t(i)]);
-    s += QStringLiteral(",NTANKA=") + qCurr(r.NTANKA);
-    s += QStringLiteral(",GTANKA=") + qCurr(r.GTANKA);
-    s += QStringLiteral(",FTANKA=") + qCurr(r.FTANKA);
-    s += QStringLiteral(" WHERE CTG=") + q("1") + QStringLiteral(" and GRP=") + qInt(grp) +
-         QStringLiteral(" and KAN=") + qInt(kan) + QStringLiteral(" and NO=") + qInt(n) +
-         QStringLiteral(";\r\n");
+        curr(CalcGNames[i], r.CALC_G[std::size_t(i)]);
+    for (int i = 0; i < 7; ++i)
+        curr(CalcNNames[i], r.CALC_N[std::size_t(i)]);
+    curr(",NTANKA=", r.NTANKA);
+    curr(",GTANKA=", r.GTANKA);
+    curr(",FTANKA=", r.FTANKA);
+    value(" WHERE CTG=", QStringLiteral("1"));
+    number(" and GRP=", grp);
+    number(" and KAN=", kan);
+    number(" and NO=", n);
+    s += QLatin1String(";\r\n");
     return s;
 }
 
-QStringList StoredLines;
+QByteArray StoredState;
 
 void LoadPipeType(int /*ctg*/, int grp, int kan) {
     SavedLines.clear();
-    QueryToLines(ExDatabasePath, LoadStatement(grp, kan));
+    ResultLines.clear();
+    ResultColumns.clear();
+    // The rows and what they are stored as, read in one transaction.
+    TSQLiteDatabase db(ExDatabasePath);
+    db.BeginTransaction();
+    QueryResult result = QueryLines(db, LoadStatement(grp, kan));
+    const QByteArray state = storedState(db, grp, kan);
+    db.Commit();
+    ResultColumns = std::move(result.columns);
+    ResultLines = std::move(result.lines);
     loadRows(QueryResult{ResultColumns, ResultLines});
+    StoredState = state;
 }
 
 void LoadPipeTypeIn(TSQLiteDatabase& db, int grp, int kan) {
@@ -163,14 +185,13 @@ SaveOutcome SavePipeType(QWidget* form, int /*ctg*/, int grp, int showMessage, i
     try {
         TSQLiteDatabase db(ExDatabasePath);
         db.BeginImmediateTransaction();
-        const QString load = LoadStatement(grp, kan);
         // Inside the write lock: what is stored now stays so until the commit.
-        if (check == SaveCheck::AgainstLoaded && storedState(QueryLines(db, load)) != StoredLines)
+        if (check == SaveCheck::AgainstLoaded && storedState(db, grp, kan) != StoredState)
             return SaveOutcome::ChangedElsewhere; // rolled back by db
         WritePipeTypeIn(db, grp, kan);
-        QStringList stored = storedState(QueryLines(db, load));
+        QByteArray stored = storedState(db, grp, kan);
         db.Commit();
-        StoredLines = std::move(stored);
+        StoredState = std::move(stored);
     } catch (const ESQLiteException& e) {
         reason = e.Reason();
     } catch (const std::exception& e) {

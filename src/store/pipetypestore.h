@@ -14,16 +14,16 @@ QString LoadStatement(int grp, int kan);
 // The UPDATE of row n (1..60) of a pipe type from row, ended by CR LF.
 QString SaveStatement(const Fuzokurecordtypex& row, int grp, int kan, int n);
 
-// The loaded columns of each of the 60 rows as the database held them at the
-// last load or save of this program: a save compares them with what is
-// stored, to find a change made elsewhere in between.
-extern QStringList StoredLines;
+// The loaded columns of the 60 rows as the database held them at the last
+// load or save of this program: a save compares them with what is stored,
+// to find a change made elsewhere in between.
+extern QByteArray StoredState;
 
 // Fills fields UKEY to FTANKA of the 60 rows of KanzaiRows and rebuilds
-// SavedLines and StoredLines. ctg is ignored: the statement always says 1.
+// SavedLines and StoredState. ctg is ignored: the statement always says 1.
 // Raises ESQLiteException when the query fails and std::out_of_range when the
 // store gives fewer than 60 rows (the rows before the missing one are
-// replaced, StoredLines stays).
+// replaced, StoredState stays).
 void LoadPipeType(int ctg, int grp, int kan);
 // The same on an open connection, inside its transaction.
 void LoadPipeTypeIn(TSQLiteDatabase& db, int grp, int kan);
@@ -34,7 +34,7 @@ void WritePipeTypeIn(TSQLiteDatabase& db, int grp, int kan);
 
 enum class SaveOutcome { Saved, Failed, ChangedElsewhere };
 enum class SaveCheck {
-    AgainstLoaded, // nothing is written when the stored rows are no longer StoredLines
+    AgainstLoaded, // nothing is written when the stored rows are no longer StoredState
     Overwrite      // the user has chosen to write over a change made elsewhere
 };
 // The words of a failed save: nothing was written.
@@ -42,9 +42,9 @@ extern const QString NotSavedText;
 
 // Writes the 60 rows of KanzaiRows in one write transaction, all or nothing,
 // and puts the statement of row 1 on the clipboard. ctg is ignored.
-// - Saved: SavedLines takes CurrentLines, StoredLines what is stored now;
+// - Saved: SavedLines takes CurrentLines, StoredState what is stored now;
 //   with showMessage 1 "保存しました。" is shown.
-// - ChangedElsewhere: the stored rows differ from StoredLines (another
+// - ChangedElsewhere: the stored rows differ from StoredState (another
 //   program has changed the pipe type since it was loaded); nothing is
 //   written or shown.
 // - Failed: nothing is written; one box "ERROR" with the database's reason,

@@ -245,6 +245,36 @@ QString TSQLiteDatabase::GetTableString(const QString& SQL) {
     return table.RowCount() > 0 ? table.FieldAsString(0) : QString();
 }
 
+QByteArray TSQLiteDatabase::GetTableImage(const QString& SQL) {
+    sqlite3_stmt* stmt = Prepare(SQL);
+    const StmtGuard guard{stmt};
+    QByteArray image;
+    int rc;
+    while ((rc = sqlite3_step(stmt)) == SQLITE_ROW) {
+        const int cols = sqlite3_column_count(stmt);
+        for (int c = 0; c < cols; ++c) {
+            const int type = sqlite3_column_type(stmt, c);
+            image += char(type);
+            if (type == SQLITE_INTEGER) {
+                const sqlite3_int64 v = sqlite3_column_int64(stmt, c);
+                image.append(reinterpret_cast<const char*>(&v), sizeof v);
+            } else if (type == SQLITE_FLOAT) {
+                const double v = sqlite3_column_double(stmt, c);
+                image.append(reinterpret_cast<const char*>(&v), sizeof v);
+            } else if (type != SQLITE_NULL) {
+                const char* bytes = static_cast<const char*>(
+                    type == SQLITE_TEXT ? static_cast<const void*>(sqlite3_column_text(stmt, c))
+                                        : sqlite3_column_blob(stmt, c));
+                const int n = sqlite3_column_bytes(stmt, c);
+                image.append(reinterpret_cast<const char*>(&n), sizeof n);
+                image.append(bytes, n);
+            }
+        }
+    }
+    if (rc != SQLITE_DONE) RaiseSqlError(QStringLiteral("Error executing SQL statement"), SQL);
+    return image;
+}
+
 void TSQLiteDatabase::GetTableStrings(const QString& SQL, QStringList& Value) {
     Value.clear();
     TSQLiteTable table(*this, SQL);

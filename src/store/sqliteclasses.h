@@ -98,6 +98,9 @@ public:
     std::int64_t GetTableValue(const QString& SQL);
     QString GetTableString(const QString& SQL);
     void GetTableStrings(const QString& SQL, QStringList& Value);
+    // Every value of every row by its type and its bytes, with no conversion
+    // to text: two images are equal exactly when the rows are.
+    QByteArray GetTableImage(const QString& SQL);
     void UpdateBlob(const QString& SQL, const QByteArray& BlobData);
 
     void BeginTransaction();
