@@ -2,6 +2,7 @@
 // The main form: menu, status bar and the area of the sheet. The logic of the
 // screen is split over utankaregist_*.cpp by what it serves.
 
+#include <QElapsedTimer>
 #include <QMainWindow>
 #include <QPointer>
 #include <QString>
@@ -437,6 +438,7 @@ private:
     bool closeAfterGroupRewrite_ = false; // a close came during the run
     QThread* groupThread_ = nullptr;
     QDialog* groupProgress_ = nullptr;
+    QElapsedTimer groupProgressShown_; // when the progress window last changed
     QPointer<QWidget> groupFocus_;
 };
 

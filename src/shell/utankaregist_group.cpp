@@ -156,6 +156,7 @@ void TFtankaregist::alldataCalc(int kind) {
     centralWidget()->setEnabled(false);
     menuBar()->setEnabled(false);
     static_cast<TGroupProgress*>(groupProgress_)->Start();
+    groupProgressShown_.invalidate();
 
     const QString caption = windowTitle();
     const int grp = CurrentGrp, kan = CurrentKan;
@@ -179,10 +180,16 @@ void TFtankaregist::alldataCalc(int kind) {
 }
 
 void TFtankaregist::showGroupProgress(const QString& text, int step) {
+    setWindowTitle(text);
+    // The caption follows every row; the progress window, whose layout costs
+    // far more than the row, at most once a screen frame, and at the end.
+    if (groupProgressShown_.isValid() && groupProgressShown_.elapsed() < 16 &&
+        step < GroupRewriteSteps)
+        return;
+    groupProgressShown_.start();
     auto* progress = static_cast<TGroupProgress*>(groupProgress_);
     progress->Text->setText(text);
     progress->Bar->setValue(step);
-    setWindowTitle(text);
 }
 
 void TFtankaregist::endGroupRewrite(const QString& caption, std::exception_ptr failure) {

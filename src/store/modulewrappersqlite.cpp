@@ -103,6 +103,7 @@ QString FieldOfLine(const QStringList& columns, const QString& line, const QStri
 }
 
 QString QuotedText(const QString& text) {
+    if (!text.contains(QLatin1Char('\''))) return text;
     QString s = text;
     s.replace(QLatin1Char('\''), QStringLiteral("''"));
     return s;

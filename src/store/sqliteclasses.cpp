@@ -112,6 +112,8 @@ TSQLiteDatabase::~TSQLiteDatabase() noexcept(false) {
             fInTrans = false;
         }
     }
+    if (fImageStmt) sqlite3_finalize(fImageStmt);
+    fImageStmt = nullptr;
     if (fDB) sqlite3_close(fDB);
     fDB = nullptr;
     ParamsClear();
@@ -246,9 +248,23 @@ QString TSQLiteDatabase::GetTableString(const QString& SQL) {
 }
 
 QByteArray TSQLiteDatabase::GetTableImage(const QString& SQL) {
-    sqlite3_stmt* stmt = Prepare(SQL);
-    const StmtGuard guard{stmt};
+    // A save reads the same rows before and after it writes: the second read
+    // runs the statement of the first again.
+    if (fImageStmt && SQL != fImageSQL) {
+        sqlite3_finalize(fImageStmt);
+        fImageStmt = nullptr;
+    }
+    if (!fImageStmt) {
+        fImageStmt = Prepare(SQL);
+        fImageSQL = SQL;
+    }
+    sqlite3_stmt* stmt = fImageStmt;
+    struct Reset {
+        sqlite3_stmt* stmt;
+        ~Reset() { sqlite3_reset(stmt); }
+    } reset{stmt};
     QByteArray image;
+    image.reserve(4096);
     int rc;
     while ((rc = sqlite3_step(stmt)) == SQLITE_ROW) {
         const int cols = sqlite3_column_count(stmt);

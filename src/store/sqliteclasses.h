@@ -139,6 +139,9 @@ private:
     bool fInTrans = false;
     bool fSync = false;
     std::vector<TSQliteParam> fParams;
+    // The statement of the last GetTableImage, kept for the next one.
+    sqlite3_stmt* fImageStmt = nullptr;
+    QString fImageSQL;
 };
 
 // A whole result set in memory; needs no connection once built.
