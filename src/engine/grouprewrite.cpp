@@ -2,8 +2,10 @@
 
 #include "engine/calcrow.h"
 #include "platform/datapaths.h"
+#include "platform/dialogs.h"
 #include "store/pipetypestore.h"
 
+#include <exception>
 #include <stdexcept>
 
 namespace {
@@ -16,13 +18,6 @@ QString qCurr(Currency c) {
 }
 QString qInt(int v) {
     return q(QString::number(v));
-}
-
-// The current pipe type as stored, its computed fields filled.
-void bringBack(int grp, int kan) {
-    LoadPipeType(1, grp, kan);
-    for (int r = 1; r <= GroupCalcRows; ++r)
-        CalcRow(r);
 }
 
 } // namespace
@@ -59,43 +54,36 @@ QString GroupProgressText(int kind, int i, int r, const QString& goods) {
            QString::number(i) + QLatin1Char('-') + QString::number(r) + QLatin1Char('/') + goods;
 }
 
-void RecalculatePipeType(int grp, int kan, const std::function<void(int r)>& beforeRow) {
-    TSQLiteDatabase db(ExDatabasePath);
+void RecalculatePipeType(const QString& path, RowTable& rows, int grp, int kan,
+                         Dialogs& dialogs, const std::function<void(int r)>& beforeRow) {
+    TSQLiteDatabase db(path);
     db.BeginImmediateTransaction();
-    LoadPipeTypeIn(db, grp, kan);
+    LoadPipeTypeIn(db, grp, kan, rows);
+    const KanzaiOptions options(rows[OptionRow]);
     for (int r = 1; r <= GroupCalcRows; ++r) {
         if (beforeRow) beforeRow(r);
-        CalcRow(r);
+        CalcRowWith(rows[r], options);
     }
-    WritePipeTypeIn(db, grp, kan);
+    WritePipeTypeIn(db, rows, grp, kan, dialogs);
     db.Commit();
 }
 
-void RecalculateGroup(int kind, int grp, int currentKan, const GroupProgress& progress) {
-    const RowTable rowsBefore = KanzaiRows;
-    const QStringList savedBefore = SavedLines;
-    const QByteArray storedBefore = StoredState;
+void RewriteGroup(const QString& path, Dialogs& dialogs, int kind, int grp,
+                  const GroupProgress& progress) {
+    // The rows of the run, apart from the pipe type on the sheet; one table
+    // for the 20, as the fields a load does not fill carry over.
+    RowTable rows;
     int kan = 0;
     try {
         for (int i = 0; i < GroupPipeTypes; ++i) {
             kan = i + 1;
-            RecalculatePipeType(grp, kan, [&](int r) {
+            RecalculatePipeType(path, rows, grp, kan, dialogs, [&](int r) {
                 if (progress)
-                    progress(GroupProgressText(kind, i, r, KanzaiRows[r].Goods()),
+                    progress(GroupProgressText(kind, i, r, rows[r].Goods()),
                              i * GroupCalcRows + r);
             });
         }
-        kan = 0;
-        bringBack(grp, currentKan);
     } catch (const std::exception& e) {
-        try {
-            bringBack(grp, currentKan);
-        } catch (...) {
-            KanzaiRows = rowsBefore;
-            SavedLines = savedBefore;
-            StoredState = storedBefore;
-        }
-        if (kan == 0) throw;
         throw std::runtime_error(
             QStringLiteral("グループの再計算を管種%1で中止しました。管種%1から後は変更されて"
                            "いません。\r\n%2")
@@ -103,4 +91,35 @@ void RecalculateGroup(int kind, int grp, int currentKan, const GroupProgress& pr
                 .arg(QString::fromUtf8(e.what()))
                 .toStdString());
     }
+}
+
+void BringBackPipeType(int grp, int kan) {
+    const RowTable rowsBefore = KanzaiRows;
+    const QStringList savedBefore = SavedLines;
+    const QByteArray storedBefore = StoredState;
+    try {
+        LoadPipeType(1, grp, kan);
+        for (int r = 1; r <= GroupCalcRows; ++r)
+            CalcRow(r);
+    } catch (...) {
+        KanzaiRows = rowsBefore;
+        SavedLines = savedBefore;
+        StoredState = storedBefore;
+        throw;
+    }
+}
+
+void RecalculateGroup(int kind, int grp, int currentKan, const GroupProgress& progress) {
+    std::exception_ptr failure;
+    try {
+        RewriteGroup(ExDatabasePath, CurrentDialogs(), kind, grp, progress);
+    } catch (...) {
+        failure = std::current_exception();
+    }
+    try {
+        BringBackPipeType(grp, currentKan);
+    } catch (...) {
+        if (!failure) failure = std::current_exception();
+    }
+    if (failure) std::rethrow_exception(failure);
 }

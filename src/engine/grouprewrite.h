@@ -10,7 +10,7 @@
 
 #include <functional>
 
-class QWidget;
+class Dialogs;
 
 constexpr int GroupPipeTypes = 20; // KAN 1 to 20 of a group
 constexpr int GroupCalcRows = 59;  // rows calculated in each, 1 to 59
@@ -31,22 +31,27 @@ QString GroupProgressText(int kind, int i, int r, const QString& goods);
 // GroupRewriteSteps.
 using GroupProgress = std::function<void(const QString& text, int step)>;
 
-// One pipe type of a group rewrite, in one write transaction: load it, call
-// beforeRow(r) and calculate rows 1 to 59, write its 60 rows. Another program
-// sees it wholly old or wholly new. Raises ESQLiteException (nothing of the
-// pipe type written) or what the calculation raises.
-void RecalculatePipeType(int grp, int kan, const std::function<void(int r)>& beforeRow);
+// One pipe type of a group rewrite, in one write transaction on the
+// database at path: load it into rows, call beforeRow(r) and calculate rows 1
+// to 59, write its 60 rows (row 1's statement to the clipboard of dialogs).
+// Another program sees it wholly old or wholly new. Raises ESQLiteException
+// (nothing of the pipe type written) or what the calculation raises.
+void RecalculatePipeType(const QString& path, RowTable& rows, int grp, int kan,
+                         Dialogs& dialogs, const std::function<void(int r)>& beforeRow);
 
 // RecalculatePipeType for the 20 pipe types of group grp, reporting each row.
-// Then the rows of pipe type currentKan come back into KanzaiRows, as
-// stored, with their computed fields, and SavedLines and StoredState as
-// loaded.
-//
-// Uses KanzaiRows, SavedLines and StoredState; the caller makes sure nothing
-// else touches them while it runs. A failure ends the run with an exception
+// Shares nothing with the pipe type on the sheet: it runs on a worker thread
+// with its own rows and connections. A failure ends the run with an exception
 // that says at which pipe type it stopped (the ones before it are rewritten,
-// it and those after it are as they were), after the rows of pipe type
-// currentKan have been brought back as far as the table allows (else the
-// rows as they were at the start), so that no later save writes another
-// pipe type's rows over it.
+// it and those after it are as they were).
+void RewriteGroup(const QString& path, Dialogs& dialogs, int kind, int grp,
+                  const GroupProgress& progress);
+
+// After a run: the rows of pipe type kan come back into KanzaiRows as stored,
+// with their computed fields, and SavedLines and StoredState as loaded. When
+// that fails the three stay as they were and the failure is raised.
+void BringBackPipeType(int grp, int kan);
+
+// RewriteGroup on ExDatabasePath, then BringBackPipeType of currentKan; the
+// failure of the run, else that of the bringing back, is raised at the end.
 void RecalculateGroup(int kind, int grp, int currentKan, const GroupProgress& progress);

@@ -227,17 +227,18 @@ int RunQorvaleTool(const QStringList& args, QTextStream& out, QTextStream& err) 
         }
         const int first = a.kan ? a.kan : 1;
         const int last = a.kan ? a.kan : 20;
+        RowTable rows;
         for (int kan = first; kan <= last; ++kan) {
             // Each pipe type in one transaction: a run that is stopped leaves
             // every pipe type wholly old or wholly new.
             QString failure;
             try {
-                RecalculatePipeType(a.group, kan, nullptr);
+                RecalculatePipeType(ExDatabasePath, rows, a.group, kan, CurrentDialogs(), nullptr);
             } catch (const std::exception& e) {
                 failure = oneLine(QString::fromUtf8(e.what()));
             }
             out << "group " << a.group << " pipe type " << kan << " ("
-                << KanzaiRows[1].Goods().trimmed() << "): "
+                << rows[1].Goods().trimmed() << "): "
                 << (failure.isEmpty() ? QStringLiteral("recalculated and saved")
                                       : QStringLiteral("not saved"))
                 << "\n";

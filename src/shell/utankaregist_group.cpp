@@ -158,12 +158,16 @@ void TFtankaregist::alldataCalc(int kind) {
     static_cast<TGroupProgress*>(groupProgress_)->Start();
     groupProgressShown_.invalidate();
 
+    // The worker has its own rows and connections and touches nothing of
+    // the form: it hands the progress and its end over to this thread.
     const QString caption = windowTitle();
-    const int grp = CurrentGrp, kan = CurrentKan;
-    groupThread_ = QThread::create([this, kind, caption, grp, kan] {
+    const QString path = ExDatabasePath;
+    Dialogs& dialogs = CurrentDialogs();
+    const int grp = CurrentGrp;
+    groupThread_ = QThread::create([this, kind, caption, path, &dialogs, grp] {
         std::exception_ptr failure;
         try {
-            RecalculateGroup(kind, grp, kan, [this](const QString& text, int step) {
+            RewriteGroup(path, dialogs, kind, grp, [this](const QString& text, int step) {
                 QMetaObject::invokeMethod(
                     this, [this, text, step] { showGroupProgress(text, step); },
                     Qt::QueuedConnection);
@@ -214,6 +218,13 @@ void TFtankaregist::endGroupRewrite(const QString& caption, std::exception_ptr f
                 form, [f = form] { f->close(); }, Qt::QueuedConnection);
         }
     } closeWhenShown{this};
+    // The pipe type on the sheet as the run has stored it; the rows stay as
+    // they were when it cannot be read.
+    try {
+        BringBackPipeType(CurrentGrp, CurrentKan);
+    } catch (...) {
+        if (!failure) failure = std::current_exception();
+    }
     if (failure) {
         // The run ends where it failed, its last progress in the caption;
         // the failure is shown like any other and the form opens again. The

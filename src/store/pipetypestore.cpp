@@ -54,9 +54,10 @@ QByteArray storedState(TSQLiteDatabase& db, int grp, int kan) {
                                 .arg(kan));
 }
 
-// Fills the rows from a result of LoadStatement, as LoadPipeType describes.
-void loadRows(const QueryResult& result) {
-    SavedLines.clear();
+// Fills rows from a result of LoadStatement, as LoadPipeType describes, and
+// the change lines of what was read into saved when it is given.
+void loadRows(const QueryResult& result, RowTable& rows, QStringList* saved) {
+    if (saved) saved->clear();
     const QStringList& columns = result.columns;
     for (int i = 0; i < RowCount; ++i) {
         const int r = i + 1;
@@ -64,7 +65,7 @@ void loadRows(const QueryResult& result) {
             throw std::out_of_range(
                 QStringLiteral("List index out of bounds (%1)").arg(i).toStdString());
         const QString& line = result.lines[i];
-        Fuzokurecordtypex& row = KanzaiRows[r];
+        Fuzokurecordtypex& row = rows[r];
         row.UKEY = intOf(columns, line, "UKEY");
         row.GOODS = textOf(columns, line, "GOODS", GoodsWidth);
         row.KIND = textOf(columns, line, "KIND", KindWidth);
@@ -85,10 +86,10 @@ void loadRows(const QueryResult& result) {
         row.NTANKA = currOf(columns, line, "NTANKA");
         row.GTANKA = currOf(columns, line, "GTANKA");
         row.FTANKA = currOf(columns, line, "FTANKA");
-        SavedLines.append(RowLine(row));
+        if (saved) saved->append(RowLine(row));
     }
     // The option row knows only item indexes 0 and 1 for these two.
-    Fuzokurecordtypex& options = KanzaiRows[OptionRow];
+    Fuzokurecordtypex& options = rows[OptionRow];
     if (options.FLAG > 1) options.FLAG = 0;
     if (options.YOSAN > 1) options.YOSAN = 0;
 }
@@ -163,18 +164,19 @@ void LoadPipeType(int /*ctg*/, int grp, int kan) {
     db.Commit();
     ResultColumns = std::move(result.columns);
     ResultLines = std::move(result.lines);
-    loadRows(QueryResult{ResultColumns, ResultLines});
+    loadRows(QueryResult{ResultColumns, ResultLines}, KanzaiRows, &SavedLines);
     StoredState = state;
 }
 
-void LoadPipeTypeIn(TSQLiteDatabase& db, int grp, int kan) {
-    loadRows(QueryLines(db, LoadStatement(grp, kan)));
+void LoadPipeTypeIn(TSQLiteDatabase& db, int grp, int kan, RowTable& rows) {
+    loadRows(QueryLines(db, LoadStatement(grp, kan)), rows, nullptr);
 }
 
-void WritePipeTypeIn(TSQLiteDatabase& db, int grp, int kan) {
+void WritePipeTypeIn(TSQLiteDatabase& db, const RowTable& rows, int grp, int kan,
+                     Dialogs& dialogs) {
     for (int n = 1; n <= RowCount; ++n) {
-        const QString sql = SaveStatement(KanzaiRows[n], grp, kan, n);
-        if (n == 1) CurrentDialogs().SetClipboardText(sql);
+        const QString sql = SaveStatement(rows[n], grp, kan, n);
+        if (n == 1) dialogs.SetClipboardText(sql);
         db.ExecSQL(sql);
     }
 }
@@ -188,7 +190,7 @@ SaveOutcome SavePipeType(QWidget* form, int /*ctg*/, int grp, int showMessage, i
         // Inside the write lock: what is stored now stays so until the commit.
         if (check == SaveCheck::AgainstLoaded && storedState(db, grp, kan) != StoredState)
             return SaveOutcome::ChangedElsewhere; // rolled back by db
-        WritePipeTypeIn(db, grp, kan);
+        WritePipeTypeIn(db, KanzaiRows, grp, kan, CurrentDialogs());
         QByteArray stored = storedState(db, grp, kan);
         db.Commit();
         StoredState = std::move(stored);

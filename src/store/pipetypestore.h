@@ -7,6 +7,7 @@
 
 #include <QString>
 
+class Dialogs;
 class QWidget;
 
 // The SELECT of a pipe type.
@@ -25,12 +26,14 @@ extern QByteArray StoredState;
 // store gives fewer than 60 rows (the rows before the missing one are
 // replaced, StoredState stays).
 void LoadPipeType(int ctg, int grp, int kan);
-// The same on an open connection, inside its transaction.
-void LoadPipeTypeIn(TSQLiteDatabase& db, int grp, int kan);
-// The 60 UPDATEs of KanzaiRows on an open connection, inside its
-// transaction; the statement of row 1 goes to the clipboard. Raises
+// The rows of a pipe type into rows, on an open connection inside its
+// transaction; nothing else changes.
+void LoadPipeTypeIn(TSQLiteDatabase& db, int grp, int kan, RowTable& rows);
+// The 60 UPDATEs of rows on an open connection, inside its transaction; the
+// statement of row 1 goes to the clipboard of dialogs. Raises
 // ESQLiteException at the first that fails.
-void WritePipeTypeIn(TSQLiteDatabase& db, int grp, int kan);
+void WritePipeTypeIn(TSQLiteDatabase& db, const RowTable& rows, int grp, int kan,
+                     Dialogs& dialogs);
 
 enum class SaveOutcome { Saved, Failed, ChangedElsewhere };
 enum class SaveCheck {
