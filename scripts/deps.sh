@@ -46,9 +46,14 @@ qorvale_install_deps() {
 }
 
 qorvale_build() {
-  # $1: build directory, further arguments go to cmake configure
+  # $1: build directory, further arguments go to cmake configure; those after
+  # a "--" name the targets to build (all when none).
   local dir=$1
   shift
+  local configure=() targets=()
+  while [ $# -gt 0 ] && [ "$1" != "--" ]; do configure+=("$1"); shift; done
+  [ $# -gt 0 ] && shift
+  for t in "$@"; do targets+=(--target "$t"); done
   local launcher=()
   # ccache keeps the objects of earlier builds, also those of other clones:
   # paths below the source folder are hashed relative to it.
@@ -56,8 +61,10 @@ qorvale_build() {
     export CCACHE_BASEDIR="$QORVALE_ROOT" CCACHE_NOHASHDIR=1
     launcher=(-DCMAKE_C_COMPILER_LAUNCHER=ccache -DCMAKE_CXX_COMPILER_LAUNCHER=ccache)
   fi
-  cmake -S "$QORVALE_ROOT" -B "$dir" -DCMAKE_BUILD_TYPE=RelWithDebInfo "${launcher[@]}" "$@" >/dev/null
-  cmake --build "$dir" -j "$(nproc)" >"$dir/build.log" 2>&1 || { tail -n 60 "$dir/build.log"; return 1; }
+  cmake -S "$QORVALE_ROOT" -B "$dir" -DCMAKE_BUILD_TYPE=RelWithDebInfo "${launcher[@]}" \
+    "${configure[@]}" >/dev/null
+  cmake --build "$dir" -j "$(nproc)" "${targets[@]}" >"$dir/build.log" 2>&1 ||
+    { tail -n 60 "$dir/build.log"; return 1; }
   echo "Built in $dir"
 }
 
