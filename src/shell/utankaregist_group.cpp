@@ -3,6 +3,8 @@
 // while the worker owns them.
 #include "shell/utankaregist.h"
 
+#include "platform/guithread.h"
+
 #include "controls/numberedit.h"
 #include "engine/grouprewrite.h"
 #include "engine/rounding.h"
@@ -168,16 +170,12 @@ void TFtankaregist::alldataCalc(int kind) {
         std::exception_ptr failure;
         try {
             RewriteGroup(path, dialogs, kind, grp, [this](const QString& text, int step) {
-                QMetaObject::invokeMethod(
-                    this, [this, text, step] { showGroupProgress(text, step); },
-                    Qt::QueuedConnection);
+                PostToThreadOf(this, [this, text, step] { showGroupProgress(text, step); });
             });
         } catch (...) {
             failure = std::current_exception();
         }
-        QMetaObject::invokeMethod(
-            this, [this, caption, failure] { endGroupRewrite(caption, failure); },
-            Qt::BlockingQueuedConnection);
+        OnGuiThread([this, caption, failure] { endGroupRewrite(caption, failure); });
     });
     groupThread_->setObjectName(QStringLiteral("alldataCalc"));
     groupThread_->start();
