@@ -8,7 +8,7 @@
 
 namespace {
 
-void styleLikeTheSheet(TStrColGridModel& g) {
+void styleLikeTheSheet(PriceGridModel& g) {
     g.SetColCount(11);
     g.SetRowCount(15);
     TSCGCellParam* range = g.CellParams().Add();
@@ -27,7 +27,7 @@ void styleLikeTheSheet(TStrColGridModel& g) {
 }
 
 void BM_GridLookupAllCells(benchmark::State& state) {
-    TStrColGridModel g;
+    PriceGridModel g;
     styleLikeTheSheet(g);
     for (auto _ : state) {
         int found = 0;

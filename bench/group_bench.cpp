@@ -1,10 +1,10 @@
-// The group recalculation on the demo data: a full run of alldataCalc on its
+// The group recalculation on the demo data: a full run of rewriteGroup on its
 // worker thread against 20 plain saves of the same pipe types on the main
 // thread, and the longest time the main thread went without serving an event
 // during the run. Offscreen, real database.
 #include "engine/grouprewrite.h"
 #include "platform/scripteddialogs.h"
-#include "shell/utankaregist.h"
+#include "shell/mainwindow.h"
 #include "store/pipetypestore.h"
 
 #include <QApplication>
@@ -18,8 +18,8 @@
 
 namespace {
 
-std::unique_ptr<TFtankaregist> openForm() {
-    auto form = std::make_unique<TFtankaregist>(QString());
+std::unique_ptr<MainWindow> openForm() {
+    auto form = std::make_unique<MainWindow>(QString());
     form->show();
     QCoreApplication::processEvents();
     QCoreApplication::processEvents();
@@ -44,8 +44,8 @@ void BM_GroupRewriteRun(benchmark::State& state) {
         clock.start();
         last = 0;
         beat.start();
-        form->alldataCalc(1);
-        form->WaitForGroupRewrite();
+        form->rewriteGroup(1);
+        form->waitForGroupRewrite();
         beat.stop();
     }
     state.counters["longest_gap_ms"] = double(longest) / 1e6;
@@ -57,11 +57,11 @@ void BM_TwentyPlainSaves(benchmark::State& state) {
     auto form = openForm();
     for (auto _ : state) {
         for (int kan = 1; kan <= GroupPipeTypes; ++kan) {
-            LoadPipeType(1, form->CurrentGrp, kan);
-            SavePipeType(form.get(), 1, form->CurrentGrp, 0, kan);
+            LoadPipeType(1, form->currentGroup, kan);
+            SavePipeType(form.get(), 1, form->currentGroup, 0, kan);
         }
     }
-    LoadPipeType(1, form->CurrentGrp, form->CurrentKan);
+    LoadPipeType(1, form->currentGroup, form->currentPipeType);
     form->close();
 }
 BENCHMARK(BM_TwentyPlainSaves)->Unit(benchmark::kMillisecond)->MinTime(5.0)->UseRealTime();
@@ -74,16 +74,16 @@ void BM_RunToSavesRatio(benchmark::State& state) {
     qint64 run = 0, saves = 0;
     for (auto _ : state) {
         clock.start();
-        form->alldataCalc(1);
-        form->WaitForGroupRewrite();
+        form->rewriteGroup(1);
+        form->waitForGroupRewrite();
         run += clock.nsecsElapsed();
         clock.start();
         for (int kan = 1; kan <= GroupPipeTypes; ++kan) {
-            LoadPipeType(1, form->CurrentGrp, kan);
-            SavePipeType(form.get(), 1, form->CurrentGrp, 0, kan);
+            LoadPipeType(1, form->currentGroup, kan);
+            SavePipeType(form.get(), 1, form->currentGroup, 0, kan);
         }
         saves += clock.nsecsElapsed();
-        LoadPipeType(1, form->CurrentGrp, form->CurrentKan);
+        LoadPipeType(1, form->currentGroup, form->currentPipeType);
     }
     state.counters["run_ms"] = double(run) / 1e6 / double(state.iterations());
     state.counters["saves_ms"] = double(saves) / 1e6 / double(state.iterations());
@@ -96,7 +96,7 @@ BENCHMARK(BM_RunToSavesRatio)->Unit(benchmark::kMillisecond)->MinTime(10.0)->Use
 void BM_RecalculateGroupAlone(benchmark::State& state) {
     auto form = openForm();
     for (auto _ : state)
-        RecalculateGroup(1, form->CurrentGrp, form->CurrentKan, nullptr);
+        RecalculateGroup(1, form->currentGroup, form->currentPipeType, nullptr);
     form->close();
 }
 BENCHMARK(BM_RecalculateGroupAlone)->Unit(benchmark::kMillisecond)->MinTime(5.0)->UseRealTime();

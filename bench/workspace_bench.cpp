@@ -1,7 +1,7 @@
 // The workspace on the demo data: program start to the first pipe type shown,
 // and a tree click to the new pipe type shown. Offscreen, real database.
 #include "platform/scripteddialogs.h"
-#include "shell/utankaregist.h"
+#include "shell/mainwindow.h"
 
 #include <QApplication>
 #include <QTreeWidget>
@@ -19,10 +19,10 @@ void runShowStep() {
 
 void BM_StartToFirstPipeType(benchmark::State& state) {
     for (auto _ : state) {
-        auto form = std::make_unique<TFtankaregist>(QString());
+        auto form = std::make_unique<MainWindow>(QString());
         form->show();
         runShowStep();
-        benchmark::DoNotOptimize(form->GOODSBOX);
+        benchmark::DoNotOptimize(form->goodsBox);
         state.PauseTiming();
         form->close();
         form.reset();
@@ -32,14 +32,14 @@ void BM_StartToFirstPipeType(benchmark::State& state) {
 BENCHMARK(BM_StartToFirstPipeType)->Unit(benchmark::kMillisecond)->MinTime(3.0);
 
 void BM_TreeClickToPipeTypeShown(benchmark::State& state) {
-    auto form = std::make_unique<TFtankaregist>(QString());
+    auto form = std::make_unique<MainWindow>(QString());
     form->show();
     runShowStep();
     int node = 1;
     for (auto _ : state) {
         node = node == 1 ? 2 : 1;
-        form->TreeView1->setCurrentItem(form->TreeNode(node));
-        form->TreeView1Click();
+        form->tree->setCurrentItem(form->treeNode(node));
+        form->treeClicked();
     }
     form->close();
 }

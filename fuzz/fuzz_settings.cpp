@@ -116,7 +116,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         DisplaySettings s;
         ApplyDisplayLines(linesOf(in.ConsumeRandomLengthString(400)), s);
         if (!s.HasTreeViewWidth) s.TreeViewWidth = in.ConsumeIntegral<int>();
-        s.CheckBox1 = in.ConsumeBool();
+        s.resultsSwitch = in.ConsumeBool();
         DisplaySettings back;
         back.TreeUse = !s.TreeUse;
         back.StatusUse = !s.StatusUse;

@@ -17,7 +17,7 @@ int main(int argc, char** argv) {
             "  the program with; its field 5 names the database folder. Without it\n"
             "  the default folder under $QORVALE_COMMON_DATA or ~/.local/share is used.\n"));
     if (standard >= 0) return standard;
-    TApplication app(argc, argv);
+    Application app(argc, argv);
     InstallDialogs(std::make_unique<QtDialogs>());
     return ProgramBody(app);
 }

@@ -69,7 +69,7 @@ void TCustomBoxLabel::SetColor(TColor value) {
     update();
 }
 
-void TCustomBoxLabel::SetFont(const TFont& value) {
+void TCustomBoxLabel::SetFont(const FontSpec& value) {
     FFont = value;
     update();
 }

@@ -1,5 +1,5 @@
 #pragma once
-// TBoxLabel: a painted label. A box filled with Color, an outer and an inner
+// BoxLabel: a painted label. A box filled with Color, an outer and an inner
 // bevel with an optional one-pixel border between them, and the caption
 // placed in it by Alignment (horizontal) and HorizontalAlign (vertical, in
 // spite of its name). Numbers written through AsFloat / AsInteger become the
@@ -51,8 +51,8 @@ public:
     void SetDecimals(std::int8_t value) { FDecimals = value; }
     TColor Color() const { return FColor; }
     void SetColor(TColor value);
-    const TFont& Font() const { return FFont; }
-    void SetFont(const TFont& value);
+    const FontSpec& Font() const { return FFont; }
+    void SetFont(const FontSpec& value);
 
     // The number last written; reading parses the caption leniently (0 for
     // text that is no number).
@@ -86,12 +86,12 @@ private:
     QString FFormatString;
     QString FCaption;
     TColor FColor = clBtnFace;
-    TFont FFont;
+    FontSpec FFont;
     QImage FBuffer;
 };
 
-class TBoxLabel : public TCustomBoxLabel {
+class BoxLabel : public TCustomBoxLabel {
     Q_OBJECT
 public:
-    explicit TBoxLabel(QWidget* parent = nullptr) : TCustomBoxLabel(parent) {}
+    explicit BoxLabel(QWidget* parent = nullptr) : TCustomBoxLabel(parent) {}
 };

@@ -15,13 +15,13 @@ namespace {
 constexpr TColor kDark = 7099731;
 constexpr TColor kMark = 12615808;
 
-TFont sampleFont(int size = 9, TColor color = clBlack) {
-    return TFont(DefaultFontName(), size, color);
+FontSpec sampleFont(int size = 9, TColor color = clBlack) {
+    return FontSpec(DefaultFontName(), size, color);
 }
 
-TStrColGrid* makeGrid(QWidget* parent) {
-    auto* g = new TStrColGrid(parent);
-    g->setObjectName(QStringLiteral("StrColGrid1"));
+PriceGrid* makeGrid(QWidget* parent) {
+    auto* g = new PriceGrid(parent);
+    g->setObjectName(QStringLiteral("compositeGrid"));
     g->SetColCount(7);
     g->SetRowCount(7);
     g->SetFixedCols(1);
@@ -116,31 +116,31 @@ QWidget* CreateControlsSample(QWidget* parent) {
     w->setPalette(pal);
     w->setFont(sampleFont().Font);
 
-    auto* emblem = new TGradPan(w);
+    auto* emblem = new GradientPanel(w);
     emblem->setObjectName(QStringLiteral("velmoraEmblem"));
     emblem->setGeometry(8, 8, 180, 60);
     emblem->SetBackGroundEffect(bdDown);
     emblem->SetColorStart(RGBColor(0, 64, 128));
     emblem->SetColorEnd(RGBColor(200, 225, 255));
-    emblem->SetFont(TFont(DefaultFontName(), 16, clWhite));
+    emblem->SetFont(FontSpec(DefaultFontName(), 16, clWhite));
     emblem->SetCaption(QStringLiteral("Qorvale"));
     emblem->SetTextEffect(teShadow);
 
-    auto* band = new TGradPan(w);
+    auto* band = new GradientPanel(w);
     band->setObjectName(QStringLiteral("GradPan2"));
     band->setGeometry(196, 8, 180, 60);
-    band->SetFont(TFont(DefaultFontName(), 11, clBlack));
+    band->SetFont(FontSpec(DefaultFontName(), 11, clBlack));
     band->SetCaption(QStringLiteral("複合単価"));
     band->SetTextEffect(teEmbossed);
     band->SetColorShadow(clWhite);
 
-    auto* caption = new TBoxLabel(w);
+    auto* caption = new BoxLabel(w);
     caption->setObjectName(QStringLiteral("BoxLabel1"));
     caption->setGeometry(392, 8, 120, 22);
     caption->SetFont(sampleFont());
     caption->SetCaption(QStringLiteral("基礎工費(提出)"));
 
-    auto* number = new TNumberEdit(w);
+    auto* number = new NumberEdit(w);
     number->setObjectName(QStringLiteral("NumberEdit1"));
     number->setGeometry(392, 32, 120, 24);
     number->setFont(sampleFont().Font);
@@ -149,7 +149,7 @@ QWidget* CreateControlsSample(QWidget* parent) {
     number->SetComma(true);
     number->SetValue(18000.5L);
 
-    auto* caption2 = new TBoxLabel(w);
+    auto* caption2 = new BoxLabel(w);
     caption2->setObjectName(QStringLiteral("BoxLabel2"));
     caption2->setGeometry(520, 8, 120, 22);
     caption2->SetFont(sampleFont());
@@ -157,7 +157,7 @@ QWidget* CreateControlsSample(QWidget* parent) {
     caption2->SetCaption(QStringLiteral("掛率 %"));
     caption2->setEnabled(false);
 
-    auto* number2 = new TNumberEdit(w);
+    auto* number2 = new NumberEdit(w);
     number2->setObjectName(QStringLiteral("NumberEdit2"));
     number2->setGeometry(520, 32, 120, 24);
     number2->setFont(sampleFont().Font);
@@ -165,20 +165,20 @@ QWidget* CreateControlsSample(QWidget* parent) {
     number2->SetRoundMode(rmRound);
     number2->SetValue(-12.96L);
 
-    TStrColGrid* grid = makeGrid(w);
+    PriceGrid* grid = makeGrid(w);
     grid->move(8, 78);
     w->resize(std::max(grid->width() + 16, 650), grid->height() + 86);
     return w;
 }
 
-TStrColGrid* SampleGrid(QWidget* sample) {
-    return sample->findChild<TStrColGrid*>(QStringLiteral("StrColGrid1"));
+PriceGrid* SampleGrid(QWidget* sample) {
+    return sample->findChild<PriceGrid*>(QStringLiteral("compositeGrid"));
 }
 
 QImage GrabControlsSample(QWidget* sample) {
     sample->show();
     sample->activateWindow();
-    TStrColGrid* grid = SampleGrid(sample);
+    PriceGrid* grid = SampleGrid(sample);
     QElapsedTimer timer;
     timer.start();
     while (!sample->isActiveWindow() && timer.elapsed() < 2000) {

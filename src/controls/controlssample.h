@@ -8,11 +8,11 @@
 #include <QString>
 
 class QWidget;
-class TStrColGrid;
+class PriceGrid;
 
 // Builds the sample window (not shown).
 QWidget* CreateControlsSample(QWidget* parent = nullptr);
 // The sample's grid, found by its object name.
-TStrColGrid* SampleGrid(QWidget* sample);
+PriceGrid* SampleGrid(QWidget* sample);
 // Shows the sample, gives its grid the focus and grabs it.
 QImage GrabControlsSample(QWidget* sample);

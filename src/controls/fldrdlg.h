@@ -1,5 +1,5 @@
 #pragma once
-// TFolderDialog: the folder picker. Execute shows a modal folder dialog
+// FolderDialog: the folder picker. Execute shows a modal folder dialog
 // (Qt's own, the same on every desktop) with Title, starting at RootID;
 // a cancelled dialog returns false and changes nothing, a choice sets
 // FolderName (at most 260 characters, native separators) and returns true.
@@ -16,7 +16,7 @@
 
 class QWidget;
 
-enum TFolderDlgOption {
+enum FolderDialogOption {
     bifBrowseForComputer,
     bifBrowseForPrinter,
     bifDontGoBelowDomain,
@@ -24,27 +24,27 @@ enum TFolderDlgOption {
     bifReturnOnlyFSDirs,
     bifStatusText
 };
-// A set of TFolderDlgOption as bits (1 << option).
-using TFolderDlgOptions = unsigned;
+// A set of FolderDialogOption as bits (1 << option).
+using FolderDialogOptions = unsigned;
 // The browse flags of the options, as the desktop's folder picker has them.
-unsigned FolderDlgFlags(TFolderDlgOptions options);
+unsigned FolderDlgFlags(FolderDialogOptions options);
 
 constexpr unsigned BFFM_INITIALIZED = 1;
 constexpr unsigned BFFM_SELCHANGED = 2;
 using TFNBFFCallBack =
     std::function<int(QWidget* Wnd, unsigned uMsg, const QString& Folder, std::intptr_t lpData)>;
 
-class TFolderDialog : public QObject {
+class FolderDialog : public QObject {
     Q_OBJECT
 public:
     // The owner widget, if any, is the dialog's parent window.
-    explicit TFolderDialog(QObject* owner = nullptr);
-    ~TFolderDialog() override;
+    explicit FolderDialog(QObject* owner = nullptr);
+    ~FolderDialog() override;
 
     QString Title() const { return FTitle; }
     void SetTitle(const QString& value) { FTitle = value; }
-    TFolderDlgOptions Option() const { return FOptions; }
-    void SetOption(TFolderDlgOptions value) { FOptions = value; }
+    FolderDialogOptions Option() const { return FOptions; }
+    void SetOption(FolderDialogOptions value) { FOptions = value; }
     // The folder the tree starts at (write-only in use).
     void SetRootID(const QString& value) { FRootID = value; }
     void SetBrowseCallBackProc(TFNBFFCallBack value) { FBrowseCallBackProc = std::move(value); }
@@ -58,7 +58,7 @@ public:
 private:
     QString FRootID;
     QString FTitle;
-    TFolderDlgOptions FOptions = 1u << bifReturnOnlyFSDirs;
+    FolderDialogOptions FOptions = 1u << bifReturnOnlyFSDirs;
     TFNBFFCallBack FBrowseCallBackProc;
     std::intptr_t FParam = 0;
     int FImage = 0;

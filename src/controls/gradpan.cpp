@@ -26,7 +26,7 @@ int MulDiv(int number, int numerator, int denominator) {
     return int(std::llround(double(number) * double(numerator) / double(denominator)));
 }
 
-TGradPan::TGradPan(QWidget* parent) : QWidget(parent) {
+GradientPanel::GradientPanel(QWidget* parent) : QWidget(parent) {
     setAttribute(Qt::WA_OpaquePaintEvent);
     FBitmap = NewCanvasImage(50, 50, clWhite);
     {
@@ -38,83 +38,83 @@ TGradPan::TGradPan(QWidget* parent) : QWidget(parent) {
     resize(185, 41);
 }
 
-TGradPan::~TGradPan() = default;
+GradientPanel::~GradientPanel() = default;
 
-void TGradPan::SetBackGroundEffect(TDirection value) {
+void GradientPanel::SetBackGroundEffect(TDirection value) {
     FBackGroundEffect = value;
     update();
 }
-void TGradPan::SetVertAlign(TVertAlign value) {
+void GradientPanel::SetVertAlign(TVertAlign value) {
     FVertAlign = value;
     update();
 }
-void TGradPan::SetColorEnd(TColor value) {
+void GradientPanel::SetColorEnd(TColor value) {
     FColorEnd = value;
     update();
 }
-void TGradPan::SetColorStart(TColor value) {
+void GradientPanel::SetColorStart(TColor value) {
     FColorStart = value;
     update();
 }
-void TGradPan::SetColorShadow(TColor value) {
+void GradientPanel::SetColorShadow(TColor value) {
     FColorShadow = value;
     update();
 }
-void TGradPan::SetTextEffect(TTextEffect value) {
+void GradientPanel::SetTextEffect(TTextEffect value) {
     FTextEffect = value;
     update();
 }
-void TGradPan::SetTextRotation(TTextRotation value) {
+void GradientPanel::SetTextRotation(TTextRotation value) {
     FTextRotation = value;
     update();
 }
-void TGradPan::SetCtl3D(bool value) {
+void GradientPanel::SetCtl3D(bool value) {
     FCtl3D = value;
     update();
 }
-void TGradPan::SetBitmap(const QImage& value) {
+void GradientPanel::SetBitmap(const QImage& value) {
     FBitmap = value.copy();
     if (FBackGroundEffect == bdStretchImage || FBackGroundEffect == bdTileImage) update();
 }
-void TGradPan::SetMoveable(bool value) {
+void GradientPanel::SetMoveable(bool value) {
     FMoveable = value;
     setMouseTracking(value);
     if (!value) unsetCursor();
 }
-void TGradPan::SetCaption(const QString& value) {
+void GradientPanel::SetCaption(const QString& value) {
     FCaption = value;
     update();
 }
-void TGradPan::SetAlignment(TAlignment value) {
+void GradientPanel::SetAlignment(TAlignment value) {
     FAlignment = value;
     update();
 }
-void TGradPan::SetBevelInner(TBevelStyle value) {
+void GradientPanel::SetBevelInner(TBevelStyle value) {
     FBevelInner = value;
     update();
 }
-void TGradPan::SetBevelOuter(TBevelStyle value) {
+void GradientPanel::SetBevelOuter(TBevelStyle value) {
     FBevelOuter = value;
     update();
 }
-void TGradPan::SetBevelWidth(int value) {
+void GradientPanel::SetBevelWidth(int value) {
     FBevelWidth = value;
     update();
 }
-void TGradPan::SetBorderWidth(int value) {
+void GradientPanel::SetBorderWidth(int value) {
     FBorderWidth = value;
     update();
 }
-void TGradPan::SetColor(TColor value) {
+void GradientPanel::SetColor(TColor value) {
     FColor = value;
     update();
 }
-void TGradPan::SetFont(const TFont& value) {
+void GradientPanel::SetFont(const FontSpec& value) {
     FFont = value;
     update();
 }
 
-void TGradPan::PaintBackground(TCanvas& cv) {
+void GradientPanel::PaintBackground(TCanvas& cv) {
     const int W = width(), H = height();
     cv.Brush.Style = bsSolid;
     auto flat = [&] {
@@ -182,7 +182,7 @@ void TGradPan::PaintBackground(TCanvas& cv) {
     }
 }
 
-void TGradPan::PaintCaption(TCanvas& cv) {
+void GradientPanel::PaintCaption(TCanvas& cv) {
     if (FCaption.isEmpty()) return;
     const int W = width(), H = height();
     const int Inset = FBevelWidth + FBorderWidth;
@@ -270,7 +270,7 @@ void TGradPan::PaintCaption(TCanvas& cv) {
     cv.Font.Color = K;
 }
 
-void TGradPan::PaintBevels(TCanvas& cv) {
+void GradientPanel::PaintBevels(TCanvas& cv) {
     const int W = width(), H = height();
     const int BW = FBevelWidth;
     cv.Pen.Style = psSolid;
@@ -306,7 +306,7 @@ void TGradPan::PaintBevels(TCanvas& cv) {
     }
 }
 
-QImage TGradPan::RenderImage() {
+QImage GradientPanel::RenderImage() {
     FBuffer = NewCanvasImage(width(), height(), FColor);
     TCanvas cv(FBuffer);
     cv.Font = FFont;
@@ -318,7 +318,7 @@ QImage TGradPan::RenderImage() {
     return FBuffer;
 }
 
-void TGradPan::paintEvent(QPaintEvent* event) {
+void GradientPanel::paintEvent(QPaintEvent* event) {
     Q_UNUSED(event);
     try {
         RenderImage();
@@ -329,7 +329,7 @@ void TGradPan::paintEvent(QPaintEvent* event) {
     painter.drawImage(0, 0, FBuffer);
 }
 
-int TGradPan::HitTest(int x, int y) const {
+int GradientPanel::HitTest(int x, int y) const {
     if (!FMoveable) return HTNOWHERE;
     const int M = FMarge;
     const bool left = x < M, right = width() - x < M;
@@ -368,7 +368,7 @@ Qt::CursorShape zoneCursor(int zone) {
 }
 } // namespace
 
-void TGradPan::moveEvent(QMoveEvent* event) {
+void GradientPanel::moveEvent(QMoveEvent* event) {
     // A failing handler goes to the program's handler, not through Qt.
     try {
         if (OnPanelMove) OnPanelMove(this);
@@ -378,7 +378,7 @@ void TGradPan::moveEvent(QMoveEvent* event) {
     QWidget::moveEvent(event);
 }
 
-void TGradPan::mousePressEvent(QMouseEvent* event) {
+void GradientPanel::mousePressEvent(QMouseEvent* event) {
     const QPoint pos = event->position().toPoint();
     FDragZone = event->button() == Qt::LeftButton ? HitTest(pos.x(), pos.y()) : HTNOWHERE;
     FDragStart = event->globalPosition().toPoint();
@@ -386,7 +386,7 @@ void TGradPan::mousePressEvent(QMouseEvent* event) {
     if (FDragZone == HTNOWHERE) QWidget::mousePressEvent(event);
 }
 
-void TGradPan::mouseMoveEvent(QMouseEvent* event) {
+void GradientPanel::mouseMoveEvent(QMouseEvent* event) {
     if (FDragZone == HTNOWHERE || !(event->buttons() & Qt::LeftButton)) {
         if (FMoveable) {
             const QPoint pos = event->position().toPoint();
@@ -432,7 +432,7 @@ void TGradPan::mouseMoveEvent(QMouseEvent* event) {
     setGeometry(g);
 }
 
-void TGradPan::mouseReleaseEvent(QMouseEvent* event) {
+void GradientPanel::mouseReleaseEvent(QMouseEvent* event) {
     FDragZone = HTNOWHERE;
     QWidget::mouseReleaseEvent(event);
 }

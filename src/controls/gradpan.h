@@ -1,5 +1,5 @@
 #pragma once
-// TGradPan: a panel with a gradient or image background, a caption with a
+// GradientPanel: a panel with a gradient or image background, a caption with a
 // text effect and rotation, bevels, and optional moving and sizing by mouse.
 //
 // Backgrounds (BackGroundEffect): bdFlat fills with ColorStart; bdUp/bdDown
@@ -65,11 +65,11 @@ TGrArray MakeGradientTable(TColor a, TColor b);
 // Windows-style multiply-divide, rounded half away from zero.
 int MulDiv(int number, int numerator, int denominator);
 
-class TGradPan : public QWidget, public TControlObject {
+class GradientPanel : public QWidget, public TControlObject {
     Q_OBJECT
 public:
-    explicit TGradPan(QWidget* parent = nullptr);
-    ~TGradPan() override;
+    explicit GradientPanel(QWidget* parent = nullptr);
+    ~GradientPanel() override;
 
     TDirection BackGroundEffect() const { return FBackGroundEffect; }
     void SetBackGroundEffect(TDirection value);
@@ -110,8 +110,8 @@ public:
     void SetBorderWidth(int value);
     TColor Color() const { return FColor; }
     void SetColor(TColor value);
-    const TFont& Font() const { return FFont; }
-    void SetFont(const TFont& value);
+    const FontSpec& Font() const { return FFont; }
+    void SetFont(const FontSpec& value);
 
     // The zone of a point in client coordinates; HTNOWHERE unless Moveable.
     int HitTest(int x, int y) const;
@@ -150,7 +150,7 @@ private:
     int FBevelWidth = 1;
     int FBorderWidth = 0;
     TColor FColor = clBtnFace;
-    TFont FFont;
+    FontSpec FFont;
     QImage FBuffer;
 
     int FDragZone = HTNOWHERE;

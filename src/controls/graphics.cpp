@@ -48,9 +48,9 @@ QString DefaultFontName() {
     return QStringLiteral("Noto Sans CJK JP");
 }
 
-TFont::TFont() : TFont(DefaultFontName(), 9) {}
+FontSpec::FontSpec() : FontSpec(DefaultFontName(), 9) {}
 
-TFont::TFont(const QString& name, int pointSize, TColor color) : Color(color) {
+FontSpec::FontSpec(const QString& name, int pointSize, TColor color) : Color(color) {
     Font.setFamily(name);
     Font.setPointSize(pointSize);
 }
@@ -108,22 +108,22 @@ void TCanvas::FillRect(const TRect& r) {
     FPainter.fillRect(r.ToQRect(), qtBrush(Brush));
 }
 
-void TCanvas::Rectangle(int x1, int y1, int x2, int y2) {
-    if (x2 < x1) std::swap(x1, x2);
-    if (y2 < y1) std::swap(y1, y2);
+void TCanvas::Rectangle(int left, int top, int right, int bottom) {
+    if (right < left) std::swap(left, right);
+    if (bottom < top) std::swap(top, bottom);
     const bool outline = Pen.Style != psClear;
     if (Brush.Style != bsClear) {
-        const TRect inner =
-            outline ? Rect(x1 + 1, y1 + 1, x2 - 1, y2 - 1) : Rect(x1, y1, x2 - 1, y2 - 1);
+        const TRect inner = outline ? Rect(left + 1, top + 1, right - 1, bottom - 1)
+                                    : Rect(left, top, right - 1, bottom - 1);
         FillRect(inner);
     }
-    if (outline && x2 > x1 && y2 > y1) {
+    if (outline && right > left && bottom > top) {
         const QPoint keep = FPenPos;
-        MoveTo(x1, y1);
-        LineTo(x2 - 1, y1);
-        LineTo(x2 - 1, y2 - 1);
-        LineTo(x1, y2 - 1);
-        LineTo(x1, y1);
+        MoveTo(left, top);
+        LineTo(right - 1, top);
+        LineTo(right - 1, bottom - 1);
+        LineTo(left, bottom - 1);
+        LineTo(left, top);
         FPenPos = keep;
     }
 }
@@ -132,14 +132,14 @@ void TCanvas::MoveTo(int x, int y) {
     FPenPos = QPoint(x, y);
 }
 
-void TCanvas::drawPixelRun(int x1, int y1, int x2, int y2) {
-    // Bresenham from (x1, y1) towards (x2, y2), the end point excluded.
-    const int dx = std::abs(x2 - x1), sx = x1 < x2 ? 1 : -1;
-    const int dy = -std::abs(y2 - y1), sy = y1 < y2 ? 1 : -1;
+void TCanvas::drawPixelRun(int fromX, int fromY, int toX, int toY) {
+    // Bresenham from (fromX, fromY) towards (toX, toY), the end point excluded.
+    const int dx = std::abs(toX - fromX), sx = fromX < toX ? 1 : -1;
+    const int dy = -std::abs(toY - fromY), sy = fromY < toY ? 1 : -1;
     int err = dx + dy;
-    int x = x1, y = y1;
+    int x = fromX, y = fromY;
     const QColor color = ToQColor(Pen.Color);
-    while (x != x2 || y != y2) {
+    while (x != toX || y != toY) {
         if (Pen.Mode == pmCopy) {
             FPainter.fillRect(QRect(x, y, 1, 1), color);
         } else if (FImage->rect().contains(x, y)) {

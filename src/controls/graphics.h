@@ -100,19 +100,19 @@ struct TPen {
 };
 
 // A font: the Qt font (family, size in points, style) and its colour.
-struct TFont {
+struct FontSpec {
     QFont Font;
     TColor Color = clWindowText;
 
-    TFont();
-    TFont(const QString& name, int pointSize, TColor color = clWindowText);
+    FontSpec();
+    FontSpec(const QString& name, int pointSize, TColor color = clWindowText);
     QString Name() const { return Font.family(); }
     void SetName(const QString& name) { Font.setFamily(name); }
     int Size() const { return Font.pointSize(); }
     void SetSize(int points) { Font.setPointSize(points); }
     bool Bold() const { return Font.bold(); }
     void SetBold(bool on) { Font.setBold(on); }
-    friend bool operator==(const TFont& a, const TFont& b) {
+    friend bool operator==(const FontSpec& a, const FontSpec& b) {
         return a.Font == b.Font && a.Color == b.Color;
     }
 };
@@ -147,17 +147,17 @@ public:
 
     TBrush Brush;
     TPen Pen;
-    TFont Font;
+    FontSpec Font;
 
     QImage& Image() { return *FImage; }
     QPainter& Painter() { return FPainter; }
 
     // The rectangle in the brush, right and bottom edges excluded.
     void FillRect(const TRect& r);
-    // Outline in the pen and inside in the brush, from (x1, y1) up to but
-    // not including (x2, y2); with a clear pen the filled area is one pixel
+    // Outline in the pen and inside in the brush, from (left, top) up to but
+    // not including (right, bottom); with a clear pen the filled area is one pixel
     // smaller on the right and bottom.
-    void Rectangle(int x1, int y1, int x2, int y2);
+    void Rectangle(int left, int top, int right, int bottom);
     void Rectangle(const TRect& r) { Rectangle(r.Left, r.Top, r.Right, r.Bottom); }
     void MoveTo(int x, int y);
     // A line in the pen from the pen position to (x, y), the end point
@@ -180,7 +180,7 @@ public:
     void SetPixel(int x, int y, TColor color);
 
 private:
-    void drawPixelRun(int x1, int y1, int x2, int y2);
+    void drawPixelRun(int fromX, int fromY, int toX, int toY);
     void drawGlyphs(int x, int y, const QString& text);
 
     QImage* FImage;

@@ -38,7 +38,7 @@ template <typename F> void guarded(F&& f) {
 
 } // namespace
 
-TNumberEdit::TNumberEdit(QWidget* parent) : QLineEdit(parent) {
+NumberEdit::NumberEdit(QWidget* parent) : QLineEdit(parent) {
     setAlignment(qtAlignment(Alignment()));
     QLineEdit::setText(QStringLiteral("0"));
     setAttribute(Qt::WA_InputMethodEnabled, false); // input method closed
@@ -46,31 +46,31 @@ TNumberEdit::TNumberEdit(QWidget* parent) : QLineEdit(parent) {
     connect(this, &QLineEdit::textChanged, this, [this](const QString&) { TextChangedByBox(); });
 }
 
-TNumberEdit::~TNumberEdit() = default;
+NumberEdit::~NumberEdit() = default;
 
-void TNumberEdit::TextChangedByBox() {
+void NumberEdit::TextChangedByBox() {
     guarded([this] { Change(); });
 }
 
-void TNumberEdit::SetText(const QString& value) {
+void NumberEdit::SetText(const QString& value) {
     if (value == QLineEdit::text()) return;
     QLineEdit::setText(value);
 }
 
-int TNumberEdit::SelStart() const {
+int NumberEdit::SelStart() const {
     return hasSelectedText() ? selectionStart() : cursorPosition();
 }
 
-int TNumberEdit::SelLength() const {
+int NumberEdit::SelLength() const {
     return hasSelectedText() ? int(selectedText().size()) : 0;
 }
 
-void TNumberEdit::SetSelStart(int value) {
+void NumberEdit::SetSelStart(int value) {
     deselect();
     setCursorPosition(qBound(0, value, int(QLineEdit::text().size())));
 }
 
-void TNumberEdit::SetSelLength(int value) {
+void NumberEdit::SetSelLength(int value) {
     const int start = SelStart();
     if (value <= 0)
         SetSelStart(start);
@@ -78,27 +78,27 @@ void TNumberEdit::SetSelLength(int value) {
         setSelection(start, value);
 }
 
-bool TNumberEdit::CtrlDown() const {
+bool NumberEdit::CtrlDown() const {
     return FCtrlFromEvent || TNumberEditCore::CtrlDown();
 }
 
-void TNumberEdit::SetModified(bool value) {
+void NumberEdit::SetModified(bool value) {
     TNumberEditCore::SetModified(value);
     setModified(value);
 }
 
-void TNumberEdit::AlignmentChanged() {
+void NumberEdit::AlignmentChanged() {
     setAlignment(qtAlignment(Alignment()));
 }
 
-void TNumberEdit::PasteFromClipboard() {
+void NumberEdit::PasteFromClipboard() {
     const QMimeData* data = QGuiApplication::clipboard()->mimeData();
     if (!data || !data->hasText()) return;
     const QString clip = data->text();
     guarded([&] { PasteText(clip); });
 }
 
-void TNumberEdit::keyPressEvent(QKeyEvent* event) {
+void NumberEdit::keyPressEvent(QKeyEvent* event) {
     if (event->matches(QKeySequence::Paste)) {
         PasteFromClipboard();
         return;
@@ -156,17 +156,17 @@ void TNumberEdit::keyPressEvent(QKeyEvent* event) {
 
 // A popup (context menu, completer) takes the focus for a moment only: the
 // box is not left then, as on the desktop, where menus take no focus.
-void TNumberEdit::focusInEvent(QFocusEvent* event) {
+void NumberEdit::focusInEvent(QFocusEvent* event) {
     QLineEdit::focusInEvent(event);
     if (event->reason() != Qt::PopupFocusReason) DoEnter();
 }
 
-void TNumberEdit::focusOutEvent(QFocusEvent* event) {
+void NumberEdit::focusOutEvent(QFocusEvent* event) {
     if (event->reason() != Qt::PopupFocusReason) guarded([this] { DoExit(); });
     QLineEdit::focusOutEvent(event);
 }
 
-QAction* TNumberEdit::FindPasteAction(QMenu* menu) {
+QAction* NumberEdit::FindPasteAction(QMenu* menu) {
     const QString shortcut = QKeySequence(QKeySequence::Paste).toString(QKeySequence::NativeText);
     for (QAction* action : menu->actions()) {
         if (action->objectName() == QLatin1String("edit-paste")) return action;
@@ -176,7 +176,7 @@ QAction* TNumberEdit::FindPasteAction(QMenu* menu) {
     return nullptr;
 }
 
-void TNumberEdit::mouseReleaseEvent(QMouseEvent* event) {
+void NumberEdit::mouseReleaseEvent(QMouseEvent* event) {
     if (event->button() != Qt::MiddleButton) {
         QLineEdit::mouseReleaseEvent(event);
         return;
@@ -193,7 +193,7 @@ void TNumberEdit::mouseReleaseEvent(QMouseEvent* event) {
     guarded([&] { PasteText(clip); });
 }
 
-void TNumberEdit::contextMenuEvent(QContextMenuEvent* event) {
+void NumberEdit::contextMenuEvent(QContextMenuEvent* event) {
     // The standard menu, with its paste going through the paste filter.
     std::unique_ptr<QMenu> menu(createStandardContextMenu());
     if (QAction* paste = FindPasteAction(menu.get())) {

@@ -1,5 +1,5 @@
 #pragma once
-// TNumberEdit: the single-line number box on QLineEdit. All of its logic
+// NumberEdit: the single-line number box on QLineEdit. All of its logic
 // (filtering, signs, thousands separators, rounding, limits, arrow steps,
 // hexadecimal) is TNumberEditCore's; this widget maps the edit primitives
 // onto the QLineEdit and routes keys, paste, focus and text changes.
@@ -19,11 +19,11 @@
 class QAction;
 class QMenu;
 
-class TNumberEdit : public QLineEdit, public TNumberEditCore {
+class NumberEdit : public QLineEdit, public TNumberEditCore {
     Q_OBJECT
 public:
-    explicit TNumberEdit(QWidget* parent = nullptr);
-    ~TNumberEdit() override;
+    explicit NumberEdit(QWidget* parent = nullptr);
+    ~NumberEdit() override;
 
     QString Text() const override { return QLineEdit::text(); }
     void SetText(const QString& value) override;

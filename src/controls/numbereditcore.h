@@ -1,5 +1,5 @@
 #pragma once
-// The logic of TNumberEdit, a single-line edit box for numbers, without a
+// The logic of NumberEdit, a single-line edit box for numbers, without a
 // window. The number is kept twice: as the text in the box and as Value.
 // Keys and pasted text are filtered, thousands separators are put in while
 // typing when Comma is on, rounding works on the decimal text (15
@@ -7,7 +7,7 @@
 //
 // The edit primitives (text, caret, selection, the Ctrl key, OnChange) are
 // virtual: by default the box lives in memory, so the logic runs without a
-// window; the widget TNumberEdit maps them onto a QLineEdit.
+// window; the widget NumberEdit maps them onto a QLineEdit.
 //
 // Locale: "." is the decimal separator and "," the thousands separator.
 // Text that passes the filter but does not convert raises EConvertError.

@@ -27,7 +27,7 @@ template <typename F> void RunGuarded(F&& f) {
 
 // ---------------------------------------------------------------- TInplaceEdit
 
-TInplaceEdit::TInplaceEdit(TStrColGrid* grid) : QLineEdit(grid), FGrid(grid) {
+TInplaceEdit::TInplaceEdit(PriceGrid* grid) : QLineEdit(grid), FGrid(grid) {
     setFrame(false);
     hide();
 }
@@ -78,9 +78,9 @@ void TInplaceEdit::keyPressEvent(QKeyEvent* event) {
     });
 }
 
-// ---------------------------------------------------------------- TStrColGrid
+// ---------------------------------------------------------------- PriceGrid
 
-TStrColGrid::TStrColGrid(QWidget* parent) : QWidget(parent) {
+PriceGrid::PriceGrid(QWidget* parent) : QWidget(parent) {
     setFocusPolicy(Qt::StrongFocus);
     setAttribute(Qt::WA_OpaquePaintEvent);
     setMouseTracking(true);
@@ -88,28 +88,28 @@ TStrColGrid::TStrColGrid(QWidget* parent) : QWidget(parent) {
     FOldRow = 0;
 }
 
-TStrColGrid::~TStrColGrid() = default;
+PriceGrid::~PriceGrid() = default;
 
-QLineEdit* TStrColGrid::InplaceEditor() const {
+QLineEdit* PriceGrid::InplaceEditor() const {
     return FEditor;
 }
 
-bool TStrColGrid::EditorMode() const {
+bool PriceGrid::EditorMode() const {
     return FEditor && FEditor->isVisible();
 }
 
-void TStrColGrid::SetEditorMode(bool open) {
+void PriceGrid::SetEditorMode(bool open) {
     if (open)
         ShowEditor();
     else
         HideEditor();
 }
 
-void TStrColGrid::ApplyCellFontToEditor(TSCGCellParam* AParam) {
+void PriceGrid::ApplyCellFontToEditor(TSCGCellParam* AParam) {
     if (!FEditor) return;
-    const TFont font = AParam && !AParam->FontName().isEmpty()
-                           ? Fonts()[Fonts().IndexOfName(AParam->FontName())]->Font()
-                           : Font();
+    const FontSpec font = AParam && !AParam->FontName().isEmpty()
+                              ? Fonts()[Fonts().IndexOfName(AParam->FontName())]->Font()
+                              : Font();
     FEditor->setFont(font.Font);
     QPalette pal = FEditor->palette();
     pal.setColor(QPalette::Text, ToQColor(font.Color == clWindowText ? clBlack : font.Color));
@@ -117,16 +117,16 @@ void TStrColGrid::ApplyCellFontToEditor(TSCGCellParam* AParam) {
     FEditor->setPalette(pal);
 }
 
-void TStrColGrid::SetImeModeOf(QWidget* widget, TImeMode mode) {
+void PriceGrid::SetImeModeOf(QWidget* widget, TImeMode mode) {
     widget->setAttribute(Qt::WA_InputMethodEnabled, mode != imDisable && mode != imClose);
 }
 
-void TStrColGrid::ApplyImeMode() {
+void PriceGrid::ApplyImeMode() {
     SetImeModeOf(this, ImeMode());
     if (FEditor) SetImeModeOf(FEditor, ImeMode());
 }
 
-void TStrColGrid::CreateEditor() {
+void PriceGrid::CreateEditor() {
     FEditor = new TInplaceEdit(this);
     TSCGCellParam* p = FindCellParam(Col(), Row(), false);
     ApplyCellFontToEditor(p);
@@ -135,7 +135,7 @@ void TStrColGrid::CreateEditor() {
             [this](const QString& text) { EditorTextEdited(text); });
 }
 
-void TStrColGrid::EditorTextEdited(const QString& text) {
+void PriceGrid::EditorTextEdited(const QString& text) {
     RunGuarded([&] {
         if (Cells(Col(), Row()) == text) return;
         SetCells(Col(), Row(), text);
@@ -143,7 +143,7 @@ void TStrColGrid::EditorTextEdited(const QString& text) {
     });
 }
 
-void TStrColGrid::ShowEditor() {
+void PriceGrid::ShowEditor() {
     if (!InForceOptions().Contains(goEditing)) return;
     if (Col() < FixedCols() || Row() < FixedRows()) return;
     if (!FEditor) CreateEditor();
@@ -156,7 +156,7 @@ void TStrColGrid::ShowEditor() {
     FEditor->selectAll();
 }
 
-void TStrColGrid::HideEditor() {
+void PriceGrid::HideEditor() {
     if (!EditorMode()) return;
     const bool hadFocus = FEditor->hasFocus();
     FEditor->hide();
@@ -164,15 +164,15 @@ void TStrColGrid::HideEditor() {
     InvalidateCell(Col(), Row());
 }
 
-void TStrColGrid::SetCol(int value) {
+void PriceGrid::SetCol(int value) {
     FocusCell(value, Row(), true);
 }
 
-void TStrColGrid::SetRow(int value) {
+void PriceGrid::SetRow(int value) {
     FocusCell(Col(), value, true);
 }
 
-bool TStrColGrid::FocusCell(int ACol, int ARow, bool AMoveAnchor) {
+bool PriceGrid::FocusCell(int ACol, int ARow, bool AMoveAnchor) {
     ACol = std::clamp(ACol, FixedCols(), ColCount() - 1);
     ARow = std::clamp(ARow, FixedRows(), RowCount() - 1);
     if (!SelectCell(ACol, ARow)) return false;
@@ -184,45 +184,45 @@ bool TStrColGrid::FocusCell(int ACol, int ARow, bool AMoveAnchor) {
     else
         SetCurrentRaw(ACol, ARow, FAnchorCol, FAnchorRow);
     Invalidate();
-    if (OnClick) OnClick(this);
+    if (onClicked) onClicked(this);
     return true;
 }
 
-void TStrColGrid::SetSelection(const TGridRect& value) {
+void PriceGrid::SetSelection(const TGridRect& value) {
     SetCurrentRaw(value.Right, value.Bottom, value.Left, value.Top);
     Invalidate();
 }
 
-void TStrColGrid::Repaint() {
+void PriceGrid::Repaint() {
     repaint();
 }
 
-void TStrColGrid::Invalidate() {
+void PriceGrid::Invalidate() {
     update();
 }
 
-void TStrColGrid::InvalidateCell(int ACol, int ARow) {
+void PriceGrid::InvalidateCell(int ACol, int ARow) {
     const TRect r = CellRect(ACol, ARow);
     update(r.ToQRect().adjusted(0, 0, 1, 1));
 }
 
-void TStrColGrid::GeometryChanged() {
+void PriceGrid::GeometryChanged() {
     updateGeometry();
     if (EditorMode()) FEditor->setGeometry(CellRect(Col(), Row()).ToQRect());
     update();
 }
 
-bool TStrColGrid::GridFocused() const {
+bool PriceGrid::GridFocused() const {
     return hasFocus() || (FEditor && FEditor->isVisible() && FEditor->hasFocus());
 }
 
-QSize TStrColGrid::sizeHint() const {
+QSize PriceGrid::sizeHint() const {
     return QSize(GridWidth(), GridHeight());
 }
 
 // ---------------------------------------------------------------- painting
 
-QImage TStrColGrid::RenderImage() {
+QImage PriceGrid::RenderImage() {
     FBuffer = NewCanvasImage(width(), height(), Color());
     TCanvas canvas(FBuffer);
     FCanvas = &canvas;
@@ -253,7 +253,7 @@ QImage TStrColGrid::RenderImage() {
     return FBuffer;
 }
 
-void TStrColGrid::paintEvent(QPaintEvent* event) {
+void PriceGrid::paintEvent(QPaintEvent* event) {
     Q_UNUSED(event);
     try {
         RenderImage();
@@ -265,7 +265,7 @@ void TStrColGrid::paintEvent(QPaintEvent* event) {
     painter.drawImage(0, 0, FBuffer);
 }
 
-void TStrColGrid::DrawGridLines() {
+void PriceGrid::DrawGridLines() {
     TCanvas& cv = *FCanvas;
     const int w = GridWidth();
     const int h = GridHeight();
@@ -303,13 +303,13 @@ void TStrColGrid::DrawGridLines() {
     }
 }
 
-void TStrColGrid::SaveCanvas() {
+void PriceGrid::SaveCanvas() {
     FSaveBrush = FCanvas->Brush;
     FSavePen = FCanvas->Pen;
     FSaveFont = FCanvas->Font;
 }
 
-void TStrColGrid::ResetCanvas() {
+void PriceGrid::ResetCanvas() {
     FCanvas->Brush = FSaveBrush;
     FCanvas->Pen = FSavePen;
     FCanvas->Font = FSaveFont;
@@ -339,7 +339,7 @@ QString captionText(const TSCGCellParam* p, const QString& S) {
 
 } // namespace
 
-void TStrColGrid::DrawCell(int ACol, int ARow, const TRect& ARect, TGridDrawState AState) {
+void PriceGrid::DrawCell(int ACol, int ARow, const TRect& ARect, TGridDrawState AState) {
     TCanvas& cv = *FCanvas;
     if (DefaultDrawing()) {
         // The plain string grid's own look.
@@ -421,9 +421,9 @@ void TStrColGrid::DrawCell(int ACol, int ARow, const TRect& ARect, TGridDrawStat
     if (AState & gdFixed) DrawFixedFrame(ARect);
 }
 
-void TStrColGrid::DrawCellText(int ACol, int ARow, const TRect& ARect, TGridDrawState AState,
-                               TSCGCellParam* AParam, TGridOptions AOptions, const QString& AText,
-                               TAlignment AAlignment, TTextLayout ALayout, int AOverstrike) {
+void PriceGrid::DrawCellText(int ACol, int ARow, const TRect& ARect, TGridDrawState AState,
+                             TSCGCellParam* AParam, TGridOptions AOptions, const QString& AText,
+                             TAlignment AAlignment, TTextLayout ALayout, int AOverstrike) {
     TCanvas& cv = *FCanvas;
     const QString text = AText.isEmpty() ? QString(QChar(13)) : AText;
     FCellTextDrawList = SplitTextLines(text);
@@ -494,8 +494,8 @@ void TStrColGrid::DrawCellText(int ACol, int ARow, const TRect& ARect, TGridDraw
     }
 }
 
-void TStrColGrid::DoFillCell(int ACol, int ARow, TGridDrawState AState, TSCGCellParam* AParam,
-                             bool AUseFocus) {
+void PriceGrid::DoFillCell(int ACol, int ARow, TGridDrawState AState, TSCGCellParam* AParam,
+                           bool AUseFocus) {
     TCanvas& cv = *FCanvas;
     const TRect R = CellRect(ACol, ARow);
     if (AParam && !AParam->FontName().isEmpty())
@@ -538,12 +538,12 @@ void TStrColGrid::DoFillCell(int ACol, int ARow, TGridDrawState AState, TSCGCell
     cv.Pen.Mode = pmCopy;
 }
 
-void TStrColGrid::FillCell(int ACol, int ARow, TGridDrawState AState) {
+void PriceGrid::FillCell(int ACol, int ARow, TGridDrawState AState) {
     if (!FCanvas) return;
     DoFillCell(ACol, ARow, AState, FindCellParam(ACol, ARow, false), true);
 }
 
-bool TStrColGrid::PrepareFocusColors(TSCGCellParam* AParam, TGridDrawState AState) {
+bool PriceGrid::PrepareFocusColors(TSCGCellParam* AParam, TGridDrawState AState) {
     const TGridOptions options =
         AParam && AParam->OptionsEnabled() ? AParam->Options() : InForceOptions();
     const bool selected = (GridFocused() || FocusDraw()) && (AState & gdSelected) &&
@@ -560,7 +560,7 @@ bool TStrColGrid::PrepareFocusColors(TSCGCellParam* AParam, TGridDrawState AStat
     return true;
 }
 
-void TStrColGrid::InvertFramePixel(int X, int Y) {
+void PriceGrid::InvertFramePixel(int X, int Y) {
     TCanvas& cv = *FCanvas;
     const TColor C = cv.Pixel(X, Y);
     if (C == clNone) return;
@@ -571,8 +571,8 @@ void TStrColGrid::InvertFramePixel(int X, int Y) {
     cv.SetPixel(X, Y, N);
 }
 
-void TStrColGrid::DrawFocusFrame(int ACol, int ARow, const TRect& ARect, bool ALeftEdge,
-                                 bool ARightEdge) {
+void PriceGrid::DrawFocusFrame(int ACol, int ARow, const TRect& ARect, bool ALeftEdge,
+                               bool ARightEdge) {
     if (ACol < FixedCols() || ARow < FixedRows()) return;
     TCanvas& cv = *FCanvas;
     cv.Pen.Style = psSolid;
@@ -588,7 +588,7 @@ void TStrColGrid::DrawFocusFrame(int ACol, int ARow, const TRect& ARect, bool AL
     }
 }
 
-void TStrColGrid::DrawFixedFrame(const TRect& ARect) {
+void PriceGrid::DrawFixedFrame(const TRect& ARect) {
     if (!Ctl3D() || !FCanvas) return;
     TCanvas& cv = *FCanvas;
     cv.Pen.Style = psSolid;
@@ -605,7 +605,7 @@ void TStrColGrid::DrawFixedFrame(const TRect& ARect) {
 
 // ---------------------------------------------------------------- current cell
 
-bool TStrColGrid::SelectCell(int ACol, int ARow) {
+bool PriceGrid::SelectCell(int ACol, int ARow) {
     bool result = true;
     if (OnSelectCell) OnSelectCell(this, ACol, ARow, result);
     TSCGCellParam* newParam = FindCellParam(ACol, ARow, false);
@@ -648,19 +648,19 @@ bool TStrColGrid::SelectCell(int ACol, int ARow) {
     return result;
 }
 
-void TStrColGrid::Loaded() {
-    TStrColGridModel::Loaded();
+void PriceGrid::Loaded() {
+    PriceGridModel::Loaded();
     FOldCol = Col();
     FOldRow = Row();
     SelectCell(Col(), Row());
     Invalidate();
 }
 
-void TStrColGrid::DoEnter() {
+void PriceGrid::DoEnter() {
     SelectCell(Col(), Row());
 }
 
-void TStrColGrid::focusInEvent(QFocusEvent* event) {
+void PriceGrid::focusInEvent(QFocusEvent* event) {
     RunGuarded([&] {
         QWidget::focusInEvent(event);
         DoEnter();
@@ -668,19 +668,19 @@ void TStrColGrid::focusInEvent(QFocusEvent* event) {
     });
 }
 
-void TStrColGrid::focusOutEvent(QFocusEvent* event) {
+void PriceGrid::focusOutEvent(QFocusEvent* event) {
     QWidget::focusOutEvent(event);
     update();
 }
 
 // ---------------------------------------------------------------- keyboard and mouse
 
-void TStrColGrid::MoveBy(int dCol, int dRow, bool extend) {
+void PriceGrid::MoveBy(int dCol, int dRow, bool extend) {
     const bool range = extend && InForceOptions().Contains(goRangeSelect);
     FocusCell(Col() + dCol, Row() + dRow, !range);
 }
 
-bool TStrColGrid::GridKey(int key, TShiftState shift) {
+bool PriceGrid::GridKey(int key, TShiftState shift) {
     const bool extend = shift & ssShift;
     const int page = std::max(1, (height() / std::max(1, DefaultRowHeight())) - FixedRows());
     switch (key) {
@@ -720,7 +720,7 @@ bool TStrColGrid::GridKey(int key, TShiftState shift) {
     }
 }
 
-void TStrColGrid::keyPressEvent(QKeyEvent* event) {
+void PriceGrid::keyPressEvent(QKeyEvent* event) {
     RunGuarded([&] {
         const int code = VirtualKeyOf(event);
         int key = code;
@@ -754,7 +754,7 @@ void TStrColGrid::keyPressEvent(QKeyEvent* event) {
     });
 }
 
-int TStrColGrid::ColumnBorderAt(int x, int y) const {
+int PriceGrid::ColumnBorderAt(int x, int y) const {
     if (!InForceOptions().Contains(goColSizing) || FixedRows() == 0) return -1;
     if (y >= CellRect(0, FixedRows()).Top) return -1;
     for (int c = 0; c < ColCount(); ++c) {
@@ -764,7 +764,7 @@ int TStrColGrid::ColumnBorderAt(int x, int y) const {
     return -1;
 }
 
-void TStrColGrid::mousePressEvent(QMouseEvent* event) {
+void PriceGrid::mousePressEvent(QMouseEvent* event) {
     RunGuarded([&] {
         if (event->button() != Qt::LeftButton) return;
         setFocus(Qt::MouseFocusReason);
@@ -786,7 +786,7 @@ void TStrColGrid::mousePressEvent(QMouseEvent* event) {
     });
 }
 
-void TStrColGrid::mouseMoveEvent(QMouseEvent* event) {
+void PriceGrid::mouseMoveEvent(QMouseEvent* event) {
     RunGuarded([&] {
         const QPoint pos = event->position().toPoint();
         if (FSizingCol >= 0) {
@@ -803,13 +803,13 @@ void TStrColGrid::mouseMoveEvent(QMouseEvent* event) {
     });
 }
 
-void TStrColGrid::mouseReleaseEvent(QMouseEvent* event) {
+void PriceGrid::mouseReleaseEvent(QMouseEvent* event) {
     Q_UNUSED(event);
     FSelecting = false;
     FSizingCol = -1;
 }
 
-void TStrColGrid::mouseDoubleClickEvent(QMouseEvent* event) {
+void PriceGrid::mouseDoubleClickEvent(QMouseEvent* event) {
     RunGuarded([&] {
         if (event->button() != Qt::LeftButton) return;
         const QPoint pos = event->position().toPoint();

@@ -1,9 +1,9 @@
 #pragma once
-// TStrColGrid: the string grid with per-cell look (see strcgridmodel.h for
+// PriceGrid: the string grid with per-cell look (see strcgridmodel.h for
 // the cell model). This widget adds what the desktop string grid gives:
 // painting, keyboard and mouse selection, the in-place editor and the
 // grid's events; and on top of it the cell drawing and current-cell
-// tracking of TStrColGrid.
+// tracking of PriceGrid.
 //
 // Painting: every cell of the grid is drawn by DrawCell into an off-screen
 // image (RenderImage), and paintEvent only copies that image to the screen,
@@ -23,23 +23,23 @@
 #include <QLineEdit>
 #include <QWidget>
 
-class TStrColGrid;
+class PriceGrid;
 
 // The grid's in-place editor.
 class TInplaceEdit : public QLineEdit {
     Q_OBJECT
 public:
-    explicit TInplaceEdit(TStrColGrid* grid);
+    explicit TInplaceEdit(PriceGrid* grid);
 
 protected:
     bool event(QEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
 
 private:
-    TStrColGrid* FGrid;
+    PriceGrid* FGrid;
 };
 
-class TStrColGrid : public QWidget, public TStrColGridModel {
+class PriceGrid : public QWidget, public PriceGridModel {
     Q_OBJECT
 public:
     using TSelectCellEvent =
@@ -50,17 +50,17 @@ public:
     using TDrawCellEvent = std::function<void(TControlObject* Sender, int ACol, int ARow,
                                               const TRect& Rect, TGridDrawState State)>;
 
-    explicit TStrColGrid(QWidget* parent = nullptr);
-    ~TStrColGrid() override;
+    explicit PriceGrid(QWidget* parent = nullptr);
+    ~PriceGrid() override;
 
     // ---- events of the string grid
     TSelectCellEvent OnSelectCell; // before the current cell moves; may refuse
     TSetEditEvent OnSetEditText;   // the editor changed the cell's string
     TKeyEvent OnKeyDown;           // every key, also those typed in the editor
-    TNotifyEvent OnClick;          // the current cell was set by mouse or key
+    TNotifyEvent onClicked;        // the current cell was set by mouse or key
     TDrawCellEvent OnDrawCell;     // after a cell's text is drawn
 
-    // ---- events of TStrColGrid
+    // ---- events of PriceGrid
     TSCGCellChangedEvent OnCellChanged;
     TSCGColChangedEvent OnColChanged;
     TSCGRowChangedEvent OnRowChanged;
@@ -154,7 +154,7 @@ private:
     TCanvas* FCanvas = nullptr;
     TBrush FSaveBrush;
     TPen FSavePen;
-    TFont FSaveFont;
+    FontSpec FSaveFont;
     QStringList FCellTextDrawList;
     bool FCurrentCellMoved = false;
     TInplaceEdit* FEditor = nullptr;

@@ -236,7 +236,7 @@ void TSCGCellParam::SetOptionsEnabled(bool value) {
 
 // ---------------------------------------------------------------- TSCGCellParams
 
-TSCGCellParams::TSCGCellParams(TStrColGridModel* AOwner) : FOwner(AOwner) {}
+TSCGCellParams::TSCGCellParams(PriceGridModel* AOwner) : FOwner(AOwner) {}
 
 TSCGCellParams::~TSCGCellParams() = default;
 
@@ -316,7 +316,7 @@ int TSCGCellFont::Index() const {
     return FCollection ? FCollection->IndexOf(this) : -1;
 }
 
-void TSCGCellFont::SetFont(const TFont& value) {
+void TSCGCellFont::SetFont(const FontSpec& value) {
     FFont = value;
 }
 
@@ -348,7 +348,7 @@ QString TSCGCellFont::GetDisplayName() const {
 
 // ---------------------------------------------------------------- TSCGCellFonts
 
-TSCGCellFonts::TSCGCellFonts(TStrColGridModel* AOwner) : FOwner(AOwner) {}
+TSCGCellFonts::TSCGCellFonts(PriceGridModel* AOwner) : FOwner(AOwner) {}
 
 TSCGCellFonts::~TSCGCellFonts() {
     Clear();
@@ -401,46 +401,46 @@ void TSCGCellFonts::Assign(const TSCGCellFonts& source) {
     }
 }
 
-// ---------------------------------------------------------------- TStrColGridModel
+// ---------------------------------------------------------------- PriceGridModel
 
-TStrColGridModel::TStrColGridModel()
+PriceGridModel::PriceGridModel()
     : FCellParams(std::make_unique<TSCGCellParams>(this)),
       FFonts(std::make_unique<TSCGCellFonts>(this)) {
     SetInForceOptions(FInsideOptions);
     SetDefaultDrawing(false);
 }
 
-TStrColGridModel::~TStrColGridModel() {
+PriceGridModel::~PriceGridModel() {
     // Fonts first: a destroyed font clears the names in the entries.
     FFonts->Clear();
 }
 
-void TStrColGridModel::SetFocusCellColor(TColor value) {
+void PriceGridModel::SetFocusCellColor(TColor value) {
     FFocusCellColor = value;
     Invalidate();
 }
 
-void TStrColGridModel::SetFocusCellFontColor(TColor value) {
+void PriceGridModel::SetFocusCellFontColor(TColor value) {
     FFocusCellFontColor = value;
     Invalidate();
 }
 
-void TStrColGridModel::SetFocusCellFontColorEnabled(bool value) {
+void PriceGridModel::SetFocusCellFontColorEnabled(bool value) {
     FFocusCellFontColorEnabled = value;
     Invalidate();
 }
 
-void TStrColGridModel::SetImeMode(TImeMode value) {
+void PriceGridModel::SetImeMode(TImeMode value) {
     FImeMode = value;
     ApplyImeMode();
 }
 
-void TStrColGridModel::SetOptions(TGridOptions value) {
+void PriceGridModel::SetOptions(TGridOptions value) {
     FInsideOptions = value;
     SetInForceOptions(value);
 }
 
-TSCGCellParam* TStrColGridModel::FindCellParam(int ACol, int ARow, bool ACreate) {
+TSCGCellParam* PriceGridModel::FindCellParam(int ACol, int ARow, bool ACreate) {
     for (int i = FCellParams->Count() - 1; i >= 0; --i) {
         TSCGCellParam* p = FCellParams->GetPropertyItem(i);
         if (p->Governs(ACol, ARow)) return p;
@@ -457,7 +457,7 @@ TSCGCellParam* TStrColGridModel::FindCellParam(int ACol, int ARow, bool ACreate)
     return p;
 }
 
-const TSCGCellParam* TStrColGridModel::FindCellParam(int ACol, int ARow) const {
+const TSCGCellParam* PriceGridModel::FindCellParam(int ACol, int ARow) const {
     for (int i = FCellParams->Count() - 1; i >= 0; --i) {
         const TSCGCellParam* p = FCellParams->GetPropertyItem(i);
         if (p->Governs(ACol, ARow)) return p;
@@ -465,17 +465,17 @@ const TSCGCellParam* TStrColGridModel::FindCellParam(int ACol, int ARow) const {
     return nullptr;
 }
 
-void TStrColGridModel::CheckCellPos(int ACol, int ARow) const {
+void PriceGridModel::CheckCellPos(int ACol, int ARow) const {
     if (ACol < 0 || ARow < 0 || ACol > ColCount() || ARow > RowCount())
         throw EControlRangeError(u8(kPositionError));
 }
 
-void TStrColGridModel::ClearAllCellParams() {
+void PriceGridModel::ClearAllCellParams() {
     FCellParams->Clear();
     FFonts->Clear();
 }
 
-TCellDrawParams TStrColGridModel::GetDefaultCellParams(int ACol, int ARow) const {
+TCellDrawParams PriceGridModel::GetDefaultCellParams(int ACol, int ARow) const {
     TCellDrawParams d;
     d.Col = ACol;
     d.Row = ARow;
@@ -490,7 +490,7 @@ TCellDrawParams TStrColGridModel::GetDefaultCellParams(int ACol, int ARow) const
     return d;
 }
 
-TCellDrawParams TStrColGridModel::GetCellParams(int ACol, int ARow) const {
+TCellDrawParams PriceGridModel::GetCellParams(int ACol, int ARow) const {
     CheckCellPos(ACol, ARow);
     const TSCGCellParam* p = FindCellParam(ACol, ARow);
     if (!p) return GetDefaultCellParams(ACol, ARow);
@@ -508,7 +508,7 @@ TCellDrawParams TStrColGridModel::GetCellParams(int ACol, int ARow) const {
     return d;
 }
 
-void TStrColGridModel::SetCellParams(const TCellDrawParams& AValue) {
+void PriceGridModel::SetCellParams(const TCellDrawParams& AValue) {
     CheckCellPos(AValue.Col, AValue.Row);
     TSCGCellParam* p = FindCellParam(AValue.Col, AValue.Row, true);
     p->SetCol(AValue.Col);
@@ -526,11 +526,11 @@ void TStrColGridModel::SetCellParams(const TCellDrawParams& AValue) {
                                           : FFonts->GetPropertyItem(AValue.FontIndex)->Name());
 }
 
-void TStrColGridModel::AddFont(const TFont& AFont) {
+void PriceGridModel::AddFont(const FontSpec& AFont) {
     FFonts->Add()->SetFont(AFont);
 }
 
-void TStrColGridModel::DeleteFont(int AIndex) {
+void PriceGridModel::DeleteFont(int AIndex) {
     if (AIndex < 0 || AIndex >= FFonts->Count()) throw EControlRangeError(u8(kIndexError));
     const QString name = FFonts->GetPropertyItem(AIndex)->Name();
     for (int i = 0; i < FCellParams->Count(); ++i)
@@ -539,106 +539,106 @@ void TStrColGridModel::DeleteFont(int AIndex) {
     FFonts->Delete(AIndex);
 }
 
-TAlignment TStrColGridModel::GetCellAlignments(int ACol, int ARow) const {
+TAlignment PriceGridModel::GetCellAlignments(int ACol, int ARow) const {
     CheckCellPos(ACol, ARow);
     const TSCGCellParam* p = FindCellParam(ACol, ARow);
     return p ? p->Alignment() : FAlignment;
 }
 
-void TStrColGridModel::SetCellAlignments(int ACol, int ARow, TAlignment AValue) {
+void PriceGridModel::SetCellAlignments(int ACol, int ARow, TAlignment AValue) {
     CheckCellPos(ACol, ARow);
     FindCellParam(ACol, ARow, true)->SetAlignment(AValue);
 }
 
-TColor TStrColGridModel::GetCellFontColors(int ACol, int ARow) const {
+TColor PriceGridModel::GetCellFontColors(int ACol, int ARow) const {
     CheckCellPos(ACol, ARow);
     const TSCGCellParam* p = FindCellParam(ACol, ARow);
     return p ? p->FontColor() : Font().Color;
 }
 
-void TStrColGridModel::SetCellFontColors(int ACol, int ARow, TColor AValue) {
+void PriceGridModel::SetCellFontColors(int ACol, int ARow, TColor AValue) {
     CheckCellPos(ACol, ARow);
     FindCellParam(ACol, ARow, true)->SetFontColor(AValue);
 }
 
-int TStrColGridModel::GetCellFontWidths(int ACol, int ARow) const {
+int PriceGridModel::GetCellFontWidths(int ACol, int ARow) const {
     CheckCellPos(ACol, ARow);
     const TSCGCellParam* p = FindCellParam(ACol, ARow);
     return p ? p->FontWidth() : 1;
 }
 
-void TStrColGridModel::SetCellFontWidths(int ACol, int ARow, int AValue) {
+void PriceGridModel::SetCellFontWidths(int ACol, int ARow, int AValue) {
     CheckCellPos(ACol, ARow);
     FindCellParam(ACol, ARow, true)->SetFontWidth(AValue);
 }
 
-TColor TStrColGridModel::GetCellColors(int ACol, int ARow) const {
+TColor PriceGridModel::GetCellColors(int ACol, int ARow) const {
     CheckCellPos(ACol, ARow);
     const TSCGCellParam* p = FindCellParam(ACol, ARow);
     return p ? p->CellColor() : Color();
 }
 
-void TStrColGridModel::SetCellColors(int ACol, int ARow, TColor AValue) {
+void PriceGridModel::SetCellColors(int ACol, int ARow, TColor AValue) {
     CheckCellPos(ACol, ARow);
     TSCGCellParam* p = FindCellParam(ACol, ARow, true);
     p->SetCellColor(AValue);
     p->SetCellColorEnabled(true);
 }
 
-bool TStrColGridModel::GetCellBrushEnabled(int ACol, int ARow) const {
+bool PriceGridModel::GetCellBrushEnabled(int ACol, int ARow) const {
     CheckCellPos(ACol, ARow);
     const TSCGCellParam* p = FindCellParam(ACol, ARow);
     return p ? p->BrushEnabled() : false;
 }
 
-void TStrColGridModel::SetCellBrushEnabled(int ACol, int ARow, bool AValue) {
+void PriceGridModel::SetCellBrushEnabled(int ACol, int ARow, bool AValue) {
     CheckCellPos(ACol, ARow);
     FindCellParam(ACol, ARow, true)->SetBrushEnabled(AValue);
 }
 
-TBrushStyle TStrColGridModel::GetCellBrushStyles(int ACol, int ARow) const {
+TBrushStyle PriceGridModel::GetCellBrushStyles(int ACol, int ARow) const {
     CheckCellPos(ACol, ARow);
     const TSCGCellParam* p = FindCellParam(ACol, ARow);
     return p ? p->Brush().Style : FCanvasBrushStyle;
 }
 
-void TStrColGridModel::SetCellBrushStyles(int ACol, int ARow, TBrushStyle AValue) {
+void PriceGridModel::SetCellBrushStyles(int ACol, int ARow, TBrushStyle AValue) {
     CheckCellPos(ACol, ARow);
     FindCellParam(ACol, ARow, true)->SetBrushStyle(AValue);
 }
 
-TColor TStrColGridModel::GetCellBrushColors(int ACol, int ARow) const {
+TColor PriceGridModel::GetCellBrushColors(int ACol, int ARow) const {
     CheckCellPos(ACol, ARow);
     const TSCGCellParam* p = FindCellParam(ACol, ARow);
     return p ? p->Brush().Color : Color();
 }
 
-void TStrColGridModel::SetCellBrushColors(int ACol, int ARow, TColor AValue) {
+void PriceGridModel::SetCellBrushColors(int ACol, int ARow, TColor AValue) {
     CheckCellPos(ACol, ARow);
     FindCellParam(ACol, ARow, true)->SetBrushColor(AValue);
 }
 
-int TStrColGridModel::GetCellFonts(int ACol, int ARow) const {
+int PriceGridModel::GetCellFonts(int ACol, int ARow) const {
     CheckCellPos(ACol, ARow);
     const TSCGCellParam* p = FindCellParam(ACol, ARow);
     if (!p || p->FontName().isEmpty()) return -1;
     return FFonts->IndexOfName(p->FontName());
 }
 
-void TStrColGridModel::SetCellFonts(int ACol, int ARow, int AValue) {
+void PriceGridModel::SetCellFonts(int ACol, int ARow, int AValue) {
     CheckCellPos(ACol, ARow);
     if (AValue < -1 || AValue >= FFonts->Count()) throw EControlRangeError(u8(kIndexError));
     TSCGCellParam* p = FindCellParam(ACol, ARow, true);
     p->SetFontName(AValue == -1 ? QString() : FFonts->GetPropertyItem(AValue)->Name());
 }
 
-QString TStrColGridModel::GetPropertyCellLines(int ACol, int ARow, int AIndex) const {
+QString PriceGridModel::GetPropertyCellLines(int ACol, int ARow, int AIndex) const {
     CheckCellPos(ACol, ARow);
     const QStringList lines = SplitTextLines(Cells(ACol, ARow));
     return AIndex >= 0 && AIndex < lines.size() ? lines[AIndex] : QString();
 }
 
-void TStrColGridModel::SetPropertyCellLines(int ACol, int ARow, int AIndex, const QString& AValue) {
+void PriceGridModel::SetPropertyCellLines(int ACol, int ARow, int AIndex, const QString& AValue) {
     CheckCellPos(ACol, ARow);
     if (AIndex < 0) throw EControlRangeError(u8(kIndexError));
     QStringList lines = SplitTextLines(Cells(ACol, ARow));

@@ -1,5 +1,5 @@
 #pragma once
-// The cell model of TStrColGrid: per-cell look kept in two ordered
+// The cell model of PriceGrid: per-cell look kept in two ordered
 // collections that the grid owns.
 //
 //   CellParams (TSCGCellParams): entries of TSCGCellParam. An entry governs
@@ -22,8 +22,8 @@
 #include <memory>
 #include <vector>
 
-class TStrColGrid;
-class TStrColGridModel;
+class PriceGrid;
+class PriceGridModel;
 class TSCGCellParam;
 
 // How an entry's Caption (C) and the cell's string (S) make the drawn text.
@@ -56,21 +56,20 @@ using TSCGCellChangedEvent =
     std::function<void(TControlObject* Sender, int AOldCol, int AOldRow, int ANewCol, int ANewRow)>;
 using TSCGColChangedEvent = std::function<void(TControlObject* Sender, int AOldCol, int ANewCol)>;
 using TSCGRowChangedEvent = std::function<void(TControlObject* Sender, int AOldRow, int ANewRow)>;
-using TSCGParamsCellChangedEvent =
-    std::function<void(TControlObject* Sender, TStrColGrid* AGrid, int AOldCol, int AOldRow,
-                       int ANewCol, int ANewRow)>;
+using TSCGParamsCellChangedEvent = std::function<void(
+    TControlObject* Sender, PriceGrid* AGrid, int AOldCol, int AOldRow, int ANewCol, int ANewRow)>;
 using TSCGParamsColChangedEvent =
-    std::function<void(TControlObject* Sender, TStrColGrid* AGrid, int AOldCol, int ANewCol)>;
+    std::function<void(TControlObject* Sender, PriceGrid* AGrid, int AOldCol, int ANewCol)>;
 using TSCGParamsRowChangedEvent =
-    std::function<void(TControlObject* Sender, TStrColGrid* AGrid, int AOldRow, int ANewRow)>;
+    std::function<void(TControlObject* Sender, PriceGrid* AGrid, int AOldRow, int ANewRow)>;
 using TSCGOutCellTextEvent =
-    std::function<void(TControlObject* Sender, TStrColGrid* AGrid, const TRect& ARect, int ACol,
+    std::function<void(TControlObject* Sender, PriceGrid* AGrid, const TRect& ARect, int ACol,
                        int ARow, const QString& ACaption, QString& AValue, bool& ADoCanvasReset)>;
 using TSCGDrawTextOneLineEvent =
-    std::function<void(TControlObject* Sender, TStrColGrid* AGrid, const TRect& ARect, int ACol,
+    std::function<void(TControlObject* Sender, PriceGrid* AGrid, const TRect& ARect, int ACol,
                        int ARow, int AIndex, TGridDrawState AState, QString& AText,
                        TAlignment& AAlignment, TTextLayout& ALayout, bool& AInnerHorzLine)>;
-using TSCGDrawCellEvent = std::function<void(TControlObject* Sender, TStrColGrid* AGrid, int Col,
+using TSCGDrawCellEvent = std::function<void(TControlObject* Sender, PriceGrid* AGrid, int Col,
                                              int Row, const TRect& Rect, TGridDrawState State)>;
 
 class TSCGCellParams;
@@ -194,12 +193,12 @@ private:
 // The ordered entries. A new entry is named "パラメータ" and the count.
 class TSCGCellParams {
 public:
-    explicit TSCGCellParams(TStrColGridModel* AOwner);
+    explicit TSCGCellParams(PriceGridModel* AOwner);
     ~TSCGCellParams();
     TSCGCellParams(const TSCGCellParams&) = delete;
     TSCGCellParams& operator=(const TSCGCellParams&) = delete;
 
-    TStrColGridModel* Owner() const { return FOwner; }
+    PriceGridModel* Owner() const { return FOwner; }
     int Count() const { return int(FItems.size()); }
     TSCGCellParam* Add();
     void Delete(int index);
@@ -221,7 +220,7 @@ public:
 
 private:
     friend class TSCGCellParam;
-    TStrColGridModel* FOwner;
+    PriceGridModel* FOwner;
     std::vector<std::unique_ptr<TSCGCellParam>> FItems;
 };
 
@@ -233,8 +232,8 @@ public:
     ~TSCGCellFont() override;
 
     int Index() const;
-    const TFont& Font() const { return FFont; }
-    void SetFont(const TFont& value);
+    const FontSpec& Font() const { return FFont; }
+    void SetFont(const FontSpec& value);
     QString Name() const { return FName; }
     // Empty raises; unless the grid is loading, a name that any item has,
     // this one included, raises. Entries naming the old name follow.
@@ -246,18 +245,18 @@ public:
 private:
     friend class TSCGCellFonts;
     TSCGCellFonts* FCollection;
-    TFont FFont;
+    FontSpec FFont;
     QString FName;
 };
 
 class TSCGCellFonts {
 public:
-    explicit TSCGCellFonts(TStrColGridModel* AOwner);
+    explicit TSCGCellFonts(PriceGridModel* AOwner);
     ~TSCGCellFonts();
     TSCGCellFonts(const TSCGCellFonts&) = delete;
     TSCGCellFonts& operator=(const TSCGCellFonts&) = delete;
 
-    TStrColGridModel* Owner() const { return FOwner; }
+    PriceGridModel* Owner() const { return FOwner; }
     int Count() const { return int(FItems.size()); }
     TSCGCellFont* Add();
     // Removes the item; entries that named it get an empty FontName.
@@ -272,16 +271,16 @@ public:
     void Assign(const TSCGCellFonts& source);
 
 private:
-    TStrColGridModel* FOwner;
+    PriceGridModel* FOwner;
     std::vector<std::unique_ptr<TSCGCellFont>> FItems;
 };
 
 // The grid's model: the string grid data plus the collections, the lookup
-// and the per-cell properties. TStrColGrid (the widget) derives from it.
-class TStrColGridModel : public TStringGridModel {
+// and the per-cell properties. PriceGrid (the widget) derives from it.
+class PriceGridModel : public TStringGridModel {
 public:
-    TStrColGridModel();
-    ~TStrColGridModel() override;
+    PriceGridModel();
+    ~PriceGridModel() override;
 
     TSCGCellParams& CellParams() { return *FCellParams; }
     const TSCGCellParams& CellParams() const { return *FCellParams; }
@@ -335,7 +334,7 @@ public:
     TCellDrawParams GetDefaultCellParams(int ACol, int ARow) const;
     TCellDrawParams GetCellParams(int ACol, int ARow) const;
     void SetCellParams(const TCellDrawParams& AValue);
-    void AddFont(const TFont& AFont);
+    void AddFont(const FontSpec& AFont);
     void DeleteFont(int AIndex);
 
     TAlignment GetCellAlignments(int ACol, int ARow) const;

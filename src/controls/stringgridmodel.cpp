@@ -2,7 +2,6 @@
 
 #include <algorithm>
 
-
 namespace {
 quint64 cellKey(int col, int row) {
     return (quint64(quint32(col)) << 32) | quint32(row);
@@ -111,7 +110,7 @@ void TStringGridModel::SetFixedColor(TColor value) {
     Invalidate();
 }
 
-void TStringGridModel::SetFont(const TFont& value) {
+void TStringGridModel::SetFont(const FontSpec& value) {
     FFont = value;
     Invalidate();
 }

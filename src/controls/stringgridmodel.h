@@ -1,7 +1,7 @@
 #pragma once
 // The data of a string grid, without a window: cell strings, counts, fixed
 // rows and columns, sizes, colours, font, options, the current cell and the
-// selection. TStrColGrid builds its cell model on it, and its widget adds
+// selection. PriceGrid builds its cell model on it, and its widget adds
 // painting, keyboard, mouse and the in-place editor.
 
 #include "controls/graphics.h"
@@ -108,7 +108,6 @@ inline TGridRect GridRect(int left, int top, int right, int bottom) {
     return TGridRect{left, top, right, bottom};
 }
 
-
 class TStringGridModel : public TControlObject {
 public:
     TStringGridModel();
@@ -146,8 +145,8 @@ public:
     void SetColor(TColor value);
     TColor FixedColor() const { return FFixedColor; }
     void SetFixedColor(TColor value);
-    const TFont& Font() const { return FFont; }
-    void SetFont(const TFont& value);
+    const FontSpec& Font() const { return FFont; }
+    void SetFont(const FontSpec& value);
     // The framework's own cell drawing instead of the grid's.
     bool DefaultDrawing() const { return FDefaultDrawing; }
     void SetDefaultDrawing(bool value);
@@ -205,7 +204,7 @@ private:
     QHash<quint64, QString> FCells;
     TColor FColor = clWindow;
     TColor FFixedColor = clBtnFace;
-    TFont FFont;
+    FontSpec FFont;
     bool FDefaultDrawing = true;
     bool FCtl3D = true;
     int FCol = 1;

@@ -54,9 +54,9 @@ QString GroupProgressText(int kind, int i, int r, const QString& goods) {
            QString::number(i) + QLatin1Char('-') + QString::number(r) + QLatin1Char('/') + goods;
 }
 
-void RecalculatePipeType(const QString& path, RowTable& rows, int grp, int kan,
-                         Dialogs& dialogs, const std::function<void(int r)>& beforeRow) {
-    TSQLiteDatabase db(path);
+void RecalculatePipeType(const QString& path, RowTable& rows, int grp, int kan, Dialogs& dialogs,
+                         const std::function<void(int r)>& beforeRow) {
+    SqliteDatabase db(path);
     db.BeginImmediateTransaction();
     LoadPipeTypeIn(db, grp, kan, rows);
     const KanzaiOptions options(rows[OptionRow]);
@@ -79,8 +79,7 @@ void RewriteGroup(const QString& path, Dialogs& dialogs, int kind, int grp,
             kan = i + 1;
             RecalculatePipeType(path, rows, grp, kan, dialogs, [&](int r) {
                 if (progress)
-                    progress(GroupProgressText(kind, i, r, rows[r].Goods()),
-                             i * GroupCalcRows + r);
+                    progress(GroupProgressText(kind, i, r, rows[r].Goods()), i * GroupCalcRows + r);
             });
         }
     } catch (const std::exception& e) {

@@ -1,6 +1,6 @@
 #pragma once
 // The four rounding operations of the composite prices. They work on raw
-// Currency integers in 80-bit extended arithmetic (x86-64 long double),
+// Currency integers in 80-bit extended arithmetic (x86_64 long double),
 // with a fixed order of operations: every printed price depends on it.
 
 #include "engine/currency.h"

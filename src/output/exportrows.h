@@ -1,12 +1,12 @@
 #pragma once
-// The pipe type on screen as delimited text: the text builder of ExportRows,
-// without widgets. The form's member ExportRows (utankaregist_output.cpp)
+// The pipe type on screen as delimited text: the text builder of exportRows,
+// without widgets. The form's member exportRows (mainwindow_output.cpp)
 // shows the options dialog, gathers what the screen shows, and sends the
 // text to a file, the clipboard or the print hand-off.
 //
 // What mode 2 (the print hand-off) needs as input:
 //   - rows: KanzaiRows as they stand (no recalculation here);
-//   - sheet.tabCaptions: the captions of TabControl1 in order; their count
+//   - sheet.tabCaptions: the captions of tabs in order; their count
 //     decides the blocks (4, or 1 in refrigerant mode) and whether element 6
 //     is an empty field (one tab);
 //   - sheet.statusPanels: the texts of status panels 0, 1 and 2;
@@ -22,20 +22,20 @@
 
 #include <array>
 
-// The three modes of ExportRows.
-constexpr int ExportCsv = 0;       // CSV1: a file that the user chooses
-constexpr int ExportClipboard = 1; // N19: the clipboard
-constexpr int ExportPrint = 2;     // ActionPrint: printdata/print_Data.dat
+// The three modes of exportRows.
+constexpr int ExportCsv = 0;       // csvFileItem: a file that the user chooses
+constexpr int ExportClipboard = 1; // clipboardItem: the clipboard
+constexpr int ExportPrint = 2;     // printAction: printdata/print_Data.dat
 
-// The choices of the options dialog Tflevel_select.
+// The choices of the options dialog ExcelOptionsDialog.
 struct ExportOptions {
-    bool headings = false;    // CheckBox7 "見出しを出力"
-    bool resultsOnly = false; // CheckBox8 "計算結果を出力"
+    bool headings = false;    // headingsCheck "見出しを出力"
+    bool resultsOnly = false; // resultsCheck "計算結果を出力"
 };
 
 // What the screen shows that goes into the text.
 struct ExportSheet {
-    QStringList tabCaptions;             // captions of TabControl1, in order
+    QStringList tabCaptions;             // captions of tabs, in order
     std::array<QString, 3> statusPanels; // status panels 0 to 2 (mode 2 only)
 };
 

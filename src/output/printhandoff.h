@@ -1,7 +1,7 @@
 #pragma once
 // The hand-off to the print program: Print.conf and print_header.dat under
 // DataRoot/printdata (print_Data.dat comes from ExportRowsText), the style
-// file chosen by stylegr, the Japanese era of a date, and how the print
+// file chosen by printStyleRadio, the Japanese era of a date, and how the print
 // program is started. No widgets: the form and the batch tool both use it.
 
 #include "output/exportrows.h"
@@ -34,7 +34,7 @@ QString JapaneseShortWeekday(const QDate& date);
 
 // ---- Files -------------------------------------------------------------------
 
-// The three style files by the item of stylegr (0 歩掛, 1 単価, 2 歩掛+単価),
+// The three style files by the item of printStyleRadio (0 歩掛, 1 単価, 2 歩掛+単価),
 // relative to the data root, with "/" separators.
 extern const std::array<const char*, 3> StyleFileNames;
 // dataRoot + "/" + the style file of the item; items out of range take 0.
@@ -72,7 +72,7 @@ void WritePrintHandOff(const PrintHandOff& h, const RowTable& rows, const Export
 // data file), raising EInOutError the same way.
 void WritePrintConfAndHeader(const PrintHandOff& h, const RowTable& rows);
 
-// The tab captions and status panel texts ShowPipeType gives the rows: four
+// The tab captions and status panel texts showPipeType gives the rows: four
 // details named by KIND of their first rows (default names when empty), or
 // the one refrigerant tab; panels 0 to 2 are GOODS of rows 1 to 3.
 ExportSheet SheetOfRows(const RowTable& rows);

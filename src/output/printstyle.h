@@ -45,7 +45,7 @@ int StyleFieldIndex(const QString& key);
 // false for SIZE, CI and the factors.
 bool IsAmountField(const QString& key);
 
-// The built-in layouts of the three styles, by the item of stylegr.
+// The built-in layouts of the three styles, by the item of printStyleRadio.
 PrintStyle BuiltInStyle(int index);
 // The built-in style whose file name (no folder) the path ends with; -1
 // when the name is none of the three.

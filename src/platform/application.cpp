@@ -36,7 +36,7 @@ static QIcon programIcon() {
     return icon;
 }
 
-TApplication::TApplication(int& argc, char** argv)
+Application::Application(int& argc, char** argv)
     : QApplication(argc, argv), title(ApplicationTitle()) {
     InstallJapaneseTranslation(*this);
     // The desktop matches the windows to the launcher by this name.
@@ -65,7 +65,7 @@ bool InstallJapaneseTranslation(QCoreApplication& app) {
     return false;
 }
 
-bool TApplication::TrySetStyle(const QString& name, bool showError) {
+bool Application::TrySetStyle(const QString& name, bool showError) {
     if (QStyle* style = QStyleFactory::create(name)) {
         setStyle(new HintPauseStyle(style));
         return true;
@@ -77,7 +77,7 @@ bool TApplication::TrySetStyle(const QString& name, bool showError) {
     return false;
 }
 
-bool TApplication::notify(QObject* receiver, QEvent* event) {
+bool Application::notify(QObject* receiver, QEvent* event) {
     try {
         return QApplication::notify(receiver, event);
     } catch (...) {
@@ -98,7 +98,7 @@ QString ExceptionText(const std::exception_ptr& error) {
 
 void ShowException(const std::exception_ptr& error) {
     const QString text = ExceptionText(error);
-    auto* app = qobject_cast<TApplication*>(QCoreApplication::instance());
+    auto* app = qobject_cast<Application*>(QCoreApplication::instance());
     const QString title = app ? app->Title() : ApplicationTitle();
     try {
         ShowTaskDialog(QApplication::activeWindow(), title, text, TaskDialog::IconError,

@@ -7,10 +7,10 @@
 
 #include <exception>
 
-class TApplication : public QApplication {
+class Application : public QApplication {
     Q_OBJECT
 public:
-    TApplication(int& argc, char** argv);
+    Application(int& argc, char** argv);
 
     QString Title() const { return title; }
     void SetTitle(const QString& text) { title = text; }

@@ -8,30 +8,30 @@
 
 #include <array>
 
-// Columns of StrColGrid1 (the composite prices and the seven elements).
+// Columns of compositeGrid (the composite prices and the seven elements).
 constexpr int Grid1Cols = 11;
-// Columns of StrColGrid2 (size and the three unit prices).
+// Columns of materialGrid (size and the three unit prices).
 constexpr int Grid2Cols = 4;
 // Rows of both grids: the heading and 14 lines.
 constexpr int GridRows = 15;
 
-// The side selected by the column of StrColGrid2: 1 submitted, 2 cost,
+// The side selected by the column of materialGrid: 1 submitted, 2 cost,
 // 3 list price.
 enum class PriceSide { Submitted = 1, Cost = 2, List = 3 };
 PriceSide SideOfColumn(int left);
 
 struct SheetView {
     PriceSide side = PriceSide::Submitted;
-    bool showResults = false; // CheckBox1: results instead of factors
-    bool refrigerant = false; // SBorRadio1 on item 1
+    bool showResults = false; // resultsSwitch: results instead of factors
+    bool refrigerant = false; // modeRadio on item 1
 };
 
-// Columns 0..10 of a line of StrColGrid1 for row r.
+// Columns 0..10 of a line of compositeGrid for row r.
 std::array<QString, Grid1Cols> Grid1LineTexts(const Fuzokurecordtypex& r, const SheetView& view);
-// Columns 1..3 of a line of StrColGrid2 (GROSS, NET, TEIKA) at index 0..2.
+// Columns 1..3 of a line of materialGrid (GROSS, NET, TEIKA) at index 0..2.
 std::array<QString, 3> PriceTexts(const Fuzokurecordtypex& r);
 
-// Headings of columns 5, 6, 7, 9, 10 of StrColGrid1 by mode; long form for
+// Headings of columns 5, 6, 7, 9, 10 of compositeGrid by mode; long form for
 // showing a pipe type, short form after applying the controls.
 struct ElementHeadings {
     QString col5, col6, col7, col9, col10;

@@ -84,7 +84,7 @@ QString parse(const QStringList& args, Args& a) {
 // takes the write lock for a moment and gives it back.
 std::optional<QString> writeBlocked(const QString& path) {
     try {
-        TSQLiteDatabase db(path);
+        SqliteDatabase db(path);
         db.ExecSQL(QStringLiteral("BEGIN IMMEDIATE"));
         db.ExecSQL(QStringLiteral("ROLLBACK"));
     } catch (const ESQLiteException& e) {
@@ -237,8 +237,8 @@ int RunQorvaleTool(const QStringList& args, QTextStream& out, QTextStream& err) 
             } catch (const std::exception& e) {
                 failure = oneLine(QString::fromUtf8(e.what()));
             }
-            out << "group " << a.group << " pipe type " << kan << " ("
-                << rows[1].Goods().trimmed() << "): "
+            out << "group " << a.group << " pipe type " << kan << " (" << rows[1].Goods().trimmed()
+                << "): "
                 << (failure.isEmpty() ? QStringLiteral("recalculated and saved")
                                       : QStringLiteral("not saved"))
                 << "\n";

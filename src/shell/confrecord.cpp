@@ -71,14 +71,14 @@ QString ConfInsertStatement(const ConfRecord& conf) {
            QStringLiteral(");");
 }
 
-void LoadGroupNames() {
+void loadGroupNames() {
     KanzaiConf.GroupNames = DefaultGroupNames();
     QueryToLines(ExDatabasePath, ConfSelectStatement());
     if (ResultLines.isEmpty()) return;
     ApplyConfText(NthField(ResultLines.first(), 1), KanzaiConf);
 }
 
-int SaveGroupNames() {
+int saveGroupNames() {
     QString reason;
     if (TryExecStatements(ExDatabasePath, {ConfDeleteStatement(), ConfInsertStatement(KanzaiConf)},
                           reason))

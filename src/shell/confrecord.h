@@ -17,7 +17,7 @@ struct ConfRecord {
     std::array<QString, GroupCount> GroupNames; // [GROUP_NAME1] .. [GROUP_NAME10]
 };
 
-// The program-wide record: filled by LoadGroupNames, written by SaveGroupNames.
+// The program-wide record: filled by loadGroupNames, written by saveGroupNames.
 extern ConfRecord KanzaiConf;
 
 // The names the groups have before the record is read.
@@ -35,8 +35,8 @@ QString ConfInsertStatement(const ConfRecord& conf);
 
 // Sets the default names, then reads the record from ExDatabasePath when
 // there is one. Raises ESQLiteException when the query fails.
-void LoadGroupNames();
+void loadGroupNames();
 // Replaces the record on ExDatabasePath with KanzaiConf: the delete and the
 // insert run in one transaction, so a failed insert keeps the old record.
 // 1 on success; 0 after one box "ERROR" with the database's reason.
-int SaveGroupNames();
+int saveGroupNames();

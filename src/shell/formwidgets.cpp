@@ -9,10 +9,10 @@
 #include <QRadioButton>
 #include <QSignalBlocker>
 
-// TRadioGroup
+// RadioGroup
 
-TRadioGroup::TRadioGroup(const QString& caption, const QStringList& items, int columns,
-                         QWidget* parent)
+RadioGroup::RadioGroup(const QString& caption, const QStringList& items, int columns,
+                       QWidget* parent)
     : QGroupBox(caption, parent), group_(new QButtonGroup(this)) {
     auto* layout = new QGridLayout(this);
     layout->setContentsMargins(6, 4, 6, 4);
@@ -23,19 +23,19 @@ TRadioGroup::TRadioGroup(const QString& caption, const QStringList& items, int c
         group_->addButton(button, i);
         layout->addWidget(button, i % perColumn, i / perColumn);
     }
-    connect(group_, &QButtonGroup::idClicked, this, &TRadioGroup::buttonClicked);
+    connect(group_, &QButtonGroup::idClicked, this, &RadioGroup::buttonClicked);
 }
 
-int TRadioGroup::Count() const {
+int RadioGroup::Count() const {
     return int(group_->buttons().size());
 }
 
-QString TRadioGroup::Item(int index) const {
+QString RadioGroup::Item(int index) const {
     QAbstractButton* b = group_->button(index);
     return b ? b->text() : QString();
 }
 
-void TRadioGroup::SetItemIndex(int index) {
+void RadioGroup::SetItemIndex(int index) {
     if (index < -1) index = -1;
     if (index >= Count()) index = Count() - 1;
     if (index == itemIndex_) return;
@@ -47,46 +47,46 @@ void TRadioGroup::SetItemIndex(int index) {
         b->setChecked(false);
         group_->setExclusive(true);
     }
-    if (OnClick) OnClick();
+    if (onClicked) onClicked();
 }
 
-void TRadioGroup::buttonClicked(int id) {
+void RadioGroup::buttonClicked(int id) {
     if (id == itemIndex_) return;
     itemIndex_ = id;
-    if (OnClick) OnClick();
+    if (onClicked) onClicked();
 }
 
-// TToggleSwitch
+// ToggleSwitch
 
-TToggleSwitch::TToggleSwitch(const QString& onCaption, const QString& offCaption, QWidget* parent)
+ToggleSwitch::ToggleSwitch(const QString& onCaption, const QString& offCaption, QWidget* parent)
     : QWidget(parent), onCaption_(onCaption), offCaption_(offCaption) {
     setFocusPolicy(Qt::StrongFocus);
     setCursor(Qt::PointingHandCursor);
 }
 
-bool TToggleSwitch::IsOn() const {
+bool ToggleSwitch::IsOn() const {
     return on_;
 }
 
-void TToggleSwitch::SetOn(bool on) {
+void ToggleSwitch::SetOn(bool on) {
     if (on_ == on) return;
     on_ = on;
     update();
 }
 
-void TToggleSwitch::toggle() {
+void ToggleSwitch::toggle() {
     on_ = !on_;
     update();
-    if (OnClick) OnClick();
+    if (onClicked) onClicked();
 }
 
-QSize TToggleSwitch::sizeHint() const {
+QSize ToggleSwitch::sizeHint() const {
     const QFontMetrics fm(font());
     const int text = std::max(fm.horizontalAdvance(onCaption_), fm.horizontalAdvance(offCaption_));
     return {44 + 8 + text + 4, std::max(22, fm.height() + 6)};
 }
 
-void TToggleSwitch::paintEvent(QPaintEvent*) {
+void ToggleSwitch::paintEvent(QPaintEvent*) {
     QPainter p(this);
     p.setRenderHint(QPainter::Antialiasing);
     const QRect track(2, (height() - 18) / 2, 40, 18);
@@ -106,11 +106,11 @@ void TToggleSwitch::paintEvent(QPaintEvent*) {
     }
 }
 
-void TToggleSwitch::mouseReleaseEvent(QMouseEvent* event) {
+void ToggleSwitch::mouseReleaseEvent(QMouseEvent* event) {
     if (event->button() == Qt::LeftButton && rect().contains(event->position().toPoint())) toggle();
 }
 
-void TToggleSwitch::keyPressEvent(QKeyEvent* event) {
+void ToggleSwitch::keyPressEvent(QKeyEvent* event) {
     if (event->key() == Qt::Key_Space) {
         toggle();
         return;
@@ -118,24 +118,24 @@ void TToggleSwitch::keyPressEvent(QKeyEvent* event) {
     QWidget::keyPressEvent(event);
 }
 
-// TCheckBox
+// CheckBox
 
-TCheckBox::TCheckBox(const QString& caption, QWidget* parent) : QCheckBox(caption, parent) {
+CheckBox::CheckBox(const QString& caption, QWidget* parent) : QCheckBox(caption, parent) {
     setChecked(true);
     connect(this, &QCheckBox::clicked, this, [this] {
-        if (OnClick) OnClick();
+        if (onClicked) onClicked();
     });
 }
 
-void TCheckBox::SetChecked(bool checked) {
+void CheckBox::SetChecked(bool checked) {
     if (checked == isChecked()) return;
     setChecked(checked);
-    if (OnClick) OnClick();
+    if (onClicked) onClicked();
 }
 
-// TEditCombo
+// EditCombo
 
-TEditCombo::TEditCombo(QWidget* parent) : QComboBox(parent) {
+EditCombo::EditCombo(QWidget* parent) : QComboBox(parent) {
     setEditable(true);
     setInsertPolicy(QComboBox::NoInsert);
     setCompleter(nullptr);
@@ -143,7 +143,7 @@ TEditCombo::TEditCombo(QWidget* parent) : QComboBox(parent) {
     installEventFilter(this);
 }
 
-bool TEditCombo::eventFilter(QObject* watched, QEvent* event) {
+bool EditCombo::eventFilter(QObject* watched, QEvent* event) {
     if (watched == this && event->type() == QEvent::KeyPress && OnKeyPress) {
         auto* key = static_cast<QKeyEvent*>(event);
         bool handled = false;
@@ -153,16 +153,16 @@ bool TEditCombo::eventFilter(QObject* watched, QEvent* event) {
     return QComboBox::eventFilter(watched, event);
 }
 
-// TFixedList
+// FixedList
 
-TFixedList::TFixedList(const QStringList& items, QWidget* parent) : QComboBox(parent) {
+FixedList::FixedList(const QStringList& items, QWidget* parent) : QComboBox(parent) {
     addItems(items);
     connect(this, QOverload<int>::of(&QComboBox::activated), this, [this](int) {
         if (OnSelect) OnSelect();
     });
 }
 
-void TFixedList::SetItemIndex(int index) {
+void FixedList::SetItemIndex(int index) {
     const QSignalBlocker block(this);
     setCurrentIndex(index);
 }

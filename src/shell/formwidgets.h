@@ -18,19 +18,19 @@ class QGridLayout;
 class QLabel;
 
 // A group box of radio buttons. Setting ItemIndex from the program fires
-// OnClick like a click does, when the index changes.
-class TRadioGroup : public QGroupBox {
+// onClicked like a click does, when the index changes.
+class RadioGroup : public QGroupBox {
     Q_OBJECT
 public:
-    explicit TRadioGroup(const QString& caption, const QStringList& items, int columns = 1,
-                         QWidget* parent = nullptr);
+    explicit RadioGroup(const QString& caption, const QStringList& items, int columns = 1,
+                        QWidget* parent = nullptr);
 
     int ItemIndex() const { return itemIndex_; }
     void SetItemIndex(int index);
     int Count() const;
     QString Item(int index) const;
 
-    std::function<void()> OnClick;
+    std::function<void()> onClicked;
 
 private:
     void buttonClicked(int id);
@@ -39,19 +39,19 @@ private:
     int itemIndex_ = -1;
 };
 
-// An on/off switch with a caption for each state. OnClick fires when the
+// An on/off switch with a caption for each state. onClicked fires when the
 // person switches it.
-class TToggleSwitch : public QWidget {
+class ToggleSwitch : public QWidget {
     Q_OBJECT
 public:
-    TToggleSwitch(const QString& onCaption, const QString& offCaption, QWidget* parent = nullptr);
+    ToggleSwitch(const QString& onCaption, const QString& offCaption, QWidget* parent = nullptr);
 
     bool IsOn() const;
     void SetOn(bool on);
 
     QSize sizeHint() const override;
 
-    std::function<void()> OnClick;
+    std::function<void()> onClicked;
 
 protected:
     void paintEvent(QPaintEvent* event) override;
@@ -65,25 +65,25 @@ private:
     QString onCaption_, offCaption_;
 };
 
-// A check box. Setting Checked from the program fires OnClick like a click
+// A check box. Setting Checked from the program fires onClicked like a click
 // does, when the state changes.
-class TCheckBox : public QCheckBox {
+class CheckBox : public QCheckBox {
     Q_OBJECT
 public:
-    explicit TCheckBox(const QString& caption, QWidget* parent = nullptr);
+    explicit CheckBox(const QString& caption, QWidget* parent = nullptr);
 
     bool Checked() const { return isChecked(); }
     void SetChecked(bool checked);
 
-    std::function<void()> OnClick;
+    std::function<void()> onClicked;
 };
 
 // A combo box with free text that reports key presses before handling them;
 // the handler sets handled to swallow the key.
-class TEditCombo : public QComboBox {
+class EditCombo : public QComboBox {
     Q_OBJECT
 public:
-    explicit TEditCombo(QWidget* parent = nullptr);
+    explicit EditCombo(QWidget* parent = nullptr);
 
     QString Text() const { return currentText(); }
     void SetText(const QString& text) { setEditText(text); }
@@ -96,10 +96,10 @@ protected:
 
 // A fixed list whose selection by the person fires OnSelect; setting
 // ItemIndex from the program does not.
-class TFixedList : public QComboBox {
+class FixedList : public QComboBox {
     Q_OBJECT
 public:
-    explicit TFixedList(const QStringList& items, QWidget* parent = nullptr);
+    explicit FixedList(const QStringList& items, QWidget* parent = nullptr);
 
     int ItemIndex() const { return currentIndex(); }
     void SetItemIndex(int index);

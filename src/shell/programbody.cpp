@@ -1,20 +1,20 @@
 #include "shell/programbody.h"
 
-#include "edit/upartsselect.h"
+#include "edit/labourlibrarydialog.h"
 #include "platform/application.h"
 #include "platform/dialogs.h"
-#include "sheet/usizeset.h"
-#include "shell/utankaregist.h"
-#include "shell/uversioninfo.h"
+#include "sheet/sizedialog.h"
+#include "shell/aboutdialog.h"
+#include "shell/mainwindow.h"
 
-int ProgramBody(TApplication& app) {
+int ProgramBody(Application& app) {
     app.TrySetStyle(QStringLiteral("Fusion"));
     app.SetTitle(ApplicationTitle());
 
-    TFtankaregist mainForm;
-    TFversionInfo versionInfo;
-    TfsizeSet sizeSet;
-    TFpartsSelect partsSelect;
+    MainWindow mainForm;
+    AboutDialog versionInfo;
+    SizeDialog sizeSet;
+    LabourLibraryDialog partsSelect;
 
     mainForm.show();
     app.exec();

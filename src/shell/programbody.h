@@ -2,8 +2,8 @@
 // The program body: style, title, the main form and the dialogs made at
 // start, and the message loop.
 
-class TApplication;
+class Application;
 
 // Runs the program on an application object whose dialog implementation is
 // installed. Gives the exit code, 0.
-int ProgramBody(TApplication& app);
+int ProgramBody(Application& app);

@@ -150,7 +150,8 @@ QString DisplayFilePath(const QString& folder) {
 }
 
 QStringList DisplayLines(const DisplaySettings& s) {
-    return {QStringLiteral("[Version]=2.00"), QStringLiteral("[CheckBox1]=") + flag(s.CheckBox1),
+    return {QStringLiteral("[Version]=2.00"),
+            QStringLiteral("[CheckBox1]=") + flag(s.resultsSwitch),
             QStringLiteral("[TREE_USE]=") + flag(s.TreeUse),
             QStringLiteral("[STATUS_USE]=") + flag(s.StatusUse),
             KeyLine(TreeViewWidth, QString::number(s.TreeViewWidth))};

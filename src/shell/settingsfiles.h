@@ -66,9 +66,9 @@ QString NetworkDirOfLines(const QStringList& lines);
 
 // ---- display file: DataRoot/conf/qorvale_p.disp
 struct DisplaySettings {
-    bool CheckBox1 = false; // stored, never read back
-    bool TreeUse = true;    // check mark of tree_list
-    bool StatusUse = true;  // check mark of status_bar
+    bool resultsSwitch = false; // stored, never read back
+    bool TreeUse = true;        // check mark of treeListItem
+    bool StatusUse = true;      // check mark of statusBarItem
     int TreeViewWidth = 100;
     bool HasTreeViewWidth = false; // the file named a width
 };

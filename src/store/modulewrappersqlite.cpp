@@ -13,7 +13,7 @@ void showError() {
 
 // Runs the statements in one transaction on db. On a failure the transaction
 // is rolled back and reason tells why; a rollback that fails raises.
-bool runTransaction(TSQLiteDatabase& db, const QStringList& sqls, QString& reason) {
+bool runTransaction(SqliteDatabase& db, const QStringList& sqls, QString& reason) {
     try {
         db.BeginImmediateTransaction();
         for (const QString& sql : sqls)
@@ -30,7 +30,7 @@ bool runTransaction(TSQLiteDatabase& db, const QStringList& sqls, QString& reaso
 }
 
 int runGuarded(const QString& path, const QStringList& sqls) {
-    TSQLiteDatabase db(path);
+    SqliteDatabase db(path);
     QString reason;
     if (runTransaction(db, sqls, reason)) return 1;
     showError();
@@ -46,7 +46,7 @@ void ShowWriteFailure(QWidget* form, const QString& reason, const QString& what)
 
 int TryExecStatements(const QString& path, const QStringList& sqls, QString& reason) {
     try {
-        TSQLiteDatabase db(path);
+        SqliteDatabase db(path);
         return runTransaction(db, sqls, reason) ? 1 : 0;
     } catch (const ESQLiteException& e) {
         // The open, or the rollback after a failure.
@@ -57,8 +57,8 @@ int TryExecStatements(const QString& path, const QStringList& sqls, QString& rea
     return 0;
 }
 
-QueryResult QueryLines(TSQLiteDatabase& db, const QString& sql) {
-    std::unique_ptr<TSQLiteTable> table = db.GetTable(sql);
+QueryResult QueryLines(SqliteDatabase& db, const QString& sql) {
+    std::unique_ptr<SqliteTable> table = db.GetTable(sql);
     QueryResult result;
     result.columns = table->ColumnNames();
     const int cols = int(table->ColCount());
@@ -78,7 +78,7 @@ QueryResult QueryLines(TSQLiteDatabase& db, const QString& sql) {
 void QueryToLines(const QString& path, const QString& sql) {
     ResultLines.clear();
     ResultColumns.clear();
-    TSQLiteDatabase db(path);
+    SqliteDatabase db(path);
     QueryResult result = QueryLines(db, sql);
     ResultColumns = std::move(result.columns);
     ResultLines = std::move(result.lines);

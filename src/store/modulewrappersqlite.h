@@ -28,7 +28,7 @@ struct QueryResult {
 };
 // Runs a query on an open connection (inside its transaction, if one is
 // open). Raises ESQLiteException on failure.
-QueryResult QueryLines(TSQLiteDatabase& db, const QString& sql);
+QueryResult QueryLines(SqliteDatabase& db, const QString& sql);
 
 // Runs a query on the database file at path and puts its rows into
 // ResultLines. Raises ESQLiteException on any failure, with the connection
@@ -36,7 +36,7 @@ QueryResult QueryLines(TSQLiteDatabase& db, const QString& sql);
 void QueryToLines(const QString& path, const QString& sql);
 
 // Every write below runs in one write transaction ("BEGIN IMMEDIATE"), which
-// waits out a short lock of another program (TSQLiteDatabase::BusyWaitMs).
+// waits out a short lock of another program (SqliteDatabase::BusyWaitMs).
 //
 // Runs one statement in a transaction of its own. 1 on success; on failure
 // the transaction is rolled back, the box "ERROR" is shown and the result is

@@ -41,7 +41,7 @@ constexpr const char* LoadedColumns[] = {"UKEY",   "GOODS",  "KIND",  "SORT",  "
                                          "NTANKA", "GTANKA", "FTANKA"};
 
 // The loaded columns of the 60 rows, as stored.
-QByteArray storedState(TSQLiteDatabase& db, int grp, int kan) {
+QByteArray storedState(SqliteDatabase& db, int grp, int kan) {
     QString columns;
     for (const char* column : LoadedColumns) {
         if (!columns.isEmpty()) columns += QLatin1Char(',');
@@ -157,7 +157,7 @@ void LoadPipeType(int /*ctg*/, int grp, int kan) {
     ResultLines.clear();
     ResultColumns.clear();
     // The rows and what they are stored as, read in one transaction.
-    TSQLiteDatabase db(ExDatabasePath);
+    SqliteDatabase db(ExDatabasePath);
     db.BeginTransaction();
     QueryResult result = QueryLines(db, LoadStatement(grp, kan));
     const QByteArray state = storedState(db, grp, kan);
@@ -168,12 +168,11 @@ void LoadPipeType(int /*ctg*/, int grp, int kan) {
     StoredState = state;
 }
 
-void LoadPipeTypeIn(TSQLiteDatabase& db, int grp, int kan, RowTable& rows) {
+void LoadPipeTypeIn(SqliteDatabase& db, int grp, int kan, RowTable& rows) {
     loadRows(QueryLines(db, LoadStatement(grp, kan)), rows, nullptr);
 }
 
-void WritePipeTypeIn(TSQLiteDatabase& db, const RowTable& rows, int grp, int kan,
-                     Dialogs& dialogs) {
+void WritePipeTypeIn(SqliteDatabase& db, const RowTable& rows, int grp, int kan, Dialogs& dialogs) {
     for (int n = 1; n <= RowCount; ++n) {
         const QString sql = SaveStatement(rows[n], grp, kan, n);
         if (n == 1) dialogs.SetClipboardText(sql);
@@ -185,7 +184,7 @@ SaveOutcome SavePipeType(QWidget* form, int /*ctg*/, int grp, int showMessage, i
                          SaveCheck check) {
     QString reason;
     try {
-        TSQLiteDatabase db(ExDatabasePath);
+        SqliteDatabase db(ExDatabasePath);
         db.BeginImmediateTransaction();
         // Inside the write lock: what is stored now stays so until the commit.
         if (check == SaveCheck::AgainstLoaded && storedState(db, grp, kan) != StoredState)

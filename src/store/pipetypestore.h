@@ -28,12 +28,11 @@ extern QByteArray StoredState;
 void LoadPipeType(int ctg, int grp, int kan);
 // The rows of a pipe type into rows, on an open connection inside its
 // transaction; nothing else changes.
-void LoadPipeTypeIn(TSQLiteDatabase& db, int grp, int kan, RowTable& rows);
+void LoadPipeTypeIn(SqliteDatabase& db, int grp, int kan, RowTable& rows);
 // The 60 UPDATEs of rows on an open connection, inside its transaction; the
 // statement of row 1 goes to the clipboard of dialogs. Raises
 // ESQLiteException at the first that fails.
-void WritePipeTypeIn(TSQLiteDatabase& db, const RowTable& rows, int grp, int kan,
-                     Dialogs& dialogs);
+void WritePipeTypeIn(SqliteDatabase& db, const RowTable& rows, int grp, int kan, Dialogs& dialogs);
 
 enum class SaveOutcome { Saved, Failed, ChangedElsewhere };
 enum class SaveCheck {

@@ -84,7 +84,7 @@ struct StmtGuard {
 
 // ---------------------------------------------------------------- database
 
-TSQLiteDatabase::TSQLiteDatabase(const QString& FileName, OpenMode mode) {
+SqliteDatabase::SqliteDatabase(const QString& FileName, OpenMode mode) {
     int flags = SQLITE_OPEN_READWRITE;
     if (mode == OpenMode::CreateIfMissing) flags |= SQLITE_OPEN_CREATE;
     const int rc = sqlite3_open_v2(FileName.toUtf8().constData(), &fDB, flags, nullptr);
@@ -102,7 +102,7 @@ TSQLiteDatabase::TSQLiteDatabase(const QString& FileName, OpenMode mode) {
     }
 }
 
-TSQLiteDatabase::~TSQLiteDatabase() noexcept(false) {
+SqliteDatabase::~SqliteDatabase() noexcept(false) {
     std::exception_ptr failure;
     if (fInTrans) {
         try {
@@ -122,11 +122,11 @@ TSQLiteDatabase::~TSQLiteDatabase() noexcept(false) {
     if (failure && std::uncaught_exceptions() == 0) std::rethrow_exception(failure);
 }
 
-int TSQLiteDatabase::RowsChanged() const {
+int SqliteDatabase::RowsChanged() const {
     return sqlite3_changes(fDB);
 }
 
-void TSQLiteDatabase::RaiseSqlError(const QString& message, const QString& SQL) const {
+void SqliteDatabase::RaiseSqlError(const QString& message, const QString& SQL) const {
     const int code = fDB ? sqlite3_errcode(fDB) : 0;
     if (code == SQLITE_OK) throw ESQLiteException(message);
     const QString text = QString::fromUtf8(sqlite3_errmsg(fDB));
@@ -136,7 +136,7 @@ void TSQLiteDatabase::RaiseSqlError(const QString& message, const QString& SQL) 
                            text);
 }
 
-sqlite3_stmt* TSQLiteDatabase::Prepare(const QString& SQL) {
+sqlite3_stmt* SqliteDatabase::Prepare(const QString& SQL) {
     sqlite3_stmt* stmt = nullptr;
     const void* tail = nullptr;
     const int rc = sqlite3_prepare16_v2(fDB, utf16(SQL), byteLength(SQL), &stmt, &tail);
@@ -149,8 +149,8 @@ sqlite3_stmt* TSQLiteDatabase::Prepare(const QString& SQL) {
     return stmt;
 }
 
-void TSQLiteDatabase::SetParams(sqlite3_stmt* Stmt) {
-    for (const TSQliteParam& p : fParams) {
+void SqliteDatabase::SetParams(sqlite3_stmt* Stmt) {
+    for (const SqliteParam& p : fParams) {
         const int i = sqlite3_bind_parameter_index(Stmt, p.name.toUtf8().constData());
         if (i <= 0) continue;
         switch (p.valuetype) {
@@ -174,7 +174,7 @@ void TSQLiteDatabase::SetParams(sqlite3_stmt* Stmt) {
     ParamsClear();
 }
 
-void TSQLiteDatabase::ExecSQL(const QString& SQL) {
+void SqliteDatabase::ExecSQL(const QString& SQL) {
     sqlite3_stmt* stmt = Prepare(SQL);
     StmtGuard guard{stmt};
     SetParams(stmt);
@@ -184,7 +184,7 @@ void TSQLiteDatabase::ExecSQL(const QString& SQL) {
     }
 }
 
-void TSQLiteDatabase::ExecSQL(TSQLiteQuery& Query) {
+void SqliteDatabase::ExecSQL(SqliteQuery& Query) {
     if (!Query.Statement) return;
     if (sqlite3_step(Query.Statement) != SQLITE_DONE) {
         sqlite3_reset(Query.Statement);
@@ -193,8 +193,8 @@ void TSQLiteDatabase::ExecSQL(TSQLiteQuery& Query) {
     sqlite3_reset(Query.Statement);
 }
 
-TSQLiteQuery TSQLiteDatabase::PrepareSQL(const QString& SQL) {
-    TSQLiteQuery q;
+SqliteQuery SqliteDatabase::PrepareSQL(const QString& SQL) {
+    SqliteQuery q;
     q.SQL = SQL;
     const void* tail = nullptr;
     const int rc = sqlite3_prepare16(fDB, utf16(SQL), byteLength(SQL), &q.Statement, &tail);
@@ -208,46 +208,46 @@ TSQLiteQuery TSQLiteDatabase::PrepareSQL(const QString& SQL) {
     return q;
 }
 
-void TSQLiteDatabase::BindSQL(TSQLiteQuery& Query, int Index, std::int64_t Value) {
+void SqliteDatabase::BindSQL(SqliteQuery& Query, int Index, std::int64_t Value) {
     if (!Query.Statement)
         RaiseSqlError(QStringLiteral("Could not bind integer to prepared SQL statement"),
                       Query.SQL);
     sqlite3_bind_int64(Query.Statement, Index, Value);
 }
 
-void TSQLiteDatabase::BindSQL(TSQLiteQuery& Query, int Index, const QString& Value) {
+void SqliteDatabase::BindSQL(SqliteQuery& Query, int Index, const QString& Value) {
     if (!Query.Statement)
         RaiseSqlError(QStringLiteral("Could not bind string to prepared SQL statement"), Query.SQL);
     // The library keeps its own copy, so the text need not outlive the call.
     sqlite3_bind_text16(Query.Statement, Index, utf16(Value), byteLength(Value), SQLITE_TRANSIENT);
 }
 
-void TSQLiteDatabase::ReleaseSQL(TSQLiteQuery& Query) {
+void SqliteDatabase::ReleaseSQL(SqliteQuery& Query) {
     if (!Query.Statement)
         RaiseSqlError(QStringLiteral("Could not release prepared SQL statement"), Query.SQL);
     sqlite3_finalize(Query.Statement);
     Query.Statement = nullptr;
 }
 
-std::unique_ptr<TSQLiteTable> TSQLiteDatabase::GetTable(const QString& SQL) {
-    return std::make_unique<TSQLiteTable>(*this, SQL);
+std::unique_ptr<SqliteTable> SqliteDatabase::GetTable(const QString& SQL) {
+    return std::make_unique<SqliteTable>(*this, SQL);
 }
 
-std::unique_ptr<TSQLiteCursor> TSQLiteDatabase::GetUniTable(const QString& SQL) {
-    return std::make_unique<TSQLiteCursor>(*this, SQL);
+std::unique_ptr<SqliteCursor> SqliteDatabase::GetUniTable(const QString& SQL) {
+    return std::make_unique<SqliteCursor>(*this, SQL);
 }
 
-std::int64_t TSQLiteDatabase::GetTableValue(const QString& SQL) {
-    TSQLiteTable table(*this, SQL);
+std::int64_t SqliteDatabase::GetTableValue(const QString& SQL) {
+    SqliteTable table(*this, SQL);
     return table.RowCount() > 0 ? table.FieldAsInteger(0) : 0;
 }
 
-QString TSQLiteDatabase::GetTableString(const QString& SQL) {
-    TSQLiteTable table(*this, SQL);
+QString SqliteDatabase::GetTableString(const QString& SQL) {
+    SqliteTable table(*this, SQL);
     return table.RowCount() > 0 ? table.FieldAsString(0) : QString();
 }
 
-QByteArray TSQLiteDatabase::GetTableImage(const QString& SQL) {
+QByteArray SqliteDatabase::GetTableImage(const QString& SQL) {
     // A save reads the same rows before and after it writes: the second read
     // runs the statement of the first again.
     if (fImageStmt && SQL != fImageSQL) {
@@ -291,16 +291,16 @@ QByteArray TSQLiteDatabase::GetTableImage(const QString& SQL) {
     return image;
 }
 
-void TSQLiteDatabase::GetTableStrings(const QString& SQL, QStringList& Value) {
+void SqliteDatabase::GetTableStrings(const QString& SQL, QStringList& Value) {
     Value.clear();
-    TSQLiteTable table(*this, SQL);
+    SqliteTable table(*this, SQL);
     while (!table.Eof()) {
         Value.append(table.FieldAsString(0));
         table.Next();
     }
 }
 
-void TSQLiteDatabase::UpdateBlob(const QString& SQL, const QByteArray& BlobData) {
+void SqliteDatabase::UpdateBlob(const QString& SQL, const QByteArray& BlobData) {
     if (!SQL.contains(QLatin1Char('?')))
         RaiseSqlError(QStringLiteral("SQL must include a ? parameter"), SQL);
     sqlite3_stmt* stmt = nullptr;
@@ -318,54 +318,54 @@ void TSQLiteDatabase::UpdateBlob(const QString& SQL, const QByteArray& BlobData)
     }
 }
 
-void TSQLiteDatabase::BeginTransaction() {
+void SqliteDatabase::BeginTransaction() {
     if (fInTrans) throw ESQLiteException(QStringLiteral("Transaction already open"));
     ExecSQL(QStringLiteral("BEGIN TRANSACTION"));
     fInTrans = true;
 }
 
-void TSQLiteDatabase::BeginImmediateTransaction() {
+void SqliteDatabase::BeginImmediateTransaction() {
     if (fInTrans) throw ESQLiteException(QStringLiteral("Transaction already open"));
     ExecSQL(QStringLiteral("BEGIN IMMEDIATE TRANSACTION"));
     fInTrans = true;
 }
 
-void TSQLiteDatabase::Commit() {
+void SqliteDatabase::Commit() {
     ExecSQL(QStringLiteral("COMMIT"));
     fInTrans = false;
 }
 
-void TSQLiteDatabase::Rollback() {
+void SqliteDatabase::Rollback() {
     ExecSQL(QStringLiteral("ROLLBACK"));
     fInTrans = false;
 }
 
-bool TSQLiteDatabase::TableExists(const QString& TableName) {
+bool SqliteDatabase::TableExists(const QString& TableName) {
     const QString sql = QStringLiteral("select [sql] from sqlite_master where [type] = 'table' "
                                        "and lower(name) = '") +
                         TableName.toLower() + QStringLiteral("' ");
-    TSQLiteTable table(*this, sql);
+    SqliteTable table(*this, sql);
     return table.Count() > 0;
 }
 
-std::int64_t TSQLiteDatabase::GetLastInsertRowID() const {
+std::int64_t SqliteDatabase::GetLastInsertRowID() const {
     return sqlite3_last_insert_rowid(fDB);
 }
 
-std::int64_t TSQLiteDatabase::GetLastChangedRows() const {
+std::int64_t SqliteDatabase::GetLastChangedRows() const {
     return sqlite3_total_changes(fDB);
 }
 
-void TSQLiteDatabase::SetTimeout(int Value) {
+void SqliteDatabase::SetTimeout(int Value) {
     sqlite3_busy_timeout(fDB, Value);
 }
 
-int TSQLiteDatabase::Backup(TSQLiteDatabase& TargetDB) {
+int SqliteDatabase::Backup(SqliteDatabase& TargetDB) {
     return Backup(TargetDB, QStringLiteral("main"), QStringLiteral("main"));
 }
 
-int TSQLiteDatabase::Backup(TSQLiteDatabase& TargetDB, const QString& targetName,
-                            const QString& sourceName) {
+int SqliteDatabase::Backup(SqliteDatabase& TargetDB, const QString& targetName,
+                           const QString& sourceName) {
     sqlite3_backup* b = sqlite3_backup_init(TargetDB.DB(), targetName.toUtf8().constData(), fDB,
                                             sourceName.toUtf8().constData());
     if (!b) throw ESQLiteException(QStringLiteral("Could not initialize backup"));
@@ -374,54 +374,54 @@ int TSQLiteDatabase::Backup(TSQLiteDatabase& TargetDB, const QString& targetName
     return rc;
 }
 
-QString TSQLiteDatabase::Version() {
+QString SqliteDatabase::Version() {
     return QString::fromUtf8(sqlite3_libversion());
 }
 
-void TSQLiteDatabase::AddCustomCollate(const QString& name, TCollateXCompare xCompare) {
+void SqliteDatabase::AddCustomCollate(const QString& name, TCollateXCompare xCompare) {
     sqlite3_create_collation(fDB, name.toUtf8().constData(), SQLITE_UTF8, nullptr, xCompare);
 }
 
-void TSQLiteDatabase::AddSystemCollate() {
+void SqliteDatabase::AddSystemCollate() {
     sqlite3_create_collation(fDB, "SYSTEM", SQLITE_UTF16, nullptr, systemCollate);
 }
 
-void TSQLiteDatabase::ParamsClear() {
+void SqliteDatabase::ParamsClear() {
     fParams.clear();
 }
 
-void TSQLiteDatabase::AddParamInt(const QString& name, std::int64_t value) {
-    TSQliteParam p;
+void SqliteDatabase::AddParamInt(const QString& name, std::int64_t value) {
+    SqliteParam p;
     p.name = name;
     p.valuetype = SQLiteType::Integer;
     p.valueinteger = value;
     fParams.push_back(p);
 }
 
-void TSQLiteDatabase::AddParamFloat(const QString& name, double value) {
-    TSQliteParam p;
+void SqliteDatabase::AddParamFloat(const QString& name, double value) {
+    SqliteParam p;
     p.name = name;
     p.valuetype = SQLiteType::Float;
     p.valuefloat = value;
     fParams.push_back(p);
 }
 
-void TSQLiteDatabase::AddParamText(const QString& name, const QString& value) {
-    TSQliteParam p;
+void SqliteDatabase::AddParamText(const QString& name, const QString& value) {
+    SqliteParam p;
     p.name = name;
     p.valuetype = SQLiteType::Text;
     p.valuedata = value;
     fParams.push_back(p);
 }
 
-void TSQLiteDatabase::AddParamNull(const QString& name) {
-    TSQliteParam p;
+void SqliteDatabase::AddParamNull(const QString& name) {
+    SqliteParam p;
     p.name = name;
     p.valuetype = SQLiteType::Null;
     fParams.push_back(p);
 }
 
-void TSQLiteDatabase::Synchronised(bool write) {
+void SqliteDatabase::Synchronised(bool write) {
     if (write == fSync) return;
     ExecSQL(write ? QStringLiteral("PRAGMA synchronous = ON;")
                   : QStringLiteral("PRAGMA synchronous = OFF;"));
@@ -430,7 +430,7 @@ void TSQLiteDatabase::Synchronised(bool write) {
 
 // ---------------------------------------------------------------- table
 
-TSQLiteTable::TSQLiteTable(TSQLiteDatabase& DB, const QString& SQL) {
+SqliteTable::SqliteTable(SqliteDatabase& DB, const QString& SQL) {
     sqlite3_stmt* stmt = DB.Prepare(SQL);
     StmtGuard guard{stmt};
     DB.SetParams(stmt);
@@ -487,14 +487,14 @@ TSQLiteTable::TSQLiteTable(TSQLiteDatabase& DB, const QString& SQL) {
     fRow = 0;
 }
 
-const TSQLiteTable::Value& TSQLiteTable::current(int I) const {
+const SqliteTable::Value& SqliteTable::current(int I) const {
     if (Eof()) throw ESQLiteException(QStringLiteral("Table is at End of File"));
     if (I < 0 || unsigned(I) >= fColCount)
         throw ESQLiteException(QStringLiteral("List index out of bounds (%1)").arg(I));
     return fResults[std::size_t(fRow) * fColCount + unsigned(I)];
 }
 
-QString TSQLiteTable::Fields(int I) const {
+QString SqliteTable::Fields(int I) const {
     const Value& v = current(I);
     if (const auto* i = std::get_if<std::int64_t>(&v)) return QString::number(*i);
     if (const auto* d = std::get_if<double>(&v)) return floatToStr(*d);
@@ -503,11 +503,11 @@ QString TSQLiteTable::Fields(int I) const {
     return QString();
 }
 
-QString TSQLiteTable::FieldAsString(int I) const {
+QString SqliteTable::FieldAsString(int I) const {
     return FieldIsNull(I) ? QString() : Fields(I);
 }
 
-std::int64_t TSQLiteTable::FieldAsInteger(int I) const {
+std::int64_t SqliteTable::FieldAsInteger(int I) const {
     const Value& v = current(I);
     if (std::holds_alternative<std::monostate>(v)) return 0;
     if (const auto* i = std::get_if<std::int64_t>(&v)) return *i;
@@ -515,7 +515,7 @@ std::int64_t TSQLiteTable::FieldAsInteger(int I) const {
     throw ESQLiteException(QStringLiteral("Not an integer or numeric field"));
 }
 
-double TSQLiteTable::FieldAsDouble(int I) const {
+double SqliteTable::FieldAsDouble(int I) const {
     const Value& v = current(I);
     if (std::holds_alternative<std::monostate>(v)) return 0;
     if (const auto* i = std::get_if<std::int64_t>(&v)) return double(*i);
@@ -523,7 +523,7 @@ double TSQLiteTable::FieldAsDouble(int I) const {
     throw ESQLiteException(QStringLiteral("Not an integer or numeric field"));
 }
 
-const QByteArray* TSQLiteTable::FieldAsBlob(int I) const {
+const QByteArray* SqliteTable::FieldAsBlob(int I) const {
     const Value& v = current(I);
     if (std::holds_alternative<std::monostate>(v)) return nullptr;
     if (fColTypes[std::size_t(I)] != SQLiteType::Blob)
@@ -531,58 +531,58 @@ const QByteArray* TSQLiteTable::FieldAsBlob(int I) const {
     return std::get_if<QByteArray>(&v);
 }
 
-QString TSQLiteTable::FieldAsBlobText(int I) const {
+QString SqliteTable::FieldAsBlobText(int I) const {
     const QByteArray* b = FieldAsBlob(I);
     return b ? QString::fromUtf8(*b) : QString();
 }
 
-bool TSQLiteTable::FieldIsNull(int I) const {
+bool SqliteTable::FieldIsNull(int I) const {
     return std::holds_alternative<std::monostate>(current(I));
 }
 
-QString TSQLiteTable::FieldByName(const QString& name) const {
+QString SqliteTable::FieldByName(const QString& name) const {
     return Fields(FieldIndex(name));
 }
 
-int TSQLiteTable::FieldIndex(const QString& name) const {
+int SqliteTable::FieldIndex(const QString& name) const {
     return columnIndex(fCols, name);
 }
 
-QString TSQLiteTable::Columns(int I) const {
+QString SqliteTable::Columns(int I) const {
     return fCols.value(I);
 }
 
-bool TSQLiteTable::Next() {
+bool SqliteTable::Next() {
     if (Eof()) return false;
     ++fRow;
     return true;
 }
 
-bool TSQLiteTable::Previous() {
+bool SqliteTable::Previous() {
     if (BOF()) return false;
     --fRow;
     return true;
 }
 
-bool TSQLiteTable::MoveFirst() {
+bool SqliteTable::MoveFirst() {
     if (fRowCount == 0) return false;
     fRow = 0;
     return true;
 }
 
-bool TSQLiteTable::MoveLast() {
+bool SqliteTable::MoveLast() {
     if (fRowCount == 0) return false;
     fRow = fRowCount - 1;
     return true;
 }
 
-bool TSQLiteTable::MoveTo(unsigned position) {
+bool SqliteTable::MoveTo(unsigned position) {
     if (fRowCount == 0 || position >= fRowCount) return false;
     fRow = position;
     return true;
 }
 
-std::int64_t TSQLiteTable::CountResult() const {
+std::int64_t SqliteTable::CountResult() const {
     if (Eof()) return 0;
     bool ok = false;
     const std::int64_t n = Fields(0).toLongLong(&ok);
@@ -593,7 +593,7 @@ std::int64_t TSQLiteTable::CountResult() const {
 
 // ---------------------------------------------------------------- cursor
 
-TSQLiteCursor::TSQLiteCursor(TSQLiteDatabase& DB, const QString& SQL) : fDB(&DB), fSQL(SQL) {
+SqliteCursor::SqliteCursor(SqliteDatabase& DB, const QString& SQL) : fDB(&DB), fSQL(SQL) {
     fStmt = DB.Prepare(SQL);
     try {
         DB.SetParams(fStmt);
@@ -608,11 +608,11 @@ TSQLiteCursor::TSQLiteCursor(TSQLiteDatabase& DB, const QString& SQL) : fDB(&DB)
     }
 }
 
-TSQLiteCursor::~TSQLiteCursor() {
+SqliteCursor::~SqliteCursor() {
     if (fStmt) sqlite3_finalize(fStmt);
 }
 
-bool TSQLiteCursor::Next() {
+bool SqliteCursor::Next() {
     fEOF = true;
     const int rc = sqlite3_step(fStmt);
     if (rc == SQLITE_ROW) {
@@ -627,40 +627,40 @@ bool TSQLiteCursor::Next() {
     return false;
 }
 
-QString TSQLiteCursor::Fields(int I) const {
+QString SqliteCursor::Fields(int I) const {
     return columnText16(fStmt, I);
 }
 
-std::int64_t TSQLiteCursor::FieldAsInteger(int I) const {
+std::int64_t SqliteCursor::FieldAsInteger(int I) const {
     return sqlite3_column_int64(fStmt, I);
 }
 
-double TSQLiteCursor::FieldAsDouble(int I) const {
+double SqliteCursor::FieldAsDouble(int I) const {
     return sqlite3_column_double(fStmt, I);
 }
 
-bool TSQLiteCursor::FieldIsNull(int I) const {
+bool SqliteCursor::FieldIsNull(int I) const {
     return sqlite3_column_text16(fStmt, I) == nullptr;
 }
 
-std::unique_ptr<QByteArray> TSQLiteCursor::FieldAsBlob(int I) const {
+std::unique_ptr<QByteArray> SqliteCursor::FieldAsBlob(int I) const {
     const void* p = sqlite3_column_blob(fStmt, I);
     const int n = sqlite3_column_bytes(fStmt, I);
     if (n < 1 || !p) return nullptr;
     return std::make_unique<QByteArray>(static_cast<const char*>(p), n);
 }
 
-const void* TSQLiteCursor::FieldAsBlobPtr(int I, int& iNumBytes) const {
+const void* SqliteCursor::FieldAsBlobPtr(int I, int& iNumBytes) const {
     const void* p = sqlite3_column_blob(fStmt, I);
     iNumBytes = sqlite3_column_bytes(fStmt, I);
     return p;
 }
 
-QString TSQLiteCursor::FieldAsBlobText(int I) const {
+QString SqliteCursor::FieldAsBlobText(int I) const {
     const std::unique_ptr<QByteArray> b = FieldAsBlob(I);
     return b ? QString::fromUtf8(*b) : QString();
 }
 
-int TSQLiteCursor::FieldIndex(const QString& name) const {
+int SqliteCursor::FieldIndex(const QString& name) const {
     return columnIndex(fCols, name);
 }

@@ -39,13 +39,13 @@ constexpr int Null = 5;    // SQLITE_NULL
 } // namespace SQLiteType
 
 // A prepared statement.
-struct TSQLiteQuery {
+struct SqliteQuery {
     QString SQL;
     sqlite3_stmt* Statement = nullptr;
 };
 
 // One named parameter waiting for the next statement.
-struct TSQliteParam {
+struct SqliteParam {
     QString name;
     int valuetype = SQLiteType::Null;
     std::int64_t valueinteger = 0;
@@ -53,12 +53,12 @@ struct TSQliteParam {
     QString valuedata;
 };
 
-class TSQLiteDatabase;
-class TSQLiteTable;
-class TSQLiteCursor;
+class SqliteDatabase;
+class SqliteTable;
+class SqliteCursor;
 
 // Called with the SQL of every statement that was prepared.
-using THookQuery = std::function<void(TSQLiteDatabase* Sender, const QString& SQL)>;
+using THookQuery = std::function<void(SqliteDatabase* Sender, const QString& SQL)>;
 // Collation over UTF-8 text.
 using TCollateXCompare = int (*)(void* UserData, int Buf1Len, const void* Buf1, int Buf2Len,
                                  const void* Buf2);
@@ -71,15 +71,15 @@ using TCollateXCompare = int (*)(void* UserData, int Buf1Len, const void* Buf1, 
 // program never makes a database of its own where the suite's is missing.
 // It waits out a lock that another program holds for up to BusyWaitMs
 // before a statement fails with "database is locked".
-class TSQLiteDatabase {
+class SqliteDatabase {
 public:
     enum class OpenMode { Existing, CreateIfMissing };
     static constexpr int BusyWaitMs = 2000;
 
-    explicit TSQLiteDatabase(const QString& FileName, OpenMode mode = OpenMode::Existing);
-    ~TSQLiteDatabase() noexcept(false);
-    TSQLiteDatabase(const TSQLiteDatabase&) = delete;
-    TSQLiteDatabase& operator=(const TSQLiteDatabase&) = delete;
+    explicit SqliteDatabase(const QString& FileName, OpenMode mode = OpenMode::Existing);
+    ~SqliteDatabase() noexcept(false);
+    SqliteDatabase(const SqliteDatabase&) = delete;
+    SqliteDatabase& operator=(const SqliteDatabase&) = delete;
 
     sqlite3* DB() const { return fDB; }
     bool IsTransactionOpen() const { return fInTrans; }
@@ -87,14 +87,14 @@ public:
     THookQuery OnQuery;
 
     void ExecSQL(const QString& SQL);
-    void ExecSQL(TSQLiteQuery& Query);
-    TSQLiteQuery PrepareSQL(const QString& SQL);
-    void BindSQL(TSQLiteQuery& Query, int Index, std::int64_t Value);
-    void BindSQL(TSQLiteQuery& Query, int Index, const QString& Value);
-    void ReleaseSQL(TSQLiteQuery& Query);
+    void ExecSQL(SqliteQuery& Query);
+    SqliteQuery PrepareSQL(const QString& SQL);
+    void BindSQL(SqliteQuery& Query, int Index, std::int64_t Value);
+    void BindSQL(SqliteQuery& Query, int Index, const QString& Value);
+    void ReleaseSQL(SqliteQuery& Query);
 
-    std::unique_ptr<TSQLiteTable> GetTable(const QString& SQL);
-    std::unique_ptr<TSQLiteCursor> GetUniTable(const QString& SQL);
+    std::unique_ptr<SqliteTable> GetTable(const QString& SQL);
+    std::unique_ptr<SqliteCursor> GetUniTable(const QString& SQL);
     std::int64_t GetTableValue(const QString& SQL);
     QString GetTableString(const QString& SQL);
     void GetTableStrings(const QString& SQL, QStringList& Value);
@@ -113,8 +113,8 @@ public:
     std::int64_t GetLastInsertRowID() const;
     std::int64_t GetLastChangedRows() const;
     void SetTimeout(int Value);
-    int Backup(TSQLiteDatabase& TargetDB);
-    int Backup(TSQLiteDatabase& TargetDB, const QString& targetName, const QString& sourceName);
+    int Backup(SqliteDatabase& TargetDB);
+    int Backup(SqliteDatabase& TargetDB, const QString& targetName, const QString& sourceName);
     static QString Version();
     void AddCustomCollate(const QString& name, TCollateXCompare xCompare);
     void AddSystemCollate();
@@ -138,18 +138,18 @@ private:
     sqlite3* fDB = nullptr;
     bool fInTrans = false;
     bool fSync = false;
-    std::vector<TSQliteParam> fParams;
+    std::vector<SqliteParam> fParams;
     // The statement of the last GetTableImage, kept for the next one.
     sqlite3_stmt* fImageStmt = nullptr;
     QString fImageSQL;
 };
 
 // A whole result set in memory; needs no connection once built.
-class TSQLiteTable {
+class SqliteTable {
 public:
-    TSQLiteTable(TSQLiteDatabase& DB, const QString& SQL);
-    TSQLiteTable(const TSQLiteTable&) = delete;
-    TSQLiteTable& operator=(const TSQLiteTable&) = delete;
+    SqliteTable(SqliteDatabase& DB, const QString& SQL);
+    SqliteTable(const SqliteTable&) = delete;
+    SqliteTable& operator=(const SqliteTable&) = delete;
 
     unsigned RowCount() const { return fRowCount; }
     unsigned Count() const { return fRowCount; }
@@ -193,12 +193,12 @@ private:
 };
 
 // A forward-only result set that keeps its statement open on the connection.
-class TSQLiteCursor {
+class SqliteCursor {
 public:
-    TSQLiteCursor(TSQLiteDatabase& DB, const QString& SQL);
-    ~TSQLiteCursor();
-    TSQLiteCursor(const TSQLiteCursor&) = delete;
-    TSQLiteCursor& operator=(const TSQLiteCursor&) = delete;
+    SqliteCursor(SqliteDatabase& DB, const QString& SQL);
+    ~SqliteCursor();
+    SqliteCursor(const SqliteCursor&) = delete;
+    SqliteCursor& operator=(const SqliteCursor&) = delete;
 
     int ColCount() const { return fColCount; }
     unsigned Row() const { return fRow; }
@@ -225,6 +225,6 @@ private:
     unsigned fRow = 0;
     bool fEOF = false;
     sqlite3_stmt* fStmt = nullptr;
-    TSQLiteDatabase* fDB;
+    SqliteDatabase* fDB;
     QString fSQL;
 };

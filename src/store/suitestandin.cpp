@@ -170,7 +170,7 @@ const char* const InsertKanzai =
     "CALC6_N, CALC7_N, NTANKA, GTANKA, FTANKA) VALUES (1, ?, ?, ?, ?, ?, ?, 0, ?, ?, ?, ?, ?, ?, "
     "?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?)";
 
-void insertRows(TSQLiteDatabase& db, TSQLiteQuery& q, int grp, int kan, const RowTable& rows) {
+void insertRows(SqliteDatabase& db, SqliteQuery& q, int grp, int kan, const RowTable& rows) {
     for (int n = 1; n <= RowCount; ++n) {
         const Fuzokurecordtypex& r = rows[n];
         int i = 1;
@@ -246,13 +246,13 @@ void CreateSuiteDatabase(const QString& path, bool demo) {
     const QString temp = path + QStringLiteral(".new");
     QFile::remove(temp);
     try {
-        TSQLiteDatabase db(temp, TSQLiteDatabase::OpenMode::CreateIfMissing);
+        SqliteDatabase db(temp, SqliteDatabase::OpenMode::CreateIfMissing);
         db.ExecSQL(QStringLiteral("PRAGMA encoding = 'UTF-8'"));
         db.BeginTransaction();
         db.ExecSQL(QString::fromLatin1(CreateKanzai));
         db.ExecSQL(QString::fromLatin1(CreateKanzaiKey));
         db.ExecSQL(QString::fromLatin1(CreateExconf));
-        TSQLiteQuery q = db.PrepareSQL(QString::fromLatin1(InsertKanzai));
+        SqliteQuery q = db.PrepareSQL(QString::fromLatin1(InsertKanzai));
         try {
             RowTable rows;
             for (int g = 1; g <= 10; ++g) {

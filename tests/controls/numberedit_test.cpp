@@ -1,4 +1,4 @@
-// TNumberEdit as a widget: real key events through QTest, focus changes,
+// NumberEdit as a widget: real key events through QTest, focus changes,
 // paste and Value writes.
 #include "controls/numberedit.h"
 
@@ -17,13 +17,13 @@ namespace {
 
 struct Edit : ::testing::Test {
     std::unique_ptr<QWidget> window;
-    TNumberEdit* edit = nullptr;
+    NumberEdit* edit = nullptr;
     QLineEdit* other = nullptr;
     int changes = 0;
 
     void SetUp() override {
         window = std::make_unique<QWidget>();
-        edit = new TNumberEdit(window.get());
+        edit = new NumberEdit(window.get());
         edit->setGeometry(0, 0, 120, 24);
         other = new QLineEdit(window.get());
         other->setGeometry(0, 30, 120, 24);
@@ -163,7 +163,7 @@ TEST_F(Edit, PasteGoesThroughTheFilter) {
     EXPECT_EQ(double(edit->Value()), 123.45);
     // The context menu's paste is found by name and rerouted to the filter.
     std::unique_ptr<QMenu> menu(edit->createStandardContextMenu());
-    QAction* paste = TNumberEdit::FindPasteAction(menu.get());
+    QAction* paste = NumberEdit::FindPasteAction(menu.get());
     ASSERT_NE(paste, nullptr);
     EXPECT_TRUE(paste->text().contains(QStringLiteral("Paste")));
 
@@ -172,7 +172,7 @@ TEST_F(Edit, PasteGoesThroughTheFilter) {
     clear();
     QTimer::singleShot(50, [] {
         if (auto* popup = qobject_cast<QMenu*>(QApplication::activePopupWidget())) {
-            TNumberEdit::FindPasteAction(popup)->trigger();
+            NumberEdit::FindPasteAction(popup)->trigger();
             popup->close();
         }
     });

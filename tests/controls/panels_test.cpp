@@ -33,7 +33,7 @@ int countColour(const QImage& im, const TRect& r, TColor c) {
 }
 
 TEST(BoxLabel, NumbersBecomeTheCaption) {
-    TBoxLabel label;
+    BoxLabel label;
     EXPECT_EQ(label.width(), 70);
     EXPECT_EQ(label.height(), 20);
     label.SetDecimals(2);
@@ -60,7 +60,7 @@ TEST(BoxLabel, NumbersBecomeTheCaption) {
 }
 
 TEST(BoxLabel, BevelsAndBorder) {
-    TBoxLabel label;
+    BoxLabel label;
     label.resize(60, 24);
     QImage im = label.RenderImage();
     const TColor shadow = ColorToRGB(clBtnShadow);
@@ -85,11 +85,11 @@ TEST(BoxLabel, BevelsAndBorder) {
 }
 
 TEST(BoxLabel, DisabledTextIsDrawnTwice) {
-    TBoxLabel label;
+    BoxLabel label;
     label.resize(80, 30);
     label.SetBevelInner(bvNone);
     label.SetBevelOuter(bvNone);
-    label.SetFont(TFont(DefaultFontName(), 14, clBlack));
+    label.SetFont(FontSpec(DefaultFontName(), 14, clBlack));
     label.SetCaption(QStringLiteral("■■"));
     const TRect all = Rect(0, 0, 80, 30);
     QImage im = label.RenderImage();
@@ -109,7 +109,7 @@ TEST(BoxLabel, DisabledTextIsDrawnTwice) {
 }
 
 TEST(GradPan, GradientsRunAsTheTablesSay) {
-    TGradPan pan;
+    GradientPanel pan;
     pan.resize(200, 100);
     pan.SetBevelOuter(bvNone);
     pan.SetColorStart(RGBColor(0, 0, 0));
@@ -143,12 +143,12 @@ TEST(GradPan, GradientsRunAsTheTablesSay) {
 }
 
 TEST(GradPan, TextEffectsUseTheirColours) {
-    TGradPan pan;
+    GradientPanel pan;
     pan.resize(120, 40);
     pan.SetBackGroundEffect(bdFlat);
     pan.SetColorStart(clWhite);
     pan.SetColorShadow(RGBColor(0, 0, 255));
-    pan.SetFont(TFont(DefaultFontName(), 14, RGBColor(255, 0, 0)));
+    pan.SetFont(FontSpec(DefaultFontName(), 14, RGBColor(255, 0, 0)));
     pan.SetCaption(QStringLiteral("■"));
     const TRect all = Rect(0, 0, 120, 40);
     pan.SetTextEffect(tenone);
@@ -169,7 +169,7 @@ TEST(GradPan, TextEffectsUseTheirColours) {
 TEST(GradPan, MoveableZonesMoveAndSize) {
     QWidget parent;
     parent.resize(400, 300);
-    auto* pan = new TGradPan(&parent);
+    auto* pan = new GradientPanel(&parent);
     pan->setGeometry(50, 50, 200, 100);
     EXPECT_EQ(pan->HitTest(100, 3), HTNOWHERE);
     pan->SetMoveable(true);
@@ -236,7 +236,7 @@ TEST(FolderDialog, CancelKeepsTheFolderAndAChoiceSetsIt) {
     QTemporaryDir root;
     ASSERT_TRUE(root.isValid());
     ASSERT_TRUE(QDir(root.path()).mkdir(QStringLiteral("data")));
-    TFolderDialog dialog;
+    FolderDialog dialog;
     EXPECT_EQ(FolderDlgFlags(dialog.Option()), 0x0001u);
     dialog.SetTitle(QStringLiteral("フォルダの選択"));
     dialog.SetRootID(root.path());
@@ -271,7 +271,7 @@ TEST(Sample, ShowsTheGridWithItsFocusFrame) {
     std::unique_ptr<QWidget> sample(CreateControlsSample());
     const QImage shot = GrabControlsSample(sample.get());
     ASSERT_FALSE(shot.isNull());
-    TStrColGrid* grid = SampleGrid(sample.get());
+    PriceGrid* grid = SampleGrid(sample.get());
     ASSERT_TRUE(grid->GridFocused());
     const TRect r = grid->CellRect(grid->Col(), grid->Row());
     const QPoint o = grid->mapTo(sample.get(), QPoint(0, 0));

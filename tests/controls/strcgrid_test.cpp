@@ -1,4 +1,4 @@
-// TStrColGrid on screen (offscreen platform): cells painted into the
+// PriceGrid on screen (offscreen platform): cells painted into the
 // off-screen image and checked pixel by pixel, the current-cell events,
 // and keys, mouse and the in-place editor through real input events.
 #include "controls/strcgrid.h"
@@ -42,11 +42,11 @@ int rightmostDark(const QImage& im, const TRect& r) {
 
 struct Grid : ::testing::Test {
     std::unique_ptr<QWidget> window;
-    TStrColGrid* grid = nullptr;
+    PriceGrid* grid = nullptr;
 
     void SetUp() override {
         window = std::make_unique<QWidget>();
-        grid = new TStrColGrid(window.get());
+        grid = new PriceGrid(window.get());
         grid->SetColCount(6);
         grid->SetRowCount(6);
         grid->SetDefaultColWidth(80);
@@ -54,7 +54,7 @@ struct Grid : ::testing::Test {
         grid->SetColor(clWhite);
         grid->SetFixedColor(7099731);
         grid->SetCtl3D(false);
-        grid->SetFont(TFont(DefaultFontName(), 9, clBlack));
+        grid->SetFont(FontSpec(DefaultFontName(), 9, clBlack));
         grid->resize(grid->GridWidth(), grid->GridHeight());
         window->resize(grid->size() + QSize(10, 10));
     }
@@ -75,7 +75,7 @@ struct Grid : ::testing::Test {
     };
     std::vector<Band> bandsOf(int col, int row) {
         std::vector<Band> bands;
-        grid->OnDrawTextOneLine = [&](TControlObject*, TStrColGrid*, const TRect& r, int c, int rw,
+        grid->OnDrawTextOneLine = [&](TControlObject*, PriceGrid*, const TRect& r, int c, int rw,
                                       int, TGridDrawState, QString& text, TAlignment&, TTextLayout&,
                                       bool&) {
             if (c == col && rw == row) bands.push_back({r, text});
@@ -276,7 +276,7 @@ TEST_F(Grid, FixedCellWithEntryKeepsFixedColourAndEntryAlignment) {
 TEST_F(Grid, OutCellTextCanvasResetDecidesTheColour) {
     grid->SetCells(2, 2, QStringLiteral("WWW"));
     bool keep = true;
-    grid->OnOutCellText = [&](TControlObject*, TStrColGrid* g, const TRect&, int c, int r,
+    grid->OnOutCellText = [&](TControlObject*, PriceGrid* g, const TRect&, int c, int r,
                               const QString&, QString&, bool& reset) {
         if (c == 2 && r == 2) {
             g->Canvas()->Font.Color = RGBColor(255, 0, 0);
@@ -308,22 +308,22 @@ TEST_F(Grid, CurrentCellEventsFireInOrder) {
     to->SetRow(2);
     for (auto* p : {from, to}) {
         const std::string n = p == from ? "old." : "new.";
-        p->OnExitCell = [&log, n](TControlObject*, TStrColGrid*, int, int, int, int) {
+        p->OnExitCell = [&log, n](TControlObject*, PriceGrid*, int, int, int, int) {
             log.push_back(n + "ExitCell");
         };
-        p->OnExitCol = [&log, n](TControlObject*, TStrColGrid*, int, int) {
+        p->OnExitCol = [&log, n](TControlObject*, PriceGrid*, int, int) {
             log.push_back(n + "ExitCol");
         };
-        p->OnExitRow = [&log, n](TControlObject*, TStrColGrid*, int, int) {
+        p->OnExitRow = [&log, n](TControlObject*, PriceGrid*, int, int) {
             log.push_back(n + "ExitRow");
         };
-        p->OnEnterCell = [&log, n](TControlObject*, TStrColGrid*, int, int, int, int) {
+        p->OnEnterCell = [&log, n](TControlObject*, PriceGrid*, int, int, int, int) {
             log.push_back(n + "EnterCell");
         };
-        p->OnEnterCol = [&log, n](TControlObject*, TStrColGrid*, int, int) {
+        p->OnEnterCol = [&log, n](TControlObject*, PriceGrid*, int, int) {
             log.push_back(n + "EnterCol");
         };
-        p->OnEnterRow = [&log, n](TControlObject*, TStrColGrid*, int, int) {
+        p->OnEnterRow = [&log, n](TControlObject*, PriceGrid*, int, int) {
             log.push_back(n + "EnterRow");
         };
     }
@@ -364,7 +364,7 @@ TEST_F(Grid, ARaisingHandlerRefusesTheMove) {
     p->SetCol(1);
     p->SetRow(1);
     bool raise = true;
-    p->OnExitCell = [&](TControlObject*, TStrColGrid*, int, int, int, int) {
+    p->OnExitCell = [&](TControlObject*, PriceGrid*, int, int, int, int) {
         if (raise) throw EControlError(QStringLiteral("no"));
     };
     int changed = 0;
@@ -410,7 +410,7 @@ TEST_F(Grid, KeysMoveTheCellAndOnKeyDownSeesThemFirst) {
         keys.push_back(key);
         if (swallow) key = 0;
     };
-    grid->OnClick = [&](TControlObject*) { ++clicks; };
+    grid->onClicked = [&](TControlObject*) { ++clicks; };
     QTest::keyClick(grid, Qt::Key_Down);
     QTest::keyClick(grid, Qt::Key_Right);
     EXPECT_EQ(grid->Col(), 2);
@@ -519,14 +519,14 @@ TEST_F(Grid, HandlerFailuresGoToTheProgramsHandler) {
     };
     QTest::keyClick(grid, Qt::Key_Down);
     EXPECT_EQ(grid->Row(), 1);
-    // The move is made before OnClick runs.
-    grid->OnClick = [&](TControlObject*) { throw EControlError(QStringLiteral("click")); };
+    // The move is made before onClicked runs.
+    grid->onClicked = [&](TControlObject*) { throw EControlError(QStringLiteral("click")); };
     QTest::keyClick(grid, Qt::Key_Right);
     EXPECT_EQ(grid->Col(), 2);
     QTest::mouseClick(grid, Qt::LeftButton, Qt::NoModifier,
                       grid->CellRect(3, 3).ToQRect().center());
     EXPECT_EQ(grid->Col(), 3);
-    grid->OnClick = nullptr;
+    grid->onClicked = nullptr;
     grid->OnSelectCell = [&](TControlObject*, int, int, bool&) {
         throw EControlError(QStringLiteral("select"));
     };
@@ -549,7 +549,7 @@ TEST_F(Grid, HandlerFailuresGoToTheProgramsHandler) {
 TEST_F(Grid, MouseSelectsCellsAndRanges) {
     ASSERT_NO_FATAL_FAILURE(focusGrid());
     int clicks = 0;
-    grid->OnClick = [&](TControlObject*) { ++clicks; };
+    grid->onClicked = [&](TControlObject*) { ++clicks; };
     QTest::mouseClick(grid, Qt::LeftButton, Qt::NoModifier,
                       grid->CellRect(3, 2).ToQRect().center());
     EXPECT_EQ(grid->Col(), 3);

@@ -1,4 +1,4 @@
-// The cell model of TStrColGrid: lookup order, ranges, validation with
+// The cell model of PriceGrid: lookup order, ranges, validation with
 // rollback, fonts, CellLines and the position check.
 #include "controls/strcgridmodel.h"
 
@@ -20,7 +20,7 @@ template <typename F> QString failureText(F&& f) {
 }
 
 struct Model : ::testing::Test {
-    TStrColGridModel grid;
+    PriceGridModel grid;
     void SetUp() override {
         grid.SetColCount(11);
         grid.SetRowCount(15);
@@ -68,7 +68,7 @@ TEST_F(Model, AWriteToACellInsideARangeChangesTheWholeRange) {
 }
 
 TEST_F(Model, ACreatedEntryFreezesTheCellsColours) {
-    TFont f = grid.Font();
+    FontSpec f = grid.Font();
     f.Color = 0x0000FF;
     grid.SetFont(f);
     grid.SetCellColors(4, 4, 0x00FF00);
@@ -176,8 +176,8 @@ TEST_F(Model, NamesLookupsAndTheirFailures) {
 }
 
 TEST_F(Model, FontsNamingUseAndDeletion) {
-    grid.AddFont(TFont(QStringLiteral("Noto Sans CJK JP"), 12));
-    grid.AddFont(TFont(QStringLiteral("Noto Sans CJK JP"), 8));
+    grid.AddFont(FontSpec(QStringLiteral("Noto Sans CJK JP"), 12));
+    grid.AddFont(FontSpec(QStringLiteral("Noto Sans CJK JP"), 8));
     TSCGCellFont* f0 = grid.Fonts()[0];
     EXPECT_EQ(f0->Name(), u8("フォント1"));
     EXPECT_EQ(f0->GetDisplayName(), u8("フォント1( Noto Sans CJK JP, 12 )"));
@@ -217,7 +217,7 @@ TEST_F(Model, FontsNamingUseAndDeletion) {
     grid.Fonts().Delete(0);
     EXPECT_TRUE(p->FontName().isEmpty());
 
-    grid.AddFont(TFont());
+    grid.AddFont(FontSpec());
     grid.ClearAllCellParams();
     EXPECT_EQ(grid.CellParams().Count(), 0);
     EXPECT_EQ(grid.FontCount(), 0);
@@ -226,7 +226,7 @@ TEST_F(Model, FontsNamingUseAndDeletion) {
 }
 
 TEST_F(Model, SetCellParamsWritesEveryFieldAndMovesARangeStart) {
-    grid.AddFont(TFont());
+    grid.AddFont(FontSpec());
     TCellDrawParams d;
     d.Col = 4;
     d.Row = 5;
@@ -293,7 +293,7 @@ TEST_F(Model, AssignCopiesEveryFieldAndEvent) {
     a->SetOptions(TGridOptions{goEditing});
     a->SetOptionsEnabled(true);
     int calls = 0;
-    a->OnEnterCell = [&](TControlObject*, TStrColGrid*, int, int, int, int) { ++calls; };
+    a->OnEnterCell = [&](TControlObject*, PriceGrid*, int, int, int, int) { ++calls; };
     TSCGCellParam* b = grid.CellParams().Add();
     b->Assign(*a);
     EXPECT_TRUE(b->RangeEnabled());

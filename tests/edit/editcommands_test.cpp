@@ -74,8 +74,10 @@ protected:
         QTest::keyClick(target, Qt::Key_Escape);
     }
     std::vector<QAction*> pasteItems() const {
-        return {form->all_paste_1,  form->all_paste_2,  form->all_paste_3,  form->all_paste_4,
-                form->item_paste_1, form->item_paste_2, form->item_paste_3, form->item_paste_4};
+        return {form->pasteWholeTableItem,    form->pastePricesItem,
+                form->pasteAllFactorsItem,    form->pasteLabourFactorsItem,
+                form->pasteDetailItem,        form->pasteDetailPricesItem,
+                form->pasteDetailFactorsItem, form->pasteDetailLabourItem};
     }
     // The paste items that are enabled, by name.
     QStringList enabledPastes() const {
@@ -90,15 +92,17 @@ protected:
 // A paste or a clearing counts as a change: the next tree click asks to save
 // it instead of dropping it.
 TEST_F(EditCommands, EveryCommandThatChangesTheRowsMakesTheNextClickAsk) {
-    TFtankaregist& f = open();
-    f.all_copy_1->trigger();
+    MainWindow& f = open();
+    f.copyWholeTableItem->trigger();
     clickNode(2);
     struct Step {
         QAction* command;
         bool confirm; // the clearings ask first
     };
-    const Step steps[] = {
-        {f.all_paste_1, false}, {f.N33, true}, {f.N22, true}, {f.item_paste_5, false}};
+    const Step steps[] = {{f.pasteWholeTableItem, false},
+                          {f.clearDetailItem, true},
+                          {f.clearPipeTypeItem, true},
+                          {f.copyFirstDetailAcrossItem, false}};
     int kan = 2;
     for (const Step& step : steps) {
         if (step.confirm) dialogs->AnswerBox(TaskDialog::IdYes);
@@ -108,54 +112,57 @@ TEST_F(EditCommands, EveryCommandThatChangesTheRowsMakesTheNextClickAsk) {
         clickNode(++kan);
         ASSERT_EQ(dialogs->Boxes().size(), boxes + 1) << step.command->objectName().toStdString();
         EXPECT_TRUE(dialogs->Boxes().back().content.endsWith(U("データを保存しますか?")));
-        EXPECT_EQ(f.CurrentKan, kan);
+        EXPECT_EQ(f.currentPipeType, kan);
     }
 }
 
 TEST_F(EditCommands, MenuStateAtStartAfterACopyAndAfterAPaste) {
-    TFtankaregist& f = open();
+    MainWindow& f = open();
     EXPECT_TRUE(enabledPastes().isEmpty());
-    for (QAction* a : {f.all_copy_1, f.all_copy_2, f.all_copy_3, f.all_copy_4, f.item_copy_1,
-                       f.item_copy_3, f.item_copy_4, f.N22, f.N33, f.N3, f.N11, f.N27, f.N29})
+    for (QAction* a :
+         {f.copyWholeTableItem, f.copyPricesItem, f.copyAllFactorsItem, f.copyLabourFactorsItem,
+          f.copyDetailItem, f.copyDetailFactorsItem, f.copyDetailLabourItem, f.clearPipeTypeItem,
+          f.clearDetailItem, f.moveUpItem, f.moveDownItem, f.popupMoveUpItem, f.popupMoveDownItem})
         EXPECT_TRUE(a->isEnabled()) << a->objectName().toStdString();
-    EXPECT_FALSE(f.N2->isEnabled());
-    EXPECT_FALSE(f.ActionUndo->isEnabled());
+    EXPECT_FALSE(f.undoItem->isEnabled());
+    EXPECT_FALSE(f.undoAction->isEnabled());
     // Out of reach.
-    ASSERT_NE(f.N15, nullptr);
-    EXPECT_TRUE(f.N15->isSeparator());
-    EXPECT_TRUE(f.K21->actions().contains(f.N15));
-    for (QAction* a : {f.item_copy_2, f.item_paste_2, f.N15, f.item_copy_5})
+    ASSERT_NE(f.detailPricesSeparator, nullptr);
+    EXPECT_TRUE(f.detailPricesSeparator->isSeparator());
+    EXPECT_TRUE(f.detailMenu->actions().contains(f.detailPricesSeparator));
+    for (QAction* a : {f.copyDetailPricesItem, f.pasteDetailPricesItem, f.detailPricesSeparator,
+                       f.copyDetailPricesAcrossItem})
         EXPECT_FALSE(a->isVisible()) << a->objectName().toStdString();
     // Piping mode: the spreading item is enabled and named by the tabs.
-    EXPECT_TRUE(f.item_paste_5->isEnabled());
-    EXPECT_EQ(f.item_paste_5->text(),
+    EXPECT_TRUE(f.copyFirstDetailAcrossItem->isEnabled());
+    EXPECT_EQ(f.copyFirstDetailAcrossItem->text(),
               U("屋内一般のデータを機械室・便所・屋外架空・地中埋設へコピ－"));
 
-    f.all_copy_3->trigger();
-    EXPECT_EQ(enabledPastes(), QStringList{QStringLiteral("all_paste_3")});
-    f.item_copy_4->trigger();
-    EXPECT_EQ(enabledPastes(), QStringList{QStringLiteral("item_paste_4")});
-    f.item_paste_4->trigger();
-    EXPECT_EQ(enabledPastes(), QStringList{QStringLiteral("item_paste_4")});
-    EXPECT_TRUE(f.N2->isEnabled());
+    f.copyAllFactorsItem->trigger();
+    EXPECT_EQ(enabledPastes(), QStringList{QStringLiteral("pasteAllFactorsItem")});
+    f.copyDetailLabourItem->trigger();
+    EXPECT_EQ(enabledPastes(), QStringList{QStringLiteral("pasteDetailLabourItem")});
+    f.pasteDetailLabourItem->trigger();
+    EXPECT_EQ(enabledPastes(), QStringList{QStringLiteral("pasteDetailLabourItem")});
+    EXPECT_TRUE(f.undoItem->isEnabled());
     // Another pipe type changes nothing of it either.
     clickNode(3);
-    EXPECT_EQ(enabledPastes(), QStringList{QStringLiteral("item_paste_4")});
-    f.all_copy_1->trigger();
-    EXPECT_EQ(enabledPastes(), QStringList{QStringLiteral("all_paste_1")});
+    EXPECT_EQ(enabledPastes(), QStringList{QStringLiteral("pasteDetailLabourItem")});
+    f.copyWholeTableItem->trigger();
+    EXPECT_EQ(enabledPastes(), QStringList{QStringLiteral("pasteWholeTableItem")});
     // A copy takes no snapshot and changes nothing on the screen.
-    EXPECT_FALSE(f.ActionUndo->isEnabled());
+    EXPECT_FALSE(f.undoAction->isEnabled());
 }
 
 TEST_F(EditCommands, PasteOnTheSourceRestoresTheCopiedFieldsAndLeavesTheRest) {
-    TFtankaregist& f = open();
+    MainWindow& f = open();
     const Currency net3 = KanzaiRows[3].NET, teika20 = KanzaiRows[20].TEIKA;
-    f.all_copy_2->trigger(); // prices
+    f.copyPricesItem->trigger(); // prices
     KanzaiRows[3].NET = C("1");
     KanzaiRows[20].TEIKA = C("2");
     KanzaiRows[3].Data(5) = C("0.5");
     KanzaiRows[2].SetGoods(U("別の用途"));
-    f.all_paste_2->trigger();
+    f.pastePricesItem->trigger();
     EXPECT_EQ(KanzaiRows[3].NET, net3);
     EXPECT_EQ(KanzaiRows[20].TEIKA, teika20);
     EXPECT_EQ(KanzaiRows[3].Data(5), C("0.5"));
@@ -165,116 +172,117 @@ TEST_F(EditCommands, PasteOnTheSourceRestoresTheCopiedFieldsAndLeavesTheRest) {
     CalcRowWith(expected, CurrentOptions());
     EXPECT_EQ(KanzaiRows[3].GTANKA, expected.GTANKA);
     EXPECT_EQ(cell1(8, 3), QStringLiteral("0.500"));
-    EXPECT_EQ(f.ComboBox4->Text(), U("別の用途"));
+    EXPECT_EQ(f.useBox->Text(), U("別の用途"));
 }
 
 TEST_F(EditCommands, WholeAllCopyCarriesModeRatesAndRoundingToAnotherPipeType) {
-    TFtankaregist& f = open();
+    MainWindow& f = open();
     const QString source = KanzaiRows[1].Goods();
     // Options of pipe type 1 set by the user.
-    f.SBorRadio14->SetItemIndex(0);
-    f.SBorRadio8->SetItemIndex(1);
-    f.avr_1->SetValue(70);
-    f.ApplyControls();
-    f.SBorRadio1->SetItemIndex(1); // refrigerant mode
+    f.digitsRadio->SetItemIndex(0);
+    f.fractionRadio->SetItemIndex(1);
+    f.rateSubmittedEdit->SetValue(70);
+    f.applyControls();
+    f.modeRadio->SetItemIndex(1); // refrigerant mode
     ASSERT_EQ(CurrentOptions().ModeFlag(), 1);
-    f.all_copy_1->trigger();
+    f.copyWholeTableItem->trigger();
     dialogs->AnswerBox(TaskDialog::IdCancel); // not saved
     clickNode(2);
-    ASSERT_EQ(f.CurrentKan, 2);
-    ASSERT_EQ(f.SBorRadio1->ItemIndex(), 0);
-    ASSERT_EQ(f.TabControl1->count(), 4);
-    f.all_paste_1->trigger();
-    EXPECT_EQ(f.SBorRadio1->ItemIndex(), 1);
-    EXPECT_EQ(f.TabControl1->count(), 1);
-    EXPECT_FALSE(f.item_paste_5->isEnabled());
-    EXPECT_EQ(f.SBorRadio14->ItemIndex(), 0);
-    EXPECT_EQ(f.SBorRadio8->ItemIndex(), 1);
-    EXPECT_EQ(f.avr_1->Value(), 70);
+    ASSERT_EQ(f.currentPipeType, 2);
+    ASSERT_EQ(f.modeRadio->ItemIndex(), 0);
+    ASSERT_EQ(f.tabs->count(), 4);
+    f.pasteWholeTableItem->trigger();
+    EXPECT_EQ(f.modeRadio->ItemIndex(), 1);
+    EXPECT_EQ(f.tabs->count(), 1);
+    EXPECT_FALSE(f.copyFirstDetailAcrossItem->isEnabled());
+    EXPECT_EQ(f.digitsRadio->ItemIndex(), 0);
+    EXPECT_EQ(f.fractionRadio->ItemIndex(), 1);
+    EXPECT_EQ(f.rateSubmittedEdit->Value(), 70);
     EXPECT_EQ(CurrentOptions().RateSubmitted(), Currency::FromInt(70));
-    EXPECT_EQ(f.GOODSBOX->Text(), source);
+    EXPECT_EQ(f.goodsBox->Text(), source);
     // The node of the pipe type on the sheet takes the name.
-    EXPECT_EQ(f.TreeNode(2)->text(0), TrimBlanks(source));
-    EXPECT_TRUE(f.ActionUndo->isEnabled());
+    EXPECT_EQ(f.treeNode(2)->text(0), TrimBlanks(source));
+    EXPECT_TRUE(f.undoAction->isEnabled());
     // Nothing reaches the database before a save.
     EXPECT_EQ(stored(1, 2, 60, "FLAG"), QStringLiteral("0"));
 }
 
 TEST_F(EditCommands, DetailAllPasteRewritesGoodsAndKindOfTheTabAndItsCaption) {
-    TFtankaregist& f = open();
+    MainWindow& f = open();
     RowTable source = KanzaiRows;
-    f.item_copy_1->trigger(); // tab 0 of pipe type 1
+    f.copyDetailItem->trigger(); // tab 0 of pipe type 1
     clickNode(4);
     const RowTable before = KanzaiRows;
-    f.TabControl1->setCurrentIndex(2);
-    f.item_paste_1->trigger();
+    f.tabs->setCurrentIndex(2);
+    f.pasteDetailItem->trigger();
     for (int i = 1; i <= 15; ++i) {
         EXPECT_EQ(KanzaiRows[30 + i].GOODS, source[i].GOODS) << i;
         EXPECT_EQ(KanzaiRows[30 + i].KIND, source[i].KIND) << i;
         EXPECT_EQ(KanzaiRows[30 + i].Data(2), source[i].Data(2)) << i;
     }
-    EXPECT_EQ(f.TabControl1->tabText(2), U("屋内一般"));
-    EXPECT_EQ(f.TabControl1->currentIndex(), 0);
+    EXPECT_EQ(f.tabs->tabText(2), U("屋内一般"));
+    EXPECT_EQ(f.tabs->currentIndex(), 0);
     // Other tabs as they were.
     for (int r : {1, 16, 29, 46, 60})
         EXPECT_EQ(RowLine(KanzaiRows[r]), RowLine(before[r])) << r;
     // An empty KIND gets the default caption.
-    f.TabControl1->setCurrentIndex(1);
+    f.tabs->setCurrentIndex(1);
     CopyRows[1].KIND.clear();
-    f.item_paste_1->trigger();
-    EXPECT_EQ(f.TabControl1->tabText(1), U("機械室・便所"));
-    EXPECT_EQ(f.TabControl1->currentIndex(), 0);
+    f.pasteDetailItem->trigger();
+    EXPECT_EQ(f.tabs->tabText(1), U("機械室・便所"));
+    EXPECT_EQ(f.tabs->currentIndex(), 0);
 }
 
 TEST_F(EditCommands, AfterEveryPasteTabZeroIsCurrent) {
-    TFtankaregist& f = open();
-    f.all_copy_1->trigger();
-    for (QAction* paste : {f.all_paste_1, f.item_paste_3, f.item_paste_5}) {
-        if (paste == f.item_paste_3) f.item_copy_3->trigger();
-        f.TabControl1->setCurrentIndex(3);
+    MainWindow& f = open();
+    f.copyWholeTableItem->trigger();
+    for (QAction* paste :
+         {f.pasteWholeTableItem, f.pasteDetailFactorsItem, f.copyFirstDetailAcrossItem}) {
+        if (paste == f.pasteDetailFactorsItem) f.copyDetailFactorsItem->trigger();
+        f.tabs->setCurrentIndex(3);
         paste->trigger();
-        EXPECT_EQ(f.TabControl1->currentIndex(), 0) << paste->objectName().toStdString();
-        EXPECT_TRUE(f.ActionUndo->isEnabled());
+        EXPECT_EQ(f.tabs->currentIndex(), 0) << paste->objectName().toStdString();
+        EXPECT_TRUE(f.undoAction->isEnabled());
     }
 }
 
 TEST_F(EditCommands, RefrigerantModeHasOneTabAndDetailCommandsOnRowsOneToFifteen) {
-    TFtankaregist& f = open();
+    MainWindow& f = open();
     clickNode(9 * 21 + 1); // group 10, pipe type 1
     ASSERT_EQ(CurrentOptions().ModeFlag(), 1);
-    EXPECT_EQ(f.TabControl1->count(), 1);
-    EXPECT_FALSE(f.item_paste_5->isEnabled());
-    f.item_copy_3->trigger();
+    EXPECT_EQ(f.tabs->count(), 1);
+    EXPECT_FALSE(f.copyFirstDetailAcrossItem->isEnabled());
+    f.copyDetailFactorsItem->trigger();
     const RowTable before = KanzaiRows;
     for (int r = 1; r <= RowCount; ++r)
         for (int n = 1; n <= 7; ++n)
             KanzaiRows[r].Data(n) = C("0.9");
-    f.item_paste_3->trigger();
+    f.pasteDetailFactorsItem->trigger();
     for (int r = 1; r <= 15; ++r)
         EXPECT_EQ(KanzaiRows[r].DATA, before[r].DATA) << r;
     for (int r = 16; r <= RowCount; ++r)
         EXPECT_EQ(KanzaiRows[r].Data(4), C("0.9")) << r;
     // The item stays disabled, and triggering it does nothing.
-    f.item_paste_5->trigger();
+    f.copyFirstDetailAcrossItem->trigger();
     EXPECT_EQ(KanzaiRows[16].Data(4), C("0.9"));
 }
 
 TEST_F(EditCommands, PasteThenUndoGivesTheRowsBackAndASecondEscDoesNothing) {
-    TFtankaregist& f = open();
+    MainWindow& f = open();
     QStringList before;
     for (int r = 1; r <= RowCount; ++r)
         before << RowLine(KanzaiRows[r]);
     clickNode(2);
-    f.all_copy_1->trigger();
+    f.copyWholeTableItem->trigger();
     clickNode(1);
-    f.all_paste_1->trigger();
+    f.pasteWholeTableItem->trigger();
     ASSERT_NE(RowLine(KanzaiRows[1]), before[0]);
     escape();
     for (int r = 1; r <= RowCount; ++r)
         EXPECT_EQ(RowLine(KanzaiRows[r]), before[r - 1]) << r;
-    EXPECT_FALSE(f.ActionUndo->isEnabled());
-    EXPECT_FALSE(f.N2->isEnabled());
-    EXPECT_EQ(f.TreeNode(1)->text(0), TrimBlanks(KanzaiRows[1].Goods()));
+    EXPECT_FALSE(f.undoAction->isEnabled());
+    EXPECT_FALSE(f.undoItem->isEnabled());
+    EXPECT_EQ(f.treeNode(1)->text(0), TrimBlanks(KanzaiRows[1].Goods()));
     // A second Esc finds the command disabled: the rows stay as they are now.
     KanzaiRows[7].NET = C("12345");
     escape();
@@ -282,18 +290,18 @@ TEST_F(EditCommands, PasteThenUndoGivesTheRowsBackAndASecondEscDoesNothing) {
 }
 
 TEST_F(EditCommands, TwoEditsThenUndoUndoesOnlyTheSecond) {
-    TFtankaregist& f = open();
+    MainWindow& f = open();
     auto enter = [&](int col, int row, const char* text) {
-        ASSERT_TRUE(f.StrColGrid1->FocusCell(col, row, true));
+        ASSERT_TRUE(f.compositeGrid->FocusCell(col, row, true));
         for (char ch : QByteArray(text)) {
-            QWidget* target = f.StrColGrid1->EditorMode()
-                                  ? static_cast<QWidget*>(f.StrColGrid1->InplaceEditor())
-                                  : f.StrColGrid1;
+            QWidget* target = f.compositeGrid->EditorMode()
+                                  ? static_cast<QWidget*>(f.compositeGrid->InplaceEditor())
+                                  : f.compositeGrid;
             QTest::keyClick(target, ch);
         }
-        QWidget* target = f.StrColGrid1->EditorMode()
-                              ? static_cast<QWidget*>(f.StrColGrid1->InplaceEditor())
-                              : f.StrColGrid1;
+        QWidget* target = f.compositeGrid->EditorMode()
+                              ? static_cast<QWidget*>(f.compositeGrid->InplaceEditor())
+                              : f.compositeGrid;
         QTest::keyClick(target, Qt::Key_Return);
     };
     const Currency old4 = KanzaiRows[4].Data(2);
@@ -301,30 +309,30 @@ TEST_F(EditCommands, TwoEditsThenUndoUndoesOnlyTheSecond) {
     enter(5, 4, "0.85");
     ASSERT_EQ(KanzaiRows[3].Data(2), C("0.75"));
     ASSERT_EQ(KanzaiRows[4].Data(2), C("0.85"));
-    f.N2->trigger(); // the menu item
+    f.undoItem->trigger(); // the menu item
     EXPECT_EQ(KanzaiRows[3].Data(2), C("0.75"));
     EXPECT_EQ(KanzaiRows[4].Data(2), old4);
     EXPECT_EQ(cell1(5, 4), CurrToStr(old4));
-    EXPECT_FALSE(f.ActionUndo->isEnabled());
+    EXPECT_FALSE(f.undoAction->isEnabled());
 }
 
 TEST_F(EditCommands, ClearPipeTypeAsksClearsAndUndoBringsTheTreeTextBack) {
-    TFtankaregist& f = open();
-    const QString name = f.TreeNode(1)->text(0);
+    MainWindow& f = open();
+    const QString name = f.treeNode(1)->text(0);
     const RowTable before = KanzaiRows;
     dialogs->AnswerBox(TaskDialog::IdNo);
-    f.N22->trigger();
+    f.clearPipeTypeItem->trigger();
     ASSERT_EQ(dialogs->Boxes().size(), 1u);
     EXPECT_EQ(dialogs->Boxes()[0].instruction, U("確認"));
     EXPECT_EQ(dialogs->Boxes()[0].content, U("現在の内容をすべてクリア－しますか？"));
     EXPECT_EQ(dialogs->Boxes()[0].icon, TaskDialog::IconQuestion);
     EXPECT_EQ(dialogs->Boxes()[0].buttons, TaskDialog::ButtonYes | TaskDialog::ButtonNo);
     EXPECT_EQ(fullRow(KanzaiRows[1]), fullRow(before[1]));
-    EXPECT_EQ(f.TreeNode(1)->text(0), name);
+    EXPECT_EQ(f.treeNode(1)->text(0), name);
 
-    f.TabControl1->setCurrentIndex(2);
+    f.tabs->setCurrentIndex(2);
     dialogs->AnswerBox(TaskDialog::IdYes);
-    f.N22->trigger();
+    f.clearPipeTypeItem->trigger();
     for (int r = 1; r <= RowCount; ++r) {
         EXPECT_TRUE(KanzaiRows[r].GOODS.isEmpty() && KanzaiRows[r].SIZE.isEmpty() &&
                     KanzaiRows[r].KIND.isEmpty() && KanzaiRows[r].CI.isEmpty())
@@ -335,63 +343,63 @@ TEST_F(EditCommands, ClearPipeTypeAsksClearsAndUndoBringsTheTreeTextBack) {
         EXPECT_EQ(KanzaiRows[r].UKEY, before[r].UKEY);
         EXPECT_EQ(KanzaiRows[r].YOSAN, before[r].YOSAN);
     }
-    EXPECT_EQ(f.TabControl1->currentIndex(), 0);
+    EXPECT_EQ(f.tabs->currentIndex(), 0);
     EXPECT_EQ(cell1(0, 1), QString());
     EXPECT_EQ(cell2(1, 1), FormatAmount(Currency()));
-    EXPECT_EQ(f.TreeNode(1)->text(0), QString());
+    EXPECT_EQ(f.treeNode(1)->text(0), QString());
     // The controls above the grids keep what they showed.
-    EXPECT_EQ(f.GOODSBOX->Text(), before[1].Goods());
-    EXPECT_TRUE(f.ActionUndo->isEnabled());
+    EXPECT_EQ(f.goodsBox->Text(), before[1].Goods());
+    EXPECT_TRUE(f.undoAction->isEnabled());
 
-    f.ActionUndo->trigger();
+    f.undoAction->trigger();
     for (int r = 1; r <= RowCount; ++r)
         EXPECT_EQ(RowLine(KanzaiRows[r]), RowLine(before[r])) << r;
-    EXPECT_EQ(f.TreeNode(1)->text(0), name);
+    EXPECT_EQ(f.treeNode(1)->text(0), name);
     EXPECT_EQ(cell1(0, 1), before[1].Size());
 }
 
 TEST_F(EditCommands, MoveAtTheEndsSaysSoAndChangesNothing) {
-    TFtankaregist& f = open();
+    MainWindow& f = open();
     const QByteArray group = storedGroup(1);
-    f.N3->trigger(); // up on the first
+    f.moveUpItem->trigger(); // up on the first
     ASSERT_EQ(dialogs->Boxes().size(), 1u);
     EXPECT_EQ(dialogs->Boxes()[0].instruction, U("確認"));
     EXPECT_EQ(dialogs->Boxes()[0].content, U("移動できません。"));
-    EXPECT_EQ(f.CurrentKan, 1);
+    EXPECT_EQ(f.currentPipeType, 1);
     clickNode(20);
-    f.N29->trigger(); // down on the twentieth, from the tree's pop-up menu
+    f.popupMoveDownItem->trigger(); // down on the twentieth, from the tree's pop-up menu
     ASSERT_EQ(dialogs->Boxes().size(), 2u);
     EXPECT_EQ(dialogs->Boxes()[1].content, U("移動できません。"));
-    EXPECT_EQ(f.CurrentKan, 20);
+    EXPECT_EQ(f.currentPipeType, 20);
     EXPECT_EQ(storedGroup(1), group);
 }
 
 TEST_F(EditCommands, MoveCarriesTheSelectionAndASaveLeavesTheNeighbourByteIdentical) {
-    TFtankaregist& f = open();
+    MainWindow& f = open();
     const QByteArray first = storedBytes(1, 1);
     const QByteArray second = storedBytes(1, 2);
     const QByteArray third = storedBytes(1, 3);
-    const QString name1 = f.TreeNode(1)->text(0);
+    const QString name1 = f.treeNode(1)->text(0);
     clickNode(2);
-    const QString name2 = f.TreeNode(2)->text(0);
+    const QString name2 = f.treeNode(2)->text(0);
     // An unsaved change of the pipe type that moves.
-    f.GpayDay1->SetValue(31000);
-    f.ApplyControls();
+    f.labourCostSubmittedEdit->SetValue(31000);
+    f.applyControls();
     ASSERT_TRUE(PipeTypeChanged());
-    f.N27->trigger(); // up, from the tree's pop-up menu
-    EXPECT_EQ(f.CurrentKan, 1);
-    EXPECT_EQ(f.SelectedNode(), f.TreeNode(1));
-    EXPECT_EQ(f.TreeNode(1)->text(0), name2);
-    EXPECT_EQ(f.TreeNode(2)->text(0), name1);
-    EXPECT_FALSE(f.ActionUndo->isEnabled());
+    f.popupMoveUpItem->trigger(); // up, from the tree's pop-up menu
+    EXPECT_EQ(f.currentPipeType, 1);
+    EXPECT_EQ(f.selectedNode(), f.treeNode(1));
+    EXPECT_EQ(f.treeNode(1)->text(0), name2);
+    EXPECT_EQ(f.treeNode(2)->text(0), name1);
+    EXPECT_FALSE(f.undoAction->isEnabled());
     EXPECT_TRUE(PipeTypeChanged()); // the change is still unsaved
-    EXPECT_EQ(f.GpayDay1->Value(), 31000);
+    EXPECT_EQ(f.labourCostSubmittedEdit->Value(), 31000);
     // The two swapped places in the file, nothing else moved.
     EXPECT_EQ(storedBytes(1, 1), second);
     EXPECT_EQ(storedBytes(1, 2), first);
     EXPECT_EQ(storedBytes(1, 3), third);
 
-    QTest::mouseClick(f.Button1, Qt::LeftButton);
+    QTest::mouseClick(f.saveButton, Qt::LeftButton);
     ASSERT_FALSE(dialogs->Boxes().empty());
     EXPECT_EQ(dialogs->Boxes().back().content, U("保存しました。"));
     EXPECT_EQ(storedBytes(1, 2), first); // the neighbour, untouched
@@ -399,22 +407,22 @@ TEST_F(EditCommands, MoveCarriesTheSelectionAndASaveLeavesTheNeighbourByteIdenti
     EXPECT_EQ(stored(1, 1, 1, "GOODS"), name2);
 
     // And back down from the menu.
-    f.N11->trigger();
-    EXPECT_EQ(f.CurrentKan, 2);
-    EXPECT_EQ(f.SelectedNode(), f.TreeNode(2));
+    f.moveDownItem->trigger();
+    EXPECT_EQ(f.currentPipeType, 2);
+    EXPECT_EQ(f.selectedNode(), f.treeNode(2));
     EXPECT_EQ(storedBytes(1, 1), first);
-    EXPECT_EQ(f.TreeNode(2)->text(0), name2);
+    EXPECT_EQ(f.treeNode(2)->text(0), name2);
 }
 
 TEST_F(EditCommands, ClearDetailKeepsSizesAndPricesAndShowsZeroFactors) {
-    TFtankaregist& f = open();
+    MainWindow& f = open();
     const RowTable before = KanzaiRows;
-    f.TabControl1->setCurrentIndex(1);
+    f.tabs->setCurrentIndex(1);
     dialogs->AnswerBox(TaskDialog::IdYes);
-    f.N33->trigger();
+    f.clearDetailItem->trigger();
     ASSERT_EQ(dialogs->Boxes().size(), 1u);
     EXPECT_EQ(dialogs->Boxes()[0].content, U("現在の細目をクリア－しますか？"));
-    EXPECT_EQ(f.TabControl1->currentIndex(), 1);
+    EXPECT_EQ(f.tabs->currentIndex(), 1);
     for (int g = 1; g <= 14; ++g) {
         const int r = 15 + g;
         EXPECT_EQ(KanzaiRows[r].SIZE, before[r].SIZE);
@@ -429,87 +437,87 @@ TEST_F(EditCommands, ClearDetailKeepsSizesAndPricesAndShowsZeroFactors) {
     // The other tabs keep their factors.
     EXPECT_EQ(KanzaiRows[3].DATA, before[3].DATA);
     EXPECT_EQ(KanzaiRows[33].DATA, before[33].DATA);
-    f.ActionUndo->trigger();
+    f.undoAction->trigger();
     EXPECT_EQ(KanzaiRows[17].DATA, before[17].DATA);
 }
 
 TEST_F(EditCommands, OptionRowIntactAfterTheDetailCommandsOnTheFourthTab) {
-    TFtankaregist& f = open();
+    MainWindow& f = open();
     const QString option = fullRow(KanzaiRows[OptionRow]);
     const RowTable loaded = KanzaiRows;
     // A detail copy from another pipe type, with other figures.
     clickNode(5);
-    f.item_copy_1->trigger();
+    f.copyDetailItem->trigger();
     clickNode(1);
     auto onTab4 = [&](QAction* command) {
-        f.TabControl1->setCurrentIndex(3);
+        f.tabs->setCurrentIndex(3);
         command->trigger();
         EXPECT_EQ(fullRow(KanzaiRows[OptionRow]), option) << command->objectName().toStdString();
     };
-    onTab4(f.item_paste_1);
+    onTab4(f.pasteDetailItem);
     EXPECT_EQ(KanzaiRows[59].GOODS, CopyRows[14].GOODS); // the tab's rows did change
     EXPECT_NE(KanzaiRows[59].TEIKA, loaded[59].TEIKA);
-    f.item_copy_3->trigger();
-    onTab4(f.item_paste_3);
-    f.item_copy_4->trigger();
-    onTab4(f.item_paste_4);
-    onTab4(f.item_paste_5);
+    f.copyDetailFactorsItem->trigger();
+    onTab4(f.pasteDetailFactorsItem);
+    f.copyDetailLabourItem->trigger();
+    onTab4(f.pasteDetailLabourItem);
+    onTab4(f.copyFirstDetailAcrossItem);
     dialogs->AnswerBox(TaskDialog::IdYes);
-    onTab4(f.N33);
+    onTab4(f.clearDetailItem);
     EXPECT_TRUE(KanzaiRows[59].Data(5).IsZero());
     // The controls still show the options, and a save stores them.
-    EXPECT_EQ(f.GpayDay1->Value(), 24200);
-    EXPECT_EQ(f.avr_N->Value(), 55);
-    QTest::mouseClick(f.Button1, Qt::LeftButton);
+    EXPECT_EQ(f.labourCostSubmittedEdit->Value(), 24200);
+    EXPECT_EQ(f.rateCostEdit->Value(), 55);
+    QTest::mouseClick(f.saveButton, Qt::LeftButton);
     EXPECT_EQ(stored(1, 1, 60, "DATA5"), QStringLiteral("24200"));
     EXPECT_EQ(stored(1, 1, 60, "DATA2"), QStringLiteral("10"));
     EXPECT_EQ(stored(1, 1, 60, "NET"), QStringLiteral("55"));
 }
 
 TEST_F(EditCommands, WholeTablePasteStillCarriesTheOptionRow) {
-    TFtankaregist& f = open();
-    f.GpayDay1->SetValue(27000);
-    f.ApplyControls();
-    f.all_copy_4->trigger(); // pipefitter: DATA5 of every row, row 60 included
+    MainWindow& f = open();
+    f.labourCostSubmittedEdit->SetValue(27000);
+    f.applyControls();
+    f.copyLabourFactorsItem->trigger(); // pipefitter: DATA5 of every row, row 60 included
     dialogs->AnswerBox(TaskDialog::IdCancel);
     clickNode(2);
-    ASSERT_EQ(f.GpayDay1->Value(), 24200);
+    ASSERT_EQ(f.labourCostSubmittedEdit->Value(), 24200);
     const Currency labour3 = KanzaiRows[3].Data(2);
-    f.all_paste_4->trigger();
-    EXPECT_EQ(f.GpayDay1->Value(), 27000);
+    f.pasteLabourFactorsItem->trigger();
+    EXPECT_EQ(f.labourCostSubmittedEdit->Value(), 27000);
     EXPECT_EQ(KanzaiRows[3].Data(2), labour3);
 }
 
 TEST_F(EditCommands, SpreadCopiesTheFirstDetailToTheOtherThree) {
-    TFtankaregist& f = open();
+    MainWindow& f = open();
     const RowTable before = KanzaiRows;
     ASSERT_NE(KanzaiRows[17].Data(2), KanzaiRows[2].Data(2));
-    f.item_paste_5->trigger();
+    f.copyFirstDetailAcrossItem->trigger();
     for (int k = 1; k <= 3; ++k)
         for (int i = 1; i <= 14; ++i) {
             const int r = k * 15 + i;
             EXPECT_EQ(KanzaiRows[r].DATA, KanzaiRows[i].DATA) << r;
             EXPECT_EQ(KanzaiRows[r].KIND, before[r].KIND) << r;
         }
-    EXPECT_EQ(f.TabControl1->tabText(1), U("機械室・便所"));
-    f.ActionUndo->trigger();
+    EXPECT_EQ(f.tabs->tabText(1), U("機械室・便所"));
+    f.undoAction->trigger();
     EXPECT_EQ(KanzaiRows[17].DATA, before[17].DATA);
 }
 
 TEST_F(EditCommands, HiddenPriceSpreadTakesTheCopiedPricesAndDisablesThePastes) {
-    TFtankaregist& f = open();
+    MainWindow& f = open();
     // Out of the user's reach (a hidden item does not even trigger), so the
     // handlers are called as such: the prices of the first detail copied,
     // then spread over the other three.
-    f.item_copy_2->trigger();
+    f.copyDetailPricesItem->trigger();
     EXPECT_TRUE(enabledPastes().isEmpty());
-    f.item_copy_2Click();
-    f.all_copy_3->trigger();
-    ASSERT_EQ(enabledPastes(), QStringList{QStringLiteral("all_paste_3")});
+    f.copyDetailPrices();
+    f.copyAllFactorsItem->trigger();
+    ASSERT_EQ(enabledPastes(), QStringList{QStringLiteral("pasteAllFactorsItem")});
     const QString option = fullRow(KanzaiRows[OptionRow]);
     for (int r = 16; r < OptionRow; ++r)
         KanzaiRows[r].NET = C("1");
-    f.item_copy_5Click();
+    f.copyDetailPricesAcross();
     for (int r = 16; r < OptionRow; ++r)
         EXPECT_EQ(KanzaiRows[r].NET, CopyRows[(r - 1) % 15 + 1].NET) << r;
     EXPECT_NE(KanzaiRows[17].NET, C("1"));

@@ -1,8 +1,8 @@
 // The standard labour library on the real window: saving an entry, the
 // selection dialog, applying an entry, deleting one, and what fails.
 #include "edit/fdkfile.h"
+#include "edit/labourlibrarydialog.h"
 #include "edit/partslibrary.h"
-#include "edit/upartsselect.h"
 #include "engine/calcrow.h"
 #include "sheet/sheettexts.h"
 #include "shell/formwidgets.h"
@@ -69,7 +69,7 @@ protected:
         qputenv("QORVALE_LIBRARY_DIR", library.toUtf8());
         ResetFdkRecordBuffer();
         // Made at start-up, as the program body does.
-        partsSelect = std::make_unique<TFpartsSelect>();
+        partsSelect = std::make_unique<LabourLibraryDialog>();
     }
     void TearDown() override {
         partsSelect.reset();
@@ -79,17 +79,17 @@ protected:
 
     QString entry(const QString& name) const { return PartsEntryPath(library, name); }
 
-    // Saves the rows on screen as an entry named as GOODSBOX says.
+    // Saves the rows on screen as an entry named as goodsBox says.
     void saveAs(const QString& name) {
-        form->GOODSBOX->SetText(name);
-        form->ActionSaveParts1->trigger();
+        form->goodsBox->SetText(name);
+        form->saveLibraryItem->trigger();
     }
 
     // Opens the dialog by the button beside the name; act runs while it is up.
-    void runDialog(std::function<void(TFpartsSelect*)> act) {
+    void runDialog(std::function<void(LabourLibraryDialog*)> act) {
         bool shown = false;
         WhenModal([act, &shown](QWidget* w) {
-            auto* dialog = qobject_cast<TFpartsSelect*>(w);
+            auto* dialog = qobject_cast<LabourLibraryDialog*>(w);
             shown = true;
             if (!dialog) {
                 ADD_FAILURE() << "not the selection dialog";
@@ -99,42 +99,42 @@ protected:
             act(dialog);
             if (dialog->isVisible()) {
                 ADD_FAILURE() << "the dialog stayed up";
-                dialog->done(TFpartsSelect::ResultCancel);
+                dialog->done(LabourLibraryDialog::ResultCancel);
             }
         });
-        QTest::mouseClick(form->Button3, Qt::LeftButton);
+        QTest::mouseClick(form->labourLibraryButton, Qt::LeftButton);
         EXPECT_TRUE(shown);
     }
     // Selects the entry of that name and presses 選択実行.
     void pick(const QString& name) {
-        runDialog([name](TFpartsSelect* d) {
-            const auto found = d->ListBox1->findItems(name, Qt::MatchExactly);
+        runDialog([name](LabourLibraryDialog* d) {
+            const auto found = d->entryList->findItems(name, Qt::MatchExactly);
             ASSERT_EQ(found.size(), 1);
-            d->ListBox1->setCurrentItem(found.first());
-            d->Button1->click();
+            d->entryList->setCurrentItem(found.first());
+            d->selectButton->click();
         });
     }
 
     QString library;
-    std::unique_ptr<TFpartsSelect> partsSelect;
+    std::unique_ptr<LabourLibraryDialog> partsSelect;
 };
 
 TEST_F(Library, CommandsAreEnabledOnTheMenuAndTheButton) {
-    TFtankaregist& f = open();
-    EXPECT_TRUE(f.ActionSaveParts->isEnabled());
-    EXPECT_TRUE(f.ActionLoadparts->isEnabled());
-    EXPECT_TRUE(f.ActionSaveParts1->isEnabled());
-    EXPECT_TRUE(f.N12->isEnabled());
-    EXPECT_TRUE(f.Button3->isEnabled());
-    EXPECT_TRUE(f.K4->actions().contains(f.ActionSaveParts1));
-    EXPECT_TRUE(f.K4->actions().contains(f.N12));
-    EXPECT_EQ(f.ActionSaveParts1->text(), U("選択用標準歩掛として登録"));
-    EXPECT_EQ(f.N12->text(), U("標準歩掛選択"));
-    EXPECT_EQ(f.Button3->text(), U("標準歩掛選択"));
+    MainWindow& f = open();
+    EXPECT_TRUE(f.saveLibraryAction->isEnabled());
+    EXPECT_TRUE(f.loadLibraryAction->isEnabled());
+    EXPECT_TRUE(f.saveLibraryItem->isEnabled());
+    EXPECT_TRUE(f.labourLibraryItem->isEnabled());
+    EXPECT_TRUE(f.labourLibraryButton->isEnabled());
+    EXPECT_TRUE(f.editMenu->actions().contains(f.saveLibraryItem));
+    EXPECT_TRUE(f.editMenu->actions().contains(f.labourLibraryItem));
+    EXPECT_EQ(f.saveLibraryItem->text(), U("選択用標準歩掛として登録"));
+    EXPECT_EQ(f.labourLibraryItem->text(), U("標準歩掛選択"));
+    EXPECT_EQ(f.labourLibraryButton->text(), U("標準歩掛選択"));
 }
 
 TEST_F(Library, SaveWritesTheRowsAsTheyStandByteForByte) {
-    TFtankaregist& f = open();
+    MainWindow& f = open();
     // Known rows: the demo pipe type with a longer size in row 1, so that row
     // 2's shorter one leaves bytes behind it.
     KanzaiRows[1].SetSize(QStringLiteral("1000A-"));
@@ -165,7 +165,7 @@ TEST_F(Library, SaveWritesTheRowsAsTheyStandByteForByte) {
     EXPECT_EQ(Int32In(bytes, 8, 0), 123456);
     // The rows and the lines are as they were.
     EXPECT_EQ(KanzaiRows[1].Size(), QStringLiteral("1000A-"));
-    EXPECT_EQ(f.GOODSBOX->Text(), U("標準　鋼管"));
+    EXPECT_EQ(f.goodsBox->Text(), U("標準　鋼管"));
 }
 
 TEST_F(Library, SavingTwiceReplacesWithoutAsking) {
@@ -244,16 +244,17 @@ TEST_F(Library, TheDialogListsTheEntriesInTheFoldersOrder) {
     QStringList listed;
     QString panel, caption, label;
     QStringList buttons;
-    TFpartsSelect* seen = nullptr;
-    runDialog([&](TFpartsSelect* dlg) {
+    LabourLibraryDialog* seen = nullptr;
+    runDialog([&](LabourLibraryDialog* dlg) {
         seen = dlg;
-        for (int i = 0; i < dlg->ListBox1->count(); ++i)
-            listed << dlg->ListBox1->item(i)->text();
-        panel = dlg->Panel(0);
+        for (int i = 0; i < dlg->entryList->count(); ++i)
+            listed << dlg->entryList->item(i)->text();
+        panel = dlg->panel(0);
         caption = dlg->windowTitle();
-        label = dlg->Label1->text();
-        buttons << dlg->Button1->text() << dlg->Button2->text() << dlg->Button3->text();
-        dlg->Button2->click();
+        label = dlg->captionLabel->text();
+        buttons << dlg->selectButton->text() << dlg->cancelButton->text()
+                << dlg->deleteButton->text();
+        dlg->cancelButton->click();
     });
     EXPECT_EQ(listed, expected);
     EXPECT_EQ(panel, QStringLiteral("fdk"));
@@ -267,9 +268,9 @@ TEST_F(Library, TheDialogListsTheEntriesInTheFoldersOrder) {
 TEST_F(Library, AMissingFolderListsNothing) {
     open();
     int count = -1;
-    runDialog([&count](TFpartsSelect* d) {
-        count = d->ListBox1->count();
-        d->Button1->click(); // nothing selected: the command ends
+    runDialog([&count](LabourLibraryDialog* d) {
+        count = d->entryList->count();
+        d->selectButton->click(); // nothing selected: the command ends
     });
     EXPECT_EQ(count, 0);
     EXPECT_FALSE(QFileInfo::exists(library));
@@ -320,7 +321,7 @@ protected:
 };
 
 TEST_F(LibraryLoad, AnEntryChangesSizesAndFactorsOfRowsOneTo59AndNothingElse) {
-    TFtankaregist& f = open();
+    MainWindow& f = open();
     writeEntry(QStringLiteral("entry"));
     const RowTable before = KanzaiRows;
     const RowTable undoBefore = UndoRows;
@@ -345,14 +346,14 @@ TEST_F(LibraryLoad, AnEntryChangesSizesAndFactorsOfRowsOneTo59AndNothingElse) {
     EXPECT_EQ(SavedLines, saved);
     EXPECT_TRUE(PipeTypeChanged());
     expectSameRows(UndoRows, undoBefore);
-    EXPECT_TRUE(f.ActionUndo->isEnabled());
+    EXPECT_TRUE(f.undoAction->isEnabled());
     EXPECT_TRUE(dialogs->Boxes().empty());
 }
 
 TEST_F(LibraryLoad, TheCurrentTabIsShown) {
-    TFtankaregist& f = open();
+    MainWindow& f = open();
     writeEntry(QStringLiteral("entry"));
-    f.TabControl1->setCurrentIndex(2);
+    f.tabs->setCurrentIndex(2);
     pick(QStringLiteral("entry"));
     EXPECT_EQ(cell1(0, 1), QStringLiteral("F31"));
     EXPECT_EQ(cell1(0, 14), QStringLiteral("F44"));
@@ -361,20 +362,20 @@ TEST_F(LibraryLoad, TheCurrentTabIsShown) {
 }
 
 TEST_F(LibraryLoad, TheMenuItemAndADoubleClickApplyToo) {
-    TFtankaregist& f = open();
+    MainWindow& f = open();
     writeEntry(QStringLiteral("entry"));
     WhenModal([](QWidget* w) {
-        auto* d = qobject_cast<TFpartsSelect*>(w);
+        auto* d = qobject_cast<LabourLibraryDialog*>(w);
         ASSERT_NE(d, nullptr);
-        QListWidgetItem* item = d->ListBox1->item(0);
-        const QRect rect = d->ListBox1->visualItemRect(item);
+        QListWidgetItem* item = d->entryList->item(0);
+        const QRect rect = d->entryList->visualItemRect(item);
         // A person's double click: a click, then the second press.
-        QTest::mouseClick(d->ListBox1->viewport(), Qt::LeftButton, {}, rect.center());
-        QTest::mouseDClick(d->ListBox1->viewport(), Qt::LeftButton, {}, rect.center());
+        QTest::mouseClick(d->entryList->viewport(), Qt::LeftButton, {}, rect.center());
+        QTest::mouseDClick(d->entryList->viewport(), Qt::LeftButton, {}, rect.center());
     });
-    f.N12->trigger();
+    f.labourLibraryItem->trigger();
     EXPECT_EQ(KanzaiRows[1].Size(), QStringLiteral("F1"));
-    EXPECT_EQ(partsSelect->result(), TFpartsSelect::ResultSelect);
+    EXPECT_EQ(partsSelect->result(), LabourLibraryDialog::ResultSelect);
 }
 
 TEST_F(LibraryLoad, NoEntrySelectedTouchesNothing) {
@@ -382,35 +383,35 @@ TEST_F(LibraryLoad, NoEntrySelectedTouchesNothing) {
     writeEntry(QStringLiteral("entry"));
     const RowTable before = KanzaiRows;
     const QStringList lines = CurrentLines;
-    runDialog([](TFpartsSelect* d) { d->Button1->click(); });
+    runDialog([](LabourLibraryDialog* d) { d->selectButton->click(); });
     // A double click on the empty part of the list ends the dialog as well.
-    runDialog([](TFpartsSelect* d) {
-        const QPoint below(5, d->ListBox1->viewport()->height() - 3);
-        ASSERT_FALSE(d->ListBox1->itemAt(below));
-        QTest::mouseClick(d->ListBox1->viewport(), Qt::LeftButton, {}, below);
-        QTest::mouseDClick(d->ListBox1->viewport(), Qt::LeftButton, {}, below);
+    runDialog([](LabourLibraryDialog* d) {
+        const QPoint below(5, d->entryList->viewport()->height() - 3);
+        ASSERT_FALSE(d->entryList->itemAt(below));
+        QTest::mouseClick(d->entryList->viewport(), Qt::LeftButton, {}, below);
+        QTest::mouseDClick(d->entryList->viewport(), Qt::LeftButton, {}, below);
     });
-    EXPECT_EQ(partsSelect->result(), TFpartsSelect::ResultSelect);
+    EXPECT_EQ(partsSelect->result(), LabourLibraryDialog::ResultSelect);
     expectSameRows(KanzaiRows, before);
     EXPECT_EQ(CurrentLines, lines);
     EXPECT_TRUE(dialogs->Boxes().empty());
 }
 
 TEST_F(LibraryLoad, CancelCloseAndEscapeChangeNothingWhileADeletionStays) {
-    TFtankaregist& f = open();
+    MainWindow& f = open();
     writeEntry(QStringLiteral("keep"));
     writeEntry(QStringLiteral("gone"));
     const RowTable before = KanzaiRows;
     const QStringList lines = CurrentLines;
-    const bool undo = f.ActionUndo->isEnabled();
+    const bool undo = f.undoAction->isEnabled();
     dialogs->AnswerBox(TaskDialog::IdYes);
     QStringList left;
-    runDialog([&left](TFpartsSelect* d) {
-        d->ListBox1->setCurrentItem(d->ListBox1->findItems("gone", Qt::MatchExactly).first());
-        d->Button3->click();
-        for (int i = 0; i < d->ListBox1->count(); ++i)
-            left << d->ListBox1->item(i)->text();
-        d->Button2->click();
+    runDialog([&left](LabourLibraryDialog* d) {
+        d->entryList->setCurrentItem(d->entryList->findItems("gone", Qt::MatchExactly).first());
+        d->deleteButton->click();
+        for (int i = 0; i < d->entryList->count(); ++i)
+            left << d->entryList->item(i)->text();
+        d->cancelButton->click();
     });
     ASSERT_EQ(dialogs->Boxes().size(), 1u);
     const auto& question = dialogs->Boxes()[0];
@@ -422,19 +423,19 @@ TEST_F(LibraryLoad, CancelCloseAndEscapeChangeNothingWhileADeletionStays) {
     EXPECT_FALSE(QFileInfo::exists(entry(QStringLiteral("gone"))));
     EXPECT_TRUE(QFileInfo::exists(entry(QStringLiteral("keep"))));
     // The window's close button and Escape answer as キャンセル.
-    runDialog([](TFpartsSelect* d) {
-        d->ListBox1->setCurrentRow(0);
+    runDialog([](LabourLibraryDialog* d) {
+        d->entryList->setCurrentRow(0);
         d->close();
     });
-    EXPECT_EQ(partsSelect->result(), TFpartsSelect::ResultCancel);
-    runDialog([](TFpartsSelect* d) {
-        d->ListBox1->setCurrentRow(0);
-        QTest::keyClick(d->ListBox1, Qt::Key_Escape);
+    EXPECT_EQ(partsSelect->result(), LabourLibraryDialog::ResultCancel);
+    runDialog([](LabourLibraryDialog* d) {
+        d->entryList->setCurrentRow(0);
+        QTest::keyClick(d->entryList, Qt::Key_Escape);
     });
-    EXPECT_EQ(partsSelect->result(), TFpartsSelect::ResultCancel);
+    EXPECT_EQ(partsSelect->result(), LabourLibraryDialog::ResultCancel);
     expectSameRows(KanzaiRows, before);
     EXPECT_EQ(CurrentLines, lines);
-    EXPECT_EQ(f.ActionUndo->isEnabled(), undo);
+    EXPECT_EQ(f.undoAction->isEnabled(), undo);
 }
 
 TEST_F(LibraryLoad, DeleteAnsweredNoKeepsTheEntryAndAFailedDeleteStillLeavesTheList) {
@@ -444,18 +445,18 @@ TEST_F(LibraryLoad, DeleteAnsweredNoKeepsTheEntryAndAFailedDeleteStillLeavesTheL
     dialogs->AnswerBox(TaskDialog::IdNo);
     dialogs->AnswerBox(TaskDialog::IdYes);
     int afterNo = 0, afterFailed = 0;
-    runDialog([&](TFpartsSelect* d) {
+    runDialog([&](LabourLibraryDialog* d) {
         // With nothing selected the button asks nothing.
-        d->Button3->click();
-        d->ListBox1->setCurrentItem(d->ListBox1->findItems("a", Qt::MatchExactly).first());
-        d->Button3->click();
-        afterNo = d->ListBox1->count();
+        d->deleteButton->click();
+        d->entryList->setCurrentItem(d->entryList->findItems("a", Qt::MatchExactly).first());
+        d->deleteButton->click();
+        afterNo = d->entryList->count();
         // Gone from the folder behind the dialog's back: the delete fails
         // quietly and the entry leaves the list.
         QFile::remove(PartsEntryPath(d->Folder(), QStringLiteral("a")));
-        d->Button3->click();
-        afterFailed = d->ListBox1->count();
-        d->Button2->click();
+        d->deleteButton->click();
+        afterFailed = d->entryList->count();
+        d->cancelButton->click();
     });
     EXPECT_EQ(afterNo, 2);
     EXPECT_EQ(afterFailed, 1);
@@ -464,7 +465,7 @@ TEST_F(LibraryLoad, DeleteAnsweredNoKeepsTheEntryAndAFailedDeleteStillLeavesTheL
 }
 
 TEST_F(LibraryLoad, AShortFileStopsWithTheErrorAndKeepsTheRowsReadBeforeIt) {
-    TFtankaregist& f = open();
+    MainWindow& f = open();
     writeEntry(QStringLiteral("short"), 20); // 20 records and 200 bytes
     const RowTable before = KanzaiRows;
     const QStringList lines = CurrentLines;
@@ -507,11 +508,11 @@ TEST_F(LibraryLoad, AfterALoadLeavingThePipeTypeAsksToSave) {
 // What a person does: an entry from one pipe type applied to another keeps
 // the prices of the second, and survives a save and a restart.
 TEST_F(LibraryLoad, EntryFromOnePipeTypeOnAnotherSurvivesARestart) {
-    TFtankaregist& f = open();
+    MainWindow& f = open();
     clickNode(9 * 21 + 1); // 冷媒用銅管: copper sizes, refrigerant factors
     const RowTable first = KanzaiRows;
     saveAs(U("冷媒標準"));
-    f.GOODSBOX->SetText(first[1].Goods()); // the name box as it was
+    f.goodsBox->SetText(first[1].Goods()); // the name box as it was
     clickNode(4);                          // ステンレス鋼鋼管
     ASSERT_NE(KanzaiRows[1].Size(), first[1].Size());
     const RowTable second = KanzaiRows;

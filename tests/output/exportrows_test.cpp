@@ -1,4 +1,4 @@
-// The text of ExportRows: fields, field counts, headings, blocks, line ends,
+// The text of exportRows: fields, field counts, headings, blocks, line ends,
 // number forms and code page 932.
 #include "output/exportrows.h"
 

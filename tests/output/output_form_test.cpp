@@ -3,9 +3,9 @@
 #include "../support/modal.h"
 #include "../support/workspace_fixture.h"
 
+#include "output/exceloptionsdialog.h"
 #include "output/excelstream.h"
 #include "output/exportrows.h"
-#include "output/ulevel_select.h"
 #include "shell/settingsfiles.h"
 #include "store/codepage.h"
 
@@ -45,61 +45,61 @@ protected:
     // Answers the options dialog: headings, results, then run or cancel.
     void answerOptions(bool headings, bool results, bool run = true) {
         WhenModal([headings, results, run](QWidget* w) {
-            auto* d = qobject_cast<Tflevel_select*>(w);
+            auto* d = qobject_cast<ExcelOptionsDialog*>(w);
             ASSERT_NE(d, nullptr);
             EXPECT_EQ(d->windowTitle(), U("Qorvale"));
-            EXPECT_FALSE(d->CheckBox7->isChecked());
-            EXPECT_FALSE(d->CheckBox8->isChecked());
-            d->CheckBox7->setChecked(headings);
-            d->CheckBox8->setChecked(results);
-            (run ? d->Button1 : d->Button2)->click();
+            EXPECT_FALSE(d->headingsCheck->isChecked());
+            EXPECT_FALSE(d->resultsCheck->isChecked());
+            d->headingsCheck->setChecked(headings);
+            d->resultsCheck->setChecked(results);
+            (run ? d->runButton : d->cancelButton)->click();
         });
     }
     QByteArray csv(bool headings, bool results) {
         const QString path = dir.filePath(QStringLiteral("out.CSV"));
         answerOptions(headings, results);
         dialogs->AnswerFile(path);
-        form->CSV1Click();
+        form->exportCsvFile();
         return ReadBytes(path);
     }
     void selectGrid2(int col, int row) {
         TGridRect r;
         r.Left = r.Right = col;
         r.Top = r.Bottom = row;
-        form->StrColGrid2->SetSelection(r);
+        form->materialGrid->SetSelection(r);
     }
     // The refrigerant demo pipe type of group 10.
     void openRefrigerant() {
         clickNode(9 * 21 + 1);
-        ASSERT_EQ(form->TabControl1->count(), 1);
+        ASSERT_EQ(form->tabs->count(), 1);
     }
 };
 
 TEST_F(OutputForm, DialogTextsAndCloseCountsAsCancel) {
-    Tflevel_select d;
-    EXPECT_EQ(d.Label52->text(), U("出力設定"));
-    EXPECT_EQ(d.CheckBox7->text(), U("見出しを出力"));
-    EXPECT_EQ(d.CheckBox8->text(), U("計算結果を出力"));
-    EXPECT_EQ(d.Button1->text(), U("実　行"));
-    EXPECT_EQ(d.Button2->text(), U("キャンセル"));
+    ExcelOptionsDialog d;
+    EXPECT_EQ(d.settingsLabel->text(), U("出力設定"));
+    EXPECT_EQ(d.headingsCheck->text(), U("見出しを出力"));
+    EXPECT_EQ(d.resultsCheck->text(), U("計算結果を出力"));
+    EXPECT_EQ(d.runButton->text(), U("実　行"));
+    EXPECT_EQ(d.cancelButton->text(), U("キャンセル"));
     WhenModal([](QWidget* w) { w->close(); });
-    EXPECT_EQ(d.exec(), Tflevel_select::ResultCancel);
+    EXPECT_EQ(d.exec(), ExcelOptionsDialog::ResultCancel);
 }
 
 TEST_F(OutputForm, MenuItemsAreJoined) {
     open();
-    EXPECT_TRUE(form->CSV1->isEnabled());
-    EXPECT_TRUE(form->N19->isEnabled());
-    EXPECT_TRUE(form->ActionExcelOut1->isEnabled());
+    EXPECT_TRUE(form->csvFileItem->isEnabled());
+    EXPECT_TRUE(form->clipboardItem->isEnabled());
+    EXPECT_TRUE(form->excelOutItem->isEnabled());
     answerOptions(false, false, false);
-    form->N19->trigger();
+    form->clipboardItem->trigger();
     EXPECT_TRUE(dialogs->Messages().empty());
     EXPECT_TRUE(dialogs->Boxes().empty());
 }
 
 TEST_F(OutputForm, CsvOfPipingTypeWithHeadingsAndFactors) {
     open();
-    ASSERT_EQ(form->TabControl1->count(), 4);
+    ASSERT_EQ(form->tabs->count(), 4);
     const QByteArray bytes = csv(true, false);
     EXPECT_EQ(bytes, Golden("csv_piping_headings_factors.txt", bytes));
     EXPECT_TRUE(bytes.endsWith(",\r\n"));
@@ -127,7 +127,7 @@ TEST_F(OutputForm, CsvGetsItsDefaultExtensionAndReplacesTheFile) {
     old.close();
     answerOptions(false, true);
     dialogs->AnswerFile(path);
-    form->CSV1Click();
+    form->exportCsvFile();
     const QByteArray bytes = ReadBytes(path + QStringLiteral(".CSV"));
     EXPECT_EQ(bytes, Golden("csv_piping_results.txt", bytes));
 }
@@ -145,7 +145,7 @@ TEST_F(OutputForm, ClipboardOfRefrigerantTypeWithFactors) {
     open();
     openRefrigerant();
     answerOptions(false, false);
-    form->N19Click();
+    form->exportToClipboard();
     const QByteArray text = ToAnsi(dialogs->Clipboard());
     QByteArray golden = Golden("csv_refrigerant_factors.txt", text + "\r\n");
     EXPECT_EQ(text + "\r\n", golden);
@@ -158,7 +158,7 @@ TEST_F(OutputForm, ClipboardMatchesTheCsvFileWithoutItsLastLineEnd) {
     open();
     const QByteArray file = csv(true, false);
     answerOptions(true, false);
-    form->N19Click();
+    form->exportToClipboard();
     EXPECT_EQ(ToAnsi(dialogs->Clipboard()) + "\r\n", file);
 }
 
@@ -166,28 +166,28 @@ TEST_F(OutputForm, CancelProducesNothingAndStillMovesTheSelection) {
     open();
     selectGrid2(3, 5);
     answerOptions(true, true, false);
-    form->CSV1Click();
+    form->exportCsvFile();
     EXPECT_TRUE(dialogs->FileQuestions().empty());
     EXPECT_TRUE(dialogs->Boxes().empty());
-    EXPECT_EQ(form->StrColGrid2->Selection().Left, 1);
-    EXPECT_EQ(form->StrColGrid2->Selection().Right, 1);
-    EXPECT_EQ(form->StrColGrid2->Selection().Top, 5);
-    EXPECT_EQ(form->StrColGrid2->Selection().Bottom, 5);
+    EXPECT_EQ(form->materialGrid->Selection().Left, 1);
+    EXPECT_EQ(form->materialGrid->Selection().Right, 1);
+    EXPECT_EQ(form->materialGrid->Selection().Top, 5);
+    EXPECT_EQ(form->materialGrid->Selection().Bottom, 5);
 
     selectGrid2(2, 3);
     dialogs->SetClipboard(U("before"));
     answerOptions(true, true, false);
-    form->N19Click();
+    form->exportToClipboard();
     EXPECT_EQ(dialogs->Clipboard(), U("before"));
-    EXPECT_EQ(form->StrColGrid2->Selection().Left, 1);
-    EXPECT_EQ(form->StrColGrid2->Selection().Top, 3);
+    EXPECT_EQ(form->materialGrid->Selection().Left, 1);
+    EXPECT_EQ(form->materialGrid->Selection().Top, 3);
 }
 
 TEST_F(OutputForm, CancelledSaveDialogWritesNothingAndSaysNothing) {
     open();
     answerOptions(true, false);
     dialogs->AnswerFile(QString());
-    form->CSV1Click();
+    form->exportCsvFile();
     EXPECT_TRUE(dialogs->Boxes().empty());
     EXPECT_EQ(QDir(dir.path()).entryList(QDir::Files), QStringList());
 }
@@ -197,16 +197,16 @@ TEST_F(OutputForm, PrintDataHasNoDialogNoMessageAndKeepsTheMinus) {
     selectGrid2(2, 4);
     KanzaiRows[1].GTANKA = StrToCurr(U("-1234"));
     KanzaiRows[1].CALC_G[4] = StrToCurr(U("-56789"));
-    form->ExportRows(ExportPrint);
-    EXPECT_EQ(form->StrColGrid2->Selection().Left, 1);
+    form->exportRows(ExportPrint);
+    EXPECT_EQ(form->materialGrid->Selection().Left, 1);
     EXPECT_TRUE(dialogs->Boxes().empty());
     const QByteArray bytes = ReadBytes(PrintDataPath(DataRoot));
     const QList<QByteArray> lines = bytes.split('\n');
     ASSERT_EQ(lines.size(), 57); // 56 lines and the final line end
     EXPECT_TRUE(lines[56].isEmpty());
     const QByteArray first = lines[0];
-    EXPECT_TRUE(first.startsWith(ToAnsi(form->StatusPanel(0) + U(";") + form->StatusPanel(1) +
-                                        U(";") + form->StatusPanel(2) + U(";屋内一般;"))));
+    EXPECT_TRUE(first.startsWith(ToAnsi(form->statusPanel(0) + U(";") + form->statusPanel(1) +
+                                        U(";") + form->statusPanel(2) + U(";屋内一般;"))));
     EXPECT_TRUE(first.endsWith(";-1,234;\r")) << first.constData();
     EXPECT_TRUE(first.contains(";-56,789;"));
     EXPECT_EQ(first.count(';'), 23);
@@ -215,10 +215,10 @@ TEST_F(OutputForm, PrintDataHasNoDialogNoMessageAndKeepsTheMinus) {
 TEST_F(OutputForm, ExcelOutWritesStreamAndWorkbookAndOpensIt) {
     open();
     const QString title = form->windowTitle();
-    form->ActionExcelOut->trigger();
+    form->excelOutAction->trigger();
     EXPECT_EQ(form->windowTitle(), title);
     const QByteArray stream = ReadBytes(ExcelStreamPath(DataRoot));
-    EXPECT_EQ(stream, ToAnsi(ExcelStream(ExDatabasePath, 1, form->TabCaptions()).join(U("\r\n")) +
+    EXPECT_EQ(stream, ToAnsi(ExcelStream(ExDatabasePath, 1, form->tabCaptions()).join(U("\r\n")) +
                              U("\r\n")));
     EXPECT_EQ(stream.count("AutoFit;1;1;;\r\n"), 6);
     ASSERT_EQ(dialogs->Documents().size(), 1);
@@ -235,7 +235,7 @@ TEST_F(OutputForm, ExcelOutWritesStreamAndWorkbookAndOpensIt) {
 TEST_F(OutputForm, ExcelOutExportsWhatIsSavedNotTheScreen) {
     open();
     KanzaiRows[2].SetGoods(U("未保存の用途"));
-    form->ActionExcelOut->trigger();
+    form->excelOutAction->trigger();
     const QString stream = FromAnsi(ReadBytes(ExcelStreamPath(DataRoot)));
     EXPECT_FALSE(stream.contains(U("未保存の用途")));
     EXPECT_TRUE(stream.contains(U("DATA;2;2;給水;")));
@@ -247,7 +247,7 @@ TEST_F(OutputForm, ExcelOutFailingToOpenShowsTheErrorBoxUnderTheBusyCaption) {
     dialogs->SetOpenResult(false);
     QString captionDuringBox;
     dialogs->OnBox = [&] { captionDuringBox = form->windowTitle(); };
-    form->ActionExcelOutExecute();
+    form->exportWorkbook();
     ASSERT_EQ(dialogs->Boxes().size(), 1u);
     EXPECT_EQ(dialogs->Boxes()[0].title, U("エラー"));
     EXPECT_EQ(dialogs->Boxes()[0].instruction, U("起動に失敗しました"));
@@ -260,7 +260,7 @@ TEST_F(OutputForm, ExcelOutWithoutTempFolderFailsAndGivesTheCaptionBack) {
     open();
     const QString title = form->windowTitle();
     ASSERT_TRUE(QDir(DataRoot + U("/temp")).removeRecursively());
-    EXPECT_THROW(form->ActionExcelOutExecute(), EInOutError);
+    EXPECT_THROW(form->exportWorkbook(), EInOutError);
     EXPECT_EQ(form->windowTitle(), title);
     EXPECT_TRUE(dialogs->Documents().isEmpty());
     EXPECT_TRUE(QDir(DataRoot).entryList({U("*.xlsx")}, QDir::Files).isEmpty());

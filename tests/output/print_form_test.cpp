@@ -31,13 +31,13 @@ protected:
 };
 
 TEST_F(PrintCommand, WritesTheFilesAndStartsTheProgramWithDataRootAndSemicolon) {
-    TFtankaregist& f = open();
-    ASSERT_TRUE(f.ActionPrint->isEnabled());
-    ASSERT_TRUE(f.N8->isEnabled());
-    EXPECT_EQ(f.N8->text(), U("印  刷"));
-    f.StrColGrid2->SetSelection(TGridRect{3, 5, 3, 5});
+    MainWindow& f = open();
+    ASSERT_TRUE(f.printAction->isEnabled());
+    ASSERT_TRUE(f.printItem->isEnabled());
+    EXPECT_EQ(f.printItem->text(), U("印  刷"));
+    f.materialGrid->SetSelection(TGridRect{3, 5, 3, 5});
 
-    f.N8->trigger();
+    f.printItem->trigger();
 
     ASSERT_EQ(dialogs->Processes().size(), 1u);
     const auto& p = dialogs->Processes()[0];
@@ -47,7 +47,7 @@ TEST_F(PrintCommand, WritesTheFilesAndStartsTheProgramWithDataRootAndSemicolon) 
     EXPECT_TRUE(dialogs->Boxes().empty());
 
     // The submitted side is selected for the next redisplay.
-    EXPECT_EQ(f.StrColGrid2->Selection(), (TGridRect{1, 5, 1, 5}));
+    EXPECT_EQ(f.materialGrid->Selection(), (TGridRect{1, 5, 1, 5}));
 
     const QByteArray conf = readAll(PrintConfPath(DataRoot));
     EXPECT_TRUE(conf.startsWith("[Version]=2.00\r\n[Application_Title]=Qorvale\r\n"));
@@ -60,12 +60,12 @@ TEST_F(PrintCommand, WritesTheFilesAndStartsTheProgramWithDataRootAndSemicolon) 
     // The rows as the window shows them, with its tab captions and panels.
     const QByteArray data = readAll(PrintDataPath(DataRoot));
     EXPECT_EQ(data.count('\n'), 56);
-    EXPECT_TRUE(data.startsWith(ToAnsi(f.StatusPanel(0) + QLatin1Char(';') + f.StatusPanel(1) +
-                                       QLatin1Char(';') + f.StatusPanel(2) + U(";屋内一般;15A;"))));
+    EXPECT_TRUE(data.startsWith(ToAnsi(f.statusPanel(0) + QLatin1Char(';') + f.statusPanel(1) +
+                                       QLatin1Char(';') + f.statusPanel(2) + U(";屋内一般;15A;"))));
 
     // Another style: only line 4 of Print.conf changes.
-    f.stylegr->SetItemIndex(2);
-    f.N8->trigger();
+    f.printStyleRadio->SetItemIndex(2);
+    f.printItem->trigger();
     const QList<QByteArray> a = conf.split('\n');
     const QList<QByteArray> b = readAll(PrintConfPath(DataRoot)).split('\n');
     ASSERT_EQ(a.size(), b.size());
@@ -76,12 +76,12 @@ TEST_F(PrintCommand, WritesTheFilesAndStartsTheProgramWithDataRootAndSemicolon) 
 }
 
 TEST_F(PrintCommand, AFailedStartLeavesTheFilesAndSaysNothing) {
-    TFtankaregist& f = open();
+    MainWindow& f = open();
     for (const QString& p :
          {PrintConfPath(DataRoot), PrintHeaderPath(DataRoot), PrintDataPath(DataRoot)})
         QFile::remove(p);
     dialogs->SetStartResult(false);
-    f.ActionPrint->trigger();
+    f.printAction->trigger();
     EXPECT_EQ(dialogs->Processes().size(), 1u);
     EXPECT_TRUE(dialogs->Boxes().empty());
     EXPECT_TRUE(dialogs->Messages().empty());
@@ -91,10 +91,10 @@ TEST_F(PrintCommand, AFailedStartLeavesTheFilesAndSaysNothing) {
 }
 
 TEST_F(PrintCommand, MissingFolderShowsTheErrorAndStartsNothing) {
-    TFtankaregist& f = open();
+    MainWindow& f = open();
     ASSERT_TRUE(QDir(PrintFolderPath(DataRoot)).removeRecursively());
     dialogs->AnswerBox(TaskDialog::IdOk);
-    f.ActionPrint->trigger();
+    f.printAction->trigger();
     EXPECT_TRUE(dialogs->Processes().empty());
     ASSERT_EQ(dialogs->Boxes().size(), 1u);
     EXPECT_EQ(dialogs->Boxes()[0].icon, TaskDialog::IconError);
@@ -102,11 +102,11 @@ TEST_F(PrintCommand, MissingFolderShowsTheErrorAndStartsNothing) {
 }
 
 TEST_F(PrintCommand, RefrigerantPipeTypeGivesOneTabAndMaskQvr) {
-    TFtankaregist& f = open();
+    MainWindow& f = open();
     clickNode(9 * 21 + 1);
     QCoreApplication::processEvents();
-    ASSERT_EQ(f.TabControl1->count(), 1);
-    f.ActionPrint->trigger();
+    ASSERT_EQ(f.tabs->count(), 1);
+    f.printAction->trigger();
     EXPECT_TRUE(readAll(PrintConfPath(DataRoot)).endsWith("[File_Mask]=qvr\r\n"));
     EXPECT_EQ(readAll(PrintDataPath(DataRoot)).count('\n'), 14);
 }

@@ -4,7 +4,7 @@
 #include "controls/strcgrid.h"
 #include "engine/calcrow.h"
 #include "sheet/sheettexts.h"
-#include "sheet/usizeset.h"
+#include "sheet/sizedialog.h"
 #include "shell/formwidgets.h"
 
 #include <QLineEdit>
@@ -20,15 +20,13 @@ namespace {
 class CellEntry : public WorkspaceFixture {
 protected:
     // Selects a cell as a click would, firing the grid's events.
-    void select(TStrColGrid* grid, int col, int row) {
-        ASSERT_TRUE(grid->FocusCell(col, row, true));
-    }
+    void select(PriceGrid* grid, int col, int row) { ASSERT_TRUE(grid->FocusCell(col, row, true)); }
     // Sends a key to the grid, or to its editor while one is open.
-    void press(TStrColGrid* grid, Qt::Key key, Qt::KeyboardModifiers mods = {}) {
+    void press(PriceGrid* grid, Qt::Key key, Qt::KeyboardModifiers mods = {}) {
         QWidget* target = grid->EditorMode() ? static_cast<QWidget*>(grid->InplaceEditor()) : grid;
         QTest::keyClick(target, key, mods);
     }
-    void type(TStrColGrid* grid, const QString& text) {
+    void type(PriceGrid* grid, const QString& text) {
         for (QChar ch : text) {
             QWidget* target =
                 grid->EditorMode() ? static_cast<QWidget*>(grid->InplaceEditor()) : grid;
@@ -36,7 +34,7 @@ protected:
         }
     }
     // Types a figure into a cell and presses Enter.
-    void enter(TStrColGrid* grid, int col, int row, const QString& text,
+    void enter(PriceGrid* grid, int col, int row, const QString& text,
                Qt::KeyboardModifiers mods = {}) {
         select(grid, col, row);
         type(grid, text);
@@ -46,78 +44,78 @@ protected:
 };
 
 TEST_F(CellEntry, FactorEnterStoresRecalculatesAndMovesDown) {
-    TFtankaregist& f = open();
+    MainWindow& f = open();
     Fuzokurecordtypex expected = KanzaiRows[3];
     expected.Data(2) = C("0.75");
     CalcRowWith(expected, CurrentOptions());
-    enter(f.StrColGrid1, 5, 3, QStringLiteral("0.75"));
+    enter(f.compositeGrid, 5, 3, QStringLiteral("0.75"));
     EXPECT_EQ(KanzaiRows[3].Data(2), C("0.75"));
     EXPECT_EQ(KanzaiRows[3].GTANKA, expected.GTANKA);
     EXPECT_EQ(cell1(2, 3), FormatAmount(expected.GTANKA));
     EXPECT_EQ(cell1(5, 3), QStringLiteral("0.75"));
-    EXPECT_EQ(f.Grid1Row, 4);
-    EXPECT_EQ(f.StrColGrid1->Selection(), GridRect(5, 4, 5, 4));
+    EXPECT_EQ(f.compositeRow, 4);
+    EXPECT_EQ(f.compositeGrid->Selection(), GridRect(5, 4, 5, 4));
     EXPECT_TRUE(PipeTypeChanged());
-    EXPECT_TRUE(f.ActionUndo->isEnabled());
+    EXPECT_TRUE(f.undoAction->isEnabled());
     EXPECT_EQ(dialogs->Beeps(), 0);
 }
 
 TEST_F(CellEntry, LastLineWrapsToTheFirst) {
-    TFtankaregist& f = open();
-    enter(f.StrColGrid1, 6, 14, QStringLiteral("0.06"));
+    MainWindow& f = open();
+    enter(f.compositeGrid, 6, 14, QStringLiteral("0.06"));
     EXPECT_EQ(KanzaiRows[14].Data(3), C("0.06"));
-    EXPECT_EQ(f.Grid1Row, 1);
+    EXPECT_EQ(f.compositeRow, 1);
 }
 
 TEST_F(CellEntry, ShiftEnterFillsDownOnlyLinesWithASize) {
-    TFtankaregist& f = open();
+    MainWindow& f = open();
     // Line 12 loses its size: the fill-down passes it over.
     KanzaiRows[12].SIZE.clear();
-    f.ShowGridRow(12);
+    f.showGridRow(12);
     const Currency old12 = KanzaiRows[12].Data(4);
     // The Shift that counts is the one the key event carries, whatever the
     // keyboard says by the time the handler runs.
     dialogs->SetShiftDown(false);
-    enter(f.StrColGrid1, 7, 10, QStringLiteral("0.2"), Qt::ShiftModifier);
+    enter(f.compositeGrid, 7, 10, QStringLiteral("0.2"), Qt::ShiftModifier);
     for (int r : {10, 11, 13, 14})
         EXPECT_EQ(KanzaiRows[r].Data(4), C("0.2")) << r;
     EXPECT_EQ(KanzaiRows[12].Data(4), old12);
     EXPECT_NE(KanzaiRows[9].Data(4), C("0.2"));
-    EXPECT_EQ(f.Grid1Row, 10); // the cursor stays
+    EXPECT_EQ(f.compositeRow, 10); // the cursor stays
     Fuzokurecordtypex expected = KanzaiRows[13];
     CalcRowWith(expected, CurrentOptions());
     EXPECT_EQ(cell1(2, 13), FormatAmount(expected.GTANKA));
 }
 
 TEST_F(CellEntry, UpDownCommitQuietlyLeftRightWithABeep) {
-    TFtankaregist& f = open();
-    select(f.StrColGrid1, 4, 5);
-    type(f.StrColGrid1, QStringLiteral("1.2"));
-    press(f.StrColGrid1, Qt::Key_Down);
+    MainWindow& f = open();
+    select(f.compositeGrid, 4, 5);
+    type(f.compositeGrid, QStringLiteral("1.2"));
+    press(f.compositeGrid, Qt::Key_Down);
     EXPECT_EQ(KanzaiRows[5].Data(1), C("1.2"));
     EXPECT_EQ(dialogs->Beeps(), 0);
-    select(f.StrColGrid1, 4, 7);
-    type(f.StrColGrid1, QStringLiteral("1.3"));
-    press(f.StrColGrid1, Qt::Key_Left);
+    select(f.compositeGrid, 4, 7);
+    type(f.compositeGrid, QStringLiteral("1.3"));
+    press(f.compositeGrid, Qt::Key_Left);
     EXPECT_EQ(KanzaiRows[7].Data(1), C("1.3"));
     EXPECT_EQ(dialogs->Beeps(), 1);
     // The minus key is one of the other keys.
-    select(f.StrColGrid1, 4, 8);
-    press(f.StrColGrid1, Qt::Key_Minus);
+    select(f.compositeGrid, 4, 8);
+    press(f.compositeGrid, Qt::Key_Minus);
     EXPECT_EQ(dialogs->Beeps(), 2);
 }
 
 TEST_F(CellEntry, NoNumberInTheFactorGridStoresZero) {
-    TFtankaregist& f = open();
-    enter(f.StrColGrid1, 4, 2, QStringLiteral("1.2.3"));
+    MainWindow& f = open();
+    enter(f.compositeGrid, 4, 2, QStringLiteral("1.2.3"));
     EXPECT_EQ(KanzaiRows[2].Data(1).raw, 0);
     EXPECT_TRUE(dialogs->Boxes().empty());
 }
 
 TEST_F(CellEntry, NoNumberInThePriceGridShowsTheErrorAndKeepsTheRow) {
-    TFtankaregist& f = open();
+    MainWindow& f = open();
     const Currency gross = KanzaiRows[2].GROSS;
-    enter(f.StrColGrid2, 1, 2, QStringLiteral("1.2.3"));
+    enter(f.materialGrid, 1, 2, QStringLiteral("1.2.3"));
     ASSERT_EQ(dialogs->Boxes().size(), 1u);
     EXPECT_TRUE(dialogs->Boxes()[0].instruction.contains(QStringLiteral("1.2.3")));
     EXPECT_EQ(KanzaiRows[2].GROSS, gross);
@@ -125,9 +123,9 @@ TEST_F(CellEntry, NoNumberInThePriceGridShowsTheErrorAndKeepsTheRow) {
 }
 
 TEST_F(CellEntry, PriceEntryWritesAllFourDetailsAndRecalculatesTheCurrentRow) {
-    TFtankaregist& f = open();
+    MainWindow& f = open();
     const Currency otherTab = KanzaiRows[19].GTANKA;
-    enter(f.StrColGrid2, 1, 4, QStringLiteral("2000"));
+    enter(f.materialGrid, 1, 4, QStringLiteral("2000"));
     for (int r : {4, 19, 34, 49})
         EXPECT_EQ(KanzaiRows[r].GROSS, C("2000")) << r;
     EXPECT_EQ(KanzaiRows[19].GTANKA, otherTab); // not recalculated
@@ -136,35 +134,35 @@ TEST_F(CellEntry, PriceEntryWritesAllFourDetailsAndRecalculatesTheCurrentRow) {
     EXPECT_EQ(KanzaiRows[4].GTANKA, expected.GTANKA);
     EXPECT_EQ(cell2(1, 4), QStringLiteral("2,000"));
     EXPECT_EQ(cell1(3, 4), QStringLiteral("2,000"));
-    EXPECT_EQ(f.Grid2Row, 5);
+    EXPECT_EQ(f.materialRow, 5);
     // No rebuild of the lines: the price entry alone is no change yet.
     EXPECT_FALSE(PipeTypeChanged());
     // The shown "2,000" committed unchanged stores 2000: separators go.
-    select(f.StrColGrid2, 1, 4);
-    press(f.StrColGrid2, Qt::Key_Return);
+    select(f.materialGrid, 1, 4);
+    press(f.materialGrid, Qt::Key_Return);
     EXPECT_EQ(KanzaiRows[4].GROSS, C("2000"));
 }
 
 TEST_F(CellEntry, RateOnLeavesOnlyTheListPriceEditable) {
-    TFtankaregist& f = open();
-    f.CheckGroupBox1->SetChecked(true);
-    select(f.StrColGrid2, 1, 3);
-    EXPECT_FALSE(f.StrColGrid2->Options().Contains(goEditing));
-    select(f.StrColGrid2, 2, 3);
-    EXPECT_FALSE(f.StrColGrid2->Options().Contains(goEditing));
-    select(f.StrColGrid2, 3, 3);
-    EXPECT_TRUE(f.StrColGrid2->Options().Contains(goEditing));
-    select(f.StrColGrid2, 1, 3);
-    type(f.StrColGrid2, QStringLiteral("5"));
-    EXPECT_FALSE(f.StrColGrid2->EditorMode());
+    MainWindow& f = open();
+    f.useRateCheck->SetChecked(true);
+    select(f.materialGrid, 1, 3);
+    EXPECT_FALSE(f.materialGrid->Options().Contains(goEditing));
+    select(f.materialGrid, 2, 3);
+    EXPECT_FALSE(f.materialGrid->Options().Contains(goEditing));
+    select(f.materialGrid, 3, 3);
+    EXPECT_TRUE(f.materialGrid->Options().Contains(goEditing));
+    select(f.materialGrid, 1, 3);
+    type(f.materialGrid, QStringLiteral("5"));
+    EXPECT_FALSE(f.materialGrid->EditorMode());
 }
 
 TEST_F(CellEntry, RefrigerantColumnNineIsRefused) {
-    TFtankaregist& f = open();
+    MainWindow& f = open();
     clickNode(9 * 21 + 1);
     ASSERT_EQ(CurrentOptions().ModeFlag(), 1);
     const Currency old = KanzaiRows[2].Data(6);
-    enter(f.StrColGrid1, 9, 2, QStringLiteral("3"));
+    enter(f.compositeGrid, 9, 2, QStringLiteral("3"));
     ASSERT_EQ(dialogs->Boxes().size(), 1u);
     EXPECT_EQ(dialogs->Boxes()[0].instruction, QStringLiteral("確認"));
     EXPECT_EQ(dialogs->Boxes()[0].content, U("冷媒モードです。この列のセルは編集できません。"));
@@ -173,121 +171,121 @@ TEST_F(CellEntry, RefrigerantColumnNineIsRefused) {
 }
 
 TEST_F(CellEntry, ThreeDecimalsShownAreWhatAnUnchangedCommitStores) {
-    TFtankaregist& f = open();
-    enter(f.StrColGrid1, 8, 6, QStringLiteral("0.1234"));
+    MainWindow& f = open();
+    enter(f.compositeGrid, 8, 6, QStringLiteral("0.1234"));
     EXPECT_EQ(KanzaiRows[6].Data(5), C("0.1234"));
     EXPECT_EQ(cell1(8, 6), QStringLiteral("0.123"));
-    select(f.StrColGrid1, 8, 6);
-    press(f.StrColGrid1, Qt::Key_Return);
+    select(f.compositeGrid, 8, 6);
+    press(f.compositeGrid, Qt::Key_Return);
     EXPECT_EQ(KanzaiRows[6].Data(5), C("0.123"));
 }
 
 TEST_F(CellEntry, ResultsViewTurnsNoTextIntoFactors) {
-    TFtankaregist& f = open();
-    QTest::mouseClick(f.CheckBox1, Qt::LeftButton);
-    ASSERT_TRUE(f.CheckBox1->IsOn());
+    MainWindow& f = open();
+    QTest::mouseClick(f.resultsSwitch, Qt::LeftButton);
+    ASSERT_TRUE(f.resultsSwitch->IsOn());
     const auto before = KanzaiRows[3].DATA;
-    select(f.StrColGrid1, 4, 3);
-    type(f.StrColGrid1, QStringLiteral("9"));
-    press(f.StrColGrid1, Qt::Key_Return);
-    EXPECT_FALSE(f.StrColGrid1->EditorMode());
+    select(f.compositeGrid, 4, 3);
+    type(f.compositeGrid, QStringLiteral("9"));
+    press(f.compositeGrid, Qt::Key_Return);
+    EXPECT_FALSE(f.compositeGrid->EditorMode());
     EXPECT_EQ(KanzaiRows[3].DATA, before);
     EXPECT_EQ(dialogs->Beeps(), 2);
-    QTest::mouseClick(f.CheckBox1, Qt::LeftButton);
-    enter(f.StrColGrid1, 4, 3, QStringLiteral("1.5"));
+    QTest::mouseClick(f.resultsSwitch, Qt::LeftButton);
+    enter(f.compositeGrid, 4, 3, QStringLiteral("1.5"));
     EXPECT_EQ(KanzaiRows[3].Data(1), C("1.5"));
 }
 
 TEST_F(CellEntry, NewPipeTypeByKeyboardAloneSurvivesARestart) {
-    TFtankaregist& f = open();
+    MainWindow& f = open();
     f.activateWindow();
     ASSERT_TRUE(QTest::qWaitForWindowActive(&f));
     clickNode(21 + 20); // group 2, pipe type 20: all zeros in the demo
     ASSERT_TRUE(KanzaiRows[1].SIZE.isEmpty());
     // Sizes by the dialog, typed into its memo.
     WhenModal([](QWidget* w) {
-        auto* d = qobject_cast<TfsizeSet*>(w);
-        d->Memo1->setFocus();
-        QTest::keyClicks(d->Memo1, QStringLiteral("20A"));
-        QTest::keyClick(d->Memo1, Qt::Key_Return);
-        QTest::keyClicks(d->Memo1, QStringLiteral("25A"));
-        d->Button2->click();
+        auto* d = qobject_cast<SizeDialog*>(w);
+        d->sizesEdit->setFocus();
+        QTest::keyClicks(d->sizesEdit, QStringLiteral("20A"));
+        QTest::keyClick(d->sizesEdit, Qt::Key_Return);
+        QTest::keyClicks(d->sizesEdit, QStringLiteral("25A"));
+        d->runButton->click();
     });
-    f.Button2->setFocus();
-    QTest::keyClick(f.Button2, Qt::Key_Space);
+    f.sizeSetButton->setFocus();
+    QTest::keyClick(f.sizeSetButton, Qt::Key_Space);
     EXPECT_EQ(cell1(0, 2), QStringLiteral("25A"));
     // Prices and factors.
-    enter(f.StrColGrid2, 1, 1, QStringLiteral("830"));
-    enter(f.StrColGrid2, 2, 1, QStringLiteral("700"));
-    enter(f.StrColGrid1, 4, 1, QStringLiteral("1.1"));
-    enter(f.StrColGrid1, 8, 1, QStringLiteral("0.084"));
-    f.GpayDay1->setFocus();
-    f.GpayDay1->selectAll();
-    QTest::keyClicks(f.GpayDay1, QStringLiteral("18000"));
-    QTest::keyClick(f.GpayDay1, Qt::Key_Return);
+    enter(f.materialGrid, 1, 1, QStringLiteral("830"));
+    enter(f.materialGrid, 2, 1, QStringLiteral("700"));
+    enter(f.compositeGrid, 4, 1, QStringLiteral("1.1"));
+    enter(f.compositeGrid, 8, 1, QStringLiteral("0.084"));
+    f.labourCostSubmittedEdit->setFocus();
+    f.labourCostSubmittedEdit->selectAll();
+    QTest::keyClicks(f.labourCostSubmittedEdit, QStringLiteral("18000"));
+    QTest::keyClick(f.labourCostSubmittedEdit, Qt::Key_Return);
     // The price column last used chose the cost side: 700 x 1.1 = 770.
     EXPECT_EQ(cell1(2, 1), QStringLiteral("770"));
-    select(f.StrColGrid2, 1, 1);
-    f.StrColGrid2Click();
+    select(f.materialGrid, 1, 1);
+    f.materialCellChosen();
     const QString price = cell1(2, 1);
     // Submitted: 830 x 1.1 = 913 and 18000 x 0.084 = 1512.
     EXPECT_EQ(price, QStringLiteral("2,425"));
     // Save with Ctrl+S.
     f.activateWindow();
     ASSERT_TRUE(QTest::qWaitForWindowActive(&f));
-    QTest::keyClick(f.GpayDay_N, Qt::Key_S, Qt::ControlModifier);
+    QTest::keyClick(f.labourCostCostEdit, Qt::Key_S, Qt::ControlModifier);
     ASSERT_FALSE(dialogs->Boxes().empty());
     EXPECT_EQ(dialogs->Boxes().back().content, U("保存しました。"));
     closeForm();
-    TFtankaregist& g = open();
+    MainWindow& g = open();
     clickNode(21 + 20);
     EXPECT_EQ(cell1(0, 1), QStringLiteral("20A"));
     EXPECT_EQ(cell2(1, 1), QStringLiteral("830"));
     EXPECT_EQ(cell1(8, 1), QStringLiteral("0.084"));
     EXPECT_EQ(cell1(2, 1), price);
-    EXPECT_EQ(g.GpayDay1->Value(), 18000);
+    EXPECT_EQ(g.labourCostSubmittedEdit->Value(), 18000);
 }
 
 TEST_F(CellEntry, EnterInThePriceGridAtStartStoresNothing) {
-    TFtankaregist& f = open();
+    MainWindow& f = open();
     const auto before = CurrentLines;
     const Currency gross = KanzaiRows[1].GROSS;
-    press(f.StrColGrid2, Qt::Key_Return); // remembered column 4: no field
+    press(f.materialGrid, Qt::Key_Return); // remembered column 4: no field
     EXPECT_EQ(KanzaiRows[1].GROSS, gross);
-    EXPECT_EQ(f.Grid2Row, 2);
+    EXPECT_EQ(f.materialRow, 2);
     EXPECT_TRUE(dialogs->Boxes().empty());
-    EXPECT_TRUE(f.ActionUndo->isEnabled()); // the snapshot was taken
+    EXPECT_TRUE(f.undoAction->isEnabled()); // the snapshot was taken
     EXPECT_EQ(CurrentLines, before);
 }
 
 TEST_F(CellEntry, FillDownFromTheLastLineTouchesItAlone) {
-    TFtankaregist& f = open();
+    MainWindow& f = open();
     const Currency line13 = KanzaiRows[13].Data(1);
-    enter(f.StrColGrid1, 4, 14, QStringLiteral("2"), Qt::ShiftModifier);
+    enter(f.compositeGrid, 4, 14, QStringLiteral("2"), Qt::ShiftModifier);
     EXPECT_EQ(KanzaiRows[14].Data(1), C("2"));
     EXPECT_EQ(KanzaiRows[13].Data(1), line13);
 }
 
 TEST_F(CellEntry, UpCommitsWithoutABeep) {
-    TFtankaregist& f = open();
-    select(f.StrColGrid1, 10, 6);
-    type(f.StrColGrid1, QStringLiteral("0.3"));
-    press(f.StrColGrid1, Qt::Key_Up);
+    MainWindow& f = open();
+    select(f.compositeGrid, 10, 6);
+    type(f.compositeGrid, QStringLiteral("0.3"));
+    press(f.compositeGrid, Qt::Key_Up);
     EXPECT_EQ(KanzaiRows[6].Data(7), C("0.3"));
     EXPECT_EQ(dialogs->Beeps(), 0);
     // With no editor open, up only moves.
     const auto before = KanzaiRows[5].DATA;
-    select(f.StrColGrid1, 10, 5);
-    press(f.StrColGrid1, Qt::Key_Up);
+    select(f.compositeGrid, 10, 5);
+    press(f.compositeGrid, Qt::Key_Up);
     EXPECT_EQ(KanzaiRows[5].DATA, before);
 }
 
 TEST_F(CellEntry, PriceCommitWithTheRateOnIsOverwrittenFromTheListPrice) {
-    TFtankaregist& f = open();
-    f.CheckGroupBox1->SetChecked(true);
+    MainWindow& f = open();
+    f.useRateCheck->SetChecked(true);
     const Currency fromList = KanzaiRows[2].GROSS;
-    select(f.StrColGrid2, 1, 2);
-    press(f.StrColGrid2, Qt::Key_Return);
+    select(f.materialGrid, 1, 2);
+    press(f.materialGrid, Qt::Key_Return);
     // The shown price went to the four rows; the current tab's row is then
     // made from the list price again.
     EXPECT_EQ(KanzaiRows[2].GROSS, fromList);
@@ -299,46 +297,46 @@ TEST_F(CellEntry, PriceCommitWithTheRateOnIsOverwrittenFromTheListPrice) {
 class SizePresets : public CellEntry {
 protected:
     // Opens the dialog from the button; act runs while it is up.
-    void runDialog(std::function<void(TfsizeSet*)> act) {
+    void runDialog(std::function<void(SizeDialog*)> act) {
         WhenModal([act](QWidget* w) {
-            auto* dialog = qobject_cast<TfsizeSet*>(w);
+            auto* dialog = qobject_cast<SizeDialog*>(w);
             ASSERT_NE(dialog, nullptr);
             act(dialog);
         });
-        QTest::mouseClick(form->Button2, Qt::LeftButton);
+        QTest::mouseClick(form->sizeSetButton, Qt::LeftButton);
     }
 };
 
 TEST_F(SizePresets, CancelChangesNothing) {
-    TFtankaregist& f = open();
+    MainWindow& f = open();
     const QString size1 = KanzaiRows[1].Size();
     QStringList shown;
-    runDialog([&shown](TfsizeSet* d) {
+    runDialog([&shown](SizeDialog* d) {
         shown = d->Lines();
-        d->Button4Click();
-        d->Button1->click();
+        d->fillSteelSizes();
+        d->cancelButton->click();
     });
     EXPECT_EQ(shown.value(0), size1);
     EXPECT_EQ(KanzaiRows[1].Size(), size1);
-    EXPECT_FALSE(f.ActionUndo->isEnabled());
+    EXPECT_FALSE(f.undoAction->isEnabled());
 }
 
 TEST_F(SizePresets, EscapeCancels) {
     open();
     const QString size1 = KanzaiRows[1].Size();
-    runDialog([](TfsizeSet* d) {
-        d->Button4Click();
-        QTest::keyClick(d->Memo1, Qt::Key_Escape);
+    runDialog([](SizeDialog* d) {
+        d->fillSteelSizes();
+        QTest::keyClick(d->sizesEdit, Qt::Key_Escape);
     });
     EXPECT_EQ(KanzaiRows[1].Size(), size1);
 }
 
 TEST_F(SizePresets, SteelListEmptiesRowFifteen) {
-    TFtankaregist& f = open();
+    MainWindow& f = open();
     KanzaiRows[15].SetSize(QStringLiteral("X"));
-    runDialog([](TfsizeSet* d) {
-        d->Button4Click();
-        d->Button2->click();
+    runDialog([](SizeDialog* d) {
+        d->fillSteelSizes();
+        d->runButton->click();
     });
     EXPECT_EQ(KanzaiRows[1].Size(), QStringLiteral("15A"));
     EXPECT_EQ(KanzaiRows[46].Size(), QStringLiteral("15A"));
@@ -347,19 +345,19 @@ TEST_F(SizePresets, SteelListEmptiesRowFifteen) {
     EXPECT_TRUE(KanzaiRows[60].SIZE.isEmpty());
     EXPECT_EQ(cell1(0, 14), QStringLiteral("300A"));
     EXPECT_EQ(cell2(0, 1), QStringLiteral("15A"));
-    EXPECT_TRUE(f.ActionUndo->isEnabled());
+    EXPECT_TRUE(f.undoAction->isEnabled());
 }
 
 TEST_F(SizePresets, TwentyLinesTakeFifteenAndTextStaysText) {
     open();
-    runDialog([](TfsizeSet* d) {
+    runDialog([](SizeDialog* d) {
         QStringList lines;
         for (int i = 1; i <= 20; ++i)
             lines << QStringLiteral("S%1").arg(i);
         lines[0] = QStringLiteral("1000A-X");
         lines[1] = QStringLiteral("12.70");
         d->SetLines(lines);
-        d->Button2->click();
+        d->runButton->click();
     });
     EXPECT_EQ(KanzaiRows[1].Size(), QStringLiteral("1000A-"));
     EXPECT_EQ(KanzaiRows[2].Size(), QStringLiteral("12.70"));
@@ -370,16 +368,16 @@ TEST_F(SizePresets, TwentyLinesTakeFifteenAndTextStaysText) {
 
 TEST_F(SizePresets, RefrigerantListAndEmptyMemo) {
     open();
-    runDialog([](TfsizeSet* d) {
-        d->Button5Click();
+    runDialog([](SizeDialog* d) {
+        d->fillRefrigerantSizes();
         EXPECT_EQ(d->Lines().size(), 13);
-        d->Button2->click();
+        d->runButton->click();
     });
     EXPECT_EQ(KanzaiRows[3].Size(), QStringLiteral("12.70"));
     EXPECT_TRUE(KanzaiRows[14].SIZE.isEmpty());
-    runDialog([](TfsizeSet* d) {
-        d->Memo1->clear();
-        d->Button2->click();
+    runDialog([](SizeDialog* d) {
+        d->sizesEdit->clear();
+        d->runButton->click();
     });
     for (int r = 1; r <= 60; ++r)
         EXPECT_TRUE(KanzaiRows[r].SIZE.isEmpty()) << r;

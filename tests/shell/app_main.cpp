@@ -1,4 +1,4 @@
-// Test entry for the application object: the program's own TApplication on
+// Test entry for the application object: the program's own Application on
 // the offscreen platform.
 #include "platform/application.h"
 
@@ -22,7 +22,7 @@ extern "C" const char* __lsan_default_suppressions() {
 
 int main(int argc, char** argv) {
     if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");
-    TApplication app(argc, argv);
+    Application app(argc, argv);
     ::testing::InitGoogleTest(&argc, argv);
     return RUN_ALL_TESTS();
 }

@@ -2,13 +2,13 @@
 // the program goes on; the style; the program body from start to end.
 #include "platform/application.h"
 
-#include "edit/upartsselect.h"
+#include "edit/labourlibrarydialog.h"
 #include "engine/currency.h"
 #include "platform/scripteddialogs.h"
-#include "sheet/usizeset.h"
+#include "sheet/sizedialog.h"
+#include "shell/aboutdialog.h"
+#include "shell/mainwindow.h"
 #include "shell/programbody.h"
-#include "shell/utankaregist.h"
-#include "shell/uversioninfo.h"
 #include "store/suitestandin.h"
 
 #include <QEventLoop>
@@ -27,8 +27,8 @@ namespace TD = ::TaskDialog;
 
 namespace {
 
-TApplication& app() {
-    return *qobject_cast<TApplication*>(QCoreApplication::instance());
+Application& app() {
+    return *qobject_cast<Application*>(QCoreApplication::instance());
 }
 
 // Throws from its mouse handler.
@@ -102,10 +102,10 @@ TEST(ApplicationTest, ProgramBodyShowsTheMainFormAndEndsWithZero) {
     QString caption;
     bool dialogsMade = false;
     QTimer::singleShot(50, [&] {
-        auto* form = qobject_cast<TFtankaregist*>(QApplication::activeWindow());
+        auto* form = qobject_cast<MainWindow*>(QApplication::activeWindow());
         if (!form) {
             for (QWidget* w : QApplication::topLevelWidgets())
-                if (auto* f = qobject_cast<TFtankaregist*>(w)) form = f;
+                if (auto* f = qobject_cast<MainWindow*>(w)) form = f;
         }
         ASSERT_NE(form, nullptr);
         caption = form->windowTitle();

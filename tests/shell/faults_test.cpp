@@ -5,9 +5,9 @@
 // crash, with a Japanese message, and with every row saved before intact.
 #include "controls/strcgrid.h"
 #include "edit/fdkfile.h"
+#include "output/exceloptionsdialog.h"
 #include "output/excelstream.h"
 #include "output/printhandoff.h"
-#include "output/ulevel_select.h"
 #include "shell/formwidgets.h"
 #include "shell/settingsfiles.h"
 #include "store/pipetypestore.h"
@@ -133,7 +133,7 @@ protected:
 };
 
 TEST_F(Faults, AReadOnlyDatabaseRefusesTheSaveAndKeepsEverything) {
-    TFtankaregist& f = open();
+    MainWindow& f = open();
     typeFactor(4, 2, "9");
     const QStringList before = group(db, 1);
     const QStringList saved = SavedLines;
@@ -142,7 +142,7 @@ TEST_F(Faults, AReadOnlyDatabaseRefusesTheSaveAndKeepsEverything) {
     setMode(QFileInfo(db).absolutePath(), 0555);
     {
         OrdinaryUser user;
-        f.Button1->click();
+        f.saveButton->click();
     }
     setMode(QFileInfo(db).absolutePath(), 0755);
     setMode(db, 0644);
@@ -157,19 +157,19 @@ TEST_F(Faults, AReadOnlyDatabaseRefusesTheSaveAndKeepsEverything) {
     EXPECT_EQ(group(db, 1), before);
     EXPECT_EQ(integrity(db), QStringLiteral("ok"));
     // Writable again: the same rows save.
-    f.Button1->click();
+    f.saveButton->click();
     EXPECT_TRUE(box(1).contains(U("保存しました。"))) << box(1).toStdString();
     EXPECT_EQ(stored(1, 1, 2, "DATA1"), QStringLiteral("9"));
 }
 
 TEST_F(Faults, AFullDiskRefusesTheSaveAndKeepsEverything) {
-    TFtankaregist& f = open();
+    MainWindow& f = open();
     typeFactor(4, 3, "8");
     const QStringList before = group(db, 1);
     const QStringList saved = SavedLines;
     {
         DiskFull full(512); // not even the journal of one statement fits
-        f.Button1->click();
+        f.saveButton->click();
     }
     ASSERT_EQ(dialogs->Boxes().size(), 1u) << box(1).toStdString();
     EXPECT_TRUE(box(0).startsWith(U("ERROR|"))) << box(0).toStdString();
@@ -180,16 +180,16 @@ TEST_F(Faults, AFullDiskRefusesTheSaveAndKeepsEverything) {
     EXPECT_EQ(group(db, 1), before);
     EXPECT_EQ(integrity(db), QStringLiteral("ok"));
     EXPECT_FALSE(QFileInfo::exists(db + QStringLiteral("-journal")));
-    f.Button1->click();
+    f.saveButton->click();
     EXPECT_TRUE(box(1).contains(U("保存しました。"))) << box(1).toStdString();
     EXPECT_EQ(stored(1, 1, 3, "DATA1"), QStringLiteral("8"));
 }
 
 TEST_F(Faults, AFullDiskAtClosingSaysSoAndClosesWithTheRowsSaved) {
-    TFtankaregist& f = open();
+    MainWindow& f = open();
     typeFactor(4, 2, "6");
     dialogs->AnswerBox(TaskDialog::IdYes); // save?
-    f.Button1->click();                    // saved before the disk fills
+    f.saveButton->click();                 // saved before the disk fills
     ASSERT_TRUE(box(0).contains(U("保存しました。")));
     const QByteArray display = bytesOf(DisplayFilePath(DataRoot));
     QFile::remove(DisplayFilePath(DataRoot));
@@ -208,7 +208,7 @@ TEST_F(Faults, AFullDiskAtClosingSaysSoAndClosesWithTheRowsSaved) {
 }
 
 TEST_F(Faults, ADataFolderThatGoesAwayClosesWithAMessageAndNoCrash) {
-    TFtankaregist& f = open();
+    MainWindow& f = open();
     const QStringList before = group(db, 1);
     // The data root is removed, and a file stands where it was.
     ASSERT_TRUE(QDir(DataRoot).removeRecursively());
@@ -239,9 +239,9 @@ TEST_F(Faults, ALibraryFolderThatCannotBeWrittenKeepsItsEntries) {
     const QString library = dir.path() + QStringLiteral("/library");
     QDir().mkpath(library);
     qputenv("QORVALE_LIBRARY_DIR", library.toUtf8());
-    TFtankaregist& f = open();
-    f.GOODSBOX->SetText(U("既存"));
-    f.ActionSaveParts1->trigger();
+    MainWindow& f = open();
+    f.goodsBox->SetText(U("既存"));
+    f.saveLibraryItem->trigger();
     ASSERT_TRUE(box(0).contains(U("選択用標準歩掛として登録しました。"))) << box(0).toStdString();
     const QString entry = library + U("/既存.fdk");
     const QByteArray kept = bytesOf(entry);
@@ -254,9 +254,9 @@ TEST_F(Faults, ALibraryFolderThatCannotBeWrittenKeepsItsEntries) {
     typeFactor(4, 2, "5");
     {
         OrdinaryUser user;
-        f.ActionSaveParts1->trigger(); // the same name
-        f.GOODSBOX->SetText(U("新規"));
-        f.ActionSaveParts1->trigger(); // a new one
+        f.saveLibraryItem->trigger(); // the same name
+        f.goodsBox->SetText(U("新規"));
+        f.saveLibraryItem->trigger(); // a new one
     }
     setMode(library, 0755);
     ASSERT_EQ(dialogs->Boxes().size(), 3u);
@@ -273,7 +273,7 @@ TEST_F(Faults, ALibraryFolderThatCannotBeWrittenKeepsItsEntries) {
     ASSERT_TRUE(blocker.open(QIODevice::WriteOnly));
     blocker.close();
     qputenv("QORVALE_LIBRARY_DIR", (blocker.fileName() + QStringLiteral("/ex_data")).toUtf8());
-    f.ActionSaveParts1->trigger();
+    f.saveLibraryItem->trigger();
     EXPECT_TRUE(box(3).contains(U("標準歩掛のフォルダーを作成できません。")))
         << box(3).toStdString();
     qunsetenv("QORVALE_LIBRARY_DIR");
@@ -283,9 +283,9 @@ TEST_F(Faults, ALibraryFolderThatCannotBeWrittenKeepsItsEntries) {
 TEST_F(Faults, AFullDiskKeepsALibraryEntryAndTheSettingsFilesWhole) {
     const QString library = dir.path() + QStringLiteral("/library");
     qputenv("QORVALE_LIBRARY_DIR", library.toUtf8());
-    TFtankaregist& f = open();
-    f.GOODSBOX->SetText(U("既存"));
-    f.ActionSaveParts1->trigger();
+    MainWindow& f = open();
+    f.goodsBox->SetText(U("既存"));
+    f.saveLibraryItem->trigger();
     const QString entry = library + U("/既存.fdk");
     const QByteArray kept = bytesOf(entry);
     ASSERT_EQ(kept.size(), FdkFileSize);
@@ -294,7 +294,7 @@ TEST_F(Faults, AFullDiskKeepsALibraryEntryAndTheSettingsFilesWhole) {
     typeFactor(4, 2, "5");
     {
         DiskFull full(4096); // less than one entry
-        f.ActionSaveParts1->trigger();
+        f.saveLibraryItem->trigger();
     }
     {
         DiskFull full(16); // less than the window file
@@ -311,7 +311,7 @@ TEST_F(Faults, AFullDiskKeepsALibraryEntryAndTheSettingsFilesWhole) {
 }
 
 TEST_F(Faults, AFullDiskKeepsTheOldCsvAndPrintFilesWhole) {
-    TFtankaregist& f = open();
+    MainWindow& f = open();
     // Files of an earlier run, each larger than what a full disk lets through.
     const QString csv = dir.filePath(QStringLiteral("out.CSV"));
     const QByteArray oldCsv(20000, 'x');
@@ -319,7 +319,7 @@ TEST_F(Faults, AFullDiskKeepsTheOldCsvAndPrintFilesWhole) {
     ASSERT_TRUE(old.open(QIODevice::WriteOnly));
     old.write(oldCsv);
     old.close();
-    f.ActionPrint->trigger();
+    f.printAction->trigger();
     ASSERT_EQ(dialogs->Processes().size(), 1u);
     const QByteArray oldData = bytesOf(PrintDataPath(DataRoot));
     ASSERT_GT(oldData.size(), 4096);
@@ -330,21 +330,21 @@ TEST_F(Faults, AFullDiskKeepsTheOldCsvAndPrintFilesWhole) {
     {
         DiskFull full(1024);
         WhenModal([](QWidget* w) {
-            auto* d = qobject_cast<Tflevel_select*>(w);
+            auto* d = qobject_cast<ExcelOptionsDialog*>(w);
             ASSERT_NE(d, nullptr);
-            d->CheckBox7->setChecked(true);
-            d->Button1->click();
+            d->headingsCheck->setChecked(true);
+            d->runButton->click();
         });
         dialogs->AnswerFile(csv);
         // The CSV command's failure goes to the program's error handler.
         try {
-            f.CSV1Click();
+            f.exportCsvFile();
             ADD_FAILURE() << "the CSV was written on a full disk";
         } catch (const EInOutError& e) {
             EXPECT_TRUE(QString::fromUtf8(e.what()).contains(U("ディスクに空きがありません")))
                 << e.what();
         }
-        f.ActionPrint->trigger();
+        f.printAction->trigger();
     }
     ASSERT_EQ(dialogs->Boxes().size(), 1u) << box(0).toStdString();
     EXPECT_TRUE(box(0).contains(U("ファイルを書き込めませんでした"))) << box(0).toStdString();
@@ -359,9 +359,9 @@ TEST_F(Faults, AFullDiskKeepsTheOldCsvAndPrintFilesWhole) {
 }
 
 TEST_F(Faults, PrintAndTempFoldersThatCannotBeWrittenKeepTheirFiles) {
-    TFtankaregist& f = open();
-    f.ActionPrint->trigger();
-    f.ActionExcelOut->trigger();
+    MainWindow& f = open();
+    f.printAction->trigger();
+    f.excelOutAction->trigger();
     ASSERT_EQ(dialogs->Processes().size(), 1u);
     ASSERT_EQ(dialogs->Documents().size(), 1);
     ASSERT_TRUE(dialogs->Boxes().empty()) << box(0).toStdString();
@@ -382,10 +382,10 @@ TEST_F(Faults, PrintAndTempFoldersThatCannotBeWrittenKeepTheirFiles) {
     QString excelError;
     {
         OrdinaryUser user;
-        f.ActionPrint->trigger();
+        f.printAction->trigger();
         // The Excel command's failure goes to the program's error handler.
         try {
-            f.ActionExcelOutExecute();
+            f.exportWorkbook();
         } catch (const std::exception& e) {
             excelError = QString::fromUtf8(e.what());
         }
@@ -423,14 +423,14 @@ protected:
         };
         const QStringList files = listing();
         const QByteArray before = bytesOf(db);
-        TFtankaregist& f = open();
+        MainWindow& f = open();
         ASSERT_GE(dialogs->Boxes().size(), 1u);
         EXPECT_TRUE(box(0).contains(U("データベースを開けません。"))) << box(0).toStdString();
         EXPECT_TRUE(box(0).contains(U(reason))) << box(0).toStdString();
         EXPECT_EQ(dialogs->Boxes().size(), 1u) << box(1).toStdString();
         const QList<QAction*> writers = {
-            f.ActionMoveUp,       f.ActionMoveDown,    f.N1,
-            f.ActionOptionChange, f.Actionwdatachange, f.GroupNamingItem(3)};
+            f.moveUpAction,       f.moveDownAction,         f.saveItem,
+            f.optionChangeAction, f.labourCostChangeAction, f.groupNamingItem(3)};
         for (QAction* a : writers) {
             const std::size_t n = dialogs->Boxes().size();
             a->trigger();

@@ -10,11 +10,11 @@
 
 namespace {
 
-TEST(TRadioGroup, ProgramAndClickFireOnClickOnChange) {
-    TRadioGroup group(QStringLiteral("モード"),
-                      {QStringLiteral("配管モード"), QStringLiteral("冷媒モード")});
+TEST(RadioGroup, ProgramAndClickFireOnClickOnChange) {
+    RadioGroup group(QStringLiteral("モード"),
+                     {QStringLiteral("配管モード"), QStringLiteral("冷媒モード")});
     int clicks = 0;
-    group.OnClick = [&] { ++clicks; };
+    group.onClicked = [&] { ++clicks; };
     EXPECT_EQ(group.ItemIndex(), -1);
     group.SetItemIndex(0);
     EXPECT_EQ(clicks, 1);
@@ -32,10 +32,10 @@ TEST(TRadioGroup, ProgramAndClickFireOnClickOnChange) {
     EXPECT_TRUE(buttons[0]->isChecked());
 }
 
-TEST(TToggleSwitch, ClickTogglesAndReports) {
-    TToggleSwitch sw(QStringLiteral("計算結果を表示"), QStringLiteral("歩掛を表示"));
+TEST(ToggleSwitch, ClickTogglesAndReports) {
+    ToggleSwitch sw(QStringLiteral("計算結果を表示"), QStringLiteral("歩掛を表示"));
     int clicks = 0;
-    sw.OnClick = [&] { ++clicks; };
+    sw.onClicked = [&] { ++clicks; };
     sw.resize(sw.sizeHint());
     sw.show();
     QTest::mouseClick(&sw, Qt::LeftButton);
@@ -46,10 +46,10 @@ TEST(TToggleSwitch, ClickTogglesAndReports) {
     EXPECT_FALSE(sw.IsOn());
 }
 
-TEST(TCheckBox, ProgramChangeFiresOnClick) {
-    TCheckBox box(QStringLiteral("単価に掛率を使用"));
+TEST(CheckBox, ProgramChangeFiresOnClick) {
+    CheckBox box(QStringLiteral("単価に掛率を使用"));
     int clicks = 0;
-    box.OnClick = [&] { ++clicks; };
+    box.onClicked = [&] { ++clicks; };
     EXPECT_TRUE(box.Checked());
     box.SetChecked(true);
     EXPECT_EQ(clicks, 0);
@@ -58,8 +58,8 @@ TEST(TCheckBox, ProgramChangeFiresOnClick) {
     EXPECT_FALSE(box.Checked());
 }
 
-TEST(TEditCombo, EnterIsReportedOnceAndCanBeSwallowed) {
-    TEditCombo combo;
+TEST(EditCombo, EnterIsReportedOnceAndCanBeSwallowed) {
+    EditCombo combo;
     combo.addItems({QStringLiteral("ガス"), QStringLiteral("給水")});
     int enters = 0, others = 0;
     combo.OnKeyPress = [&](int key, bool& handled) {
@@ -81,8 +81,8 @@ TEST(TEditCombo, EnterIsReportedOnceAndCanBeSwallowed) {
     EXPECT_EQ(combo.count(), 2); // nothing inserted into the list
 }
 
-TEST(TFixedList, ProgramChangeIsSilent) {
-    TFixedList list({QStringLiteral("a"), QStringLiteral("b")});
+TEST(FixedList, ProgramChangeIsSilent) {
+    FixedList list({QStringLiteral("a"), QStringLiteral("b")});
     int selects = 0;
     list.OnSelect = [&] { ++selects; };
     list.SetItemIndex(1);

@@ -74,10 +74,10 @@ protected:
         return n;
     }
     bool formClosedToTheUser() const {
-        return form->GroupRewriteRunning() && !form->centralWidget()->isEnabled() &&
-               !form->menuBar()->isEnabled() && form->GroupProgressWindow() &&
-               form->GroupProgressWindow()->isVisible() &&
-               QApplication::activeModalWidget() == form->GroupProgressWindow();
+        return form->groupRewriteRunning() && !form->centralWidget()->isEnabled() &&
+               !form->menuBar()->isEnabled() && form->groupProgressWindow() &&
+               form->groupProgressWindow()->isVisible() &&
+               QApplication::activeModalWidget() == form->groupProgressWindow();
     }
 
     QStringList captions;
@@ -89,20 +89,20 @@ const QString OptionQuestion =
       "ちください。");
 
 TEST_F(GroupRewrite, NoOnEitherQuestionChangesNothing) {
-    TFtankaregist& f = open();
-    EXPECT_TRUE(f.N10->isEnabled());
-    EXPECT_TRUE(f.N30->isEnabled());
-    f.SBorRadio14->SetItemIndex(1);
-    f.GpayDay1->SetValue(12345);
-    f.GpayDay_N->SetValue(2345.5);
+    MainWindow& f = open();
+    EXPECT_TRUE(f.optionChangeItem->isEnabled());
+    EXPECT_TRUE(f.labourCostChangeItem->isEnabled());
+    f.digitsRadio->SetItemIndex(1);
+    f.labourCostSubmittedEdit->SetValue(12345);
+    f.labourCostCostEdit->SetValue(2345.5);
     const QStringList before = table();
 
     dialogs->AnswerBox(TD::IdNo);
-    f.N10->trigger();
+    f.optionChangeItem->trigger();
     dialogs->AnswerBox(TD::IdNo);
-    f.N30->trigger();
-    EXPECT_FALSE(f.GroupRewriteRunning());
-    EXPECT_EQ(f.GroupProgressWindow(), nullptr);
+    f.labourCostChangeItem->trigger();
+    EXPECT_FALSE(f.groupRewriteRunning());
+    EXPECT_EQ(f.groupProgressWindow(), nullptr);
     EXPECT_EQ(table(), before);
     EXPECT_TRUE(dialogs->Messages().empty());
 
@@ -128,15 +128,15 @@ TEST_F(GroupRewrite, OptionChangeGivesTheGroupTheDisplayedOptionsAndRecomputesIt
     exec(
         QStringLiteral("UPDATE ex_kanzai SET GROSS='12.5' WHERE GRP='1' AND KAN='8' AND NO='60';"));
     const QStringList otherGroupOptions = optionRowsOutside(1);
-    TFtankaregist& f = open();
+    MainWindow& f = open();
     recordCaptions();
-    f.avr_1->SetValue(91);
-    f.avr_N->SetValue(47.5);
-    f.GpayDay1->SetValue(20500); // taken by the command's own ApplyControls
-    f.SBorRadio14->SetItemIndex(1);
-    f.SBorRadio4->SetItemIndex(2);
-    f.SBorRadio8->SetItemIndex(2);
-    f.Scalc_opt1->SetItemIndex(1);
+    f.rateSubmittedEdit->SetValue(91);
+    f.rateCostEdit->SetValue(47.5);
+    f.labourCostSubmittedEdit->SetValue(20500); // taken by the command's own applyControls
+    f.digitsRadio->SetItemIndex(1);
+    f.elementRadio->SetItemIndex(2);
+    f.fractionRadio->SetItemIndex(2);
+    f.otherCostRadio->SetItemIndex(1);
     // An entry not saved yet: the command saves first, so it stays.
     KanzaiRows[4].TEIKA = Currency::FromInt(4321);
     RefreshLines();
@@ -146,10 +146,10 @@ TEST_F(GroupRewrite, OptionChangeGivesTheGroupTheDisplayedOptionsAndRecomputesIt
     ASSERT_GT(stale, 0);
 
     dialogs->AnswerBox(TD::IdYes);
-    f.ActionOptionChange->trigger();
-    EXPECT_TRUE(f.GroupRewriteRunning()); // the command ends while the thread works
-    f.WaitForGroupRewrite();
-    EXPECT_FALSE(f.GroupRewriteRunning());
+    f.optionChangeAction->trigger();
+    EXPECT_TRUE(f.groupRewriteRunning()); // the command ends while the thread works
+    f.waitForGroupRewrite();
+    EXPECT_FALSE(f.groupRewriteRunning());
 
     Fuzokurecordtypex shown = KanzaiRows[OptionRow];
     KanzaiOptions o(shown);
@@ -178,7 +178,7 @@ TEST_F(GroupRewrite, OptionChangeGivesTheGroupTheDisplayedOptionsAndRecomputesIt
     EXPECT_EQ(stored(1, 1, 4, "TEIKA"), "4321");
     EXPECT_FALSE(PipeTypeChanged());
     // The undo would bring back rows from before the run.
-    EXPECT_FALSE(f.ActionUndo->isEnabled());
+    EXPECT_FALSE(f.undoAction->isEnabled());
 
     // The progress, then the caption back and the end shown once.
     EXPECT_EQ(captions.size(), GroupRewriteSteps + 1);
@@ -193,11 +193,11 @@ TEST_F(GroupRewrite, OptionChangeGivesTheGroupTheDisplayedOptionsAndRecomputesIt
 }
 
 TEST_F(GroupRewrite, RefrigerantModeGoesToTheWholeGroup) {
-    TFtankaregist& f = open();
-    f.SBorRadio1->SetItemIndex(1);
+    MainWindow& f = open();
+    f.modeRadio->SetItemIndex(1);
     dialogs->AnswerBox(TD::IdYes);
-    f.ActionOptionChange->trigger();
-    f.WaitForGroupRewrite();
+    f.optionChangeAction->trigger();
+    f.waitForGroupRewrite();
     for (int kan = 1; kan <= GroupPipeTypes; ++kan)
         EXPECT_EQ(stored(1, kan, 60, "FLAG"), "1") << kan;
     EXPECT_EQ(stored(2, 1, 60, "FLAG"), "0");
@@ -208,10 +208,10 @@ TEST_F(GroupRewrite, BaseLabourCostsGoToEveryGroupButOnlyTheCurrentIsRecomputed)
     exec(QStringLiteral("UPDATE ex_kanzai SET UKEY='61' WHERE GRP='3' AND KAN='2' AND NO='60';"));
     const QString keptCost = stored(3, 2, 60, "DATA4");
     const QString keptSubmitted = stored(3, 2, 60, "DATA5");
-    TFtankaregist& f = open();
+    MainWindow& f = open();
     clickNode(21 + 4); // group 2, pipe type 4
-    ASSERT_EQ(f.CurrentGrp, 2);
-    ASSERT_EQ(f.CurrentKan, 4);
+    ASSERT_EQ(f.currentGroup, 2);
+    ASSERT_EQ(f.currentPipeType, 4);
     const QStringList group1Before = storedPrices(1, 6);
     // An entry not saved: the run loads the pipe type from the table.
     const Currency entered = Currency::FromInt(98765);
@@ -219,23 +219,23 @@ TEST_F(GroupRewrite, BaseLabourCostsGoToEveryGroupButOnlyTheCurrentIsRecomputed)
     RefreshLines();
     // A base labour cost typed and not applied by Enter.
     f.activateWindow();
-    f.GpayDay1->setFocus();
-    f.GpayDay1->selectAll();
-    QTest::keyClicks(f.GpayDay1, QStringLiteral("31234"));
-    f.GpayDay_N->SetValue(27000);
+    f.labourCostSubmittedEdit->setFocus();
+    f.labourCostSubmittedEdit->selectAll();
+    QTest::keyClicks(f.labourCostSubmittedEdit, QStringLiteral("31234"));
+    f.labourCostCostEdit->SetValue(27000);
     ASSERT_NE(CurrentOptions().LabourSubmitted(), Currency::FromInt(31234));
 
     dialogs->AnswerBox(TD::IdYes);
-    f.Actionwdatachange->trigger();
+    f.labourCostChangeAction->trigger();
     // "基礎工費を変更しました。" at once, while the thread works.
-    EXPECT_TRUE(f.GroupRewriteRunning());
+    EXPECT_TRUE(f.groupRewriteRunning());
     ASSERT_EQ(dialogs->Boxes().size(), 2u);
     EXPECT_EQ(dialogs->Boxes()[0].content.section(U("\r\n"), 1, 1), U("原価=27000円 提出=31234円"));
     EXPECT_EQ(dialogs->Boxes()[1].instruction, U("確認"));
     EXPECT_EQ(dialogs->Boxes()[1].content, U("基礎工費を変更しました。"));
     EXPECT_EQ(dialogs->Boxes()[1].buttons, TD::ButtonOk);
     EXPECT_EQ(messagesWith("終了しました。"), 0);
-    f.WaitForGroupRewrite();
+    f.waitForGroupRewrite();
     EXPECT_EQ(messagesWith("終了しました。"), 1);
 
     // Every option row with UKEY 60, in every group, and no other.
@@ -261,7 +261,7 @@ TEST_F(GroupRewrite, BaseLabourCostsGoToEveryGroupButOnlyTheCurrentIsRecomputed)
 }
 
 TEST_F(GroupRewrite, TheFormIsClosedToTheUserUntilTheEndHasBeenShown) {
-    TFtankaregist& f = open();
+    MainWindow& f = open();
     const QString cellBefore = cell1(2, 3);
     QWidget* focusBefore = QApplication::focusWidget();
     bool checked = false, lockedAtTheEnd = false;
@@ -270,7 +270,7 @@ TEST_F(GroupRewrite, TheFormIsClosedToTheUserUntilTheEndHasBeenShown) {
         if (t != U("データ更新中:1-5-12/") || checked) return;
         checked = true;
         EXPECT_TRUE(formClosedToTheUser());
-        auto* bar = f.GroupProgressWindow()->findChild<QProgressBar*>("GroupProgressBar");
+        auto* bar = f.groupProgressWindow()->findChild<QProgressBar*>("GroupProgressBar");
         ASSERT_NE(bar, nullptr);
         EXPECT_EQ(bar->maximum(), GroupRewriteSteps);
         // The bar follows at most a screen frame behind the caption.
@@ -278,39 +278,39 @@ TEST_F(GroupRewrite, TheFormIsClosedToTheUserUntilTheEndHasBeenShown) {
         EXPECT_LE(bar->value(), 5 * GroupCalcRows + 12);
         // Grid entry, a tree click, an option and a second run: none reaches
         // the rows.
-        QTest::keyClicks(f.StrColGrid1, QStringLiteral("7"));
-        QTest::keyClick(f.StrColGrid1, Qt::Key_Return);
-        const QRect r = f.TreeView1->visualItemRect(f.TreeNode(5));
-        QTest::mouseClick(f.TreeView1->viewport(), Qt::LeftButton, {}, r.center());
-        QTest::mouseClick(f.Button1, Qt::LeftButton);
-        f.ActionOptionChange->trigger(); // asks nothing while a run works
+        QTest::keyClicks(f.compositeGrid, QStringLiteral("7"));
+        QTest::keyClick(f.compositeGrid, Qt::Key_Return);
+        const QRect r = f.tree->visualItemRect(f.treeNode(5));
+        QTest::mouseClick(f.tree->viewport(), Qt::LeftButton, {}, r.center());
+        QTest::mouseClick(f.saveButton, Qt::LeftButton);
+        f.optionChangeAction->trigger(); // asks nothing while a run works
         // The progress window stays up against Esc.
-        QTest::keyClick(f.GroupProgressWindow(), Qt::Key_Escape);
-        EXPECT_TRUE(f.GroupProgressWindow()->isVisible());
+        QTest::keyClick(f.groupProgressWindow(), Qt::Key_Escape);
+        EXPECT_TRUE(f.groupProgressWindow()->isVisible());
         // It still paints.
-        EXPECT_FALSE(f.GroupProgressWindow()->grab().isNull());
+        EXPECT_FALSE(f.groupProgressWindow()->grab().isNull());
     });
     dialogs->OnMessage = [&] { lockedAtTheEnd = formClosedToTheUser(); };
     dialogs->AnswerBox(TD::IdYes);
-    f.ActionOptionChange->trigger();
-    f.WaitForGroupRewrite();
+    f.optionChangeAction->trigger();
+    f.waitForGroupRewrite();
     EXPECT_TRUE(checked);
     EXPECT_TRUE(lockedAtTheEnd);
     EXPECT_EQ(messagesWith("終了しました。"), 1);
     EXPECT_EQ(dialogs->Boxes().size(), 1u); // the question, and no save
-    EXPECT_EQ(f.CurrentKan, 1);
+    EXPECT_EQ(f.currentPipeType, 1);
     EXPECT_EQ(cell1(2, 3), cellBefore);
 
     // Open again afterwards.
     EXPECT_TRUE(f.centralWidget()->isEnabled());
     EXPECT_TRUE(f.menuBar()->isEnabled());
-    EXPECT_FALSE(f.GroupProgressWindow()->isVisible());
+    EXPECT_FALSE(f.groupProgressWindow()->isVisible());
     EXPECT_EQ(QApplication::activeModalWidget(), nullptr);
     if (focusBefore) {
         EXPECT_EQ(f.focusWidget(), focusBefore);
     }
     clickNode(5);
-    EXPECT_EQ(f.CurrentKan, 5);
+    EXPECT_EQ(f.currentPipeType, 5);
 }
 
 TEST_F(GroupRewrite, AFailingStatementShowsErrorAndTheRunGoesOn) {
@@ -322,13 +322,13 @@ TEST_F(GroupRewrite, AFailingStatementShowsErrorAndTheRunGoesOn) {
     QStringList optionsBefore;
     for (int kan = 2; kan <= GroupPipeTypes; ++kan)
         optionsBefore << stored(1, kan, 60, "DATA6");
-    TFtankaregist& f = open();
-    f.SBorRadio4->SetItemIndex(f.SBorRadio4->ItemIndex() == 1 ? 2 : 1);
+    MainWindow& f = open();
+    f.elementRadio->SetItemIndex(f.elementRadio->ItemIndex() == 1 ? 2 : 1);
     ASSERT_LT(optionsBefore.count(CurrToStr(CurrentOptions().ElementDigits())),
               optionsBefore.size());
     dialogs->AnswerBox(TD::IdYes);
-    f.ActionOptionChange->trigger();
-    f.WaitForGroupRewrite();
+    f.optionChangeAction->trigger();
+    f.waitForGroupRewrite();
 
     ASSERT_EQ(dialogs->Messages().size(), 2u);
     EXPECT_EQ(dialogs->Messages()[0].text, "ERROR");
@@ -346,19 +346,19 @@ TEST_F(GroupRewrite, OptionChangeStopsWhenTheCurrentPipeTypeCannotBeSaved) {
     // rows whose save failed: they stay on the form, and no run starts.
     exec(QStringLiteral("CREATE TRIGGER refuse BEFORE UPDATE ON ex_kanzai WHEN NEW.GRP=1 AND "
                         "NEW.KAN=1 AND NEW.NO=5 BEGIN SELECT RAISE(ABORT,'refused'); END;"));
-    TFtankaregist& f = open();
+    MainWindow& f = open();
     recordCaptions();
     KanzaiRows[3].TEIKA = Currency::FromInt(2468);
     RefreshLines();
     const Currency otherDigits = storedCurrency(1, 2, 60, "DATA6");
-    f.SBorRadio4->SetItemIndex(DigitIndexOf(otherDigits) == 3 ? 2 : 3);
+    f.elementRadio->SetItemIndex(DigitIndexOf(otherDigits) == 3 ? 2 : 3);
     dialogs->AnswerBox(TD::IdYes);
-    f.ActionOptionChange->trigger();
+    f.optionChangeAction->trigger();
     // The other pipe types keep their options: none has new options with
     // prices computed under the old ones.
     EXPECT_EQ(storedCurrency(1, 2, 60, "DATA6"), otherDigits);
-    EXPECT_FALSE(f.GroupRewriteRunning());
-    f.WaitForGroupRewrite();
+    EXPECT_FALSE(f.groupRewriteRunning());
+    f.waitForGroupRewrite();
     ASSERT_EQ(dialogs->Boxes().size(), 2u);
     EXPECT_EQ(dialogs->Boxes()[1].instruction, "ERROR");
     EXPECT_TRUE(captions.filter(U("データ更新中:")).isEmpty());
@@ -368,10 +368,10 @@ TEST_F(GroupRewrite, OptionChangeStopsWhenTheCurrentPipeTypeCannotBeSaved) {
 }
 
 TEST_F(GroupRewrite, ClosingDuringARunLeavesEveryPipeTypeOfTheGroupWhole) {
-    TFtankaregist& f = open();
+    MainWindow& f = open();
     recordCaptions();
-    f.SBorRadio4->SetItemIndex(3);
-    f.SBorRadio14->SetItemIndex(0);
+    f.elementRadio->SetItemIndex(3);
+    f.digitsRadio->SetItemIndex(0);
     const Currency digits = CurrentOptions().ElementDigits();
     bool closeAsked = false;
     bool closedAtOnce = true;
@@ -385,7 +385,7 @@ TEST_F(GroupRewrite, ClosingDuringARunLeavesEveryPipeTypeOfTheGroupWhole) {
     // The close is refused while the run goes and taken up after its end.
     dialogs->OnMessage = [&] { visibleAtTheEnd = f.isVisible(); };
     dialogs->AnswerBox(TD::IdYes);
-    f.ActionOptionChange->trigger();
+    f.optionChangeAction->trigger();
     QElapsedTimer waited;
     waited.start();
     while (f.isVisible() && waited.elapsed() < 60000)
@@ -394,7 +394,7 @@ TEST_F(GroupRewrite, ClosingDuringARunLeavesEveryPipeTypeOfTheGroupWhole) {
     EXPECT_FALSE(closedAtOnce);
     EXPECT_TRUE(visibleAtTheEnd);
     EXPECT_FALSE(f.isVisible());
-    EXPECT_FALSE(f.GroupRewriteRunning());
+    EXPECT_FALSE(f.groupRewriteRunning());
     EXPECT_EQ(messagesWith("終了しました。"), 1);
     EXPECT_EQ(captions.filter(U("データ更新中:")).size(), GroupRewriteSteps);
     form.reset();
@@ -406,12 +406,12 @@ TEST_F(GroupRewrite, ClosingDuringARunLeavesEveryPipeTypeOfTheGroupWhole) {
 
 TEST_F(GroupRewrite, AFailureOnTheWorkerOpensTheFormAgainAndIsShown) {
     exec(QStringLiteral("DELETE FROM ex_kanzai WHERE GRP='1' AND KAN='7' AND NO='60';"));
-    TFtankaregist& f = open();
+    MainWindow& f = open();
     recordCaptions();
     const QByteArray goods = KanzaiRows[1].GOODS;
     dialogs->AnswerBox(TD::IdYes);
-    f.ActionOptionChange->trigger();
-    f.WaitForGroupRewrite();
+    f.optionChangeAction->trigger();
+    f.waitForGroupRewrite();
 
     ASSERT_EQ(dialogs->Boxes().size(), 2u);
     const ScriptedDialogs::Box& failure = dialogs->Boxes()[1];
@@ -424,15 +424,15 @@ TEST_F(GroupRewrite, AFailureOnTheWorkerOpensTheFormAgainAndIsShown) {
     EXPECT_EQ(failure.buttons, TD::ButtonOk);
     EXPECT_EQ(messagesWith("終了しました。"), 0);
     EXPECT_EQ(f.windowTitle(), U("データ更新中:1-5-59/"));
-    EXPECT_FALSE(f.GroupRewriteRunning());
+    EXPECT_FALSE(f.groupRewriteRunning());
     EXPECT_TRUE(f.centralWidget()->isEnabled());
     EXPECT_TRUE(f.menuBar()->isEnabled());
-    EXPECT_FALSE(f.GroupProgressWindow()->isVisible());
+    EXPECT_FALSE(f.groupProgressWindow()->isVisible());
     // The rows are the current pipe type's, not the broken one's.
     EXPECT_EQ(KanzaiRows[1].GOODS, goods);
     // The commands work again.
     dialogs->AnswerBox(TD::IdNo);
-    f.N10->trigger();
+    f.optionChangeItem->trigger();
     EXPECT_EQ(dialogs->Boxes().size(), 3u);
 }
 
@@ -440,13 +440,13 @@ TEST_F(GroupRewrite, ACloseWhileTheFailureIsShownClosesAfterItWithoutHanging) {
     // The worker waits for the failure box to be dismissed; a close that
     // came then and waited for the worker would wait for ever.
     exec(QStringLiteral("DELETE FROM ex_kanzai WHERE GRP='1' AND KAN='7' AND NO='60';"));
-    TFtankaregist& f = open();
+    MainWindow& f = open();
     dialogs->AnswerBox(TD::IdYes);
     bool closedInBox = true;
     dialogs->OnBox = [&] {
         if (dialogs->Boxes().size() == 2) closedInBox = f.close();
     };
-    f.ActionOptionChange->trigger();
+    f.optionChangeAction->trigger();
     QElapsedTimer waited;
     waited.start();
     while (f.isVisible() && waited.elapsed() < 60000)
@@ -456,7 +456,7 @@ TEST_F(GroupRewrite, ACloseWhileTheFailureIsShownClosesAfterItWithoutHanging) {
     EXPECT_TRUE(dialogs->Boxes()[1].instruction.endsWith(U("List index out of bounds (59)")));
     EXPECT_FALSE(closedInBox);
     EXPECT_FALSE(f.isVisible());
-    EXPECT_FALSE(f.GroupRewriteRunning());
+    EXPECT_FALSE(f.groupRewriteRunning());
 }
 
 } // namespace

@@ -49,7 +49,7 @@ protected:
 };
 
 TEST_F(Safety, AFailedLoadLeavesTheClickUndone) {
-    TFtankaregist& f = open();
+    MainWindow& f = open();
     typeFactor(4, 3, "7");
     const RowTable edited = KanzaiRows;
     const QStringList saved = SavedLines;
@@ -63,15 +63,15 @@ TEST_F(Safety, AFailedLoadLeavesTheClickUndone) {
         ASSERT_EQ(dialogs->Boxes().size(), 2u);
         EXPECT_TRUE(dialogs->Boxes()[1].instruction.contains(U("locked")))
             << dialogs->Boxes()[1].instruction.toStdString();
-        EXPECT_EQ(f.CurrentGrp, 1);
-        EXPECT_EQ(f.CurrentKan, 1);
-        EXPECT_EQ(f.SelectedNode(), f.TreeNode(1));
+        EXPECT_EQ(f.currentGroup, 1);
+        EXPECT_EQ(f.currentPipeType, 1);
+        EXPECT_EQ(f.selectedNode(), f.treeNode(1));
         EXPECT_EQ(SavedLines, saved);
         EXPECT_EQ(RowLine(KanzaiRows[3]), RowLine(edited[3]));
         EXPECT_TRUE(PipeTypeChanged());
     }
     // The next save writes pipe type 1, and pipe type 2 is untouched.
-    f.Button1->click();
+    f.saveButton->click();
     EXPECT_TRUE(boxSays(2, "確認", "保存しました。"));
     EXPECT_EQ(dumpPipeType(db, 1, 2), b);
     EXPECT_NE(dumpPipeType(db, 1, 1), a);
@@ -82,7 +82,7 @@ TEST_F(Safety, AFailedLoadLeavesTheClickUndone) {
 // loaded: every save asks before it writes over that, and each answer does
 // what it says.
 TEST_F(Safety, ASaveAsksBeforeWritingOverAChangeMadeElsewhere) {
-    TFtankaregist& f = open();
+    MainWindow& f = open();
     auto otherChanges = [&](const char* gross) {
         const QStringList r =
             SqliteRows(db,
@@ -104,7 +104,7 @@ TEST_F(Safety, ASaveAsksBeforeWritingOverAChangeMadeElsewhere) {
     otherChanges("1111");
     const QStringList theirs = dumpPipeType(db, 1, 1);
     dialogs->AnswerBox(TaskDialog::IdCancel);
-    f.Button1->click();
+    f.saveButton->click();
     ASSERT_EQ(dialogs->Boxes().size(), 1u);
     EXPECT_TRUE(asked(0));
     EXPECT_EQ(dumpPipeType(db, 1, 1), theirs);
@@ -113,7 +113,7 @@ TEST_F(Safety, ASaveAsksBeforeWritingOverAChangeMadeElsewhere) {
 
     // 上書き保存: the user's rows are written, the other change is gone.
     dialogs->AnswerBox(TaskDialog::IdOverwrite);
-    f.N1->trigger();
+    f.saveItem->trigger();
     EXPECT_TRUE(asked(1));
     EXPECT_TRUE(boxSays(2, "確認", "保存しました。"));
     EXPECT_EQ(stored(1, 1, 3, "DATA1"), QStringLiteral("7"));
@@ -127,7 +127,7 @@ TEST_F(Safety, ASaveAsksBeforeWritingOverAChangeMadeElsewhere) {
     const QStringList before = dumpPipeType(db, 1, 1);
     dialogs->AnswerBox(TaskDialog::IdReload);
     dialogs->AnswerBox(TaskDialog::IdYes);
-    f.Button1->click();
+    f.saveButton->click();
     EXPECT_TRUE(asked(3));
     EXPECT_TRUE(boxSays(4, "確認", "変更を破棄して読み直しますか?"));
     ASSERT_EQ(dialogs->Boxes().size(), 5u);
@@ -143,8 +143,8 @@ TEST_F(Safety, ASaveAsksBeforeWritingOverAChangeMadeElsewhere) {
     dialogs->AnswerBox(TaskDialog::IdCancel);
     clickNode(2);
     EXPECT_TRUE(asked(6));
-    EXPECT_EQ(f.CurrentKan, 1);
-    EXPECT_EQ(f.SelectedNode(), f.TreeNode(1));
+    EXPECT_EQ(f.currentPipeType, 1);
+    EXPECT_EQ(f.selectedNode(), f.treeNode(1));
     EXPECT_EQ(stored(1, 1, 2, "GROSS"), QStringLiteral("3333"));
     // At closing, キャンセル keeps the window; 上書き保存 saves and closes.
     dialogs->AnswerBox(TaskDialog::IdYes);
@@ -159,7 +159,7 @@ TEST_F(Safety, ASaveAsksBeforeWritingOverAChangeMadeElsewhere) {
 }
 
 TEST_F(Safety, SavesUnderALockSayTheyFailedAndLoseNothing) {
-    TFtankaregist& f = open();
+    MainWindow& f = open();
     typeFactor(5, 2, "3");
     QStringList before;
     for (int k = 1; k <= 3; ++k)
@@ -167,14 +167,14 @@ TEST_F(Safety, SavesUnderALockSayTheyFailedAndLoseNothing) {
     Holder other(db, "IMMEDIATE");
 
     // The button: one box with the database's reason, no success.
-    f.Button1->click();
+    f.saveButton->click();
     ASSERT_EQ(dialogs->Boxes().size(), 1u);
     EXPECT_TRUE(boxSays(0, "ERROR", "database is locked"));
     EXPECT_TRUE(dialogs->Messages().empty());
     EXPECT_TRUE(PipeTypeChanged());
 
     // Ctrl+S the same.
-    f.N1->trigger();
+    f.saveItem->trigger();
     EXPECT_TRUE(boxSays(1, "ERROR", "database is locked"));
     ASSERT_EQ(dialogs->Boxes().size(), 2u);
 
@@ -182,8 +182,8 @@ TEST_F(Safety, SavesUnderALockSayTheyFailedAndLoseNothing) {
     dialogs->AnswerBox(TaskDialog::IdYes);
     clickNode(3);
     EXPECT_TRUE(boxSays(3, "ERROR", "database is locked"));
-    EXPECT_EQ(f.CurrentKan, 1);
-    EXPECT_EQ(f.SelectedNode(), f.TreeNode(1));
+    EXPECT_EQ(f.currentPipeType, 1);
+    EXPECT_EQ(f.selectedNode(), f.treeNode(1));
     EXPECT_EQ(KanzaiRows[2].Data(2), Currency::FromInt(3));
 
     // Closing: the failed save asks what to do; cancel keeps the window.
@@ -212,7 +212,7 @@ TEST_F(Safety, SavesUnderALockSayTheyFailedAndLoseNothing) {
 }
 
 TEST_F(Safety, RetryAtClosingSavesOnceTheFileIsFree) {
-    TFtankaregist& f = open();
+    MainWindow& f = open();
     typeFactor(6, 4, "8");
     auto other = std::make_unique<Holder>(db, "IMMEDIATE");
     // The other program lets go while the question is up.
@@ -233,17 +233,17 @@ TEST_F(Safety, AStartWhoseLoadFailedNeverWritesItsEmptyRows) {
         Holder other(db, "EXCLUSIVE");
         open();
     }
-    TFtankaregist& f = *form;
+    MainWindow& f = *form;
     ASSERT_FALSE(dialogs->Boxes().empty()); // the start's failure was shown
-    EXPECT_FALSE(f.RowsLoaded);
+    EXPECT_FALSE(f.rowsLoaded);
     dialogs->ClearRecords();
-    f.Button1->click();
+    f.saveButton->click();
     ASSERT_EQ(dialogs->Boxes().size(), 1u);
     EXPECT_TRUE(boxSays(0, "確認", "管種が読み込まれていないため、保存できません。"));
     // Nor do the group commands write the empty options over the group.
     const QStringList group2 = dumpPipeType(db, 1, 2);
-    f.N10->trigger();
-    f.N30->trigger();
+    f.optionChangeItem->trigger();
+    f.labourCostChangeItem->trigger();
     ASSERT_EQ(dialogs->Boxes().size(), 3u);
     EXPECT_TRUE(boxSays(2, "確認", "管種が読み込まれていないため、実行できません。"));
     EXPECT_TRUE(f.close()); // nothing to ask
@@ -253,7 +253,7 @@ TEST_F(Safety, AStartWhoseLoadFailedNeverWritesItsEmptyRows) {
 }
 
 TEST_F(Safety, AShiftClickThatWasUndoneNamesNothing) {
-    TFtankaregist& f = open();
+    MainWindow& f = open();
     typeFactor(4, 2, "5");
     Holder other(db, "IMMEDIATE");
     dialogs->AnswerBox(TaskDialog::IdYes); // save? It fails.
@@ -261,41 +261,41 @@ TEST_F(Safety, AShiftClickThatWasUndoneNamesNothing) {
     for (int i = 0; i < 3; ++i)
         QCoreApplication::processEvents();
     EXPECT_TRUE(boxSays(1, "ERROR", "database is locked"));
-    EXPECT_EQ(f.SelectedNode(), f.TreeNode(1));
+    EXPECT_EQ(f.selectedNode(), f.treeNode(1));
     EXPECT_TRUE(dialogs->Inputs().empty());
 }
 
 TEST_F(Safety, AFailedGroupNameSaveSaysSoOnce) {
-    TFtankaregist& f = open();
+    MainWindow& f = open();
     Holder other(db, "IMMEDIATE");
     dialogs->AnswerInput(U("上水"));
-    f.N53->trigger();
+    f.groupNamingItem(1)->trigger();
     ASSERT_EQ(dialogs->Boxes().size(), 1u);
     EXPECT_TRUE(boxSays(0, "ERROR", "database is locked"));
     EXPECT_TRUE(dialogs->Messages().empty());
 }
 
 TEST_F(Safety, AnOverflowInShowPipeTypeLeavesTheOptionsWorking) {
-    TFtankaregist& f = open();
+    MainWindow& f = open();
     // Prices that no Currency can hold once multiplied.
     for (int r = 1; r <= 14; ++r) {
         KanzaiRows[r].GROSS = Currency::FromRaw(INT64_MAX / 4);
         KanzaiRows[r].Data(1) = Currency::FromInt(100000);
     }
-    EXPECT_ANY_THROW(f.ShowPipeType());
-    EXPECT_FALSE(f.Refreshing);
+    EXPECT_ANY_THROW(f.showPipeType());
+    EXPECT_FALSE(f.refreshing);
     // A name applied with rows that overflow still counts as a change.
     TakeSnapshot();
     SavedLines = CurrentLines;
-    f.GOODSBOX->SetText(U("新しい管材"));
-    EXPECT_ANY_THROW(f.ApplyControls());
+    f.goodsBox->SetText(U("新しい管材"));
+    EXPECT_ANY_THROW(f.applyControls());
     EXPECT_TRUE(PipeTypeChanged());
     // Sane rows again; an option click recalculates them at once.
     LoadPipeType(1, 1, 1);
     TakeSnapshot();
     KanzaiRows[4].Data(2) = Currency::FromInt(2);
-    f.SBorRadio8->SetItemIndex(2);
-    f.SBorRadio8->OnClick();
+    f.fractionRadio->SetItemIndex(2);
+    f.fractionRadio->onClicked();
     Fuzokurecordtypex expected = KanzaiRows[4];
     CalcRowWith(expected, CurrentOptions());
     EXPECT_EQ(CurrentOptions().ElementFraction(), FractionSteps[2]);
@@ -304,61 +304,61 @@ TEST_F(Safety, AnOverflowInShowPipeTypeLeavesTheOptionsWorking) {
 }
 
 TEST_F(Safety, EscapeInAnOpenEditorCommitsEvenWithUndoOn) {
-    TFtankaregist& f = open();
+    MainWindow& f = open();
     typeFactor(4, 1, "2");
-    ASSERT_TRUE(f.ActionUndo->isEnabled());
-    ASSERT_TRUE(f.StrColGrid1->FocusCell(6, 5, true));
-    QTest::keyClick(f.StrColGrid1, '9');
-    ASSERT_TRUE(f.StrColGrid1->EditorMode());
+    ASSERT_TRUE(f.undoAction->isEnabled());
+    ASSERT_TRUE(f.compositeGrid->FocusCell(6, 5, true));
+    QTest::keyClick(f.compositeGrid, '9');
+    ASSERT_TRUE(f.compositeGrid->EditorMode());
     const int beeps = dialogs->Beeps();
-    QTest::keyClick(f.StrColGrid1->InplaceEditor(), Qt::Key_Escape);
-    EXPECT_FALSE(f.StrColGrid1->EditorMode());
+    QTest::keyClick(f.compositeGrid->InplaceEditor(), Qt::Key_Escape);
+    EXPECT_FALSE(f.compositeGrid->EditorMode());
     EXPECT_EQ(dialogs->Beeps(), beeps + 1);
     EXPECT_EQ(KanzaiRows[5].Data(3), Currency::FromInt(9));
     EXPECT_EQ(KanzaiRows[1].Data(1), Currency::FromInt(2)); // no undo ran
 }
 
 TEST_F(Safety, PlainEnterDoesNotFillDownWhateverTheKeyboardSays) {
-    TFtankaregist& f = open();
+    MainWindow& f = open();
     const Currency below = KanzaiRows[9].Data(1);
     dialogs->SetShiftDown(true);
     typeFactor(4, 8, "4");
     EXPECT_EQ(KanzaiRows[8].Data(1), Currency::FromInt(4));
     EXPECT_EQ(KanzaiRows[9].Data(1), below);
-    EXPECT_EQ(f.Grid1Row, 9); // a plain Enter moves down
+    EXPECT_EQ(f.compositeRow, 9); // a plain Enter moves down
 }
 
 TEST_F(Safety, RightClickKeepsTheSelectionAndOpensTheMenu) {
-    TFtankaregist& f = open();
+    MainWindow& f = open();
     clickNode(5, {}, Qt::RightButton);
     QCoreApplication::processEvents();
-    EXPECT_EQ(f.SelectedNode(), f.TreeNode(1));
-    EXPECT_EQ(f.CurrentKan, 1);
-    EXPECT_TRUE(f.PopupMenu1->isVisible());
-    f.PopupMenu1->close();
+    EXPECT_EQ(f.selectedNode(), f.treeNode(1));
+    EXPECT_EQ(f.currentPipeType, 1);
+    EXPECT_TRUE(f.treePopupMenu->isVisible());
+    f.treePopupMenu->close();
 }
 
 TEST_F(Safety, KeysInTheTreeLoadWhatTheySelect) {
-    TFtankaregist& f = open();
-    f.TreeView1->setFocus();
-    QTest::keyClick(f.TreeView1, Qt::Key_Down);
+    MainWindow& f = open();
+    f.tree->setFocus();
+    QTest::keyClick(f.tree, Qt::Key_Down);
     QCoreApplication::processEvents();
-    EXPECT_EQ(f.SelectedNode(), f.TreeNode(2));
-    EXPECT_EQ(f.CurrentKan, 2);
+    EXPECT_EQ(f.selectedNode(), f.treeNode(2));
+    EXPECT_EQ(f.currentPipeType, 2);
     LoadPipeType(1, 1, 2);
-    EXPECT_EQ(f.GOODSBOX->Text(), KanzaiRows[1].Goods());
-    QTest::keyClick(f.TreeView1, Qt::Key_Up);
+    EXPECT_EQ(f.goodsBox->Text(), KanzaiRows[1].Goods());
+    QTest::keyClick(f.tree, Qt::Key_Up);
     QCoreApplication::processEvents();
-    EXPECT_EQ(f.CurrentKan, 1);
+    EXPECT_EQ(f.currentPipeType, 1);
     // Up to the group node: loads nothing (the one way apart).
-    QTest::keyClick(f.TreeView1, Qt::Key_Up);
+    QTest::keyClick(f.tree, Qt::Key_Up);
     QCoreApplication::processEvents();
-    EXPECT_EQ(f.SelectedNode(), f.TreeNode(0));
-    EXPECT_EQ(f.CurrentKan, 1);
+    EXPECT_EQ(f.selectedNode(), f.treeNode(0));
+    EXPECT_EQ(f.currentPipeType, 1);
 }
 
 TEST_F(Safety, ShiftClickAnswersTheSaveQuestionBeforeTheNamingBox) {
-    TFtankaregist& f = open();
+    MainWindow& f = open();
     typeFactor(4, 2, "5");
     // The box runs the event loop as a modal box does; no other box may
     // come up from inside it.
@@ -377,15 +377,15 @@ TEST_F(Safety, ShiftClickAnswersTheSaveQuestionBeforeTheNamingBox) {
     dialogs->OnBox = nullptr;
     EXPECT_EQ(inputsDuringBox, 0u);
     ASSERT_EQ(dialogs->Inputs().size(), 1u);
-    EXPECT_EQ(f.CurrentKan, 4);
-    EXPECT_EQ(f.TreeNode(4)->text(0), U("新しい名前"));
+    EXPECT_EQ(f.currentPipeType, 4);
+    EXPECT_EQ(f.treeNode(4)->text(0), U("新しい名前"));
     EXPECT_EQ(stored(1, 1, 2, "DATA1"), QStringLiteral("5"));
 }
 
 TEST_F(Safety, TheSavedGeometryIsTakenUnchanged) {
     QDir().mkpath(DataRootPath() + QStringLiteral("/conf"));
     WriteWindowFile(DataRootPath(), QStringLiteral("qorvale_k"), 30, 20, 1300, 800);
-    TFtankaregist& f = open();
+    MainWindow& f = open();
     EXPECT_EQ(f.geometry(), QRect(20, 30, 1300, 800));
     // Small screens: the window may be smaller than the form's sheet, which
     // then scrolls.
@@ -394,8 +394,8 @@ TEST_F(Safety, TheSavedGeometryIsTakenUnchanged) {
     f.resize(1024, 700);
     QCoreApplication::processEvents();
     EXPECT_EQ(f.size(), QSize(1024, 700));
-    EXPECT_TRUE(f.SheetScroll->verticalScrollBar()->maximum() > 0 ||
-                f.SheetScroll->horizontalScrollBar()->maximum() > 0);
+    EXPECT_TRUE(f.sheetScroll->verticalScrollBar()->maximum() > 0 ||
+                f.sheetScroll->horizontalScrollBar()->maximum() > 0);
 }
 
 TEST_F(Safety, TheTreeShowsWholeNamesInItsHint) {
@@ -403,30 +403,31 @@ TEST_F(Safety, TheTreeShowsWholeNamesInItsHint) {
         ExecStatement(db, U("UPDATE ex_kanzai SET GOODS='水道用硬質塩化ﾋﾞﾆﾙﾗｲﾆﾝｸﾞ鋼管(VA) 屋内"
                             "一般配管用の長い名前' WHERE GRP='1' AND KAN='6' AND NO='1';")),
         1);
-    TFtankaregist& f = open();
-    const QRect r = f.TreeView1->visualItemRect(f.TreeNode(6));
-    QHelpEvent help(QEvent::ToolTip, r.center(), f.TreeView1->viewport()->mapToGlobal(r.center()));
-    QCoreApplication::sendEvent(f.TreeView1->viewport(), &help);
+    MainWindow& f = open();
+    const QRect r = f.tree->visualItemRect(f.treeNode(6));
+    QHelpEvent help(QEvent::ToolTip, r.center(), f.tree->viewport()->mapToGlobal(r.center()));
+    QCoreApplication::sendEvent(f.tree->viewport(), &help);
     EXPECT_EQ(QToolTip::text(), U("水道用硬質塩化ﾋﾞﾆﾙﾗｲﾆﾝｸﾞ鋼管(VA) 屋内一般配管用の長い名前"));
     QToolTip::hideText();
 }
 
 TEST_F(Safety, TheRateCheckBoxIsAPlainCheckBoxAndTheGridsAreFlat) {
-    TFtankaregist& f = open();
-    EXPECT_EQ(f.CheckGroupBox1->text(), U("単価に掛率を使用"));
-    f.CheckGroupBox1->SetChecked(false);
-    const QWidget* rateControls[] = {f.avr_1, f.avr_N, f.ComboBox1, f.ComboBox3};
+    MainWindow& f = open();
+    EXPECT_EQ(f.useRateCheck->text(), U("単価に掛率を使用"));
+    f.useRateCheck->SetChecked(false);
+    const QWidget* rateControls[] = {f.rateSubmittedEdit, f.rateCostEdit, f.unitDigitsList,
+                                     f.unitFractionList};
     for (const QWidget* w : rateControls)
         EXPECT_TRUE(w->isEnabled()) << w->objectName().toStdString();
-    EXPECT_FALSE(f.StrColGrid1->Ctl3D());
-    EXPECT_FALSE(f.StrColGrid2->Ctl3D());
+    EXPECT_FALSE(f.compositeGrid->Ctl3D());
+    EXPECT_FALSE(f.materialGrid->Ctl3D());
 }
 
 TEST_F(Safety, TheNetworkFileIsReadAsTheFormIsCreated) {
     QDir().mkpath(DataRootPath() + QStringLiteral("/conf"));
     ASSERT_TRUE(WriteTextFile(NetworkFilePath(DataRootPath()), {U("[Network_Dir]=//server/共有")}));
-    TFtankaregist created{QString()}; // not shown: creation alone
-    EXPECT_EQ(created.NetworkFolder, U("//server/共有"));
+    MainWindow created{QString()}; // not shown: creation alone
+    EXPECT_EQ(created.networkFolder, U("//server/共有"));
 }
 
 } // namespace

@@ -110,7 +110,7 @@ TEST_F(SettingsFiles, DisplayFile) {
     EXPECT_TRUE(d.TreeUse);
     EXPECT_TRUE(d.StatusUse);
 
-    d.CheckBox1 = true;
+    d.resultsSwitch = true;
     d.StatusUse = false;
     d.TreeViewWidth = 230;
     WriteDisplaySettings(root, d);
@@ -119,7 +119,7 @@ TEST_F(SettingsFiles, DisplayFile) {
                          "[STATUS_USE]=FALSE\r\n[TREEVIEW_WIDTH]=230\r\n"));
     DisplaySettings back;
     EXPECT_TRUE(ReadDisplaySettings(root, back));
-    EXPECT_FALSE(back.CheckBox1); // stored, never read back
+    EXPECT_FALSE(back.resultsSwitch); // stored, never read back
     EXPECT_TRUE(back.TreeUse);
     EXPECT_FALSE(back.StatusUse);
     EXPECT_EQ(back.TreeViewWidth, 230);
@@ -175,25 +175,25 @@ TEST_F(ConfRecordTest, StatementsAndText) {
 }
 
 TEST_F(ConfRecordTest, NoRecordGivesDefaults) {
-    LoadGroupNames();
+    loadGroupNames();
     EXPECT_EQ(KanzaiConf.GroupNames, DefaultGroupNames());
     EXPECT_TRUE(KanzaiConf.Removal.isEmpty());
     EXPECT_TRUE(KanzaiConf.CutLevel.isEmpty());
 }
 
 TEST_F(ConfRecordTest, SaveAndLoadRoundTrip) {
-    LoadGroupNames();
+    loadGroupNames();
     KanzaiConf.Removal = QStringLiteral("r=1");
     KanzaiConf.Recycle = QStringLiteral(" spaced ");
     KanzaiConf.CutLevel = QStringLiteral("2");
     KanzaiConf.GroupNames[0] = QStringLiteral("給水 (O'Neil; 改)");
     KanzaiConf.GroupNames[4] = QString();
-    ASSERT_EQ(SaveGroupNames(), 1);
-    ASSERT_EQ(SaveGroupNames(), 1); // replaced, not added
+    ASSERT_EQ(saveGroupNames(), 1);
+    ASSERT_EQ(saveGroupNames(), 1); // replaced, not added
     const ConfRecord saved = KanzaiConf;
 
     KanzaiConf = ConfRecord{};
-    LoadGroupNames();
+    loadGroupNames();
     EXPECT_EQ(KanzaiConf.GroupNames, saved.GroupNames);
     EXPECT_EQ(s(KanzaiConf.Removal), "r=1");
     EXPECT_EQ(s(KanzaiConf.Recycle), " spaced ");
@@ -209,7 +209,7 @@ TEST_F(ConfRecordTest, UnknownKeysAndMissingLinesInTheRecord) {
                             QStringLiteral("INSERT INTO exconf VALUES ('kanzai', "
                                            "'[GROUP_NAME3]=換気\r\n[NOTE]=x\r\n[KETA]=4')")),
               1);
-    LoadGroupNames();
+    loadGroupNames();
     EXPECT_EQ(KanzaiConf.GroupNames[2], QStringLiteral("換気"));
     EXPECT_EQ(KanzaiConf.GroupNames[0], QStringLiteral("給水"));
     EXPECT_EQ(s(KanzaiConf.Keta), "4");
@@ -218,20 +218,20 @@ TEST_F(ConfRecordTest, UnknownKeysAndMissingLinesInTheRecord) {
 TEST_F(ConfRecordTest, FailedInsertKeepsTheOldRecord) {
     KanzaiConf.GroupNames = DefaultGroupNames();
     KanzaiConf.GroupNames[1] = QStringLiteral("汚水");
-    ASSERT_EQ(SaveGroupNames(), 1);
+    ASSERT_EQ(saveGroupNames(), 1);
     // The insert fails (a trigger stands in for any failure after the delete).
     ASSERT_EQ(ExecStatement(ExDatabasePath,
                             QStringLiteral("CREATE TRIGGER no_insert BEFORE INSERT ON exconf "
                                            "BEGIN SELECT RAISE(ABORT, 'refused'); END")),
               1);
     KanzaiConf.GroupNames[1] = QStringLiteral("雨水");
-    EXPECT_EQ(SaveGroupNames(), 0);
+    EXPECT_EQ(saveGroupNames(), 0);
     EXPECT_TRUE(dialogs->Messages().empty());
     ASSERT_EQ(dialogs->Boxes().size(), 1u);
     EXPECT_EQ(dialogs->Boxes()[0].instruction, QStringLiteral("ERROR"));
     EXPECT_TRUE(dialogs->Boxes()[0].content.startsWith(QStringLiteral("refused\r\n")))
         << dialogs->Boxes()[0].content.toStdString();
-    LoadGroupNames();
+    loadGroupNames();
     EXPECT_EQ(KanzaiConf.GroupNames[1], QStringLiteral("汚水"));
 }
 

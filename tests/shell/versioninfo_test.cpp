@@ -1,9 +1,9 @@
 // The about dialog and the version block, and the two dialogs made at start.
-#include "shell/uversioninfo.h"
+#include "shell/aboutdialog.h"
 
-#include "edit/upartsselect.h"
+#include "edit/labourlibrarydialog.h"
 #include "platform/scripteddialogs.h"
-#include "sheet/usizeset.h"
+#include "sheet/sizedialog.h"
 #include "support/modal.h"
 
 #include <QLabel>
@@ -16,52 +16,52 @@ namespace {
 TEST(VersionInfoTest, ShowsTheVersionOfTheBuild) {
     ScriptedDialogsScope dialogs;
     ReleaseText.clear();
-    TFversionInfo about;
+    AboutDialog about;
     const QString version = QStringLiteral(QORVALE_VERSION);
     EXPECT_EQ(about.windowTitle(), "製品案内");
-    EXPECT_EQ(about.Appname->text(), ApplicationTitle());
-    EXPECT_EQ(about.Verlabel->text(), "ProductVersion   : " + version);
-    EXPECT_EQ(about.Companylabel->text(), "Ostrel");
-    EXPECT_EQ(about.Copyright->text(), "Copyright (C) Ostrel");
-    EXPECT_FALSE(about.Officelabel->text().isEmpty());
+    EXPECT_EQ(about.appNameLabel->text(), ApplicationTitle());
+    EXPECT_EQ(about.versionLabel->text(), "ProductVersion   : " + version);
+    EXPECT_EQ(about.companyLabel->text(), "Ostrel");
+    EXPECT_EQ(about.copyrightLabel->text(), "Copyright (C) Ostrel");
+    EXPECT_FALSE(about.officeLabel->text().isEmpty());
     EXPECT_EQ(ReleaseText, "Release Version " + version);
-    EXPECT_EQ(about.Button1->text(), "閉じる");
-    EXPECT_TRUE(about.LinkLabel1->text().contains("製品のご案内:"));
-    EXPECT_TRUE(about.LinkLabel1->text().contains(ProductPageUrl));
-    ASSERT_FALSE(about.Image2->pixmap().isNull());
+    EXPECT_EQ(about.closeButton->text(), "閉じる");
+    EXPECT_TRUE(about.linkLabel->text().contains("製品のご案内:"));
+    EXPECT_TRUE(about.linkLabel->text().contains(ProductPageUrl));
+    ASSERT_FALSE(about.imageLabel->pixmap().isNull());
 
-    about.LinkLabel1LinkClick(ProductPageUrl);
+    about.openLink(ProductPageUrl);
     EXPECT_EQ(dialogs->Documents(), QStringList{ProductPageUrl});
 }
 
 TEST(VersionInfoTest, ReadsTheProductVersionOfABlock) {
     VersionBlock block;
     block.values = {{"ProductVersion", "5.5.5.2"}, {"CompanyName", "Maker"}};
-    TFversionInfo about(block, nullptr);
-    EXPECT_EQ(about.Verlabel->text(), "ProductVersion   : 5.5.5.2");
+    AboutDialog about(block, nullptr);
+    EXPECT_EQ(about.versionLabel->text(), "ProductVersion   : 5.5.5.2");
     EXPECT_EQ(ReleaseText, "Release Version 5.5.5.2");
-    EXPECT_EQ(about.Companylabel->text(), "Maker");
-    EXPECT_EQ(about.Copyright->text(), "Copyright"); // design text
+    EXPECT_EQ(about.companyLabel->text(), "Maker");
+    EXPECT_EQ(about.copyrightLabel->text(), "copyrightLabel"); // design text
 }
 
 TEST(VersionInfoTest, NoBlockLeavesTheDesignTexts) {
     ReleaseText.clear();
-    TFversionInfo about(VersionBlock{}, nullptr);
+    AboutDialog about(VersionBlock{}, nullptr);
     EXPECT_FALSE(ReadVersionBlock(&about, VersionBlock{}));
     EXPECT_EQ(ReleaseText, QString());
-    EXPECT_EQ(about.Verlabel->text(), "Version");
-    EXPECT_EQ(about.Appname->text(), "Appname");
+    EXPECT_EQ(about.versionLabel->text(), "Version");
+    EXPECT_EQ(about.appNameLabel->text(), "Appname");
 }
 
 TEST(VersionInfoTest, CloseButtonEndsTheDialog) {
-    TFversionInfo about;
-    WhenModal([](QWidget* w) { qobject_cast<TFversionInfo*>(w)->Button1->click(); });
+    AboutDialog about;
+    WhenModal([](QWidget* w) { qobject_cast<AboutDialog*>(w)->closeButton->click(); });
     EXPECT_EQ(about.exec(), QDialog::Accepted);
 }
 
 TEST(VersionInfoTest, DialogsMadeAtStart) {
-    TfsizeSet sizeSet;
-    TFpartsSelect partsSelect;
+    SizeDialog sizeSet;
+    LabourLibraryDialog partsSelect;
     EXPECT_EQ(FsizeSet, &sizeSet);
     EXPECT_EQ(FpartsSelect, &partsSelect);
     EXPECT_EQ(sizeSet.windowTitle(), "サイズ設定");

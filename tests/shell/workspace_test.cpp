@@ -8,8 +8,8 @@
 #include "sheet/sheettexts.h"
 #include "shell/confrecord.h"
 #include "shell/formwidgets.h"
+#include "shell/mainwindow.h"
 #include "shell/settingsfiles.h"
-#include "shell/utankaregist.h"
 #include "store/modulewrappersqlite.h"
 #include "store/pipetypestore.h"
 #include "store/suitestandin.h"
@@ -42,18 +42,18 @@ QString U(const char* t) {
 }
 
 TEST_F(Workspace, StartShowsTheFirstPipeTypeWithTheEnginesPrices) {
-    TFtankaregist& f = open();
-    EXPECT_FALSE(f.NoDataFolder);
+    MainWindow& f = open();
+    EXPECT_FALSE(f.noDataFolder);
     EXPECT_EQ(f.windowTitle(), U("Qorvale-Ostrel-"));
-    EXPECT_EQ(f.TreeNode(0)->text(0), U("給水"));
-    EXPECT_EQ(f.TreeNode(189)->text(0), U("冷媒"));
-    EXPECT_EQ(f.TreeView1->currentItem(), f.TreeNode(1));
-    EXPECT_EQ(f.TreeNode(1)->text(0), KanzaiRows[1].Goods().trimmed());
-    EXPECT_EQ(f.TreeNode(20)->text(0), U("----")); // no demo data there
-    EXPECT_EQ(f.GOODSBOX->Text(), KanzaiRows[1].Goods());
-    EXPECT_EQ(f.TabControl1->count(), 4);
-    EXPECT_EQ(f.TabControl1->tabText(0), U("屋内一般"));
-    EXPECT_EQ(f.StatusPanel(5), DatabaseFolder);
+    EXPECT_EQ(f.treeNode(0)->text(0), U("給水"));
+    EXPECT_EQ(f.treeNode(189)->text(0), U("冷媒"));
+    EXPECT_EQ(f.tree->currentItem(), f.treeNode(1));
+    EXPECT_EQ(f.treeNode(1)->text(0), KanzaiRows[1].Goods().trimmed());
+    EXPECT_EQ(f.treeNode(20)->text(0), U("----")); // no demo data there
+    EXPECT_EQ(f.goodsBox->Text(), KanzaiRows[1].Goods());
+    EXPECT_EQ(f.tabs->count(), 4);
+    EXPECT_EQ(f.tabs->tabText(0), U("屋内一般"));
+    EXPECT_EQ(f.statusPanel(5), DatabaseFolder);
 
     // The prices on the sheet are the engine's on the stored rows.
     LoadPipeType(1, 1, 1);
@@ -65,14 +65,14 @@ TEST_F(Workspace, StartShowsTheFirstPipeTypeWithTheEnginesPrices) {
         EXPECT_EQ(cell2(1, g), FormatAmount(KanzaiRows[g].GROSS));
     }
     EXPECT_TRUE(cell2(1, 1).contains(',') || KanzaiRows[1].GROSS.raw < 10000000);
-    EXPECT_FALSE(f.ActionUndo->isEnabled());
+    EXPECT_FALSE(f.undoAction->isEnabled());
 }
 
 TEST_F(Workspace, MissingDataFolderRefusesAndWritesNothing) {
     QDir(DataRootPath()).removeRecursively();
     dialogs->AnswerBox(TaskDialog::IdYes);
-    TFtankaregist& f = open();
-    EXPECT_TRUE(f.NoDataFolder);
+    MainWindow& f = open();
+    EXPECT_TRUE(f.noDataFolder);
     ASSERT_EQ(dialogs->Boxes().size(), 1u);
     // An information box with the text alone, no heading, one yes button.
     EXPECT_EQ(dialogs->Boxes()[0].instruction,
@@ -86,23 +86,23 @@ TEST_F(Workspace, MissingDataFolderRefusesAndWritesNothing) {
 }
 
 TEST_F(Workspace, ClickOnAnotherPipeTypeLoadsItAtTabZero) {
-    TFtankaregist& f = open();
-    f.TabControl1->setCurrentIndex(2);
+    MainWindow& f = open();
+    f.tabs->setCurrentIndex(2);
     clickNode(2); // group 1, pipe type 2
-    EXPECT_EQ(f.CurrentGrp, 1);
-    EXPECT_EQ(f.CurrentKan, 2);
-    EXPECT_EQ(f.TabControl1->currentIndex(), 0);
+    EXPECT_EQ(f.currentGroup, 1);
+    EXPECT_EQ(f.currentPipeType, 2);
+    EXPECT_EQ(f.tabs->currentIndex(), 0);
     LoadPipeType(1, 1, 2);
-    EXPECT_EQ(f.GOODSBOX->Text(), KanzaiRows[1].Goods());
+    EXPECT_EQ(f.goodsBox->Text(), KanzaiRows[1].Goods());
     EXPECT_EQ(cell1(0, 1), KanzaiRows[1].Size());
     EXPECT_TRUE(dialogs->Boxes().empty()); // nothing changed, nothing asked
 }
 
 TEST_F(Workspace, OptionChangeRecalculatesAllRowsAndShowsThem) {
-    TFtankaregist& f = open();
+    MainWindow& f = open();
     const QString before = cell1(2, 3);
-    f.SBorRadio14->SetItemIndex(0); // adopted digits 1
-    f.SBorRadio4->SetItemIndex(2);  // two decimals per element
+    f.digitsRadio->SetItemIndex(0);  // adopted digits 1
+    f.elementRadio->SetItemIndex(2); // two decimals per element
     // Every row of every tab follows the engine.
     for (int r : {3, 20, 47}) {
         Fuzokurecordtypex copy = KanzaiRows[r];
@@ -112,27 +112,27 @@ TEST_F(Workspace, OptionChangeRecalculatesAllRowsAndShowsThem) {
     EXPECT_EQ(cell1(1, 3), FormatAmount(KanzaiRows[3].FTANKA));
     EXPECT_EQ(KanzaiRows[3].FTANKA, KanzaiRows[3].GTANKA);
     EXPECT_NE(before, QString());
-    EXPECT_TRUE(f.ActionUndo->isEnabled());
+    EXPECT_TRUE(f.undoAction->isEnabled());
     EXPECT_EQ(cell1(1, 0), U("採用単価"));
 }
 
 TEST_F(Workspace, EnterInBaseLabourCostAppliesAndMovesFocus) {
-    TFtankaregist& f = open();
+    MainWindow& f = open();
     f.activateWindow();
-    f.GpayDay1->setFocus();
-    f.GpayDay1->SetValue(20000);
-    QTest::keyClick(f.GpayDay1, Qt::Key_Return);
+    f.labourCostSubmittedEdit->setFocus();
+    f.labourCostSubmittedEdit->SetValue(20000);
+    QTest::keyClick(f.labourCostSubmittedEdit, Qt::Key_Return);
     EXPECT_EQ(CurrentOptions().LabourSubmitted(), Currency::FromInt(20000));
-    EXPECT_TRUE(f.GpayDay_N->hasFocus());
+    EXPECT_TRUE(f.labourCostCostEdit->hasFocus());
     Fuzokurecordtypex copy = KanzaiRows[1];
     CalcRowWith(copy, CurrentOptions());
     EXPECT_EQ(cell1(2, 1), FormatAmount(copy.GTANKA));
 }
 
 TEST_F(Workspace, SaveWritesAllRowsAndSaysSo) {
-    TFtankaregist& f = open();
-    f.GpayDay1->SetValue(21000);
-    QTest::mouseClick(f.Button1, Qt::LeftButton);
+    MainWindow& f = open();
+    f.labourCostSubmittedEdit->SetValue(21000);
+    QTest::mouseClick(f.saveButton, Qt::LeftButton);
     ASSERT_FALSE(dialogs->Boxes().empty());
     EXPECT_EQ(dialogs->Boxes().back().content, U("保存しました。"));
     EXPECT_EQ(stored(1, 1, 60, "DATA5"), U("21000"));
@@ -145,12 +145,12 @@ TEST_F(Workspace, SaveWritesAllRowsAndSaysSo) {
 }
 
 TEST_F(Workspace, NewBaseLabourCostByEnterThenSaveStoresTheEnginesPrices) {
-    TFtankaregist& f = open();
-    f.GpayDay1->setFocus();
-    f.GpayDay1->selectAll();
-    QTest::keyClicks(f.GpayDay1, QStringLiteral("30000"));
-    QTest::keyClick(f.GpayDay1, Qt::Key_Return);
-    QTest::mouseClick(f.Button1, Qt::LeftButton);
+    MainWindow& f = open();
+    f.labourCostSubmittedEdit->setFocus();
+    f.labourCostSubmittedEdit->selectAll();
+    QTest::keyClicks(f.labourCostSubmittedEdit, QStringLiteral("30000"));
+    QTest::keyClick(f.labourCostSubmittedEdit, Qt::Key_Return);
+    QTest::mouseClick(f.saveButton, Qt::LeftButton);
     // What the engine makes of the stored rows with the new cost.
     LoadPipeType(1, 1, 1);
     ASSERT_EQ(CurrentOptions().LabourSubmitted(), Currency::FromInt(30000));
@@ -164,44 +164,44 @@ TEST_F(Workspace, NewBaseLabourCostByEnterThenSaveStoresTheEnginesPrices) {
 }
 
 TEST_F(Workspace, TreeClickAsksAboutChangesAndSavesOnYes) {
-    TFtankaregist& f = open();
-    f.GpayDay1->SetValue(22000);
-    f.ApplyControls();
+    MainWindow& f = open();
+    f.labourCostSubmittedEdit->SetValue(22000);
+    f.applyControls();
     dialogs->AnswerBox(TaskDialog::IdYes);
     clickNode(2);
     ASSERT_EQ(dialogs->Boxes().size(), 1u);
     EXPECT_TRUE(dialogs->Boxes()[0].content.endsWith(U("データを保存しますか?")));
     EXPECT_EQ(dialogs->Boxes()[0].buttons, TaskDialog::ButtonYes | TaskDialog::ButtonCancel);
     EXPECT_EQ(stored(1, 1, 60, "DATA5"), U("22000"));
-    EXPECT_EQ(f.CurrentKan, 2);
+    EXPECT_EQ(f.currentPipeType, 2);
 }
 
 TEST_F(Workspace, TreeClickCancelLosesTheChange) {
-    TFtankaregist& f = open();
+    MainWindow& f = open();
     const QString old = stored(1, 1, 60, "DATA5");
-    f.GpayDay1->SetValue(23000);
-    f.ApplyControls();
+    f.labourCostSubmittedEdit->SetValue(23000);
+    f.applyControls();
     dialogs->AnswerBox(TaskDialog::IdCancel);
     clickNode(2);
     EXPECT_EQ(stored(1, 1, 60, "DATA5"), old);
 }
 
 TEST_F(Workspace, GroupNodeClickAsksButLoadsNothing) {
-    TFtankaregist& f = open();
-    const QString goods = f.GOODSBOX->Text();
-    f.GpayDay1->SetValue(24000);
-    f.ApplyControls();
+    MainWindow& f = open();
+    const QString goods = f.goodsBox->Text();
+    f.labourCostSubmittedEdit->SetValue(24000);
+    f.applyControls();
     dialogs->AnswerBox(TaskDialog::IdCancel);
     clickNode(21); // group 2
     EXPECT_EQ(dialogs->Boxes().size(), 1u);
-    EXPECT_EQ(f.CurrentGrp, 1);
-    EXPECT_EQ(f.GOODSBOX->Text(), goods);
+    EXPECT_EQ(f.currentGroup, 1);
+    EXPECT_EQ(f.goodsBox->Text(), goods);
 }
 
 TEST_F(Workspace, ClosingAsksAndCancelClosesWithoutSaving) {
-    TFtankaregist& f = open();
+    MainWindow& f = open();
     const QString old = stored(1, 1, 60, "DATA5");
-    f.GpayDay1->SetValue(25000); // applied by the close query itself
+    f.labourCostSubmittedEdit->SetValue(25000); // applied by the close query itself
     dialogs->AnswerBox(TaskDialog::IdCancel);
     closeForm();
     ASSERT_EQ(dialogs->Boxes().size(), 1u);
@@ -209,8 +209,8 @@ TEST_F(Workspace, ClosingAsksAndCancelClosesWithoutSaving) {
 }
 
 TEST_F(Workspace, ClosingWithYesSaves) {
-    TFtankaregist& f = open();
-    f.GpayDay1->SetValue(26000);
+    MainWindow& f = open();
+    f.labourCostSubmittedEdit->SetValue(26000);
     dialogs->AnswerBox(TaskDialog::IdYes);
     closeForm();
     EXPECT_EQ(stored(1, 1, 60, "DATA5"), U("26000"));
@@ -223,21 +223,21 @@ TEST_F(Workspace, ClosingUnchangedAsksNothing) {
 }
 
 TEST_F(Workspace, RenamedGroupSurvivesRestart) {
-    TFtankaregist& f = open();
+    MainWindow& f = open();
     dialogs->AnswerInput(U("上水"));
-    f.NameGroup(0);
-    EXPECT_EQ(f.TreeNode(0)->text(0), U("上水"));
+    f.nameGroup(0);
+    EXPECT_EQ(f.treeNode(0)->text(0), U("上水"));
     closeForm();
-    TFtankaregist& g = open();
-    EXPECT_EQ(g.GroupName(1), U("上水"));
-    EXPECT_EQ(g.TreeNode(0)->text(0), U("上水"));
-    EXPECT_EQ(g.GroupName(2), U("排水"));
+    MainWindow& g = open();
+    EXPECT_EQ(g.groupName(1), U("上水"));
+    EXPECT_EQ(g.treeNode(0)->text(0), U("上水"));
+    EXPECT_EQ(g.groupName(2), U("排水"));
 }
 
 TEST_F(Workspace, WindowAndDisplayFilesAreWrittenAndApplied) {
-    TFtankaregist& f = open();
+    MainWindow& f = open();
     f.setGeometry(30, 40, 1440, 845);
-    f.status_bar->trigger(); // hide the status bar
+    f.statusBarItem->trigger(); // hide the status bar
     closeForm();
     WindowRect rect;
     ReadWindowFile(DataRootPath(), QStringLiteral("qorvale_k"), rect);
@@ -247,44 +247,44 @@ TEST_F(Workspace, WindowAndDisplayFilesAreWrittenAndApplied) {
     ASSERT_TRUE(ReadTextFile(DisplayFilePath(DataRootPath()), lines));
     EXPECT_EQ(lines.value(0), U("[Version]=2.00"));
     EXPECT_EQ(lines.value(3), U("[STATUS_USE]=FALSE"));
-    TFtankaregist& g = open();
+    MainWindow& g = open();
     EXPECT_EQ(g.width(), 1440);
-    EXPECT_FALSE(g.status_bar->isChecked());
-    EXPECT_FALSE(g.StatusBar1->isVisible());
+    EXPECT_FALSE(g.statusBarItem->isChecked());
+    EXPECT_FALSE(g.statusLine->isVisible());
 }
 
 TEST_F(Workspace, RefrigerantModeCaptionsAndColumnNine) {
-    TFtankaregist& f = open();
+    MainWindow& f = open();
     // The demo holds refrigerant pipe types in group 10.
     clickNode(9 * 21 + 1);
     ASSERT_EQ(CurrentOptions().ModeFlag(), 1);
-    EXPECT_EQ(f.TabControl1->count(), 1);
-    EXPECT_EQ(f.TabControl1->tabText(0), U("一般"));
+    EXPECT_EQ(f.tabs->count(), 1);
+    EXPECT_EQ(f.tabs->tabText(0), U("一般"));
     EXPECT_EQ(cell1(5, 0), U("継手接合等"));
     EXPECT_EQ(cell1(9, 0), U("---"));
-    EXPECT_FALSE(f.item_paste_5->isEnabled());
+    EXPECT_FALSE(f.copyFirstDetailAcrossItem->isEnabled());
     for (int g = 1; g <= 14; ++g)
         EXPECT_TRUE(cell1(9, g).isEmpty()) << g;
-    f.ApplyControls();
+    f.applyControls();
     EXPECT_EQ(cell1(5, 0), U("継手・接合材"));
 }
 
 TEST_F(Workspace, SideSelectionAndToggle) {
-    TFtankaregist& f = open();
+    MainWindow& f = open();
     const Fuzokurecordtypex& r = KanzaiRows[1];
-    f.StrColGrid2->SetSelection(GridRect(2, 1, 2, 1));
-    f.StrColGrid2Click();
+    f.materialGrid->SetSelection(GridRect(2, 1, 2, 1));
+    f.materialCellChosen();
     EXPECT_EQ(cell1(1, 1), FormatAmount(r.NTANKA));
     EXPECT_EQ(cell1(3, 1), FormatAmount(r.NET));
-    f.StrColGrid2->SetSelection(GridRect(3, 1, 3, 1));
-    f.StrColGrid2Click();
+    f.materialGrid->SetSelection(GridRect(3, 1, 3, 1));
+    f.materialCellChosen();
     EXPECT_EQ(cell1(3, 1), FormatAmount(r.TEIKA));
     EXPECT_EQ(cell1(4, 1), CurrToStr(r.Data(1))); // factors while the toggle is off
-    QTest::mouseClick(f.CheckBox1, Qt::LeftButton);
-    EXPECT_TRUE(f.CheckBox1->IsOn());
+    QTest::mouseClick(f.resultsSwitch, Qt::LeftButton);
+    EXPECT_TRUE(f.resultsSwitch->IsOn());
     EXPECT_EQ(cell1(4, 1), U("--"));
-    f.StrColGrid2->SetSelection(GridRect(1, 1, 1, 1));
-    f.StrColGrid2Click();
+    f.materialGrid->SetSelection(GridRect(1, 1, 1, 1));
+    f.materialCellChosen();
     EXPECT_EQ(cell1(4, 1), FormatGeneral(r.CALC_G[0]));
     EXPECT_EQ(cell1(1, 1), FormatAmount(r.FTANKA));
 }
@@ -299,36 +299,36 @@ TEST_F(Workspace, OptionControlsMapToTheirFieldsBothWays) {
                                      "GTANKA='1000', FTANKA='0.5' where CTG='1' and GRP='1' and "
                                      "KAN='1' and NO='60';")),
               1);
-    TFtankaregist& f = open();
-    EXPECT_EQ(f.Scalc_opt1->ItemIndex(), 1);
-    EXPECT_EQ(f.SBorRadio1->ItemIndex(), 0);
-    EXPECT_EQ(f.avr_N->Value(), 55);
-    EXPECT_EQ(f.avr_1->Value(), 65);
-    EXPECT_EQ(f.SBorRadio14->ItemIndex(), 2);
-    EXPECT_EQ(f.SBorRadio11->ItemIndex(), 2);
-    EXPECT_EQ(f.GpayDay_N->Value(), 15000);
-    EXPECT_EQ(f.GpayDay1->Value(), 18000);
-    EXPECT_EQ(f.SBorRadio4->ItemIndex(), 1);
-    EXPECT_EQ(f.SBorRadio8->ItemIndex(), 1);
-    EXPECT_TRUE(f.CheckGroupBox1->Checked());
-    EXPECT_EQ(f.ComboBox1->ItemIndex(), 3);
-    EXPECT_EQ(f.ComboBox3->ItemIndex(), 2);
-    EXPECT_EQ(f.Label1->text(), U("資材単価")); // untouched until the first apply
+    MainWindow& f = open();
+    EXPECT_EQ(f.otherCostRadio->ItemIndex(), 1);
+    EXPECT_EQ(f.modeRadio->ItemIndex(), 0);
+    EXPECT_EQ(f.rateCostEdit->Value(), 55);
+    EXPECT_EQ(f.rateSubmittedEdit->Value(), 65);
+    EXPECT_EQ(f.digitsRadio->ItemIndex(), 2);
+    EXPECT_EQ(f.belowDigitsRadio->ItemIndex(), 2);
+    EXPECT_EQ(f.labourCostCostEdit->Value(), 15000);
+    EXPECT_EQ(f.labourCostSubmittedEdit->Value(), 18000);
+    EXPECT_EQ(f.elementRadio->ItemIndex(), 1);
+    EXPECT_EQ(f.fractionRadio->ItemIndex(), 1);
+    EXPECT_TRUE(f.useRateCheck->Checked());
+    EXPECT_EQ(f.unitDigitsList->ItemIndex(), 3);
+    EXPECT_EQ(f.unitFractionList->ItemIndex(), 2);
+    EXPECT_EQ(f.materialCaption->text(), U("資材単価")); // untouched until the first apply
 
-    f.avr_1->SetValue(70);
-    f.avr_N->SetValue(60);
-    f.GpayDay1->SetValue(20000);
-    f.GpayDay_N->SetValue(16000);
-    f.ComboBox1->SetItemIndex(5);
-    f.ComboBox3->SetItemIndex(1);
-    f.SBorRadio14->SetItemIndex(4);
-    f.SBorRadio11->SetItemIndex(0);
-    f.SBorRadio4->SetItemIndex(3);
-    f.SBorRadio8->SetItemIndex(2);
-    f.Scalc_opt1->SetItemIndex(0);
-    EXPECT_EQ(f.Label1->text(), U("資材単価[単価に掛率を使用]"));
-    f.CheckGroupBox1->SetChecked(false);
-    EXPECT_EQ(f.Label1->text(), U("資材単価"));
+    f.rateSubmittedEdit->SetValue(70);
+    f.rateCostEdit->SetValue(60);
+    f.labourCostSubmittedEdit->SetValue(20000);
+    f.labourCostCostEdit->SetValue(16000);
+    f.unitDigitsList->SetItemIndex(5);
+    f.unitFractionList->SetItemIndex(1);
+    f.digitsRadio->SetItemIndex(4);
+    f.belowDigitsRadio->SetItemIndex(0);
+    f.elementRadio->SetItemIndex(3);
+    f.fractionRadio->SetItemIndex(2);
+    f.otherCostRadio->SetItemIndex(0);
+    EXPECT_EQ(f.materialCaption->text(), U("資材単価[単価に掛率を使用]"));
+    f.useRateCheck->SetChecked(false);
+    EXPECT_EQ(f.materialCaption->text(), U("資材単価"));
     const Fuzokurecordtypex& o = KanzaiRows[60];
     EXPECT_EQ(o.GROSS, Currency::FromInt(70));
     EXPECT_EQ(o.NET, Currency::FromInt(60));
@@ -346,55 +346,55 @@ TEST_F(Workspace, OptionControlsMapToTheirFieldsBothWays) {
 }
 
 TEST_F(Workspace, EnterInANameBoxNamesTheNodeAndApplies) {
-    TFtankaregist& f = open();
-    f.GOODSBOX->SetText(U("  新しい管材\u3000"));
-    f.ci->SetText(U("本"));
-    QTest::keyClick(f.ci, Qt::Key_Return); // the text of GOODSBOX, not of ci
+    MainWindow& f = open();
+    f.goodsBox->SetText(U("  新しい管材\u3000"));
+    f.unitBox->SetText(U("本"));
+    QTest::keyClick(f.unitBox, Qt::Key_Return); // the text of goodsBox, not of unitBox
     // Blanks go, the full-width space stays.
-    EXPECT_EQ(f.TreeNode(1)->text(0), U("新しい管材\u3000"));
+    EXPECT_EQ(f.treeNode(1)->text(0), U("新しい管材\u3000"));
     EXPECT_EQ(KanzaiRows[1].Goods(), U("  新しい管材\u3000"));
     EXPECT_EQ(KanzaiRows[37].Ci(), U("本"));
     EXPECT_TRUE(PipeTypeChanged());
 }
 
 TEST_F(Workspace, ShiftReleaseOnTheTreeNamesTheNode) {
-    TFtankaregist& f = open();
+    MainWindow& f = open();
     dialogs->AnswerInput(U("仮の名前"));
     clickNode(3, Qt::ShiftModifier);
     QCoreApplication::processEvents();
     ASSERT_EQ(dialogs->Inputs().size(), 1u);
     EXPECT_EQ(dialogs->Inputs()[0].prompt, U("名称を入力してください"));
-    EXPECT_EQ(f.TreeNode(3)->text(0), U("仮の名前"));
-    EXPECT_EQ(f.CurrentKan, 3); // the click loaded it first
+    EXPECT_EQ(f.treeNode(3)->text(0), U("仮の名前"));
+    EXPECT_EQ(f.currentPipeType, 3); // the click loaded it first
     // On a group node the menu caption follows, and the record is written.
     dialogs->AnswerInput(U("上水"));
     clickNode(42, Qt::ShiftModifier);
     QCoreApplication::processEvents();
-    EXPECT_EQ(f.GroupName(3), U("上水"));
+    EXPECT_EQ(f.groupName(3), U("上水"));
     QueryToLines(db, QStringLiteral("SELECT notes FROM exconf where conf='kanzai';"));
     ASSERT_EQ(ResultLines.size(), 1);
     EXPECT_TRUE(NthField(ResultLines[0], 1).contains(U("[GROUP_NAME3]=上水")));
 }
 
 TEST_F(Workspace, EnterInTheRatesAppliesAndTheLabourCostsSwapFocus) {
-    TFtankaregist& f = open();
+    MainWindow& f = open();
     f.activateWindow();
-    f.avr_1->setFocus();
-    f.avr_1->SetValue(72);
-    QTest::keyClick(f.avr_1, Qt::Key_Return);
+    f.rateSubmittedEdit->setFocus();
+    f.rateSubmittedEdit->SetValue(72);
+    QTest::keyClick(f.rateSubmittedEdit, Qt::Key_Return);
     EXPECT_EQ(CurrentOptions().RateSubmitted(), Currency::FromInt(72));
-    f.GpayDay_N->setFocus();
-    f.GpayDay_N->SetValue(14000);
-    QTest::keyClick(f.GpayDay_N, Qt::Key_Return);
+    f.labourCostCostEdit->setFocus();
+    f.labourCostCostEdit->SetValue(14000);
+    QTest::keyClick(f.labourCostCostEdit, Qt::Key_Return);
     EXPECT_EQ(CurrentOptions().LabourCost(), Currency::FromInt(14000));
-    EXPECT_TRUE(f.GpayDay1->hasFocus());
+    EXPECT_TRUE(f.labourCostSubmittedEdit->hasFocus());
 }
 
 TEST_F(Workspace, SaveWritesEveryFieldOfAllSixtyRows) {
-    TFtankaregist& f = open();
-    f.GOODSBOX->SetText(U("鋼管'; --"));
-    f.StaticText2->setText(U("頁;12"));
-    QTest::mouseClick(f.Button1, Qt::LeftButton);
+    MainWindow& f = open();
+    f.goodsBox->SetText(U("鋼管'; --"));
+    f.pageEdit->setText(U("頁;12"));
+    QTest::mouseClick(f.saveButton, Qt::LeftButton);
     const QStringList shown = CurrentLines;
     LoadPipeType(1, 1, 1);
     for (int r = 1; r <= 60; ++r)
@@ -408,19 +408,19 @@ TEST_F(Workspace, DisplayFileHidesTheTreeAndSetsItsWidth) {
     ASSERT_TRUE(WriteTextFile(DisplayFilePath(DataRootPath()),
                               {U("[Version]=2.00"), U("[CheckBox1]=TRUE"), U("[TREE_USE]=FALSE"),
                                U("[STATUS_USE]=TRUE"), U("[TREEVIEW_WIDTH]=150")}));
-    TFtankaregist& f = open();
-    EXPECT_FALSE(f.tree_list->isChecked());
-    EXPECT_FALSE(f.TreeView1->isVisible());
-    EXPECT_EQ(f.TreeSplitter->sizes().value(0), 150);
-    EXPECT_FALSE(f.CheckBox1->IsOn()); // stored, never read back
-    f.tree_list->trigger();
-    EXPECT_TRUE(f.TreeView1->isVisible());
+    MainWindow& f = open();
+    EXPECT_FALSE(f.treeListItem->isChecked());
+    EXPECT_FALSE(f.tree->isVisible());
+    EXPECT_EQ(f.treeSplitter->sizes().value(0), 150);
+    EXPECT_FALSE(f.resultsSwitch->IsOn()); // stored, never read back
+    f.treeListItem->trigger();
+    EXPECT_TRUE(f.tree->isVisible());
     QCoreApplication::processEvents();
-    EXPECT_EQ(f.TreeView1->width(), 150);
+    EXPECT_EQ(f.tree->width(), 150);
     // The user drags the splitter; the close writes the tree's new width.
-    f.TreeSplitter->setSizes({220, f.TreeSplitter->sizes().value(1) - 70});
+    f.treeSplitter->setSizes({220, f.treeSplitter->sizes().value(1) - 70});
     QCoreApplication::processEvents();
-    EXPECT_EQ(f.TreeView1->width(), 220);
+    EXPECT_EQ(f.tree->width(), 220);
     closeForm();
     QStringList lines;
     ASSERT_TRUE(ReadTextFile(DisplayFilePath(DataRootPath()), lines));
@@ -434,9 +434,9 @@ TEST_F(Workspace, TreeNamesAndDetailCaptionsFromTheStore) {
     ASSERT_EQ(ExecStatement(db, QStringLiteral("UPDATE ex_kanzai SET KIND='' where CTG='1' and "
                                                "GRP='1' and KAN='1' and NO='16';")),
               1);
-    TFtankaregist& f = open();
-    EXPECT_EQ(f.TreeNode(43)->text(0), QString()); // blanks only: an empty name
-    EXPECT_EQ(f.TabControl1->tabText(1), U("機械室・便所"));
+    MainWindow& f = open();
+    EXPECT_EQ(f.treeNode(43)->text(0), QString()); // blanks only: an empty name
+    EXPECT_EQ(f.tabs->tabText(1), U("機械室・便所"));
     EXPECT_EQ(KanzaiRows[16].Kind(), U("機械室・便所"));
     EXPECT_FALSE(PipeTypeChanged());
     RefreshLines();
@@ -444,17 +444,17 @@ TEST_F(Workspace, TreeNamesAndDetailCaptionsFromTheStore) {
 }
 
 TEST_F(Workspace, RefrigerantApplyWritesTheSingleTabCaption) {
-    TFtankaregist& f = open();
+    MainWindow& f = open();
     clickNode(9 * 21 + 1);
-    f.ApplyControls();
+    f.applyControls();
     EXPECT_EQ(KanzaiRows[1].Kind(), U("一般"));
 }
 
 TEST_F(Workspace, SaveAfterAGroupNodeClickWritesTheShownPipeType) {
-    TFtankaregist& f = open();
+    MainWindow& f = open();
     clickNode(21);
-    f.GpayDay1->SetValue(27000);
-    QTest::mouseClick(f.Button1, Qt::LeftButton);
+    f.labourCostSubmittedEdit->SetValue(27000);
+    QTest::mouseClick(f.saveButton, Qt::LeftButton);
     EXPECT_EQ(stored(1, 1, 60, "DATA5"), U("27000"));
 }
 

@@ -37,7 +37,7 @@ protected:
 
     void exec(const QString& sql) { ASSERT_EQ(ExecStatement(ExDatabasePath, sql), 1); }
     QString stored(const char* column, int grp, int kan, int no) {
-        TSQLiteDatabase db(ExDatabasePath);
+        SqliteDatabase db(ExDatabasePath);
         return db.GetTableString(
             QStringLiteral("SELECT %1 FROM ex_kanzai WHERE GRP=%2 AND KAN=%3 AND NO=%4")
                 .arg(QLatin1String(column))
@@ -277,7 +277,7 @@ TEST_F(PipeTypeStore, ASaveLandsWholeOrNotAtAll) {
     };
     {
         // A trigger of another program refuses row 30 alone.
-        TSQLiteDatabase other(ExDatabasePath);
+        SqliteDatabase other(ExDatabasePath);
         other.ExecSQL(QStringLiteral(
             "CREATE TRIGGER no30 BEFORE UPDATE ON ex_kanzai WHEN old.GRP=7 AND old.KAN=3 AND "
             "old.NO=30 BEGIN SELECT RAISE(ABORT, 'row 30 is held'); END;"));

@@ -22,7 +22,7 @@ protected:
     void SetUp() override {
         ASSERT_TRUE(dir.isValid());
         path = dir.filePath(QStringLiteral("layer.db3"));
-        TSQLiteDatabase db(path, TSQLiteDatabase::OpenMode::CreateIfMissing);
+        SqliteDatabase db(path, SqliteDatabase::OpenMode::CreateIfMissing);
         db.ExecSQL(QStringLiteral("CREATE TABLE t (ID INTEGER, NAME TEXT, PRICE NUMERIC, "
                                   "CODE numeric, DATA BLOB)"));
         db.ExecSQL(QStringLiteral("INSERT INTO t VALUES (1, 'a;b', 1234.56789, 'x', NULL)"));
@@ -81,7 +81,7 @@ TEST_F(SqliteLayer, FailedQueryRaisesAndLeavesNoConnection) {
                                    "database.\r\"SELECT * FROM nope\": no such table: nope"));
     EXPECT_TRUE(ResultLines.isEmpty());
     // The file is free again: an exclusive lock can be taken at once.
-    TSQLiteDatabase db(path);
+    SqliteDatabase db(path);
     EXPECT_NO_THROW(db.ExecSQL(QStringLiteral("BEGIN EXCLUSIVE")));
     db.ExecSQL(QStringLiteral("ROLLBACK"));
 }
@@ -106,7 +106,7 @@ TEST_F(SqliteLayer, ExecStatementCommitsOrShowsError) {
 TEST_F(SqliteLayer, OpenFailures) {
     const QString bad = dir.filePath(QStringLiteral("missing/sub/x.db3"));
     EXPECT_EQ(
-        message([&] { TSQLiteDatabase db(bad); }),
+        message([&] { SqliteDatabase db(bad); }),
         QStringLiteral("Failed to open database \"%1\" : unable to open database file").arg(bad));
     // ExecStatement does not catch a failed open.
     EXPECT_THROW(ExecStatement(bad, QStringLiteral("SELECT 1")), ESQLiteException);
@@ -119,8 +119,8 @@ TEST_F(SqliteLayer, OpenFailures) {
 }
 
 TEST_F(SqliteLayer, StatementFailureTexts) {
-    TSQLiteDatabase db(path);
-    TSQLiteQuery empty;
+    SqliteDatabase db(path);
+    SqliteQuery empty;
     empty.SQL = QStringLiteral("q");
     EXPECT_EQ(message([&] { db.BindSQL(empty, 1, std::int64_t(1)); }),
               QStringLiteral("Could not bind integer to prepared SQL statement"));
@@ -143,7 +143,7 @@ TEST_F(SqliteLayer, StatementFailureTexts) {
                              "violation.\r\"INSERT INTO u VALUES (1)\": UNIQUE constraint failed: "
                              "u.K"));
 
-    TSQLiteQuery q = db.PrepareSQL(QStringLiteral("INSERT INTO u VALUES (?)"));
+    SqliteQuery q = db.PrepareSQL(QStringLiteral("INSERT INTO u VALUES (?)"));
     db.BindSQL(q, 1, std::int64_t(1));
     EXPECT_EQ(message([&] { db.ExecSQL(q); }),
               QStringLiteral("Error executing prepared SQL statement.\rError [19]: Abort due to "
@@ -166,7 +166,7 @@ TEST_F(SqliteLayer, StatementFailureTexts) {
 }
 
 TEST_F(SqliteLayer, TableTypesAndFieldAccess) {
-    TSQLiteDatabase db(path);
+    SqliteDatabase db(path);
     auto t = db.GetTable(QStringLiteral("SELECT ID, NAME, PRICE, CODE, DATA, ID * 2 AS twice "
                                         "FROM t ORDER BY ID"));
     EXPECT_EQ(t->RowCount(), 2u);
@@ -215,7 +215,7 @@ TEST_F(SqliteLayer, TableTypesAndFieldAccess) {
 }
 
 TEST_F(SqliteLayer, CursorWalksForward) {
-    TSQLiteDatabase db(path);
+    SqliteDatabase db(path);
     auto c = db.GetUniTable(QStringLiteral("SELECT ID, NAME, DATA FROM t ORDER BY ID"));
     EXPECT_EQ(c->ColCount(), 3);
     EXPECT_FALSE(c->Eof());
@@ -236,9 +236,9 @@ TEST_F(SqliteLayer, CursorWalksForward) {
 }
 
 TEST_F(SqliteLayer, ParametersHooksAndTransactions) {
-    TSQLiteDatabase db(path);
+    SqliteDatabase db(path);
     QStringList seen;
-    db.OnQuery = [&](TSQLiteDatabase*, const QString& sql) { seen << sql; };
+    db.OnQuery = [&](SqliteDatabase*, const QString& sql) { seen << sql; };
     db.AddParamInt(QStringLiteral(":id"), 3);
     db.AddParamText(QStringLiteral(":name"), QStringLiteral("鋼管'"));
     db.AddParamFloat(QStringLiteral(":price"), 0.25);
@@ -253,7 +253,7 @@ TEST_F(SqliteLayer, ParametersHooksAndTransactions) {
               QStringLiteral("INSERT INTO t VALUES (:id, :name, :price, :code, NULL)"));
     EXPECT_TRUE(db.TableExists(QStringLiteral("T")));
     EXPECT_FALSE(db.TableExists(QStringLiteral("nope")));
-    EXPECT_FALSE(TSQLiteDatabase::Version().isEmpty());
+    EXPECT_FALSE(SqliteDatabase::Version().isEmpty());
 
     db.BeginTransaction();
     EXPECT_EQ(message([&] { db.BeginTransaction(); }), QStringLiteral("Transaction already open"));
@@ -270,26 +270,26 @@ TEST_F(SqliteLayer, ParametersHooksAndTransactions) {
 
 TEST_F(SqliteLayer, DestroyRollsBackOpenTransaction) {
     {
-        TSQLiteDatabase db(path);
+        SqliteDatabase db(path);
         db.BeginTransaction();
         db.ExecSQL(QStringLiteral("DELETE FROM t"));
     }
-    TSQLiteDatabase db(path);
+    SqliteDatabase db(path);
     EXPECT_EQ(db.GetTableValue(QStringLiteral("SELECT count(*) FROM t")), 2);
 }
 
 TEST_F(SqliteLayer, BackupAndCollations) {
     const QString copy = dir.filePath(QStringLiteral("copy.db3"));
     {
-        TSQLiteDatabase source(path);
-        TSQLiteDatabase target(copy, TSQLiteDatabase::OpenMode::CreateIfMissing);
+        SqliteDatabase source(path);
+        SqliteDatabase target(copy, SqliteDatabase::OpenMode::CreateIfMissing);
         EXPECT_EQ(source.Backup(target), SQLITE_DONE);
         EXPECT_EQ(message([&] {
                       source.Backup(target, QStringLiteral("nosuch"), QStringLiteral("main"));
                   }),
                   QStringLiteral("Could not initialize backup"));
     }
-    TSQLiteDatabase db(copy);
+    SqliteDatabase db(copy);
     EXPECT_EQ(db.GetTableValue(QStringLiteral("SELECT count(*) FROM t")), 2);
     db.AddCustomCollate(QStringLiteral("REVERSE"),
                         [](void*, int l1, const void* b1, int l2, const void* b2) {
@@ -308,7 +308,7 @@ TEST_F(SqliteLayer, BackupAndCollations) {
 }
 
 TEST_F(SqliteLayer, BusyDatabase) {
-    TSQLiteDatabase other(path);
+    SqliteDatabase other(path);
     other.ExecSQL(QStringLiteral("BEGIN EXCLUSIVE"));
     // A read fails with the busy code once the wait is over.
     try {
@@ -332,9 +332,9 @@ TEST_F(SqliteLayer, BusyDatabase) {
 // its first step, not while preparing: the table gives the direct busy text,
 // the cursor the text of a failed retrieval with the busy code.
 TEST_F(SqliteLayer, BusyAtTheFirstStep) {
-    TSQLiteDatabase db(path);
+    SqliteDatabase db(path);
     EXPECT_EQ(db.GetTableValue(QStringLiteral("SELECT count(*) FROM t")), 2);
-    TSQLiteDatabase other(path);
+    SqliteDatabase other(path);
     other.ExecSQL(QStringLiteral("BEGIN EXCLUSIVE"));
     EXPECT_EQ(message([&] { db.GetTable(QStringLiteral("SELECT * FROM t")); }),
               QStringLiteral("Could not prepare SQL statement"));

@@ -44,7 +44,7 @@ protected:
         return RunQorvaleTool(args, o, e);
     }
     std::int64_t value(const QString& sql) {
-        TSQLiteDatabase db(dbPath);
+        SqliteDatabase db(dbPath);
         return db.GetTableValue(sql);
     }
 
@@ -182,7 +182,7 @@ TEST_F(SuiteAndTool, ToolRefusesBadArgumentsAndABusyDatabase) {
     EXPECT_EQ(suite({"init", "--fast"}), 2);
 
     ASSERT_EQ(suite({"init", "--demo"}), 0) << s(err);
-    TSQLiteDatabase other(dbPath);
+    SqliteDatabase other(dbPath);
     other.ExecSQL(QStringLiteral("BEGIN IMMEDIATE"));
     other.ExecSQL(QStringLiteral("UPDATE ex_kanzai SET DATA5='1' WHERE NO=60"));
     EXPECT_EQ(tool({"recalc", "--group", "1"}), 1);

@@ -6,7 +6,7 @@
 #include "controls/strcgrid.h"
 #include "platform/datapaths.h"
 #include "platform/scripteddialogs.h"
-#include "shell/utankaregist.h"
+#include "shell/mainwindow.h"
 #include "store/modulewrappersqlite.h"
 #include "store/suitestandin.h"
 
@@ -43,8 +43,8 @@ protected:
     }
 
     // Opens the window and runs its show step.
-    TFtankaregist& open() {
-        form = std::make_unique<TFtankaregist>(QString());
+    MainWindow& open() {
+        form = std::make_unique<MainWindow>(QString());
         form->show();
         QCoreApplication::processEvents();
         QCoreApplication::processEvents();
@@ -55,29 +55,29 @@ protected:
         form.reset();
     }
 
-    QString cell1(int c, int r) const { return form->StrColGrid1->Cells(c, r); }
-    QString cell2(int c, int r) const { return form->StrColGrid2->Cells(c, r); }
+    QString cell1(int c, int r) const { return form->compositeGrid->Cells(c, r); }
+    QString cell2(int c, int r) const { return form->materialGrid->Cells(c, r); }
 
     // A click of the person on a node: the press selects it, the release
     // clicks it.
     void clickNode(int absoluteIndex, Qt::KeyboardModifiers mods = {},
                    Qt::MouseButton button = Qt::LeftButton) {
-        QTreeWidgetItem* node = form->TreeNode(absoluteIndex);
-        form->TreeView1->scrollToItem(node);
-        const QRect r = form->TreeView1->visualItemRect(node);
-        QTest::mouseClick(form->TreeView1->viewport(), button, mods, r.center());
+        QTreeWidgetItem* node = form->treeNode(absoluteIndex);
+        form->tree->scrollToItem(node);
+        const QRect r = form->tree->visualItemRect(node);
+        QTest::mouseClick(form->tree->viewport(), button, mods, r.center());
     }
 
     // A figure typed into a cell of the factor grid and Enter: the pipe type
     // counts as changed.
     void typeFactor(int col, int line, const char* text) {
-        ASSERT_TRUE(form->StrColGrid1->FocusCell(col, line, true));
+        ASSERT_TRUE(form->compositeGrid->FocusCell(col, line, true));
         for (const char* p = text; *p; ++p)
-            QTest::keyClick(form->StrColGrid1->EditorMode()
-                                ? static_cast<QWidget*>(form->StrColGrid1->InplaceEditor())
-                                : form->StrColGrid1,
+            QTest::keyClick(form->compositeGrid->EditorMode()
+                                ? static_cast<QWidget*>(form->compositeGrid->InplaceEditor())
+                                : form->compositeGrid,
                             *p);
-        QTest::keyClick(form->StrColGrid1->InplaceEditor(), Qt::Key_Return);
+        QTest::keyClick(form->compositeGrid->InplaceEditor(), Qt::Key_Return);
     }
 
     // The stored value of a column of one row.
@@ -94,5 +94,5 @@ protected:
     QTemporaryDir dir;
     QString db;
     ScriptedDialogsScope dialogs;
-    std::unique_ptr<TFtankaregist> form;
+    std::unique_ptr<MainWindow> form;
 };

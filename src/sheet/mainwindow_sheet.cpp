@@ -1,6 +1,6 @@
 // The main form: the controls of the sheet, the pipe type and its options,
 // their look and their events.
-#include "shell/utankaregist.h"
+#include "shell/mainwindow.h"
 
 #include "controls/boxlabl.h"
 #include "controls/gradpan.h"
@@ -112,8 +112,8 @@ const QString GridHint = QStringLiteral(
 constexpr int RowHeight = 26;
 constexpr int Col0Width = 50;
 
-TEditCombo* nameCombo(QWidget* parent, const char* name, const QStringList& items) {
-    auto* box = new TEditCombo(parent);
+EditCombo* nameCombo(QWidget* parent, const char* name, const QStringList& items) {
+    auto* box = new EditCombo(parent);
     box->setObjectName(QString::fromLatin1(name));
     // The lists stand in the order of their code page bytes: sorted as the
     // systems served sort them.
@@ -129,8 +129,8 @@ QLabel* captionLabel(QWidget* parent, const QString& text) {
     return label;
 }
 
-TNumberEdit* numberEdit(QWidget* parent, const char* name) {
-    auto* edit = new TNumberEdit(parent);
+NumberEdit* numberEdit(QWidget* parent, const char* name) {
+    auto* edit = new NumberEdit(parent);
     edit->setObjectName(QString::fromLatin1(name));
     edit->SetLimitOptions(LimitBoth);
     edit->SetValue(0);
@@ -138,8 +138,8 @@ TNumberEdit* numberEdit(QWidget* parent, const char* name) {
     return edit;
 }
 
-TBoxLabel* boxCaption(QWidget* parent, const QString& text) {
-    auto* box = new TBoxLabel(parent);
+BoxLabel* boxCaption(QWidget* parent, const QString& text) {
+    auto* box = new BoxLabel(parent);
     box->SetCaption(text);
     box->setMinimumSize(QFontMetrics(parent->font()).horizontalAdvance(text) + 16, 24);
     return box;
@@ -147,127 +147,127 @@ TBoxLabel* boxCaption(QWidget* parent, const QString& text) {
 
 } // namespace
 
-void TFtankaregist::buildSheet() {
-    auto* outer = new QHBoxLayout(CentralArea);
+void MainWindow::buildSheet() {
+    auto* outer = new QHBoxLayout(centralArea_);
     outer->setContentsMargins(4, 4, 4, 4);
     outer->setSpacing(6);
 
     // Left: the emblem over the tree.
     auto* left = new QVBoxLayout;
     left->setSpacing(4);
-    velmoraEmblem = new TGradPan(CentralArea);
+    velmoraEmblem = new GradientPanel(centralArea_);
     velmoraEmblem->setObjectName(QStringLiteral("velmoraEmblem"));
     velmoraEmblem->SetBackGroundEffect(bdDown);
     velmoraEmblem->setFixedHeight(84);
     auto* emblemLayout = new QVBoxLayout(velmoraEmblem);
     emblemLayout->setContentsMargins(10, 6, 10, 6);
     emblemLayout->setSpacing(0);
-    Label11 = new QLabel(QStringLiteral("Ostrel"), velmoraEmblem);
-    Label11->setObjectName(QStringLiteral("Label11"));
-    Label9 = new QLabel(QStringLiteral("Qorvale"), velmoraEmblem);
-    Label9->setObjectName(QStringLiteral("Label9"));
-    ReleaseLabel = new QLabel(QStringLiteral("Release Version"), velmoraEmblem);
-    ReleaseLabel->setObjectName(QStringLiteral("ReleaseLabel"));
-    QFont big = Label9->font();
+    ostrelLabel = new QLabel(QStringLiteral("Ostrel"), velmoraEmblem);
+    ostrelLabel->setObjectName(QStringLiteral("ostrelLabel"));
+    productLabel = new QLabel(QStringLiteral("Qorvale"), velmoraEmblem);
+    productLabel->setObjectName(QStringLiteral("productLabel"));
+    releaseLabel = new QLabel(QStringLiteral("Release Version"), velmoraEmblem);
+    releaseLabel->setObjectName(QStringLiteral("releaseLabel"));
+    QFont big = productLabel->font();
     big.setPointSize(big.pointSize() + 8);
     big.setBold(true);
-    Label9->setFont(big);
-    for (QLabel* l : {Label11, Label9, ReleaseLabel}) {
+    productLabel->setFont(big);
+    for (QLabel* l : {ostrelLabel, productLabel, releaseLabel}) {
         l->setStyleSheet(QStringLiteral("color: white; background: transparent;"));
         emblemLayout->addWidget(l);
     }
     left->addWidget(velmoraEmblem);
 
-    TreeView1 = new QTreeWidget(CentralArea);
-    TreeView1->setObjectName(QStringLiteral("TreeView1"));
-    TreeView1->setHeaderHidden(true);
-    TreeView1->setEditTriggers(QAbstractItemView::NoEditTriggers);
-    TreeView1->setSelectionMode(QAbstractItemView::SingleSelection);
-    TreeView1->setContextMenuPolicy(Qt::CustomContextMenu);
-    TreeView1->setMinimumWidth(0);
+    tree = new QTreeWidget(centralArea_);
+    tree->setObjectName(QStringLiteral("tree"));
+    tree->setHeaderHidden(true);
+    tree->setEditTriggers(QAbstractItemView::NoEditTriggers);
+    tree->setSelectionMode(QAbstractItemView::SingleSelection);
+    tree->setContextMenuPolicy(Qt::CustomContextMenu);
+    tree->setMinimumWidth(0);
     for (int g = 1; g <= 10; ++g) {
-        auto* group = new QTreeWidgetItem(TreeView1, {GroupName(g)});
+        auto* group = new QTreeWidgetItem(tree, {groupName(g)});
         for (int k = 1; k <= 20; ++k)
             new QTreeWidgetItem(group, {QStringLiteral("----")});
     }
-    left->addWidget(TreeView1, 1);
+    left->addWidget(tree, 1);
     left->setContentsMargins(0, 0, 0, 0);
     // The tree's width is the user's: a splitter between it and the sheet.
-    TreeSplitter = new QSplitter(Qt::Horizontal, CentralArea);
-    TreeSplitter->setObjectName(QStringLiteral("TreeSplitter"));
-    TreeSplitter->setChildrenCollapsible(false);
-    auto* leftBox = new QWidget(TreeSplitter);
+    treeSplitter = new QSplitter(Qt::Horizontal, centralArea_);
+    treeSplitter->setObjectName(QStringLiteral("treeSplitter"));
+    treeSplitter->setChildrenCollapsible(false);
+    auto* leftBox = new QWidget(treeSplitter);
     leftBox->setObjectName(QStringLiteral("LeftPanel"));
     leftBox->setLayout(left);
     leftBox->setMinimumWidth(60);
-    TreeSplitter->addWidget(leftBox);
-    outer->addWidget(TreeSplitter);
+    treeSplitter->addWidget(leftBox);
+    outer->addWidget(treeSplitter);
 
     // Right: names, the sheet, the options; on a screen smaller than the
     // form they scroll rather than being cut off.
-    SheetScroll = new QScrollArea(TreeSplitter);
-    SheetScroll->setObjectName(QStringLiteral("SheetScroll"));
-    SheetScroll->setWidgetResizable(true);
-    SheetScroll->setFrameShape(QFrame::NoFrame);
-    auto* rightBox = new QWidget(SheetScroll);
+    sheetScroll = new QScrollArea(treeSplitter);
+    sheetScroll->setObjectName(QStringLiteral("sheetScroll"));
+    sheetScroll->setWidgetResizable(true);
+    sheetScroll->setFrameShape(QFrame::NoFrame);
+    auto* rightBox = new QWidget(sheetScroll);
     rightBox->setObjectName(QStringLiteral("RightPanel"));
     auto* right = new QVBoxLayout(rightBox);
     right->setContentsMargins(0, 0, 0, 0);
     right->setSpacing(4);
     right->addWidget(buildNameBox());
 
-    auto* sheet = new QWidget(CentralArea);
+    auto* sheet = new QWidget(centralArea_);
     sheet->setObjectName(QStringLiteral("SheetFrame"));
     auto* sheetLayout = new QVBoxLayout(sheet);
     sheetLayout->setContentsMargins(0, 0, 0, 0);
     sheetLayout->setSpacing(0);
-    TabControl1 = new QTabBar(sheet);
-    TabControl1->setObjectName(QStringLiteral("TabControl1"));
-    TabControl1->setExpanding(false);
-    TabControl1->setDrawBase(true);
-    sheetLayout->addWidget(TabControl1);
+    tabs = new QTabBar(sheet);
+    tabs->setObjectName(QStringLiteral("tabs"));
+    tabs->setExpanding(false);
+    tabs->setDrawBase(true);
+    sheetLayout->addWidget(tabs);
 
-    Panel5 = new QWidget(sheet);
-    Panel5->setObjectName(QStringLiteral("Panel5"));
-    Panel5->setAutoFillBackground(true);
-    auto* panelLayout = new QGridLayout(Panel5);
+    gridPanel = new QWidget(sheet);
+    gridPanel->setObjectName(QStringLiteral("gridPanel"));
+    gridPanel->setAutoFillBackground(true);
+    auto* panelLayout = new QGridLayout(gridPanel);
     panelLayout->setContentsMargins(4, 4, 4, 4);
     panelLayout->setHorizontalSpacing(5);
     panelLayout->setVerticalSpacing(2);
-    Label1 = new QLabel(QStringLiteral("資材単価"), Panel5);
-    Label1->setObjectName(QStringLiteral("Label1"));
-    Label2 = new QLabel(QStringLiteral("複合単価"), Panel5);
-    Label2->setObjectName(QStringLiteral("Label2"));
-    StrColGrid2 = new TStrColGrid(Panel5);
-    StrColGrid2->setObjectName(QStringLiteral("StrColGrid2"));
-    StrColGrid1 = new TStrColGrid(Panel5);
-    StrColGrid1->setObjectName(QStringLiteral("StrColGrid1"));
-    panelLayout->addWidget(Label1, 0, 0);
-    panelLayout->addWidget(Label2, 0, 1);
-    panelLayout->addWidget(StrColGrid2, 1, 0, Qt::AlignTop | Qt::AlignLeft);
-    panelLayout->addWidget(StrColGrid1, 1, 1, Qt::AlignTop);
+    materialCaption = new QLabel(QStringLiteral("資材単価"), gridPanel);
+    materialCaption->setObjectName(QStringLiteral("materialCaption"));
+    compositeCaption = new QLabel(QStringLiteral("複合単価"), gridPanel);
+    compositeCaption->setObjectName(QStringLiteral("compositeCaption"));
+    materialGrid = new PriceGrid(gridPanel);
+    materialGrid->setObjectName(QStringLiteral("materialGrid"));
+    compositeGrid = new PriceGrid(gridPanel);
+    compositeGrid->setObjectName(QStringLiteral("compositeGrid"));
+    panelLayout->addWidget(materialCaption, 0, 0);
+    panelLayout->addWidget(compositeCaption, 0, 1);
+    panelLayout->addWidget(materialGrid, 1, 0, Qt::AlignTop | Qt::AlignLeft);
+    panelLayout->addWidget(compositeGrid, 1, 1, Qt::AlignTop);
     panelLayout->setColumnStretch(1, 1);
     panelLayout->setRowStretch(2, 1);
-    sheetLayout->addWidget(Panel5, 1);
+    sheetLayout->addWidget(gridPanel, 1);
     right->addWidget(sheet, 1);
 
     right->addWidget(buildOptions());
-    SheetScroll->setWidget(rightBox);
-    TreeSplitter->addWidget(SheetScroll);
-    TreeSplitter->setStretchFactor(0, 0);
-    TreeSplitter->setStretchFactor(1, 1);
-    TreeSplitter->setSizes({180, DefaultWidth - 180});
+    sheetScroll->setWidget(rightBox);
+    treeSplitter->addWidget(sheetScroll);
+    treeSplitter->setStretchFactor(0, 0);
+    treeSplitter->setStretchFactor(1, 1);
+    treeSplitter->setSizes({180, DefaultWidth - 180});
 
     // The grids' shape and look.
     struct GridShape {
-        TStrColGrid* grid;
+        PriceGrid* grid;
         int cols;
         int fixedCols;
         bool rangeSelect;
     };
-    for (const GridShape& s : {GridShape{StrColGrid2, Grid2Cols, 1, true},
-                               GridShape{StrColGrid1, Grid1Cols, 4, false}}) {
-        TStrColGrid* g = s.grid;
+    for (const GridShape& s : {GridShape{materialGrid, Grid2Cols, 1, true},
+                               GridShape{compositeGrid, Grid1Cols, 4, false}}) {
+        PriceGrid* g = s.grid;
         g->SetColCount(s.cols);
         g->SetRowCount(GridRows);
         g->SetFixedCols(s.fixedCols);
@@ -299,8 +299,8 @@ void TFtankaregist::buildSheet() {
     connectSheet();
 }
 
-QWidget* TFtankaregist::buildNameBox() {
-    auto* row = new QWidget(CentralArea);
+QWidget* MainWindow::buildNameBox() {
+    auto* row = new QWidget(centralArea_);
     auto* layout = new QHBoxLayout(row);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(6);
@@ -310,35 +310,35 @@ QWidget* TFtankaregist::buildNameBox() {
     auto* grid = new QGridLayout(names);
     grid->setContentsMargins(6, 4, 6, 4);
     grid->setVerticalSpacing(3);
-    GOODSBOX = nameCombo(names, "GOODSBOX", GoodsItems);
-    ComboBox4 = nameCombo(names, "ComboBox4", UseItems);
-    ComboBox5 = nameCombo(names, "ComboBox5", JointItems);
-    ci = nameCombo(
-        names, "ci",
+    goodsBox = nameCombo(names, "goodsBox", GoodsItems);
+    useBox = nameCombo(names, "useBox", UseItems);
+    jointBox = nameCombo(names, "jointBox", JointItems);
+    unitBox = nameCombo(
+        names, "unitBox",
         {QStringLiteral("ｍ"), QStringLiteral("本"), QStringLiteral("kg"), QStringLiteral("枚")});
-    ci->SetText(QStringLiteral("ｍ"));
-    ci->setMinimumContentsLength(4);
-    GOODSBOX->setMinimumContentsLength(24);
-    ComboBox4->setMinimumContentsLength(14);
-    ComboBox5->setMinimumContentsLength(12);
-    CheckBox1 =
-        new TToggleSwitch(QStringLiteral("計算結果を表示"), QStringLiteral("歩掛を表示"), names);
-    CheckBox1->setObjectName(QStringLiteral("CheckBox1"));
-    Button2 = new QPushButton(QStringLiteral("サイズ設定"), names);
-    Button2->setObjectName(QStringLiteral("Button2"));
-    Button3 = new QPushButton(QStringLiteral("標準歩掛選択"), names);
-    Button3->setObjectName(QStringLiteral("Button3"));
+    unitBox->SetText(QStringLiteral("ｍ"));
+    unitBox->setMinimumContentsLength(4);
+    goodsBox->setMinimumContentsLength(24);
+    useBox->setMinimumContentsLength(14);
+    jointBox->setMinimumContentsLength(12);
+    resultsSwitch =
+        new ToggleSwitch(QStringLiteral("計算結果を表示"), QStringLiteral("歩掛を表示"), names);
+    resultsSwitch->setObjectName(QStringLiteral("resultsSwitch"));
+    sizeSetButton = new QPushButton(QStringLiteral("サイズ設定"), names);
+    sizeSetButton->setObjectName(QStringLiteral("sizeSetButton"));
+    labourLibraryButton = new QPushButton(QStringLiteral("標準歩掛選択"), names);
+    labourLibraryButton->setObjectName(QStringLiteral("labourLibraryButton"));
     grid->addWidget(captionLabel(names, QStringLiteral("管材")), 0, 0);
-    grid->addWidget(GOODSBOX, 0, 1, 1, 3);
+    grid->addWidget(goodsBox, 0, 1, 1, 3);
     grid->addWidget(captionLabel(names, QStringLiteral("単位")), 0, 4);
-    grid->addWidget(ci, 0, 5);
+    grid->addWidget(unitBox, 0, 5);
     grid->addWidget(captionLabel(names, QStringLiteral("用途")), 1, 0);
-    grid->addWidget(ComboBox4, 1, 1);
+    grid->addWidget(useBox, 1, 1);
     grid->addWidget(captionLabel(names, QStringLiteral("接合")), 1, 2);
-    grid->addWidget(ComboBox5, 1, 3);
-    grid->addWidget(CheckBox1, 2, 1);
-    grid->addWidget(Button2, 2, 3, Qt::AlignLeft);
-    grid->addWidget(Button3, 2, 3, Qt::AlignRight);
+    grid->addWidget(jointBox, 1, 3);
+    grid->addWidget(resultsSwitch, 2, 1);
+    grid->addWidget(sizeSetButton, 2, 3, Qt::AlignLeft);
+    grid->addWidget(labourLibraryButton, 2, 3, Qt::AlignRight);
     grid->setColumnStretch(1, 3);
     grid->setColumnStretch(3, 2);
     layout->addWidget(names, 1);
@@ -347,69 +347,69 @@ QWidget* TFtankaregist::buildNameBox() {
     page->setObjectName(QStringLiteral("GroupBoxPage"));
     auto* pageLayout = new QVBoxLayout(page);
     pageLayout->setContentsMargins(6, 4, 6, 4);
-    StaticText1 = new QLineEdit(page);
-    StaticText1->setObjectName(QStringLiteral("StaticText1"));
-    StaticText2 = new QLineEdit(page);
-    StaticText2->setObjectName(QStringLiteral("StaticText2"));
-    pageLayout->addWidget(StaticText1);
-    pageLayout->addWidget(StaticText2);
+    buildingEdit = new QLineEdit(page);
+    buildingEdit->setObjectName(QStringLiteral("buildingEdit"));
+    pageEdit = new QLineEdit(page);
+    pageEdit->setObjectName(QStringLiteral("pageEdit"));
+    pageLayout->addWidget(buildingEdit);
+    pageLayout->addWidget(pageEdit);
     pageLayout->addStretch(1);
     page->setMinimumWidth(200);
     layout->addWidget(page);
 
-    stylegr = new TRadioGroup(
+    printStyleRadio = new RadioGroup(
         QStringLiteral("印刷スタイル選択"),
         {QStringLiteral("歩掛"), QStringLiteral("単価"), QStringLiteral("歩掛+単価")}, 1, row);
-    layout->addWidget(stylegr);
+    layout->addWidget(printStyleRadio);
 
-    Button1 = new QPushButton(QStringLiteral("登　録"), row);
-    Button1->setObjectName(QStringLiteral("Button1"));
-    Button1->setMinimumSize(110, 64);
-    QFont f = Button1->font();
+    saveButton = new QPushButton(QStringLiteral("登　録"), row);
+    saveButton->setObjectName(QStringLiteral("saveButton"));
+    saveButton->setMinimumSize(110, 64);
+    QFont f = saveButton->font();
     f.setPointSize(f.pointSize() + 3);
     f.setBold(true);
-    Button1->setFont(f);
-    layout->addWidget(Button1, 0, Qt::AlignVCenter);
+    saveButton->setFont(f);
+    layout->addWidget(saveButton, 0, Qt::AlignVCenter);
     return row;
 }
 
-QWidget* TFtankaregist::buildOptions() {
-    auto* row = new QWidget(CentralArea);
+QWidget* MainWindow::buildOptions() {
+    auto* row = new QWidget(centralArea_);
     row->setObjectName(QStringLiteral("OptionPanel"));
     auto* layout = new QHBoxLayout(row);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(6);
 
     auto* modes = new QVBoxLayout;
-    SBorRadio1 =
-        new TRadioGroup(QStringLiteral("モード"),
-                        {QStringLiteral("配管モード"), QStringLiteral("冷媒モード")}, 2, row);
-    Scalc_opt1 = new TRadioGroup(QStringLiteral("その他の計算方法"),
-                                 {QStringLiteral("（配管工費＋はつり補修）×歩掛"),
-                                  QStringLiteral("（配管材～はつり補修の合計）×歩掛")},
-                                 1, row);
-    modes->addWidget(SBorRadio1);
-    modes->addWidget(Scalc_opt1);
+    modeRadio =
+        new RadioGroup(QStringLiteral("モード"),
+                       {QStringLiteral("配管モード"), QStringLiteral("冷媒モード")}, 2, row);
+    otherCostRadio = new RadioGroup(QStringLiteral("その他の計算方法"),
+                                    {QStringLiteral("（配管工費＋はつり補修）×歩掛"),
+                                     QStringLiteral("（配管材～はつり補修の合計）×歩掛")},
+                                    1, row);
+    modes->addWidget(modeRadio);
+    modes->addWidget(otherCostRadio);
     layout->addLayout(modes);
 
-    SBorRadio4 = new TRadioGroup(QStringLiteral("各要素単位の計算処理"),
-                                 {QStringLiteral("端数処理"), QStringLiteral("小数1位有効"),
-                                  QStringLiteral("小数2位有効"), QStringLiteral("小数3位有効")},
-                                 1, row);
-    SBorRadio8 = new TRadioGroup(
+    elementRadio = new RadioGroup(QStringLiteral("各要素単位の計算処理"),
+                                  {QStringLiteral("端数処理"), QStringLiteral("小数1位有効"),
+                                   QStringLiteral("小数2位有効"), QStringLiteral("小数3位有効")},
+                                  1, row);
+    fractionRadio = new RadioGroup(
         QStringLiteral("小数以下処理"),
         {QStringLiteral("切り上げ"), QStringLiteral("切り捨て"), QStringLiteral("四捨五入")}, 1,
         row);
-    SBorRadio14 = new TRadioGroup(QStringLiteral("採用有効桁設定[提出]"),
-                                  {QStringLiteral("1"), QStringLiteral("10"), QStringLiteral("100"),
-                                   QStringLiteral("1000"), QStringLiteral("有効3桁"),
-                                   QStringLiteral("有効4桁")},
-                                  2, row);
-    SBorRadio11 = new TRadioGroup(
+    digitsRadio = new RadioGroup(QStringLiteral("採用有効桁設定[提出]"),
+                                 {QStringLiteral("1"), QStringLiteral("10"), QStringLiteral("100"),
+                                  QStringLiteral("1000"), QStringLiteral("有効3桁"),
+                                  QStringLiteral("有効4桁")},
+                                 2, row);
+    belowDigitsRadio = new RadioGroup(
         QStringLiteral("有効桁以下"),
         {QStringLiteral("切り上げ"), QStringLiteral("切り捨て"), QStringLiteral("四捨五入")}, 1,
         row);
-    for (TRadioGroup* g : {SBorRadio4, SBorRadio8, SBorRadio14, SBorRadio11})
+    for (RadioGroup* g : {elementRadio, fractionRadio, digitsRadio, belowDigitsRadio})
         layout->addWidget(g);
 
     // Base labour costs.
@@ -417,12 +417,12 @@ QWidget* TFtankaregist::buildOptions() {
     labour->setObjectName(QStringLiteral("GroupBoxLabour"));
     auto* labourLayout = new QGridLayout(labour);
     labourLayout->setContentsMargins(6, 4, 6, 4);
-    GpayDay1 = numberEdit(labour, "GpayDay1");
-    GpayDay_N = numberEdit(labour, "GpayDay_N");
+    labourCostSubmittedEdit = numberEdit(labour, "labourCostSubmittedEdit");
+    labourCostCostEdit = numberEdit(labour, "labourCostCostEdit");
     labourLayout->addWidget(boxCaption(labour, QStringLiteral("提　出")), 0, 0);
-    labourLayout->addWidget(GpayDay1, 0, 1);
+    labourLayout->addWidget(labourCostSubmittedEdit, 0, 1);
     labourLayout->addWidget(boxCaption(labour, QStringLiteral("原　価")), 1, 0);
-    labourLayout->addWidget(GpayDay_N, 1, 1);
+    labourLayout->addWidget(labourCostCostEdit, 1, 1);
     labourLayout->setRowStretch(2, 1);
     layout->addWidget(labour);
 
@@ -433,145 +433,150 @@ QWidget* TFtankaregist::buildOptions() {
     auto* rateLayout = new QVBoxLayout(rateBox);
     rateLayout->setContentsMargins(0, 0, 0, 0);
     rateLayout->setSpacing(2);
-    CheckGroupBox1 = new TCheckBox(QStringLiteral("単価に掛率を使用"), rateBox);
-    CheckGroupBox1->setObjectName(QStringLiteral("CheckGroupBox1"));
-    rateLayout->addWidget(CheckGroupBox1);
+    useRateCheck = new CheckBox(QStringLiteral("単価に掛率を使用"), rateBox);
+    useRateCheck->setObjectName(QStringLiteral("useRateCheck"));
+    rateLayout->addWidget(useRateCheck);
     auto* rates = new QGroupBox(QStringLiteral("掛率を指定"), rateBox);
     auto* ratesLayout = new QGridLayout(rates);
     ratesLayout->setContentsMargins(6, 4, 6, 4);
-    avr_1 = numberEdit(rates, "avr_1");
-    avr_N = numberEdit(rates, "avr_N");
-    avr_1->setMinimumWidth(64);
-    avr_N->setMinimumWidth(64);
+    rateSubmittedEdit = numberEdit(rates, "rateSubmittedEdit");
+    rateCostEdit = numberEdit(rates, "rateCostEdit");
+    rateSubmittedEdit->setMinimumWidth(64);
+    rateCostEdit->setMinimumWidth(64);
     ratesLayout->addWidget(boxCaption(rates, QStringLiteral("提   出=定価×指定")), 0, 0);
-    ratesLayout->addWidget(avr_1, 0, 1);
+    ratesLayout->addWidget(rateSubmittedEdit, 0, 1);
     ratesLayout->addWidget(new QLabel(QStringLiteral("%"), rates), 0, 2);
     ratesLayout->addWidget(boxCaption(rates, QStringLiteral("原　価=定価×指定")), 1, 0);
-    ratesLayout->addWidget(avr_N, 1, 1);
+    ratesLayout->addWidget(rateCostEdit, 1, 1);
     ratesLayout->addWidget(new QLabel(QStringLiteral("%"), rates), 1, 2);
     rateLayout->addWidget(rates);
     auto* unit = new QGroupBox(QStringLiteral("単価計算処理"), rateBox);
     auto* unitLayout = new QHBoxLayout(unit);
     unitLayout->setContentsMargins(6, 4, 6, 4);
-    ComboBox1 = new TFixedList({QStringLiteral("有効桁1"), QStringLiteral("有効桁10"),
-                                QStringLiteral("有効桁100"), QStringLiteral("有効桁1000"),
-                                QStringLiteral("有効3桁"), QStringLiteral("有効4桁")},
-                               unit);
-    ComboBox1->setObjectName(QStringLiteral("ComboBox1"));
-    ComboBox3 =
-        new TFixedList({QStringLiteral("有効桁以下切り上げ"), QStringLiteral("有効桁以下切り捨て"),
-                        QStringLiteral("有効桁以下四捨五入")},
-                       unit);
-    ComboBox3->setObjectName(QStringLiteral("ComboBox3"));
-    unitLayout->addWidget(ComboBox1);
-    unitLayout->addWidget(ComboBox3, 1);
+    unitDigitsList = new FixedList({QStringLiteral("有効桁1"), QStringLiteral("有効桁10"),
+                                    QStringLiteral("有効桁100"), QStringLiteral("有効桁1000"),
+                                    QStringLiteral("有効3桁"), QStringLiteral("有効4桁")},
+                                   unit);
+    unitDigitsList->setObjectName(QStringLiteral("unitDigitsList"));
+    unitFractionList =
+        new FixedList({QStringLiteral("有効桁以下切り上げ"), QStringLiteral("有効桁以下切り捨て"),
+                       QStringLiteral("有効桁以下四捨五入")},
+                      unit);
+    unitFractionList->setObjectName(QStringLiteral("unitFractionList"));
+    unitLayout->addWidget(unitDigitsList);
+    unitLayout->addWidget(unitFractionList, 1);
     rateLayout->addWidget(unit);
     layout->addWidget(rateBox);
     layout->addStretch(1);
 
     // Names and defaults before the first pipe type is shown.
-    const std::pair<TRadioGroup*, const char*> groups[] = {
-        {SBorRadio1, "SBorRadio1"}, {Scalc_opt1, "Scalc_opt1"},   {SBorRadio4, "SBorRadio4"},
-        {SBorRadio8, "SBorRadio8"}, {SBorRadio14, "SBorRadio14"}, {SBorRadio11, "SBorRadio11"},
-        {stylegr, "stylegr"}};
+    const std::pair<RadioGroup*, const char*> groups[] = {{modeRadio, "modeRadio"},
+                                                          {otherCostRadio, "otherCostRadio"},
+                                                          {elementRadio, "elementRadio"},
+                                                          {fractionRadio, "fractionRadio"},
+                                                          {digitsRadio, "digitsRadio"},
+                                                          {belowDigitsRadio, "belowDigitsRadio"},
+                                                          {printStyleRadio, "printStyleRadio"}};
     for (const auto& [g, name] : groups) {
         g->setObjectName(QString::fromLatin1(name));
         g->SetItemIndex(0);
     }
-    SBorRadio14->SetItemIndex(3);
-    ComboBox1->SetItemIndex(0);
-    ComboBox3->SetItemIndex(0);
+    digitsRadio->SetItemIndex(3);
+    unitDigitsList->SetItemIndex(0);
+    unitFractionList->SetItemIndex(0);
     return row;
 }
 
-void TFtankaregist::connectSheet() {
-    for (TRadioGroup* g :
-         {SBorRadio1, Scalc_opt1, SBorRadio4, SBorRadio8, SBorRadio14, SBorRadio11})
-        g->OnClick = [this] { ApplyControls(); };
-    ComboBox1->OnSelect = [this] { ApplyControls(); };
-    ComboBox3->OnSelect = [this] { ApplyControls(); };
-    CheckGroupBox1->OnClick = [this] { ApplyControls(); };
-    CheckBox1->OnClick = [this] {
-        UpdateGrid1Editing();
-        ApplyControls();
+void MainWindow::connectSheet() {
+    for (RadioGroup* g :
+         {modeRadio, otherCostRadio, elementRadio, fractionRadio, digitsRadio, belowDigitsRadio})
+        g->onClicked = [this] { applyControls(); };
+    unitDigitsList->OnSelect = [this] { applyControls(); };
+    unitFractionList->OnSelect = [this] { applyControls(); };
+    useRateCheck->onClicked = [this] { applyControls(); };
+    resultsSwitch->onClicked = [this] {
+        updateCompositeEditing();
+        applyControls();
     };
-    for (TEditCombo* box : {GOODSBOX, ComboBox4, ComboBox5, ci})
-        box->OnKeyPress = [this](int key, bool& handled) { GOODSBOXKeyPress(key, handled); };
-    for (TNumberEdit* edit : {avr_1, avr_N, GpayDay1, GpayDay_N})
+    for (EditCombo* box : {goodsBox, useBox, jointBox, unitBox})
+        box->OnKeyPress = [this](int key, bool& handled) { nameBoxKeyPress(key, handled); };
+    for (NumberEdit* edit :
+         {rateSubmittedEdit, rateCostEdit, labourCostSubmittedEdit, labourCostCostEdit})
         edit->installEventFilter(this);
 
-    connect(Button1, &QPushButton::clicked, this, &TFtankaregist::Button1Click);
-    connect(Button2, &QPushButton::clicked, ActionSizeSet, &QAction::trigger);
-    connect(Button3, &QPushButton::clicked, ActionLoadparts, &QAction::trigger);
+    connect(saveButton, &QPushButton::clicked, this, &MainWindow::saveButtonClicked);
+    connect(sizeSetButton, &QPushButton::clicked, sizeSetAction, &QAction::trigger);
+    connect(labourLibraryButton, &QPushButton::clicked, loadLibraryAction, &QAction::trigger);
     auto followAction = [](QPushButton* button, QAction* action) {
         button->setEnabled(action->isEnabled());
         connect(action, &QAction::changed, button,
                 [button, action] { button->setEnabled(action->isEnabled()); });
     };
-    followAction(Button2, ActionSizeSet);
-    followAction(Button3, ActionLoadparts);
+    followAction(sizeSetButton, sizeSetAction);
+    followAction(labourLibraryButton, loadLibraryAction);
 
-    connect(TreeView1, &QTreeWidget::itemClicked, this, [this] { TreeView1Click(); });
-    TreeView1->installEventFilter(this);
-    TreeView1->viewport()->installEventFilter(this);
-    Panel5->installEventFilter(this);
-    connect(TreeView1, &QWidget::customContextMenuRequested, this, [this](const QPoint& pos) {
-        PopupMenu1->popup(TreeView1->viewport()->mapToGlobal(pos));
+    connect(tree, &QTreeWidget::itemClicked, this, [this] { treeClicked(); });
+    tree->installEventFilter(this);
+    tree->viewport()->installEventFilter(this);
+    gridPanel->installEventFilter(this);
+    connect(tree, &QWidget::customContextMenuRequested, this, [this](const QPoint& pos) {
+        treePopupMenu->popup(tree->viewport()->mapToGlobal(pos));
     });
-    connect(TabControl1, &QTabBar::currentChanged, this, [this] {
-        if (!settingTabs_) TabControl1Change();
+    connect(tabs, &QTabBar::currentChanged, this, [this] {
+        if (!settingTabs_) tabChanged();
     });
-    StrColGrid1->OnClick = [this](TControlObject*) { StrColGrid1Click(); };
-    StrColGrid2->OnClick = [this](TControlObject*) { StrColGrid2Click(); };
-    StrColGrid1->OnSelectCell = [this](TControlObject*, int c, int r, bool& can) {
-        StrColGrid1SelectCell(c, r, can);
+    compositeGrid->onClicked = [this](TControlObject*) { compositeCellChosen(); };
+    materialGrid->onClicked = [this](TControlObject*) { materialCellChosen(); };
+    compositeGrid->OnSelectCell = [this](TControlObject*, int c, int r, bool& can) {
+        selectCompositeCell(c, r, can);
     };
-    StrColGrid2->OnSelectCell = [this](TControlObject*, int c, int r, bool& can) {
-        StrColGrid2SelectCell(c, r, can);
+    materialGrid->OnSelectCell = [this](TControlObject*, int c, int r, bool& can) {
+        selectMaterialCell(c, r, can);
     };
-    StrColGrid2->OnSetEditText = [this](TControlObject*, int c, int r, const QString& v) {
-        StrColGrid2SetEditText(c, r, v);
+    materialGrid->OnSetEditText = [this](TControlObject*, int c, int r, const QString& v) {
+        setMaterialEditText(c, r, v);
     };
-    StrColGrid1->OnKeyDown = [this](TControlObject*, int& key, TShiftState shift) {
-        StrColGrid1KeyDown(key, shift);
+    compositeGrid->OnKeyDown = [this](TControlObject*, int& key, TShiftState shift) {
+        compositeKeyDown(key, shift);
     };
-    StrColGrid2->OnKeyDown = [this](TControlObject*, int& key, TShiftState shift) {
-        StrColGrid2KeyDown(key, shift);
+    materialGrid->OnKeyDown = [this](TControlObject*, int& key, TShiftState shift) {
+        materialKeyDown(key, shift);
     };
-    ActionSizeSet->setEnabled(true);
-    connect(ActionSizeSet, &QAction::triggered, this, &TFtankaregist::ActionSizeSetExecute);
-    connect(N1, &QAction::triggered, this, &TFtankaregist::N1Click);
-    N1->setEnabled(true);
+    sizeSetAction->setEnabled(true);
+    connect(sizeSetAction, &QAction::triggered, this, &MainWindow::setSizes);
+    connect(saveItem, &QAction::triggered, this, &MainWindow::saveItemTriggered);
+    saveItem->setEnabled(true);
 }
 
-bool TFtankaregist::eventFilter(QObject* watched, QEvent* event) {
-    if (event->type() == QEvent::KeyPress && TreeView1 && watched == TreeView1) {
+bool MainWindow::eventFilter(QObject* watched, QEvent* event) {
+    if (event->type() == QEvent::KeyPress && tree && watched == tree) {
         // Once the tree has moved its selection by the key.
-        QTimer::singleShot(0, this, [this] { AfterTreeInput(nullptr); });
+        QTimer::singleShot(0, this, [this] { afterTreeInput(nullptr); });
     } else if (event->type() == QEvent::KeyPress) {
         const int key = static_cast<QKeyEvent*>(event)->key();
         if (key == Qt::Key_Return || key == Qt::Key_Enter) {
-            if (watched == avr_1 || watched == avr_N) {
-                ApplyControls();
+            if (watched == rateSubmittedEdit || watched == rateCostEdit) {
+                applyControls();
                 return true;
             }
-            if (watched == GpayDay1 || watched == GpayDay_N) {
-                ApplyControls();
-                (watched == GpayDay1 ? GpayDay_N : GpayDay1)->setFocus(Qt::TabFocusReason);
+            if (watched == labourCostSubmittedEdit || watched == labourCostCostEdit) {
+                applyControls();
+                (watched == labourCostSubmittedEdit ? labourCostCostEdit : labourCostSubmittedEdit)
+                    ->setFocus(Qt::TabFocusReason);
                 return true;
             }
         }
-    } else if (event->type() == QEvent::Resize && watched == Panel5) {
-        FormResize();
-    } else if (TreeView1 && watched == TreeView1->viewport() && event->type() == QEvent::ToolTip) {
+    } else if (event->type() == QEvent::Resize && watched == gridPanel) {
+        layoutGrids();
+    } else if (tree && watched == tree->viewport() && event->type() == QEvent::ToolTip) {
         // A long name cut off by the tree's width reads whole in the hint.
         auto* help = static_cast<QHelpEvent*>(event);
-        if (QTreeWidgetItem* item = TreeView1->itemAt(help->pos()))
-            QToolTip::showText(help->globalPos(), item->text(0), TreeView1->viewport());
+        if (QTreeWidgetItem* item = tree->itemAt(help->pos()))
+            QToolTip::showText(help->globalPos(), item->text(0), tree->viewport());
         else
             QToolTip::hideText();
         return true;
-    } else if (TreeView1 && watched == TreeView1->viewport() &&
+    } else if (tree && watched == tree->viewport() &&
                (event->type() == QEvent::MouseButtonPress ||
                 event->type() == QEvent::MouseButtonDblClick ||
                 event->type() == QEvent::MouseButtonRelease)) {
@@ -580,52 +585,51 @@ bool TFtankaregist::eventFilter(QObject* watched, QEvent* event) {
         // type on the sheet: it must not move the selection away from it.
         if (mouse->button() == Qt::RightButton) {
             if (event->type() == QEvent::MouseButtonPress)
-                PopupMenu1->popup(mouse->globalPosition().toPoint());
+                treePopupMenu->popup(mouse->globalPosition().toPoint());
             return true;
         }
         if (event->type() == QEvent::MouseButtonRelease) {
             // The Shift key counts as the release carries it; the naming
             // follows the click that the same release makes, on its node.
             const bool shift = mouse->modifiers().testFlag(Qt::ShiftModifier);
-            QTreeWidgetItem* node = TreeView1->itemAt(mouse->position().toPoint());
+            QTreeWidgetItem* node = tree->itemAt(mouse->position().toPoint());
             QTimer::singleShot(0, this,
-                               [this, shift, node] { AfterTreeInput(shift ? node : nullptr); });
+                               [this, shift, node] { afterTreeInput(shift ? node : nullptr); });
         }
-    } else if (TreeView1 && watched == TreeView1->viewport() &&
-               event->type() == QEvent::ContextMenu &&
+    } else if (tree && watched == tree->viewport() && event->type() == QEvent::ContextMenu &&
                static_cast<QContextMenuEvent*>(event)->reason() == QContextMenuEvent::Mouse) {
         return true; // the press has opened the menu already
     }
     return QMainWindow::eventFilter(watched, event);
 }
 
-void TFtankaregist::SetupSheet() {
+void MainWindow::setupSheet() {
     // Fixed captions.
-    StrColGrid2->SetCells(1, 0, QStringLiteral("提　出"));
-    StrColGrid2->SetCells(2, 0, QStringLiteral("原　価"));
-    StrColGrid2->SetCells(3, 0, QStringLiteral("定　価"));
-    StrColGrid1->SetCells(0, 0, QStringLiteral("No"));
-    StrColGrid1->SetCells(2, 0, QStringLiteral("複合単価"));
-    StrColGrid1->SetCells(3, 0, QStringLiteral("提出単価"));
-    StrColGrid1->SetCells(4, 0, QStringLiteral("管"));
-    StrColGrid1->SetCells(8, 0, QStringLiteral("配管工"));
+    materialGrid->SetCells(1, 0, QStringLiteral("提　出"));
+    materialGrid->SetCells(2, 0, QStringLiteral("原　価"));
+    materialGrid->SetCells(3, 0, QStringLiteral("定　価"));
+    compositeGrid->SetCells(0, 0, QStringLiteral("No"));
+    compositeGrid->SetCells(2, 0, QStringLiteral("複合単価"));
+    compositeGrid->SetCells(3, 0, QStringLiteral("提出単価"));
+    compositeGrid->SetCells(4, 0, QStringLiteral("管"));
+    compositeGrid->SetCells(8, 0, QStringLiteral("配管工"));
 
     // Cell styles.
     const TColor dark(SheetDark), white(SheetWhite), black(SheetBlack);
     for (int c = 0; c < Grid1Cols; ++c) {
-        StrColGrid1->SetCellColors(c, 0, dark);
-        StrColGrid1->SetCellFontColors(c, 0, white);
-        StrColGrid1->SetCellAlignments(c, 0, taCenter);
-        StrColGrid1->SetCellFontWidths(c, 0, 1);
+        compositeGrid->SetCellColors(c, 0, dark);
+        compositeGrid->SetCellFontColors(c, 0, white);
+        compositeGrid->SetCellAlignments(c, 0, taCenter);
+        compositeGrid->SetCellFontWidths(c, 0, 1);
     }
     for (int c = 1; c < Grid2Cols; ++c) {
-        StrColGrid2->SetCellColors(c, 0, dark);
-        StrColGrid2->SetCellFontColors(c, 0, white);
-        StrColGrid2->SetCellAlignments(c, 0, taCenter);
-        StrColGrid2->SetCellFontWidths(c, 0, 1);
+        materialGrid->SetCellColors(c, 0, dark);
+        materialGrid->SetCellFontColors(c, 0, white);
+        materialGrid->SetCellAlignments(c, 0, taCenter);
+        materialGrid->SetCellFontWidths(c, 0, 1);
     }
     for (int r = 1; r < GridRows; ++r) {
-        for (TStrColGrid* g : {StrColGrid1, StrColGrid2}) {
+        for (PriceGrid* g : {compositeGrid, materialGrid}) {
             g->SetCellColors(0, r, dark);
             g->SetCellFontColors(0, r, white);
             g->SetCellAlignments(0, r, taCenter);
@@ -633,37 +637,37 @@ void TFtankaregist::SetupSheet() {
         }
         for (int c = 1; c < Grid1Cols; ++c) {
             const bool darkColumn = c == 3 || c == 8;
-            StrColGrid1->SetCellColors(c, r, darkColumn ? dark : white);
-            StrColGrid1->SetCellFontColors(c, r, darkColumn ? white : black);
-            StrColGrid1->SetCellAlignments(c, r, taRightJustify);
-            StrColGrid1->SetCellFontWidths(c, r, 1);
+            compositeGrid->SetCellColors(c, r, darkColumn ? dark : white);
+            compositeGrid->SetCellFontColors(c, r, darkColumn ? white : black);
+            compositeGrid->SetCellAlignments(c, r, taRightJustify);
+            compositeGrid->SetCellFontWidths(c, r, 1);
         }
         for (int c = 1; c < Grid2Cols; ++c) {
-            StrColGrid2->SetCellColors(c, r, white);
-            StrColGrid2->SetCellAlignments(c, r, taRightJustify);
-            StrColGrid2->SetCellFontWidths(c, r, 1);
+            materialGrid->SetCellColors(c, r, white);
+            materialGrid->SetCellAlignments(c, r, taRightJustify);
+            materialGrid->SetCellFontWidths(c, r, 1);
         }
     }
-    FormResize();
+    layoutGrids();
 }
 
-void TFtankaregist::FormResize() {
-    if (!Panel5 || !StrColGrid1) return;
-    const int w = Panel5->width();
+void MainWindow::layoutGrids() {
+    if (!gridPanel || !compositeGrid) return;
+    const int w = gridPanel->width();
     // The form's rule, (w - 120) / 13, unless the panel's margins and the
     // grid lines here leave less room: the last column must not be cut off.
-    const QMargins m = Panel5->layout()->contentsMargins();
-    const auto* grid = static_cast<QGridLayout*>(Panel5->layout());
-    const int lines = (StrColGrid1->ColCount() + 1) * StrColGrid1->GridLineWidth() + 2;
+    const QMargins m = gridPanel->layout()->contentsMargins();
+    const auto* grid = static_cast<QGridLayout*>(gridPanel->layout());
+    const int lines = (compositeGrid->ColCount() + 1) * compositeGrid->GridLineWidth() + 2;
     const int room = w - m.left() - m.right() - grid->horizontalSpacing() - 55 - Col0Width - lines;
     const int c = std::max(0, std::min((w - 120) / 13, room / 13));
-    for (TStrColGrid* g : {StrColGrid1, StrColGrid2}) {
+    for (PriceGrid* g : {compositeGrid, materialGrid}) {
         g->SetColWidths(0, Col0Width);
         for (int col = 1; col < g->ColCount(); ++col)
             g->SetColWidths(col, c);
         g->setFixedHeight(g->GridHeight() + 2);
     }
-    StrColGrid2->setFixedWidth(3 * c + 55);
-    // StrColGrid1 takes the rest of the panel; its columns fit in it.
-    StrColGrid1->setMinimumWidth(0);
+    materialGrid->setFixedWidth(3 * c + 55);
+    // compositeGrid takes the rest of the panel; its columns fit in it.
+    compositeGrid->setMinimumWidth(0);
 }

@@ -6,36 +6,36 @@
 #include "platform/datapaths.h"
 #include "platform/dialogs.h"
 #include "shell/formwidgets.h"
-#include "shell/utankaregist.h"
+#include "shell/mainwindow.h"
 
 #include <QAction>
 #include <QTabBar>
 
-void TFtankaregist::SetupPrintAction() {
-    ActionPrint->setEnabled(true);
-    connect(ActionPrint, &QAction::triggered, this, [this] {
+void MainWindow::setupPrintAction() {
+    printAction->setEnabled(true);
+    connect(printAction, &QAction::triggered, this, [this] {
         try {
-            ActionPrintExecute();
+            printPipeType();
         } catch (...) {
             HandleCurrentException();
         }
     });
 }
 
-void TFtankaregist::ActionPrintExecute() {
-    // The export of mode 2 puts StrColGrid2 on column 1 of its row, so the
+void MainWindow::printPipeType() {
+    // The export of mode 2 puts materialGrid on column 1 of its row, so the
     // next redisplay shows the submitted side.
-    StrColGrid2->SetSelection(TGridRect{1, StrColGrid2->Row(), 1, StrColGrid2->Row()});
+    materialGrid->SetSelection(TGridRect{1, materialGrid->Row(), 1, materialGrid->Row()});
 
     ExportSheet sheet;
-    for (int t = 0; t < TabControl1->count(); ++t)
-        sheet.tabCaptions << TabControl1->tabText(t);
+    for (int t = 0; t < tabs->count(); ++t)
+        sheet.tabCaptions << tabs->tabText(t);
     for (int i = 0; i < 3; ++i)
-        sheet.statusPanels[std::size_t(i)] = StatusPanel(i);
+        sheet.statusPanels[std::size_t(i)] = statusPanel(i);
 
     PrintHandOff h;
     h.dataRoot = DataRoot;
-    h.styleIndex = stylegr->ItemIndex();
+    h.styleIndex = printStyleRadio->ItemIndex();
     h.iconPath = ApplicationIconPath();
     h.date = PrintDate();
     // The rows as they stand: no snapshot, no save, no recalculation. A

@@ -1,6 +1,6 @@
 // The main form: opening and closing the workspace, and the settings files
 // applied to the window.
-#include "shell/utankaregist.h"
+#include "shell/mainwindow.h"
 
 #include "controls/strcgrid.h"
 #include "platform/application.h"
@@ -29,7 +29,7 @@ namespace {
 const QString WindowFileName = QStringLiteral("qorvale_k");
 }
 
-void TFtankaregist::showEvent(QShowEvent* event) {
+void MainWindow::showEvent(QShowEvent* event) {
     QMainWindow::showEvent(event);
     if (shown_) return;
     shown_ = true;
@@ -38,21 +38,21 @@ void TFtankaregist::showEvent(QShowEvent* event) {
     // other and leaves the window open.
     QTimer::singleShot(0, this, [this] {
         try {
-            FormShow();
+            prepareShow();
         } catch (...) {
             HandleCurrentException();
         }
     });
 }
 
-void TFtankaregist::FormShow() {
-    NoDataFolder = false;
+void MainWindow::prepareShow() {
+    noDataFolder = false;
     if (!QDir(DataRoot).exists()) {
         ShowTaskDialog(
             this, ApplicationTitle(),
             QStringLiteral("インストール直後は、Velmora本体を先に一度起動してください。"),
             TaskDialog::IconInformation, TaskDialog::ButtonYes, QString());
-        NoDataFolder = true;
+        noDataFolder = true;
         close();
         return;
     }
@@ -61,21 +61,22 @@ void TFtankaregist::FormShow() {
     if (rect.Height > 0)
         setGeometry(rect.Left, rect.Top, rect.Width, rect.Height);
     else
-        setGeometry(DefaultGeometry());
-    ReleaseLabel->setText(ReleaseText);
-    ReadDisplayFile();
+        setGeometry(defaultGeometry());
+    releaseLabel->setText(ReleaseText);
+    readDisplayFile();
 
-    SetStatusPanel(5, DatabaseFolder);
-    N20->setVisible(true);
-    N24->setVisible(true);
+    setStatusPanel(5, DatabaseFolder);
+    fileSeparator->setVisible(true);
+    editSeparator->setVisible(true);
     QPalette tips = QToolTip::palette();
     tips.setColor(QPalette::ToolTipBase, QColor(0, 255, 0));
     QToolTip::setPalette(tips);
-    SetupSheet();
+    setupSheet();
     ClearRows(RowCount);
-    ClearSheet();
-    for (QAction* a : {all_paste_1, all_paste_2, all_paste_3, all_paste_4, item_paste_1,
-                       item_paste_2, item_paste_3, item_paste_4})
+    clearSheet();
+    for (QAction* a :
+         {pasteWholeTableItem, pastePricesItem, pasteAllFactorsItem, pasteLabourFactorsItem,
+          pasteDetailItem, pasteDetailPricesItem, pasteDetailFactorsItem, pasteDetailLabourItem})
         a->setEnabled(false);
     MainDatabasePath = NativePath(DatabaseFolder + QStringLiteral("\\velmoraMain.db3"));
     AddressDatabasePath = NativePath(DatabaseFolder + QStringLiteral("\\velmoraAddr.db3"));
@@ -86,7 +87,7 @@ void TFtankaregist::FormShow() {
     // the window stays empty and nothing is written to the file.
     const QString problem = ExDatabaseProblem(ExDatabasePath);
     if (!problem.isEmpty()) {
-        NoDatabase = true;
+        noDatabase = true;
         if (QWidget* sheet = centralWidget()) sheet->setEnabled(false);
         ShowTaskDialog(this, ApplicationTitle(), QStringLiteral("データベースを開けません。"),
                        TaskDialog::IconError, TaskDialog::ButtonOk,
@@ -94,24 +95,24 @@ void TFtankaregist::FormShow() {
         return;
     }
 
-    LoadGroupNames();
+    loadGroupNames();
     for (int g = 1; g <= 10; ++g)
-        FillGroupNodes(g);
-    CurrentCtg = CurrentGrp = CurrentKan = 1;
-    TreeView1->setCurrentItem(TreeNode(1));
-    lastTreeNode_ = TreeNode(1);
-    TakeSelection();
-    LoadPipeType(CurrentCtg, CurrentGrp, CurrentKan);
-    RowsLoaded = true;
+        fillGroupNodes(g);
+    currentCategory = currentGroup = currentPipeType = 1;
+    tree->setCurrentItem(treeNode(1));
+    lastTreeNode_ = treeNode(1);
+    takeSelection();
+    LoadPipeType(currentCategory, currentGroup, currentPipeType);
+    rowsLoaded = true;
     TakeSnapshot();
-    ShowPipeType();
-    Grid1Col = Grid2Col = 4;
-    Grid1Row = Grid2Row = 1;
-    for (TStrColGrid* grid : {StrColGrid1, StrColGrid2})
+    showPipeType();
+    compositeCol = materialCol = 4;
+    compositeRow = materialRow = 1;
+    for (PriceGrid* grid : {compositeGrid, materialGrid})
         grid->SetCellColors(0, 1, TColor(SheetMark));
 }
 
-QRect TFtankaregist::DefaultGeometry() const {
+QRect MainWindow::defaultGeometry() const {
     // The form's own size, unless the screen is smaller: then the window
     // fills the screen and the sheet scrolls. A saved geometry is never
     // changed.
@@ -131,7 +132,7 @@ QRect TFtankaregist::DefaultGeometry() const {
     return g;
 }
 
-void TFtankaregist::closeEvent(QCloseEvent* event) {
+void MainWindow::closeEvent(QCloseEvent* event) {
     // A group rewrite ends before anything is asked or saved: the close is
     // taken up again once its end has been shown. Waiting here instead would
     // mean an event loop inside the delivery of this event, which is where
@@ -145,21 +146,21 @@ void TFtankaregist::closeEvent(QCloseEvent* event) {
     // the user chooses to stay with them.
     bool canClose = true;
     try {
-        canClose = FormCloseQuery();
+        canClose = mayClose();
     } catch (...) {
         HandleCurrentException();
-        canClose = NoDataFolder || !RowsLoaded || !PipeTypeChanged() ||
-                   CloseWithUnsavedRows(QStringLiteral("変更が保存されていません。"));
+        canClose = noDataFolder || !rowsLoaded || !PipeTypeChanged() ||
+                   closeWithUnsavedRows(QStringLiteral("変更が保存されていません。"));
     }
     if (!canClose) {
         event->ignore();
         return;
     }
-    FormClose();
+    finishClose();
     event->accept();
 }
 
-bool TFtankaregist::CloseWithUnsavedRows(const QString& heading) {
+bool MainWindow::closeWithUnsavedRows(const QString& heading) {
     // The safe answers come first and with Escape: try again, or go back to
     // the window. Only "閉じる" drops the rows.
     for (;;) {
@@ -171,28 +172,28 @@ bool TFtankaregist::CloseWithUnsavedRows(const QString& heading) {
                            "「閉じる」で保存せずに終了します。"));
         if (answer == TaskDialog::IdClose) return true;
         if (answer != TaskDialog::IdRetry) return false;
-        const SaveResult result = SaveCurrentPipeType(0);
+        const SaveResult result = saveCurrentPipeType(0);
         if (result != SaveResult::Failed) return result == SaveResult::Saved;
     }
 }
 
-bool TFtankaregist::FormCloseQuery() {
-    if (NoDataFolder) return true;
-    WaitForGroupRewrite(); // no pipe type of a running group rewrite is left half-written
-    if (!NoDatabase) {
-        ApplyControls();
+bool MainWindow::mayClose() {
+    if (noDataFolder) return true;
+    waitForGroupRewrite(); // no pipe type of a running group rewrite is left half-written
+    if (!noDatabase) {
+        applyControls();
         // A change made elsewhere: the user's answer keeps the window, with
         // the rows kept or read again.
-        const SaveResult result = AskToSave();
+        const SaveResult result = askToSave();
         if (result == SaveResult::Declined) return false;
         if (result == SaveResult::Failed &&
-            !CloseWithUnsavedRows(QStringLiteral("データを保存できませんでした。")))
+            !closeWithUnsavedRows(QStringLiteral("データを保存できませんでした。")))
             return false;
     }
     // The rows are safe by now; a display file that cannot be written (the
     // data folder gone, the disk full) is said and does not keep the window.
     try {
-        WriteDisplayFile();
+        writeDisplayFile();
     } catch (const EInOutError& e) {
         ShowTaskDialog(this, ApplicationTitle(), QStringLiteral("表示設定を保存できませんでした。"),
                        TaskDialog::IconWarning, TaskDialog::ButtonOk, QString::fromUtf8(e.what()));
@@ -200,38 +201,38 @@ bool TFtankaregist::FormCloseQuery() {
     return true;
 }
 
-void TFtankaregist::FormClose() {
-    if (NoDataFolder) return;
+void MainWindow::finishClose() {
+    if (noDataFolder) return;
     const QRect g = geometry();
     WriteWindowFile(DataRoot, WindowFileName, g.top(), g.left(), g.width(), g.height());
 }
 
-void TFtankaregist::ReadDisplayFile() {
+void MainWindow::readDisplayFile() {
     DisplaySettings s;
-    s.TreeUse = tree_list->isChecked();
-    s.StatusUse = status_bar->isChecked();
+    s.TreeUse = treeListItem->isChecked();
+    s.StatusUse = statusBarItem->isChecked();
     if (ReadDisplaySettings(DataRoot, s)) {
-        tree_list->setChecked(s.TreeUse);
-        status_bar->setChecked(s.StatusUse);
-        if (s.HasTreeViewWidth) SetTreeViewWidth(s.TreeViewWidth);
+        treeListItem->setChecked(s.TreeUse);
+        statusBarItem->setChecked(s.StatusUse);
+        if (s.HasTreeViewWidth) setTreeWidth(s.TreeViewWidth);
     }
-    if (!tree_list->isChecked()) TreeView1->hide();
-    if (!status_bar->isChecked()) StatusBar1->hide();
+    if (!treeListItem->isChecked()) tree->hide();
+    if (!statusBarItem->isChecked()) statusLine->hide();
 }
 
-void TFtankaregist::SetTreeViewWidth(int width) {
+void MainWindow::setTreeWidth(int width) {
     // The left panel is as wide as the tree in it.
-    QList<int> sizes = TreeSplitter->sizes();
+    QList<int> sizes = treeSplitter->sizes();
     const int total = sizes.value(0) + sizes.value(1);
     const int w = std::max(0, width);
-    TreeSplitter->setSizes({w, std::max(0, total - w)});
+    treeSplitter->setSizes({w, std::max(0, total - w)});
 }
 
-void TFtankaregist::WriteDisplayFile() {
+void MainWindow::writeDisplayFile() {
     DisplaySettings s;
-    s.CheckBox1 = CheckBox1->IsOn();
-    s.TreeUse = tree_list->isChecked();
-    s.StatusUse = status_bar->isChecked();
-    s.TreeViewWidth = TreeView1->width();
+    s.resultsSwitch = resultsSwitch->IsOn();
+    s.TreeUse = treeListItem->isChecked();
+    s.StatusUse = statusBarItem->isChecked();
+    s.TreeViewWidth = tree->width();
     WriteDisplaySettings(DataRoot, s);
 }

@@ -1,4 +1,4 @@
-#include "shell/uversioninfo.h"
+#include "shell/aboutdialog.h"
 
 #include "platform/dialogs.h"
 
@@ -10,7 +10,7 @@
 #include <QPushButton>
 #include <QVBoxLayout>
 
-TFversionInfo* FversionInfo = nullptr;
+AboutDialog* FversionInfo = nullptr;
 
 namespace {
 
@@ -37,20 +37,20 @@ QPixmap emblemPicture() {
 
 } // namespace
 
-TFversionInfo::TFversionInfo(QWidget* parent) : TFversionInfo(ProgramVersionBlock(), parent) {}
+AboutDialog::AboutDialog(QWidget* parent) : AboutDialog(ProgramVersionBlock(), parent) {}
 
-TFversionInfo::TFversionInfo(const VersionBlock& block, QWidget* parent) : QDialog(parent) {
+AboutDialog::AboutDialog(const VersionBlock& block, QWidget* parent) : QDialog(parent) {
     build();
     ReadVersionBlock(this, block);
     if (!FversionInfo) FversionInfo = this;
 }
 
-TFversionInfo::~TFversionInfo() {
+AboutDialog::~AboutDialog() {
     if (FversionInfo == this) FversionInfo = nullptr;
 }
 
-void TFversionInfo::build() {
-    setObjectName(QStringLiteral("FversionInfo"));
+void AboutDialog::build() {
+    setObjectName(QStringLiteral("AboutDialog"));
     setWindowTitle(QStringLiteral("製品案内"));
     setModal(true);
 
@@ -59,39 +59,40 @@ void TFversionInfo::build() {
         l->setObjectName(QString::fromLatin1(name));
         return l;
     };
-    Appname = label("Appname", QStringLiteral("Appname"));
-    Verlabel = label("Verlabel", QStringLiteral("Version"));
-    Companylabel = label("Companylabel", QStringLiteral("Company"));
-    Copyright = label("Copyright", QStringLiteral("Copyright"));
-    Officelabel = label("Officelabel", QStringLiteral("Office"));
-    LinkLabel1 = label("LinkLabel1", QString());
-    Image2 = label("Image2", QString());
-    Button1 = new QPushButton(QStringLiteral("閉じる"), this);
-    Button1->setObjectName(QStringLiteral("Button1"));
+    appNameLabel = label("appNameLabel", QStringLiteral("Appname"));
+    versionLabel = label("versionLabel", QStringLiteral("Version"));
+    companyLabel = label("companyLabel", QStringLiteral("Company"));
+    copyrightLabel = label("copyrightLabel", QStringLiteral("Copyright"));
+    officeLabel = label("officeLabel", QStringLiteral("Office"));
+    linkLabel = label("linkLabel", QString());
+    imageLabel = label("imageLabel", QString());
+    closeButton = new QPushButton(QStringLiteral("閉じる"), this);
+    closeButton->setObjectName(QStringLiteral("closeButton"));
 
-    QFont big = Appname->font();
+    QFont big = appNameLabel->font();
     big.setPointSizeF(big.pointSizeF() * 1.4);
     big.setBold(true);
-    Appname->setFont(big);
-    Verlabel->setFont(QFont(QStringLiteral("monospace")));
-    Image2->setPixmap(emblemPicture());
-    Image2->setAlignment(Qt::AlignTop);
-    LinkLabel1->setText(QStringLiteral("製品のご案内: <a href=\"%1\">%1</a>").arg(ProductPageUrl));
-    LinkLabel1->setTextFormat(Qt::RichText);
-    LinkLabel1->setTextInteractionFlags(Qt::LinksAccessibleByMouse | Qt::LinksAccessibleByKeyboard);
-    connect(LinkLabel1, &QLabel::linkActivated, this, &TFversionInfo::LinkLabel1LinkClick);
-    connect(Button1, &QPushButton::clicked, this, &QDialog::accept);
+    appNameLabel->setFont(big);
+    versionLabel->setFont(QFont(QStringLiteral("monospace")));
+    imageLabel->setPixmap(emblemPicture());
+    imageLabel->setAlignment(Qt::AlignTop);
+    linkLabel->setText(QStringLiteral("製品のご案内: <a href=\"%1\">%1</a>").arg(ProductPageUrl));
+    linkLabel->setTextFormat(Qt::RichText);
+    linkLabel->setTextInteractionFlags(Qt::LinksAccessibleByMouse | Qt::LinksAccessibleByKeyboard);
+    connect(linkLabel, &QLabel::linkActivated, this, &AboutDialog::openLink);
+    connect(closeButton, &QPushButton::clicked, this, &QDialog::accept);
 
     auto* texts = new QVBoxLayout;
-    for (QLabel* l : {Appname, Verlabel, Companylabel, Copyright, Officelabel, LinkLabel1})
+    for (QLabel* l :
+         {appNameLabel, versionLabel, companyLabel, copyrightLabel, officeLabel, linkLabel})
         texts->addWidget(l);
     auto* top = new QHBoxLayout;
-    top->addWidget(Image2);
+    top->addWidget(imageLabel);
     top->addSpacing(12);
     top->addLayout(texts, 1);
     auto* buttons = new QHBoxLayout;
     buttons->addStretch(1);
-    buttons->addWidget(Button1);
+    buttons->addWidget(closeButton);
     auto* all = new QVBoxLayout(this);
     all->setContentsMargins(18, 18, 18, 12);
     all->addLayout(top);
@@ -100,26 +101,26 @@ void TFversionInfo::build() {
     all->setSizeConstraint(QLayout::SetFixedSize);
 }
 
-void TFversionInfo::LinkLabel1LinkClick(const QString& link) {
+void AboutDialog::openLink(const QString& link) {
     CurrentDialogs().OpenDocument(link);
 }
 
-bool ReadVersionBlock(TFversionInfo* form, const VersionBlock& block) {
+bool ReadVersionBlock(AboutDialog* form, const VersionBlock& block) {
     if (!block.Present()) return false;
-    form->Appname->setText(ApplicationTitle());
+    form->appNameLabel->setText(ApplicationTitle());
     for (const QString& key : VersionKeys()) {
         if (!block.values.contains(key)) continue;
         const QString value = block.values.value(key);
         if (key == QLatin1String("ProductVersion")) {
-            form->Verlabel->setText(QString::asprintf("%-16s", "ProductVersion") +
-                                    QStringLiteral(" : ") + value);
+            form->versionLabel->setText(QString::asprintf("%-16s", "ProductVersion") +
+                                        QStringLiteral(" : ") + value);
             ReleaseText = QStringLiteral("Release Version ") + value;
         } else if (key == QLatin1String("CompanyName")) {
-            form->Companylabel->setText(value);
+            form->companyLabel->setText(value);
         } else if (key == QLatin1String("LegalCopyright")) {
-            form->Copyright->setText(value);
+            form->copyrightLabel->setText(value);
         } else if (key == QLatin1String("Comments")) {
-            form->Officelabel->setText(value);
+            form->officeLabel->setText(value);
         }
     }
     return true;

@@ -8,26 +8,26 @@
 class QLabel;
 class QPushButton;
 
-class TFversionInfo : public QDialog {
+class AboutDialog : public QDialog {
     Q_OBJECT
 public:
     // Reads the program's version block, as the dialog's creation step.
-    explicit TFversionInfo(QWidget* parent = nullptr);
+    explicit AboutDialog(QWidget* parent = nullptr);
     // Reads the given block instead.
-    TFversionInfo(const VersionBlock& block, QWidget* parent);
-    ~TFversionInfo() override;
+    AboutDialog(const VersionBlock& block, QWidget* parent);
+    ~AboutDialog() override;
 
-    QLabel* Appname;
-    QLabel* Verlabel;
-    QLabel* Companylabel;
-    QLabel* Copyright;
-    QLabel* Officelabel;
-    QLabel* LinkLabel1;
-    QLabel* Image2;
-    QPushButton* Button1;
+    QLabel* appNameLabel;
+    QLabel* versionLabel;
+    QLabel* companyLabel;
+    QLabel* copyrightLabel;
+    QLabel* officeLabel;
+    QLabel* linkLabel;
+    QLabel* imageLabel;
+    QPushButton* closeButton;
 
     // A click on the link: opens the product page with the registered program.
-    void LinkLabel1LinkClick(const QString& link);
+    void openLink(const QString& link);
 
 private:
     void build();
@@ -35,7 +35,7 @@ private:
 
 // Fills the dialog from a version block and sets ReleaseText. False, with
 // nothing set, when the block is missing.
-bool ReadVersionBlock(TFversionInfo* form, const VersionBlock& block);
+bool ReadVersionBlock(AboutDialog* form, const VersionBlock& block);
 
 // The dialog made at start, for the main form's about command.
-extern TFversionInfo* FversionInfo;
+extern AboutDialog* FversionInfo;

@@ -11,38 +11,38 @@ class QListWidget;
 class QPushButton;
 class QStatusBar;
 
-class TFpartsSelect : public QDialog {
+class LabourLibraryDialog : public QDialog {
     Q_OBJECT
 public:
-    explicit TFpartsSelect(QWidget* parent = nullptr);
-    ~TFpartsSelect() override;
+    explicit LabourLibraryDialog(QWidget* parent = nullptr);
+    ~LabourLibraryDialog() override;
 
     // Modal results.
-    static constexpr int ResultSelect = 1; // Button1, a double click on the list
-    static constexpr int ResultCancel = 2; // Button2, the close box, Escape
+    static constexpr int ResultSelect = 1; // selectButton, a double click on the list
+    static constexpr int ResultCancel = 2; // cancelButton, the close box, Escape
 
-    QLabel* Label1 = nullptr;
-    QListWidget* ListBox1 = nullptr;
-    QPushButton* Button1 = nullptr; // 選択実行
-    QPushButton* Button2 = nullptr; // キャンセル
-    QPushButton* Button3 = nullptr; // 削　除
-    QStatusBar* StatusBar1 = nullptr;
+    QLabel* captionLabel = nullptr;
+    QListWidget* entryList = nullptr;
+    QPushButton* selectButton = nullptr; // 選択実行
+    QPushButton* cancelButton = nullptr; // キャンセル
+    QPushButton* deleteButton = nullptr; // 削　除
+    QStatusBar* statusLine = nullptr;
 
     // Text of a status panel; panel 0 holds the extension, without the dot.
-    QString Panel(int index) const;
-    void SetPanel(int index, const QString& text);
+    QString panel(int index) const;
+    void setPanel(int index, const QString& text);
 
     // The selected entry, -1 when none is, and its name.
-    int ItemIndex() const;
-    QString SelectedEntry() const;
+    int itemIndex() const;
+    QString selectedEntry() const;
     // The folder listed at the last show.
     QString Folder() const { return folder_; }
 
     // Lists the entries (the show step).
-    void FormShow();
+    void prepareShow();
     // Deletes the selected entry after asking.
-    void Button3Click();
-    void ListBox1DblClick();
+    void deleteEntry();
+    void entryDoubleClicked();
 
     // The close box and Escape answer as the cancel button does.
     void reject() override { done(ResultCancel); }
@@ -59,4 +59,4 @@ private:
 };
 
 // The dialog made at start and reused.
-extern TFpartsSelect* FpartsSelect;
+extern LabourLibraryDialog* FpartsSelect;

@@ -1,5 +1,5 @@
 // The main form: construction and the creation step.
-#include "shell/utankaregist.h"
+#include "shell/mainwindow.h"
 
 #include "controls/controlerrors.h"
 #include "platform/application.h"
@@ -14,25 +14,25 @@ QString LaunchStringArgument() {
     return QCoreApplication::arguments().value(1);
 }
 
-TFtankaregist::TFtankaregist(const QString& launchString, QWidget* parent) : QMainWindow(parent) {
-    setObjectName(QStringLiteral("Ftankaregist"));
+MainWindow::MainWindow(const QString& launchString, QWidget* parent) : QMainWindow(parent) {
+    setObjectName(QStringLiteral("MainWindow"));
     // The form's font: a Japanese UI face at the size of a desktop form.
     QFont formFont(QStringLiteral("Noto Sans CJK JP"));
     formFont.setPointSize(9);
     setFont(formFont);
     buildMenu();
     buildStatusBar();
-    CentralArea = new QWidget(this);
-    CentralArea->setObjectName(QStringLiteral("CentralArea"));
-    setCentralWidget(CentralArea);
+    centralArea_ = new QWidget(this);
+    centralArea_->setObjectName(QStringLiteral("centralArea_"));
+    setCentralWidget(centralArea_);
     buildSheet();
-    SetupLibraryCommands();
+    setupLibraryCommands();
     connectGroupRewrites();
-    ConnectOutputs();
-    SetupPrintAction();
+    connectOutputs();
+    setupPrintAction();
     setGeometry(DefaultLeft, DefaultTop, DefaultWidth, DefaultHeight);
-    SetUndoEnabledHandler([this](bool enabled) { ActionUndo->setEnabled(enabled); });
-    ConnectEditCommands();
+    SetUndoEnabledHandler([this](bool enabled) { undoAction->setEnabled(enabled); });
+    connectEditCommands();
     // Failures inside the controls' own event handling are shown like any
     // other failure.
     SetControlsExceptionHandler([](const QString& message) {
@@ -42,20 +42,20 @@ TFtankaregist::TFtankaregist(const QString& launchString, QWidget* parent) : QMa
     // A failure in the creation step is shown like any other, and the form
     // stays.
     try {
-        FormCreate(launchString);
+        initialise(launchString);
     } catch (...) {
         HandleCurrentException();
     }
 }
 
-TFtankaregist::~TFtankaregist() {
-    WaitForGroupRewrite();
+MainWindow::~MainWindow() {
+    waitForGroupRewrite();
     SetUndoEnabledHandler(nullptr);
 }
 
-void TFtankaregist::FormCreate(const QString& launchString) {
+void MainWindow::initialise(const QString& launchString) {
     DataRoot = DataRootPath();
-    NetworkFolder = ReadNetworkDir(DataRoot);
+    networkFolder = ReadNetworkDir(DataRoot);
     DatabaseFolder = DatabaseFolderFrom(launchString); // the default string when empty
     SavedLines.clear();
     CurrentLines.clear();

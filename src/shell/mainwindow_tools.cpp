@@ -1,8 +1,8 @@
 // The main form: the about dialog and the small tools of the File menu.
-#include "shell/utankaregist.h"
+#include "shell/mainwindow.h"
 
 #include "platform/dialogs.h"
-#include "shell/uversioninfo.h"
+#include "shell/aboutdialog.h"
 
 #include <QCoreApplication>
 #include <QDir>
@@ -21,21 +21,21 @@ QString CalculatorProgram() {
     return QString();
 }
 
-void TFtankaregist::ActionRelaseVersionExecute() {
+void MainWindow::showAbout() {
     if (FversionInfo) {
         FversionInfo->exec();
         return;
     }
-    TFversionInfo dialog(this);
+    AboutDialog dialog(this);
     dialog.exec();
 }
 
-void TFtankaregist::N28Click() {
+void MainWindow::showInstallFolder() {
     ShowInfoDialog(this, QStringLiteral("確認"),
                    QStringLiteral("現在のインストールフォルダー\r\n") + InstallFolder());
 }
 
-void TFtankaregist::N31Click() {
+void MainWindow::startCalculator() {
     const QString program = CalculatorProgram();
     if (program.isEmpty()) return;
     CurrentDialogs().StartProcess(program, {}, QString());

@@ -1,11 +1,11 @@
 // The main form: the standard labour library. An entry keeps every row of a
 // pipe type; applying one takes back only the sizes and the labour factors,
 // so the prices and the options of the pipe type on screen stay.
-#include "shell/utankaregist.h"
+#include "shell/mainwindow.h"
 
 #include "edit/fdkfile.h"
+#include "edit/labourlibrarydialog.h"
 #include "edit/partslibrary.h"
-#include "edit/upartsselect.h"
 #include "engine/calcrow.h"
 #include "platform/application.h"
 #include "platform/dialogs.h"
@@ -16,16 +16,16 @@
 
 #include <memory>
 
-void TFtankaregist::SetupLibraryCommands() {
-    connect(ActionSaveParts, &QAction::triggered, this, &TFtankaregist::ActionSavePartsExecute);
-    connect(ActionLoadparts, &QAction::triggered, this, &TFtankaregist::ActionLoadpartsExecute);
-    ActionSaveParts->setEnabled(true);
-    ActionLoadparts->setEnabled(true);
+void MainWindow::setupLibraryCommands() {
+    connect(saveLibraryAction, &QAction::triggered, this, &MainWindow::saveLibraryEntry);
+    connect(loadLibraryAction, &QAction::triggered, this, &MainWindow::applyLibraryEntry);
+    saveLibraryAction->setEnabled(true);
+    loadLibraryAction->setEnabled(true);
 }
 
-void TFtankaregist::ActionSavePartsExecute() {
+void MainWindow::saveLibraryEntry() {
     // The name as it stands in the box, blanks and all.
-    const QString name = GOODSBOX->Text();
+    const QString name = goodsBox->Text();
     const QString problem = PartsNameProblem(name);
     if (!problem.isEmpty()) {
         ShowInfoDialog(this, QStringLiteral("確認"), problem);
@@ -45,25 +45,25 @@ void TFtankaregist::ActionSavePartsExecute() {
                    QStringLiteral("選択用標準歩掛として登録しました。"));
 }
 
-void TFtankaregist::ActionLoadpartsExecute() {
-    TFpartsSelect* dialog = FpartsSelect;
-    std::unique_ptr<TFpartsSelect> own;
+void MainWindow::applyLibraryEntry() {
+    LabourLibraryDialog* dialog = FpartsSelect;
+    std::unique_ptr<LabourLibraryDialog> own;
     if (!dialog) {
-        own = std::make_unique<TFpartsSelect>(this);
+        own = std::make_unique<LabourLibraryDialog>(this);
         dialog = own.get();
     }
-    dialog->SetPanel(0, PartsExtension);
-    if (dialog->exec() != TFpartsSelect::ResultSelect) return;
+    dialog->setPanel(0, PartsExtension);
+    if (dialog->exec() != LabourLibraryDialog::ResultSelect) return;
     // A pick with no entry selected (the button, or a double click beside the
     // entries) has nothing to apply.
-    if (dialog->ItemIndex() < 0) return;
+    if (dialog->itemIndex() < 0) return;
     const QString path =
-        PartsEntryPath(dialog->Folder(), dialog->SelectedEntry(), dialog->Panel(0));
+        PartsEntryPath(dialog->Folder(), dialog->selectedEntry(), dialog->panel(0));
     try {
         // A file that ends early stops here: the rows read so far keep what
         // they took, and the message says which they are.
         ReadFdkFile(path, KanzaiRows);
-        RecalcAndShowTab();
+        recalcAndShowTab();
         // No snapshot: the undo keeps the state before the last edit.
         RefreshLines();
     } catch (...) {

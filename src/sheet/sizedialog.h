@@ -8,28 +8,28 @@
 class QPlainTextEdit;
 class QPushButton;
 
-class TfsizeSet : public QDialog {
+class SizeDialog : public QDialog {
     Q_OBJECT
 public:
-    explicit TfsizeSet(QWidget* parent = nullptr);
-    ~TfsizeSet() override;
+    explicit SizeDialog(QWidget* parent = nullptr);
+    ~SizeDialog() override;
 
     // Modal results of the two buttons.
     static constexpr int ResultAccept = 1;
     static constexpr int ResultCancel = 2;
 
-    QPlainTextEdit* Memo1 = nullptr;
-    QPushButton* Button4 = nullptr; // 15A
-    QPushButton* Button5 = nullptr; // 冷媒
-    QPushButton* Button2 = nullptr; // 実   行
-    QPushButton* Button1 = nullptr; // キャンセル
+    QPlainTextEdit* sizesEdit = nullptr;
+    QPushButton* steelButton = nullptr;       // 15A
+    QPushButton* refrigerantButton = nullptr; // 冷媒
+    QPushButton* runButton = nullptr;         // 実   行
+    QPushButton* cancelButton = nullptr;      // キャンセル
 
     // The memo as lines: a break at the very end opens no further line.
     QStringList Lines() const;
     void SetLines(const QStringList& lines);
 
-    void Button4Click();
-    void Button5Click();
+    void fillSteelSizes();
+    void fillRefrigerantSizes();
 
     // The close box and Escape answer as the cancel button does.
     void reject() override { done(ResultCancel); }
@@ -44,4 +44,4 @@ protected:
 };
 
 // The dialog made at start and reused.
-extern TfsizeSet* FsizeSet;
+extern SizeDialog* FsizeSet;

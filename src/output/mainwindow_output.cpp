@@ -1,10 +1,10 @@
-#include "shell/utankaregist.h"
+#include "shell/mainwindow.h"
 
 #include "controls/strcgrid.h"
+#include "output/exceloptionsdialog.h"
 #include "output/excelstream.h"
 #include "output/excelworkbook.h"
 #include "output/exportrows.h"
-#include "output/ulevel_select.h"
 #include "platform/datapaths.h"
 #include "platform/dialogs.h"
 #include "store/codepage.h"
@@ -20,45 +20,45 @@
 // The outputs of the menu "外部データ入出力(&O)": the pipe type on screen as CSV or
 // clipboard text, the data of the print hand-off, and the group as a workbook.
 
-void TFtankaregist::ConnectOutputs() {
-    connect(CSV1, &QAction::triggered, this, &TFtankaregist::CSV1Click);
-    connect(N19, &QAction::triggered, this, &TFtankaregist::N19Click);
-    connect(ActionExcelOut, &QAction::triggered, this, &TFtankaregist::ActionExcelOutExecute);
-    CSV1->setEnabled(true);
-    N19->setEnabled(true);
-    ActionExcelOut->setEnabled(true);
+void MainWindow::connectOutputs() {
+    connect(csvFileItem, &QAction::triggered, this, &MainWindow::exportCsvFile);
+    connect(clipboardItem, &QAction::triggered, this, &MainWindow::exportToClipboard);
+    connect(excelOutAction, &QAction::triggered, this, &MainWindow::exportWorkbook);
+    csvFileItem->setEnabled(true);
+    clipboardItem->setEnabled(true);
+    excelOutAction->setEnabled(true);
 }
 
-QStringList TFtankaregist::TabCaptions() const {
+QStringList MainWindow::tabCaptions() const {
     QStringList captions;
-    for (int t = 0; t < TabControl1->count(); ++t)
-        captions << TabControl1->tabText(t);
+    for (int t = 0; t < tabs->count(); ++t)
+        captions << tabs->tabText(t);
     return captions;
 }
 
-void TFtankaregist::ExportRows(int mode) {
-    const auto dialog = std::make_unique<Tflevel_select>(this);
-    int result = Tflevel_select::ResultCancel;
+void MainWindow::exportRows(int mode) {
+    const auto dialog = std::make_unique<ExcelOptionsDialog>(this);
+    int result = ExcelOptionsDialog::ResultCancel;
     if (mode != ExportPrint) result = dialog->exec();
 
     // The sheet shows the submitted side at its next redisplay.
-    const int top = StrColGrid2->Selection().Top;
+    const int top = materialGrid->Selection().Top;
     TGridRect cell;
     cell.Left = 1;
     cell.Top = top;
     cell.Right = 1;
     cell.Bottom = top;
-    StrColGrid2->SetSelection(cell);
+    materialGrid->SetSelection(cell);
 
-    if (mode != ExportPrint && result == Tflevel_select::ResultCancel) return;
+    if (mode != ExportPrint && result == ExcelOptionsDialog::ResultCancel) return;
 
     ExportOptions options;
-    options.headings = dialog->CheckBox7->isChecked();
-    options.resultsOnly = dialog->CheckBox8->isChecked();
+    options.headings = dialog->headingsCheck->isChecked();
+    options.resultsOnly = dialog->resultsCheck->isChecked();
     ExportSheet sheet;
-    sheet.tabCaptions = TabCaptions();
+    sheet.tabCaptions = tabCaptions();
     for (int i = 0; i < 3; ++i)
-        sheet.statusPanels[std::size_t(i)] = StatusPanel(i);
+        sheet.statusPanels[std::size_t(i)] = statusPanel(i);
     const QByteArray text = ExportRowsText(mode, KanzaiRows, sheet, options);
 
     if (mode == ExportCsv) {
@@ -77,25 +77,25 @@ void TFtankaregist::ExportRows(int mode) {
     }
 }
 
-void TFtankaregist::CSV1Click() {
-    ExportRows(ExportCsv);
+void MainWindow::exportCsvFile() {
+    exportRows(ExportCsv);
 }
 
-void TFtankaregist::N19Click() {
-    ExportRows(ExportClipboard);
+void MainWindow::exportToClipboard() {
+    exportRows(ExportClipboard);
 }
 
-void TFtankaregist::ActionExcelOutExecute() {
+void MainWindow::exportWorkbook() {
     // The caption comes back also when the output fails half way.
     struct CaptionBack {
-        TFtankaregist* form;
+        MainWindow* form;
         QString kept;
         ~CaptionBack() { form->setWindowTitle(kept); }
     } captionBack{this, windowTitle()};
     setWindowTitle(ExcelOutCaption);
 
     const QString streamPath = ExcelStreamPath(DataRoot);
-    WriteExcelStream(streamPath, ExcelStream(ExDatabasePath, CurrentGrp, TabCaptions()));
+    WriteExcelStream(streamPath, ExcelStream(ExDatabasePath, currentGroup, tabCaptions()));
     const QString book = ExcelWorkbookPath(DataRoot, QDateTime::currentDateTime());
     WriteExcelWorkbook(streamPath, book);
     if (!CurrentDialogs().OpenDocument(book))

@@ -1,7 +1,7 @@
 // The main form: the two group rewrites and the run of the recalculation on a
 // worker thread, with the progress window that keeps the user off the rows
 // while the worker owns them.
-#include "shell/utankaregist.h"
+#include "shell/mainwindow.h"
 
 #include "platform/guithread.h"
 
@@ -32,7 +32,7 @@ const QString RecalcNotice =
                    "変換中は少々お待ちください。");
 
 // Number edit value to Currency: times 10000, stored to nearest.
-Currency editCurrency(const TNumberEdit* edit) {
+Currency editCurrency(const NumberEdit* edit) {
     return Currency::FromRaw(Store(edit->Value() * 10000.0L));
 }
 
@@ -45,9 +45,9 @@ bool askToGoOn(QWidget* form, const QString& question) {
 // The window over the form while a run works: the progress text and a bar
 // over the 20 x 59 steps. The person cannot close it; it goes when the run
 // has ended.
-class TGroupProgress : public QDialog {
+class GroupProgressDialog : public QDialog {
 public:
-    explicit TGroupProgress(QWidget* form) : QDialog(form) {
+    explicit GroupProgressDialog(QWidget* form) : QDialog(form) {
         setObjectName(QStringLiteral("GroupProgress"));
         setWindowTitle(ApplicationTitle());
         setWindowFlags(Qt::Dialog | Qt::CustomizeWindowHint | Qt::WindowTitleHint);
@@ -102,45 +102,44 @@ private:
 
 } // namespace
 
-void TFtankaregist::connectGroupRewrites() {
-    for (QAction* a : {ActionOptionChange, Actionwdatachange})
+void MainWindow::connectGroupRewrites() {
+    for (QAction* a : {optionChangeAction, labourCostChangeAction})
         a->setEnabled(true);
-    connect(ActionOptionChange, &QAction::triggered, this,
-            &TFtankaregist::ActionOptionChangeExecute);
-    connect(Actionwdatachange, &QAction::triggered, this, &TFtankaregist::ActionwdatachangeExecute);
+    connect(optionChangeAction, &QAction::triggered, this, &MainWindow::changeGroupOptions);
+    connect(labourCostChangeAction, &QAction::triggered, this, &MainWindow::changeGroupLabourCosts);
 }
 
-void TFtankaregist::ActionOptionChangeExecute() {
-    if (GroupRewriteRunning() || !RowsAreLoaded(QStringLiteral("実行できません。"))) return;
+void MainWindow::changeGroupOptions() {
+    if (groupRewriteRunning() || !rowsAreLoaded(QStringLiteral("実行できません。"))) return;
     if (!askToGoOn(this, QStringLiteral("グループ内の計算オプションを、表示中のものに変更していい"
                                         "ですか?\r\n") +
                              RecalcNotice))
         return;
-    ApplyControls();
+    applyControls();
     // The run loads the current pipe type from the table again: rows whose
     // save did not reach the database would be lost by it, so they stay on
     // the form (the save has shown why). Only then do the other pipe types
     // take the options, so that none is left with new options and prices
     // computed under the old ones.
-    if (SaveCurrentPipeType(0) != SaveResult::Saved) return;
-    ExecStatement(ExDatabasePath, OptionChangeStatement(KanzaiRows[OptionRow], CurrentGrp));
-    alldataCalc(1);
+    if (saveCurrentPipeType(0) != SaveResult::Saved) return;
+    ExecStatement(ExDatabasePath, OptionChangeStatement(KanzaiRows[OptionRow], currentGroup));
+    rewriteGroup(1);
 }
 
-void TFtankaregist::ActionwdatachangeExecute() {
-    if (GroupRewriteRunning() || !RowsAreLoaded(QStringLiteral("実行できません。"))) return;
-    const Currency cost = editCurrency(GpayDay_N);
-    const Currency submitted = editCurrency(GpayDay1);
+void MainWindow::changeGroupLabourCosts() {
+    if (groupRewriteRunning() || !rowsAreLoaded(QStringLiteral("実行できません。"))) return;
+    const Currency cost = editCurrency(labourCostCostEdit);
+    const Currency submitted = editCurrency(labourCostSubmittedEdit);
     if (!askToGoOn(this, QStringLiteral("全データの基礎工費を変更しますか?\r\n原価=") +
                              CurrToStr(cost) + QStringLiteral("円 提出=") + CurrToStr(submitted) +
                              QStringLiteral("円\r\n") + RecalcNotice))
         return;
     ExecStatement(ExDatabasePath, LabourChangeStatement(cost, submitted));
-    alldataCalc(1);
+    rewriteGroup(1);
     ShowInfoDialog(this, QStringLiteral("確認"), QStringLiteral("基礎工費を変更しました。"));
 }
 
-void TFtankaregist::alldataCalc(int kind) {
+void MainWindow::rewriteGroup(int kind) {
     if (groupRunning_) return;
     // What was left of an earlier run's thread.
     if (groupThread_) {
@@ -148,7 +147,7 @@ void TFtankaregist::alldataCalc(int kind) {
         delete groupThread_;
         groupThread_ = nullptr;
     }
-    if (!groupProgress_) groupProgress_ = new TGroupProgress(this);
+    if (!groupProgress_) groupProgress_ = new GroupProgressDialog(this);
 
     // From here until the end has been shown the worker is the one user of
     // the rows: every control of the form and the menu are closed, and the
@@ -157,7 +156,7 @@ void TFtankaregist::alldataCalc(int kind) {
     groupFocus_ = QApplication::focusWidget();
     centralWidget()->setEnabled(false);
     menuBar()->setEnabled(false);
-    static_cast<TGroupProgress*>(groupProgress_)->Start();
+    static_cast<GroupProgressDialog*>(groupProgress_)->Start();
     groupProgressShown_.invalidate();
 
     // The worker has its own rows and connections and touches nothing of
@@ -165,7 +164,7 @@ void TFtankaregist::alldataCalc(int kind) {
     const QString caption = windowTitle();
     const QString path = ExDatabasePath;
     Dialogs& dialogs = CurrentDialogs();
-    const int grp = CurrentGrp;
+    const int grp = currentGroup;
     groupThread_ = QThread::create([this, kind, caption, path, &dialogs, grp] {
         std::exception_ptr failure;
         try {
@@ -177,11 +176,11 @@ void TFtankaregist::alldataCalc(int kind) {
         }
         OnGuiThread([this, caption, failure] { endGroupRewrite(caption, failure); });
     });
-    groupThread_->setObjectName(QStringLiteral("alldataCalc"));
+    groupThread_->setObjectName(QStringLiteral("groupRewrite"));
     groupThread_->start();
 }
 
-void TFtankaregist::showGroupProgress(const QString& text, int step) {
+void MainWindow::showGroupProgress(const QString& text, int step) {
     setWindowTitle(text);
     // The caption follows every row; the progress window, whose layout costs
     // far more than the row, at most once a screen frame, and at the end.
@@ -189,17 +188,17 @@ void TFtankaregist::showGroupProgress(const QString& text, int step) {
         step < GroupRewriteSteps)
         return;
     groupProgressShown_.start();
-    auto* progress = static_cast<TGroupProgress*>(groupProgress_);
+    auto* progress = static_cast<GroupProgressDialog*>(groupProgress_);
     progress->Text->setText(text);
     progress->Bar->setValue(step);
 }
 
-void TFtankaregist::endGroupRewrite(const QString& caption, std::exception_ptr failure) {
+void MainWindow::endGroupRewrite(const QString& caption, std::exception_ptr failure) {
     auto reopen = [this] {
         // The snapshot is of the rows before the run: an undo now would bring
         // them back out of step with the group.
         SetUndoEnabled(false);
-        static_cast<TGroupProgress*>(groupProgress_)->Finish();
+        static_cast<GroupProgressDialog*>(groupProgress_)->Finish();
         centralWidget()->setEnabled(true);
         menuBar()->setEnabled(true);
         activateWindow();
@@ -208,7 +207,7 @@ void TFtankaregist::endGroupRewrite(const QString& caption, std::exception_ptr f
     };
     // A close that came during the run goes on once the end has been shown.
     struct CloseWhenShown {
-        TFtankaregist* form;
+        MainWindow* form;
         ~CloseWhenShown() {
             if (!form->closeAfterGroupRewrite_) return;
             form->closeAfterGroupRewrite_ = false;
@@ -219,7 +218,7 @@ void TFtankaregist::endGroupRewrite(const QString& caption, std::exception_ptr f
     // The pipe type on the sheet as the run has stored it; the rows stay as
     // they were when it cannot be read.
     try {
-        BringBackPipeType(CurrentGrp, CurrentKan);
+        BringBackPipeType(currentGroup, currentPipeType);
     } catch (...) {
         if (!failure) failure = std::current_exception();
     }
@@ -228,7 +227,7 @@ void TFtankaregist::endGroupRewrite(const QString& caption, std::exception_ptr f
         // the failure is shown like any other and the form opens again. The
         // run counts as going until then, so a close during the box waits
         // for its end like any other.
-        static_cast<TGroupProgress*>(groupProgress_)->Finish();
+        static_cast<GroupProgressDialog*>(groupProgress_)->Finish();
         ShowException(failure);
         reopen();
         return;
@@ -243,7 +242,7 @@ void TFtankaregist::endGroupRewrite(const QString& caption, std::exception_ptr f
     reopen();
 }
 
-void TFtankaregist::WaitForGroupRewrite() {
+void MainWindow::waitForGroupRewrite() {
     // The worker's last step is a call into this thread, so the wait serves
     // events instead of blocking.
     while (groupRunning_)

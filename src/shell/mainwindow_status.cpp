@@ -1,5 +1,5 @@
 // The main form: the status bar and its seven panels.
-#include "shell/utankaregist.h"
+#include "shell/mainwindow.h"
 
 #include <QHBoxLayout>
 #include <QLabel>
@@ -7,16 +7,16 @@
 
 // 0-2: the three names of the pipe type, 3: the detail shown, 4: the 15th
 // size, 5: the database folder, 6: empty.
-const std::array<int, TFtankaregist::StatusPanelCount> TFtankaregist::StatusPanelWidths = {
+const std::array<int, MainWindow::StatusPanelCount> MainWindow::StatusPanelWidths = {
     200, 200, 150, 100, 50, 300, 50};
 
-void TFtankaregist::buildStatusBar() {
-    StatusBar1 = new QStatusBar(this);
-    StatusBar1->setObjectName(QStringLiteral("StatusBar1"));
-    StatusBar1->setSizeGripEnabled(true);
+void MainWindow::buildStatusBar() {
+    statusLine = new QStatusBar(this);
+    statusLine->setObjectName(QStringLiteral("statusLine"));
+    statusLine->setSizeGripEnabled(true);
     // The panels keep their widths and are cut off at the right of a narrow
     // window; they never make the window wider than the screen.
-    auto* row = new QWidget(StatusBar1);
+    auto* row = new QWidget(statusLine);
     row->setObjectName(QStringLiteral("StatusPanels"));
     row->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
     auto* layout = new QHBoxLayout(row);
@@ -34,19 +34,19 @@ void TFtankaregist::buildStatusBar() {
         statusPanels[std::size_t(i)] = panel;
     }
     layout->addStretch(1);
-    StatusBar1->addWidget(row, 1);
-    setStatusBar(StatusBar1);
+    statusLine->addWidget(row, 1);
+    setStatusBar(statusLine);
 }
 
-QLabel* TFtankaregist::StatusPanelLabel(int index) const {
+QLabel* MainWindow::statusPanelLabel(int index) const {
     return index >= 0 && index < StatusPanelCount ? statusPanels[std::size_t(index)] : nullptr;
 }
 
-void TFtankaregist::SetStatusPanel(int index, const QString& text) {
-    if (QLabel* panel = StatusPanelLabel(index)) panel->setText(text);
+void MainWindow::setStatusPanel(int index, const QString& text) {
+    if (QLabel* panel = statusPanelLabel(index)) panel->setText(text);
 }
 
-QString TFtankaregist::StatusPanel(int index) const {
-    QLabel* panel = StatusPanelLabel(index);
+QString MainWindow::statusPanel(int index) const {
+    QLabel* panel = statusPanelLabel(index);
     return panel ? panel->text() : QString();
 }

@@ -1,0 +1,449 @@
+#pragma once
+// The main form: menu, status bar and the area of the sheet. The logic of the
+// screen is split over mainwindow_*.cpp by what it serves.
+
+#include <QElapsedTimer>
+#include <QMainWindow>
+#include <QPointer>
+#include <QString>
+#include <QStringList>
+
+#include <array>
+#include <functional>
+
+class QAction;
+class QDialog;
+class QThread;
+class QLabel;
+class QMenu;
+class QMenuBar;
+class QPushButton;
+class QScrollArea;
+class QSplitter;
+class QStatusBar;
+class QTabBar;
+class QTreeWidget;
+class QTreeWidgetItem;
+class QLineEdit;
+class BoxLabel;
+class CheckBox;
+class EditCombo;
+class FixedList;
+class GradientPanel;
+class NumberEdit;
+class RadioGroup;
+class PriceGrid;
+class ToggleSwitch;
+
+// The first command-line argument of the program, the launch string.
+QString LaunchStringArgument();
+
+class MainWindow : public QMainWindow {
+    Q_OBJECT
+public:
+    // Builds the form and runs its creation step with the given launch string.
+    explicit MainWindow(const QString& launchString = LaunchStringArgument(),
+                        QWidget* parent = nullptr);
+    ~MainWindow() override;
+
+    static constexpr int DefaultLeft = 2;
+    static constexpr int DefaultTop = 2;
+    static constexpr int DefaultWidth = 1444;
+    static constexpr int DefaultHeight = 851;
+
+    // The current pipe type and the refused start.
+    int currentCategory = 1;
+    int currentGroup = 1;
+    int currentPipeType = 1;
+    bool noDataFolder = false;
+    // Set once a pipe type has been loaded: until then the rows belong to no
+    // pipe type and are never saved.
+    bool rowsLoaded = false;
+    // The database file is none or lacks its tables: nothing is loaded and
+    // nothing is written to it.
+    bool noDatabase = false;
+    // "[Network_Dir]" of the network file, read as the form is created; the
+    // folder it names takes no part in finding the database.
+    QString networkFolder;
+
+    // ---- Main menu ------------------------------------------------------
+    QMenuBar* mainMenu = nullptr;
+
+    // "ファイル(&F)"
+    QMenu* fileMenu = nullptr;
+    QAction* aboutItem = nullptr;         // このソフトウェアについて
+    QAction* installFolderItem = nullptr; // インストールフォルダー確認
+    QAction* calculatorItem = nullptr;    // 電卓
+    QAction* saveItem = nullptr;          // 保  存, Ctrl+S
+    QAction* printItem = nullptr;         // 印  刷
+    QAction* fileSeparator = nullptr;     // separator, shown by the show step
+    QAction* exitItem = nullptr;          // 終了(&X)
+
+    // "表  示(&D)"
+    QMenu* viewMenu = nullptr;
+    QAction* treeListItem = nullptr;
+    QAction* statusBarItem = nullptr;
+
+    // "管種名称編集(&P)": one sub-menu per group, its title the group name,
+    // with a naming item whose data (Tag) is the group index 0 to 9.
+    QMenu* groupNamesMenu = nullptr;
+
+    // "編 集1(&E)"
+    QMenu* editMenu = nullptr;
+    QAction* undoItem = nullptr;          // 取消, Ctrl+Z
+    QAction* labourLibraryItem = nullptr; // 標準歩掛選択
+    QAction* labourCostChangeItem = nullptr; // グループ内の基礎工費を、表示中のものに変更
+    QAction* optionChangeItem = nullptr; // グループ内の計算オプションを、表示中のものに変更
+    QAction* moveUpItem = nullptr;        // ↑上へ移動
+    QAction* moveDownItem = nullptr;      // ↓下へ移動
+    QAction* currentPricesItem = nullptr; // 現在の管材単価計算 (no command)
+    QAction* editSeparator = nullptr;     // separator, shown by the show step
+    QAction *copyWholeTableItem = nullptr, *copyPricesItem = nullptr, *copyAllFactorsItem = nullptr,
+            *copyLabourFactorsItem = nullptr;
+    QAction *pasteWholeTableItem = nullptr, *pastePricesItem = nullptr,
+            *pasteAllFactorsItem = nullptr, *pasteLabourFactorsItem = nullptr;
+    QAction* saveLibraryItem = nullptr;
+    QAction* clearPipeTypeItem = nullptr; // 管材をクリアー
+
+    // "細目編集(&B)"
+    QMenu* detailMenu = nullptr;
+    QAction *copyDetailItem = nullptr, *copyDetailPricesItem = nullptr,
+            *copyDetailFactorsItem = nullptr, *copyDetailLabourItem = nullptr,
+            *copyDetailPricesAcrossItem = nullptr;
+    QAction *pasteDetailItem = nullptr, *pasteDetailPricesItem = nullptr,
+            *pasteDetailFactorsItem = nullptr, *pasteDetailLabourItem = nullptr,
+            *copyFirstDetailAcrossItem = nullptr;
+    QAction* clearDetailItem = nullptr; // 現在の細目をクリアー
+
+    // "外部データ入出力(&O)"
+    QMenu* externalDataMenu = nullptr;
+    QAction* excelOutItem = nullptr;
+    QAction* csvFileItem = nullptr;
+    QAction* clipboardItem = nullptr;
+
+    // The tree's pop-up menu, for tree.
+    QMenu* treePopupMenu = nullptr;
+    QAction* popupMoveUpItem = nullptr;   // moveUpAction
+    QAction* popupMoveDownItem = nullptr; // moveDownAction
+
+    // ---- Actions ----------------------------------------------------------
+    // Named commands. A menu item bound to an action follows its enabled and
+    // visible state and runs it when triggered (see bindAction).
+    QAction* aboutAction = nullptr;
+    QAction* printAction = nullptr;
+    QAction* exitAction = nullptr;
+    QAction* undoAction = nullptr; // Esc on the form
+    QAction* loadLibraryAction = nullptr;
+    QAction* labourCostChangeAction = nullptr;
+    QAction* optionChangeAction = nullptr;
+    QAction* moveUpAction = nullptr;
+    QAction* moveDownAction = nullptr;
+    QAction* saveLibraryAction = nullptr;
+    QAction* excelOutAction = nullptr;
+    QAction* sizeSetAction = nullptr;
+
+    // ---- Status bar -----------------------------------------------------
+    QStatusBar* statusLine = nullptr;
+    static constexpr int StatusPanelCount = 7;
+    static const std::array<int, StatusPanelCount> StatusPanelWidths;
+    void setStatusPanel(int index, const QString& text);
+    QString statusPanel(int index) const;
+    QLabel* statusPanelLabel(int index) const;
+
+    // ---- Groups ---------------------------------------------------------
+    // The names the groups get before the configuration record is read.
+    static const std::array<const char*, 10> DefaultGroupNames;
+    // Group g, 1 to 10: its menu item, its naming item, and its name (the
+    // title of its menu item, the program's store of the name).
+    QMenu* groupMenu(int g) const;
+    QAction* groupNamingItem(int g) const;
+    QString groupName(int g) const;
+    void setGroupName(int g, const QString& name);
+
+    // ---- The sheet area -------------------------------------------------
+    // The widget under the menu and over the status bar. It has no layout
+    // yet: the tree, the tabs, the grids and the option panel go here.
+    QWidget* centralArea() const { return centralArea_; }
+
+    // ---- Controls of the sheet and the pipe type ----------------------------
+    GradientPanel* velmoraEmblem = nullptr;
+    QLabel* ostrelLabel = nullptr;  // "Ostrel"
+    QLabel* productLabel = nullptr; // "Qorvale"
+    QLabel* releaseLabel = nullptr;
+    QTreeWidget* tree = nullptr;
+    QSplitter* treeSplitter = nullptr; // between the tree and the sheet
+    QScrollArea* sheetScroll = nullptr;
+
+    // The group "管種名".
+    EditCombo* goodsBox = nullptr;
+    EditCombo* useBox = nullptr;
+    EditCombo* jointBox = nullptr;
+    EditCombo* unitBox = nullptr;
+    ToggleSwitch* resultsSwitch = nullptr;
+    QPushButton* sizeSetButton = nullptr;       // サイズ設定
+    QPushButton* labourLibraryButton = nullptr; // 標準歩掛選択
+    // The group "材料単価建物/ページ".
+    QLineEdit* buildingEdit = nullptr;
+    QLineEdit* pageEdit = nullptr;
+    QPushButton* saveButton = nullptr; // 登　録
+
+    QTabBar* tabs = nullptr;
+    QWidget* gridPanel = nullptr;
+    QLabel* materialCaption = nullptr;  // over materialGrid
+    QLabel* compositeCaption = nullptr; // over compositeGrid
+    PriceGrid* compositeGrid = nullptr;
+    PriceGrid* materialGrid = nullptr;
+
+    // The options of the pipe type.
+    RadioGroup* modeRadio = nullptr;        // モード
+    RadioGroup* otherCostRadio = nullptr;   // その他の計算方法
+    RadioGroup* elementRadio = nullptr;     // 各要素単位の計算処理
+    RadioGroup* fractionRadio = nullptr;    // 小数以下処理
+    RadioGroup* digitsRadio = nullptr;      // 採用有効桁設定[提出]
+    RadioGroup* belowDigitsRadio = nullptr; // 有効桁以下
+    FixedList* unitDigitsList = nullptr;    // 単価計算処理: digits
+    FixedList* unitFractionList = nullptr;  // 単価計算処理: fraction
+    CheckBox* useRateCheck = nullptr;       // 単価に掛率を使用
+    NumberEdit* rateSubmittedEdit = nullptr;
+    NumberEdit* rateCostEdit = nullptr;
+    NumberEdit* labourCostSubmittedEdit = nullptr;
+    NumberEdit* labourCostCostEdit = nullptr;
+    RadioGroup* printStyleRadio = nullptr; // 印刷スタイル選択
+
+    // Set while showPipeType fills the controls.
+    bool refreshing = false;
+    // The remembered cells of the grids (column, row).
+    int compositeCol = 4, compositeRow = 1;
+    int materialCol = 4, materialRow = 1;
+
+    // ---- The tree ---------------------------------------------------------
+    // Node by absolute index (group g is (g-1) x 21, its pipe type k is
+    // (g-1) x 21 + k), and the index of a node.
+    QTreeWidgetItem* treeNode(int absoluteIndex) const;
+    int absoluteIndex(QTreeWidgetItem* node) const;
+    QTreeWidgetItem* selectedNode() const;
+
+    // ---- The screen logic -------------------------------------------------
+    void clearSheet();
+    void showPipeType();
+    void applyControls();
+    // Rows 1 to 59 calculated; the lines of the current tab and the prices
+    // shown.
+    void recalcAndShowTab();
+    void takeSelection();
+    void fillGroupNodes(int g);
+    void loadGroupNames();
+    void saveGroupNames();
+    void showGridRow(int r);
+    void showPriceCells(int r);
+    void markRow(int g);
+    void setupSheet();
+    void setCompositeHeadings(bool refrigerant, bool longForm);
+    int currentTab() const;
+    // The rows shown on the current tab start after this row.
+    int tabBase() const { return currentTab() * 15; }
+
+    // Cell entry (the remembered cells are compositeCol/compositeRow, materialCol/materialRow).
+    void selectCompositeCell(int col, int row, bool& canSelect);
+    void selectMaterialCell(int col, int row, bool& canSelect);
+    void setMaterialEditText(int col, int row, const QString& value);
+    void compositeKeyDown(int& key, unsigned shift);
+    void materialKeyDown(int& key, unsigned shift);
+    // The factor columns accept entry only while they show factors.
+    void updateCompositeEditing();
+    void setSizes();
+
+    void treeClicked();
+    void treeMouseReleased();
+    void tabChanged();
+    void compositeCellChosen();
+    void materialCellChosen();
+    void nameBoxKeyPress(int key, bool& handled);
+    void saveButtonClicked();
+    void saveItemTriggered();
+    void layoutGrids();
+
+    // The steps of opening and closing.
+    void prepareShow();
+    // Where the window goes when no geometry was saved.
+    QRect defaultGeometry() const;
+    // False when the close is to be refused (see closeEvent).
+    bool mayClose();
+    // Rows that could not be saved at closing: the user tries again, stays,
+    // or closes without them. True when the window may close.
+    bool closeWithUnsavedRows(const QString& heading);
+    // How a save of the pipe type on the sheet ended: written, not written
+    // (the failure has been shown, the rows stay unsaved), or not written by
+    // the user's choice after a change made elsewhere (the rows on the sheet
+    // are the user's unsaved ones, or the stored ones read again).
+    enum class SaveResult { Saved, Failed, Declined };
+    // SavePipeType of the pipe type on the sheet; refused while no pipe type
+    // is loaded. When the stored rows were changed elsewhere after the load,
+    // asks whether to write over them, read them again, or keep the rows.
+    SaveResult saveCurrentPipeType(int showMessage);
+    // Loads the pipe type that select (nothing: the one on the sheet) makes
+    // current and shows it; false after a failure, which has been shown and
+    // left everything as it was.
+    bool loadAndShow(const std::function<void()>& select);
+    // True once a pipe type is loaded; else says so, ending with refusal.
+    bool rowsAreLoaded(const QString& refusal);
+    void finishClose();
+    void readDisplayFile();
+    void setTreeWidth(int width);
+    void writeDisplayFile();
+    // Asks to save a changed pipe type; saves on yes. Saved also when nothing
+    // needed saving or the user said no.
+    SaveResult askToSave();
+    // The tree node of the pipe type on the sheet, and a selection change
+    // that fires no click.
+    QTreeWidgetItem* currentPipeTypeNode() const;
+    void selectNodeQuietly(QTreeWidgetItem* node);
+    // After the tree has handled a key or a mouse button: a selection moved
+    // without a click loads like a click; namingNode, the node a release with
+    // Shift came on, is then named.
+    void afterTreeInput(QTreeWidgetItem* namingNode);
+
+    // ---- Handlers ---------------------------------------------------------
+    void initialise(const QString& launchString);
+    void showAbout();
+    void showInstallFolder();
+    void startCalculator();
+    void exitProgram();
+    void toggleTree();
+    void toggleStatusBar();
+    // Shared by the ten naming items; the group is the Tag of the sender.
+    void groupNamingTriggered();
+    void nameGroup(int tag);
+
+    // ---- Print hand-off (src/output/mainwindow_print.cpp) ---------------
+    // Enables printAction and joins it to printPipeType; called as the
+    // form is built.
+    void setupPrintAction();
+    // "印  刷": writes the three hand-off files under DataRoot/printdata and
+    // starts the print program without waiting.
+    void printPipeType();
+
+    // Makes the menu item follow the action and run it.
+    static void bindAction(QAction* item, QAction* action);
+
+    // ---- The standard labour library (src/edit/mainwindow_library.cpp) ----
+    // Enables and joins saveLibraryAction and loadLibraryAction; run at construction.
+    void setupLibraryCommands();
+    void saveLibraryEntry();
+    void applyLibraryEntry();
+
+    // ---- Edit commands: copy and paste, moving, clearing, undo (src/edit) ----
+    // Enables the commands and joins them to their menu items.
+    void connectEditCommands();
+    QAction* detailPricesSeparator =
+        nullptr; // separator of copyDetailPricesItem and pasteDetailPricesItem, hidden
+    void copyWholeTable();
+    void copyPrices();
+    void copyAllFactors();
+    void copyLabourFactors();
+    void pasteWholeTable();
+    void pastePrices();
+    void pasteAllFactors();
+    void pasteLabourFactors();
+    void copyDetail();
+    void copyDetailPrices();
+    void copyDetailFactors();
+    void copyDetailLabour();
+    void copyDetailPricesAcross();
+    void pasteDetail();
+    void pasteDetailPrices();
+    void pasteDetailFactors();
+    void pasteDetailLabour();
+    void copyFirstDetailAcross();
+    void undo();
+    void moveUp();
+    void moveDown();
+    void clearPipeType();
+    void clearDetail();
+    // The eight paste items, in the order pasteWholeTableItem..4, pasteDetailItem..4.
+    std::array<QAction*, 8> pasteItems() const;
+    // The paste item of the last copy enabled, the other seven disabled.
+    void enableOnlyPaste(QAction* paste);
+    // Moves the pipe type on the sheet by d (-1 up, +1 down) in its group.
+    void movePipeType(int d);
+    // The end of every paste: the rows to the screen, the node's name, undo.
+    void finishPaste(bool renameNode);
+    // ---- Outputs (src/output/mainwindow_output.cpp) ---------------------
+    // Joins and enables the items of "外部データ入出力(&O)"; called at construction.
+    void connectOutputs();
+    // The pipe type on screen as text: 0 CSV file, 1 clipboard, 2 the data
+    // file of the print hand-off (no dialog, no message).
+    void exportRows(int mode);
+    // The captions of tabs, in order.
+    QStringList tabCaptions() const;
+    void exportCsvFile();
+    void exportToClipboard();
+    // "エクセル出力": the saved group as a workbook, opened on the desktop.
+    void exportWorkbook();
+
+protected:
+    void showEvent(QShowEvent* event) override;
+    void closeEvent(QCloseEvent* event) override;
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+private:
+    void buildSheet();
+    QWidget* buildNameBox();
+    QWidget* buildOptions();
+    void connectSheet();
+    // The filter both grids share; true when the key commits.
+    bool gridKeyCommits(PriceGrid* grid, int key);
+    void commitCompositeCell(int key, bool shiftDown);
+    void commitMaterialCell(int key);
+    void treeClickSteps();
+    bool shown_ = false;
+    bool settingTabs_ = false;
+    bool treeClickRunning_ = false;
+    // The node the last tree click went to.
+    QTreeWidgetItem* lastTreeNode_ = nullptr;
+    std::function<void()> pendingTreeInput_;
+    void buildMenu();
+    void buildStatusBar();
+    QAction* addItem(QMenu* menu, const char* name, const QString& caption);
+    QAction* addSeparator(QMenu* menu, const char* name = nullptr);
+    QAction* makeAction(const char* name, const QString& caption);
+
+    QWidget* centralArea_ = nullptr;
+    std::array<QLabel*, StatusPanelCount> statusPanels{};
+    std::array<QMenu*, 10> groupMenus_{};
+    std::array<QAction*, 10> groupNamingItems_{};
+
+    // ---- Group rewrites (mainwindow_group.cpp) ---------------------------
+public:
+    // The execute handlers of optionChangeAction and labourCostChangeAction.
+    void changeGroupOptions();
+    void changeGroupLabourCosts();
+    // Recalculates and saves the 20 pipe types of currentGroup on a worker
+    // thread; kind shows in the progress text. The form stays closed to the
+    // user until "終了しました。" has been shown.
+    void rewriteGroup(int kind);
+    // True from the start of a run until its end has been shown.
+    bool groupRewriteRunning() const { return groupRunning_; }
+    // Serves events until the run has ended and its thread is gone; at once
+    // when none runs.
+    void waitForGroupRewrite();
+    // The modal progress window of a run; null before the first run.
+    QDialog* groupProgressWindow() const { return groupProgress_; }
+
+private:
+    // Joins the two commands to their actions and menu items.
+    void connectGroupRewrites();
+    void showGroupProgress(const QString& text, int step);
+    void endGroupRewrite(const QString& caption, std::exception_ptr failure);
+    bool groupRunning_ = false;
+    bool closeAfterGroupRewrite_ = false; // a close came during the run
+    QThread* groupThread_ = nullptr;
+    QDialog* groupProgress_ = nullptr;
+    QElapsedTimer groupProgressShown_; // when the progress window last changed
+    QPointer<QWidget> groupFocus_;
+};
+
+// The program file's folder, as the install folder check shows it.
+QString InstallFolder();
+// The calculator program found on this system; empty when there is none.
+QString CalculatorProgram();

@@ -1,0 +1,428 @@
+// The main form: the way between the rows and the controls, the tree, the
+// tabs, line following and saving.
+#include "shell/mainwindow.h"
+
+#include "controls/numberedit.h"
+#include "controls/strcgrid.h"
+#include "engine/calcrow.h"
+#include "engine/rounding.h"
+#include "platform/application.h"
+#include "platform/datapaths.h"
+#include "platform/dialogs.h"
+#include "platform/waitcursor.h"
+#include "sheet/sheettexts.h"
+#include "shell/confrecord.h"
+#include "shell/formwidgets.h"
+#include "store/modulewrappersqlite.h"
+#include "store/pipetypestore.h"
+#include "util/flagscope.h"
+#include "util/textlines.h"
+
+#include <QLabel>
+#include <QLineEdit>
+#include <QMenu>
+#include <QSignalBlocker>
+#include <QTabBar>
+#include <QTreeWidget>
+
+namespace {
+
+// Number edit value to Currency: times 10000, stored to nearest.
+Currency editCurrency(const NumberEdit* edit) {
+    return Currency::FromRaw(Store(edit->Value() * 10000.0L));
+}
+
+Extended currencyValue(Currency c) {
+    return Extended(c.raw) / 10000.0L;
+}
+
+} // namespace
+
+// ---- The tree ---------------------------------------------------------------
+
+QTreeWidgetItem* MainWindow::treeNode(int absoluteIndex) const {
+    if (!tree || absoluteIndex < 0 || absoluteIndex >= 210) return nullptr;
+    QTreeWidgetItem* group = tree->topLevelItem(absoluteIndex / 21);
+    const int k = absoluteIndex % 21;
+    return k == 0 ? group : group->child(k - 1);
+}
+
+int MainWindow::absoluteIndex(QTreeWidgetItem* node) const {
+    if (!node) return -1;
+    if (QTreeWidgetItem* parent = node->parent())
+        return tree->indexOfTopLevelItem(parent) * 21 + parent->indexOfChild(node) + 1;
+    return tree->indexOfTopLevelItem(node) * 21;
+}
+
+QTreeWidgetItem* MainWindow::selectedNode() const {
+    return tree ? tree->currentItem() : nullptr;
+}
+
+void MainWindow::loadGroupNames() {
+    ::loadGroupNames();
+    for (int g = 1; g <= 10; ++g) {
+        setGroupName(g, KanzaiConf.GroupNames[std::size_t(g - 1)]);
+        treeNode((g - 1) * 21)->setText(0, groupName(g));
+    }
+}
+
+void MainWindow::saveGroupNames() {
+    for (int g = 1; g <= 10; ++g)
+        KanzaiConf.GroupNames[std::size_t(g - 1)] = groupName(g);
+    ::saveGroupNames();
+}
+
+void MainWindow::fillGroupNodes(int g) {
+    QueryToLines(ExDatabasePath,
+                 QStringLiteral("SELECT GOODS FROM ex_kanzai where CTG='1' and GRP='") +
+                     QString::number(g) + QStringLiteral("' and no='1';"));
+    for (int i = 0; i < int(ResultLines.size()); ++i) {
+        QString text = NthField(ResultLines[i], 1);
+        if (text.isEmpty()) text = QStringLiteral("----");
+        if (QTreeWidgetItem* node = treeNode((g - 1) * 21 + 1 + i))
+            node->setText(0, TrimBlanks(text));
+    }
+}
+
+void MainWindow::takeSelection() {
+    QTreeWidgetItem* node = selectedNode();
+    QTreeWidgetItem* parent = node ? node->parent() : nullptr;
+    currentCategory = 1;
+    if (parent) {
+        currentGroup = tree->indexOfTopLevelItem(parent) + 1;
+        currentPipeType = parent->indexOfChild(node) + 1;
+    }
+    setStatusPanel(0, QString::number(currentCategory));
+    setStatusPanel(1, QString::number(currentGroup));
+    setStatusPanel(2, QString::number(currentPipeType));
+}
+
+bool MainWindow::rowsAreLoaded(const QString& refusal) {
+    // After a start whose load failed the rows belong to no pipe type:
+    // writing them, or the controls showing them, would blank real data.
+    if (!rowsLoaded)
+        ShowInfoDialog(this, QStringLiteral("確認"),
+                       QStringLiteral("管種が読み込まれていないため、") + refusal);
+    return rowsLoaded;
+}
+
+MainWindow::SaveResult MainWindow::saveCurrentPipeType(int showMessage) {
+    if (!rowsAreLoaded(QStringLiteral("保存できません。"))) return SaveResult::Failed;
+    SaveCheck check = SaveCheck::AgainstLoaded;
+    for (;;) {
+        SaveOutcome outcome;
+        {
+            const WaitCursor wait; // while a lock of another program is waited out
+            outcome = SavePipeType(this, currentCategory, currentGroup, showMessage,
+                                   currentPipeType, check);
+        }
+        if (outcome == SaveOutcome::Saved) return SaveResult::Saved;
+        if (outcome == SaveOutcome::Failed) return SaveResult::Failed;
+        const int answer = ShowTaskDialog(
+            this, ApplicationTitle(),
+            QStringLiteral("この管種は読み込んだ後に他で変更されています。"),
+            TaskDialog::IconWarning,
+            TaskDialog::ButtonOverwrite | TaskDialog::ButtonReload | TaskDialog::ButtonCancel,
+            goodsBox->Text() +
+                QStringLiteral("\r\n「上書き保存」で画面の内容を保存し、他での変更を消します。"
+                               "\r\n「読み直す」で保存されている内容を読み込みます。"
+                               "\r\n「キャンセル」で保存せずに画面に戻ります。"));
+        if (answer == TaskDialog::IdOverwrite) {
+            check = SaveCheck::Overwrite;
+            continue;
+        }
+        if (answer == TaskDialog::IdReload &&
+            ShowTaskDialog(this, ApplicationTitle(), QStringLiteral("確認"),
+                           TaskDialog::IconQuestion, TaskDialog::ButtonYes | TaskDialog::ButtonNo,
+                           QStringLiteral("変更を破棄して読み直しますか?")) == TaskDialog::IdYes &&
+            loadAndShow(nullptr))
+            if (QTreeWidgetItem* node = currentPipeTypeNode())
+                node->setText(0, TrimBlanks(goodsBox->Text()));
+        return SaveResult::Declined;
+    }
+}
+
+MainWindow::SaveResult MainWindow::askToSave() {
+    if (!rowsLoaded || !PipeTypeChanged()) return SaveResult::Saved;
+    const int answer =
+        ShowTaskDialog(this, ApplicationTitle(), QStringLiteral("確認"), TaskDialog::IconQuestion,
+                       TaskDialog::ButtonYes | TaskDialog::ButtonCancel,
+                       goodsBox->Text() + QStringLiteral("\r\nデータを保存しますか?"));
+    if (answer != TaskDialog::IdYes) return SaveResult::Saved;
+    return saveCurrentPipeType(0);
+}
+
+bool MainWindow::loadAndShow(const std::function<void()>& select) {
+    // A load that fails leaves everything as it was before: the triple, the
+    // selected node, the rows and what counts as saved and as stored. Else
+    // the next save would write these rows over the pipe type asked for.
+    const RowTable rows = KanzaiRows;
+    const QStringList saved = SavedLines;
+    const QByteArray stored = StoredState;
+    const int grp = currentGroup, kan = currentPipeType;
+    QStringList panels;
+    for (int i = 0; i < 3; ++i)
+        panels << statusPanel(i);
+    try {
+        if (select) select();
+        const WaitCursor wait;
+        LoadPipeType(currentCategory, currentGroup, currentPipeType);
+        rowsLoaded = true;
+    } catch (...) {
+        KanzaiRows = rows;
+        SavedLines = saved;
+        StoredState = stored;
+        currentGroup = grp;
+        currentPipeType = kan;
+        for (int i = 0; i < 3; ++i)
+            setStatusPanel(i, panels[i]);
+        lastTreeNode_ = currentPipeTypeNode();
+        selectNodeQuietly(lastTreeNode_);
+        HandleCurrentException();
+        return false;
+    }
+    TakeSnapshot();
+    showPipeType();
+    return true;
+}
+
+QTreeWidgetItem* MainWindow::currentPipeTypeNode() const {
+    return treeNode((currentGroup - 1) * 21 + currentPipeType);
+}
+
+void MainWindow::selectNodeQuietly(QTreeWidgetItem* node) {
+    if (!node) return;
+    const QSignalBlocker block(tree);
+    tree->setCurrentItem(node);
+    tree->scrollToItem(node);
+}
+
+void MainWindow::treeClicked() {
+    {
+        const FlagScope running(treeClickRunning_);
+        try {
+            treeClickSteps();
+        } catch (...) {
+            // Input that waited for this click is not carried to the next.
+            pendingTreeInput_ = nullptr;
+            throw;
+        }
+    }
+    // Tree input that came while the click was asking its question.
+    if (pendingTreeInput_) {
+        const std::function<void()> next = std::move(pendingTreeInput_);
+        pendingTreeInput_ = nullptr;
+        next();
+    }
+}
+
+void MainWindow::treeClickSteps() {
+    QTreeWidgetItem* node = selectedNode();
+    // A save that did not reach the database keeps the user on the pipe type
+    // with the unsaved rows: loading another now would drop them.
+    if (askToSave() != SaveResult::Saved) {
+        selectNodeQuietly(lastTreeNode_ ? lastTreeNode_ : currentPipeTypeNode());
+        return;
+    }
+    lastTreeNode_ = node;
+    if (!node || node->childCount() > 0) return;
+    loadAndShow([this] { takeSelection(); });
+}
+
+void MainWindow::afterTreeInput(QTreeWidgetItem* namingNode) {
+    // Runs once the tree has handled a key or a mouse button. A click that is
+    // still asking its question finishes first; its end runs this again.
+    if (treeClickRunning_) {
+        pendingTreeInput_ = [this, namingNode] { afterTreeInput(namingNode); };
+        return;
+    }
+    // No key or mouse path leaves the selected node and the pipe type on the
+    // sheet apart: a selection moved without a click counts as a click.
+    if (selectedNode() != lastTreeNode_) treeClicked();
+    // Shift at the release names the node released on, once the click has
+    // gone there; a click that was undone names nothing.
+    if (namingNode && selectedNode() == namingNode) treeMouseReleased();
+}
+
+void MainWindow::treeMouseReleased() {
+    QTreeWidgetItem* node = selectedNode();
+    if (!node || (noDatabase && !rowsAreLoaded(QStringLiteral("名称を変更できません。")))) return;
+    QString name = node->text(0);
+    if (!CurrentDialogs().InputQuery(this, QStringLiteral("Qorvale"),
+                                     QStringLiteral("名称を入力してください"), name))
+        return;
+    node->setText(0, name);
+    const int index = absoluteIndex(node);
+    if (index % 21 == 0) setGroupName(index / 21 + 1, name);
+    saveGroupNames();
+}
+
+// ---- Rows to controls ---------------------------------------------------------
+
+int MainWindow::currentTab() const {
+    return std::max(0, tabs->currentIndex());
+}
+
+void MainWindow::clearSheet() {
+    goodsBox->SetText(QString());
+    labourCostSubmittedEdit->SetValue(0);
+    labourCostCostEdit->SetValue(0);
+    for (int r = 1; r < GridRows; ++r) {
+        for (int c = 1; c <= 3; ++c)
+            materialGrid->SetCells(c, r, QString());
+        for (int c = 1; c <= 10; ++c)
+            compositeGrid->SetCells(c, r, QString());
+    }
+}
+
+void MainWindow::showPipeType() {
+    const FlagScope filling(refreshing);
+    clearSheet();
+    KanzaiOptions o = CurrentOptions();
+    {
+        const FlagScope settingTabs(settingTabs_);
+        while (tabs->count() > 0)
+            tabs->removeTab(0);
+        if (o.ModeFlag() == 0) {
+            copyFirstDetailAcrossItem->setEnabled(true);
+            for (int t = 0; t < 4; ++t) {
+                Fuzokurecordtypex& row = KanzaiRows[t * 15 + 1];
+                if (row.KIND.isEmpty()) row.SetKind(DefaultDetailCaptions[std::size_t(t)]);
+                tabs->addTab(row.Kind());
+            }
+            setCompositeHeadings(false, true);
+            copyFirstDetailAcrossItem->setText(tabs->tabText(0) + QStringLiteral("のデータを") +
+                                               tabs->tabText(1) + QStringLiteral("・") +
+                                               tabs->tabText(2) + QStringLiteral("・") +
+                                               tabs->tabText(3) + QStringLiteral("へコピ－"));
+        } else if (o.ModeFlag() == 1) {
+            copyFirstDetailAcrossItem->setEnabled(false);
+            tabs->addTab(RefrigerantTabCaption);
+            tabs->setCurrentIndex(0);
+            setCompositeHeadings(true, true);
+        }
+    }
+    goodsBox->SetText(KanzaiRows[1].Goods());
+    useBox->SetText(KanzaiRows[2].Goods());
+    jointBox->SetText(KanzaiRows[3].Goods());
+    buildingEdit->setText(KanzaiRows[4].Goods());
+    pageEdit->setText(KanzaiRows[5].Goods());
+    unitBox->SetText(KanzaiRows[1].Ci());
+    setStatusPanel(0, KanzaiRows[1].Goods());
+    setStatusPanel(1, KanzaiRows[2].Goods());
+    setStatusPanel(2, KanzaiRows[3].Goods());
+    setStatusPanel(3, tabs->tabText(tabs->currentIndex()));
+    setStatusPanel(4, KanzaiRows[15].Size());
+
+    labourCostSubmittedEdit->SetValue(currencyValue(o.LabourSubmitted()));
+    labourCostCostEdit->SetValue(currencyValue(o.LabourCost()));
+    rateSubmittedEdit->SetValue(currencyValue(o.RateSubmitted()));
+    rateCostEdit->SetValue(currencyValue(o.RateCost()));
+    unitDigitsList->SetItemIndex(DigitIndexOf(o.UnitDigits()));
+    unitFractionList->SetItemIndex(FractionIndexOf(o.UnitFraction()));
+    digitsRadio->SetItemIndex(DigitIndexOf(o.AdoptedDigits()));
+    belowDigitsRadio->SetItemIndex(FractionIndexOf(o.AdoptedFraction()));
+    elementRadio->SetItemIndex(DigitIndexOf(o.ElementDigits()));
+    fractionRadio->SetItemIndex(FractionIndexOf(o.ElementFraction()));
+    modeRadio->SetItemIndex(o.ModeFlag());
+    otherCostRadio->SetItemIndex(o.OtherMethod());
+
+    {
+        const FlagScope settingTabs(settingTabs_);
+        tabs->setCurrentIndex(0);
+    }
+
+    if (o.RateOn() == Currency::FromInt(1))
+        useRateCheck->SetChecked(true);
+    else if (o.RateOn().IsZero())
+        useRateCheck->SetChecked(false);
+
+    for (int r = 1; r < OptionRow; ++r)
+        CalcRow(r);
+    for (int r = 1; r <= SheetLines; ++r)
+        showGridRow(r);
+    for (int r = 1; r <= SheetLines; ++r)
+        showPriceCells(r);
+    SetUndoEnabled(false);
+}
+
+// ---- Controls to rows -----------------------------------------------------------
+
+void MainWindow::applyControls() {
+    if (refreshing) return;
+    materialCaption->setText(useRateCheck->Checked() ? QStringLiteral("資材単価[単価に掛率を使用]")
+                                                     : QStringLiteral("資材単価"));
+    TakeSnapshot();
+    KanzaiRows[1].SetGoods(goodsBox->Text());
+    KanzaiRows[2].SetGoods(useBox->Text());
+    KanzaiRows[3].SetGoods(jointBox->Text());
+    KanzaiRows[4].SetGoods(buildingEdit->text());
+    KanzaiRows[5].SetGoods(pageEdit->text());
+    for (int t = 0; t < 4; ++t)
+        if (t < tabs->count()) KanzaiRows[t * 15 + 1].SetKind(tabs->tabText(t));
+    for (int r = 1; r <= RowCount; ++r)
+        KanzaiRows[r].SetCi(unitBox->Text());
+
+    KanzaiOptions o = CurrentOptions();
+    o.LabourSubmitted() = editCurrency(labourCostSubmittedEdit);
+    o.LabourCost() = editCurrency(labourCostCostEdit);
+    o.RateSubmitted() = editCurrency(rateSubmittedEdit);
+    o.RateCost() = editCurrency(rateCostEdit);
+    o.RateOn() = Currency::FromInt(useRateCheck->Checked() ? 1 : 0);
+    auto digit = [](int index) { return DigitSteps[std::size_t(std::clamp(index, 0, 7))]; };
+    auto fraction = [](int index) { return FractionSteps[std::size_t(std::clamp(index, 0, 2))]; };
+    o.UnitDigits() = digit(unitDigitsList->ItemIndex());
+    o.UnitFraction() = fraction(unitFractionList->ItemIndex());
+    o.AdoptedDigits() = digit(digitsRadio->ItemIndex());
+    o.AdoptedFraction() = fraction(belowDigitsRadio->ItemIndex());
+    o.ElementDigits() = digit(elementRadio->ItemIndex());
+    o.ElementFraction() = fraction(fractionRadio->ItemIndex());
+    o.ModeFlag() = modeRadio->ItemIndex();
+    o.OtherMethod() = otherCostRadio->ItemIndex();
+
+    try {
+        recalcAndShowTab();
+    } catch (...) {
+        // The rows have taken the controls all the same: they count as
+        // changed, so the next question sees them.
+        RefreshLines();
+        throw;
+    }
+    RefreshLines();
+    setCompositeHeadings(modeRadio->ItemIndex() == 1, false);
+    compositeGrid->SetCells(1, 0, QStringLiteral("採用単価"));
+}
+
+void MainWindow::recalcAndShowTab() {
+    for (int r = 1; r < OptionRow; ++r)
+        CalcRow(r);
+    const int base = tabBase();
+    for (int g = 1; g <= SheetLines; ++g)
+        showGridRow(base + g);
+    for (int r = 1; r <= SheetLines; ++r)
+        showPriceCells(r);
+}
+
+// ---- Events -----------------------------------------------------------------------
+
+void MainWindow::tabChanged() {
+    const int base = tabBase();
+    for (int g = 1; g <= SheetLines; ++g)
+        showGridRow(base + g);
+}
+
+void MainWindow::nameBoxKeyPress(int key, bool& handled) {
+    if (key != Qt::Key_Return && key != Qt::Key_Enter) return;
+    handled = true;
+    if (QTreeWidgetItem* node = selectedNode()) node->setText(0, TrimBlanks(goodsBox->Text()));
+    applyControls();
+}
+
+void MainWindow::saveButtonClicked() {
+    applyControls();
+    saveCurrentPipeType(1);
+}
+
+void MainWindow::saveItemTriggered() {
+    saveCurrentPipeType(1);
+}
