@@ -12,8 +12,6 @@
 #include <QPushButton>
 #include <QStatusBar>
 
-LabourLibraryDialog* FpartsSelect = nullptr;
-
 LabourLibraryDialog::LabourLibraryDialog(QWidget* parent) : QDialog(parent) {
     setObjectName(QStringLiteral("LabourLibraryDialog"));
     setWindowTitle(QStringLiteral("標準歩掛選択"));
@@ -57,12 +55,9 @@ LabourLibraryDialog::LabourLibraryDialog(QWidget* parent) : QDialog(parent) {
     connect(deleteButton, &QPushButton::clicked, this, &LabourLibraryDialog::deleteEntry);
     // A double click anywhere in the list, on an entry or not.
     entryList->viewport()->installEventFilter(this);
-    if (!FpartsSelect) FpartsSelect = this;
 }
 
-LabourLibraryDialog::~LabourLibraryDialog() {
-    if (FpartsSelect == this) FpartsSelect = nullptr;
-}
+LabourLibraryDialog::~LabourLibraryDialog() = default;
 
 QString LabourLibraryDialog::panel(int index) const {
     return index == 0 ? panel0_->text() : QString();

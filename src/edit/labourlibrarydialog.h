@@ -59,4 +59,3 @@ private:
 };
 
 // The dialog made at start and reused.
-extern LabourLibraryDialog* FpartsSelect;

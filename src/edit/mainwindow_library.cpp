@@ -46,7 +46,7 @@ void MainWindow::saveLibraryEntry() {
 }
 
 void MainWindow::applyLibraryEntry() {
-    LabourLibraryDialog* dialog = FpartsSelect;
+    LabourLibraryDialog* dialog = formDialogs_.library;
     std::unique_ptr<LabourLibraryDialog> own;
     if (!dialog) {
         own = std::make_unique<LabourLibraryDialog>(this);

@@ -31,21 +31,22 @@ QString DataLine(int row, int column, const QString& text) {
 }
 
 // The sum of columns of one line; a text that is no number counts 0.
-QString SumOf(const QString& line, std::initializer_list<const char*> columns) {
+QString SumOf(const QStringList& names, const QString& line,
+              std::initializer_list<const char*> columns) {
     std::int64_t raw = 0;
     for (const char* c : columns)
-        raw += StrToCurrDef(FieldOfLine(line, QString::fromLatin1(c)), Currency{}).raw;
+        raw += StrToCurrDef(FieldOfLine(names, line, QString::fromLatin1(c)), Currency{}).raw;
     return CurrToStr(Currency::FromRaw(raw));
 }
 
-QString Field(const QString& line, const char* column) {
-    return FieldOfLine(line, QString::fromLatin1(column));
+QString Field(const QStringList& names, const QString& line, const char* column) {
+    return FieldOfLine(names, line, QString::fromLatin1(column));
 }
 
 // The caption of detail t for column C.
-QString DetailCaption(const QStringList& result, const QStringList& tabCaptions, int t) {
+QString DetailCaption(const QueryResult& result, const QStringList& tabCaptions, int t) {
     if (t < int(tabCaptions.size())) return tabCaptions[t];
-    const QString kind = Field(result.value(t * TabRows), "KIND");
+    const QString kind = Field(result.columns, result.lines.value(t * TabRows), "KIND");
     return kind.isEmpty() ? DefaultDetailCaptions[std::size_t(t)] : kind;
 }
 
@@ -55,48 +56,49 @@ QStringList ExcelStream(const QString& databasePath, int grp, const QStringList&
     QStringList out;
     int R = 1;
     for (int k = 1; k <= PipeTypesInGroup; ++k) {
-        QueryToLines(databasePath, LoadStatement(grp, k));
-        const QStringList result = ResultLines;
+        const QueryResult query = QueryToLines(databasePath, LoadStatement(grp, k));
+        const QStringList& result = query.lines;
+        const QStringList& names = query.columns;
         // Line n of the pipe type; empty text for a line the store lacks.
         auto line = [&](int n) { return result.value(n - 1); };
-        const QString material = Field(line(1), "GOODS");
+        const QString material = Field(names, line(1), "GOODS");
         if (material.isEmpty()) continue;
 
         out << DataLine(R, 5, QStringLiteral("複 合 単 価 計 算 書"));
         ++R;
-        out << DataLine(R, 1, material) << DataLine(R, 2, Field(line(2), "GOODS"))
-            << DataLine(R, 3, Field(line(3), "GOODS"))
+        out << DataLine(R, 1, material) << DataLine(R, 2, Field(names, line(2), "GOODS"))
+            << DataLine(R, 3, Field(names, line(3), "GOODS"))
             << DataLine(R, 10, QStringLiteral("配管工費"))
-            << DataLine(R, 11, Field(line(OptionRow), "DATA5"));
+            << DataLine(R, 11, Field(names, line(OptionRow), "DATA5"));
         ++R;
-        const QString source = Field(line(4), "GOODS") + Field(line(5), "GOODS");
+        const QString source = Field(names, line(4), "GOODS") + Field(names, line(5), "GOODS");
         for (int t = 0; t < Details; ++t) {
             for (int c = 0; c < BlockColumns; ++c)
                 out << DataLine(R, c + 1, QString::fromUtf8(HeadingTexts[std::size_t(c)]));
             out << QStringLiteral("xlEdgeBottom;A%1;Q%1;;").arg(R);
             ++R;
-            const QString caption = DetailCaption(result, tabCaptions, t);
+            const QString caption = DetailCaption(query, tabCaptions, t);
             for (int g = 1; g <= SheetLines; ++g) {
                 const QString l = line(t * TabRows + g);
-                const QString size = Field(l, "SIZE");
+                const QString size = Field(names, l, "SIZE");
                 if (size.isEmpty()) continue;
                 const QString cells[BlockColumns] = {
                     material,
                     size,
                     caption,
-                    Field(l, "CI"),
-                    Field(l, "GROSS"),
-                    Field(l, "DATA1"),
-                    Field(l, "DATA2"),
-                    Field(l, "DATA3"),
-                    Field(l, "DATA4"),
-                    SumOf(l, {"CALC1_G", "CALC2_G", "CALC3_G", "CALC4_G"}),
-                    Field(l, "DATA5"),
-                    Field(l, "DATA6"),
-                    Field(l, "DATA7"),
-                    SumOf(l, {"CALC5_G", "CALC6_G", "CALC7_G"}),
-                    Field(l, "GTANKA"),
-                    Field(l, "FTANKA"),
+                    Field(names, l, "CI"),
+                    Field(names, l, "GROSS"),
+                    Field(names, l, "DATA1"),
+                    Field(names, l, "DATA2"),
+                    Field(names, l, "DATA3"),
+                    Field(names, l, "DATA4"),
+                    SumOf(names, l, {"CALC1_G", "CALC2_G", "CALC3_G", "CALC4_G"}),
+                    Field(names, l, "DATA5"),
+                    Field(names, l, "DATA6"),
+                    Field(names, l, "DATA7"),
+                    SumOf(names, l, {"CALC5_G", "CALC6_G", "CALC7_G"}),
+                    Field(names, l, "GTANKA"),
+                    Field(names, l, "FTANKA"),
                     source};
                 for (int c = 0; c < BlockColumns; ++c)
                     out << DataLine(R, c + 1, cells[c]);

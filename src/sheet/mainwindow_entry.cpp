@@ -166,7 +166,7 @@ void MainWindow::commitMaterialCell(int key) {
 // ---- Size presets -------------------------------------------------------------------
 
 void MainWindow::setSizes() {
-    SizeDialog* dialog = FsizeSet;
+    SizeDialog* dialog = formDialogs_.sizes;
     std::unique_ptr<SizeDialog> own;
     if (!dialog) {
         own = std::make_unique<SizeDialog>(this);

@@ -7,8 +7,6 @@
 #include <QPlainTextEdit>
 #include <QPushButton>
 
-SizeDialog* FsizeSet = nullptr;
-
 const QStringList SizeDialog::SteelSizes = {
     QStringLiteral("15A"),  QStringLiteral("20A"),  QStringLiteral("25A"),  QStringLiteral("32A"),
     QStringLiteral("40A"),  QStringLiteral("50A"),  QStringLiteral("65A"),  QStringLiteral("80A"),
@@ -56,7 +54,6 @@ SizeDialog::SizeDialog(QWidget* parent) : QDialog(parent) {
     connect(refrigerantButton, &QPushButton::clicked, this, &SizeDialog::fillRefrigerantSizes);
     connect(runButton, &QPushButton::clicked, this, [this] { done(ResultAccept); });
     connect(cancelButton, &QPushButton::clicked, this, [this] { done(ResultCancel); });
-    if (!FsizeSet) FsizeSet = this;
 }
 
 void SizeDialog::showEvent(QShowEvent* event) {
@@ -64,9 +61,7 @@ void SizeDialog::showEvent(QShowEvent* event) {
     CentreOnScreen(this);
 }
 
-SizeDialog::~SizeDialog() {
-    if (FsizeSet == this) FsizeSet = nullptr;
-}
+SizeDialog::~SizeDialog() = default;
 
 QStringList SizeDialog::Lines() const {
     return SplitTextLines(sizesEdit->toPlainText());

@@ -44,4 +44,3 @@ protected:
 };
 
 // The dialog made at start and reused.
-extern SizeDialog* FsizeSet;

@@ -10,8 +10,6 @@
 #include <QPushButton>
 #include <QVBoxLayout>
 
-AboutDialog* FversionInfo = nullptr;
-
 namespace {
 
 // The emblem: a blue gradient square with the product's initial.
@@ -42,12 +40,9 @@ AboutDialog::AboutDialog(QWidget* parent) : AboutDialog(ProgramVersionBlock(), p
 AboutDialog::AboutDialog(const VersionBlock& block, QWidget* parent) : QDialog(parent) {
     build();
     ReadVersionBlock(this, block);
-    if (!FversionInfo) FversionInfo = this;
 }
 
-AboutDialog::~AboutDialog() {
-    if (FversionInfo == this) FversionInfo = nullptr;
-}
+AboutDialog::~AboutDialog() = default;
 
 void AboutDialog::build() {
     setObjectName(QStringLiteral("AboutDialog"));
@@ -114,7 +109,7 @@ bool ReadVersionBlock(AboutDialog* form, const VersionBlock& block) {
         if (key == QLatin1String("ProductVersion")) {
             form->versionLabel->setText(QString::asprintf("%-16s", "ProductVersion") +
                                         QStringLiteral(" : ") + value);
-            ReleaseText = QStringLiteral("Release Version ") + value;
+            form->releaseText_ = QStringLiteral("Release Version ") + value;
         } else if (key == QLatin1String("CompanyName")) {
             form->companyLabel->setText(value);
         } else if (key == QLatin1String("LegalCopyright")) {

@@ -28,14 +28,18 @@ public:
 
     // A click on the link: opens the product page with the registered program.
     void openLink(const QString& link);
+    // "Release Version " and the product version of the block read; empty
+    // when the block has none.
+    QString releaseText() const { return releaseText_; }
 
 private:
+    friend bool ReadVersionBlock(AboutDialog* form, const VersionBlock& block);
     void build();
+    QString releaseText_;
 };
 
-// Fills the dialog from a version block and sets ReleaseText. False, with
+// Fills the dialog from a version block and its release text. False, with
 // nothing set, when the block is missing.
 bool ReadVersionBlock(AboutDialog* form, const VersionBlock& block);
 
 // The dialog made at start, for the main form's about command.
-extern AboutDialog* FversionInfo;

@@ -73,9 +73,9 @@ QString ConfInsertStatement(const ConfRecord& conf) {
 
 void loadGroupNames() {
     KanzaiConf.GroupNames = DefaultGroupNames();
-    QueryToLines(ExDatabasePath, ConfSelectStatement());
-    if (ResultLines.isEmpty()) return;
-    ApplyConfText(NthField(ResultLines.first(), 1), KanzaiConf);
+    const QStringList lines = QueryToLines(ExDatabasePath, ConfSelectStatement()).lines;
+    if (lines.isEmpty()) return;
+    ApplyConfText(NthField(lines.first(), 1), KanzaiConf);
 }
 
 int saveGroupNames() {

@@ -25,6 +25,9 @@ class QTabBar;
 class QTreeWidget;
 class QTreeWidgetItem;
 class QLineEdit;
+class AboutDialog;
+class LabourLibraryDialog;
+class SizeDialog;
 class BoxLabel;
 class CheckBox;
 class EditCombo;
@@ -34,6 +37,14 @@ class NumberEdit;
 class RadioGroup;
 class PriceGrid;
 class ToggleSwitch;
+
+// The dialogs the program makes at its start and the window shows; a
+// command whose dialog is not given makes one for the time it runs.
+struct FormDialogs {
+    AboutDialog* about = nullptr;
+    SizeDialog* sizes = nullptr;
+    LabourLibraryDialog* library = nullptr;
+};
 
 // The first command-line argument of the program, the launch string.
 QString LaunchStringArgument();
@@ -50,6 +61,9 @@ public:
     static constexpr int DefaultTop = 2;
     static constexpr int DefaultWidth = 1444;
     static constexpr int DefaultHeight = 851;
+
+    void setFormDialogs(const FormDialogs& dialogs) { formDialogs_ = dialogs; }
+    const FormDialogs& formDialogs() const { return formDialogs_; }
 
     // The current pipe type and the refused start.
     int currentCategory = 1;
@@ -410,6 +424,7 @@ private:
 
     QWidget* centralArea_ = nullptr;
     std::array<QLabel*, StatusPanelCount> statusPanels{};
+    FormDialogs formDialogs_;
     std::array<QMenu*, 10> groupMenus_{};
     std::array<QAction*, 10> groupNamingItems_{};
 

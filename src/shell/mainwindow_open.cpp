@@ -2,6 +2,8 @@
 // applied to the window.
 #include "shell/mainwindow.h"
 
+#include "shell/aboutdialog.h"
+
 #include "controls/strcgrid.h"
 #include "platform/application.h"
 #include "platform/datapaths.h"
@@ -62,7 +64,7 @@ void MainWindow::prepareShow() {
         setGeometry(rect.Left, rect.Top, rect.Width, rect.Height);
     else
         setGeometry(defaultGeometry());
-    releaseLabel->setText(ReleaseText);
+    releaseLabel->setText(formDialogs_.about ? formDialogs_.about->releaseText() : QString());
     readDisplayFile();
 
     setStatusPanel(5, DatabaseFolder);

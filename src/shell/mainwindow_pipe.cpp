@@ -73,11 +73,13 @@ void MainWindow::saveGroupNames() {
 }
 
 void MainWindow::fillGroupNodes(int g) {
-    QueryToLines(ExDatabasePath,
-                 QStringLiteral("SELECT GOODS FROM ex_kanzai where CTG='1' and GRP='") +
-                     QString::number(g) + QStringLiteral("' and no='1';"));
-    for (int i = 0; i < int(ResultLines.size()); ++i) {
-        QString text = NthField(ResultLines[i], 1);
+    const QStringList names =
+        QueryToLines(ExDatabasePath,
+                     QStringLiteral("SELECT GOODS FROM ex_kanzai where CTG='1' and GRP='") +
+                         QString::number(g) + QStringLiteral("' and no='1';"))
+            .lines;
+    for (int i = 0; i < int(names.size()); ++i) {
+        QString text = NthField(names[i], 1);
         if (text.isEmpty()) text = QStringLiteral("----");
         if (QTreeWidgetItem* node = treeNode((g - 1) * 21 + 1 + i))
             node->setText(0, TrimBlanks(text));

@@ -22,8 +22,8 @@ QString CalculatorProgram() {
 }
 
 void MainWindow::showAbout() {
-    if (FversionInfo) {
-        FversionInfo->exec();
+    if (formDialogs_.about) {
+        formDialogs_.about->exec();
         return;
     }
     AboutDialog dialog(this);

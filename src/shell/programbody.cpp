@@ -15,6 +15,7 @@ int ProgramBody(Application& app) {
     AboutDialog versionInfo;
     SizeDialog sizeSet;
     LabourLibraryDialog partsSelect;
+    mainForm.setFormDialogs({&versionInfo, &sizeSet, &partsSelect});
 
     mainForm.show();
     app.exec();

@@ -1,7 +1,5 @@
 #include "shell/versionblock.h"
 
-QString ReleaseText;
-
 const QString ProductPageUrl = QStringLiteral("https://www.ostrel.example/qorvale/");
 
 VersionBlock ProgramVersionBlock() {

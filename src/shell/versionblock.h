@@ -20,9 +20,5 @@ VersionBlock ProgramVersionBlock();
 // The keys read from a block, in the order they are read.
 QStringList VersionKeys();
 
-// "Release Version " + ProductVersion; empty until the about dialog has read
-// the block, and when the block has no product version.
-extern QString ReleaseText;
-
 // The address of the maker's product page, shown by the about dialog.
 extern const QString ProductPageUrl;

@@ -2,9 +2,6 @@
 
 #include "platform/dialogs.h"
 
-QStringList ResultLines;
-QStringList ResultColumns;
-
 namespace {
 
 void showError() {
@@ -75,13 +72,9 @@ QueryResult QueryLines(SqliteDatabase& db, const QString& sql) {
     return result;
 }
 
-void QueryToLines(const QString& path, const QString& sql) {
-    ResultLines.clear();
-    ResultColumns.clear();
+QueryResult QueryToLines(const QString& path, const QString& sql) {
     SqliteDatabase db(path);
-    QueryResult result = QueryLines(db, sql);
-    ResultColumns = std::move(result.columns);
-    ResultLines = std::move(result.lines);
+    return QueryLines(db, sql);
 }
 
 int ExecStatement(const QString& path, const QString& sql) {
@@ -90,10 +83,6 @@ int ExecStatement(const QString& path, const QString& sql) {
 
 int ExecStatements(const QString& path, const QStringList& sqls) {
     return runGuarded(path, sqls);
-}
-
-QString FieldOfLine(const QString& line, const QString& columnName) {
-    return FieldOfLine(ResultColumns, line, columnName);
 }
 
 QString FieldOfLine(const QStringList& columns, const QString& line, const QString& columnName) {

@@ -16,11 +16,6 @@
 
 class QWidget;
 
-// The last result set: one line a row, and the column names in upper case.
-// Shared by every caller; not guarded.
-extern QStringList ResultLines;
-extern QStringList ResultColumns;
-
 // The rows of a query as result lines, and its column names in upper case.
 struct QueryResult {
     QStringList columns;
@@ -30,10 +25,9 @@ struct QueryResult {
 // open). Raises ESQLiteException on failure.
 QueryResult QueryLines(SqliteDatabase& db, const QString& sql);
 
-// Runs a query on the database file at path and puts its rows into
-// ResultLines. Raises ESQLiteException on any failure, with the connection
-// closed and ResultLines empty.
-void QueryToLines(const QString& path, const QString& sql);
+// Runs a query on the database file at path and gives back its rows. Raises
+// ESQLiteException on any failure, with the connection closed.
+QueryResult QueryToLines(const QString& path, const QString& sql);
 
 // Every write below runs in one write transaction ("BEGIN IMMEDIATE"), which
 // waits out a short lock of another program (SqliteDatabase::BusyWaitMs).
@@ -55,10 +49,8 @@ int TryExecStatements(const QString& path, const QStringList& sqls, QString& rea
 // database's reason and what was not written.
 void ShowWriteFailure(QWidget* form, const QString& reason, const QString& what);
 
-// The value of a column of a result line; the name is looked up in
-// ResultColumns without regard to case. Empty for an unknown column.
-QString FieldOfLine(const QString& line, const QString& columnName);
-// The same for a line of a result with the given column names.
+// The value of a column of a result line with the given column names; the
+// name is looked up without regard to case. Empty for an unknown column.
 QString FieldOfLine(const QStringList& columns, const QString& line, const QString& columnName);
 
 // A text value for a statement: the quotes doubled, so that the store holds

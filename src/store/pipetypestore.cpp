@@ -154,17 +154,13 @@ QByteArray StoredState;
 
 void LoadPipeType(int /*ctg*/, int grp, int kan) {
     SavedLines.clear();
-    ResultLines.clear();
-    ResultColumns.clear();
     // The rows and what they are stored as, read in one transaction.
     SqliteDatabase db(ExDatabasePath);
     db.BeginTransaction();
     QueryResult result = QueryLines(db, LoadStatement(grp, kan));
     const QByteArray state = storedState(db, grp, kan);
     db.Commit();
-    ResultColumns = std::move(result.columns);
-    ResultLines = std::move(result.lines);
-    loadRows(QueryResult{ResultColumns, ResultLines}, KanzaiRows, &SavedLines);
+    loadRows(result, KanzaiRows, &SavedLines);
     StoredState = state;
 }
 

@@ -77,6 +77,12 @@ protected:
         WorkspaceFixture::TearDown();
     }
 
+    MainWindow& open() {
+        MainWindow& f = WorkspaceFixture::open();
+        f.setFormDialogs({nullptr, nullptr, partsSelect.get()});
+        return f;
+    }
+
     QString entry(const QString& name) const { return PartsEntryPath(library, name); }
 
     // Saves the rows on screen as an entry named as goodsBox says.

@@ -31,16 +31,17 @@ protected:
 
     // The whole table, one line a row.
     QStringList table() {
-        QueryToLines(db, QStringLiteral("SELECT * FROM ex_kanzai ORDER BY CTG,GRP,KAN,NO;"));
-        return ResultLines;
+        return QueryToLines(db, QStringLiteral("SELECT * FROM ex_kanzai ORDER BY CTG,GRP,KAN,NO;"))
+            .lines;
     }
 
     // The option rows of every group but grp.
     QStringList optionRowsOutside(int grp) {
-        QueryToLines(db, QStringLiteral("SELECT * FROM ex_kanzai WHERE NO='60' AND GRP<>'%1' "
-                                        "ORDER BY GRP,KAN;")
-                             .arg(grp));
-        return ResultLines;
+        return QueryToLines(db,
+                            QStringLiteral("SELECT * FROM ex_kanzai WHERE NO='60' AND GRP<>'%1' "
+                                           "ORDER BY GRP,KAN;")
+                                .arg(grp))
+            .lines;
     }
 
     Currency storedCurrency(int grp, int kan, int no, const char* column) {
@@ -239,10 +240,13 @@ TEST_F(GroupRewrite, BaseLabourCostsGoToEveryGroupButOnlyTheCurrentIsRecomputed)
     EXPECT_EQ(messagesWith("終了しました。"), 1);
 
     // Every option row with UKEY 60, in every group, and no other.
-    QueryToLines(db, QStringLiteral("SELECT GRP,KAN,DATA4,DATA5 FROM ex_kanzai WHERE NO='60' AND "
-                                    "UKEY='60';"));
-    EXPECT_EQ(ResultLines.size(), 199);
-    for (const QString& line : ResultLines) {
+    const QStringList optionRows =
+        QueryToLines(db,
+                     QStringLiteral("SELECT GRP,KAN,DATA4,DATA5 FROM ex_kanzai WHERE NO='60' AND "
+                                    "UKEY='60';"))
+            .lines;
+    EXPECT_EQ(optionRows.size(), 199);
+    for (const QString& line : optionRows) {
         ASSERT_EQ(NthField(line, 3), "27000") << line.toStdString();
         ASSERT_EQ(NthField(line, 4), "31234") << line.toStdString();
     }

@@ -198,8 +198,8 @@ TEST_F(ConfRecordTest, SaveAndLoadRoundTrip) {
     EXPECT_EQ(s(KanzaiConf.Removal), "r=1");
     EXPECT_EQ(s(KanzaiConf.Recycle), " spaced ");
     EXPECT_EQ(s(KanzaiConf.CutLevel), "2");
-    QueryToLines(ExDatabasePath, QStringLiteral("SELECT count(*) FROM exconf"));
-    EXPECT_EQ(ResultLines, QStringList{QStringLiteral("1;")});
+    EXPECT_EQ(QueryToLines(ExDatabasePath, QStringLiteral("SELECT count(*) FROM exconf")).lines,
+              QStringList{QStringLiteral("1;")});
     EXPECT_TRUE(dialogs->Boxes().empty());
     EXPECT_TRUE(dialogs->Messages().empty());
 }

@@ -15,7 +15,6 @@ namespace {
 
 TEST(VersionInfoTest, ShowsTheVersionOfTheBuild) {
     ScriptedDialogsScope dialogs;
-    ReleaseText.clear();
     AboutDialog about;
     const QString version = QStringLiteral(QORVALE_VERSION);
     EXPECT_EQ(about.windowTitle(), "製品案内");
@@ -24,7 +23,7 @@ TEST(VersionInfoTest, ShowsTheVersionOfTheBuild) {
     EXPECT_EQ(about.companyLabel->text(), "Ostrel");
     EXPECT_EQ(about.copyrightLabel->text(), "Copyright (C) Ostrel");
     EXPECT_FALSE(about.officeLabel->text().isEmpty());
-    EXPECT_EQ(ReleaseText, "Release Version " + version);
+    EXPECT_EQ(about.releaseText(), "Release Version " + version);
     EXPECT_EQ(about.closeButton->text(), "閉じる");
     EXPECT_TRUE(about.linkLabel->text().contains("製品のご案内:"));
     EXPECT_TRUE(about.linkLabel->text().contains(ProductPageUrl));
@@ -39,16 +38,15 @@ TEST(VersionInfoTest, ReadsTheProductVersionOfABlock) {
     block.values = {{"ProductVersion", "5.5.5.2"}, {"CompanyName", "Maker"}};
     AboutDialog about(block, nullptr);
     EXPECT_EQ(about.versionLabel->text(), "ProductVersion   : 5.5.5.2");
-    EXPECT_EQ(ReleaseText, "Release Version 5.5.5.2");
+    EXPECT_EQ(about.releaseText(), "Release Version 5.5.5.2");
     EXPECT_EQ(about.companyLabel->text(), "Maker");
-    EXPECT_EQ(about.copyrightLabel->text(), "copyrightLabel"); // design text
+    EXPECT_EQ(about.copyrightLabel->text(), "Copyright"); // design text
 }
 
 TEST(VersionInfoTest, NoBlockLeavesTheDesignTexts) {
-    ReleaseText.clear();
     AboutDialog about(VersionBlock{}, nullptr);
     EXPECT_FALSE(ReadVersionBlock(&about, VersionBlock{}));
-    EXPECT_EQ(ReleaseText, QString());
+    EXPECT_EQ(about.releaseText(), QString());
     EXPECT_EQ(about.versionLabel->text(), "Version");
     EXPECT_EQ(about.appNameLabel->text(), "Appname");
 }
@@ -62,8 +60,6 @@ TEST(VersionInfoTest, CloseButtonEndsTheDialog) {
 TEST(VersionInfoTest, DialogsMadeAtStart) {
     SizeDialog sizeSet;
     LabourLibraryDialog partsSelect;
-    EXPECT_EQ(FsizeSet, &sizeSet);
-    EXPECT_EQ(FpartsSelect, &partsSelect);
     EXPECT_EQ(sizeSet.windowTitle(), "サイズ設定");
     EXPECT_EQ(partsSelect.windowTitle(), "標準歩掛選択");
     EXPECT_TRUE(sizeSet.isModal());

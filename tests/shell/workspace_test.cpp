@@ -371,9 +371,10 @@ TEST_F(Workspace, ShiftReleaseOnTheTreeNamesTheNode) {
     clickNode(42, Qt::ShiftModifier);
     QCoreApplication::processEvents();
     EXPECT_EQ(f.groupName(3), U("上水"));
-    QueryToLines(db, QStringLiteral("SELECT notes FROM exconf where conf='kanzai';"));
-    ASSERT_EQ(ResultLines.size(), 1);
-    EXPECT_TRUE(NthField(ResultLines[0], 1).contains(U("[GROUP_NAME3]=上水")));
+    const QStringList notes =
+        QueryToLines(db, QStringLiteral("SELECT notes FROM exconf where conf='kanzai';")).lines;
+    ASSERT_EQ(notes.size(), 1);
+    EXPECT_TRUE(NthField(notes[0], 1).contains(U("[GROUP_NAME3]=上水")));
 }
 
 TEST_F(Workspace, EnterInTheRatesAppliesAndTheLabourCostsSwapFocus) {

@@ -55,23 +55,25 @@ TEST(SqliteErrorTextTest, KnownAndUnknownCodes) {
 }
 
 TEST_F(SqliteLayer, QueryToLinesWritesEscapedLinesAndColumns) {
-    QueryToLines(path, QStringLiteral("SELECT ID, NAME, PRICE, CODE FROM t ORDER BY ID"));
-    EXPECT_EQ(ResultColumns, (QStringList{"ID", "NAME", "PRICE", "CODE"}));
-    ASSERT_EQ(ResultLines.size(), 2);
+    QueryResult result =
+        QueryToLines(path, QStringLiteral("SELECT ID, NAME, PRICE, CODE FROM t ORDER BY ID"));
+    const QStringList& lines = result.lines;
+    EXPECT_EQ(result.columns, (QStringList{"ID", "NAME", "PRICE", "CODE"}));
+    ASSERT_EQ(lines.size(), 2);
     // A ";" in a value is escaped, a NULL gives an empty field, and the fields
     // behind both stay in place.
-    EXPECT_EQ(ResultLines[0], QStringLiteral("1;a\x1b:b;1234.56789;x;"));
-    EXPECT_EQ(ResultLines[1], QStringLiteral("2;;2.5;7;"));
-    EXPECT_EQ(FieldOfLine(ResultLines[0], QStringLiteral("name")), QStringLiteral("a;b"));
-    EXPECT_EQ(FieldOfLine(ResultLines[0], QStringLiteral("Price")), QStringLiteral("1234.56789"));
-    EXPECT_EQ(FieldOfLine(ResultLines[1], QStringLiteral("NAME")), QString());
-    EXPECT_EQ(FieldOfLine(ResultLines[1], QStringLiteral("code")), QStringLiteral("7"));
-    EXPECT_EQ(FieldOfLine(ResultLines[1], QStringLiteral("NOPE")), QString());
+    EXPECT_EQ(lines[0], QStringLiteral("1;a\x1b:b;1234.56789;x;"));
+    EXPECT_EQ(lines[1], QStringLiteral("2;;2.5;7;"));
+    EXPECT_EQ(FieldOfLine(result.columns, lines[0], QStringLiteral("name")), QStringLiteral("a;b"));
+    EXPECT_EQ(FieldOfLine(result.columns, lines[0], QStringLiteral("Price")),
+              QStringLiteral("1234.56789"));
+    EXPECT_EQ(FieldOfLine(result.columns, lines[1], QStringLiteral("NAME")), QString());
+    EXPECT_EQ(FieldOfLine(result.columns, lines[1], QStringLiteral("code")), QStringLiteral("7"));
+    EXPECT_EQ(FieldOfLine(result.columns, lines[1], QStringLiteral("NOPE")), QString());
 
-    QueryToLines(path, QStringLiteral("SELECT * FROM t WHERE ID = 99"));
-    EXPECT_TRUE(ResultLines.isEmpty());
-    EXPECT_TRUE(ResultColumns.isEmpty());
-    EXPECT_EQ(FieldOfLine(QStringLiteral("1;2;"), QStringLiteral("ID")), QString());
+    result = QueryToLines(path, QStringLiteral("SELECT * FROM t WHERE ID = 99"));
+    EXPECT_TRUE(result.lines.isEmpty());
+    EXPECT_EQ(FieldOfLine(result.columns, QStringLiteral("1;2;"), QStringLiteral("ID")), QString());
 }
 
 TEST_F(SqliteLayer, FailedQueryRaisesAndLeavesNoConnection) {
@@ -79,7 +81,6 @@ TEST_F(SqliteLayer, FailedQueryRaisesAndLeavesNoConnection) {
     const QString text = message([&] { QueryToLines(path, QStringLiteral("SELECT * FROM nope")); });
     EXPECT_EQ(text, QStringLiteral("Error executing SQL.\rError [1]: SQL error or missing "
                                    "database.\r\"SELECT * FROM nope\": no such table: nope"));
-    EXPECT_TRUE(ResultLines.isEmpty());
     // The file is free again: an exclusive lock can be taken at once.
     SqliteDatabase db(path);
     EXPECT_NO_THROW(db.ExecSQL(QStringLiteral("BEGIN EXCLUSIVE")));
@@ -94,13 +95,13 @@ TEST_F(SqliteLayer, ExecStatementCommitsOrShowsError) {
     EXPECT_TRUE(dialogs->Boxes().empty());
     ASSERT_EQ(dialogs->Messages().size(), 1u);
     EXPECT_EQ(dialogs->Messages()[0].text, QStringLiteral("ERROR"));
-    QueryToLines(path, QStringLiteral("SELECT NAME FROM t WHERE ID=2"));
-    EXPECT_EQ(ResultLines, QStringList{QStringLiteral("z;")});
+    EXPECT_EQ(QueryToLines(path, QStringLiteral("SELECT NAME FROM t WHERE ID=2")).lines,
+              QStringList{QStringLiteral("z;")});
     // All or nothing for several statements.
     EXPECT_EQ(ExecStatements(path, {QStringLiteral("DELETE FROM t"), QStringLiteral("bad sql")}),
               0);
-    QueryToLines(path, QStringLiteral("SELECT count(*) FROM t"));
-    EXPECT_EQ(ResultLines, QStringList{QStringLiteral("2;")});
+    EXPECT_EQ(QueryToLines(path, QStringLiteral("SELECT count(*) FROM t")).lines,
+              QStringList{QStringLiteral("2;")});
 }
 
 TEST_F(SqliteLayer, OpenFailures) {

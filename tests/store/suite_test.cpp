@@ -72,11 +72,14 @@ TEST_F(SuiteAndTool, InitCreatesTheShapeTheProgramReliesOn) {
     EXPECT_EQ(value(QStringLiteral("SELECT count(*) FROM ex_kanzai WHERE UKEY=60")), 200);
     EXPECT_EQ(value(QStringLiteral("SELECT count(*) FROM exconf")), 0);
     // The store gives the rows of a group in the order of KAN.
-    QueryToLines(dbPath, QStringLiteral("SELECT KAN FROM ex_kanzai where CTG='1' and GRP='4' and "
-                                        "no='1';"));
-    ASSERT_EQ(ResultLines.size(), 20);
+    const QStringList kans =
+        QueryToLines(dbPath,
+                     QStringLiteral("SELECT KAN FROM ex_kanzai where CTG='1' and GRP='4' and "
+                                    "no='1';"))
+            .lines;
+    ASSERT_EQ(kans.size(), 20);
     for (int i = 0; i < 20; ++i)
-        EXPECT_EQ(ResultLines[i], QStringLiteral("%1;").arg(i + 1));
+        EXPECT_EQ(kans[i], QStringLiteral("%1;").arg(i + 1));
 
     // Never overwritten unless told to.
     ASSERT_EQ(ExecStatement(dbPath, QStringLiteral("UPDATE ex_kanzai SET GOODS='mine' WHERE "

@@ -11,14 +11,15 @@
 #include <QStringList>
 
 inline QStringList StoredPrices(const QString& path, int grp, int kan) {
-    QueryToLines(path, QStringLiteral("SELECT NO,GROSS,NET,CALC1_G,CALC2_G,CALC3_G,CALC4_G,CALC5_G,"
-                                      "CALC6_G,CALC7_G,CALC1_N,CALC2_N,CALC3_N,CALC4_N,CALC5_N,"
-                                      "CALC6_N,CALC7_N,NTANKA,GTANKA,FTANKA FROM ex_kanzai WHERE "
-                                      "CTG='1' AND GRP='%1' AND KAN='%2' AND NO<60 ORDER BY NO;")
-                           .arg(grp)
-                           .arg(kan));
+    const QueryResult rows = QueryToLines(
+        path, QStringLiteral("SELECT NO,GROSS,NET,CALC1_G,CALC2_G,CALC3_G,CALC4_G,CALC5_G,"
+                             "CALC6_G,CALC7_G,CALC1_N,CALC2_N,CALC3_N,CALC4_N,CALC5_N,"
+                             "CALC6_N,CALC7_N,NTANKA,GTANKA,FTANKA FROM ex_kanzai WHERE "
+                             "CTG='1' AND GRP='%1' AND KAN='%2' AND NO<60 ORDER BY NO;")
+                  .arg(grp)
+                  .arg(kan));
     QStringList out;
-    for (const QString& line : ResultLines) {
+    for (const QString& line : rows.lines) {
         QStringList fields;
         for (int f = 1; f <= 20; ++f)
             fields << CurrToStr(StrToCurrDef(NthField(line, f), Currency::FromInt(-999999)));

@@ -82,13 +82,16 @@ protected:
 
     // The stored value of a column of one row.
     QString stored(int grp, int kan, int no, const char* column) {
-        QueryToLines(db, QStringLiteral("SELECT %1 FROM ex_kanzai where CTG='1' and GRP='%2' and "
+        const QStringList lines =
+            QueryToLines(db,
+                         QStringLiteral("SELECT %1 FROM ex_kanzai where CTG='1' and GRP='%2' and "
                                         "KAN='%3' and NO='%4';")
                              .arg(QString::fromLatin1(column))
                              .arg(grp)
                              .arg(kan)
-                             .arg(no));
-        return ResultLines.isEmpty() ? QString() : NthField(ResultLines[0], 1);
+                             .arg(no))
+                .lines;
+        return lines.isEmpty() ? QString() : NthField(lines[0], 1);
     }
 
     QTemporaryDir dir;
