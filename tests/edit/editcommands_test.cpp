@@ -182,6 +182,7 @@ TEST_F(EditCommands, WholeAllCopyCarriesModeRatesAndRoundingToAnotherPipeType) {
     f.digitsRadio->SetItemIndex(0);
     f.fractionRadio->SetItemIndex(1);
     f.rateSubmittedEdit->SetValue(70);
+    f.useRateCheck->SetChecked(true); // unit prices from the list price
     f.applyControls();
     f.modeRadio->SetItemIndex(1); // refrigerant mode
     ASSERT_EQ(CurrentOptions().ModeFlag(), 1);
@@ -191,7 +192,9 @@ TEST_F(EditCommands, WholeAllCopyCarriesModeRatesAndRoundingToAnotherPipeType) {
     ASSERT_EQ(f.currentPipeType, 2);
     ASSERT_EQ(f.modeRadio->ItemIndex(), 0);
     ASSERT_EQ(f.tabs->count(), 4);
+    ASSERT_FALSE(f.useRateCheck->Checked());
     f.pasteWholeTableItem->trigger();
+    EXPECT_TRUE(f.useRateCheck->Checked());
     EXPECT_EQ(f.modeRadio->ItemIndex(), 1);
     EXPECT_EQ(f.tabs->count(), 1);
     EXPECT_FALSE(f.copyFirstDetailAcrossItem->isEnabled());
@@ -205,6 +208,71 @@ TEST_F(EditCommands, WholeAllCopyCarriesModeRatesAndRoundingToAnotherPipeType) {
     EXPECT_TRUE(f.undoAction->isEnabled());
     // Nothing reaches the database before a save.
     EXPECT_EQ(stored(1, 2, 60, "FLAG"), QStringLiteral("0"));
+}
+
+// Each paste carries exactly the fields its copy took: the texts and flag,
+// the prices, the factors but the pipefitter's, the pipefitter's factor.
+TEST_F(EditCommands, EachPasteCarriesExactlyItsFields) {
+    MainWindow& f = open();
+    enum Part { Texts = 1, Prices = 2, Factors = 4, Pipefitter = 8, Every = 15 };
+    const auto mark = [](Fuzokurecordtypex& row, int r, int k) {
+        row.SetGoods(QStringLiteral("g%1-%2").arg(k).arg(r));
+        row.SetKind(QStringLiteral("k%1").arg(k));
+        row.SetSize(QStringLiteral("%1-%2").arg(k).arg(r));
+        row.SetCi(QStringLiteral("c%1").arg(k));
+        row.FLAG = k;
+        row.NET = Currency::FromInt(100 * k + r);
+        row.GROSS = Currency::FromInt(200 * k + r);
+        row.TEIKA = Currency::FromInt(300 * k + r);
+        for (int n = 1; n <= 7; ++n)
+            row.Data(n) = Currency::FromInt(10 * k + n);
+    };
+    const auto part = [](const Fuzokurecordtypex& row, int p) {
+        QStringList s;
+        if (p == Texts)
+            s << row.Goods() << row.Kind() << row.Size() << row.Ci() << QString::number(row.FLAG);
+        if (p == Prices) s << CurrToStr(row.NET) << CurrToStr(row.GROSS) << CurrToStr(row.TEIKA);
+        for (int n = 1; n <= 7; ++n)
+            if ((p == Factors && n != 5) || (p == Pipefitter && n == 5))
+                s << CurrToStr(row.Data(n));
+        return s.join(QLatin1Char('|'));
+    };
+    const struct {
+        QAction *copy, *paste;
+        int parts;
+        bool detail; // tab 0 copied, pasted on tab 2
+    } cases[] = {{f.copyWholeTableItem, f.pasteWholeTableItem, Every, false},
+                 {f.copyPricesItem, f.pastePricesItem, Prices, false},
+                 {f.copyAllFactorsItem, f.pasteAllFactorsItem, Factors | Pipefitter, false},
+                 {f.copyLabourFactorsItem, f.pasteLabourFactorsItem, Pipefitter, false},
+                 {f.copyDetailItem, f.pasteDetailItem, Every, true},
+                 {f.copyDetailPricesItem, f.pasteDetailPricesItem, Prices, true},
+                 {f.copyDetailFactorsItem, f.pasteDetailFactorsItem, Factors | Pipefitter, true},
+                 {f.copyDetailLabourItem, f.pasteDetailLabourItem, Pipefitter, true}};
+    for (const auto& c : cases) {
+        const std::string name = c.paste->objectName().toStdString();
+        RowTable copied, other;
+        for (int r = 1; r < OptionRow; ++r) {
+            mark(copied[r], r, 1);
+            mark(other[r], r, 2);
+        }
+        for (int r = 1; r < OptionRow; ++r)
+            KanzaiRows[r] = copied[r];
+        c.copy->trigger();
+        for (int r = 1; r < OptionRow; ++r)
+            KanzaiRows[r] = other[r];
+        f.tabs->setCurrentIndex(c.detail ? 2 : 0);
+        c.paste->trigger();
+        for (int r = 1; r < OptionRow; ++r) {
+            const bool target = !c.detail || (r > 30 && r <= 45);
+            for (int p : {Texts, Prices, Factors, Pipefitter}) {
+                const bool carried = target && (c.parts & p);
+                EXPECT_EQ(part(KanzaiRows[r], p),
+                          part(carried ? copied[c.detail ? r - 30 : r] : other[r], p))
+                    << name << " row " << r << " part " << p;
+            }
+        }
+    }
 }
 
 TEST_F(EditCommands, DetailAllPasteRewritesGoodsAndKindOfTheTabAndItsCaption) {
@@ -287,6 +355,24 @@ TEST_F(EditCommands, PasteThenUndoGivesTheRowsBackAndASecondEscDoesNothing) {
     KanzaiRows[7].NET = C("12345");
     escape();
     EXPECT_EQ(KanzaiRows[7].NET, C("12345"));
+}
+
+// The flags of the rows, the mode in the option row among them, come back with
+// the values.
+TEST_F(EditCommands, UndoOfAClearOrAPasteBringsTheFlagsBack) {
+    MainWindow& f = open();
+    f.copyWholeTableItem->trigger(); // piping mode, no row flagged
+    clickNode(9 * 21 + 1);           // group 10, pipe type 1: refrigerant mode
+    KanzaiRows[7].FLAG = 2;
+    for (QAction* command : {f.clearPipeTypeItem, f.pasteWholeTableItem}) {
+        if (command == f.clearPipeTypeItem) dialogs->AnswerBox(TaskDialog::IdYes);
+        command->trigger();
+        ASSERT_EQ(KanzaiRows[7].FLAG + KanzaiRows[OptionRow].FLAG, 0);
+        f.undoAction->trigger();
+        EXPECT_EQ(KanzaiRows[7].FLAG, 2) << command->objectName().toStdString();
+        EXPECT_EQ(KanzaiRows[OptionRow].FLAG, 1) << command->objectName().toStdString();
+        EXPECT_EQ(f.tabs->count(), 1);
+    }
 }
 
 TEST_F(EditCommands, TwoEditsThenUndoUndoesOnlyTheSecond) {

@@ -212,6 +212,23 @@ TEST_F(Library, NamesThatCanNotBeAFileGiveAMessageAndNoFile) {
     EXPECT_FALSE(QFileInfo::exists(dir.filePath(QStringLiteral("library/outside.fdk"))));
 }
 
+// The file name, ".fdk" included, may take 255 bytes in the file system's
+// encoding and no more; a double-byte name counts its bytes, not characters.
+TEST_F(Library, AFileNameOf255BytesIsTakenAndOneOf256IsRefused) {
+    open();
+    const QString kanji = QString(83, QChar(0x92FC)); // 鋼: three bytes each
+    for (const QString& name : {QString(251, QLatin1Char('a')), QStringLiteral("ab") + kanji,
+                                QString(252, QLatin1Char('a')), QStringLiteral("abc") + kanji}) {
+        const bool fits = QFile::encodeName(name + QStringLiteral(".fdk")).size() == 255;
+        dialogs->ClearRecords();
+        saveAs(name);
+        ASSERT_EQ(dialogs->Boxes().size(), 1u);
+        EXPECT_EQ(dialogs->Boxes()[0].content.startsWith(U("標準歩掛の名前が長すぎます。")), !fits);
+        EXPECT_EQ(QFileInfo(library + QLatin1Char('/') + name + QStringLiteral(".fdk")).isFile(),
+                  fits);
+    }
+}
+
 TEST_F(Library, ASaveThatCanNotWriteSaysSoInJapanese) {
     open();
     // The library "folder" is a file.

@@ -137,7 +137,10 @@ TEST_F(GroupRecalc, TheCurrentPipeTypeComesBackAsStoredWithItsPrices) {
     LoadPipeType(1, 1, 3);
     TakeSnapshot();
     const QStringList asLoaded = SavedLines;
-    KanzaiRows[2].TEIKA = c("777"); // an unsaved entry
+    // An unsaved entry and option: the prices in the rows are not the table's.
+    KanzaiRows[2].TEIKA = c("777");
+    CurrentOptions().ElementDigits() = c("10");
+    CalcAllRows();
     RefreshLines();
     ASSERT_TRUE(PipeTypeChanged());
     RecalculateGroup(1, 1, 3, nullptr);
@@ -146,14 +149,15 @@ TEST_F(GroupRecalc, TheCurrentPipeTypeComesBackAsStoredWithItsPrices) {
     EXPECT_EQ(SavedLines, asLoaded);
     EXPECT_NE(KanzaiRows[2].TEIKA, c("777"));
     EXPECT_TRUE(PipeTypeChanged());
-    const Currency adopted = KanzaiRows[1].FTANKA;
-    const Currency labour = KanzaiRows[1].CALC_G[4];
-    EXPECT_FALSE(adopted.IsZero());
+    const RowTable shown = KanzaiRows;
     const QStringList prices = expectedPrices(1, 3);
     EXPECT_EQ(storedPrices(1, 3), prices);
-    const QStringList fields = prices[0].split(QLatin1Char(' '));
-    EXPECT_EQ(CurrToStr(adopted), fields[19]);
-    EXPECT_EQ(CurrToStr(labour), fields[7]);
+    for (int n : {1, 59}) { // the first and the last row calculated
+        const QStringList fields = prices[n - 1].split(QLatin1Char(' '));
+        EXPECT_FALSE(shown[n].FTANKA.IsZero()) << n;
+        EXPECT_EQ(CurrToStr(shown[n].FTANKA), fields[19]) << n;
+        EXPECT_EQ(CurrToStr(shown[n].CALC_G[4]), fields[7]) << n;
+    }
     // Nothing was asked; the statement of the last save is on the clipboard.
     EXPECT_TRUE(dialogs->Boxes().empty());
     EXPECT_TRUE(dialogs->Clipboard().contains(QStringLiteral("KAN='20' and NO='1';")));

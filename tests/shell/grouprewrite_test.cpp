@@ -95,7 +95,7 @@ TEST_F(GroupRewrite, NoOnEitherQuestionChangesNothing) {
     EXPECT_TRUE(f.labourCostChangeItem->isEnabled());
     f.digitsRadio->SetItemIndex(1);
     f.labourCostSubmittedEdit->SetValue(12345);
-    f.labourCostCostEdit->SetValue(2345.5);
+    f.labourCostCostEdit->SetValue(2345.04); // as a float x 10000: 23450399.99...
     const QStringList before = table();
 
     dialogs->AnswerBox(TD::IdNo);
@@ -117,7 +117,7 @@ TEST_F(GroupRewrite, NoOnEitherQuestionChangesNothing) {
     const ScriptedDialogs::Box& labour = dialogs->Boxes()[1];
     EXPECT_EQ(labour.instruction, U("確認"));
     EXPECT_EQ(labour.content,
-              U("全データの基礎工費を変更しますか?\r\n原価=2345.5円 提出=12345円\r\n"
+              U("全データの基礎工費を変更しますか?\r\n原価=2345.04円 提出=12345円\r\n"
                 "複合単価を再計算し、データベースに登録し直します。時間がかかりますので、変換中は"
                 "少々お待ちください。"));
     EXPECT_EQ(labour.buttons, TD::ButtonYes | TD::ButtonNo);
@@ -131,13 +131,14 @@ TEST_F(GroupRewrite, OptionChangeGivesTheGroupTheDisplayedOptionsAndRecomputesIt
     const QStringList otherGroupOptions = optionRowsOutside(1);
     MainWindow& f = open();
     recordCaptions();
-    f.rateSubmittedEdit->SetValue(91);
-    f.rateCostEdit->SetValue(47.5);
-    f.labourCostSubmittedEdit->SetValue(20500); // taken by the command's own applyControls
     f.digitsRadio->SetItemIndex(1);
     f.elementRadio->SetItemIndex(2);
     f.fractionRadio->SetItemIndex(2);
     f.otherCostRadio->SetItemIndex(1);
+    // Shown and not applied yet: the command's own applyControls takes them.
+    f.rateSubmittedEdit->SetValue(91);
+    f.rateCostEdit->SetValue(47.5);
+    f.labourCostSubmittedEdit->SetValue(20500);
     // An entry not saved yet: the command saves first, so it stays.
     KanzaiRows[4].TEIKA = Currency::FromInt(4321);
     RefreshLines();

@@ -78,6 +78,23 @@ TEST_F(Safety, AFailedLoadLeavesTheClickUndone) {
     EXPECT_EQ(stored(1, 1, 3, "DATA1"), QStringLiteral("7"));
 }
 
+// A pipe type whose rows end at 29: its load stops half-way, and all 60 rows
+// stay those of the pipe type that was on screen.
+TEST_F(Safety, ALoadThatStopsHalfWayLeavesTheRowsThatWereShown) {
+    ASSERT_EQ(ExecStatement(db, QStringLiteral("DELETE FROM ex_kanzai WHERE CTG='1' AND GRP='1' "
+                                               "AND KAN='2' AND NO>='30';")),
+              1);
+    MainWindow& f = open();
+    const RowTable shown = KanzaiRows;
+    clickNode(2);
+    ASSERT_EQ(dialogs->Boxes().size(), 1u);
+    EXPECT_EQ(dialogs->Boxes()[0].instruction, U("List index out of bounds (29)"));
+    EXPECT_EQ(f.currentPipeType, 1);
+    for (int r = 1; r <= RowCount; ++r)
+        EXPECT_EQ(RowLine(KanzaiRows[r]), RowLine(shown[r])) << r;
+    EXPECT_FALSE(PipeTypeChanged());
+}
+
 // Another program changes a price of the pipe type on screen after it was
 // loaded: every save asks before it writes over that, and each answer does
 // what it says.

@@ -148,12 +148,13 @@ TEST_F(Workspace, NewBaseLabourCostByEnterThenSaveStoresTheEnginesPrices) {
     MainWindow& f = open();
     f.labourCostSubmittedEdit->setFocus();
     f.labourCostSubmittedEdit->selectAll();
-    QTest::keyClicks(f.labourCostSubmittedEdit, QStringLiteral("30000"));
+    QTest::keyClicks(f.labourCostSubmittedEdit,
+                     QStringLiteral("20500.04")); // as a float x 10000: 205000399.99...
     QTest::keyClick(f.labourCostSubmittedEdit, Qt::Key_Return);
     QTest::mouseClick(f.saveButton, Qt::LeftButton);
     // What the engine makes of the stored rows with the new cost.
     LoadPipeType(1, 1, 1);
-    ASSERT_EQ(CurrentOptions().LabourSubmitted(), Currency::FromInt(30000));
+    ASSERT_EQ(CurrentOptions().LabourSubmitted(), StrToCurr(QStringLiteral("20500.04")));
     for (int no : {1, 7, 14, 22, 59}) {
         Fuzokurecordtypex row = KanzaiRows[no];
         CalcRowWith(row, CurrentOptions());
@@ -395,6 +396,7 @@ TEST_F(Workspace, SaveWritesEveryFieldOfAllSixtyRows) {
     MainWindow& f = open();
     f.goodsBox->SetText(U("鋼管'; --"));
     f.pageEdit->setText(U("頁;12"));
+    f.unitBox->SetText(U("本"));
     QTest::mouseClick(f.saveButton, Qt::LeftButton);
     const QStringList shown = CurrentLines;
     LoadPipeType(1, 1, 1);
@@ -402,6 +404,7 @@ TEST_F(Workspace, SaveWritesEveryFieldOfAllSixtyRows) {
         EXPECT_EQ(RowLine(KanzaiRows[r]), shown[r - 1]) << r;
     EXPECT_EQ(KanzaiRows[1].Goods(), U("鋼管'; --"));
     EXPECT_EQ(KanzaiRows[5].Goods(), U("頁;12"));
+    EXPECT_EQ(KanzaiRows[OptionRow].Ci(), U("本"));
 }
 
 TEST_F(Workspace, DisplayFileHidesTheTreeAndSetsItsWidth) {

@@ -65,6 +65,46 @@ TEST(CodePage, HalfACharacterInFrontOfADelimiterLeavesTheDelimiter) {
     EXPECT_EQ(FromAnsi(QByteArray("\x85\x40;", 3)), QString(QChar(0xFFFD)) + U(";"));
 }
 
+// The edges of the lead byte ranges 81-9F, E0-FC and of the trail byte ranges
+// 40-7E, 80-FC, and the bytes just outside them.
+TEST(CodePage, LeadAndTrailBytesAtTheEdgesOfTheirRanges) {
+    for (unsigned char b : {0x81, 0x9F, 0xE0, 0xFC})
+        EXPECT_TRUE(IsLeadByte(b)) << int(b);
+    for (unsigned char b : {0x80, 0xA0, 0xDF, 0xFD})
+        EXPECT_FALSE(IsLeadByte(b)) << int(b);
+    for (unsigned char b : {0x40, 0x7E, 0x80, 0xFC})
+        EXPECT_TRUE(IsTrailByte(b)) << int(b);
+    for (unsigned char b : {0x3F, 0x7F, 0xFD})
+        EXPECT_FALSE(IsTrailByte(b)) << int(b);
+    const struct {
+        const char* bytes;
+        const char* text;
+        bool pair; // one character, written back as the same two bytes
+    } cases[] = {{"\x81\x40", "\u3000", true},
+                 {"\x9F\x40", "\u6A97", true},
+                 {"\xE0\x40", "\u6F3E", true},
+                 {"\xFC\x40", "\u9ADC", true},
+                 {"\x81\x7E", "\u00D7", true},
+                 {"\x81\x80", "\u00F7", true},
+                 {"\x81\xFC", "\u25EF", true},
+                 // No lead byte: read alone, U+FFFD when the code page lacks it. A lead
+                 // byte in front of a byte that can't follow it: dropped.
+                 {"\x80\x40", "\uFFFD@", false},
+                 {"\xA0\x40", "\uFFFD@", false},
+                 {"\xDF\x40", "\uFF9F@", false},
+                 {"\xFD\x40", "\uFFFD@", false},
+                 {"\x81\x3F", "?", false},
+                 {"\x81\x7F", "\x7F", false},
+                 {"\x81\xFD", "\uFFFD", false}};
+    for (const auto& c : cases) {
+        const QByteArray bytes(c.bytes);
+        EXPECT_EQ(FromAnsi(bytes).toStdString(), c.text) << bytes.toHex().toStdString();
+        if (c.pair) {
+            EXPECT_EQ(ToAnsi(FromAnsi(bytes)).toHex(), bytes.toHex());
+        }
+    }
+}
+
 TEST(CodePage, BrokenBytesNeverThrow) {
     EXPECT_NO_THROW(FromAnsi(QByteArray("\x81", 1)));
     EXPECT_EQ(FromAnsi(QByteArray("\x81", 1)), QString());
