@@ -1,5 +1,7 @@
 #include "controls/numbereditcore.h"
 
+#include "engine/rounding.h"
+
 #include <QRegularExpression>
 
 #include <cmath>
@@ -290,6 +292,10 @@ void TNumberEditCore::SetCurrency(Currency value) {
 
 Currency TNumberEditCore::AsCurrency() const {
     return StrToCurr(PlainNumberText(FValue));
+}
+
+Currency TNumberEditCore::StoredCurrency() const {
+    return Currency::FromRaw(Store(FValue * 10000.0L));
 }
 
 std::int64_t TNumberEditCore::AsInt64() const {

@@ -104,6 +104,8 @@ public:
     void SetCurrency(Currency value);
     // Value as Currency: its general text rounded to four decimals.
     Currency AsCurrency() const;
+    // Value as Currency: times 10000, stored to the nearest unit.
+    Currency StoredCurrency() const;
     std::int64_t AsInt64() const;
     void SetAsInt64(std::int64_t value) { SetValue(Extended(value)); }
     std::int32_t AsInteger() const { return IntValue(); }

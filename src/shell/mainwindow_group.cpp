@@ -7,7 +7,6 @@
 
 #include "controls/numberedit.h"
 #include "engine/grouprewrite.h"
-#include "engine/rounding.h"
 #include "platform/application.h"
 #include "platform/datapaths.h"
 #include "platform/dialogs.h"
@@ -30,11 +29,6 @@ namespace {
 const QString RecalcNotice =
     QStringLiteral("複合単価を再計算し、データベースに登録し直します。時間がかかりますので、"
                    "変換中は少々お待ちください。");
-
-// Number edit value to Currency: times 10000, stored to nearest.
-Currency editCurrency(const NumberEdit* edit) {
-    return Currency::FromRaw(Store(edit->Value() * 10000.0L));
-}
 
 bool askToGoOn(QWidget* form, const QString& question) {
     return ShowTaskDialog(form, ApplicationTitle(), QStringLiteral("確認"),
@@ -128,8 +122,8 @@ void MainWindow::changeGroupOptions() {
 
 void MainWindow::changeGroupLabourCosts() {
     if (groupRewriteRunning() || !rowsAreLoaded(QStringLiteral("実行できません。"))) return;
-    const Currency cost = editCurrency(labourCostCostEdit);
-    const Currency submitted = editCurrency(labourCostSubmittedEdit);
+    const Currency cost = labourCostCostEdit->StoredCurrency();
+    const Currency submitted = labourCostSubmittedEdit->StoredCurrency();
     if (!askToGoOn(this, QStringLiteral("全データの基礎工費を変更しますか?\r\n原価=") +
                              CurrToStr(cost) + QStringLiteral("円 提出=") + CurrToStr(submitted) +
                              QStringLiteral("円\r\n") + RecalcNotice))

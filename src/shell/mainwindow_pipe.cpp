@@ -5,7 +5,6 @@
 #include "controls/numberedit.h"
 #include "controls/strcgrid.h"
 #include "engine/calcrow.h"
-#include "engine/rounding.h"
 #include "platform/application.h"
 #include "platform/datapaths.h"
 #include "platform/dialogs.h"
@@ -26,11 +25,6 @@
 #include <QTreeWidget>
 
 namespace {
-
-// Number edit value to Currency: times 10000, stored to nearest.
-Currency editCurrency(const NumberEdit* edit) {
-    return Currency::FromRaw(Store(edit->Value() * 10000.0L));
-}
 
 Extended currencyValue(Currency c) {
     return Extended(c.raw) / 10000.0L;
@@ -366,10 +360,10 @@ void MainWindow::applyControls() {
         KanzaiRows[r].SetCi(unitBox->Text());
 
     KanzaiOptions o = CurrentOptions();
-    o.LabourSubmitted() = editCurrency(labourCostSubmittedEdit);
-    o.LabourCost() = editCurrency(labourCostCostEdit);
-    o.RateSubmitted() = editCurrency(rateSubmittedEdit);
-    o.RateCost() = editCurrency(rateCostEdit);
+    o.LabourSubmitted() = labourCostSubmittedEdit->StoredCurrency();
+    o.LabourCost() = labourCostCostEdit->StoredCurrency();
+    o.RateSubmitted() = rateSubmittedEdit->StoredCurrency();
+    o.RateCost() = rateCostEdit->StoredCurrency();
     o.RateOn() = Currency::FromInt(useRateCheck->Checked() ? 1 : 0);
     auto digit = [](int index) { return DigitSteps[std::size_t(std::clamp(index, 0, 7))]; };
     auto fraction = [](int index) { return FractionSteps[std::size_t(std::clamp(index, 0, 2))]; };
