@@ -1,5 +1,5 @@
 // CalcRow throughput on a realistic mix of rows and options.
-#include "engine/calcrow.h"
+#include "document/pipetypedocument.h"
 
 #include <benchmark/benchmark.h>
 
@@ -7,11 +7,11 @@
 
 namespace {
 
-void fillMix(std::mt19937_64& rng) {
+void fillMix(RowTable& rows, std::mt19937_64& rng) {
     std::uniform_int_distribution<std::int64_t> price(100, 5000000); // 0.01 .. 500 in 4 decimals
     std::uniform_int_distribution<std::int64_t> factor(0, 20000);
     for (int r = 1; r < RowCount; ++r) {
-        Fuzokurecordtypex& row = KanzaiRows[r];
+        Fuzokurecordtypex& row = rows[r];
         row.TEIKA = Currency::FromRaw(price(rng) * 100);
         row.GROSS = Currency::FromRaw(price(rng) * 100);
         row.NET = Currency::FromRaw(price(rng) * 80);
@@ -20,8 +20,8 @@ void fillMix(std::mt19937_64& rng) {
     }
 }
 
-void setOptions(int variant) {
-    KanzaiOptions o = CurrentOptions();
+void setOptions(PipeTypeDocument& doc, int variant) {
+    KanzaiOptions o = doc.options();
     o.ModeFlag() = variant & 1;
     o.OtherMethod() = (variant >> 1) & 1;
     o.RateOn() = Currency::FromInt((variant >> 2) & 1);
@@ -39,18 +39,18 @@ void setOptions(int variant) {
 
 void BM_CalcRow(benchmark::State& state) {
     std::mt19937_64 rng(42);
-    ClearRows(RowCount);
-    fillMix(rng);
+    PipeTypeDocument doc;
+    fillMix(doc.rows(), rng);
     int variant = 0;
-    std::int64_t rows = 0;
+    std::int64_t count = 0;
     for (auto _ : state) {
-        setOptions(variant++ % 96);
+        setOptions(doc, variant++ % 96);
         for (int r = 1; r < RowCount; ++r)
-            CalcRow(r);
-        rows += RowCount - 1;
-        benchmark::DoNotOptimize(KanzaiRows[1].FTANKA);
+            doc.calculateRow(r);
+        count += RowCount - 1;
+        benchmark::DoNotOptimize(doc.rows()[1].FTANKA);
     }
-    state.SetItemsProcessed(rows);
+    state.SetItemsProcessed(count);
 }
 BENCHMARK(BM_CalcRow);
 

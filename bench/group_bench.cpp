@@ -3,6 +3,7 @@
 // thread, and the longest time the main thread went without serving an event
 // during the run. Offscreen, real database.
 #include "engine/grouprewrite.h"
+#include "platform/dialogs.h"
 #include "platform/scripteddialogs.h"
 #include "shell/mainwindow.h"
 #include "store/pipetypestore.h"
@@ -57,11 +58,12 @@ void BM_TwentyPlainSaves(benchmark::State& state) {
     auto form = openForm();
     for (auto _ : state) {
         for (int kan = 1; kan <= GroupPipeTypes; ++kan) {
-            LoadPipeType(1, form->currentGroup, kan);
-            SavePipeType(form.get(), 1, form->currentGroup, 0, kan);
+            form->workspace().load(form->currentGroup, kan);
+            form->workspace().save(form->currentGroup, kan, SaveCheck::AgainstLoaded,
+                                   CurrentDialogs());
         }
     }
-    LoadPipeType(1, form->currentGroup, form->currentPipeType);
+    form->workspace().load(form->currentGroup, form->currentPipeType);
     form->close();
 }
 BENCHMARK(BM_TwentyPlainSaves)->Unit(benchmark::kMillisecond)->MinTime(5.0)->UseRealTime();
@@ -79,11 +81,12 @@ void BM_RunToSavesRatio(benchmark::State& state) {
         run += clock.nsecsElapsed();
         clock.start();
         for (int kan = 1; kan <= GroupPipeTypes; ++kan) {
-            LoadPipeType(1, form->currentGroup, kan);
-            SavePipeType(form.get(), 1, form->currentGroup, 0, kan);
+            form->workspace().load(form->currentGroup, kan);
+            form->workspace().save(form->currentGroup, kan, SaveCheck::AgainstLoaded,
+                                   CurrentDialogs());
         }
         saves += clock.nsecsElapsed();
-        LoadPipeType(1, form->currentGroup, form->currentPipeType);
+        form->workspace().load(form->currentGroup, form->currentPipeType);
     }
     state.counters["run_ms"] = double(run) / 1e6 / double(state.iterations());
     state.counters["saves_ms"] = double(saves) / 1e6 / double(state.iterations());
@@ -96,7 +99,8 @@ BENCHMARK(BM_RunToSavesRatio)->Unit(benchmark::kMillisecond)->MinTime(10.0)->Use
 void BM_RecalculateGroupAlone(benchmark::State& state) {
     auto form = openForm();
     for (auto _ : state)
-        RecalculateGroup(1, form->currentGroup, form->currentPipeType, nullptr);
+        form->workspace().recalculateGroup(1, form->currentGroup, form->currentPipeType,
+                                           CurrentDialogs(), nullptr);
     form->close();
 }
 BENCHMARK(BM_RecalculateGroupAlone)->Unit(benchmark::kMillisecond)->MinTime(5.0)->UseRealTime();

@@ -1,7 +1,7 @@
 // Prints the worked example of the composite price calculation, computed by
 // the engine, in all its option variants.
 
-#include "engine/calcrow.h"
+#include "document/pipetypedocument.h"
 #include "platform/commandline.h"
 
 #include <cstdio>
@@ -12,16 +12,16 @@ Currency c(const char* text) {
     return StrToCurr(QString::fromLatin1(text));
 }
 
-void setExample() {
-    ClearRows(RowCount);
-    Fuzokurecordtypex& r = KanzaiRows[1];
+void setExample(PipeTypeDocument& doc) {
+    doc.clearRows(RowCount);
+    Fuzokurecordtypex& r = doc.rows()[1];
     r.TEIKA = c("1234");
     r.GROSS = c("860");
     r.NET = c("750");
     const char* factors[7] = {"1.1", "0.35", "0.05", "0.08", "0.123", "0.015", "0.1"};
     for (int i = 0; i < 7; ++i)
         r.DATA[std::size_t(i)] = c(factors[i]);
-    KanzaiOptions o = CurrentOptions();
+    KanzaiOptions o = doc.options();
     o.LabourSubmitted() = c("18000");
     o.LabourCost() = c("15000");
     o.ElementDigits() = c("1");
@@ -41,9 +41,9 @@ void printSide(const char* side, const std::array<Currency, 7>& e, Currency tota
     std::printf(" %8s", qPrintable(FormatAmount(total)));
 }
 
-void printCase(const char* title) {
-    CalcRow(1);
-    const Fuzokurecordtypex& r = KanzaiRows[1];
+void printCase(PipeTypeDocument& doc, const char* title) {
+    doc.calculateRow(1);
+    const Fuzokurecordtypex& r = doc.rows()[1];
     std::printf("%s\n", title);
     printSide("submitted", r.CALC_G, r.GTANKA);
     std::printf("  adopted %s\n", qPrintable(FormatAmount(r.FTANKA)));
@@ -64,25 +64,26 @@ int main(int argc, char** argv) {
         std::fprintf(stderr, "qorvale-demo: takes no arguments\n");
         return 2;
     }
+    PipeTypeDocument doc;
     std::printf("Composite unit price, worked example (TEIKA 1234, GROSS 860, NET 750)\n");
     std::printf("  %-9s %8s %8s %8s %8s %8s %8s %8s %8s\n", "side", "c1", "c2", "c3", "c4", "c5",
                 "c6", "c7", "total");
-    setExample();
-    printCase("Piping mode, other cost on labour:");
-    setExample();
-    CurrentOptions().OtherMethod() = 1;
-    printCase("Piping mode, other cost on all elements:");
-    setExample();
-    CurrentOptions().ModeFlag() = 1;
-    printCase("Refrigerant mode:");
-    setExample();
-    CurrentOptions().RateOn() = c("1");
-    printCase("Unit prices from the list price (70 / 60 per cent):");
-    setExample();
-    CurrentOptions().ElementDigits() = c("100");
-    CurrentOptions().ElementFraction() = c("0.5");
-    CurrentOptions().AdoptedDigits() = c("3");
-    CurrentOptions().AdoptedFraction() = c("0.5");
-    printCase("Two decimals per element, half up; adopted to three significant digits:");
+    setExample(doc);
+    printCase(doc, "Piping mode, other cost on labour:");
+    setExample(doc);
+    doc.options().OtherMethod() = 1;
+    printCase(doc, "Piping mode, other cost on all elements:");
+    setExample(doc);
+    doc.options().ModeFlag() = 1;
+    printCase(doc, "Refrigerant mode:");
+    setExample(doc);
+    doc.options().RateOn() = c("1");
+    printCase(doc, "Unit prices from the list price (70 / 60 per cent):");
+    setExample(doc);
+    doc.options().ElementDigits() = c("100");
+    doc.options().ElementFraction() = c("0.5");
+    doc.options().AdoptedDigits() = c("3");
+    doc.options().AdoptedFraction() = c("0.5");
+    printCase(doc, "Two decimals per element, half up; adopted to three significant digits:");
     return 0;
 }

@@ -1,5 +1,5 @@
 // The main form: the edit commands. Copy and paste between pipe types and
-// details through CopyRows, the spreading of the first detail, moving a pipe
+// details through workspace_->copyBuffer(), the spreading of the first detail, moving a pipe
 // type in its group, clearing, and the one-level undo.
 //
 // The option block lives in row 60, which is also the 15th row of the fourth
@@ -114,133 +114,133 @@ void MainWindow::finishPaste(bool renameNode) {
     showPipeType();
     // The pasted rows count as changed: the next tree click or the close
     // asks to save them.
-    RefreshLines();
+    document().refreshLines();
     if (renameNode)
         if (QTreeWidgetItem* node = currentPipeTypeNode())
             node->setText(0, TrimBlanks(goodsBox->Text()));
     // After showPipeType, which disables it.
-    SetUndoEnabled(true);
+    document().setUndoAvailable(true);
 }
 
 // ---- Whole-table copy and paste ------------------------------------------------
 
 void MainWindow::copyWholeTable() {
-    CopyWholeTable(CopyRows, KanzaiRows, FieldSet::All);
+    CopyWholeTable(workspace_->copyBuffer(), rows(), FieldSet::All);
     enableOnlyPaste(pasteWholeTableItem);
 }
 
 void MainWindow::copyPrices() {
-    CopyWholeTable(CopyRows, KanzaiRows, FieldSet::Prices);
+    CopyWholeTable(workspace_->copyBuffer(), rows(), FieldSet::Prices);
     enableOnlyPaste(pastePricesItem);
 }
 
 void MainWindow::copyAllFactors() {
-    CopyWholeTable(CopyRows, KanzaiRows, FieldSet::Labour);
+    CopyWholeTable(workspace_->copyBuffer(), rows(), FieldSet::Labour);
     enableOnlyPaste(pasteAllFactorsItem);
 }
 
 void MainWindow::copyLabourFactors() {
-    CopyWholeTable(CopyRows, KanzaiRows, FieldSet::Pipefitter);
+    CopyWholeTable(workspace_->copyBuffer(), rows(), FieldSet::Pipefitter);
     enableOnlyPaste(pasteLabourFactorsItem);
 }
 
 void MainWindow::pasteWholeTable() {
-    TakeSnapshot();
-    CopyWholeTable(KanzaiRows, CopyRows, FieldSet::All);
+    document().takeSnapshot();
+    CopyWholeTable(rows(), workspace_->copyBuffer(), FieldSet::All);
     finishPaste(true);
 }
 
 void MainWindow::pastePrices() {
-    TakeSnapshot();
-    CopyWholeTable(KanzaiRows, CopyRows, FieldSet::Prices);
+    document().takeSnapshot();
+    CopyWholeTable(rows(), workspace_->copyBuffer(), FieldSet::Prices);
     finishPaste(false);
 }
 
 void MainWindow::pasteAllFactors() {
-    TakeSnapshot();
-    CopyWholeTable(KanzaiRows, CopyRows, FieldSet::Labour);
+    document().takeSnapshot();
+    CopyWholeTable(rows(), workspace_->copyBuffer(), FieldSet::Labour);
     finishPaste(false);
 }
 
 void MainWindow::pasteLabourFactors() {
-    TakeSnapshot();
-    CopyWholeTable(KanzaiRows, CopyRows, FieldSet::Pipefitter);
+    document().takeSnapshot();
+    CopyWholeTable(rows(), workspace_->copyBuffer(), FieldSet::Pipefitter);
     finishPaste(false);
 }
 
 // ---- Detail copy and paste ----------------------------------------------------------
 
 void MainWindow::copyDetail() {
-    CopyDetailOut(CopyRows, KanzaiRows, currentTab(), FieldSet::All);
+    CopyDetailOut(workspace_->copyBuffer(), rows(), currentTab(), FieldSet::All);
     enableOnlyPaste(pasteDetailItem);
 }
 
 void MainWindow::copyDetailPrices() {
-    CopyDetailOut(CopyRows, KanzaiRows, currentTab(), FieldSet::Prices);
+    CopyDetailOut(workspace_->copyBuffer(), rows(), currentTab(), FieldSet::Prices);
     enableOnlyPaste(pasteDetailPricesItem);
 }
 
 void MainWindow::copyDetailFactors() {
-    CopyDetailOut(CopyRows, KanzaiRows, currentTab(), FieldSet::Labour);
+    CopyDetailOut(workspace_->copyBuffer(), rows(), currentTab(), FieldSet::Labour);
     enableOnlyPaste(pasteDetailFactorsItem);
 }
 
 void MainWindow::copyDetailLabour() {
-    CopyDetailOut(CopyRows, KanzaiRows, currentTab(), FieldSet::Pipefitter);
+    CopyDetailOut(workspace_->copyBuffer(), rows(), currentTab(), FieldSet::Pipefitter);
     enableOnlyPaste(pasteDetailLabourItem);
 }
 
 void MainWindow::pasteDetail() {
-    TakeSnapshot();
-    PasteDetailIn(KanzaiRows, CopyRows, currentTab(), FieldSet::AllButNTANKA);
+    document().takeSnapshot();
+    PasteDetailIn(rows(), workspace_->copyBuffer(), currentTab(), FieldSet::AllButNTANKA);
     finishPaste(false);
 }
 
 void MainWindow::pasteDetailPrices() {
-    TakeSnapshot();
-    PasteDetailIn(KanzaiRows, CopyRows, currentTab(), FieldSet::Prices);
+    document().takeSnapshot();
+    PasteDetailIn(rows(), workspace_->copyBuffer(), currentTab(), FieldSet::Prices);
     finishPaste(false);
 }
 
 void MainWindow::pasteDetailFactors() {
-    TakeSnapshot();
-    PasteDetailIn(KanzaiRows, CopyRows, currentTab(), FieldSet::Labour);
+    document().takeSnapshot();
+    PasteDetailIn(rows(), workspace_->copyBuffer(), currentTab(), FieldSet::Labour);
     finishPaste(false);
 }
 
 void MainWindow::pasteDetailLabour() {
-    TakeSnapshot();
-    PasteDetailIn(KanzaiRows, CopyRows, currentTab(), FieldSet::Pipefitter);
+    document().takeSnapshot();
+    PasteDetailIn(rows(), workspace_->copyBuffer(), currentTab(), FieldSet::Pipefitter);
     finishPaste(false);
 }
 
 // ---- Spreading the first detail --------------------------------------------------------
 
 void MainWindow::copyFirstDetailAcross() {
-    TakeSnapshot();
-    SpreadFirstDetail(KanzaiRows);
+    document().takeSnapshot();
+    SpreadFirstDetail(rows());
     tabs->setCurrentIndex(0);
     finishPaste(false);
 }
 
 void MainWindow::copyDetailPricesAcross() {
-    SpreadBufferPrices(KanzaiRows, CopyRows);
+    SpreadBufferPrices(rows(), workspace_->copyBuffer());
     showPipeType();
-    RefreshLines();
-    SetUndoEnabled(false); // no snapshot was taken
+    document().refreshLines();
+    document().setUndoAvailable(false); // no snapshot was taken
     enableOnlyPaste(nullptr);
 }
 
 // ---- Undo -------------------------------------------------------------------------------
 
 void MainWindow::undo() {
-    RestoreSnapshot();
+    document().restoreSnapshot();
     tabs->setCurrentIndex(0);
     showPipeType();
     if (QTreeWidgetItem* node = currentPipeTypeNode())
         node->setText(0, TrimBlanks(goodsBox->Text()));
-    RefreshLines();
-    SetUndoEnabled(false);
+    document().refreshLines();
+    document().setUndoAvailable(false);
 }
 
 // ---- Moving ------------------------------------------------------------------------------
@@ -286,17 +286,17 @@ void MainWindow::clearPipeType() {
                        TaskDialog::ButtonYes | TaskDialog::ButtonNo,
                        QStringLiteral("現在の内容をすべてクリア－しますか？")) != TaskDialog::IdYes)
         return;
-    TakeSnapshot();
-    ClearPipeTypeRows(KanzaiRows);
+    document().takeSnapshot();
+    ClearPipeTypeRows(rows());
     tabs->setCurrentIndex(0);
     for (int r = 1; r <= SheetLines; ++r)
-        CalcRow(r);
+        document().calculateRow(r);
     for (int r = 1; r <= SheetLines; ++r)
         showGridRow(r);
     for (int r = 1; r <= SheetLines; ++r)
         showPriceCells(r);
     if (QTreeWidgetItem* node = currentPipeTypeNode()) node->setText(0, QString());
-    RefreshLines();
+    document().refreshLines();
 }
 
 void MainWindow::clearDetail() {
@@ -305,13 +305,13 @@ void MainWindow::clearDetail() {
                        QStringLiteral("現在の細目をクリア－しますか？")) != TaskDialog::IdYes)
         return;
     const int t = currentTab();
-    TakeSnapshot();
-    ClearDetailRows(KanzaiRows, t);
+    document().takeSnapshot();
+    ClearDetailRows(rows(), t);
     for (int r = 1; r <= SheetLines; ++r)
-        CalcRow(r);
+        document().calculateRow(r);
     for (int g = 1; g <= SheetLines; ++g)
         showGridRow(t * TabRows + g);
     for (int r = 1; r <= SheetLines; ++r)
         showPriceCells(r);
-    RefreshLines();
+    document().refreshLines();
 }

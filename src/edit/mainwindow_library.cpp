@@ -36,7 +36,7 @@ void MainWindow::saveLibraryEntry() {
     try {
         const QString folder = PartsLibraryFolder();
         MakePartsFolder(folder);
-        WriteFdkFile(PartsEntryPath(folder, name), KanzaiRows);
+        WriteFdkFile(PartsEntryPath(folder, name), rows());
     } catch (...) {
         HandleCurrentException();
         return;
@@ -62,13 +62,13 @@ void MainWindow::applyLibraryEntry() {
     try {
         // A file that ends early stops here: the rows read so far keep what
         // they took, and the message says which they are.
-        ReadFdkFile(path, KanzaiRows);
+        ReadFdkFile(path, rows());
         recalcAndShowTab();
         // No snapshot: the undo keeps the state before the last edit.
-        RefreshLines();
+        document().refreshLines();
     } catch (...) {
         // The rows read before the failure count as changed all the same.
-        RefreshLines();
+        document().refreshLines();
         HandleCurrentException();
     }
 }

@@ -55,13 +55,3 @@ void CalcRowWith(Fuzokurecordtypex& r, KanzaiOptions o) {
         *side.elements = {c1, c2, c3, c4, c5, c6, c7};
     }
 }
-
-void CalcRow(int row) {
-    if (row == OptionRow) return;
-    CalcRowWith(KanzaiRows[row], CurrentOptions());
-}
-
-void CalcAllRows() {
-    for (int r = 1; r < OptionRow; ++r)
-        CalcRow(r);
-}

@@ -2,14 +2,7 @@
 
 #include "store/ex_general.h"
 
-// Fills the computed fields of one row of KanzaiRows (1..60; 60 is left
-// alone) from its figures and the options of row 60. May write 1 into
-// AdoptedDigits when it is 0. Raises EMathError on overflow, leaving the
-// row as far as it had come.
-void CalcRow(int row);
-
-// The same on any row with any option block.
+// Fills the computed fields of a row (1..59) from its figures and the
+// options of row 60. May write 1 into AdoptedDigits when it is 0. Raises
+// EMathError on overflow, leaving the row as far as it had come.
 void CalcRowWith(Fuzokurecordtypex& row, KanzaiOptions options);
-
-// Rows 1..59 of KanzaiRows.
-void CalcAllRows();

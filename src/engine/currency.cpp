@@ -45,15 +45,14 @@ std::uint64_t roundMagnitude(std::int64_t raw, std::uint64_t unit) {
 
 } // namespace
 
-QString CurrToStr(Currency value) {
-    // Written from the end of a buffer: the four decimals without trailing
-    // zeros, the point, the whole part, the sign. A save writes some 1,600 of
-    // these.
+namespace {
+
+// Writes the text of value from the end of buf: the four decimals without
+// trailing zeros, the point, the whole part, the sign. Returns its start.
+const char* currencyText(Currency value, char (&buf)[32]) {
     const std::int64_t raw = value.raw;
     std::uint64_t mag = raw < 0 ? std::uint64_t(0) - std::uint64_t(raw) : std::uint64_t(raw);
-    char buf[32];
-    char* end = buf + sizeof buf;
-    char* p = end;
+    char* p = buf + sizeof buf;
     unsigned frac = unsigned(mag % 10000);
     mag /= 10000;
     int decimals = 4;
@@ -73,7 +72,22 @@ QString CurrToStr(Currency value) {
         mag /= 10;
     } while (mag > 0);
     if (raw < 0) *--p = '-';
-    return QString::fromLatin1(p, int(end - p));
+    return p;
+}
+
+} // namespace
+
+QString CurrToStr(Currency value) {
+    char buf[32];
+    const char* p = currencyText(value, buf);
+    return QString::fromLatin1(p, int(buf + sizeof buf - p));
+}
+
+void AppendCurrText(QByteArray& out, Currency value) {
+    // A save writes some 1,600 of these.
+    char buf[32];
+    const char* p = currencyText(value, buf);
+    out.append(p, int(buf + sizeof buf - p));
 }
 
 bool TryStrToCurr(const QString& text, Currency& out) {

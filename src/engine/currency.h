@@ -1,6 +1,7 @@
 #pragma once
 // Money and factors: a signed 64-bit integer holding the value times 10000.
 
+#include <QByteArray>
 #include <QString>
 
 #include <cstdint>
@@ -29,6 +30,8 @@ public:
 
 // Shortest decimal text: no separators, no trailing zeros ("1234.5", "-0.25", "0").
 QString CurrToStr(Currency value);
+// The same text appended to out.
+void AppendCurrText(QByteArray& out, Currency value);
 
 // Text to Currency: optional blanks, sign, digits with an optional decimal
 // point and exponent. Rounds to four decimals, half to even on the exact

@@ -1,7 +1,6 @@
 #include "engine/grouprewrite.h"
 
 #include "engine/calcrow.h"
-#include "platform/datapaths.h"
 #include "platform/dialogs.h"
 #include "store/pipetypestore.h"
 
@@ -90,35 +89,4 @@ void RewriteGroup(const QString& path, Dialogs& dialogs, int kind, int grp,
                 .arg(QString::fromUtf8(e.what()))
                 .toStdString());
     }
-}
-
-void BringBackPipeType(int grp, int kan) {
-    const RowTable rowsBefore = KanzaiRows;
-    const QStringList savedBefore = SavedLines;
-    const QByteArray storedBefore = StoredState;
-    try {
-        LoadPipeType(1, grp, kan);
-        for (int r = 1; r <= GroupCalcRows; ++r)
-            CalcRow(r);
-    } catch (...) {
-        KanzaiRows = rowsBefore;
-        SavedLines = savedBefore;
-        StoredState = storedBefore;
-        throw;
-    }
-}
-
-void RecalculateGroup(int kind, int grp, int currentKan, const GroupProgress& progress) {
-    std::exception_ptr failure;
-    try {
-        RewriteGroup(ExDatabasePath, CurrentDialogs(), kind, grp, progress);
-    } catch (...) {
-        failure = std::current_exception();
-    }
-    try {
-        BringBackPipeType(grp, currentKan);
-    } catch (...) {
-        if (!failure) failure = std::current_exception();
-    }
-    if (failure) std::rethrow_exception(failure);
 }

@@ -36,8 +36,8 @@ using GroupProgress = std::function<void(const QString& text, int step)>;
 // to 59, write its 60 rows (row 1's statement to the clipboard of dialogs).
 // Another program sees it wholly old or wholly new. Raises ESQLiteException
 // (nothing of the pipe type written) or what the calculation raises.
-void RecalculatePipeType(const QString& path, RowTable& rows, int grp, int kan,
-                         Dialogs& dialogs, const std::function<void(int r)>& beforeRow);
+void RecalculatePipeType(const QString& path, RowTable& rows, int grp, int kan, Dialogs& dialogs,
+                         const std::function<void(int r)>& beforeRow);
 
 // RecalculatePipeType for the 20 pipe types of group grp, reporting each row.
 // Shares nothing with the pipe type on the sheet: it runs on a worker thread
@@ -46,12 +46,3 @@ void RecalculatePipeType(const QString& path, RowTable& rows, int grp, int kan,
 // it and those after it are as they were).
 void RewriteGroup(const QString& path, Dialogs& dialogs, int kind, int grp,
                   const GroupProgress& progress);
-
-// After a run: the rows of pipe type kan come back into KanzaiRows as stored,
-// with their computed fields, and SavedLines and StoredState as loaded. When
-// that fails the three stay as they were and the failure is raised.
-void BringBackPipeType(int grp, int kan);
-
-// RewriteGroup on ExDatabasePath, then BringBackPipeType of currentKan; the
-// failure of the run, else that of the bringing back, is raised at the end.
-void RecalculateGroup(int kind, int grp, int currentKan, const GroupProgress& progress);

@@ -5,13 +5,13 @@
 // text to a file, the clipboard or the print hand-off.
 //
 // What mode 2 (the print hand-off) needs as input:
-//   - rows: KanzaiRows as they stand (no recalculation here);
+//   - rows: the rows of the document as they stand (no recalculation here);
 //   - sheet.tabCaptions: the captions of tabs in order; their count
 //     decides the blocks (4, or 1 in refrigerant mode) and whether element 6
 //     is an empty field (one tab);
 //   - sheet.statusPanels: the texts of status panels 0, 1 and 2;
 //   - options: both false (the dialog stays hidden in mode 2).
-// Call ExportRowsText(ExportPrint, KanzaiRows, sheet, {}) and write the result
+// Call ExportRowsText(ExportPrint, rows, sheet, {}) and write the result
 // with WriteExportFile(PrintDataPath(DataRoot), text).
 
 #include "store/ex_general.h"

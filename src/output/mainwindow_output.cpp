@@ -59,7 +59,7 @@ void MainWindow::exportRows(int mode) {
     sheet.tabCaptions = tabCaptions();
     for (int i = 0; i < 3; ++i)
         sheet.statusPanels[std::size_t(i)] = statusPanel(i);
-    const QByteArray text = ExportRowsText(mode, KanzaiRows, sheet, options);
+    const QByteArray text = ExportRowsText(mode, rows(), sheet, options);
 
     if (mode == ExportCsv) {
         QString name =

@@ -40,7 +40,7 @@ void MainWindow::printPipeType() {
     h.date = PrintDate();
     // The rows as they stand: no snapshot, no save, no recalculation. A
     // failed write raises and stops here, before the program is started.
-    WritePrintHandOff(h, KanzaiRows, sheet);
+    WritePrintHandOff(h, rows(), sheet);
 
     // Not waited for; a failed start is not reported.
     CurrentDialogs().StartProcess(PrintProgramPath(), PrintProgramArguments(DataRoot), QString());

@@ -1,6 +1,6 @@
 #include "print/listpress.h"
 
-#include "engine/calcrow.h"
+#include "document/pipetypedocument.h"
 #include "output/printhandoff.h"
 #include "platform/consoledialogs.h"
 #include "platform/datapaths.h"
@@ -183,15 +183,16 @@ int RunPrintTool(const QStringList& args, QTextStream& out, QTextStream& err) {
     if (!FindToolDatabase(launch, err)) return 1;
     const ConsoleDialogsScope console;
     try {
-        ClearRows(RowCount);
-        LoadPipeType(1, group, kan);
-        CalcAllRows();
+        PipeTypeDocument doc;
+        SqliteDatabase db(ExDatabasePath);
+        doc.load(db, group, kan);
+        doc.calculateAll();
         PrintHandOff h;
         h.dataRoot = DataRoot;
         h.styleIndex = style;
         h.iconPath = ApplicationIconPath();
         h.date = PrintDate();
-        WritePrintHandOff(h, KanzaiRows, SheetOfRows(KanzaiRows));
+        WritePrintHandOff(h, doc.rows(), SheetOfRows(doc.rows()));
         const PrintJob job = ReadPrintJob(DataRoot);
         QString reason;
         if (!WritePriceSheetPdf(job, pdf, reason)) {

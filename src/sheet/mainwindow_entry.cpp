@@ -118,20 +118,20 @@ void MainWindow::commitCompositeCell(int key, bool shiftDown) {
         return;
     }
     const Currency v = StrToCurrDef(compositeGrid->Cells(c, g), Currency{});
-    TakeSnapshot();
+    document().takeSnapshot();
     if (shiftDown) {
         for (int h = g; h <= SheetLines; ++h) {
             const int r = base + h;
             if (!compositeGrid->Cells(0, h).isEmpty())
-                if (Currency* field = factorField(KanzaiRows[r], c)) *field = v;
-            CalcRow(r);
+                if (Currency* field = factorField(rows()[r], c)) *field = v;
+            document().calculateRow(r);
             showGridRow(r);
             showPriceCells(r);
         }
     } else {
         const int r = base + g;
-        if (Currency* field = factorField(KanzaiRows[r], c)) *field = v;
-        CalcRow(r);
+        if (Currency* field = factorField(rows()[r], c)) *field = v;
+        document().calculateRow(r);
         showGridRow(r);
         showPriceCells(r);
         if (key == VkEnter) {
@@ -140,20 +140,20 @@ void MainWindow::commitCompositeCell(int key, bool shiftDown) {
             markRow(compositeRow);
         }
     }
-    RefreshLines();
+    document().refreshLines();
 }
 
 void MainWindow::commitMaterialCell(int key) {
     const int c = materialCol, g = materialRow;
-    TakeSnapshot();
+    document().takeSnapshot();
     QString text = materialGrid->Cells(c, g);
     Currency v;
     if (!text.isEmpty()) v = StrToCurr(text.remove(QLatin1Char(','))); // raises on no number
     for (int r : {g, g + 15, g + 30, g + 45})
         if (r >= 1 && r <= RowCount)
-            if (Currency* field = priceField(KanzaiRows[r], c)) *field = v;
+            if (Currency* field = priceField(rows()[r], c)) *field = v;
     const int row = tabBase() + g;
-    if (row >= 1 && row < OptionRow) CalcRow(row);
+    if (row >= 1 && row < OptionRow) document().calculateRow(row);
     showGridRow(row);
     showPriceCells(g);
     if (key == VkEnter) {
@@ -175,21 +175,21 @@ void MainWindow::setSizes() {
     const int n = compositeGrid->RowCount();
     QStringList lines;
     for (int i = 1; i <= n; ++i)
-        lines << KanzaiRows[i].Size();
+        lines << rows()[i].Size();
     dialog->SetLines(lines);
     if (dialog->exec() == SizeDialog::ResultCancel) return;
-    TakeSnapshot();
+    document().takeSnapshot();
     for (int i = 1; i <= n; ++i) {
         for (int r : {i, i + 15, i + 30, i + 45})
-            KanzaiRows[r].SIZE.clear();
+            rows()[r].SIZE.clear();
         compositeGrid->SetCells(0, i, QString());
         materialGrid->SetCells(0, i, QString());
     }
     const QStringList memo = dialog->Lines();
     for (int i = 1; i <= n && i <= int(memo.size()); ++i) {
         for (int r : {i, i + 15, i + 30, i + 45})
-            KanzaiRows[r].SetSize(memo[i - 1]);
-        compositeGrid->SetCells(0, i, KanzaiRows[i].Size());
-        materialGrid->SetCells(0, i, KanzaiRows[i].Size());
+            rows()[r].SetSize(memo[i - 1]);
+        compositeGrid->SetCells(0, i, rows()[i].Size());
+        materialGrid->SetCells(0, i, rows()[i].Size());
     }
 }

@@ -25,7 +25,7 @@ void MainWindow::showGridRow(int r) {
     view.side = SideOfColumn(materialGrid->Selection().Left);
     view.showResults = resultsSwitch->IsOn();
     view.refrigerant = modeRadio->ItemIndex() == 1;
-    const auto texts = Grid1LineTexts(KanzaiRows[r], view);
+    const auto texts = Grid1LineTexts(rows()[r], view);
     compositeGrid->SetCells(0, g, texts[0]);
     materialGrid->SetCells(0, g, texts[0]);
     compositeGrid->SetCells(2, g, texts[2]);
@@ -38,7 +38,7 @@ void MainWindow::showGridRow(int r) {
 void MainWindow::showPriceCells(int r) {
     // Rows of other tabs lie beyond the grid: nothing to show.
     if (r < 1 || r > SheetLines) return;
-    const auto texts = PriceTexts(KanzaiRows[r]);
+    const auto texts = PriceTexts(rows()[r]);
     for (int c = 1; c <= 3; ++c)
         materialGrid->SetCells(c, r, texts[std::size_t(c - 1)]);
 }

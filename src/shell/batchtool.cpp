@@ -1,6 +1,6 @@
 #include "shell/batchtool.h"
 
-#include "engine/calcrow.h"
+#include "document/pipetypedocument.h"
 #include "engine/grouprewrite.h"
 #include "platform/commandline.h"
 #include "platform/consoledialogs.h"
@@ -135,34 +135,35 @@ QStringList showLine(const Fuzokurecordtypex& row, bool refrigerant, bool plainN
     return line;
 }
 
-void printPipeType(QTextStream& out, int group, int kan, bool csv) {
-    const bool refrigerant = CurrentOptions().ModeFlag() == 1;
+void printPipeType(QTextStream& out, PipeTypeDocument& doc, int group, int kan, bool csv) {
+    const RowTable& rows = doc.rows();
+    const bool refrigerant = doc.options().ModeFlag() == 1;
     const int details = refrigerant ? 1 : 4;
     const QStringList headings = showHeadings(refrigerant);
     auto detailCaption = [&](int t) {
-        return refrigerant ? RefrigerantTabCaption : KanzaiRows[t * 15 + 1].Kind();
+        return refrigerant ? RefrigerantTabCaption : rows[t * 15 + 1].Kind();
     };
     if (csv) {
         out << QStringLiteral("細目,") << headings.join(QLatin1Char(',')) << "\n";
         for (int t = 0; t < details; ++t)
             for (int g = 1; g <= SheetLines; ++g) {
-                const Fuzokurecordtypex& row = KanzaiRows[t * 15 + g];
+                const Fuzokurecordtypex& row = rows[t * 15 + g];
                 if (row.Size().isEmpty()) continue;
                 out << detailCaption(t) << ","
                     << showLine(row, refrigerant, true).join(QLatin1Char(',')) << "\n";
             }
         return;
     }
-    KanzaiOptions o = CurrentOptions();
-    out << QStringLiteral("グループ %1 管種 %2: ").arg(group).arg(kan) << KanzaiRows[1].Goods()
-        << " / " << KanzaiRows[2].Goods() << " / " << KanzaiRows[3].Goods() << "\n";
+    KanzaiOptions o = doc.options();
+    out << QStringLiteral("グループ %1 管種 %2: ").arg(group).arg(kan) << rows[1].Goods() << " / "
+        << rows[2].Goods() << " / " << rows[3].Goods() << "\n";
     out << (refrigerant ? QStringLiteral("冷媒モード") : QStringLiteral("配管モード"))
         << QStringLiteral("  基礎工費 提出 ") << FormatAmount(o.LabourSubmitted())
         << QStringLiteral(" 原価 ") << FormatAmount(o.LabourCost()) << "\n";
     for (int t = 0; t < details; ++t) {
         std::vector<QStringList> lines{headings};
         for (int g = 1; g <= SheetLines; ++g) {
-            const Fuzokurecordtypex& row = KanzaiRows[t * 15 + g];
+            const Fuzokurecordtypex& row = rows[t * 15 + g];
             if (!row.Size().isEmpty()) lines.push_back(showLine(row, refrigerant, false));
         }
         std::vector<int> widths(std::size_t(headings.size()), 0);
@@ -214,10 +215,11 @@ int RunQorvaleTool(const QStringList& args, QTextStream& out, QTextStream& err) 
 
     try {
         if (a.command == QLatin1String("show")) {
-            ClearRows(RowCount);
-            LoadPipeType(1, a.group, a.kan);
-            CalcAllRows();
-            printPipeType(out, a.group, a.kan, a.csv);
+            PipeTypeDocument doc;
+            SqliteDatabase db(ExDatabasePath);
+            doc.load(db, a.group, a.kan);
+            doc.calculateAll();
+            printPipeType(out, doc, a.group, a.kan, a.csv);
             return 0;
         }
         if (const auto blocked = writeBlocked(ExDatabasePath)) {

@@ -16,6 +16,7 @@ QString LaunchStringArgument() {
 
 MainWindow::MainWindow(const QString& launchString, QWidget* parent) : QMainWindow(parent) {
     setObjectName(QStringLiteral("MainWindow"));
+    workspace_ = new Workspace(this);
     // The form's font: a Japanese UI face at the size of a desktop form.
     QFont formFont(QStringLiteral("Noto Sans CJK JP"));
     formFont.setPointSize(9);
@@ -31,7 +32,7 @@ MainWindow::MainWindow(const QString& launchString, QWidget* parent) : QMainWind
     connectOutputs();
     setupPrintAction();
     setGeometry(DefaultLeft, DefaultTop, DefaultWidth, DefaultHeight);
-    SetUndoEnabledHandler([this](bool enabled) { undoAction->setEnabled(enabled); });
+    connect(&document(), &PipeTypeDocument::undoAvailableChanged, undoAction, &QAction::setEnabled);
     connectEditCommands();
     // Failures inside the controls' own event handling are shown like any
     // other failure.
@@ -50,14 +51,11 @@ MainWindow::MainWindow(const QString& launchString, QWidget* parent) : QMainWind
 
 MainWindow::~MainWindow() {
     waitForGroupRewrite();
-    SetUndoEnabledHandler(nullptr);
 }
 
 void MainWindow::initialise(const QString& launchString) {
     DataRoot = DataRootPath();
     networkFolder = ReadNetworkDir(DataRoot);
     DatabaseFolder = DatabaseFolderFrom(launchString); // the default string when empty
-    SavedLines.clear();
-    CurrentLines.clear();
     setWindowTitle(QStringLiteral("Qorvale-Ostrel-"));
 }

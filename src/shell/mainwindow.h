@@ -2,6 +2,8 @@
 // The main form: menu, status bar and the area of the sheet. The logic of the
 // screen is split over mainwindow_*.cpp by what it serves.
 
+#include "document/workspace.h"
+
 #include <QElapsedTimer>
 #include <QMainWindow>
 #include <QPointer>
@@ -52,6 +54,9 @@ QString LaunchStringArgument();
 class MainWindow : public QMainWindow {
     Q_OBJECT
 public:
+    // What the window shows and works on.
+    Workspace& workspace() { return *workspace_; }
+    PipeTypeDocument& document() { return workspace_->document(); }
     // Builds the form and runs its creation step with the given launch string.
     explicit MainWindow(const QString& launchString = LaunchStringArgument(),
                         QWidget* parent = nullptr);
@@ -422,6 +427,8 @@ private:
     QAction* addSeparator(QMenu* menu, const char* name = nullptr);
     QAction* makeAction(const char* name, const QString& caption);
 
+    RowTable& rows() { return workspace_->document().rows(); }
+    Workspace* workspace_ = nullptr;
     QWidget* centralArea_ = nullptr;
     std::array<QLabel*, StatusPanelCount> statusPanels{};
     FormDialogs formDialogs_;

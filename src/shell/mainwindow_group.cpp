@@ -116,7 +116,7 @@ void MainWindow::changeGroupOptions() {
     // take the options, so that none is left with new options and prices
     // computed under the old ones.
     if (saveCurrentPipeType(0) != SaveResult::Saved) return;
-    ExecStatement(ExDatabasePath, OptionChangeStatement(KanzaiRows[OptionRow], currentGroup));
+    ExecStatement(ExDatabasePath, OptionChangeStatement(rows()[OptionRow], currentGroup));
     rewriteGroup(1);
 }
 
@@ -191,7 +191,7 @@ void MainWindow::endGroupRewrite(const QString& caption, std::exception_ptr fail
     auto reopen = [this] {
         // The snapshot is of the rows before the run: an undo now would bring
         // them back out of step with the group.
-        SetUndoEnabled(false);
+        document().setUndoAvailable(false);
         static_cast<GroupProgressDialog*>(groupProgress_)->Finish();
         centralWidget()->setEnabled(true);
         menuBar()->setEnabled(true);
@@ -212,7 +212,7 @@ void MainWindow::endGroupRewrite(const QString& caption, std::exception_ptr fail
     // The pipe type on the sheet as the run has stored it; the rows stay as
     // they were when it cannot be read.
     try {
-        BringBackPipeType(currentGroup, currentPipeType);
+        workspace_->bringBackPipeType(currentGroup, currentPipeType);
     } catch (...) {
         if (!failure) failure = std::current_exception();
     }

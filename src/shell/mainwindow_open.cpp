@@ -74,7 +74,7 @@ void MainWindow::prepareShow() {
     tips.setColor(QPalette::ToolTipBase, QColor(0, 255, 0));
     QToolTip::setPalette(tips);
     setupSheet();
-    ClearRows(RowCount);
+    document().clearRows(RowCount);
     clearSheet();
     for (QAction* a :
          {pasteWholeTableItem, pastePricesItem, pasteAllFactorsItem, pasteLabourFactorsItem,
@@ -104,9 +104,9 @@ void MainWindow::prepareShow() {
     tree->setCurrentItem(treeNode(1));
     lastTreeNode_ = treeNode(1);
     takeSelection();
-    LoadPipeType(currentCategory, currentGroup, currentPipeType);
+    workspace_->load(currentGroup, currentPipeType);
     rowsLoaded = true;
-    TakeSnapshot();
+    document().takeSnapshot();
     showPipeType();
     compositeCol = materialCol = 4;
     compositeRow = materialRow = 1;
@@ -151,7 +151,7 @@ void MainWindow::closeEvent(QCloseEvent* event) {
         canClose = mayClose();
     } catch (...) {
         HandleCurrentException();
-        canClose = noDataFolder || !rowsLoaded || !PipeTypeChanged() ||
+        canClose = noDataFolder || !rowsLoaded || !document().isChanged() ||
                    closeWithUnsavedRows(QStringLiteral("変更が保存されていません。"));
     }
     if (!canClose) {

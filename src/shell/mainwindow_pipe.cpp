@@ -26,6 +26,9 @@
 
 namespace {
 
+const QString NotSavedText =
+    QStringLiteral("この管種は保存されていません。データベースの内容は変わっていません。");
+
 Extended currencyValue(Currency c) {
     return Extended(c.raw) / 10000.0L;
 }
@@ -106,14 +109,29 @@ MainWindow::SaveResult MainWindow::saveCurrentPipeType(int showMessage) {
     if (!rowsAreLoaded(QStringLiteral("保存できません。"))) return SaveResult::Failed;
     SaveCheck check = SaveCheck::AgainstLoaded;
     for (;;) {
-        SaveOutcome outcome;
+        SaveOutcome outcome = SaveOutcome::ChangedElsewhere;
+        QString failure;
         {
             const WaitCursor wait; // while a lock of another program is waited out
-            outcome = SavePipeType(this, currentCategory, currentGroup, showMessage,
-                                   currentPipeType, check);
+            try {
+                outcome = workspace_->save(currentGroup, currentPipeType, check, CurrentDialogs());
+            } catch (const ESQLiteException& e) {
+                failure = e.Reason();
+            } catch (const std::exception& e) {
+                failure = QString::fromUtf8(e.what());
+            }
         }
-        if (outcome == SaveOutcome::Saved) return SaveResult::Saved;
-        if (outcome == SaveOutcome::Failed) return SaveResult::Failed;
+        if (!failure.isEmpty()) {
+            // Nothing of the pipe type was written; the rows stay unsaved,
+            // so the question comes again.
+            ShowWriteFailure(this, failure, NotSavedText);
+            return SaveResult::Failed;
+        }
+        if (outcome == SaveOutcome::Saved) {
+            if (showMessage == 1)
+                ShowInfoDialog(this, QStringLiteral("確認"), QStringLiteral("保存しました。"));
+            return SaveResult::Saved;
+        }
         const int answer = ShowTaskDialog(
             this, ApplicationTitle(),
             QStringLiteral("この管種は読み込んだ後に他で変更されています。"),
@@ -139,7 +157,7 @@ MainWindow::SaveResult MainWindow::saveCurrentPipeType(int showMessage) {
 }
 
 MainWindow::SaveResult MainWindow::askToSave() {
-    if (!rowsLoaded || !PipeTypeChanged()) return SaveResult::Saved;
+    if (!rowsLoaded || !document().isChanged()) return SaveResult::Saved;
     const int answer =
         ShowTaskDialog(this, ApplicationTitle(), QStringLiteral("確認"), TaskDialog::IconQuestion,
                        TaskDialog::ButtonYes | TaskDialog::ButtonCancel,
@@ -152,9 +170,7 @@ bool MainWindow::loadAndShow(const std::function<void()>& select) {
     // A load that fails leaves everything as it was before: the triple, the
     // selected node, the rows and what counts as saved and as stored. Else
     // the next save would write these rows over the pipe type asked for.
-    const RowTable rows = KanzaiRows;
-    const QStringList saved = SavedLines;
-    const QByteArray stored = StoredState;
+    const PipeTypeDocument::State before = document().state();
     const int grp = currentGroup, kan = currentPipeType;
     QStringList panels;
     for (int i = 0; i < 3; ++i)
@@ -162,12 +178,10 @@ bool MainWindow::loadAndShow(const std::function<void()>& select) {
     try {
         if (select) select();
         const WaitCursor wait;
-        LoadPipeType(currentCategory, currentGroup, currentPipeType);
+        workspace_->load(currentGroup, currentPipeType);
         rowsLoaded = true;
     } catch (...) {
-        KanzaiRows = rows;
-        SavedLines = saved;
-        StoredState = stored;
+        document().restoreState(before);
         currentGroup = grp;
         currentPipeType = kan;
         for (int i = 0; i < 3; ++i)
@@ -177,7 +191,7 @@ bool MainWindow::loadAndShow(const std::function<void()>& select) {
         HandleCurrentException();
         return false;
     }
-    TakeSnapshot();
+    document().takeSnapshot();
     showPipeType();
     return true;
 }
@@ -274,7 +288,7 @@ void MainWindow::clearSheet() {
 void MainWindow::showPipeType() {
     const FlagScope filling(refreshing);
     clearSheet();
-    KanzaiOptions o = CurrentOptions();
+    KanzaiOptions o = document().options();
     {
         const FlagScope settingTabs(settingTabs_);
         while (tabs->count() > 0)
@@ -282,7 +296,7 @@ void MainWindow::showPipeType() {
         if (o.ModeFlag() == 0) {
             copyFirstDetailAcrossItem->setEnabled(true);
             for (int t = 0; t < 4; ++t) {
-                Fuzokurecordtypex& row = KanzaiRows[t * 15 + 1];
+                Fuzokurecordtypex& row = rows()[t * 15 + 1];
                 if (row.KIND.isEmpty()) row.SetKind(DefaultDetailCaptions[std::size_t(t)]);
                 tabs->addTab(row.Kind());
             }
@@ -298,17 +312,17 @@ void MainWindow::showPipeType() {
             setCompositeHeadings(true, true);
         }
     }
-    goodsBox->SetText(KanzaiRows[1].Goods());
-    useBox->SetText(KanzaiRows[2].Goods());
-    jointBox->SetText(KanzaiRows[3].Goods());
-    buildingEdit->setText(KanzaiRows[4].Goods());
-    pageEdit->setText(KanzaiRows[5].Goods());
-    unitBox->SetText(KanzaiRows[1].Ci());
-    setStatusPanel(0, KanzaiRows[1].Goods());
-    setStatusPanel(1, KanzaiRows[2].Goods());
-    setStatusPanel(2, KanzaiRows[3].Goods());
+    goodsBox->SetText(rows()[1].Goods());
+    useBox->SetText(rows()[2].Goods());
+    jointBox->SetText(rows()[3].Goods());
+    buildingEdit->setText(rows()[4].Goods());
+    pageEdit->setText(rows()[5].Goods());
+    unitBox->SetText(rows()[1].Ci());
+    setStatusPanel(0, rows()[1].Goods());
+    setStatusPanel(1, rows()[2].Goods());
+    setStatusPanel(2, rows()[3].Goods());
     setStatusPanel(3, tabs->tabText(tabs->currentIndex()));
-    setStatusPanel(4, KanzaiRows[15].Size());
+    setStatusPanel(4, rows()[15].Size());
 
     labourCostSubmittedEdit->SetValue(currencyValue(o.LabourSubmitted()));
     labourCostCostEdit->SetValue(currencyValue(o.LabourCost()));
@@ -334,12 +348,12 @@ void MainWindow::showPipeType() {
         useRateCheck->SetChecked(false);
 
     for (int r = 1; r < OptionRow; ++r)
-        CalcRow(r);
+        document().calculateRow(r);
     for (int r = 1; r <= SheetLines; ++r)
         showGridRow(r);
     for (int r = 1; r <= SheetLines; ++r)
         showPriceCells(r);
-    SetUndoEnabled(false);
+    document().setUndoAvailable(false);
 }
 
 // ---- Controls to rows -----------------------------------------------------------
@@ -348,18 +362,18 @@ void MainWindow::applyControls() {
     if (refreshing) return;
     materialCaption->setText(useRateCheck->Checked() ? QStringLiteral("資材単価[単価に掛率を使用]")
                                                      : QStringLiteral("資材単価"));
-    TakeSnapshot();
-    KanzaiRows[1].SetGoods(goodsBox->Text());
-    KanzaiRows[2].SetGoods(useBox->Text());
-    KanzaiRows[3].SetGoods(jointBox->Text());
-    KanzaiRows[4].SetGoods(buildingEdit->text());
-    KanzaiRows[5].SetGoods(pageEdit->text());
+    document().takeSnapshot();
+    rows()[1].SetGoods(goodsBox->Text());
+    rows()[2].SetGoods(useBox->Text());
+    rows()[3].SetGoods(jointBox->Text());
+    rows()[4].SetGoods(buildingEdit->text());
+    rows()[5].SetGoods(pageEdit->text());
     for (int t = 0; t < 4; ++t)
-        if (t < tabs->count()) KanzaiRows[t * 15 + 1].SetKind(tabs->tabText(t));
+        if (t < tabs->count()) rows()[t * 15 + 1].SetKind(tabs->tabText(t));
     for (int r = 1; r <= RowCount; ++r)
-        KanzaiRows[r].SetCi(unitBox->Text());
+        rows()[r].SetCi(unitBox->Text());
 
-    KanzaiOptions o = CurrentOptions();
+    KanzaiOptions o = document().options();
     o.LabourSubmitted() = labourCostSubmittedEdit->StoredCurrency();
     o.LabourCost() = labourCostCostEdit->StoredCurrency();
     o.RateSubmitted() = rateSubmittedEdit->StoredCurrency();
@@ -381,17 +395,17 @@ void MainWindow::applyControls() {
     } catch (...) {
         // The rows have taken the controls all the same: they count as
         // changed, so the next question sees them.
-        RefreshLines();
+        document().refreshLines();
         throw;
     }
-    RefreshLines();
+    document().refreshLines();
     setCompositeHeadings(modeRadio->ItemIndex() == 1, false);
     compositeGrid->SetCells(1, 0, QStringLiteral("採用単価"));
 }
 
 void MainWindow::recalcAndShowTab() {
     for (int r = 1; r < OptionRow; ++r)
-        CalcRow(r);
+        document().calculateRow(r);
     const int base = tabBase();
     for (int g = 1; g <= SheetLines; ++g)
         showGridRow(base + g);

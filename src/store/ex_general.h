@@ -88,18 +88,6 @@ struct KanzaiOptions {
     Currency& UnitFraction() { return r.FTANKA; }
 };
 
-// The working tables of the program.
-extern RowTable KanzaiRows; // the current pipe type
-extern RowTable UndoRows;   // the state before the last edit
-extern RowTable CopyRows;   // the copy and paste buffer
-extern QStringList SavedLines;
-extern QStringList CurrentLines;
-
-// The option row of KanzaiRows.
-inline KanzaiOptions CurrentOptions() {
-    return KanzaiOptions(KanzaiRows[OptionRow]);
-}
-
 // Option steps: the item index of a control stands for an entry.
 extern const std::array<Currency, 8> DigitSteps;    // 1, 10, 100, 1000, 3, 4, -1, -2
 extern const std::array<Currency, 3> FractionSteps; // 0.9, 0, 0.5
@@ -118,20 +106,3 @@ inline int LineOfRow(int row) {
 
 // The change line of one row.
 QString RowLine(const Fuzokurecordtypex& row);
-
-// Rows 1..count of KanzaiRows and UndoRows to zeros and empty texts.
-void ClearRows(int count);
-// Copies the rows into UndoRows (no CALC fields) and rebuilds CurrentLines.
-void TakeSnapshot();
-// Rebuilds CurrentLines; UndoRows stays.
-void RefreshLines();
-// Copies the rows back from UndoRows; CALC fields stay.
-void RestoreSnapshot();
-// True when the current rows differ from the rows as loaded or saved.
-bool PipeTypeChanged();
-
-// Called with true whenever TakeSnapshot or RefreshLines enable the undo
-// command; the window connects its menu item here.
-void SetUndoEnabledHandler(std::function<void(bool)> handler);
-bool UndoEnabled();
-void SetUndoEnabled(bool enabled);

@@ -1,6 +1,5 @@
 #include "store/pipetypestore.h"
 
-#include "platform/datapaths.h"
 #include "platform/dialogs.h"
 #include "store/codepage.h"
 #include "store/modulewrappersqlite.h"
@@ -11,9 +10,6 @@
 #include <sqlite3.h>
 
 #include <stdexcept>
-
-const QString NotSavedText =
-    QStringLiteral("この管種は保存されていません。データベースの内容は変わっていません。");
 
 namespace {
 
@@ -40,8 +36,9 @@ constexpr const char* LoadedColumns[] = {"UKEY",   "GOODS",  "KIND",  "SORT",  "
                                          "DATA2",  "DATA3",  "DATA4", "DATA5", "DATA6", "DATA7",
                                          "NTANKA", "GTANKA", "FTANKA"};
 
-// The loaded columns of the 60 rows, as stored.
-QByteArray storedState(SqliteDatabase& db, int grp, int kan) {
+} // namespace
+
+QByteArray StoredImage(SqliteDatabase& db, int grp, int kan) {
     QString columns;
     for (const char* column : LoadedColumns) {
         if (!columns.isEmpty()) columns += QLatin1Char(',');
@@ -53,6 +50,8 @@ QByteArray storedState(SqliteDatabase& db, int grp, int kan) {
                                 .arg(grp)
                                 .arg(kan));
 }
+
+namespace {
 
 // Fills rows from a result of LoadStatement, as LoadPipeType describes, and
 // the change lines of what was read into saved when it is given.
@@ -102,32 +101,42 @@ QString LoadStatement(int grp, int kan) {
            QStringLiteral(" order by no;");
 }
 
-QString SaveStatement(const Fuzokurecordtypex& r, int grp, int kan, int n) {
+QByteArray SaveStatementUtf8(const Fuzokurecordtypex& r, int grp, int kan, int n) {
     static const char* const DataNames[7] = {
         ",Data1=", ",Data2=", ",Data3=", ",Data4=", ",Data5=", ",Data6=", ",Data7="};
     static const char* const CalcGNames[7] = {
         ",CALC1_G=", ",CALC2_G=", ",CALC3_G=", ",CALC4_G=", ",CALC5_G=", ",CALC6_G=", ",CALC7_G="};
     static const char* const CalcNNames[7] = {
         ",CALC1_N=", ",CALC2_N=", ",CALC3_N=", ",CALC4_N=", ",CALC5_N=", ",CALC6_N=", ",CALC7_N="};
-    QString s;
-    s.reserve(800);
-    auto value = [&s](const char* name, const QString& v) {
-        s += QLatin1String(name);
-        s += QLatin1Char('\'');
-        s += v;
-        s += QLatin1Char('\'');
+    // Written straight into the bytes the library parses: a save builds
+    // sixty of these.
+    QByteArray s;
+    s.reserve(900);
+    auto open = [&s](const char* name) {
+        s += name;
+        s += '\'';
     };
     auto text = [&](const char* name, const QByteArray& ansi) {
-        value(name, QuotedText(FromAnsi(ansi)));
+        open(name);
+        s += QuotedText(FromAnsi(ansi)).toUtf8();
+        s += '\'';
     };
-    auto number = [&](const char* name, std::int64_t v) { value(name, QString::number(v)); };
-    auto curr = [&](const char* name, Currency c) { value(name, CurrToStr(c)); };
-    s += QLatin1String("UPDATE ex_kanzai SET ");
+    auto number = [&](const char* name, std::int64_t v) {
+        open(name);
+        s += QByteArray::number(v);
+        s += '\'';
+    };
+    auto curr = [&](const char* name, Currency c) {
+        open(name);
+        AppendCurrText(s, c);
+        s += '\'';
+    };
+    s += "UPDATE ex_kanzai SET ";
     text("GOODS=", r.GOODS);
     text(",KIND=", r.KIND);
     text(",SIZE=", r.SIZE);
     number(",YOSAN=", r.YOSAN);
-    value(",SORT=", QStringLiteral("0"));
+    number(",SORT=", 0);
     text(",CI=", r.CI);
     number(",FLAG=", r.FLAG);
     curr(",NET=", r.NET);
@@ -142,68 +151,28 @@ QString SaveStatement(const Fuzokurecordtypex& r, int grp, int kan, int n) {
     curr(",NTANKA=", r.NTANKA);
     curr(",GTANKA=", r.GTANKA);
     curr(",FTANKA=", r.FTANKA);
-    value(" WHERE CTG=", QStringLiteral("1"));
+    number(" WHERE CTG=", 1);
     number(" and GRP=", grp);
     number(" and KAN=", kan);
     number(" and NO=", n);
-    s += QLatin1String(";\r\n");
+    s += ";\r\n";
     return s;
 }
 
-QByteArray StoredState;
-
-void LoadPipeType(int /*ctg*/, int grp, int kan) {
-    SavedLines.clear();
-    // The rows and what they are stored as, read in one transaction.
-    SqliteDatabase db(ExDatabasePath);
-    db.BeginTransaction();
-    QueryResult result = QueryLines(db, LoadStatement(grp, kan));
-    const QByteArray state = storedState(db, grp, kan);
-    db.Commit();
-    loadRows(result, KanzaiRows, &SavedLines);
-    StoredState = state;
+QString SaveStatement(const Fuzokurecordtypex& r, int grp, int kan, int n) {
+    return QString::fromUtf8(SaveStatementUtf8(r, grp, kan, n));
 }
 
-void LoadPipeTypeIn(SqliteDatabase& db, int grp, int kan, RowTable& rows) {
-    loadRows(QueryLines(db, LoadStatement(grp, kan)), rows, nullptr);
+void LoadPipeTypeIn(SqliteDatabase& db, int grp, int kan, RowTable& rows, QStringList* saved) {
+    loadRows(QueryLines(db, LoadStatement(grp, kan)), rows, saved);
 }
 
 void WritePipeTypeIn(SqliteDatabase& db, const RowTable& rows, int grp, int kan, Dialogs& dialogs) {
     for (int n = 1; n <= RowCount; ++n) {
-        const QString sql = SaveStatement(rows[n], grp, kan, n);
-        if (n == 1) dialogs.SetClipboardText(sql);
-        db.ExecSQL(sql);
+        const QByteArray sql = SaveStatementUtf8(rows[n], grp, kan, n);
+        if (n == 1) dialogs.SetClipboardText(QString::fromUtf8(sql));
+        db.ExecUtf8(sql);
     }
-}
-
-SaveOutcome SavePipeType(QWidget* form, int /*ctg*/, int grp, int showMessage, int kan,
-                         SaveCheck check) {
-    QString reason;
-    try {
-        SqliteDatabase db(ExDatabasePath);
-        db.BeginImmediateTransaction();
-        // Inside the write lock: what is stored now stays so until the commit.
-        if (check == SaveCheck::AgainstLoaded && storedState(db, grp, kan) != StoredState)
-            return SaveOutcome::ChangedElsewhere; // rolled back by db
-        WritePipeTypeIn(db, KanzaiRows, grp, kan, CurrentDialogs());
-        QByteArray stored = storedState(db, grp, kan);
-        db.Commit();
-        StoredState = std::move(stored);
-    } catch (const ESQLiteException& e) {
-        reason = e.Reason();
-    } catch (const std::exception& e) {
-        reason = QString::fromUtf8(e.what());
-    }
-    if (!reason.isEmpty()) {
-        // Nothing of the pipe type was written; the rows stay unsaved, so the
-        // question comes again.
-        ShowWriteFailure(form, reason, NotSavedText);
-        return SaveOutcome::Failed;
-    }
-    SavedLines = CurrentLines;
-    if (showMessage == 1)
-        ShowInfoDialog(form, QStringLiteral("確認"), QStringLiteral("保存しました。"));
-    return SaveOutcome::Saved;
 }
 
 QString ExDatabaseProblem(const QString& path) {

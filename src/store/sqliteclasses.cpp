@@ -184,6 +184,22 @@ void SqliteDatabase::ExecSQL(const QString& SQL) {
     }
 }
 
+void SqliteDatabase::ExecUtf8(const QByteArray& SQL) {
+    sqlite3_stmt* stmt = nullptr;
+    const int rc = sqlite3_prepare_v2(fDB, SQL.constData(), int(SQL.size()), &stmt, nullptr);
+    if (OnQuery) OnQuery(this, QString::fromUtf8(SQL));
+    StmtGuard guard{stmt};
+    if (rc != SQLITE_OK)
+        RaiseSqlError(QStringLiteral("Error executing SQL"), QString::fromUtf8(SQL));
+    if (!stmt)
+        RaiseSqlError(QStringLiteral("Could not prepare SQL statement"), QString::fromUtf8(SQL));
+    SetParams(stmt);
+    if (sqlite3_step(stmt) != SQLITE_DONE) {
+        sqlite3_reset(stmt);
+        RaiseSqlError(QStringLiteral("Error executing SQL statement"), QString::fromUtf8(SQL));
+    }
+}
+
 void SqliteDatabase::ExecSQL(SqliteQuery& Query) {
     if (!Query.Statement) return;
     if (sqlite3_step(Query.Statement) != SQLITE_DONE) {
@@ -245,6 +261,15 @@ std::int64_t SqliteDatabase::GetTableValue(const QString& SQL) {
 QString SqliteDatabase::GetTableString(const QString& SQL) {
     SqliteTable table(*this, SQL);
     return table.RowCount() > 0 ? table.FieldAsString(0) : QString();
+}
+
+std::int64_t SqliteDatabase::DataVersion() {
+    const QString sql = QStringLiteral("PRAGMA data_version;");
+    sqlite3_stmt* stmt = Prepare(sql);
+    const StmtGuard guard{stmt};
+    if (sqlite3_step(stmt) != SQLITE_ROW)
+        RaiseSqlError(QStringLiteral("Error executing SQL statement"), sql);
+    return sqlite3_column_int64(stmt, 0);
 }
 
 QByteArray SqliteDatabase::GetTableImage(const QString& SQL) {

@@ -87,6 +87,8 @@ public:
     THookQuery OnQuery;
 
     void ExecSQL(const QString& SQL);
+    // ExecSQL of a statement already in UTF-8; the same failures.
+    void ExecUtf8(const QByteArray& SQL);
     void ExecSQL(SqliteQuery& Query);
     SqliteQuery PrepareSQL(const QString& SQL);
     void BindSQL(SqliteQuery& Query, int Index, std::int64_t Value);
@@ -96,6 +98,9 @@ public:
     std::unique_ptr<SqliteTable> GetTable(const QString& SQL);
     std::unique_ptr<SqliteCursor> GetUniTable(const QString& SQL);
     std::int64_t GetTableValue(const QString& SQL);
+    // A number that changes whenever another connection commits to the
+    // file, and stays through the commits of this one.
+    std::int64_t DataVersion();
     QString GetTableString(const QString& SQL);
     void GetTableStrings(const QString& SQL, QStringList& Value);
     // Every value of every row by its type and its bytes, with no conversion

@@ -156,28 +156,28 @@ TEST_F(EditCommands, MenuStateAtStartAfterACopyAndAfterAPaste) {
 
 TEST_F(EditCommands, PasteOnTheSourceRestoresTheCopiedFieldsAndLeavesTheRest) {
     MainWindow& f = open();
-    const Currency net3 = KanzaiRows[3].NET, teika20 = KanzaiRows[20].TEIKA;
+    const Currency net3 = rows()[3].NET, teika20 = rows()[20].TEIKA;
     f.copyPricesItem->trigger(); // prices
-    KanzaiRows[3].NET = C("1");
-    KanzaiRows[20].TEIKA = C("2");
-    KanzaiRows[3].Data(5) = C("0.5");
-    KanzaiRows[2].SetGoods(U("別の用途"));
+    rows()[3].NET = C("1");
+    rows()[20].TEIKA = C("2");
+    rows()[3].Data(5) = C("0.5");
+    rows()[2].SetGoods(U("別の用途"));
     f.pastePricesItem->trigger();
-    EXPECT_EQ(KanzaiRows[3].NET, net3);
-    EXPECT_EQ(KanzaiRows[20].TEIKA, teika20);
-    EXPECT_EQ(KanzaiRows[3].Data(5), C("0.5"));
-    EXPECT_EQ(KanzaiRows[2].Goods(), U("別の用途"));
+    EXPECT_EQ(rows()[3].NET, net3);
+    EXPECT_EQ(rows()[20].TEIKA, teika20);
+    EXPECT_EQ(rows()[3].Data(5), C("0.5"));
+    EXPECT_EQ(rows()[2].Goods(), U("別の用途"));
     // The sheet shows the rows, recalculated.
-    Fuzokurecordtypex expected = KanzaiRows[3];
-    CalcRowWith(expected, CurrentOptions());
-    EXPECT_EQ(KanzaiRows[3].GTANKA, expected.GTANKA);
+    Fuzokurecordtypex expected = rows()[3];
+    CalcRowWith(expected, doc().options());
+    EXPECT_EQ(rows()[3].GTANKA, expected.GTANKA);
     EXPECT_EQ(cell1(8, 3), QStringLiteral("0.500"));
     EXPECT_EQ(f.useBox->Text(), U("別の用途"));
 }
 
 TEST_F(EditCommands, WholeAllCopyCarriesModeRatesAndRoundingToAnotherPipeType) {
     MainWindow& f = open();
-    const QString source = KanzaiRows[1].Goods();
+    const QString source = rows()[1].Goods();
     // Options of pipe type 1 set by the user.
     f.digitsRadio->SetItemIndex(0);
     f.fractionRadio->SetItemIndex(1);
@@ -185,7 +185,7 @@ TEST_F(EditCommands, WholeAllCopyCarriesModeRatesAndRoundingToAnotherPipeType) {
     f.useRateCheck->SetChecked(true); // unit prices from the list price
     f.applyControls();
     f.modeRadio->SetItemIndex(1); // refrigerant mode
-    ASSERT_EQ(CurrentOptions().ModeFlag(), 1);
+    ASSERT_EQ(doc().options().ModeFlag(), 1);
     f.copyWholeTableItem->trigger();
     dialogs->AnswerBox(TaskDialog::IdCancel); // not saved
     clickNode(2);
@@ -201,7 +201,7 @@ TEST_F(EditCommands, WholeAllCopyCarriesModeRatesAndRoundingToAnotherPipeType) {
     EXPECT_EQ(f.digitsRadio->ItemIndex(), 0);
     EXPECT_EQ(f.fractionRadio->ItemIndex(), 1);
     EXPECT_EQ(f.rateSubmittedEdit->Value(), 70);
-    EXPECT_EQ(CurrentOptions().RateSubmitted(), Currency::FromInt(70));
+    EXPECT_EQ(doc().options().RateSubmitted(), Currency::FromInt(70));
     EXPECT_EQ(f.goodsBox->Text(), source);
     // The node of the pipe type on the sheet takes the name.
     EXPECT_EQ(f.treeNode(2)->text(0), TrimBlanks(source));
@@ -257,17 +257,17 @@ TEST_F(EditCommands, EachPasteCarriesExactlyItsFields) {
             mark(other[r], r, 2);
         }
         for (int r = 1; r < OptionRow; ++r)
-            KanzaiRows[r] = copied[r];
+            rows()[r] = copied[r];
         c.copy->trigger();
         for (int r = 1; r < OptionRow; ++r)
-            KanzaiRows[r] = other[r];
+            rows()[r] = other[r];
         f.tabs->setCurrentIndex(c.detail ? 2 : 0);
         c.paste->trigger();
         for (int r = 1; r < OptionRow; ++r) {
             const bool target = !c.detail || (r > 30 && r <= 45);
             for (int p : {Texts, Prices, Factors, Pipefitter}) {
                 const bool carried = target && (c.parts & p);
-                EXPECT_EQ(part(KanzaiRows[r], p),
+                EXPECT_EQ(part(rows()[r], p),
                           part(carried ? copied[c.detail ? r - 30 : r] : other[r], p))
                     << name << " row " << r << " part " << p;
             }
@@ -277,25 +277,25 @@ TEST_F(EditCommands, EachPasteCarriesExactlyItsFields) {
 
 TEST_F(EditCommands, DetailAllPasteRewritesGoodsAndKindOfTheTabAndItsCaption) {
     MainWindow& f = open();
-    RowTable source = KanzaiRows;
+    RowTable source = rows();
     f.copyDetailItem->trigger(); // tab 0 of pipe type 1
     clickNode(4);
-    const RowTable before = KanzaiRows;
+    const RowTable before = rows();
     f.tabs->setCurrentIndex(2);
     f.pasteDetailItem->trigger();
     for (int i = 1; i <= 15; ++i) {
-        EXPECT_EQ(KanzaiRows[30 + i].GOODS, source[i].GOODS) << i;
-        EXPECT_EQ(KanzaiRows[30 + i].KIND, source[i].KIND) << i;
-        EXPECT_EQ(KanzaiRows[30 + i].Data(2), source[i].Data(2)) << i;
+        EXPECT_EQ(rows()[30 + i].GOODS, source[i].GOODS) << i;
+        EXPECT_EQ(rows()[30 + i].KIND, source[i].KIND) << i;
+        EXPECT_EQ(rows()[30 + i].Data(2), source[i].Data(2)) << i;
     }
     EXPECT_EQ(f.tabs->tabText(2), U("屋内一般"));
     EXPECT_EQ(f.tabs->currentIndex(), 0);
     // Other tabs as they were.
     for (int r : {1, 16, 29, 46, 60})
-        EXPECT_EQ(RowLine(KanzaiRows[r]), RowLine(before[r])) << r;
+        EXPECT_EQ(RowLine(rows()[r]), RowLine(before[r])) << r;
     // An empty KIND gets the default caption.
     f.tabs->setCurrentIndex(1);
-    CopyRows[1].KIND.clear();
+    ws().copyBuffer()[1].KIND.clear();
     f.pasteDetailItem->trigger();
     EXPECT_EQ(f.tabs->tabText(1), U("機械室・便所"));
     EXPECT_EQ(f.tabs->currentIndex(), 0);
@@ -317,44 +317,44 @@ TEST_F(EditCommands, AfterEveryPasteTabZeroIsCurrent) {
 TEST_F(EditCommands, RefrigerantModeHasOneTabAndDetailCommandsOnRowsOneToFifteen) {
     MainWindow& f = open();
     clickNode(9 * 21 + 1); // group 10, pipe type 1
-    ASSERT_EQ(CurrentOptions().ModeFlag(), 1);
+    ASSERT_EQ(doc().options().ModeFlag(), 1);
     EXPECT_EQ(f.tabs->count(), 1);
     EXPECT_FALSE(f.copyFirstDetailAcrossItem->isEnabled());
     f.copyDetailFactorsItem->trigger();
-    const RowTable before = KanzaiRows;
+    const RowTable before = rows();
     for (int r = 1; r <= RowCount; ++r)
         for (int n = 1; n <= 7; ++n)
-            KanzaiRows[r].Data(n) = C("0.9");
+            rows()[r].Data(n) = C("0.9");
     f.pasteDetailFactorsItem->trigger();
     for (int r = 1; r <= 15; ++r)
-        EXPECT_EQ(KanzaiRows[r].DATA, before[r].DATA) << r;
+        EXPECT_EQ(rows()[r].DATA, before[r].DATA) << r;
     for (int r = 16; r <= RowCount; ++r)
-        EXPECT_EQ(KanzaiRows[r].Data(4), C("0.9")) << r;
+        EXPECT_EQ(rows()[r].Data(4), C("0.9")) << r;
     // The item stays disabled, and triggering it does nothing.
     f.copyFirstDetailAcrossItem->trigger();
-    EXPECT_EQ(KanzaiRows[16].Data(4), C("0.9"));
+    EXPECT_EQ(rows()[16].Data(4), C("0.9"));
 }
 
 TEST_F(EditCommands, PasteThenUndoGivesTheRowsBackAndASecondEscDoesNothing) {
     MainWindow& f = open();
     QStringList before;
     for (int r = 1; r <= RowCount; ++r)
-        before << RowLine(KanzaiRows[r]);
+        before << RowLine(rows()[r]);
     clickNode(2);
     f.copyWholeTableItem->trigger();
     clickNode(1);
     f.pasteWholeTableItem->trigger();
-    ASSERT_NE(RowLine(KanzaiRows[1]), before[0]);
+    ASSERT_NE(RowLine(rows()[1]), before[0]);
     escape();
     for (int r = 1; r <= RowCount; ++r)
-        EXPECT_EQ(RowLine(KanzaiRows[r]), before[r - 1]) << r;
+        EXPECT_EQ(RowLine(rows()[r]), before[r - 1]) << r;
     EXPECT_FALSE(f.undoAction->isEnabled());
     EXPECT_FALSE(f.undoItem->isEnabled());
-    EXPECT_EQ(f.treeNode(1)->text(0), TrimBlanks(KanzaiRows[1].Goods()));
+    EXPECT_EQ(f.treeNode(1)->text(0), TrimBlanks(rows()[1].Goods()));
     // A second Esc finds the command disabled: the rows stay as they are now.
-    KanzaiRows[7].NET = C("12345");
+    rows()[7].NET = C("12345");
     escape();
-    EXPECT_EQ(KanzaiRows[7].NET, C("12345"));
+    EXPECT_EQ(rows()[7].NET, C("12345"));
 }
 
 // The flags of the rows, the mode in the option row among them, come back with
@@ -363,14 +363,14 @@ TEST_F(EditCommands, UndoOfAClearOrAPasteBringsTheFlagsBack) {
     MainWindow& f = open();
     f.copyWholeTableItem->trigger(); // piping mode, no row flagged
     clickNode(9 * 21 + 1);           // group 10, pipe type 1: refrigerant mode
-    KanzaiRows[7].FLAG = 2;
+    rows()[7].FLAG = 2;
     for (QAction* command : {f.clearPipeTypeItem, f.pasteWholeTableItem}) {
         if (command == f.clearPipeTypeItem) dialogs->AnswerBox(TaskDialog::IdYes);
         command->trigger();
-        ASSERT_EQ(KanzaiRows[7].FLAG + KanzaiRows[OptionRow].FLAG, 0);
+        ASSERT_EQ(rows()[7].FLAG + rows()[OptionRow].FLAG, 0);
         f.undoAction->trigger();
-        EXPECT_EQ(KanzaiRows[7].FLAG, 2) << command->objectName().toStdString();
-        EXPECT_EQ(KanzaiRows[OptionRow].FLAG, 1) << command->objectName().toStdString();
+        EXPECT_EQ(rows()[7].FLAG, 2) << command->objectName().toStdString();
+        EXPECT_EQ(rows()[OptionRow].FLAG, 1) << command->objectName().toStdString();
         EXPECT_EQ(f.tabs->count(), 1);
     }
 }
@@ -390,14 +390,14 @@ TEST_F(EditCommands, TwoEditsThenUndoUndoesOnlyTheSecond) {
                               : f.compositeGrid;
         QTest::keyClick(target, Qt::Key_Return);
     };
-    const Currency old4 = KanzaiRows[4].Data(2);
+    const Currency old4 = rows()[4].Data(2);
     enter(5, 3, "0.75");
     enter(5, 4, "0.85");
-    ASSERT_EQ(KanzaiRows[3].Data(2), C("0.75"));
-    ASSERT_EQ(KanzaiRows[4].Data(2), C("0.85"));
+    ASSERT_EQ(rows()[3].Data(2), C("0.75"));
+    ASSERT_EQ(rows()[4].Data(2), C("0.85"));
     f.undoItem->trigger(); // the menu item
-    EXPECT_EQ(KanzaiRows[3].Data(2), C("0.75"));
-    EXPECT_EQ(KanzaiRows[4].Data(2), old4);
+    EXPECT_EQ(rows()[3].Data(2), C("0.75"));
+    EXPECT_EQ(rows()[4].Data(2), old4);
     EXPECT_EQ(cell1(5, 4), CurrToStr(old4));
     EXPECT_FALSE(f.undoAction->isEnabled());
 }
@@ -405,7 +405,7 @@ TEST_F(EditCommands, TwoEditsThenUndoUndoesOnlyTheSecond) {
 TEST_F(EditCommands, ClearPipeTypeAsksClearsAndUndoBringsTheTreeTextBack) {
     MainWindow& f = open();
     const QString name = f.treeNode(1)->text(0);
-    const RowTable before = KanzaiRows;
+    const RowTable before = rows();
     dialogs->AnswerBox(TaskDialog::IdNo);
     f.clearPipeTypeItem->trigger();
     ASSERT_EQ(dialogs->Boxes().size(), 1u);
@@ -413,21 +413,20 @@ TEST_F(EditCommands, ClearPipeTypeAsksClearsAndUndoBringsTheTreeTextBack) {
     EXPECT_EQ(dialogs->Boxes()[0].content, U("現在の内容をすべてクリア－しますか？"));
     EXPECT_EQ(dialogs->Boxes()[0].icon, TaskDialog::IconQuestion);
     EXPECT_EQ(dialogs->Boxes()[0].buttons, TaskDialog::ButtonYes | TaskDialog::ButtonNo);
-    EXPECT_EQ(fullRow(KanzaiRows[1]), fullRow(before[1]));
+    EXPECT_EQ(fullRow(rows()[1]), fullRow(before[1]));
     EXPECT_EQ(f.treeNode(1)->text(0), name);
 
     f.tabs->setCurrentIndex(2);
     dialogs->AnswerBox(TaskDialog::IdYes);
     f.clearPipeTypeItem->trigger();
     for (int r = 1; r <= RowCount; ++r) {
-        EXPECT_TRUE(KanzaiRows[r].GOODS.isEmpty() && KanzaiRows[r].SIZE.isEmpty() &&
-                    KanzaiRows[r].KIND.isEmpty() && KanzaiRows[r].CI.isEmpty())
+        EXPECT_TRUE(rows()[r].GOODS.isEmpty() && rows()[r].SIZE.isEmpty() &&
+                    rows()[r].KIND.isEmpty() && rows()[r].CI.isEmpty())
             << r;
-        EXPECT_TRUE(KanzaiRows[r].NET.IsZero() && KanzaiRows[r].Data(5).IsZero() &&
-                    KanzaiRows[r].FLAG == 0)
+        EXPECT_TRUE(rows()[r].NET.IsZero() && rows()[r].Data(5).IsZero() && rows()[r].FLAG == 0)
             << r;
-        EXPECT_EQ(KanzaiRows[r].UKEY, before[r].UKEY);
-        EXPECT_EQ(KanzaiRows[r].YOSAN, before[r].YOSAN);
+        EXPECT_EQ(rows()[r].UKEY, before[r].UKEY);
+        EXPECT_EQ(rows()[r].YOSAN, before[r].YOSAN);
     }
     EXPECT_EQ(f.tabs->currentIndex(), 0);
     EXPECT_EQ(cell1(0, 1), QString());
@@ -439,7 +438,7 @@ TEST_F(EditCommands, ClearPipeTypeAsksClearsAndUndoBringsTheTreeTextBack) {
 
     f.undoAction->trigger();
     for (int r = 1; r <= RowCount; ++r)
-        EXPECT_EQ(RowLine(KanzaiRows[r]), RowLine(before[r])) << r;
+        EXPECT_EQ(RowLine(rows()[r]), RowLine(before[r])) << r;
     EXPECT_EQ(f.treeNode(1)->text(0), name);
     EXPECT_EQ(cell1(0, 1), before[1].Size());
 }
@@ -471,14 +470,14 @@ TEST_F(EditCommands, MoveCarriesTheSelectionAndASaveLeavesTheNeighbourByteIdenti
     // An unsaved change of the pipe type that moves.
     f.labourCostSubmittedEdit->SetValue(31000);
     f.applyControls();
-    ASSERT_TRUE(PipeTypeChanged());
+    ASSERT_TRUE(doc().isChanged());
     f.popupMoveUpItem->trigger(); // up, from the tree's pop-up menu
     EXPECT_EQ(f.currentPipeType, 1);
     EXPECT_EQ(f.selectedNode(), f.treeNode(1));
     EXPECT_EQ(f.treeNode(1)->text(0), name2);
     EXPECT_EQ(f.treeNode(2)->text(0), name1);
     EXPECT_FALSE(f.undoAction->isEnabled());
-    EXPECT_TRUE(PipeTypeChanged()); // the change is still unsaved
+    EXPECT_TRUE(doc().isChanged()); // the change is still unsaved
     EXPECT_EQ(f.labourCostSubmittedEdit->Value(), 31000);
     // The two swapped places in the file, nothing else moved.
     EXPECT_EQ(storedBytes(1, 1), second);
@@ -502,7 +501,7 @@ TEST_F(EditCommands, MoveCarriesTheSelectionAndASaveLeavesTheNeighbourByteIdenti
 
 TEST_F(EditCommands, ClearDetailKeepsSizesAndPricesAndShowsZeroFactors) {
     MainWindow& f = open();
-    const RowTable before = KanzaiRows;
+    const RowTable before = rows();
     f.tabs->setCurrentIndex(1);
     dialogs->AnswerBox(TaskDialog::IdYes);
     f.clearDetailItem->trigger();
@@ -511,26 +510,26 @@ TEST_F(EditCommands, ClearDetailKeepsSizesAndPricesAndShowsZeroFactors) {
     EXPECT_EQ(f.tabs->currentIndex(), 1);
     for (int g = 1; g <= 14; ++g) {
         const int r = 15 + g;
-        EXPECT_EQ(KanzaiRows[r].SIZE, before[r].SIZE);
-        EXPECT_EQ(KanzaiRows[r].NET, before[r].NET);
-        EXPECT_EQ(KanzaiRows[r].TEIKA, before[r].TEIKA);
+        EXPECT_EQ(rows()[r].SIZE, before[r].SIZE);
+        EXPECT_EQ(rows()[r].NET, before[r].NET);
+        EXPECT_EQ(rows()[r].TEIKA, before[r].TEIKA);
         for (int n = 1; n <= 7; ++n)
-            EXPECT_TRUE(KanzaiRows[r].Data(n).IsZero()) << r;
+            EXPECT_TRUE(rows()[r].Data(n).IsZero()) << r;
         EXPECT_EQ(cell1(0, g), before[r].Size());
         EXPECT_EQ(cell1(5, g), QStringLiteral("0"));
         EXPECT_EQ(cell1(8, g), QStringLiteral("0.000"));
     }
     // The other tabs keep their factors.
-    EXPECT_EQ(KanzaiRows[3].DATA, before[3].DATA);
-    EXPECT_EQ(KanzaiRows[33].DATA, before[33].DATA);
+    EXPECT_EQ(rows()[3].DATA, before[3].DATA);
+    EXPECT_EQ(rows()[33].DATA, before[33].DATA);
     f.undoAction->trigger();
-    EXPECT_EQ(KanzaiRows[17].DATA, before[17].DATA);
+    EXPECT_EQ(rows()[17].DATA, before[17].DATA);
 }
 
 TEST_F(EditCommands, OptionRowIntactAfterTheDetailCommandsOnTheFourthTab) {
     MainWindow& f = open();
-    const QString option = fullRow(KanzaiRows[OptionRow]);
-    const RowTable loaded = KanzaiRows;
+    const QString option = fullRow(rows()[OptionRow]);
+    const RowTable loaded = rows();
     // A detail copy from another pipe type, with other figures.
     clickNode(5);
     f.copyDetailItem->trigger();
@@ -538,11 +537,11 @@ TEST_F(EditCommands, OptionRowIntactAfterTheDetailCommandsOnTheFourthTab) {
     auto onTab4 = [&](QAction* command) {
         f.tabs->setCurrentIndex(3);
         command->trigger();
-        EXPECT_EQ(fullRow(KanzaiRows[OptionRow]), option) << command->objectName().toStdString();
+        EXPECT_EQ(fullRow(rows()[OptionRow]), option) << command->objectName().toStdString();
     };
     onTab4(f.pasteDetailItem);
-    EXPECT_EQ(KanzaiRows[59].GOODS, CopyRows[14].GOODS); // the tab's rows did change
-    EXPECT_NE(KanzaiRows[59].TEIKA, loaded[59].TEIKA);
+    EXPECT_EQ(rows()[59].GOODS, ws().copyBuffer()[14].GOODS); // the tab's rows did change
+    EXPECT_NE(rows()[59].TEIKA, loaded[59].TEIKA);
     f.copyDetailFactorsItem->trigger();
     onTab4(f.pasteDetailFactorsItem);
     f.copyDetailLabourItem->trigger();
@@ -550,7 +549,7 @@ TEST_F(EditCommands, OptionRowIntactAfterTheDetailCommandsOnTheFourthTab) {
     onTab4(f.copyFirstDetailAcrossItem);
     dialogs->AnswerBox(TaskDialog::IdYes);
     onTab4(f.clearDetailItem);
-    EXPECT_TRUE(KanzaiRows[59].Data(5).IsZero());
+    EXPECT_TRUE(rows()[59].Data(5).IsZero());
     // The controls still show the options, and a save stores them.
     EXPECT_EQ(f.labourCostSubmittedEdit->Value(), 24200);
     EXPECT_EQ(f.rateCostEdit->Value(), 55);
@@ -568,26 +567,26 @@ TEST_F(EditCommands, WholeTablePasteStillCarriesTheOptionRow) {
     dialogs->AnswerBox(TaskDialog::IdCancel);
     clickNode(2);
     ASSERT_EQ(f.labourCostSubmittedEdit->Value(), 24200);
-    const Currency labour3 = KanzaiRows[3].Data(2);
+    const Currency labour3 = rows()[3].Data(2);
     f.pasteLabourFactorsItem->trigger();
     EXPECT_EQ(f.labourCostSubmittedEdit->Value(), 27000);
-    EXPECT_EQ(KanzaiRows[3].Data(2), labour3);
+    EXPECT_EQ(rows()[3].Data(2), labour3);
 }
 
 TEST_F(EditCommands, SpreadCopiesTheFirstDetailToTheOtherThree) {
     MainWindow& f = open();
-    const RowTable before = KanzaiRows;
-    ASSERT_NE(KanzaiRows[17].Data(2), KanzaiRows[2].Data(2));
+    const RowTable before = rows();
+    ASSERT_NE(rows()[17].Data(2), rows()[2].Data(2));
     f.copyFirstDetailAcrossItem->trigger();
     for (int k = 1; k <= 3; ++k)
         for (int i = 1; i <= 14; ++i) {
             const int r = k * 15 + i;
-            EXPECT_EQ(KanzaiRows[r].DATA, KanzaiRows[i].DATA) << r;
-            EXPECT_EQ(KanzaiRows[r].KIND, before[r].KIND) << r;
+            EXPECT_EQ(rows()[r].DATA, rows()[i].DATA) << r;
+            EXPECT_EQ(rows()[r].KIND, before[r].KIND) << r;
         }
     EXPECT_EQ(f.tabs->tabText(1), U("機械室・便所"));
     f.undoAction->trigger();
-    EXPECT_EQ(KanzaiRows[17].DATA, before[17].DATA);
+    EXPECT_EQ(rows()[17].DATA, before[17].DATA);
 }
 
 TEST_F(EditCommands, HiddenPriceSpreadTakesTheCopiedPricesAndDisablesThePastes) {
@@ -600,14 +599,14 @@ TEST_F(EditCommands, HiddenPriceSpreadTakesTheCopiedPricesAndDisablesThePastes) 
     f.copyDetailPrices();
     f.copyAllFactorsItem->trigger();
     ASSERT_EQ(enabledPastes(), QStringList{QStringLiteral("pasteAllFactorsItem")});
-    const QString option = fullRow(KanzaiRows[OptionRow]);
+    const QString option = fullRow(rows()[OptionRow]);
     for (int r = 16; r < OptionRow; ++r)
-        KanzaiRows[r].NET = C("1");
+        rows()[r].NET = C("1");
     f.copyDetailPricesAcross();
     for (int r = 16; r < OptionRow; ++r)
-        EXPECT_EQ(KanzaiRows[r].NET, CopyRows[(r - 1) % 15 + 1].NET) << r;
-    EXPECT_NE(KanzaiRows[17].NET, C("1"));
-    EXPECT_EQ(fullRow(KanzaiRows[OptionRow]), option);
+        EXPECT_EQ(rows()[r].NET, ws().copyBuffer()[(r - 1) % 15 + 1].NET) << r;
+    EXPECT_NE(rows()[17].NET, C("1"));
+    EXPECT_EQ(fullRow(rows()[OptionRow]), option);
     EXPECT_TRUE(enabledPastes().isEmpty());
 }
 

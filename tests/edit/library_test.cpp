@@ -143,10 +143,10 @@ TEST_F(Library, SaveWritesTheRowsAsTheyStandByteForByte) {
     MainWindow& f = open();
     // Known rows: the demo pipe type with a longer size in row 1, so that row
     // 2's shorter one leaves bytes behind it.
-    KanzaiRows[1].SetSize(QStringLiteral("1000A-"));
-    KanzaiRows[7].YOSAN = -3;
-    KanzaiRows[8].UKEY = 123456;
-    const RowTable rows = KanzaiRows;
+    rows()[1].SetSize(QStringLiteral("1000A-"));
+    rows()[7].YOSAN = -3;
+    rows()[8].UKEY = 123456;
+    const RowTable shown = rows();
     // Typed into the box but not applied: the file has the row's old GOODS.
     saveAs(U("標準　鋼管"));
     ASSERT_EQ(dialogs->Boxes().size(), 1u);
@@ -157,27 +157,27 @@ TEST_F(Library, SaveWritesTheRowsAsTheyStandByteForByte) {
     const QByteArray bytes = readAll(entry(U("標準　鋼管")));
     GoldenRecords golden;
     for (int r = 1; r <= 60; ++r)
-        golden.append(rows[r]);
+        golden.append(shown[r]);
     ASSERT_EQ(bytes.size(), 22560);
     EXPECT_EQ(bytes, golden.file);
     // By hand: record 2's SIZE "20A" and then the "0A-" of "1000A-".
     EXPECT_EQ(bytes.mid(376 + 136, 7), QByteArray("\x03"
                                                   "20A0A-",
                                                   7));
-    EXPECT_EQ(bytes.mid(5, rows[1].GOODS.size()), ToAnsi(U("水道用硬質塩化ﾋﾞﾆﾙﾗｲﾆﾝｸﾞ鋼管(VA)")));
+    EXPECT_EQ(bytes.mid(5, shown[1].GOODS.size()), ToAnsi(U("水道用硬質塩化ﾋﾞﾆﾙﾗｲﾆﾝｸﾞ鋼管(VA)")));
     EXPECT_EQ(Int32In(bytes, 60, 0), 60);                // UKEY of the option row
     EXPECT_EQ(Int64In(bytes, 60, 208), 20500 * 10000LL); // DATA4 of row 60
     EXPECT_EQ(Int32In(bytes, 7, 144), -3);
     EXPECT_EQ(Int32In(bytes, 8, 0), 123456);
-    // The rows and the lines are as they were.
-    EXPECT_EQ(KanzaiRows[1].Size(), QStringLiteral("1000A-"));
+    // The shown and the lines are as they were.
+    EXPECT_EQ(rows()[1].Size(), QStringLiteral("1000A-"));
     EXPECT_EQ(f.goodsBox->Text(), U("標準　鋼管"));
 }
 
 TEST_F(Library, SavingTwiceReplacesWithoutAsking) {
     open();
     saveAs(QStringLiteral("entry"));
-    KanzaiRows[3].Data(5) = Currency::FromRaw(777);
+    rows()[3].Data(5) = Currency::FromRaw(777);
     saveAs(QStringLiteral("entry"));
     ASSERT_EQ(dialogs->Boxes().size(), 2u);
     for (const auto& box : dialogs->Boxes())
@@ -346,29 +346,29 @@ protected:
 TEST_F(LibraryLoad, AnEntryChangesSizesAndFactorsOfRowsOneTo59AndNothingElse) {
     MainWindow& f = open();
     writeEntry(QStringLiteral("entry"));
-    const RowTable before = KanzaiRows;
-    const RowTable undoBefore = UndoRows;
-    const QStringList saved = SavedLines;
+    const RowTable before = rows();
+    const RowTable undoBefore = doc().snapshot();
+    const QStringList saved = doc().savedLines();
     pick(QStringLiteral("entry"));
     const RowTable expected = applied(before);
-    expectSameRows(KanzaiRows, expected);
+    expectSameRows(rows(), expected);
     // Row 60, the options, stays whole; so do the prices and names.
-    expectSameRow(KanzaiRows[60], before[60], 60);
-    EXPECT_EQ(KanzaiRows[1].Goods(), before[1].Goods());
-    EXPECT_EQ(KanzaiRows[5].NET, before[5].NET);
+    expectSameRow(rows()[60], before[60], 60);
+    EXPECT_EQ(rows()[1].Goods(), before[1].Goods());
+    EXPECT_EQ(rows()[5].NET, before[5].NET);
     // The sheet shows them, the lines follow, the snapshot stays.
     for (int g = 1; g <= 14; ++g) {
         EXPECT_EQ(cell1(0, g), QStringLiteral("F%1").arg(g));
         EXPECT_EQ(cell2(0, g), QStringLiteral("F%1").arg(g));
-        EXPECT_EQ(cell1(2, g), FormatAmount(KanzaiRows[g].GTANKA)) << g;
+        EXPECT_EQ(cell1(2, g), FormatAmount(rows()[g].GTANKA)) << g;
     }
     QStringList lines;
     for (int r = 1; r <= 60; ++r)
-        lines << RowLine(KanzaiRows[r]);
-    EXPECT_EQ(CurrentLines, lines);
-    EXPECT_EQ(SavedLines, saved);
-    EXPECT_TRUE(PipeTypeChanged());
-    expectSameRows(UndoRows, undoBefore);
+        lines << RowLine(rows()[r]);
+    EXPECT_EQ(doc().currentLines(), lines);
+    EXPECT_EQ(doc().savedLines(), saved);
+    EXPECT_TRUE(doc().isChanged());
+    expectSameRows(doc().snapshot(), undoBefore);
     EXPECT_TRUE(f.undoAction->isEnabled());
     EXPECT_TRUE(dialogs->Boxes().empty());
 }
@@ -381,7 +381,7 @@ TEST_F(LibraryLoad, TheCurrentTabIsShown) {
     EXPECT_EQ(cell1(0, 1), QStringLiteral("F31"));
     EXPECT_EQ(cell1(0, 14), QStringLiteral("F44"));
     // The price grid shows rows 1 to 14 whatever the tab.
-    EXPECT_EQ(cell2(1, 1), PriceTexts(KanzaiRows[1])[0]);
+    EXPECT_EQ(cell2(1, 1), PriceTexts(rows()[1])[0]);
 }
 
 TEST_F(LibraryLoad, TheMenuItemAndADoubleClickApplyToo) {
@@ -397,15 +397,15 @@ TEST_F(LibraryLoad, TheMenuItemAndADoubleClickApplyToo) {
         QTest::mouseDClick(d->entryList->viewport(), Qt::LeftButton, {}, rect.center());
     });
     f.labourLibraryItem->trigger();
-    EXPECT_EQ(KanzaiRows[1].Size(), QStringLiteral("F1"));
+    EXPECT_EQ(rows()[1].Size(), QStringLiteral("F1"));
     EXPECT_EQ(partsSelect->result(), LabourLibraryDialog::ResultSelect);
 }
 
 TEST_F(LibraryLoad, NoEntrySelectedTouchesNothing) {
     open();
     writeEntry(QStringLiteral("entry"));
-    const RowTable before = KanzaiRows;
-    const QStringList lines = CurrentLines;
+    const RowTable before = rows();
+    const QStringList lines = doc().currentLines();
     runDialog([](LabourLibraryDialog* d) { d->selectButton->click(); });
     // A double click on the empty part of the list ends the dialog as well.
     runDialog([](LabourLibraryDialog* d) {
@@ -415,8 +415,8 @@ TEST_F(LibraryLoad, NoEntrySelectedTouchesNothing) {
         QTest::mouseDClick(d->entryList->viewport(), Qt::LeftButton, {}, below);
     });
     EXPECT_EQ(partsSelect->result(), LabourLibraryDialog::ResultSelect);
-    expectSameRows(KanzaiRows, before);
-    EXPECT_EQ(CurrentLines, lines);
+    expectSameRows(rows(), before);
+    EXPECT_EQ(doc().currentLines(), lines);
     EXPECT_TRUE(dialogs->Boxes().empty());
 }
 
@@ -424,8 +424,8 @@ TEST_F(LibraryLoad, CancelCloseAndEscapeChangeNothingWhileADeletionStays) {
     MainWindow& f = open();
     writeEntry(QStringLiteral("keep"));
     writeEntry(QStringLiteral("gone"));
-    const RowTable before = KanzaiRows;
-    const QStringList lines = CurrentLines;
+    const RowTable before = rows();
+    const QStringList lines = doc().currentLines();
     const bool undo = f.undoAction->isEnabled();
     dialogs->AnswerBox(TaskDialog::IdYes);
     QStringList left;
@@ -456,8 +456,8 @@ TEST_F(LibraryLoad, CancelCloseAndEscapeChangeNothingWhileADeletionStays) {
         QTest::keyClick(d->entryList, Qt::Key_Escape);
     });
     EXPECT_EQ(partsSelect->result(), LabourLibraryDialog::ResultCancel);
-    expectSameRows(KanzaiRows, before);
-    EXPECT_EQ(CurrentLines, lines);
+    expectSameRows(rows(), before);
+    EXPECT_EQ(doc().currentLines(), lines);
     EXPECT_EQ(f.undoAction->isEnabled(), undo);
 }
 
@@ -490,8 +490,8 @@ TEST_F(LibraryLoad, DeleteAnsweredNoKeepsTheEntryAndAFailedDeleteStillLeavesTheL
 TEST_F(LibraryLoad, AShortFileStopsWithTheErrorAndKeepsTheRowsReadBeforeIt) {
     MainWindow& f = open();
     writeEntry(QStringLiteral("short"), 20); // 20 records and 200 bytes
-    const RowTable before = KanzaiRows;
-    const QStringList lines = CurrentLines;
+    const RowTable before = rows();
+    const QStringList lines = doc().currentLines();
     const QString shown = cell1(0, 1);
     pick(QStringLiteral("short"));
     ASSERT_EQ(dialogs->Boxes().size(), 1u);
@@ -502,18 +502,18 @@ TEST_F(LibraryLoad, AShortFileStopsWithTheErrorAndKeepsTheRowsReadBeforeIt) {
     EXPECT_TRUE(box.instruction.contains(U("7720 バイト"))) << box.instruction.toStdString();
     EXPECT_TRUE(box.instruction.contains(U("1 行目から 20 行目まで")));
     for (int r = 1; r <= 20; ++r) {
-        EXPECT_EQ(KanzaiRows[r].SIZE, fileRows[r].SIZE) << r;
-        EXPECT_EQ(KanzaiRows[r].DATA, fileRows[r].DATA) << r;
+        EXPECT_EQ(rows()[r].SIZE, fileRows[r].SIZE) << r;
+        EXPECT_EQ(rows()[r].DATA, fileRows[r].DATA) << r;
         // Not recalculated.
-        EXPECT_EQ(KanzaiRows[r].GTANKA, before[r].GTANKA) << r;
+        EXPECT_EQ(rows()[r].GTANKA, before[r].GTANKA) << r;
     }
     for (int r = 21; r <= 60; ++r)
-        expectSameRow(KanzaiRows[r], before[r], r);
+        expectSameRow(rows()[r], before[r], r);
     // No refresh of the sheet; the rows read count as changed, so that the
     // next click asks to save them.
     EXPECT_EQ(cell1(0, 1), shown);
-    EXPECT_NE(CurrentLines, lines);
-    EXPECT_TRUE(PipeTypeChanged());
+    EXPECT_NE(doc().currentLines(), lines);
+    EXPECT_TRUE(doc().isChanged());
     (void)f;
 }
 
@@ -533,24 +533,24 @@ TEST_F(LibraryLoad, AfterALoadLeavingThePipeTypeAsksToSave) {
 TEST_F(LibraryLoad, EntryFromOnePipeTypeOnAnotherSurvivesARestart) {
     MainWindow& f = open();
     clickNode(9 * 21 + 1); // 冷媒用銅管: copper sizes, refrigerant factors
-    const RowTable first = KanzaiRows;
+    const RowTable first = rows();
     saveAs(U("冷媒標準"));
     f.goodsBox->SetText(first[1].Goods()); // the name box as it was
     clickNode(4);                          // ステンレス鋼鋼管
-    ASSERT_NE(KanzaiRows[1].Size(), first[1].Size());
-    const RowTable second = KanzaiRows;
+    ASSERT_NE(rows()[1].Size(), first[1].Size());
+    const RowTable second = rows();
     pick(U("冷媒標準"));
     for (int r = 1; r <= 59; ++r) {
-        EXPECT_EQ(KanzaiRows[r].SIZE, first[r].SIZE) << r;
-        EXPECT_EQ(KanzaiRows[r].DATA, first[r].DATA) << r;
-        EXPECT_EQ(KanzaiRows[r].NET, second[r].NET) << r;
-        EXPECT_EQ(KanzaiRows[r].GROSS, second[r].GROSS) << r;
-        EXPECT_EQ(KanzaiRows[r].TEIKA, second[r].TEIKA) << r;
-        EXPECT_EQ(KanzaiRows[r].GOODS, second[r].GOODS) << r;
+        EXPECT_EQ(rows()[r].SIZE, first[r].SIZE) << r;
+        EXPECT_EQ(rows()[r].DATA, first[r].DATA) << r;
+        EXPECT_EQ(rows()[r].NET, second[r].NET) << r;
+        EXPECT_EQ(rows()[r].GROSS, second[r].GROSS) << r;
+        EXPECT_EQ(rows()[r].TEIKA, second[r].TEIKA) << r;
+        EXPECT_EQ(rows()[r].GOODS, second[r].GOODS) << r;
     }
-    expectSameRow(KanzaiRows[60], second[60], 60);
+    expectSameRow(rows()[60], second[60], 60);
     EXPECT_EQ(cell1(0, 1), first[1].Size());
-    const RowTable applied = KanzaiRows;
+    const RowTable applied = rows();
     // Leaving the pipe type asks; yes saves.
     dialogs->AnswerBox(TaskDialog::IdYes);
     clickNode(1);
@@ -558,10 +558,10 @@ TEST_F(LibraryLoad, EntryFromOnePipeTypeOnAnotherSurvivesARestart) {
     open();
     clickNode(4);
     for (int r = 1; r <= 59; ++r) {
-        EXPECT_EQ(KanzaiRows[r].SIZE, first[r].SIZE) << r;
-        EXPECT_EQ(KanzaiRows[r].DATA, first[r].DATA) << r;
-        EXPECT_EQ(KanzaiRows[r].NET, second[r].NET) << r;
-        EXPECT_EQ(KanzaiRows[r].GTANKA, applied[r].GTANKA) << r;
+        EXPECT_EQ(rows()[r].SIZE, first[r].SIZE) << r;
+        EXPECT_EQ(rows()[r].DATA, first[r].DATA) << r;
+        EXPECT_EQ(rows()[r].NET, second[r].NET) << r;
+        EXPECT_EQ(rows()[r].GTANKA, applied[r].GTANKA) << r;
     }
     EXPECT_EQ(cell1(0, 1), first[1].Size());
 }

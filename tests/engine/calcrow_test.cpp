@@ -1,6 +1,7 @@
 // CalcRow on the worked example in all its variants, and the option rules.
 #include "engine/calcrow.h"
 #include "engine/rounding.h"
+#include "support/ownworkspace.h"
 
 #include <gtest/gtest.h>
 
@@ -20,12 +21,12 @@ std::vector<std::string> texts(const std::array<Currency, 7>& e) {
     return out;
 }
 
-class CalcRowTest : public ::testing::Test {
+class CalcRowTest : public ::testing::Test, protected OwnWorkspace {
 protected:
     void SetUp() override {
-        ClearRows(RowCount);
+        doc().clearRows(RowCount);
         setExample(1);
-        KanzaiOptions o = CurrentOptions();
+        KanzaiOptions o = doc().options();
         o.LabourSubmitted() = C("18000");
         o.LabourCost() = C("15000");
         o.ElementDigits() = C("1");
@@ -38,8 +39,8 @@ protected:
         o.RateCost() = C("60");
     }
 
-    static void setExample(int row) {
-        Fuzokurecordtypex& r = KanzaiRows[row];
+    void setExample(int row) {
+        Fuzokurecordtypex& r = rows()[row];
         r.TEIKA = C("1234");
         r.GROSS = C("860");
         r.NET = C("750");
@@ -56,9 +57,9 @@ protected:
         const char* ntanka;
     };
 
-    static void check(const Expect& e, int row = 1) {
-        CalcRow(row);
-        const Fuzokurecordtypex& r = KanzaiRows[row];
+    void check(const Expect& e, int row = 1) {
+        doc().calculateRow(row);
+        const Fuzokurecordtypex& r = rows()[row];
         EXPECT_EQ(texts(r.CALC_G), e.submitted);
         EXPECT_EQ(CurrToStr(r.GTANKA), e.gtanka);
         EXPECT_EQ(CurrToStr(r.FTANKA), e.ftanka);
@@ -76,7 +77,7 @@ TEST_F(CalcRowTest, PipingOtherOnLabour) {
 }
 
 TEST_F(CalcRowTest, PipingOtherOnAllElements) {
-    CurrentOptions().OtherMethod() = 1;
+    doc().options().OtherMethod() = 1;
     check({{"946", "301", "43", "69", "2214", "270", "385"},
            "4228",
            "4220",
@@ -85,7 +86,7 @@ TEST_F(CalcRowTest, PipingOtherOnAllElements) {
 }
 
 TEST_F(CalcRowTest, RefrigerantMode) {
-    CurrentOptions().ModeFlag() = 1;
+    doc().options().ModeFlag() = 1;
     check({{"946", "301", "43", "104", "2214", "0", "222"},
            "3830",
            "3830",
@@ -94,50 +95,50 @@ TEST_F(CalcRowTest, RefrigerantMode) {
 }
 
 TEST_F(CalcRowTest, RateOnTakesUnitPricesFromListPrice) {
-    CurrentOptions().RateOn() = C("1");
+    doc().options().RateOn() = C("1");
     check({{"957", "305", "44", "70", "2214", "270", "249"},
            "4109",
            "4100",
            {"825", "263", "38", "60", "1845", "225", "207"},
            "3463"});
-    EXPECT_EQ(CurrToStr(KanzaiRows[1].GROSS), "870");
-    EXPECT_EQ(CurrToStr(KanzaiRows[1].NET), "750");
+    EXPECT_EQ(CurrToStr(rows()[1].GROSS), "870");
+    EXPECT_EQ(CurrToStr(rows()[1].NET), "750");
 }
 
 TEST_F(CalcRowTest, TwoDecimalsPerElementAndThreeSignificantDigits) {
-    CurrentOptions().ElementDigits() = C("100");
-    CurrentOptions().ElementFraction() = C("0.5");
+    doc().options().ElementDigits() = C("100");
+    doc().options().ElementFraction() = C("0.5");
     check({{"946", "301", "43", "68.8", "2214", "270", "248.4"},
            "4091",
            "4090",
            {"825", "262.5", "37.5", "60", "1845", "225", "207"},
            "3462"});
-    CurrentOptions().AdoptedDigits() = C("3");
-    CurrentOptions().AdoptedFraction() = C("0.5");
-    CalcRow(1);
-    EXPECT_EQ(CurrToStr(KanzaiRows[1].FTANKA), "4090");
+    doc().options().AdoptedDigits() = C("3");
+    doc().options().AdoptedFraction() = C("0.5");
+    doc().calculateRow(1);
+    EXPECT_EQ(CurrToStr(rows()[1].FTANKA), "4090");
     // The element sum 4091.2 gives 4092 with round-up, 4091 with round-down.
-    CurrentOptions().ElementFraction() = C("0");
-    CalcRow(1);
-    EXPECT_EQ(CurrToStr(KanzaiRows[1].GTANKA), "4091");
+    doc().options().ElementFraction() = C("0");
+    doc().calculateRow(1);
+    EXPECT_EQ(CurrToStr(rows()[1].GTANKA), "4091");
 }
 
 TEST_F(CalcRowTest, RateOnOnlyAtExactlyOne) {
     for (const char* v : {"0", "1.0001", "0.9999", "2", "-1"}) {
         setExample(1);
-        CurrentOptions().RateOn() = C(v);
-        CalcRow(1);
-        EXPECT_EQ(CurrToStr(KanzaiRows[1].GROSS), "860") << v;
-        EXPECT_EQ(CurrToStr(KanzaiRows[1].NET), "750") << v;
+        doc().options().RateOn() = C(v);
+        doc().calculateRow(1);
+        EXPECT_EQ(CurrToStr(rows()[1].GROSS), "860") << v;
+        EXPECT_EQ(CurrToStr(rows()[1].NET), "750") << v;
     }
 }
 
 TEST_F(CalcRowTest, RateOnWithZeroRateOrZeroListPrice) {
-    CurrentOptions().RateOn() = C("1");
-    CurrentOptions().RateSubmitted() = C("0");
-    CurrentOptions().RateCost() = C("0");
-    CalcRow(1);
-    const Fuzokurecordtypex& r = KanzaiRows[1];
+    doc().options().RateOn() = C("1");
+    doc().options().RateSubmitted() = C("0");
+    doc().options().RateCost() = C("0");
+    doc().calculateRow(1);
+    const Fuzokurecordtypex& r = rows()[1];
     EXPECT_EQ(r.GROSS.raw, 0);
     EXPECT_EQ(r.NET.raw, 0);
     EXPECT_EQ(CurrToStr(r.CALC_G[4]), "2214"); // labour elements still computed
@@ -145,53 +146,53 @@ TEST_F(CalcRowTest, RateOnWithZeroRateOrZeroListPrice) {
 }
 
 TEST_F(CalcRowTest, AdoptedDigitsZeroWrittenBackElementDigitsZeroActsAsOne) {
-    CurrentOptions().AdoptedDigits() = C("0");
-    CurrentOptions().ElementDigits() = C("0");
-    CalcRow(1);
-    EXPECT_EQ(CurrToStr(CurrentOptions().AdoptedDigits()), "1");
-    EXPECT_EQ(CurrentOptions().ElementDigits().raw, 0);
-    EXPECT_EQ(CurrToStr(KanzaiRows[1].GTANKA), "4092");
-    EXPECT_EQ(CurrToStr(KanzaiRows[1].FTANKA), "4092"); // AdoptedDigits 1 leaves GTANKA
+    doc().options().AdoptedDigits() = C("0");
+    doc().options().ElementDigits() = C("0");
+    doc().calculateRow(1);
+    EXPECT_EQ(CurrToStr(doc().options().AdoptedDigits()), "1");
+    EXPECT_EQ(doc().options().ElementDigits().raw, 0);
+    EXPECT_EQ(CurrToStr(rows()[1].GTANKA), "4092");
+    EXPECT_EQ(CurrToStr(rows()[1].FTANKA), "4092"); // AdoptedDigits 1 leaves GTANKA
 }
 
 TEST_F(CalcRowTest, RowSixtyIsNeverCalculated) {
-    CurrentOptions().RateOn() = C("1");
-    KanzaiOptions o = CurrentOptions();
-    const Currency gross = KanzaiRows[60].GROSS, net = KanzaiRows[60].NET;
+    doc().options().RateOn() = C("1");
+    KanzaiOptions o = doc().options();
+    const Currency gross = rows()[60].GROSS, net = rows()[60].NET;
     const Currency unitDigits = o.UnitDigits(), unitFraction = o.UnitFraction();
-    CalcRow(60);
-    EXPECT_EQ(KanzaiRows[60].GROSS, gross);
-    EXPECT_EQ(KanzaiRows[60].NET, net);
+    doc().calculateRow(60);
+    EXPECT_EQ(rows()[60].GROSS, gross);
+    EXPECT_EQ(rows()[60].NET, net);
     EXPECT_EQ(o.UnitDigits(), unitDigits);
     EXPECT_EQ(o.UnitFraction(), unitFraction);
     EXPECT_EQ(o.RateOn(), C("1"));
-    for (Currency c : KanzaiRows[60].CALC_G)
+    for (Currency c : rows()[60].CALC_G)
         EXPECT_EQ(c.raw, 0);
 }
 
 TEST_F(CalcRowTest, HiddenRowsAndEmptySizesAreCalculated) {
     setExample(15);
-    CalcAllRows();
-    EXPECT_EQ(CurrToStr(KanzaiRows[15].GTANKA), "4092");
-    EXPECT_TRUE(KanzaiRows[15].SIZE.isEmpty());
+    doc().calculateAll();
+    EXPECT_EQ(CurrToStr(rows()[15].GTANKA), "4092");
+    EXPECT_TRUE(rows()[15].SIZE.isEmpty());
 }
 
 TEST_F(CalcRowTest, RefrigerantIgnoresChippingFactor) {
-    CurrentOptions().ModeFlag() = 1;
-    KanzaiRows[1].Data(6) = C("123.4567");
-    CalcRow(1);
-    EXPECT_EQ(KanzaiRows[1].CALC_G[5].raw, 0);
-    EXPECT_EQ(KanzaiRows[1].CALC_N[5].raw, 0);
+    doc().options().ModeFlag() = 1;
+    rows()[1].Data(6) = C("123.4567");
+    doc().calculateRow(1);
+    EXPECT_EQ(rows()[1].CALC_G[5].raw, 0);
+    EXPECT_EQ(rows()[1].CALC_N[5].raw, 0);
     // Other cost on labour bases element 7 on c5 alone: 2214 x 0.1 = 221.4, up to 222.
-    EXPECT_EQ(CurrToStr(KanzaiRows[1].CALC_G[6]), "222");
+    EXPECT_EQ(CurrToStr(rows()[1].CALC_G[6]), "222");
 }
 
 TEST_F(CalcRowTest, ZerosGiveZerosAtEveryOptionValue) {
     for (int d = 0; d < 8; ++d)
         for (int f = 0; f < 3; ++f)
             for (int mode = 0; mode < 2; ++mode) {
-                KanzaiRows[2] = Fuzokurecordtypex{};
-                KanzaiOptions o = CurrentOptions();
+                rows()[2] = Fuzokurecordtypex{};
+                KanzaiOptions o = doc().options();
                 o.ElementDigits() = DigitSteps[std::size_t(d % 4)];
                 o.ElementFraction() = FractionSteps[std::size_t(f)];
                 o.AdoptedDigits() = DigitSteps[std::size_t(d)];
@@ -199,8 +200,8 @@ TEST_F(CalcRowTest, ZerosGiveZerosAtEveryOptionValue) {
                 o.UnitDigits() = DigitSteps[std::size_t(d)];
                 o.ModeFlag() = mode;
                 o.LabourCost() = o.LabourSubmitted() = {};
-                CalcRow(2);
-                const Fuzokurecordtypex& r = KanzaiRows[2];
+                doc().calculateRow(2);
+                const Fuzokurecordtypex& r = rows()[2];
                 EXPECT_EQ(r.GTANKA.raw, 0);
                 EXPECT_EQ(r.NTANKA.raw, 0);
                 EXPECT_EQ(r.FTANKA.raw, 0);
@@ -208,47 +209,47 @@ TEST_F(CalcRowTest, ZerosGiveZerosAtEveryOptionValue) {
 }
 
 TEST_F(CalcRowTest, OverflowOnCostSideKeepsTheSubmittedSide) {
-    KanzaiRows[1].NET = Currency::FromRaw(INT64_MAX); // c1 = NET x 1.1 does not fit
-    EXPECT_THROW(CalcRow(1), EMathError);
-    EXPECT_EQ(CurrToStr(KanzaiRows[1].GTANKA), "4092");
-    EXPECT_EQ(CurrToStr(KanzaiRows[1].FTANKA), "4090");
-    EXPECT_EQ(CurrToStr(KanzaiRows[1].CALC_G[0]), "946");
-    EXPECT_EQ(KanzaiRows[1].NTANKA.raw, 0);
+    rows()[1].NET = Currency::FromRaw(INT64_MAX); // c1 = NET x 1.1 does not fit
+    EXPECT_THROW(doc().calculateRow(1), EMathError);
+    EXPECT_EQ(CurrToStr(rows()[1].GTANKA), "4092");
+    EXPECT_EQ(CurrToStr(rows()[1].FTANKA), "4090");
+    EXPECT_EQ(CurrToStr(rows()[1].CALC_G[0]), "946");
+    EXPECT_EQ(rows()[1].NTANKA.raw, 0);
 }
 
 TEST_F(CalcRowTest, OverflowOfTheCostRateKeepsTheSubmittedPrice) {
-    CurrentOptions().RateOn() = C("1");
-    CurrentOptions().RateCost() = Currency::FromRaw(INT64_MAX);
-    KanzaiRows[1].TEIKA = C("100000000");
-    EXPECT_THROW(CalcRow(1), EMathError);
-    EXPECT_NE(KanzaiRows[1].GROSS, C("860")); // already replaced from the list price
-    EXPECT_EQ(KanzaiRows[1].NET, C("750"));   // not reached
+    doc().options().RateOn() = C("1");
+    doc().options().RateCost() = Currency::FromRaw(INT64_MAX);
+    rows()[1].TEIKA = C("100000000");
+    EXPECT_THROW(doc().calculateRow(1), EMathError);
+    EXPECT_NE(rows()[1].GROSS, C("860")); // already replaced from the list price
+    EXPECT_EQ(rows()[1].NET, C("750"));   // not reached
 }
 
 TEST_F(CalcRowTest, ZeroListPriceGivesZeroUnitPrices) {
-    CurrentOptions().RateOn() = C("1");
-    KanzaiRows[1].TEIKA = C("0");
-    CalcRow(1);
-    EXPECT_EQ(KanzaiRows[1].GROSS.raw, 0);
-    EXPECT_EQ(KanzaiRows[1].NET.raw, 0);
+    doc().options().RateOn() = C("1");
+    rows()[1].TEIKA = C("0");
+    doc().calculateRow(1);
+    EXPECT_EQ(rows()[1].GROSS.raw, 0);
+    EXPECT_EQ(rows()[1].NET.raw, 0);
 }
 
 TEST_F(CalcRowTest, DecimalElementsWithRoundUpTotal) {
-    CurrentOptions().ElementDigits() = C("100");
-    CurrentOptions().ElementFraction() = C("0.9");
-    CalcRow(1);
+    doc().options().ElementDigits() = C("100");
+    doc().options().ElementFraction() = C("0.9");
+    doc().calculateRow(1);
     // Elements 946, 301, 43, 68.8, 2214, 270, 248.4 sum to 4091.2.
-    EXPECT_EQ(CurrToStr(KanzaiRows[1].GTANKA), "4092");
+    EXPECT_EQ(CurrToStr(rows()[1].GTANKA), "4092");
 }
 
 TEST_F(CalcRowTest, OverflowKeepsWhatWasReached) {
-    CurrentOptions().RateOn() = C("1");
-    KanzaiRows[3].TEIKA = Currency::FromRaw(INT64_MAX);
-    CurrentOptions().RateSubmitted() = C("1000");
-    EXPECT_THROW(CalcRow(3), EMathError);
+    doc().options().RateOn() = C("1");
+    rows()[3].TEIKA = Currency::FromRaw(INT64_MAX);
+    doc().options().RateSubmitted() = C("1000");
+    EXPECT_THROW(doc().calculateRow(3), EMathError);
     // Nothing was stored before the failing step.
-    EXPECT_EQ(KanzaiRows[3].GROSS.raw, 0);
-    EXPECT_EQ(KanzaiRows[3].GTANKA.raw, 0);
+    EXPECT_EQ(rows()[3].GROSS.raw, 0);
+    EXPECT_EQ(rows()[3].GTANKA.raw, 0);
 }
 
 } // namespace

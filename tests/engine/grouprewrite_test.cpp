@@ -8,6 +8,7 @@
 #include "store/modulewrappersqlite.h"
 #include "store/pipetypestore.h"
 #include "store/suitestandin.h"
+#include "support/ownworkspace.h"
 #include "support/storedprices.h"
 
 #include <QTemporaryDir>
@@ -57,15 +58,12 @@ TEST(GroupRewriteStatements, ProgressText) {
               QString::fromUtf8("データ更新中:12-19-59/"));
 }
 
-class GroupRecalc : public ::testing::Test {
+class GroupRecalc : public ::testing::Test, protected OwnWorkspace {
 protected:
     void SetUp() override {
         ASSERT_TRUE(dir.isValid());
         ExDatabasePath = dir.filePath(QStringLiteral("velmoraMainEX.db3"));
         CreateSuiteDatabase(ExDatabasePath, true);
-        ClearRows(RowCount);
-        SavedLines.clear();
-        CurrentLines.clear();
     }
     void TearDown() override { EXPECT_TRUE(dialogs->Unanswered().isEmpty()); }
 
@@ -75,15 +73,17 @@ protected:
     QStringList storedPrices(int grp, int kan) { return StoredPrices(ExDatabasePath, grp, kan); }
     // The same columns as the engine computes them from the stored figures
     // and options.
-    QStringList expectedPrices(int grp, int kan) { return ComputedPrices(grp, kan); }
+    QStringList expectedPrices(int grp, int kan) {
+        return ComputedPrices(ExDatabasePath, grp, kan);
+    }
 
     // Row n of a pipe type as the engine computes it from the table.
     Fuzokurecordtypex expectedRow(int grp, int kan, int n) {
-        const RowTable keep = KanzaiRows;
-        LoadPipeType(1, grp, kan);
-        Fuzokurecordtypex row = KanzaiRows[n];
-        CalcRowWith(row, KanzaiOptions(KanzaiRows[OptionRow]));
-        KanzaiRows = keep;
+        const RowTable keep = rows();
+        ws().load(grp, kan);
+        Fuzokurecordtypex row = rows()[n];
+        CalcRowWith(row, KanzaiOptions(rows()[OptionRow]));
+        rows() = keep;
         return row;
     }
 
@@ -112,12 +112,13 @@ TEST_F(GroupRecalc, EveryPipeTypeOfTheGroupIsComputedUnderItsStoredOptionsAndSav
     ASSERT_GT(stale, 0);
 
     // The current pipe type is 7 of group 2, with rows in memory of its own.
-    LoadPipeType(1, 2, 7);
-    TakeSnapshot();
-    KanzaiRows[3].TEIKA = c("123456"); // not saved: the run loads from the table
+    ws().load(2, 7);
+    doc().takeSnapshot();
+    rows()[3].TEIKA = c("123456"); // not saved: the run loads from the table
     std::vector<std::pair<QString, int>> progress;
-    RecalculateGroup(1, 2, 7,
-                     [&](const QString& text, int step) { progress.emplace_back(text, step); });
+    ws().recalculateGroup(1, 2, 7, *dialogs, [&](const QString& text, int step) {
+        progress.emplace_back(text, step);
+    });
 
     for (int kan = 1; kan <= GroupPipeTypes; ++kan)
         EXPECT_EQ(storedPrices(2, kan), expectedPrices(2, kan)) << "KAN " << kan;
@@ -128,28 +129,28 @@ TEST_F(GroupRecalc, EveryPipeTypeOfTheGroupIsComputedUnderItsStoredOptionsAndSav
     for (int s = 0; s < GroupRewriteSteps; ++s)
         ASSERT_EQ(progress[std::size_t(s)].second, s + 1);
     EXPECT_EQ(progress[5 * 59 + 11].first, QString::fromUtf8("データ更新中:1-5-12/"));
-    LoadPipeType(1, 2, 1);
-    EXPECT_FALSE(KanzaiRows[1].GOODS.isEmpty());
-    EXPECT_EQ(progress[0].first, QString::fromUtf8("データ更新中:1-0-1/") + KanzaiRows[1].Goods());
+    ws().load(2, 1);
+    EXPECT_FALSE(rows()[1].GOODS.isEmpty());
+    EXPECT_EQ(progress[0].first, QString::fromUtf8("データ更新中:1-0-1/") + rows()[1].Goods());
 }
 
 TEST_F(GroupRecalc, TheCurrentPipeTypeComesBackAsStoredWithItsPrices) {
-    LoadPipeType(1, 1, 3);
-    TakeSnapshot();
-    const QStringList asLoaded = SavedLines;
+    ws().load(1, 3);
+    doc().takeSnapshot();
+    const QStringList asLoaded = doc().savedLines();
     // An unsaved entry and option: the prices in the rows are not the table's.
-    KanzaiRows[2].TEIKA = c("777");
-    CurrentOptions().ElementDigits() = c("10");
-    CalcAllRows();
-    RefreshLines();
-    ASSERT_TRUE(PipeTypeChanged());
-    RecalculateGroup(1, 1, 3, nullptr);
-    // Group 1's pipe type 3, computed, with SavedLines from the table: the
-    // entry is gone from the rows, and the rows differ from CurrentLines.
-    EXPECT_EQ(SavedLines, asLoaded);
-    EXPECT_NE(KanzaiRows[2].TEIKA, c("777"));
-    EXPECT_TRUE(PipeTypeChanged());
-    const RowTable shown = KanzaiRows;
+    rows()[2].TEIKA = c("777");
+    doc().options().ElementDigits() = c("10");
+    doc().calculateAll();
+    doc().refreshLines();
+    ASSERT_TRUE(doc().isChanged());
+    ws().recalculateGroup(1, 1, 3, *dialogs, nullptr);
+    // Group 1's pipe type 3, computed, with doc().savedLines() from the table: the
+    // entry is gone from the rows, and the rows differ from doc().currentLines().
+    EXPECT_EQ(doc().savedLines(), asLoaded);
+    EXPECT_NE(rows()[2].TEIKA, c("777"));
+    EXPECT_TRUE(doc().isChanged());
+    const RowTable shown = rows();
     const QStringList prices = expectedPrices(1, 3);
     EXPECT_EQ(storedPrices(1, 3), prices);
     for (int n : {1, 59}) { // the first and the last row calculated
@@ -174,27 +175,27 @@ TEST_F(GroupRecalc, AFailedLoadEndsTheRunWithTheCurrentRowsBack) {
     exec(
         QStringLiteral("DELETE FROM ex_kanzai WHERE CTG='1' AND GRP='1' AND KAN='7' AND NO='60';"));
     ASSERT_NE(storedPrices(1, 1), expectedPrices(1, 1));
-    LoadPipeType(1, 1, 2);
-    TakeSnapshot();
-    const RowTable current = KanzaiRows;
+    ws().load(1, 2);
+    doc().takeSnapshot();
+    const RowTable current = rows();
     int lastStep = 0;
     QString lastText;
-    EXPECT_THROW(RecalculateGroup(1, 1, 2,
-                                  [&](const QString& text, int step) {
-                                      lastStep = step;
-                                      lastText = text;
-                                  }),
+    EXPECT_THROW(ws().recalculateGroup(1, 1, 2, *dialogs,
+                                       [&](const QString& text, int step) {
+                                           lastStep = step;
+                                           lastText = text;
+                                       }),
                  std::runtime_error);
     EXPECT_EQ(lastStep, 6 * 59);
     EXPECT_EQ(lastText, QString::fromUtf8("データ更新中:1-5-59/"));
     // The rows are pipe type 2's again as stored by the run, not the broken
     // seventh's.
-    const RowTable after = KanzaiRows;
+    const RowTable after = rows();
     EXPECT_EQ(after[1].GOODS, current[1].GOODS);
     EXPECT_EQ(after[3].TEIKA, current[3].TEIKA);
-    LoadPipeType(1, 1, 2);
+    ws().load(1, 2);
     for (int n = 1; n <= RowCount; ++n)
-        ASSERT_EQ(RowLine(after[n]), RowLine(KanzaiRows[n])) << n;
+        ASSERT_EQ(RowLine(after[n]), RowLine(rows()[n])) << n;
     EXPECT_EQ(after[1].CALC_G, expectedRow(1, 2, 1).CALC_G);
     // Pipe types 1 to 6 were saved before the failure.
     for (int kan = 1; kan <= 6; ++kan)
@@ -202,14 +203,14 @@ TEST_F(GroupRecalc, AFailedLoadEndsTheRunWithTheCurrentRowsBack) {
 
     // When the current pipe type itself cannot be loaded, the rows stay as
     // they were before the run.
-    LoadPipeType(1, 1, 2);
-    TakeSnapshot();
-    const RowTable before = KanzaiRows;
+    ws().load(1, 2);
+    doc().takeSnapshot();
+    const RowTable before = rows();
     exec(
         QStringLiteral("DELETE FROM ex_kanzai WHERE CTG='1' AND GRP='1' AND KAN='2' AND NO='60';"));
-    EXPECT_THROW(RecalculateGroup(1, 1, 2, nullptr), std::runtime_error);
+    EXPECT_THROW(ws().recalculateGroup(1, 1, 2, *dialogs, nullptr), std::runtime_error);
     for (int n = 1; n <= RowCount; ++n)
-        ASSERT_EQ(RowLine(KanzaiRows[n]), RowLine(before[n])) << n;
+        ASSERT_EQ(RowLine(rows()[n]), RowLine(before[n])) << n;
 }
 
 } // namespace

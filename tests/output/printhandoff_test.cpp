@@ -2,6 +2,7 @@
 // and print_Data.dat of demo pipe types, byte for byte, and their failures.
 #include "output/printhandoff.h"
 #include "support/demo_data.h"
+#include "support/ownworkspace.h"
 
 #include "engine/calcrow.h"
 #include "output/printstyle.h"
@@ -77,12 +78,12 @@ TEST(PrintDateTest, FixedDateAndBackToToday) {
 }
 
 // A data folder made by the suite stand-in, with its demo database.
-class PrintHandOffFiles : public DemoDataFolder {
+class PrintHandOffFiles : public DemoDataFolder, protected OwnWorkspace {
 protected:
     void load(int grp, int kan) {
-        ClearRows(RowCount);
-        LoadPipeType(1, grp, kan);
-        CalcAllRows();
+        doc().clearRows(RowCount);
+        ws().load(grp, kan);
+        doc().calculateAll();
     }
     PrintHandOff handOff(int style, const QDate& date) const {
         PrintHandOff h;
@@ -96,7 +97,7 @@ protected:
 
 TEST_F(PrintHandOffFiles, PipingModeByteForByte) {
     load(1, 1);
-    WritePrintHandOff(handOff(0, QDate(1989, 1, 7)), KanzaiRows, SheetOfRows(KanzaiRows));
+    WritePrintHandOff(handOff(0, QDate(1989, 1, 7)), rows(), SheetOfRows(rows()));
 
     EXPECT_EQ(readAll(PrintConfPath(root)),
               A("[Version]=2.00\r\n[Application_Title]=Qorvale\r\n[Data_TITLE]=複合単価印刷\r\n"
@@ -104,8 +105,7 @@ TEST_F(PrintHandOffFiles, PipingModeByteForByte) {
                   ToAnsi(root) +
                   A("/ex_style/A4横_複合単価_管材歩掛.qvk\r\n"
                     "[Icon_File]=/opt/qorvale/Application.ico\r\n[File_Mask]=qvk\r\n"));
-    EXPECT_EQ(KanzaiRows[4].GOODS + KanzaiRows[5].GOODS,
-              A("公共建築工事標準単価積算基準令和6年版 P.211"));
+    EXPECT_EQ(rows()[4].GOODS + rows()[5].GOODS, A("公共建築工事標準単価積算基準令和6年版 P.211"));
     EXPECT_EQ(readAll(PrintHeaderPath(root)),
               A("[ta]=1989\r\n[tb]=昭和64\r\n[tc]=01\r\n[td]=07\r\n[te]=土\r\n[tf]=\r\n[tg]=\r\n"
                 "[th]=公共建築工事標準単価積算基準令和6年版 P.211\r\n[ti]=24200\r\n"));
@@ -121,12 +121,12 @@ TEST_F(PrintHandOffFiles, PipingModeByteForByte) {
     EXPECT_TRUE(lines[14].contains(A(";機械室・便所;15A;")));
     for (int i = 0; i < 56; ++i)
         EXPECT_EQ(lines[i].count(';'), 23) << i;
-    EXPECT_EQ(data, ExportRowsText(ExportPrint, KanzaiRows, SheetOfRows(KanzaiRows), {}) + "\r\n");
+    EXPECT_EQ(data, ExportRowsText(ExportPrint, rows(), SheetOfRows(rows()), {}) + "\r\n");
 }
 
 TEST_F(PrintHandOffFiles, RefrigerantModeOneTabEmptyElementSixAndMaskQvr) {
     load(10, 1);
-    WritePrintHandOff(handOff(1, QDate(2019, 5, 1)), KanzaiRows, SheetOfRows(KanzaiRows));
+    WritePrintHandOff(handOff(1, QDate(2019, 5, 1)), rows(), SheetOfRows(rows()));
     const QByteArray conf = readAll(PrintConfPath(root));
     EXPECT_TRUE(conf.endsWith("[File_Mask]=qvr\r\n"));
     EXPECT_TRUE(conf.contains(A("A4横_複合単価_管材計算.qvk\r\n")));
@@ -149,14 +149,14 @@ TEST_F(PrintHandOffFiles, RefrigerantModeOneTabEmptyElementSixAndMaskQvr) {
 
 TEST_F(PrintHandOffFiles, SecondPrintWithAnotherStyleChangesLineFourOnly) {
     load(1, 2);
-    WritePrintHandOff(handOff(0, QDate(1989, 1, 8)), KanzaiRows, SheetOfRows(KanzaiRows));
+    WritePrintHandOff(handOff(0, QDate(1989, 1, 8)), rows(), SheetOfRows(rows()));
     const QByteArray conf0 = readAll(PrintConfPath(root));
     const QByteArray header0 = readAll(PrintHeaderPath(root));
     const QByteArray data0 = readAll(PrintDataPath(root));
     EXPECT_TRUE(header0.contains(A("[tb]=平成01\r\n")));
     EXPECT_TRUE(header0.contains(A("[te]=日\r\n")));
 
-    WritePrintHandOff(handOff(2, QDate(1989, 1, 8)), KanzaiRows, SheetOfRows(KanzaiRows));
+    WritePrintHandOff(handOff(2, QDate(1989, 1, 8)), rows(), SheetOfRows(rows()));
     const QList<QByteArray> a = conf0.split('\n'), b = readAll(PrintConfPath(root)).split('\n');
     ASSERT_EQ(a.size(), b.size());
     for (int i = 0; i < int(a.size()); ++i)
@@ -169,25 +169,24 @@ TEST_F(PrintHandOffFiles, SecondPrintWithAnotherStyleChangesLineFourOnly) {
     EXPECT_EQ(readAll(PrintDataPath(root)), data0);
 
     // A change of date changes the header.
-    WritePrintHandOff(handOff(2, QDate(2019, 4, 30)), KanzaiRows, SheetOfRows(KanzaiRows));
+    WritePrintHandOff(handOff(2, QDate(2019, 4, 30)), rows(), SheetOfRows(rows()));
     EXPECT_TRUE(readAll(PrintHeaderPath(root))
                     .contains(A("[tb]=平成31\r\n[tc]=04\r\n[td]=30\r\n[te]=火\r\n")));
 }
 
 TEST_F(PrintHandOffFiles, EmptyBuildingAndPageTexts) {
     load(1, 1);
-    KanzaiRows[4].SetGoods(QString());
-    KanzaiRows[5].SetGoods(QString());
-    WritePrintHandOff(handOff(0, QDate(2026, 11, 23)), KanzaiRows, SheetOfRows(KanzaiRows));
+    rows()[4].SetGoods(QString());
+    rows()[5].SetGoods(QString());
+    WritePrintHandOff(handOff(0, QDate(2026, 11, 23)), rows(), SheetOfRows(rows()));
     EXPECT_TRUE(readAll(PrintHeaderPath(root)).contains("\r\n[th]=\r\n[ti]=24200\r\n"));
 }
 
 TEST_F(PrintHandOffFiles, MissingFolderFailsAtTheFirstFileAndWritesNothing) {
     load(1, 1);
     ASSERT_TRUE(QDir(PrintFolderPath(root)).removeRecursively());
-    EXPECT_THROW(
-        WritePrintHandOff(handOff(0, QDate(2026, 11, 23)), KanzaiRows, SheetOfRows(KanzaiRows)),
-        EInOutError);
+    EXPECT_THROW(WritePrintHandOff(handOff(0, QDate(2026, 11, 23)), rows(), SheetOfRows(rows())),
+                 EInOutError);
     EXPECT_FALSE(QFile::exists(PrintDataPath(root)));
     EXPECT_FALSE(QFile::exists(PrintConfPath(root)));
     EXPECT_FALSE(QFile::exists(PrintHeaderPath(root)));

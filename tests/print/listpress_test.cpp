@@ -15,6 +15,7 @@
 #include "store/pipetypestore.h"
 #include "store/suitestandin.h"
 #include "support/demo_data.h"
+#include "support/ownworkspace.h"
 
 #include <QFile>
 #include <QFileInfo>
@@ -76,18 +77,17 @@ int pdfPages(const QString& pdf) {
     return m.hasMatch() ? m.captured(1).toInt() : -1;
 }
 
-class ListpressProgram : public DemoDataFolder {
+class ListpressProgram : public DemoDataFolder, protected OwnWorkspace {
 protected:
     void handOff(int grp, int kan, int style) {
-        ClearRows(RowCount);
-        LoadPipeType(1, grp, kan);
-        CalcAllRows();
+        ws().load(grp, kan);
+        doc().calculateAll();
         PrintHandOff h;
         h.dataRoot = root;
         h.styleIndex = style;
         h.iconPath = U("/opt/qorvale/Application.ico");
         h.date = QDate(2026, 11, 23);
-        WritePrintHandOff(h, KanzaiRows, SheetOfRows(KanzaiRows));
+        WritePrintHandOff(h, rows(), SheetOfRows(rows()));
     }
     // listpress --pdf; the text of the PDF.
     QString print(const QString& name = QStringLiteral("out.pdf")) {

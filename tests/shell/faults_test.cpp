@@ -136,7 +136,7 @@ TEST_F(Faults, AReadOnlyDatabaseRefusesTheSaveAndKeepsEverything) {
     MainWindow& f = open();
     typeFactor(4, 2, "9");
     const QStringList before = group(db, 1);
-    const QStringList saved = SavedLines;
+    const QStringList saved = doc().savedLines();
     openFolders();
     setMode(db, 0444);
     setMode(QFileInfo(db).absolutePath(), 0555);
@@ -152,8 +152,8 @@ TEST_F(Faults, AReadOnlyDatabaseRefusesTheSaveAndKeepsEverything) {
         box(0).endsWith(U("この管種は保存されていません。データベースの内容は変わっていません。")))
         << box(0).toStdString();
     EXPECT_TRUE(dialogs->Messages().empty());
-    EXPECT_EQ(SavedLines, saved);
-    EXPECT_TRUE(PipeTypeChanged());
+    EXPECT_EQ(doc().savedLines(), saved);
+    EXPECT_TRUE(doc().isChanged());
     EXPECT_EQ(group(db, 1), before);
     EXPECT_EQ(integrity(db), QStringLiteral("ok"));
     // Writable again: the same rows save.
@@ -166,7 +166,7 @@ TEST_F(Faults, AFullDiskRefusesTheSaveAndKeepsEverything) {
     MainWindow& f = open();
     typeFactor(4, 3, "8");
     const QStringList before = group(db, 1);
-    const QStringList saved = SavedLines;
+    const QStringList saved = doc().savedLines();
     {
         DiskFull full(512); // not even the journal of one statement fits
         f.saveButton->click();
@@ -176,7 +176,7 @@ TEST_F(Faults, AFullDiskRefusesTheSaveAndKeepsEverything) {
     EXPECT_TRUE(
         box(0).endsWith(U("この管種は保存されていません。データベースの内容は変わっていません。")))
         << box(0).toStdString();
-    EXPECT_EQ(SavedLines, saved);
+    EXPECT_EQ(doc().savedLines(), saved);
     EXPECT_EQ(group(db, 1), before);
     EXPECT_EQ(integrity(db), QStringLiteral("ok"));
     EXPECT_FALSE(QFileInfo::exists(db + QStringLiteral("-journal")));

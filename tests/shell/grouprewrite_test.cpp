@@ -51,13 +51,8 @@ protected:
     // The computed columns of one pipe type as stored, one line a row.
     QStringList storedPrices(int grp, int kan) { return StoredPrices(db, grp, kan); }
     // The same columns as the engine computes them from the stored figures
-    // and options. Leaves KanzaiRows as it found them.
-    QStringList expectedPrices(int grp, int kan) {
-        const QStringList saved = SavedLines;
-        const QStringList out = ComputedPrices(grp, kan);
-        SavedLines = saved;
-        return out;
-    }
+    // and options.
+    QStringList expectedPrices(int grp, int kan) { return ComputedPrices(db, grp, kan); }
     void expectGroupComputed(int grp) {
         for (int kan = 1; kan <= GroupPipeTypes; ++kan)
             EXPECT_EQ(storedPrices(grp, kan), expectedPrices(grp, kan)) << "KAN " << kan;
@@ -140,11 +135,11 @@ TEST_F(GroupRewrite, OptionChangeGivesTheGroupTheDisplayedOptionsAndRecomputesIt
     f.rateCostEdit->SetValue(47.5);
     f.labourCostSubmittedEdit->SetValue(20500);
     // An entry not saved yet: the command saves first, so it stays.
-    KanzaiRows[4].TEIKA = Currency::FromInt(4321);
-    RefreshLines();
+    rows()[4].TEIKA = Currency::FromInt(4321);
+    doc().refreshLines();
     int stale = 0;
     for (int kan = 2; kan <= GroupPipeTypes; ++kan)
-        stale += storedCurrency(1, kan, 60, "DATA2") != CurrentOptions().AdoptedDigits();
+        stale += storedCurrency(1, kan, 60, "DATA2") != doc().options().AdoptedDigits();
     ASSERT_GT(stale, 0);
 
     dialogs->AnswerBox(TD::IdYes);
@@ -153,7 +148,7 @@ TEST_F(GroupRewrite, OptionChangeGivesTheGroupTheDisplayedOptionsAndRecomputesIt
     f.waitForGroupRewrite();
     EXPECT_FALSE(f.groupRewriteRunning());
 
-    Fuzokurecordtypex shown = KanzaiRows[OptionRow];
+    Fuzokurecordtypex shown = rows()[OptionRow];
     KanzaiOptions o(shown);
     EXPECT_EQ(o.LabourSubmitted(), Currency::FromInt(20500));
     EXPECT_EQ(o.RateCost(), StrToCurr("47.5"));
@@ -176,16 +171,16 @@ TEST_F(GroupRewrite, OptionChangeGivesTheGroupTheDisplayedOptionsAndRecomputesIt
     EXPECT_EQ(optionRowsOutside(1), otherGroupOptions);
 
     // The entry was saved and is in the rows brought back.
-    EXPECT_EQ(KanzaiRows[4].TEIKA, Currency::FromInt(4321));
+    EXPECT_EQ(rows()[4].TEIKA, Currency::FromInt(4321));
     EXPECT_EQ(stored(1, 1, 4, "TEIKA"), "4321");
-    EXPECT_FALSE(PipeTypeChanged());
+    EXPECT_FALSE(doc().isChanged());
     // The undo would bring back rows from before the run.
     EXPECT_FALSE(f.undoAction->isEnabled());
 
     // The progress, then the caption back and the end shown once.
     EXPECT_EQ(captions.size(), GroupRewriteSteps + 1);
     EXPECT_TRUE(captions.contains(U("データ更新中:1-5-12/")));
-    EXPECT_EQ(captions.first(), U("データ更新中:1-0-1/") + KanzaiRows[1].Goods());
+    EXPECT_EQ(captions.first(), U("データ更新中:1-0-1/") + rows()[1].Goods());
     EXPECT_EQ(captions.last(), U("Qorvale-Ostrel-"));
     EXPECT_EQ(f.windowTitle(), U("Qorvale-Ostrel-"));
     EXPECT_EQ(messagesWith("終了しました。"), 1);
@@ -217,15 +212,15 @@ TEST_F(GroupRewrite, BaseLabourCostsGoToEveryGroupButOnlyTheCurrentIsRecomputed)
     const QStringList group1Before = storedPrices(1, 6);
     // An entry not saved: the run loads the pipe type from the table.
     const Currency entered = Currency::FromInt(98765);
-    KanzaiRows[3].TEIKA = entered;
-    RefreshLines();
+    rows()[3].TEIKA = entered;
+    doc().refreshLines();
     // A base labour cost typed and not applied by Enter.
     f.activateWindow();
     f.labourCostSubmittedEdit->setFocus();
     f.labourCostSubmittedEdit->selectAll();
     QTest::keyClicks(f.labourCostSubmittedEdit, QStringLiteral("31234"));
     f.labourCostCostEdit->SetValue(27000);
-    ASSERT_NE(CurrentOptions().LabourSubmitted(), Currency::FromInt(31234));
+    ASSERT_NE(doc().options().LabourSubmitted(), Currency::FromInt(31234));
 
     dialogs->AnswerBox(TD::IdYes);
     f.labourCostChangeAction->trigger();
@@ -260,9 +255,9 @@ TEST_F(GroupRewrite, BaseLabourCostsGoToEveryGroupButOnlyTheCurrentIsRecomputed)
     EXPECT_EQ(storedPrices(1, 6), group1Before);
     EXPECT_NE(storedPrices(1, 6), expectedPrices(1, 6));
     // The entry is gone from the rows and from the file.
-    EXPECT_NE(KanzaiRows[3].TEIKA, entered);
-    EXPECT_EQ(CurrToStr(KanzaiRows[3].TEIKA), stored(2, 4, 3, "TEIKA"));
-    EXPECT_EQ(KanzaiRows[OptionRow].Data(5), Currency::FromInt(31234));
+    EXPECT_NE(rows()[3].TEIKA, entered);
+    EXPECT_EQ(CurrToStr(rows()[3].TEIKA), stored(2, 4, 3, "TEIKA"));
+    EXPECT_EQ(rows()[OptionRow].Data(5), Currency::FromInt(31234));
 }
 
 TEST_F(GroupRewrite, TheFormIsClosedToTheUserUntilTheEndHasBeenShown) {
@@ -329,7 +324,7 @@ TEST_F(GroupRewrite, AFailingStatementShowsErrorAndTheRunGoesOn) {
         optionsBefore << stored(1, kan, 60, "DATA6");
     MainWindow& f = open();
     f.elementRadio->SetItemIndex(f.elementRadio->ItemIndex() == 1 ? 2 : 1);
-    ASSERT_LT(optionsBefore.count(CurrToStr(CurrentOptions().ElementDigits())),
+    ASSERT_LT(optionsBefore.count(CurrToStr(doc().options().ElementDigits())),
               optionsBefore.size());
     dialogs->AnswerBox(TD::IdYes);
     f.optionChangeAction->trigger();
@@ -342,7 +337,7 @@ TEST_F(GroupRewrite, AFailingStatementShowsErrorAndTheRunGoesOn) {
     for (int kan = 2; kan <= GroupPipeTypes; ++kan)
         optionsAfter << stored(1, kan, 60, "DATA6");
     EXPECT_EQ(optionsAfter, optionsBefore);
-    EXPECT_EQ(storedCurrency(1, 1, 60, "DATA6"), CurrentOptions().ElementDigits());
+    EXPECT_EQ(storedCurrency(1, 1, 60, "DATA6"), doc().options().ElementDigits());
     expectGroupComputed(1);
 }
 
@@ -353,8 +348,8 @@ TEST_F(GroupRewrite, OptionChangeStopsWhenTheCurrentPipeTypeCannotBeSaved) {
                         "NEW.KAN=1 AND NEW.NO=5 BEGIN SELECT RAISE(ABORT,'refused'); END;"));
     MainWindow& f = open();
     recordCaptions();
-    KanzaiRows[3].TEIKA = Currency::FromInt(2468);
-    RefreshLines();
+    rows()[3].TEIKA = Currency::FromInt(2468);
+    doc().refreshLines();
     const Currency otherDigits = storedCurrency(1, 2, 60, "DATA6");
     f.elementRadio->SetItemIndex(DigitIndexOf(otherDigits) == 3 ? 2 : 3);
     dialogs->AnswerBox(TD::IdYes);
@@ -368,8 +363,8 @@ TEST_F(GroupRewrite, OptionChangeStopsWhenTheCurrentPipeTypeCannotBeSaved) {
     EXPECT_EQ(dialogs->Boxes()[1].instruction, "ERROR");
     EXPECT_TRUE(captions.filter(U("データ更新中:")).isEmpty());
     EXPECT_EQ(messagesWith("終了しました。"), 0);
-    EXPECT_EQ(KanzaiRows[3].TEIKA, Currency::FromInt(2468));
-    EXPECT_TRUE(PipeTypeChanged());
+    EXPECT_EQ(rows()[3].TEIKA, Currency::FromInt(2468));
+    EXPECT_TRUE(doc().isChanged());
 }
 
 TEST_F(GroupRewrite, ClosingDuringARunLeavesEveryPipeTypeOfTheGroupWhole) {
@@ -377,7 +372,7 @@ TEST_F(GroupRewrite, ClosingDuringARunLeavesEveryPipeTypeOfTheGroupWhole) {
     recordCaptions();
     f.elementRadio->SetItemIndex(3);
     f.digitsRadio->SetItemIndex(0);
-    const Currency digits = CurrentOptions().ElementDigits();
+    const Currency digits = doc().options().ElementDigits();
     bool closeAsked = false;
     bool closedAtOnce = true;
     bool visibleAtTheEnd = false;
@@ -413,7 +408,7 @@ TEST_F(GroupRewrite, AFailureOnTheWorkerOpensTheFormAgainAndIsShown) {
     exec(QStringLiteral("DELETE FROM ex_kanzai WHERE GRP='1' AND KAN='7' AND NO='60';"));
     MainWindow& f = open();
     recordCaptions();
-    const QByteArray goods = KanzaiRows[1].GOODS;
+    const QByteArray goods = rows()[1].GOODS;
     dialogs->AnswerBox(TD::IdYes);
     f.optionChangeAction->trigger();
     f.waitForGroupRewrite();
@@ -434,7 +429,7 @@ TEST_F(GroupRewrite, AFailureOnTheWorkerOpensTheFormAgainAndIsShown) {
     EXPECT_TRUE(f.menuBar()->isEnabled());
     EXPECT_FALSE(f.groupProgressWindow()->isVisible());
     // The rows are the current pipe type's, not the broken one's.
-    EXPECT_EQ(KanzaiRows[1].GOODS, goods);
+    EXPECT_EQ(rows()[1].GOODS, goods);
     // The commands work again.
     dialogs->AnswerBox(TD::IdNo);
     f.optionChangeItem->trigger();

@@ -51,8 +51,8 @@ protected:
 TEST_F(Safety, AFailedLoadLeavesTheClickUndone) {
     MainWindow& f = open();
     typeFactor(4, 3, "7");
-    const RowTable edited = KanzaiRows;
-    const QStringList saved = SavedLines;
+    const RowTable edited = rows();
+    const QStringList saved = doc().savedLines();
     const QStringList a = dumpPipeType(db, 1, 1), b = dumpPipeType(db, 1, 2);
     ASSERT_EQ(b.size(), 60);
     {
@@ -66,9 +66,9 @@ TEST_F(Safety, AFailedLoadLeavesTheClickUndone) {
         EXPECT_EQ(f.currentGroup, 1);
         EXPECT_EQ(f.currentPipeType, 1);
         EXPECT_EQ(f.selectedNode(), f.treeNode(1));
-        EXPECT_EQ(SavedLines, saved);
-        EXPECT_EQ(RowLine(KanzaiRows[3]), RowLine(edited[3]));
-        EXPECT_TRUE(PipeTypeChanged());
+        EXPECT_EQ(doc().savedLines(), saved);
+        EXPECT_EQ(RowLine(rows()[3]), RowLine(edited[3]));
+        EXPECT_TRUE(doc().isChanged());
     }
     // The next save writes pipe type 1, and pipe type 2 is untouched.
     f.saveButton->click();
@@ -85,14 +85,14 @@ TEST_F(Safety, ALoadThatStopsHalfWayLeavesTheRowsThatWereShown) {
                                                "AND KAN='2' AND NO>='30';")),
               1);
     MainWindow& f = open();
-    const RowTable shown = KanzaiRows;
+    const RowTable shown = rows();
     clickNode(2);
     ASSERT_EQ(dialogs->Boxes().size(), 1u);
     EXPECT_EQ(dialogs->Boxes()[0].instruction, U("List index out of bounds (29)"));
     EXPECT_EQ(f.currentPipeType, 1);
     for (int r = 1; r <= RowCount; ++r)
-        EXPECT_EQ(RowLine(KanzaiRows[r]), RowLine(shown[r])) << r;
-    EXPECT_FALSE(PipeTypeChanged());
+        EXPECT_EQ(RowLine(rows()[r]), RowLine(shown[r])) << r;
+    EXPECT_FALSE(doc().isChanged());
 }
 
 // Another program changes a price of the pipe type on screen after it was
@@ -125,8 +125,8 @@ TEST_F(Safety, ASaveAsksBeforeWritingOverAChangeMadeElsewhere) {
     ASSERT_EQ(dialogs->Boxes().size(), 1u);
     EXPECT_TRUE(asked(0));
     EXPECT_EQ(dumpPipeType(db, 1, 1), theirs);
-    EXPECT_EQ(KanzaiRows[3].Data(1), Currency::FromInt(7));
-    EXPECT_TRUE(PipeTypeChanged());
+    EXPECT_EQ(rows()[3].Data(1), Currency::FromInt(7));
+    EXPECT_TRUE(doc().isChanged());
 
     // 上書き保存: the user's rows are written, the other change is gone.
     dialogs->AnswerBox(TaskDialog::IdOverwrite);
@@ -134,9 +134,9 @@ TEST_F(Safety, ASaveAsksBeforeWritingOverAChangeMadeElsewhere) {
     EXPECT_TRUE(asked(1));
     EXPECT_TRUE(boxSays(2, "確認", "保存しました。"));
     EXPECT_EQ(stored(1, 1, 3, "DATA1"), QStringLiteral("7"));
-    EXPECT_EQ(stored(1, 1, 2, "GROSS"), CurrToStr(KanzaiRows[2].GROSS));
-    EXPECT_NE(KanzaiRows[2].GROSS, Currency::FromInt(1111));
-    EXPECT_FALSE(PipeTypeChanged());
+    EXPECT_EQ(stored(1, 1, 2, "GROSS"), CurrToStr(rows()[2].GROSS));
+    EXPECT_NE(rows()[2].GROSS, Currency::FromInt(1111));
+    EXPECT_FALSE(doc().isChanged());
 
     // 読み直す, confirmed: the stored rows are shown and the user's dropped.
     typeFactor(4, 4, "5");
@@ -149,9 +149,9 @@ TEST_F(Safety, ASaveAsksBeforeWritingOverAChangeMadeElsewhere) {
     EXPECT_TRUE(boxSays(4, "確認", "変更を破棄して読み直しますか?"));
     ASSERT_EQ(dialogs->Boxes().size(), 5u);
     EXPECT_EQ(dumpPipeType(db, 1, 1), before);
-    EXPECT_EQ(KanzaiRows[2].GROSS, Currency::FromInt(2222));
-    EXPECT_EQ(KanzaiRows[4].Data(1), StrToCurr(stored(1, 1, 4, "DATA1")));
-    EXPECT_FALSE(PipeTypeChanged());
+    EXPECT_EQ(rows()[2].GROSS, Currency::FromInt(2222));
+    EXPECT_EQ(rows()[4].Data(1), StrToCurr(stored(1, 1, 4, "DATA1")));
+    EXPECT_FALSE(doc().isChanged());
 
     // The question of a tree click: キャンセル keeps the user on the rows.
     typeFactor(4, 5, "6");
@@ -188,7 +188,7 @@ TEST_F(Safety, SavesUnderALockSayTheyFailedAndLoseNothing) {
     ASSERT_EQ(dialogs->Boxes().size(), 1u);
     EXPECT_TRUE(boxSays(0, "ERROR", "database is locked"));
     EXPECT_TRUE(dialogs->Messages().empty());
-    EXPECT_TRUE(PipeTypeChanged());
+    EXPECT_TRUE(doc().isChanged());
 
     // Ctrl+S the same.
     f.saveItem->trigger();
@@ -201,7 +201,7 @@ TEST_F(Safety, SavesUnderALockSayTheyFailedAndLoseNothing) {
     EXPECT_TRUE(boxSays(3, "ERROR", "database is locked"));
     EXPECT_EQ(f.currentPipeType, 1);
     EXPECT_EQ(f.selectedNode(), f.treeNode(1));
-    EXPECT_EQ(KanzaiRows[2].Data(2), Currency::FromInt(3));
+    EXPECT_EQ(rows()[2].Data(2), Currency::FromInt(3));
 
     // Closing: the failed save asks what to do; cancel keeps the window.
     dialogs->AnswerBox(TaskDialog::IdYes);    // save?
@@ -296,27 +296,27 @@ TEST_F(Safety, AnOverflowInShowPipeTypeLeavesTheOptionsWorking) {
     MainWindow& f = open();
     // Prices that no Currency can hold once multiplied.
     for (int r = 1; r <= 14; ++r) {
-        KanzaiRows[r].GROSS = Currency::FromRaw(INT64_MAX / 4);
-        KanzaiRows[r].Data(1) = Currency::FromInt(100000);
+        rows()[r].GROSS = Currency::FromRaw(INT64_MAX / 4);
+        rows()[r].Data(1) = Currency::FromInt(100000);
     }
     EXPECT_ANY_THROW(f.showPipeType());
     EXPECT_FALSE(f.refreshing);
     // A name applied with rows that overflow still counts as a change.
-    TakeSnapshot();
-    SavedLines = CurrentLines;
+    doc().takeSnapshot();
+    doc().markSaved();
     f.goodsBox->SetText(U("新しい管材"));
     EXPECT_ANY_THROW(f.applyControls());
-    EXPECT_TRUE(PipeTypeChanged());
+    EXPECT_TRUE(doc().isChanged());
     // Sane rows again; an option click recalculates them at once.
-    LoadPipeType(1, 1, 1);
-    TakeSnapshot();
-    KanzaiRows[4].Data(2) = Currency::FromInt(2);
+    ws().load(1, 1);
+    doc().takeSnapshot();
+    rows()[4].Data(2) = Currency::FromInt(2);
     f.fractionRadio->SetItemIndex(2);
     f.fractionRadio->onClicked();
-    Fuzokurecordtypex expected = KanzaiRows[4];
-    CalcRowWith(expected, CurrentOptions());
-    EXPECT_EQ(CurrentOptions().ElementFraction(), FractionSteps[2]);
-    EXPECT_EQ(KanzaiRows[4].GTANKA, expected.GTANKA);
+    Fuzokurecordtypex expected = rows()[4];
+    CalcRowWith(expected, doc().options());
+    EXPECT_EQ(doc().options().ElementFraction(), FractionSteps[2]);
+    EXPECT_EQ(rows()[4].GTANKA, expected.GTANKA);
     EXPECT_EQ(cell1(2, 4), FormatAmount(expected.GTANKA));
 }
 
@@ -331,17 +331,17 @@ TEST_F(Safety, EscapeInAnOpenEditorCommitsEvenWithUndoOn) {
     QTest::keyClick(f.compositeGrid->InplaceEditor(), Qt::Key_Escape);
     EXPECT_FALSE(f.compositeGrid->EditorMode());
     EXPECT_EQ(dialogs->Beeps(), beeps + 1);
-    EXPECT_EQ(KanzaiRows[5].Data(3), Currency::FromInt(9));
-    EXPECT_EQ(KanzaiRows[1].Data(1), Currency::FromInt(2)); // no undo ran
+    EXPECT_EQ(rows()[5].Data(3), Currency::FromInt(9));
+    EXPECT_EQ(rows()[1].Data(1), Currency::FromInt(2)); // no undo ran
 }
 
 TEST_F(Safety, PlainEnterDoesNotFillDownWhateverTheKeyboardSays) {
     MainWindow& f = open();
-    const Currency below = KanzaiRows[9].Data(1);
+    const Currency below = rows()[9].Data(1);
     dialogs->SetShiftDown(true);
     typeFactor(4, 8, "4");
-    EXPECT_EQ(KanzaiRows[8].Data(1), Currency::FromInt(4));
-    EXPECT_EQ(KanzaiRows[9].Data(1), below);
+    EXPECT_EQ(rows()[8].Data(1), Currency::FromInt(4));
+    EXPECT_EQ(rows()[9].Data(1), below);
     EXPECT_EQ(f.compositeRow, 9); // a plain Enter moves down
 }
 
@@ -362,8 +362,8 @@ TEST_F(Safety, KeysInTheTreeLoadWhatTheySelect) {
     QCoreApplication::processEvents();
     EXPECT_EQ(f.selectedNode(), f.treeNode(2));
     EXPECT_EQ(f.currentPipeType, 2);
-    LoadPipeType(1, 1, 2);
-    EXPECT_EQ(f.goodsBox->Text(), KanzaiRows[1].Goods());
+    ws().load(1, 2);
+    EXPECT_EQ(f.goodsBox->Text(), rows()[1].Goods());
     QTest::keyClick(f.tree, Qt::Key_Up);
     QCoreApplication::processEvents();
     EXPECT_EQ(f.currentPipeType, 1);

@@ -48,23 +48,23 @@ TEST_F(Workspace, StartShowsTheFirstPipeTypeWithTheEnginesPrices) {
     EXPECT_EQ(f.treeNode(0)->text(0), U("給水"));
     EXPECT_EQ(f.treeNode(189)->text(0), U("冷媒"));
     EXPECT_EQ(f.tree->currentItem(), f.treeNode(1));
-    EXPECT_EQ(f.treeNode(1)->text(0), KanzaiRows[1].Goods().trimmed());
+    EXPECT_EQ(f.treeNode(1)->text(0), rows()[1].Goods().trimmed());
     EXPECT_EQ(f.treeNode(20)->text(0), U("----")); // no demo data there
-    EXPECT_EQ(f.goodsBox->Text(), KanzaiRows[1].Goods());
+    EXPECT_EQ(f.goodsBox->Text(), rows()[1].Goods());
     EXPECT_EQ(f.tabs->count(), 4);
     EXPECT_EQ(f.tabs->tabText(0), U("屋内一般"));
     EXPECT_EQ(f.statusPanel(5), DatabaseFolder);
 
     // The prices on the sheet are the engine's on the stored rows.
-    LoadPipeType(1, 1, 1);
-    CalcAllRows();
+    ws().load(1, 1);
+    doc().calculateAll();
     for (int g = 1; g <= 14; ++g) {
-        const auto texts = Grid1LineTexts(KanzaiRows[g], SheetView{});
+        const auto texts = Grid1LineTexts(rows()[g], SheetView{});
         for (int c = 0; c < Grid1Cols; ++c)
             EXPECT_EQ(cell1(c, g), texts[std::size_t(c)]) << g;
-        EXPECT_EQ(cell2(1, g), FormatAmount(KanzaiRows[g].GROSS));
+        EXPECT_EQ(cell2(1, g), FormatAmount(rows()[g].GROSS));
     }
-    EXPECT_TRUE(cell2(1, 1).contains(',') || KanzaiRows[1].GROSS.raw < 10000000);
+    EXPECT_TRUE(cell2(1, 1).contains(',') || rows()[1].GROSS.raw < 10000000);
     EXPECT_FALSE(f.undoAction->isEnabled());
 }
 
@@ -92,9 +92,9 @@ TEST_F(Workspace, ClickOnAnotherPipeTypeLoadsItAtTabZero) {
     EXPECT_EQ(f.currentGroup, 1);
     EXPECT_EQ(f.currentPipeType, 2);
     EXPECT_EQ(f.tabs->currentIndex(), 0);
-    LoadPipeType(1, 1, 2);
-    EXPECT_EQ(f.goodsBox->Text(), KanzaiRows[1].Goods());
-    EXPECT_EQ(cell1(0, 1), KanzaiRows[1].Size());
+    ws().load(1, 2);
+    EXPECT_EQ(f.goodsBox->Text(), rows()[1].Goods());
+    EXPECT_EQ(cell1(0, 1), rows()[1].Size());
     EXPECT_TRUE(dialogs->Boxes().empty()); // nothing changed, nothing asked
 }
 
@@ -105,12 +105,12 @@ TEST_F(Workspace, OptionChangeRecalculatesAllRowsAndShowsThem) {
     f.elementRadio->SetItemIndex(2); // two decimals per element
     // Every row of every tab follows the engine.
     for (int r : {3, 20, 47}) {
-        Fuzokurecordtypex copy = KanzaiRows[r];
-        CalcRowWith(copy, CurrentOptions());
-        EXPECT_EQ(copy.GTANKA, KanzaiRows[r].GTANKA) << r;
+        Fuzokurecordtypex copy = rows()[r];
+        CalcRowWith(copy, doc().options());
+        EXPECT_EQ(copy.GTANKA, rows()[r].GTANKA) << r;
     }
-    EXPECT_EQ(cell1(1, 3), FormatAmount(KanzaiRows[3].FTANKA));
-    EXPECT_EQ(KanzaiRows[3].FTANKA, KanzaiRows[3].GTANKA);
+    EXPECT_EQ(cell1(1, 3), FormatAmount(rows()[3].FTANKA));
+    EXPECT_EQ(rows()[3].FTANKA, rows()[3].GTANKA);
     EXPECT_NE(before, QString());
     EXPECT_TRUE(f.undoAction->isEnabled());
     EXPECT_EQ(cell1(1, 0), U("採用単価"));
@@ -122,10 +122,10 @@ TEST_F(Workspace, EnterInBaseLabourCostAppliesAndMovesFocus) {
     f.labourCostSubmittedEdit->setFocus();
     f.labourCostSubmittedEdit->SetValue(20000);
     QTest::keyClick(f.labourCostSubmittedEdit, Qt::Key_Return);
-    EXPECT_EQ(CurrentOptions().LabourSubmitted(), Currency::FromInt(20000));
+    EXPECT_EQ(doc().options().LabourSubmitted(), Currency::FromInt(20000));
     EXPECT_TRUE(f.labourCostCostEdit->hasFocus());
-    Fuzokurecordtypex copy = KanzaiRows[1];
-    CalcRowWith(copy, CurrentOptions());
+    Fuzokurecordtypex copy = rows()[1];
+    CalcRowWith(copy, doc().options());
     EXPECT_EQ(cell1(2, 1), FormatAmount(copy.GTANKA));
 }
 
@@ -137,11 +137,11 @@ TEST_F(Workspace, SaveWritesAllRowsAndSaysSo) {
     EXPECT_EQ(dialogs->Boxes().back().content, U("保存しました。"));
     EXPECT_EQ(stored(1, 1, 60, "DATA5"), U("21000"));
     for (int no : {1, 14, 30, 59}) {
-        EXPECT_EQ(stored(1, 1, no, "GTANKA"), CurrToStr(KanzaiRows[no].GTANKA)) << no;
-        EXPECT_EQ(stored(1, 1, no, "FTANKA"), CurrToStr(KanzaiRows[no].FTANKA)) << no;
-        EXPECT_EQ(stored(1, 1, no, "NTANKA"), CurrToStr(KanzaiRows[no].NTANKA)) << no;
+        EXPECT_EQ(stored(1, 1, no, "GTANKA"), CurrToStr(rows()[no].GTANKA)) << no;
+        EXPECT_EQ(stored(1, 1, no, "FTANKA"), CurrToStr(rows()[no].FTANKA)) << no;
+        EXPECT_EQ(stored(1, 1, no, "NTANKA"), CurrToStr(rows()[no].NTANKA)) << no;
     }
-    EXPECT_FALSE(PipeTypeChanged());
+    EXPECT_FALSE(doc().isChanged());
 }
 
 TEST_F(Workspace, NewBaseLabourCostByEnterThenSaveStoresTheEnginesPrices) {
@@ -153,11 +153,11 @@ TEST_F(Workspace, NewBaseLabourCostByEnterThenSaveStoresTheEnginesPrices) {
     QTest::keyClick(f.labourCostSubmittedEdit, Qt::Key_Return);
     QTest::mouseClick(f.saveButton, Qt::LeftButton);
     // What the engine makes of the stored rows with the new cost.
-    LoadPipeType(1, 1, 1);
-    ASSERT_EQ(CurrentOptions().LabourSubmitted(), StrToCurr(QStringLiteral("20500.04")));
+    ws().load(1, 1);
+    ASSERT_EQ(doc().options().LabourSubmitted(), StrToCurr(QStringLiteral("20500.04")));
     for (int no : {1, 7, 14, 22, 59}) {
-        Fuzokurecordtypex row = KanzaiRows[no];
-        CalcRowWith(row, CurrentOptions());
+        Fuzokurecordtypex row = rows()[no];
+        CalcRowWith(row, doc().options());
         EXPECT_EQ(stored(1, 1, no, "GTANKA"), CurrToStr(row.GTANKA)) << no;
         EXPECT_EQ(stored(1, 1, no, "NTANKA"), CurrToStr(row.NTANKA)) << no;
         EXPECT_EQ(stored(1, 1, no, "FTANKA"), CurrToStr(row.FTANKA)) << no;
@@ -258,7 +258,7 @@ TEST_F(Workspace, RefrigerantModeCaptionsAndColumnNine) {
     MainWindow& f = open();
     // The demo holds refrigerant pipe types in group 10.
     clickNode(9 * 21 + 1);
-    ASSERT_EQ(CurrentOptions().ModeFlag(), 1);
+    ASSERT_EQ(doc().options().ModeFlag(), 1);
     EXPECT_EQ(f.tabs->count(), 1);
     EXPECT_EQ(f.tabs->tabText(0), U("一般"));
     EXPECT_EQ(cell1(5, 0), U("継手接合等"));
@@ -272,7 +272,7 @@ TEST_F(Workspace, RefrigerantModeCaptionsAndColumnNine) {
 
 TEST_F(Workspace, SideSelectionAndToggle) {
     MainWindow& f = open();
-    const Fuzokurecordtypex& r = KanzaiRows[1];
+    const Fuzokurecordtypex& r = rows()[1];
     f.materialGrid->SetSelection(GridRect(2, 1, 2, 1));
     f.materialCellChosen();
     EXPECT_EQ(cell1(1, 1), FormatAmount(r.NTANKA));
@@ -330,7 +330,7 @@ TEST_F(Workspace, OptionControlsMapToTheirFieldsBothWays) {
     EXPECT_EQ(f.materialCaption->text(), U("資材単価[単価に掛率を使用]"));
     f.useRateCheck->SetChecked(false);
     EXPECT_EQ(f.materialCaption->text(), U("資材単価"));
-    const Fuzokurecordtypex& o = KanzaiRows[60];
+    const Fuzokurecordtypex& o = rows()[60];
     EXPECT_EQ(o.GROSS, Currency::FromInt(70));
     EXPECT_EQ(o.NET, Currency::FromInt(60));
     EXPECT_EQ(o.Data(5), Currency::FromInt(20000));
@@ -353,9 +353,9 @@ TEST_F(Workspace, EnterInANameBoxNamesTheNodeAndApplies) {
     QTest::keyClick(f.unitBox, Qt::Key_Return); // the text of goodsBox, not of unitBox
     // Blanks go, the full-width space stays.
     EXPECT_EQ(f.treeNode(1)->text(0), U("新しい管材\u3000"));
-    EXPECT_EQ(KanzaiRows[1].Goods(), U("  新しい管材\u3000"));
-    EXPECT_EQ(KanzaiRows[37].Ci(), U("本"));
-    EXPECT_TRUE(PipeTypeChanged());
+    EXPECT_EQ(rows()[1].Goods(), U("  新しい管材\u3000"));
+    EXPECT_EQ(rows()[37].Ci(), U("本"));
+    EXPECT_TRUE(doc().isChanged());
 }
 
 TEST_F(Workspace, ShiftReleaseOnTheTreeNamesTheNode) {
@@ -384,11 +384,11 @@ TEST_F(Workspace, EnterInTheRatesAppliesAndTheLabourCostsSwapFocus) {
     f.rateSubmittedEdit->setFocus();
     f.rateSubmittedEdit->SetValue(72);
     QTest::keyClick(f.rateSubmittedEdit, Qt::Key_Return);
-    EXPECT_EQ(CurrentOptions().RateSubmitted(), Currency::FromInt(72));
+    EXPECT_EQ(doc().options().RateSubmitted(), Currency::FromInt(72));
     f.labourCostCostEdit->setFocus();
     f.labourCostCostEdit->SetValue(14000);
     QTest::keyClick(f.labourCostCostEdit, Qt::Key_Return);
-    EXPECT_EQ(CurrentOptions().LabourCost(), Currency::FromInt(14000));
+    EXPECT_EQ(doc().options().LabourCost(), Currency::FromInt(14000));
     EXPECT_TRUE(f.labourCostSubmittedEdit->hasFocus());
 }
 
@@ -398,13 +398,13 @@ TEST_F(Workspace, SaveWritesEveryFieldOfAllSixtyRows) {
     f.pageEdit->setText(U("頁;12"));
     f.unitBox->SetText(U("本"));
     QTest::mouseClick(f.saveButton, Qt::LeftButton);
-    const QStringList shown = CurrentLines;
-    LoadPipeType(1, 1, 1);
+    const QStringList shown = doc().currentLines();
+    ws().load(1, 1);
     for (int r = 1; r <= 60; ++r)
-        EXPECT_EQ(RowLine(KanzaiRows[r]), shown[r - 1]) << r;
-    EXPECT_EQ(KanzaiRows[1].Goods(), U("鋼管'; --"));
-    EXPECT_EQ(KanzaiRows[5].Goods(), U("頁;12"));
-    EXPECT_EQ(KanzaiRows[OptionRow].Ci(), U("本"));
+        EXPECT_EQ(RowLine(rows()[r]), shown[r - 1]) << r;
+    EXPECT_EQ(rows()[1].Goods(), U("鋼管'; --"));
+    EXPECT_EQ(rows()[5].Goods(), U("頁;12"));
+    EXPECT_EQ(rows()[OptionRow].Ci(), U("本"));
 }
 
 TEST_F(Workspace, DisplayFileHidesTheTreeAndSetsItsWidth) {
@@ -441,17 +441,17 @@ TEST_F(Workspace, TreeNamesAndDetailCaptionsFromTheStore) {
     MainWindow& f = open();
     EXPECT_EQ(f.treeNode(43)->text(0), QString()); // blanks only: an empty name
     EXPECT_EQ(f.tabs->tabText(1), U("機械室・便所"));
-    EXPECT_EQ(KanzaiRows[16].Kind(), U("機械室・便所"));
-    EXPECT_FALSE(PipeTypeChanged());
-    RefreshLines();
-    EXPECT_TRUE(PipeTypeChanged()); // the default caption is now in the row
+    EXPECT_EQ(rows()[16].Kind(), U("機械室・便所"));
+    EXPECT_FALSE(doc().isChanged());
+    doc().refreshLines();
+    EXPECT_TRUE(doc().isChanged()); // the default caption is now in the row
 }
 
 TEST_F(Workspace, RefrigerantApplyWritesTheSingleTabCaption) {
     MainWindow& f = open();
     clickNode(9 * 21 + 1);
     f.applyControls();
-    EXPECT_EQ(KanzaiRows[1].Kind(), U("一般"));
+    EXPECT_EQ(rows()[1].Kind(), U("一般"));
 }
 
 TEST_F(Workspace, SaveAfterAGroupNodeClickWritesTheShownPipeType) {

@@ -8,6 +8,7 @@
 #include "store/pipetypestore.h"
 #include "store/suitestandin.h"
 #include "support/lockholder.h"
+#include "support/ownworkspace.h"
 #include "support/sqliterows.h"
 
 #include <QTemporaryDir>
@@ -23,18 +24,27 @@ Currency c(const char* text) {
     return StrToCurr(QString::fromLatin1(text));
 }
 
-class PipeTypeStore : public ::testing::Test {
+class PipeTypeStore : public ::testing::Test, protected OwnWorkspace {
 protected:
     void SetUp() override {
         ASSERT_TRUE(dir.isValid());
         ExDatabasePath = dir.filePath(QStringLiteral("velmoraMainEX.db3"));
         CreateSuiteDatabase(ExDatabasePath, false);
-        ClearRows(RowCount);
-        SavedLines.clear();
-        CurrentLines.clear();
     }
     void TearDown() override { EXPECT_TRUE(dialogs->Unanswered().isEmpty()); }
 
+    SaveOutcome save(int grp, int kan, SaveCheck check = SaveCheck::AgainstLoaded) {
+        return ws().save(grp, kan, check, *dialogs);
+    }
+    // The database's reason when a save is refused, empty when it is not.
+    QString refusal(int grp, int kan) {
+        try {
+            save(grp, kan);
+        } catch (const ESQLiteException& e) {
+            return e.Reason();
+        }
+        return QString();
+    }
     void exec(const QString& sql) { ASSERT_EQ(ExecStatement(ExDatabasePath, sql), 1); }
     QString stored(const char* column, int grp, int kan, int no) {
         SqliteDatabase db(ExDatabasePath);
@@ -94,68 +104,69 @@ TEST_F(PipeTypeStore, LoadRules) {
                         "WHERE GRP=3 AND KAN=7 AND NO=2"));
     exec(QStringLiteral("UPDATE ex_kanzai SET SIZE='15A', TEIKA='abc' WHERE GRP=3 AND KAN=7 "
                         "AND NO=3"));
-    KanzaiRows[2].SIZE = "old";
-    KanzaiRows[2].CALC_G[3] = c("9"); // CALC fields keep their old values
+    rows()[2].SIZE = "old";
+    rows()[2].CALC_G[3] = c("9"); // CALC fields keep their old values
 
-    LoadPipeType(5, 3, 7);
-    EXPECT_EQ(KanzaiRows[15].Data(1), c("1"));
-    EXPECT_EQ(KanzaiRows[16].Data(1), c("0"));
-    EXPECT_EQ(KanzaiRows[60].FLAG, 0);
-    EXPECT_EQ(KanzaiRows[60].YOSAN, 0);
-    EXPECT_EQ(KanzaiRows[59].FLAG, 2);
-    EXPECT_EQ(KanzaiRows[1].GOODS, QByteArray(80, 'x'));
-    EXPECT_EQ(KanzaiRows[2].NET, c("1234.5679"));
-    EXPECT_EQ(KanzaiRows[2].SORT, c("5"));
-    EXPECT_EQ(KanzaiRows[2].SIZE, QByteArray());
-    EXPECT_EQ(KanzaiRows[2].UKEY, 77);
-    EXPECT_EQ(KanzaiRows[2].CALC_G[3], c("9"));
-    EXPECT_EQ(KanzaiRows[3].SIZE, QByteArray("15A"));
-    EXPECT_EQ(KanzaiRows[3].TEIKA, c("0"));
-    EXPECT_EQ(KanzaiRows[60].UKEY, 60);
-    ASSERT_EQ(SavedLines.size(), 60);
-    EXPECT_TRUE(SavedLines[0].startsWith(QString(80, QLatin1Char('x')) + QLatin1Char(';')));
-    EXPECT_EQ(NthField(SavedLines[14], 9), QStringLiteral("1")); // DATA1 after the default
-    EXPECT_EQ(NthField(SavedLines[59], 4), QStringLiteral("2")); // stored FLAG
+    ws().load(3, 7);
+    EXPECT_EQ(rows()[15].Data(1), c("1"));
+    EXPECT_EQ(rows()[16].Data(1), c("0"));
+    EXPECT_EQ(rows()[60].FLAG, 0);
+    EXPECT_EQ(rows()[60].YOSAN, 0);
+    EXPECT_EQ(rows()[59].FLAG, 2);
+    EXPECT_EQ(rows()[1].GOODS, QByteArray(80, 'x'));
+    EXPECT_EQ(rows()[2].NET, c("1234.5679"));
+    EXPECT_EQ(rows()[2].SORT, c("5"));
+    EXPECT_EQ(rows()[2].SIZE, QByteArray());
+    EXPECT_EQ(rows()[2].UKEY, 77);
+    EXPECT_EQ(rows()[2].CALC_G[3], c("9"));
+    EXPECT_EQ(rows()[3].SIZE, QByteArray("15A"));
+    EXPECT_EQ(rows()[3].TEIKA, c("0"));
+    EXPECT_EQ(rows()[60].UKEY, 60);
+    ASSERT_EQ(doc().savedLines().size(), 60);
+    EXPECT_TRUE(doc().savedLines()[0].startsWith(QString(80, QLatin1Char('x')) + QLatin1Char(';')));
+    EXPECT_EQ(NthField(doc().savedLines()[14], 9), QStringLiteral("1")); // DATA1 after the default
+    EXPECT_EQ(NthField(doc().savedLines()[59], 4), QStringLiteral("2")); // stored FLAG
     // So the pipe type counts as changed right after loading.
-    TakeSnapshot();
-    EXPECT_TRUE(PipeTypeChanged());
+    doc().takeSnapshot();
+    EXPECT_TRUE(doc().isChanged());
 
     // FLAG -1 stays; DATA1 2.5 in row 15 stays.
     exec(QStringLiteral("UPDATE ex_kanzai SET FLAG=-1 WHERE GRP=3 AND KAN=8 AND NO=60"));
     exec(QStringLiteral("UPDATE ex_kanzai SET DATA1=2.5 WHERE GRP=3 AND KAN=8 AND NO=15"));
-    LoadPipeType(1, 3, 8);
-    EXPECT_EQ(KanzaiRows[60].FLAG, -1);
-    EXPECT_EQ(KanzaiRows[15].Data(1), c("2.5"));
+    ws().load(3, 8);
+    EXPECT_EQ(rows()[60].FLAG, -1);
+    EXPECT_EQ(rows()[15].Data(1), c("2.5"));
 }
 
 TEST_F(PipeTypeStore, MissingRowsStopTheLoad) {
     exec(QStringLiteral("DELETE FROM ex_kanzai WHERE GRP=2 AND KAN=2 AND NO>=30"));
     exec(QStringLiteral("UPDATE ex_kanzai SET GOODS='first' WHERE GRP=2 AND KAN=2 AND NO=1"));
-    KanzaiRows[60].FLAG = 5;
-    KanzaiRows[40].SetGoods(QStringLiteral("kept"));
-    EXPECT_THROW(LoadPipeType(1, 2, 2), std::out_of_range);
-    EXPECT_EQ(KanzaiRows[1].GOODS, QByteArray("first"));
-    EXPECT_EQ(KanzaiRows[40].GOODS, QByteArray("kept"));
-    EXPECT_EQ(KanzaiRows[60].FLAG, 5);
-    EXPECT_EQ(SavedLines.size(), 29);
+    rows()[60].FLAG = 5;
+    rows()[40].SetGoods(QStringLiteral("kept"));
+    // All or nothing: not even the 29 rows read before the gap arrive.
+    EXPECT_THROW(ws().load(2, 2), std::out_of_range);
+    EXPECT_TRUE(rows()[1].GOODS.isEmpty());
+    EXPECT_EQ(rows()[40].GOODS, QByteArray("kept"));
+    EXPECT_EQ(rows()[60].FLAG, 5);
+    EXPECT_TRUE(doc().savedLines().isEmpty());
 }
 
 TEST_F(PipeTypeStore, SaveWritesAllRowsAndMarksSaved) {
-    LoadPipeType(1, 4, 5);
-    KanzaiRows[1].SetGoods(QStringLiteral("配管用炭素鋼鋼管（白）"));
-    KanzaiRows[2].SORT = c("5");
-    KanzaiRows[2].UKEY = 999;
-    KanzaiRows[7].NET = c("1234.5");
-    KanzaiRows[7].CALC_N[6] = c("17");
-    KanzaiRows[60].YOSAN = 1;
-    TakeSnapshot();
-    EXPECT_TRUE(PipeTypeChanged());
+    ws().load(4, 5);
+    rows()[1].SetGoods(QStringLiteral("配管用炭素鋼鋼管（白）"));
+    rows()[2].SORT = c("5");
+    rows()[2].UKEY = 999;
+    rows()[7].NET = c("1234.5");
+    rows()[7].CALC_N[6] = c("17");
+    rows()[60].YOSAN = 1;
+    doc().takeSnapshot();
+    EXPECT_TRUE(doc().isChanged());
 
-    SavePipeType(nullptr, 9, 4, 0, 5);
+    EXPECT_EQ(save(4, 5), SaveOutcome::Saved);
     EXPECT_TRUE(dialogs->Boxes().empty());
     EXPECT_TRUE(dialogs->Messages().empty());
-    EXPECT_EQ(dialogs->Clipboard(), SaveStatement(KanzaiRows[1], 4, 5, 1));
-    EXPECT_FALSE(PipeTypeChanged());
+    EXPECT_EQ(dialogs->Clipboard(), SaveStatement(rows()[1], 4, 5, 1));
+    EXPECT_FALSE(doc().isChanged());
     EXPECT_EQ(stored("GOODS", 4, 5, 1), QStringLiteral("配管用炭素鋼鋼管（白）"));
     EXPECT_EQ(stored("SORT", 4, 5, 2), QStringLiteral("0"));
     EXPECT_EQ(stored("UKEY", 4, 5, 2), QStringLiteral("2"));
@@ -163,43 +174,37 @@ TEST_F(PipeTypeStore, SaveWritesAllRowsAndMarksSaved) {
     EXPECT_EQ(stored("CALC7_N", 4, 5, 7), QStringLiteral("17"));
     EXPECT_EQ(stored("YOSAN", 4, 5, 60), QStringLiteral("1"));
     EXPECT_EQ(stored("GOODS", 4, 6, 1), QString()); // other pipe types untouched
-
-    SavePipeType(nullptr, 1, 4, 1, 5);
-    EXPECT_TRUE(dialogs->Messages().empty());
-    ASSERT_EQ(dialogs->Boxes().size(), 1u);
-    EXPECT_EQ(dialogs->Boxes()[0].instruction, QStringLiteral("確認"));
-    EXPECT_EQ(dialogs->Boxes()[0].content, QStringLiteral("保存しました。"));
 }
 
 TEST_F(PipeTypeStore, TextsRoundTripThroughSaveAndLoad) {
-    LoadPipeType(1, 1, 1);
+    ws().load(1, 1);
     const QStringList texts = {QStringLiteral("O'Brien's ;pipe; 'x'"),
                                QStringLiteral("給水、給湯';--"),
                                QStringLiteral("ﾌﾗﾝｼﾞ付硬質塩化ﾋﾞﾆﾙﾗｲﾆﾝｸﾞ鋼管(FVA)"),
                                QStringLiteral("\x1b;\x1b\x1b:;"), QStringLiteral("～－∥―￠")};
     for (int i = 0; i < int(texts.size()); ++i)
-        KanzaiRows[i + 1].SetGoods(texts[i]);
-    KanzaiRows[1].SetKind(QStringLiteral("屋内;一般'"));
-    KanzaiRows[2].SetSize(QStringLiteral("1';2"));
-    KanzaiRows[3].SetCi(QStringLiteral("ｍ;"));
+        rows()[i + 1].SetGoods(texts[i]);
+    rows()[1].SetKind(QStringLiteral("屋内;一般'"));
+    rows()[2].SetSize(QStringLiteral("1';2"));
+    rows()[3].SetCi(QStringLiteral("ｍ;"));
     std::array<Fuzokurecordtypex, 5> before;
     for (int i = 0; i < 5; ++i)
-        before[std::size_t(i)] = KanzaiRows[i + 1];
-    TakeSnapshot();
-    SavePipeType(nullptr, 1, 1, 0, 1);
+        before[std::size_t(i)] = rows()[i + 1];
+    doc().takeSnapshot();
+    save(1, 1);
     EXPECT_TRUE(dialogs->Boxes().empty());
     EXPECT_TRUE(dialogs->Messages().empty());
 
-    ClearRows(RowCount);
-    LoadPipeType(1, 1, 1);
+    doc().clearRows(RowCount);
+    ws().load(1, 1);
     for (int i = 0; i < 5; ++i) {
-        EXPECT_EQ(KanzaiRows[i + 1].GOODS, before[std::size_t(i)].GOODS) << i;
-        EXPECT_EQ(KanzaiRows[i + 1].Goods(), texts[i]) << i;
+        EXPECT_EQ(rows()[i + 1].GOODS, before[std::size_t(i)].GOODS) << i;
+        EXPECT_EQ(rows()[i + 1].Goods(), texts[i]) << i;
     }
-    EXPECT_EQ(KanzaiRows[1].Kind(), QStringLiteral("屋内;一般'"));
-    EXPECT_EQ(KanzaiRows[2].Size(), QStringLiteral("1';2"));
-    EXPECT_EQ(KanzaiRows[3].Ci(), QStringLiteral("ｍ;"));
-    EXPECT_EQ(KanzaiRows[4].NET, before[3].NET);
+    EXPECT_EQ(rows()[1].Kind(), QStringLiteral("屋内;一般'"));
+    EXPECT_EQ(rows()[2].Size(), QStringLiteral("1';2"));
+    EXPECT_EQ(rows()[3].Ci(), QStringLiteral("ｍ;"));
+    EXPECT_EQ(rows()[4].NET, before[3].NET);
 }
 
 // Every character of the code page, in its own bytes, survives the store.
@@ -225,21 +230,21 @@ TEST_F(PipeTypeStore, EveryCodePageCharacterSurvivesByteForByte) {
     ASSERT_GT(chars.size(), 7000);
     int next = 0;
     while (next < int(chars.size())) {
-        LoadPipeType(1, 6, 1);
+        ws().load(6, 1);
         for (int r = 1; r <= RowCount; ++r) {
             QByteArray goods;
             while (next < int(chars.size()) && goods.size() + chars[next].size() <= GoodsWidth)
                 goods += chars[next++];
-            KanzaiRows[r].GOODS = goods;
+            rows()[r].GOODS = goods;
         }
         std::array<QByteArray, RowCount> written;
         for (int r = 1; r <= RowCount; ++r)
-            written[std::size_t(r - 1)] = KanzaiRows[r].GOODS;
-        SavePipeType(nullptr, 1, 6, 0, 1);
-        ClearRows(RowCount);
-        LoadPipeType(1, 6, 1);
+            written[std::size_t(r - 1)] = rows()[r].GOODS;
+        save(6, 1);
+        doc().clearRows(RowCount);
+        ws().load(6, 1);
         for (int r = 1; r <= RowCount; ++r)
-            ASSERT_EQ(KanzaiRows[r].GOODS, written[std::size_t(r - 1)]) << "row " << r;
+            ASSERT_EQ(rows()[r].GOODS, written[std::size_t(r - 1)]) << "row " << r;
     }
     EXPECT_TRUE(dialogs->Boxes().empty());
     EXPECT_TRUE(dialogs->Messages().empty());
@@ -255,24 +260,18 @@ QStringList dump(int grp, int kan) {
 }
 
 TEST_F(PipeTypeStore, ASaveLandsWholeOrNotAtAll) {
-    LoadPipeType(1, 7, 3);
-    const QStringList saved = SavedLines;
+    ws().load(7, 3);
+    const QStringList saved = doc().savedLines();
     for (int r = 1; r <= RowCount; ++r)
-        KanzaiRows[r].SetGoods(QStringLiteral("new%1").arg(r));
-    TakeSnapshot();
+        rows()[r].SetGoods(QStringLiteral("new%1").arg(r));
+    doc().takeSnapshot();
     const QStringList before = dump(7, 3);
     auto failsWithNothingWritten = [&](const char* reason) {
-        dialogs->ClearRecords();
-        EXPECT_EQ(SavePipeType(nullptr, 1, 7, 1, 3), SaveOutcome::Failed);
-        // One box with the database's reason; no success; the rows stay
-        // unsaved, so the question comes again.
-        EXPECT_TRUE(dialogs->Messages().empty());
-        ASSERT_EQ(dialogs->Boxes().size(), 1u);
-        EXPECT_EQ(dialogs->Boxes()[0].instruction, QStringLiteral("ERROR"));
-        EXPECT_EQ(dialogs->Boxes()[0].content,
-                  QString::fromUtf8(reason) + QStringLiteral("\r\n") + NotSavedText);
-        EXPECT_EQ(SavedLines, saved);
-        EXPECT_TRUE(PipeTypeChanged());
+        // Refused with the database's reason; the rows stay unsaved, so the
+        // question comes again.
+        EXPECT_EQ(refusal(7, 3), QString::fromUtf8(reason));
+        EXPECT_EQ(doc().savedLines(), saved);
+        EXPECT_TRUE(doc().isChanged());
         EXPECT_EQ(dump(7, 3), before);
     };
     {
@@ -292,56 +291,65 @@ TEST_F(PipeTypeStore, ASaveLandsWholeOrNotAtAll) {
     // A lock let go within the wait is waited out, and the save goes through.
     {
         LockHolder other(ExDatabasePath, "EXCLUSIVE", 0.5);
-        dialogs->ClearRecords();
-        EXPECT_EQ(SavePipeType(nullptr, 1, 7, 1, 3), SaveOutcome::Saved);
+        EXPECT_EQ(save(7, 3), SaveOutcome::Saved);
     }
-    ASSERT_EQ(dialogs->Boxes().size(), 1u);
-    EXPECT_EQ(dialogs->Boxes()[0].content, QStringLiteral("保存しました。"));
-    EXPECT_FALSE(PipeTypeChanged());
+    EXPECT_FALSE(doc().isChanged());
     EXPECT_EQ(stored("GOODS", 7, 3, 1), QStringLiteral("new1"));
     EXPECT_EQ(stored("GOODS", 7, 3, 60), QStringLiteral("new60"));
 }
 
 TEST_F(PipeTypeStore, AChangeMadeElsewhereIsNotWrittenOverUnasked) {
-    LoadPipeType(1, 7, 4);
-    TakeSnapshot();
-    KanzaiRows[3].NET = c("111");
-    RefreshLines();
+    ws().load(7, 4);
+    doc().takeSnapshot();
+    rows()[3].NET = c("111");
+    doc().refreshLines();
     // Another program changes one price of this pipe type, and a price of
     // the next one, after the load.
     exec(QStringLiteral("UPDATE ex_kanzai SET GROSS='999' WHERE GRP=7 AND KAN=4 AND NO=5;"));
     exec(QStringLiteral("UPDATE ex_kanzai SET GROSS='888' WHERE GRP=7 AND KAN=5 AND NO=5;"));
     const QStringList theirs = dump(7, 4);
-    EXPECT_EQ(SavePipeType(nullptr, 1, 7, 1, 4), SaveOutcome::ChangedElsewhere);
+    EXPECT_EQ(save(7, 4), SaveOutcome::ChangedElsewhere);
     EXPECT_TRUE(dialogs->Boxes().empty());
     EXPECT_EQ(dump(7, 4), theirs);
-    EXPECT_TRUE(PipeTypeChanged());
+    EXPECT_TRUE(doc().isChanged());
 
     // Written over on purpose; from then on our own save is what is stored.
-    EXPECT_EQ(SavePipeType(nullptr, 1, 7, 0, 4, SaveCheck::Overwrite), SaveOutcome::Saved);
-    EXPECT_EQ(stored("GROSS", 7, 4, 5), CurrToStr(KanzaiRows[5].GROSS));
+    EXPECT_EQ(save(7, 4, SaveCheck::Overwrite), SaveOutcome::Saved);
+    EXPECT_EQ(stored("GROSS", 7, 4, 5), CurrToStr(rows()[5].GROSS));
     EXPECT_EQ(stored("NET", 7, 4, 3), QStringLiteral("111"));
-    KanzaiRows[3].NET = c("112");
-    RefreshLines();
-    EXPECT_EQ(SavePipeType(nullptr, 1, 7, 0, 4), SaveOutcome::Saved);
+    rows()[3].NET = c("112");
+    doc().refreshLines();
+    EXPECT_EQ(save(7, 4), SaveOutcome::Saved);
     EXPECT_EQ(stored("NET", 7, 4, 3), QStringLiteral("112"));
     EXPECT_EQ(stored("GROSS", 7, 5, 5), QStringLiteral("888"));
 }
 
-TEST_F(PipeTypeStore, MissingDatabaseFileFailsTheSave) {
-    LoadPipeType(1, 1, 1);
-    TakeSnapshot();
-    const QStringList saved = SavedLines;
+// The connection stays open from one load or save to the next, yet a save
+// always goes to the file that is at the path now: a file put in its place
+// takes it, and a removed one, or a path that leads nowhere, refuses it
+// without creating anything.
+TEST_F(PipeTypeStore, ASaveGoesToTheFileAtThePathNow) {
+    ws().load(1, 1);
+    doc().takeSnapshot();
+    rows()[1].SetGoods(QStringLiteral("x"));
+    doc().refreshLines();
+    const QString copy = dir.filePath(QStringLiteral("copy.db3"));
+    ASSERT_TRUE(QFile::copy(ExDatabasePath, copy));
+    ASSERT_TRUE(QFile::remove(ExDatabasePath));
+    ASSERT_TRUE(QFile::rename(copy, ExDatabasePath));
+    EXPECT_EQ(save(1, 1), SaveOutcome::Saved);
+    EXPECT_EQ(stored("GOODS", 1, 1, 1), QStringLiteral("x"));
+
+    const QStringList saved = doc().savedLines();
+    rows()[1].SetGoods(QStringLiteral("y"));
+    doc().refreshLines();
+    ASSERT_TRUE(QFile::remove(ExDatabasePath));
+    EXPECT_TRUE(refusal(1, 1).contains(QStringLiteral("unable to open")));
+    EXPECT_FALSE(QFileInfo::exists(ExDatabasePath));
     ExDatabasePath = dir.filePath(QStringLiteral("no/such/folder/x.db3"));
-    KanzaiRows[1].SetGoods(QStringLiteral("x"));
-    RefreshLines();
-    EXPECT_EQ(SavePipeType(nullptr, 1, 1, 1, 1), SaveOutcome::Failed);
-    EXPECT_EQ(SavedLines, saved);
-    ASSERT_EQ(dialogs->Boxes().size(), 1u);
-    EXPECT_EQ(dialogs->Boxes()[0].instruction, QStringLiteral("ERROR"));
-    EXPECT_TRUE(dialogs->Boxes()[0].content.contains(QStringLiteral("unable to open")))
-        << s(dialogs->Boxes()[0].content);
-    EXPECT_TRUE(dialogs->Messages().empty());
+    EXPECT_TRUE(refusal(1, 1).contains(QStringLiteral("unable to open")));
+    EXPECT_EQ(doc().savedLines(), saved);
+    EXPECT_TRUE(dialogs->Boxes().empty());
 }
 
 } // namespace

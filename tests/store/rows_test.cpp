@@ -1,5 +1,6 @@
 // Rows, options tables, change lines and the snapshot.
 #include "store/ex_general.h"
+#include "support/ownworkspace.h"
 
 #include <gtest/gtest.h>
 
@@ -12,15 +13,7 @@ QString U(const char* t) {
     return QString::fromUtf8(t);
 }
 
-class RowsTest : public ::testing::Test {
-protected:
-    void SetUp() override {
-        ClearRows(RowCount);
-        SavedLines.clear();
-        CurrentLines.clear();
-        SetUndoEnabled(false);
-    }
-};
+class RowsTest : public ::testing::Test, protected OwnWorkspace {};
 
 TEST_F(RowsTest, RowLineFieldsAndOrder) {
     Fuzokurecordtypex r;
@@ -46,17 +39,17 @@ TEST_F(RowsTest, RowLineFieldsAndOrder) {
 }
 
 TEST_F(RowsTest, FieldsNotInTheLineDoNotCountAsChange) {
-    TakeSnapshot();
-    SavedLines = CurrentLines;
-    KanzaiRows[3].SORT = C("9");
-    KanzaiRows[3].YOSAN = 2;
-    KanzaiRows[3].UKEY = 99;
-    KanzaiRows[3].CALC_N[2] = C("5");
-    RefreshLines();
-    EXPECT_FALSE(PipeTypeChanged());
-    KanzaiRows[3].Data(7) = C("0.0001");
-    RefreshLines();
-    EXPECT_TRUE(PipeTypeChanged());
+    doc().takeSnapshot();
+    doc().markSaved();
+    rows()[3].SORT = C("9");
+    rows()[3].YOSAN = 2;
+    rows()[3].UKEY = 99;
+    rows()[3].CALC_N[2] = C("5");
+    doc().refreshLines();
+    EXPECT_FALSE(doc().isChanged());
+    rows()[3].Data(7) = C("0.0001");
+    doc().refreshLines();
+    EXPECT_TRUE(doc().isChanged());
 }
 
 TEST_F(RowsTest, TextFieldsAreCutToTheirWidth) {
@@ -72,38 +65,37 @@ TEST_F(RowsTest, TextFieldsAreCutToTheirWidth) {
 }
 
 TEST_F(RowsTest, SnapshotCopiesAllButCalcAndRestoreBringsBack) {
-    KanzaiRows[5].SetGoods(U("鋼管"));
-    KanzaiRows[5].NET = C("100");
-    KanzaiRows[5].UKEY = 5;
-    KanzaiRows[5].CALC_G[3] = C("77");
+    rows()[5].SetGoods(U("鋼管"));
+    rows()[5].NET = C("100");
+    rows()[5].UKEY = 5;
+    rows()[5].CALC_G[3] = C("77");
     bool enabled = false;
-    SetUndoEnabledHandler([&](bool e) { enabled = e; });
-    TakeSnapshot();
+    QObject::connect(&doc(), &PipeTypeDocument::undoAvailableChanged, [&](bool e) { enabled = e; });
+    doc().takeSnapshot();
     EXPECT_TRUE(enabled);
-    EXPECT_EQ(CurrentLines.size(), 60);
-    EXPECT_EQ(UndoRows[5].NET, C("100"));
-    EXPECT_EQ(UndoRows[5].CALC_G[3].raw, 0);
+    EXPECT_EQ(doc().currentLines().size(), 60);
+    EXPECT_EQ(doc().snapshot()[5].NET, C("100"));
+    EXPECT_EQ(doc().snapshot()[5].CALC_G[3].raw, 0);
 
-    KanzaiRows[5].NET = C("200");
-    KanzaiRows[5].SetGoods(U("changed"));
-    KanzaiRows[5].CALC_G[3] = C("88");
-    RestoreSnapshot();
-    EXPECT_EQ(KanzaiRows[5].NET, C("100"));
-    EXPECT_EQ(KanzaiRows[5].Goods(), U("鋼管"));
-    EXPECT_EQ(KanzaiRows[5].CALC_G[3], C("88")); // CALC fields are left
-    SetUndoEnabledHandler(nullptr);
+    rows()[5].NET = C("200");
+    rows()[5].SetGoods(U("changed"));
+    rows()[5].CALC_G[3] = C("88");
+    doc().restoreSnapshot();
+    EXPECT_EQ(rows()[5].NET, C("100"));
+    EXPECT_EQ(rows()[5].Goods(), U("鋼管"));
+    EXPECT_EQ(rows()[5].CALC_G[3], C("88")); // CALC fields are left
 }
 
 TEST_F(RowsTest, ClearRowsClearsBothTablesUpToCount) {
-    KanzaiRows[1].NET = C("1");
-    UndoRows[1].NET = C("1");
-    KanzaiRows[2].NET = C("2");
-    ClearRows(0);
-    EXPECT_EQ(KanzaiRows[1].NET, C("1"));
-    ClearRows(1);
-    EXPECT_EQ(KanzaiRows[1].NET.raw, 0);
-    EXPECT_EQ(UndoRows[1].NET.raw, 0);
-    EXPECT_EQ(KanzaiRows[2].NET, C("2"));
+    rows()[1].NET = C("1");
+    doc().takeSnapshot();
+    rows()[2].NET = C("2");
+    doc().clearRows(0);
+    EXPECT_EQ(rows()[1].NET, C("1"));
+    doc().clearRows(1);
+    EXPECT_EQ(rows()[1].NET.raw, 0);
+    EXPECT_EQ(doc().snapshot()[1].NET.raw, 0);
+    EXPECT_EQ(rows()[2].NET, C("2"));
 }
 
 TEST_F(RowsTest, OptionIndexLookups) {
@@ -119,7 +111,7 @@ TEST_F(RowsTest, OptionIndexLookups) {
 }
 
 TEST_F(RowsTest, OptionsRideInRowSixty) {
-    KanzaiOptions o = CurrentOptions();
+    KanzaiOptions o = doc().options();
     o.OtherMethod() = 1;
     o.ModeFlag() = 1;
     o.RateCost() = C("60");
@@ -133,7 +125,7 @@ TEST_F(RowsTest, OptionsRideInRowSixty) {
     o.RateOn() = C("1");
     o.UnitDigits() = C("1000");
     o.UnitFraction() = C("0");
-    const Fuzokurecordtypex& r = KanzaiRows[60];
+    const Fuzokurecordtypex& r = rows()[60];
     EXPECT_EQ(r.YOSAN, 1);
     EXPECT_EQ(r.FLAG, 1);
     EXPECT_EQ(r.NET, C("60"));

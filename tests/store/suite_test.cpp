@@ -7,6 +7,7 @@
 #include "store/modulewrappersqlite.h"
 #include "store/pipetypestore.h"
 #include "store/suitestandin.h"
+#include "support/ownworkspace.h"
 
 #include <QFile>
 #include <QFileInfo>
@@ -20,7 +21,7 @@ std::string s(const QString& q) {
     return q.toStdString();
 }
 
-class SuiteAndTool : public ::testing::Test {
+class SuiteAndTool : public ::testing::Test, protected OwnWorkspace {
 protected:
     void SetUp() override {
         ASSERT_TRUE(dir.isValid());
@@ -108,19 +109,19 @@ TEST_F(SuiteAndTool, DemoDataHoldsItsComputedPrices) {
     ASSERT_EQ(suite({"init", "--demo"}), 0) << s(err);
     ExDatabasePath = dbPath;
     for (const auto& [grp, kan] : {std::pair{1, 1}, std::pair{1, 3}, std::pair{10, 2}}) {
-        LoadPipeType(1, grp, kan);
-        EXPECT_FALSE(KanzaiRows[1].GOODS.isEmpty());
-        EXPECT_FALSE(KanzaiRows[2].GOODS.isEmpty());
-        EXPECT_FALSE(KanzaiRows[3].GOODS.isEmpty());
-        EXPECT_GT(KanzaiRows[1].FTANKA.raw, 0);
+        ws().load(grp, kan);
+        EXPECT_FALSE(rows()[1].GOODS.isEmpty());
+        EXPECT_FALSE(rows()[2].GOODS.isEmpty());
+        EXPECT_FALSE(rows()[3].GOODS.isEmpty());
+        EXPECT_GT(rows()[1].FTANKA.raw, 0);
         std::array<Currency, 59> stored{};
         for (int r = 1; r < 60; ++r)
-            stored[std::size_t(r - 1)] = KanzaiRows[r].GTANKA;
-        CalcAllRows();
+            stored[std::size_t(r - 1)] = rows()[r].GTANKA;
+        doc().calculateAll();
         for (int r = 1; r < 60; ++r)
-            EXPECT_EQ(KanzaiRows[r].GTANKA, stored[std::size_t(r - 1)]) << grp << "/" << kan;
+            EXPECT_EQ(rows()[r].GTANKA, stored[std::size_t(r - 1)]) << grp << "/" << kan;
     }
-    EXPECT_EQ(KanzaiRows[60].FLAG, 1); // refrigerant mode in group 10
+    EXPECT_EQ(rows()[60].FLAG, 1); // refrigerant mode in group 10
     EXPECT_GT(value(QStringLiteral("SELECT count(DISTINCT GRP) FROM ex_kanzai WHERE NO=1 AND "
                                    "GOODS<>''")),
               3);

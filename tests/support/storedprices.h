@@ -29,15 +29,17 @@ inline QStringList StoredPrices(const QString& path, int grp, int kan) {
 }
 
 // The computed columns as the engine computes them from the stored figures
-// and options of the pipe type, in the lines of StoredPrices. Leaves
-// KanzaiRows as it found them.
-inline QStringList ComputedPrices(int grp, int kan) {
-    const RowTable keep = KanzaiRows;
-    LoadPipeType(1, grp, kan);
+// and options of the pipe type, in the lines of StoredPrices.
+inline QStringList ComputedPrices(const QString& path, int grp, int kan) {
+    RowTable rows;
+    {
+        SqliteDatabase db(path);
+        LoadPipeTypeIn(db, grp, kan, rows);
+    }
     QStringList out;
     for (int n = 1; n < OptionRow; ++n) {
-        Fuzokurecordtypex row = KanzaiRows[n];
-        Fuzokurecordtypex options = KanzaiRows[OptionRow];
+        Fuzokurecordtypex row = rows[n];
+        Fuzokurecordtypex options = rows[OptionRow];
         CalcRowWith(row, KanzaiOptions(options));
         QStringList fields{QString::number(n), CurrToStr(row.GROSS), CurrToStr(row.NET)};
         for (Currency v : row.CALC_G)
@@ -47,6 +49,5 @@ inline QStringList ComputedPrices(int grp, int kan) {
         fields << CurrToStr(row.NTANKA) << CurrToStr(row.GTANKA) << CurrToStr(row.FTANKA);
         out << fields.join(QLatin1Char(' '));
     }
-    KanzaiRows = keep;
     return out;
 }

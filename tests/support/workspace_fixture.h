@@ -42,6 +42,11 @@ protected:
             << dialogs->Unanswered().join('\n').toStdString();
     }
 
+    // The window's workspace, its document and rows.
+    Workspace& ws() { return form->workspace(); }
+    PipeTypeDocument& doc() { return form->document(); }
+    RowTable& rows() { return form->document().rows(); }
+
     // Opens the window and runs its show step.
     MainWindow& open() {
         form = std::make_unique<MainWindow>(QString());
