@@ -5,6 +5,7 @@
 // rows and connection and never touches these.
 
 #include "document/pipetypedocument.h"
+#include "shell/confrecord.h"
 
 #include <QObject>
 #include <QString>
@@ -24,6 +25,9 @@ public:
     const PipeTypeDocument& document() const { return m_document; }
     // The buffer the copy commands fill and the paste commands read.
     RowTable& copyBuffer() { return m_copyBuffer; }
+    // The settings record of the database: the group names and the settings
+    // carried along with them.
+    ConfRecord& settings() { return m_settings; }
 
     // The connection to the database at ExDatabasePath, opened on first use
     // and opened again when the file there is no longer the one opened
@@ -66,6 +70,7 @@ private:
 
     PipeTypeDocument m_document;
     RowTable m_copyBuffer;
+    ConfRecord m_settings;
     std::unique_ptr<SqliteDatabase> m_database;
     QString m_databasePath;
     FileIdentity m_identity;

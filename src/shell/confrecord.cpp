@@ -4,8 +4,6 @@
 #include "shell/settingsfiles.h"
 #include "store/modulewrappersqlite.h"
 
-ConfRecord KanzaiConf;
-
 namespace {
 const QString Removal = QStringLiteral("[REMOVAL]");
 const QString Recycle = QStringLiteral("[RECYCLE]");
@@ -71,16 +69,16 @@ QString ConfInsertStatement(const ConfRecord& conf) {
            QStringLiteral(");");
 }
 
-void loadGroupNames() {
-    KanzaiConf.GroupNames = DefaultGroupNames();
+void LoadGroupNames(ConfRecord& conf) {
+    conf.GroupNames = DefaultGroupNames();
     const QStringList lines = QueryToLines(ExDatabasePath, ConfSelectStatement()).lines;
     if (lines.isEmpty()) return;
-    ApplyConfText(NthField(lines.first(), 1), KanzaiConf);
+    ApplyConfText(NthField(lines.first(), 1), conf);
 }
 
-int saveGroupNames() {
+int SaveGroupNames(const ConfRecord& conf) {
     QString reason;
-    if (TryExecStatements(ExDatabasePath, {ConfDeleteStatement(), ConfInsertStatement(KanzaiConf)},
+    if (TryExecStatements(ExDatabasePath, {ConfDeleteStatement(), ConfInsertStatement(conf)},
                           reason))
         return 1;
     ShowWriteFailure(nullptr, reason, QStringLiteral("グループ名を保存できませんでした。"));

@@ -17,9 +17,6 @@ struct ConfRecord {
     std::array<QString, GroupCount> GroupNames; // [GROUP_NAME1] .. [GROUP_NAME10]
 };
 
-// The program-wide record: filled by loadGroupNames, written by saveGroupNames.
-extern ConfRecord KanzaiConf;
-
 // The names the groups have before the record is read.
 const std::array<QString, GroupCount>& DefaultGroupNames();
 
@@ -33,10 +30,10 @@ QString ConfSelectStatement();
 QString ConfDeleteStatement();
 QString ConfInsertStatement(const ConfRecord& conf);
 
-// Sets the default names, then reads the record from ExDatabasePath when
-// there is one. Raises ESQLiteException when the query fails.
-void loadGroupNames();
-// Replaces the record on ExDatabasePath with KanzaiConf: the delete and the
-// insert run in one transaction, so a failed insert keeps the old record.
-// 1 on success; 0 after one box "ERROR" with the database's reason.
-int saveGroupNames();
+// Sets the default names of conf, then reads the record from ExDatabasePath
+// into it when there is one. Raises ESQLiteException when the query fails.
+void LoadGroupNames(ConfRecord& conf);
+// Replaces the record on ExDatabasePath with conf: the delete and the insert
+// run in one transaction, so a failed insert keeps the old record. 1 on
+// success; 0 after one box "ERROR" with the database's reason.
+int SaveGroupNames(const ConfRecord& conf);

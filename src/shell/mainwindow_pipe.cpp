@@ -56,17 +56,18 @@ QTreeWidgetItem* MainWindow::selectedNode() const {
 }
 
 void MainWindow::loadGroupNames() {
-    ::loadGroupNames();
+    ConfRecord& settings = workspace_->settings();
+    LoadGroupNames(settings);
     for (int g = 1; g <= 10; ++g) {
-        setGroupName(g, KanzaiConf.GroupNames[std::size_t(g - 1)]);
+        setGroupName(g, settings.GroupNames[std::size_t(g - 1)]);
         treeNode((g - 1) * 21)->setText(0, groupName(g));
     }
 }
 
 void MainWindow::saveGroupNames() {
     for (int g = 1; g <= 10; ++g)
-        KanzaiConf.GroupNames[std::size_t(g - 1)] = groupName(g);
-    ::saveGroupNames();
+        workspace_->settings().GroupNames[std::size_t(g - 1)] = groupName(g);
+    SaveGroupNames(workspace_->settings());
 }
 
 void MainWindow::fillGroupNodes(int g) {

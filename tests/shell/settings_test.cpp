@@ -151,10 +151,10 @@ protected:
         ASSERT_TRUE(dir.isValid());
         ExDatabasePath = dir.filePath(QStringLiteral("velmoraMainEX.db3"));
         CreateSuiteDatabase(ExDatabasePath, false);
-        KanzaiConf = ConfRecord{};
     }
     void TearDown() override { EXPECT_TRUE(dialogs->Unanswered().isEmpty()); }
 
+    ConfRecord conf;
     QTemporaryDir dir;
     ScriptedDialogsScope dialogs;
 };
@@ -175,29 +175,29 @@ TEST_F(ConfRecordTest, StatementsAndText) {
 }
 
 TEST_F(ConfRecordTest, NoRecordGivesDefaults) {
-    loadGroupNames();
-    EXPECT_EQ(KanzaiConf.GroupNames, DefaultGroupNames());
-    EXPECT_TRUE(KanzaiConf.Removal.isEmpty());
-    EXPECT_TRUE(KanzaiConf.CutLevel.isEmpty());
+    LoadGroupNames(conf);
+    EXPECT_EQ(conf.GroupNames, DefaultGroupNames());
+    EXPECT_TRUE(conf.Removal.isEmpty());
+    EXPECT_TRUE(conf.CutLevel.isEmpty());
 }
 
 TEST_F(ConfRecordTest, SaveAndLoadRoundTrip) {
-    loadGroupNames();
-    KanzaiConf.Removal = QStringLiteral("r=1");
-    KanzaiConf.Recycle = QStringLiteral(" spaced ");
-    KanzaiConf.CutLevel = QStringLiteral("2");
-    KanzaiConf.GroupNames[0] = QStringLiteral("給水 (O'Neil; 改)");
-    KanzaiConf.GroupNames[4] = QString();
-    ASSERT_EQ(saveGroupNames(), 1);
-    ASSERT_EQ(saveGroupNames(), 1); // replaced, not added
-    const ConfRecord saved = KanzaiConf;
+    LoadGroupNames(conf);
+    conf.Removal = QStringLiteral("r=1");
+    conf.Recycle = QStringLiteral(" spaced ");
+    conf.CutLevel = QStringLiteral("2");
+    conf.GroupNames[0] = QStringLiteral("給水 (O'Neil; 改)");
+    conf.GroupNames[4] = QString();
+    ASSERT_EQ(SaveGroupNames(conf), 1);
+    ASSERT_EQ(SaveGroupNames(conf), 1); // replaced, not added
+    const ConfRecord saved = conf;
 
-    KanzaiConf = ConfRecord{};
-    loadGroupNames();
-    EXPECT_EQ(KanzaiConf.GroupNames, saved.GroupNames);
-    EXPECT_EQ(s(KanzaiConf.Removal), "r=1");
-    EXPECT_EQ(s(KanzaiConf.Recycle), " spaced ");
-    EXPECT_EQ(s(KanzaiConf.CutLevel), "2");
+    conf = ConfRecord{};
+    LoadGroupNames(conf);
+    EXPECT_EQ(conf.GroupNames, saved.GroupNames);
+    EXPECT_EQ(s(conf.Removal), "r=1");
+    EXPECT_EQ(s(conf.Recycle), " spaced ");
+    EXPECT_EQ(s(conf.CutLevel), "2");
     EXPECT_EQ(QueryToLines(ExDatabasePath, QStringLiteral("SELECT count(*) FROM exconf")).lines,
               QStringList{QStringLiteral("1;")});
     EXPECT_TRUE(dialogs->Boxes().empty());
@@ -209,30 +209,30 @@ TEST_F(ConfRecordTest, UnknownKeysAndMissingLinesInTheRecord) {
                             QStringLiteral("INSERT INTO exconf VALUES ('kanzai', "
                                            "'[GROUP_NAME3]=換気\r\n[NOTE]=x\r\n[KETA]=4')")),
               1);
-    loadGroupNames();
-    EXPECT_EQ(KanzaiConf.GroupNames[2], QStringLiteral("換気"));
-    EXPECT_EQ(KanzaiConf.GroupNames[0], QStringLiteral("給水"));
-    EXPECT_EQ(s(KanzaiConf.Keta), "4");
+    LoadGroupNames(conf);
+    EXPECT_EQ(conf.GroupNames[2], QStringLiteral("換気"));
+    EXPECT_EQ(conf.GroupNames[0], QStringLiteral("給水"));
+    EXPECT_EQ(s(conf.Keta), "4");
 }
 
 TEST_F(ConfRecordTest, FailedInsertKeepsTheOldRecord) {
-    KanzaiConf.GroupNames = DefaultGroupNames();
-    KanzaiConf.GroupNames[1] = QStringLiteral("汚水");
-    ASSERT_EQ(saveGroupNames(), 1);
+    conf.GroupNames = DefaultGroupNames();
+    conf.GroupNames[1] = QStringLiteral("汚水");
+    ASSERT_EQ(SaveGroupNames(conf), 1);
     // The insert fails (a trigger stands in for any failure after the delete).
     ASSERT_EQ(ExecStatement(ExDatabasePath,
                             QStringLiteral("CREATE TRIGGER no_insert BEFORE INSERT ON exconf "
                                            "BEGIN SELECT RAISE(ABORT, 'refused'); END")),
               1);
-    KanzaiConf.GroupNames[1] = QStringLiteral("雨水");
-    EXPECT_EQ(saveGroupNames(), 0);
+    conf.GroupNames[1] = QStringLiteral("雨水");
+    EXPECT_EQ(SaveGroupNames(conf), 0);
     EXPECT_TRUE(dialogs->Messages().empty());
     ASSERT_EQ(dialogs->Boxes().size(), 1u);
     EXPECT_EQ(dialogs->Boxes()[0].instruction, QStringLiteral("ERROR"));
     EXPECT_TRUE(dialogs->Boxes()[0].content.startsWith(QStringLiteral("refused\r\n")))
         << dialogs->Boxes()[0].content.toStdString();
-    loadGroupNames();
-    EXPECT_EQ(KanzaiConf.GroupNames[1], QStringLiteral("汚水"));
+    LoadGroupNames(conf);
+    EXPECT_EQ(conf.GroupNames[1], QStringLiteral("汚水"));
 }
 
 } // namespace
