@@ -53,18 +53,28 @@ QString GroupProgressText(int kind, int i, int r, const QString& goods) {
            QString::number(i) + QLatin1Char('-') + QString::number(r) + QLatin1Char('/') + goods;
 }
 
-void RecalculatePipeType(const QString& path, RowTable& rows, int grp, int kan, Dialogs& dialogs,
+void RecalculatePipeType(SqliteDatabase& db, RowTable& rows, int grp, int kan, Dialogs& dialogs,
                          const std::function<void(int r)>& beforeRow) {
-    SqliteDatabase db(path);
     db.BeginImmediateTransaction();
-    LoadPipeTypeIn(db, grp, kan, rows);
-    const KanzaiOptions options(rows[OptionRow]);
-    for (int r = 1; r <= GroupCalcRows; ++r) {
-        if (beforeRow) beforeRow(r);
-        CalcRowWith(rows[r], options);
+    try {
+        LoadPipeTypeIn(db, grp, kan, rows);
+        const KanzaiOptions options(rows[OptionRow]);
+        for (int r = 1; r <= GroupCalcRows; ++r) {
+            if (beforeRow) beforeRow(r);
+            CalcRowWith(rows[r], options);
+        }
+        WritePipeTypeIn(db, rows, grp, kan, dialogs);
+        db.Commit();
+    } catch (...) {
+        if (db.IsTransactionOpen()) {
+            try {
+                db.Rollback();
+            } catch (...) {
+                // The connection undoes what is left when it closes.
+            }
+        }
+        throw;
     }
-    WritePipeTypeIn(db, rows, grp, kan, dialogs);
-    db.Commit();
 }
 
 void RewriteGroup(const QString& path, Dialogs& dialogs, int kind, int grp,
@@ -72,11 +82,12 @@ void RewriteGroup(const QString& path, Dialogs& dialogs, int kind, int grp,
     // The rows of the run, apart from the pipe type on the sheet; one table
     // for the 20, as the fields a load does not fill carry over.
     RowTable rows;
-    int kan = 0;
+    int kan = 1;
     try {
+        SqliteDatabase db(path); // the run's own connection, on its own thread
         for (int i = 0; i < GroupPipeTypes; ++i) {
             kan = i + 1;
-            RecalculatePipeType(path, rows, grp, kan, dialogs, [&](int r) {
+            RecalculatePipeType(db, rows, grp, kan, dialogs, [&](int r) {
                 if (progress)
                     progress(GroupProgressText(kind, i, r, rows[r].Goods()), i * GroupCalcRows + r);
             });

@@ -11,6 +11,7 @@
 #include <functional>
 
 class Dialogs;
+class SqliteDatabase;
 
 constexpr int GroupPipeTypes = 20; // KAN 1 to 20 of a group
 constexpr int GroupCalcRows = 59;  // rows calculated in each, 1 to 59
@@ -31,12 +32,12 @@ QString GroupProgressText(int kind, int i, int r, const QString& goods);
 // GroupRewriteSteps.
 using GroupProgress = std::function<void(const QString& text, int step)>;
 
-// One pipe type of a group rewrite, in one write transaction on the
-// database at path: load it into rows, call beforeRow(r) and calculate rows 1
+// One pipe type of a group rewrite, in one write transaction on db: load it
+// into rows, call beforeRow(r) and calculate rows 1
 // to 59, write its 60 rows (row 1's statement to the clipboard of dialogs).
 // Another program sees it wholly old or wholly new. Raises ESQLiteException
 // (nothing of the pipe type written) or what the calculation raises.
-void RecalculatePipeType(const QString& path, RowTable& rows, int grp, int kan, Dialogs& dialogs,
+void RecalculatePipeType(SqliteDatabase& db, RowTable& rows, int grp, int kan, Dialogs& dialogs,
                          const std::function<void(int r)>& beforeRow);
 
 // RecalculatePipeType for the 20 pipe types of group grp, reporting each row.

@@ -14,6 +14,7 @@
 #include <QFileInfo>
 
 #include <cstdio>
+#include <memory>
 #include <optional>
 #include <vector>
 
@@ -230,12 +231,14 @@ int RunQorvaleTool(const QStringList& args, QTextStream& out, QTextStream& err) 
         const int first = a.kan ? a.kan : 1;
         const int last = a.kan ? a.kan : 20;
         RowTable rows;
+        std::unique_ptr<SqliteDatabase> db; // one connection for the run
         for (int kan = first; kan <= last; ++kan) {
             // Each pipe type in one transaction: a run that is stopped leaves
             // every pipe type wholly old or wholly new.
             QString failure;
             try {
-                RecalculatePipeType(ExDatabasePath, rows, a.group, kan, CurrentDialogs(), nullptr);
+                if (!db) db = std::make_unique<SqliteDatabase>(ExDatabasePath);
+                RecalculatePipeType(*db, rows, a.group, kan, CurrentDialogs(), nullptr);
             } catch (const std::exception& e) {
                 failure = oneLine(QString::fromUtf8(e.what()));
             }

@@ -146,6 +146,7 @@ private:
     std::vector<SqliteParam> fParams;
     // The statement of the last GetTableImage, kept for the next one.
     sqlite3_stmt* fImageStmt = nullptr;
+    sqlite3_stmt* fVersionStmt = nullptr;
     QString fImageSQL;
 };
 
