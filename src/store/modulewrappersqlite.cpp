@@ -86,8 +86,12 @@ int ExecStatements(const QString& path, const QStringList& sqls) {
 }
 
 QString FieldOfLine(const QStringList& columns, const QString& line, const QString& columnName) {
-    for (int i = 0; i < int(columns.size()); ++i)
-        if (columns[i].compare(columnName, Qt::CaseInsensitive) == 0) return NthField(line, i + 1);
+    // No index of our own to run past the names: the field is counted along.
+    int field = 0;
+    for (const QString& column : columns) {
+        ++field;
+        if (column.compare(columnName, Qt::CaseInsensitive) == 0) return NthField(line, field);
+    }
     return QString();
 }
 
