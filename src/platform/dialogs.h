@@ -65,6 +65,8 @@ public:
     virtual QString FolderName(QWidget* parent, const QString& title, const QString& dir) = 0;
 
     virtual QString ClipboardText() = 0;
+    // From another thread the text is handed over without waiting; texts
+    // set one after another land in that order.
     virtual void SetClipboardText(const QString& text) = 0;
     virtual void Beep() = 0;
     virtual bool ShiftDown() = 0;

@@ -10,6 +10,7 @@
 #include <condition_variable>
 #include <exception>
 #include <functional>
+#include <memory>
 #include <mutex>
 #include <optional>
 #include <type_traits>
@@ -100,14 +101,27 @@ template <typename F> auto OnGuiThread(F&& f) -> std::invoke_result_t<F&> {
 }
 
 // Runs f later on the thread of context, unless context is gone by then; the
-// caller goes on at once.
+// caller goes on at once. Calls from one thread run in the order they were
+// made.
 template <typename F> void PostToThreadOf(QObject* context, F&& f) {
-    auto* receiver = new guithread::CallReceiver(
-        [alive = QPointer<QObject>(context), f = std::forward<F>(f)]() mutable {
-            if (alive) f();
-        });
-    receiver->moveToThread(context->thread());
-    auto* event = new QEvent(QEvent::User);
-    guithread::markHandedOver(receiver);
-    QCoreApplication::postEvent(receiver, event);
+    auto work = std::make_shared<std::decay_t<F>>(std::forward<F>(f));
+    guithread::markHandedOver(work.get());
+    QMetaObject::invokeMethod(
+        context,
+        [work] {
+            guithread::markTakenOver(work.get());
+            (*work)();
+        },
+        Qt::QueuedConnection);
+}
+
+// Runs f on the thread of the application object without waiting for it:
+// at once on that thread, later (in the order of the calls) from any other.
+template <typename F> void PostToGuiThread(F&& f) {
+    QCoreApplication* app = QCoreApplication::instance();
+    if (!app || QThread::currentThread() == app->thread()) {
+        f();
+        return;
+    }
+    PostToThreadOf(app, std::forward<F>(f));
 }

@@ -169,7 +169,9 @@ QString QtDialogs::ClipboardText() {
 }
 
 void QtDialogs::SetClipboardText(const QString& text) {
-    onGuiThread([&] { QGuiApplication::clipboard()->setText(text); });
+    // Nothing comes back, so a worker (a save of the group recalculation)
+    // goes on at once; the texts land in the order they were set.
+    PostToGuiThread([text] { QGuiApplication::clipboard()->setText(text); });
 }
 
 void QtDialogs::Beep() {

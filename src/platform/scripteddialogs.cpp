@@ -161,7 +161,7 @@ QString ScriptedDialogs::ClipboardText() {
 }
 
 void ScriptedDialogs::SetClipboardText(const QString& text) {
-    OnGuiThread([&] { clipboard = text; });
+    PostToGuiThread([this, text] { clipboard = text; });
 }
 
 void ScriptedDialogs::Beep() {

@@ -455,7 +455,7 @@ public:
 private:
     // Joins the two commands to their actions and menu items.
     void connectGroupRewrites();
-    void showGroupProgress(const QString& text, int step);
+    void showGroupProgress(const QStringList& texts, int step);
     void endGroupRewrite(const QString& caption, std::exception_ptr failure);
     bool groupRunning_ = false;
     bool closeAfterGroupRewrite_ = false; // a close came during the run

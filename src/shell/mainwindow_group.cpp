@@ -16,6 +16,7 @@
 #include <QApplication>
 #include <QCloseEvent>
 #include <QDialog>
+#include <QElapsedTimer>
 #include <QLabel>
 #include <QMenuBar>
 #include <QProgressBar>
@@ -23,6 +24,7 @@
 #include <QVBoxLayout>
 
 #include <type_traits>
+#include <utility>
 
 namespace {
 
@@ -161,21 +163,38 @@ void MainWindow::rewriteGroup(int kind) {
     const int grp = currentGroup;
     groupThread_ = QThread::create([this, kind, caption, path, &dialogs, grp] {
         std::exception_ptr failure;
+        // The rows' progress goes over in batches, a few a screen frame; the
+        // window still shows every row's caption in turn.
+        QStringList texts;
+        int lastStep = 0;
+        QElapsedTimer sinceSent;
+        auto send = [&] {
+            if (texts.isEmpty()) return;
+            PostToThreadOf(this, [this, batch = std::exchange(texts, {}), step = lastStep] {
+                showGroupProgress(batch, step);
+            });
+            sinceSent.start();
+        };
         try {
-            RewriteGroup(path, dialogs, kind, grp, [this](const QString& text, int step) {
-                PostToThreadOf(this, [this, text, step] { showGroupProgress(text, step); });
+            RewriteGroup(path, dialogs, kind, grp, [&](const QString& text, int step) {
+                texts.append(text);
+                lastStep = step;
+                if (!sinceSent.isValid() || sinceSent.elapsed() >= 4) send();
             });
         } catch (...) {
             failure = std::current_exception();
         }
+        send(); // the last rows, before the end
         OnGuiThread([this, caption, failure] { endGroupRewrite(caption, failure); });
     });
     groupThread_->setObjectName(QStringLiteral("groupRewrite"));
     groupThread_->start();
 }
 
-void MainWindow::showGroupProgress(const QString& text, int step) {
-    setWindowTitle(text);
+void MainWindow::showGroupProgress(const QStringList& texts, int step) {
+    for (const QString& text : texts)
+        setWindowTitle(text);
+    const QString& text = texts.last();
     // The caption follows every row; the progress window, whose layout costs
     // far more than the row, at most once a screen frame, and at the end.
     if (groupProgressShown_.isValid() && groupProgressShown_.elapsed() < 16 &&
