@@ -10,7 +10,6 @@
 #include <condition_variable>
 #include <exception>
 #include <functional>
-#include <memory>
 #include <mutex>
 #include <optional>
 #include <type_traits>
@@ -104,15 +103,14 @@ template <typename F> auto OnGuiThread(F&& f) -> std::invoke_result_t<F&> {
 // caller goes on at once. Calls from one thread run in the order they were
 // made.
 template <typename F> void PostToThreadOf(QObject* context, F&& f) {
-    auto work = std::make_shared<std::decay_t<F>>(std::forward<F>(f));
-    guithread::markHandedOver(work.get());
-    QMetaObject::invokeMethod(
-        context,
-        [work] {
-            guithread::markTakenOver(work.get());
-            (*work)();
-        },
-        Qt::QueuedConnection);
+    auto* receiver = new guithread::CallReceiver(
+        [alive = QPointer<QObject>(context), f = std::forward<F>(f)]() mutable {
+            if (alive) f();
+        });
+    receiver->moveToThread(context->thread());
+    auto* event = new QEvent(QEvent::User);
+    guithread::markHandedOver(receiver);
+    QCoreApplication::postEvent(receiver, event);
 }
 
 // Runs f on the thread of the application object without waiting for it:
