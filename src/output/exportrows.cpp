@@ -18,6 +18,18 @@ QByteArray Plain(Currency value) {
     return CurrToStr(value).toLatin1();
 }
 
+// A text of the print hand-off: the print program splits a line at ";"
+// and reads it line by line, so a ";" inside a text becomes the full-width
+// "；" and a line break a blank. The bytes are those of code page 932, where
+// neither byte is ever the second byte of a character.
+QByteArray PrintText(QByteArray text) {
+    static const QByteArray fullWidthSemicolon = ToAnsi(QStringLiteral("；"));
+    text.replace(';', fullWidthSemicolon);
+    text.replace('\r', ' ');
+    text.replace('\n', ' ');
+    return text;
+}
+
 // Amounts: plain in modes 0 and 1, the sheet's amount text in mode 2.
 QByteArray Amount(int mode, Currency value) {
     return mode == ExportPrint ? ToAnsi(FormatAmount(value)) : Plain(value);
@@ -47,16 +59,17 @@ QByteArray ExportRowLine(int mode, const Fuzokurecordtypex& row, int tab, const 
         line += text;
         line += d;
     };
-    if (mode == ExportPrint) {
+    const bool print = mode == ExportPrint;
+    if (print) {
         for (const QString& panel : sheet.statusPanels)
-            field(ToAnsi(panel));
-        field(ToAnsi(sheet.tabCaptions.value(tab)));
+            field(PrintText(ToAnsi(panel)));
+        field(PrintText(ToAnsi(sheet.tabCaptions.value(tab))));
     }
-    field(row.SIZE);
-    field(row.CI);
+    field(print ? PrintText(row.SIZE) : row.SIZE);
+    field(print ? PrintText(row.CI) : row.CI);
     field(Amount(mode, row.FTANKA));
     field(Amount(mode, row.GROSS));
-    if (mode == ExportPrint || !options.resultsOnly) {
+    if (print || !options.resultsOnly) {
         for (const Currency& factor : row.DATA)
             field(Plain(factor));
     }

@@ -46,6 +46,9 @@ QByteArray ExportDelimiter(int mode);
 QByteArray ExportHeadingLine(int mode);
 
 // One data row without its line end: every field followed by the delimiter.
+// In mode 2 a ";" inside a text is written as "；" and a line break as a
+// blank, so that every line has its 23 fields; modes 0 and 1 write the
+// texts as they stand.
 // tab is the index of the row's tab; the number of tabs is that of
 // sheet.tabCaptions.
 QByteArray ExportRowLine(int mode, const Fuzokurecordtypex& row, int tab, const ExportSheet& sheet,

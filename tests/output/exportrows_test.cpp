@@ -146,6 +146,18 @@ TEST(ExportRowsTest, DelimiterInsideATextPassesUnchanged) {
     EXPECT_EQ(ExportRowLine(ExportCsv, r, 0, sheet, o), QByteArray("1,5,\"m,0,0,0,0,0,0,0,0,0,0,"));
 }
 
+// The print program reads a line at a time and splits it at ";": there a
+// ";" inside a text becomes the full-width "；" and a line break a blank,
+// so that no field moves.
+TEST(ExportRowsTest, PrintRowReplacesTheDelimiterInsideTexts) {
+    const ExportSheet sheet{{U("屋内;一般")}, {U("鋼管;VA"), U(";"), U("ねじ;接合\r\n")}};
+    Fuzokurecordtypex r;
+    r.SetSize(U("1;5"));
+    r.SetCi(U("m;"));
+    EXPECT_EQ(ExportRowLine(ExportPrint, r, 0, sheet, {}),
+              A("鋼管；VA;；;ねじ；接合  ;屋内；一般;1；5;m；;0;0;0;0;0;0;0;0;0;0;0;0;0;0;;0;0;"));
+}
+
 class ExportRowsTextTest : public ::testing::Test {
 protected:
     void SetUp() override {
