@@ -66,6 +66,13 @@ bool isNumberText(const QString& text) {
     return IsPlainNumber(QString(text).remove(QLatin1Char(',')).trimmed());
 }
 
+// A number text that is not zero: any digit but 0 in it.
+bool isNonZero(const QString& text) {
+    for (const QChar c : text)
+        if (c >= QLatin1Char('1') && c <= QLatin1Char('9')) return true;
+    return false;
+}
+
 } // namespace
 
 QString PrintJob::DateText() const {
@@ -107,8 +114,9 @@ void ParsePrintHeader(const QStringList& lines, PrintJob& job) {
 
 void ParsePrintData(const QStringList& lines, PrintJob& job) {
     // Data lines: panel texts, the tab caption and 19 fields, each ended by
-    // ";". A ";" inside a text shifts the fields, so they are counted from
-    // the end of the line.
+    // ";". A line of any other count is refused: a ";" inside a text would
+    // move every field behind it, and a number would print in the column
+    // of another.
     const QString dataName = PrintDataName();
     job.blocks.clear();
     int dataLines = 0;
@@ -122,7 +130,13 @@ void ParsePrintData(const QStringList& lines, PrintJob& job) {
                                   .arg(dataName)
                                   .arg(i + 1)
                                   .arg(f.size()));
-        const int first = int(f.size()) - 19;
+        if (f.size() > 23)
+            throw EPrintInput(U("%1 の %2 行目: 項目が多すぎます（23 項目のところ %3 "
+                                "項目）。名前や見出しの中の「;」で項目がずれています。")
+                                  .arg(dataName)
+                                  .arg(i + 1)
+                                  .arg(f.size()));
+        const int first = 4;
         PrintFields fields;
         for (int k = 0; k < 19; ++k)
             fields[std::size_t(k)] = f[first + k].trimmed();
@@ -137,12 +151,16 @@ void ParsePrintData(const QStringList& lines, PrintJob& job) {
         }
         // Every 14 lines are one detail, named by its caption.
         if (dataLines % 14 == 0) {
-            job.blocks.push_back({f[first - 1], {}});
-            if (dataLines == 0)
-                job.names = {f[0], f[1], f.mid(2, first - 3).join(QLatin1Char(';'))};
+            job.blocks.push_back({f[3], {}});
+            if (dataLines == 0) job.names = {f[0], f[1], f[2]};
         }
         ++dataLines;
-        if (!fields[0].isEmpty()) job.blocks.last().lines.push_back(fields);
+        // The sheet shows a line with a size, be it only a blank, or with
+        // a value; only the lines left empty stay off the paper.
+        bool shown = !f[first].isEmpty();
+        for (int k = 2; k < 19 && !shown; ++k)
+            shown = isNonZero(fields[std::size_t(k)]);
+        if (shown) job.blocks.last().lines.push_back(fields);
     }
     if (job.blocks.isEmpty()) throw EPrintInput(U("%1 にデータがありません。").arg(dataName));
 }

@@ -25,7 +25,7 @@ using PrintFields = std::array<QString, 19>;
 
 struct PrintBlock {
     QString caption;            // the tab caption
-    QVector<PrintFields> lines; // lines with a size only
+    QVector<PrintFields> lines; // lines with a size or a value
 };
 
 struct PrintJob {

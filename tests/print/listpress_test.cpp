@@ -163,6 +163,22 @@ TEST(PrintJobReading, ASizeCutInsideACharacterKeepsTheFieldsInPlace) {
     EXPECT_EQ(job.blocks[0].lines[0][18], U("3,388"));
 }
 
+// The sheet shows a line with a blank size, or with no size but values, as
+// a line of its own: so does the paper. Only a line with nothing stays off.
+TEST(PrintJobReading, EveryLineWithASizeOrAValueIsRead) {
+    RowTable rows;
+    rows[1].SetSize(U(" "));
+    rows[1].GTANKA = StrToCurr(U("1234"));
+    rows[2].SetSize(U(" "));
+    rows[3].Data(5) = StrToCurr(U("0.0001"));
+    rows[4].SetCi(U("ｍ"));
+    PrintJob job;
+    ParsePrintData(TextLinesOfBytes(ExportRowsText(ExportPrint, rows, SheetOfRows(rows), {})), job);
+    ASSERT_EQ(job.blocks[0].lines.size(), 3);
+    EXPECT_EQ(job.blocks[0].lines[0][18], U("1,234"));
+    EXPECT_EQ(job.blocks[0].lines[2][8], U("0.0001"));
+}
+
 TEST(ListpressInstall, ProgramAndIconLieBesideTheProgram) {
     const QString dir = QStringLiteral(QORVALE_EXE_DIR);
     EXPECT_TRUE(QFileInfo(dir + QStringLiteral("/listpress")).isExecutable());
@@ -300,6 +316,18 @@ TEST_F(ListpressProgram, BrokenInputGivesTheMessageAndExitCodeOne) {
     r = broken();
     EXPECT_EQ(r.code, 1);
     EXPECT_TRUE(r.err.contains(U("print_Data.dat の 3 行目: 項目が足りません")))
+        << r.err.toStdString();
+
+    // A line with too many fields: no number is taken from the wrong place.
+    handOff(1, 1, 0);
+    replaceLine(
+        PrintDataPath(root), 4,
+        U("a;b;c;屋内;一般;15A;ｍ;3,380;640;1.1;0.55;0.05;0.1;0.069;0.015;0.1;704;352;32;64;"
+          "1,670;363;203;3,388;"));
+    r = broken();
+    EXPECT_EQ(r.code, 1);
+    EXPECT_TRUE(
+        r.err.contains(U("print_Data.dat の 4 行目: 項目が多すぎます（23 項目のところ 24 項目）")))
         << r.err.toStdString();
 
     // Text that is no number.
