@@ -126,11 +126,13 @@ void HandOff(FuzzedDataProvider& in) {
     FUZZ_CHECK_EQ(job.Refrigerant(), refrigerant);
     FUZZ_CHECK_EQ(job.labourCost, CurrToStr(rows[OptionRow].Data(5)));
     FUZZ_CHECK_EQ(job.buildingPage, rows[4].Goods() + rows[5].Goods());
+    // The date of the page has no leading zeros: "令和8年1月7日（水）".
     FUZZ_CHECK_EQ(job.DateText(),
-                  EraYearText(date) + U("年") +
-                      QStringLiteral("%1").arg(date.month(), 2, 10, QLatin1Char('0')) + U("月") +
-                      QStringLiteral("%1").arg(date.day(), 2, 10, QLatin1Char('0')) + U("日（") +
-                      JapaneseShortWeekday(date) + U("）"));
+                  EraYearText(date).replace(QRegularExpression(U("(\\D)0+(\\d)")), U("\\1\\2")) +
+                      U("年%1月%2日（%3）")
+                          .arg(date.month())
+                          .arg(date.day())
+                          .arg(JapaneseShortWeekday(date)));
     auto written = [](QString text) { return text.replace(QLatin1Char(';'), U("；")); };
     for (int i = 0; i < 3; ++i)
         FUZZ_CHECK_EQ(job.names[std::size_t(i)], written(rows[i + 1].Goods()));

@@ -139,7 +139,7 @@ int RunListpress(const QStringList& args, QTextStream& out, QTextStream& err) {
             err << "listpress: " << reason << "\n";
             return 1;
         }
-        out << U("%1 を書きました（%2 ページ）。").arg(a.pdf).arg(PageBlocks(job).size()) << "\n";
+        out << U("%1 を書きました（%2 ページ）。").arg(a.pdf).arg(SheetPages(job).size()) << "\n";
         return 0;
     }
     return preview(job, a.screenshot, err);
@@ -200,7 +200,7 @@ int RunPrintTool(const QStringList& args, QTextStream& out, QTextStream& err) {
             return 1;
         }
         out << "group " << group << " pipe type " << kan << ": " << pdf << " ("
-            << PageBlocks(job).size() << " pages)\n";
+            << SheetPages(job).size() << " pages)\n";
         return 0;
     } catch (const EPrintInput& e) {
         err << "qorvale-tool: " << e.Message() << "\n";

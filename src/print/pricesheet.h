@@ -2,24 +2,29 @@
 // The page layout of the print program: landscape A4 sheets of composite
 // unit prices, drawn with QPainter in tenths of a millimetre, the same for
 // the PDF writer, the printer and the preview.
+//
+// Nothing printed is cut. Every column is as wide as the widest text it
+// shows; when the columns are too wide for the sheet the table is set in a
+// smaller face, and when that is not enough its columns are split over two
+// pages (the size and the unit on both). The heading lines are measured the
+// same way, and shrink or wrap rather than run into each other.
 
 #include "print/printjob.h"
 
-#include <QPainter>
-#include <QRectF>
 #include <QString>
 #include <QVector>
 
 class QPagedPaintDevice;
 
-// Which blocks stand on each page: indexes into job.blocks.
-QVector<QVector<int>> PageBlocks(const PrintJob& job);
+// One printed page: the blocks on it and which part of the table's
+// columns it shows (0, or 1 on the second page of a split table).
+struct SheetPage {
+    int part = 0;
+    QVector<int> blocks; // indexes into job.blocks
+};
 
-// Draws page `page` (from 0) into the painter, whose drawing area of
-// pageWidthMm x pageHeightMm millimetres starts at its origin and has
-// dotsPerMm device units to the millimetre.
-void PaintPriceSheet(QPainter& painter, double dotsPerMm, const PrintJob& job, int page,
-                     int pageCount, const QVector<int>& blocks);
+// The pages of the job, in print order.
+QVector<SheetPage> SheetPages(const PrintJob& job);
 
 // Draws every page onto a paged device (a PDF writer or a printer) already
 // set to landscape A4. False with a reason when the device can't be painted.
@@ -27,6 +32,12 @@ bool PaintPriceSheets(QPagedPaintDevice& device, const PrintJob& job, QString& r
 
 // Writes the sheets as a PDF file. False with a Japanese reason on failure.
 bool WritePriceSheetPdf(const PrintJob& job, const QString& path, QString& reason);
+
+// The text a cell of the table shows for a field key of the style: the
+// field as written, but for element 6, which stays empty in refrigerant
+// mode as on the sheet, and the pipefitter's factor (DATA5), which has
+// three decimals at least as on the sheet and keeps a fourth.
+QString PrintedCellText(const PrintJob& job, const PrintFields& fields, const QString& key);
 
 // The face of the printed text.
 QString PrintFontFamily();

@@ -73,10 +73,45 @@ bool isNonZero(const QString& text) {
     return false;
 }
 
+// "08" -> "8": a date written in Japanese has no leading zeros.
+QString withoutLeadingZeros(const QString& digits) {
+    int i = 0;
+    while (i + 1 < int(digits.size()) && digits[i] == QLatin1Char('0'))
+        ++i;
+    return digits.mid(i);
+}
+
+// A number text with "," every three digits of its whole part, the sign
+// and the decimals as they stand: "-1234567.5" -> "-1,234,567.5".
+QString groupedNumber(const QString& number) {
+    QString t = number.trimmed().remove(QLatin1Char(','));
+    QString sign;
+    if (t.startsWith(QLatin1Char('-')) || t.startsWith(QLatin1Char('+'))) {
+        if (t[0] == QLatin1Char('-')) sign = t.left(1);
+        t.remove(0, 1);
+    }
+    const int point = int(t.indexOf(QLatin1Char('.')));
+    QString whole = point < 0 ? t : t.left(point);
+    const QString rest = point < 0 ? QString() : t.mid(point);
+    for (int i = int(whole.size()) - 3; i > 0; i -= 3)
+        whole.insert(i, QLatin1Char(','));
+    return sign + whole + rest;
+}
+
 } // namespace
 
 QString PrintJob::DateText() const {
-    return U("%1年%2月%3日（%4）").arg(era, month, day, weekday);
+    // The hand-off writes the year of the era with two digits ("令和08").
+    int digits = int(era.size());
+    while (digits > 0 && era[digits - 1].isDigit())
+        --digits;
+    const QString eraYear = era.left(digits) + withoutLeadingZeros(era.mid(digits));
+    return U("%1年%2月%3日（%4）")
+        .arg(eraYear, withoutLeadingZeros(month), withoutLeadingZeros(day), weekday);
+}
+
+QString PrintJob::LabourCostText() const {
+    return groupedNumber(labourCost);
 }
 
 QString DataRootOfArgument(const QString& argument) {

@@ -46,8 +46,11 @@ struct PrintJob {
     QString styleNote;
 
     bool Refrigerant() const { return fileMask == QLatin1String("qvr"); }
-    // "令和08年11月23日（月）"
+    // "令和8年11月3日（火）": the era year, month and day of the header
+    // without their leading zeros.
     QString DateText() const;
+    // [ti] with thousands separators, its decimals as written: "24,200".
+    QString LabourCostText() const;
 };
 
 // The data root of the program's argument: "DataRoot;" or a plain folder.

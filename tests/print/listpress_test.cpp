@@ -20,12 +20,15 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QProcess>
+#include <QRectF>
 #include <QRegularExpression>
 #include <QTemporaryDir>
 
 #include <gtest/gtest.h>
 
+#include <cmath>
 #include <limits>
+#include <utility>
 
 namespace {
 
@@ -65,6 +68,63 @@ QString pdfText(const QString& pdf) {
     // and the middle dot of the font comes back as U+2027.
     t.replace(QChar(0x2027), QChar(0x30FB));
     return t.simplified();
+}
+
+// The words of a PDF with their boxes in points, as pdftotext -bbox gives
+// them, page by page.
+struct PdfWord {
+    int page = 0;
+    QString text;
+    QRectF box;
+};
+
+QVector<PdfWord> pdfWords(const QString& pdf) {
+    QProcess p;
+    p.start(QStringLiteral("pdftotext"), {QStringLiteral("-bbox"), pdf, QStringLiteral("-")});
+    p.waitForFinished(60000);
+    const QString html = QString::fromUtf8(p.readAllStandardOutput());
+    static const QRegularExpression item(
+        QStringLiteral("<page |<word xMin=\"([\\d.]+)\" yMin=\"([\\d.]+)\" xMax=\"([\\d.]+)\" "
+                       "yMax=\"([\\d.]+)\">([^<]*)</word>"));
+    QVector<PdfWord> words;
+    int page = -1;
+    for (const QRegularExpressionMatch& m : item.globalMatch(html)) {
+        if (m.captured(5).isNull()) {
+            ++page;
+            continue;
+        }
+        QString t = m.captured(5).normalized(QString::NormalizationForm_KC);
+        t.replace(QStringLiteral("&amp;"), QStringLiteral("&"))
+            .replace(QStringLiteral("&lt;"), QStringLiteral("<"))
+            .replace(QStringLiteral("&gt;"), QStringLiteral(">"))
+            .replace(QChar(0x2027), QChar(0x30FB));
+        words.push_back({page, t,
+                         QRectF(QPointF(m.captured(1).toDouble(), m.captured(2).toDouble()),
+                                QPointF(m.captured(3).toDouble(), m.captured(4).toDouble()))});
+    }
+    return words;
+}
+
+// Every word inside the 10 mm margin of the landscape A4 sheet and clear of
+// every other word of its page.
+void expectWordsApartAndOnThePage(const QVector<PdfWord>& words) {
+    const double margin = 10 / 25.4 * 72 - 0.01;
+    const QRectF printable(QPointF(margin, margin), QPointF(842 - margin, 595 - margin));
+    QStringList faults;
+    for (int i = 0; i < int(words.size()); ++i) {
+        const PdfWord& a = words[i];
+        if (!printable.contains(a.box)) faults << QStringLiteral("off the page: ") + a.text;
+        for (int j = i + 1; j < int(words.size()); ++j) {
+            const PdfWord& b = words[j];
+            const QRectF both = a.box.intersected(b.box);
+            if (a.page == b.page && both.width() > 0.01 && both.height() > 0.01)
+                faults << QStringLiteral("over each other on page %1: %2 / %3")
+                              .arg(a.page + 1)
+                              .arg(a.text, b.text);
+        }
+    }
+    EXPECT_TRUE(faults.isEmpty()) << faults.size() << " faults, the first: "
+                                  << faults.mid(0, 6).join(QStringLiteral("; ")).toStdString();
 }
 
 int pdfPages(const QString& pdf) {
@@ -208,9 +268,11 @@ TEST_F(ListpressProgram, PdfHoldsTitleSizesAndAmountsOfTheDataFile) {
     const QString text = print();
     EXPECT_TRUE(text.contains(U("複合単価計算書"))) << text.toStdString();
     EXPECT_TRUE(text.contains(U("複合単価印刷")));
-    EXPECT_TRUE(text.contains(U("令和08年11月23日(月)")));
+    // The year of the era without a leading zero; the base labour cost
+    // grouped as the amounts are.
+    EXPECT_TRUE(text.contains(U("令和8年11月23日(月)")));
     EXPECT_TRUE(text.contains(U("公共建築工事標準単価積算基準令和6年版 P.211")));
-    EXPECT_TRUE(text.contains(U("24200")));
+    EXPECT_TRUE(text.contains(U("24,200 円")));
     for (const char* caption : {"屋内一般", "機械室・便所", "屋外架空", "地中埋設"})
         EXPECT_TRUE(text.contains(U(caption))) << caption;
     // Every size and every amount of every line of the data file.
@@ -224,18 +286,110 @@ TEST_F(ListpressProgram, PdfHoldsTitleSizesAndAmountsOfTheDataFile) {
         const QStringList f = FromAnsi(line).split(';');
         if (f.size() < 23 || f[4].isEmpty()) continue;
         EXPECT_TRUE(text.contains(f[4])) << f[4].toStdString();
+        // Field 13, the pipefitter's factor, may gain zeros up to three
+        // decimals.
         for (int k = 6; k < 23; ++k)
             if (!f[k].isEmpty()) {
-                EXPECT_TRUE(text.contains(QLatin1Char(' ') + f[k] + QLatin1Char(' ')))
+                EXPECT_TRUE(text.contains(QRegularExpression(QStringLiteral(" %1%2 ").arg(
+                    QRegularExpression::escape(f[k]), k == 12 ? "0*" : ""))))
                     << f[k].toStdString();
             }
         ++checked;
     }
     EXPECT_EQ(checked, 56);
+    expectWordsApartAndOnThePage(pdfWords(dir.filePath(QStringLiteral("out.pdf"))));
     // Two details to the page.
     EXPECT_EQ(pdfPages(dir.filePath(QStringLiteral("out.pdf"))), 2);
     EXPECT_TRUE(text.contains(QRegularExpression(QStringLiteral("\\b1 ?/ ?2\\b"))));
     EXPECT_TRUE(text.contains(QRegularExpression(QStringLiteral("\\b2 ?/ ?2\\b"))));
+}
+
+// The hardest pages of the widest style: amounts of nine digits in every
+// column, and the largest amount in the last line; a line whose size is one
+// blank; three long names in both widths; a building/page text of 60
+// characters. Every text stands whole and apart from every other, inside
+// the margins. With fifteen digits the columns go over two pages.
+// QORVALE_PRINT_SAMPLE names a file to keep the PDF of nine digits in (the
+// picture of the README).
+TEST_F(ListpressProgram, HardestPagesShowEveryTextWholeAndApart) {
+    RowTable rows;
+    const QStringList names = {U("ﾌﾗﾝｼﾞ付硬質塩化ﾋﾞﾆﾙﾗｲﾆﾝｸﾞ鋼管(FVA)ｽｹｼﾞｭｰﾙ40ﾈｼﾞ兼用"),
+                               U("給水・給湯・消火設備兼用系統（高層階加圧ポンプ二次側）"),
+                               U("ﾌﾗﾝｼﾞ接合（ﾙｰｽﾞﾌﾗﾝｼﾞ）及びねじ接合（管端防食継手）")};
+    for (int i = 0; i < 3; ++i)
+        rows[i + 1].SetGoods(names[i]);
+    const QString building = U("公共建築工事標準単価積算基準令和六年版機械設備工事編第二章");
+    const QString page = U("配管工事第三節給水給湯設備配管歩掛参考資料二百十一から二百十五");
+    rows[4].SetGoods(building);
+    rows[5].SetGoods(page);
+    ASSERT_EQ((rows[4].Goods() + rows[5].Goods()).size(), 60);
+    rows[OptionRow].Data(5) = StrToCurr(U("98765432.1"));
+    const QStringList sizes = {U("15A"), U(" "), U("300A")};
+    for (const auto& [digits, pages] : {std::pair{9, 1}, std::pair{15, 2}}) {
+        SCOPED_TRACE(digits);
+        // Three lines of 17 numbers, each number of its own.
+        QStringList amounts;
+        for (int line = 1; line <= 3; ++line) {
+            Fuzokurecordtypex& r = rows[line];
+            r.SetSize(sizes[line - 1]);
+            r.SetCi(U("ｍ"));
+            auto next = [&] {
+                const Currency c = StrToCurr(QString::number(
+                    std::pow(10.0, digits - 1) * line + 1234567.0 * (amounts.size() % 17 + 1), 'f',
+                    0));
+                amounts << FormatAmount(c);
+                return c;
+            };
+            r.FTANKA = next();
+            r.GROSS = next();
+            for (int e = 1; e <= 7; ++e)
+                r.Data(e) = next();
+            for (int e = 0; e < 7; ++e)
+                r.CALC_G[std::size_t(e)] = next();
+            r.GTANKA = next();
+        }
+        rows[3].GTANKA = Currency::FromRaw(std::numeric_limits<std::int64_t>::max());
+        amounts.last() = U("922,337,203,685,478");
+        PrintHandOff h;
+        h.dataRoot = root;
+        h.styleIndex = 2;
+        h.date = QDate(2026, 11, 23);
+        WritePrintHandOff(h, rows, SheetOfRows(rows));
+        const QString pdf = dir.filePath(QStringLiteral("hard.pdf"));
+        const RunResult r =
+            run(QStringLiteral(LISTPRESS_EXE), {QStringLiteral("--pdf"), pdf, root + ';'});
+        ASSERT_EQ(r.code, 0) << r.err.toStdString();
+        EXPECT_EQ(pdfPages(pdf), pages);
+        const QString sample = qEnvironmentVariable("QORVALE_PRINT_SAMPLE");
+        if (digits == 9 && !sample.isEmpty()) {
+            QFile::remove(sample);
+            QFile::copy(pdf, sample);
+        }
+
+        const QVector<PdfWord> words = pdfWords(pdf);
+        QStringList texts;
+        for (const PdfWord& w : words)
+            texts << w.text;
+        // Each number once, as a word of its own; the factors are plain
+        // numbers, the pipefitter's with three decimals.
+        QStringList missing;
+        for (int i = 0; i < int(amounts.size()); ++i) {
+            QString a = amounts[i];
+            if (i % 17 >= 2 && i % 17 < 9) a.remove(QLatin1Char(','));
+            if (i % 17 == 6) a += QStringLiteral(".000");
+            if (texts.count(a) != 1) missing << a;
+        }
+        const QString all = texts.join(QString());
+        for (const QString& t :
+             names + QStringList{building + page, U("基礎工費(提出)"), U("98,765,432.1円"),
+                                 U("令和8年11月23日(月)")}) {
+            const QString s = t.normalized(QString::NormalizationForm_KC)
+                                  .remove(QRegularExpression(QStringLiteral("\\s")));
+            if (!all.contains(s)) missing << s;
+        }
+        EXPECT_TRUE(missing.isEmpty()) << missing.join(QLatin1Char(' ')).toStdString();
+        expectWordsApartAndOnThePage(words);
+    }
 }
 
 TEST_F(ListpressProgram, EachStyleShowsItsColumnsAndNoOthers) {
@@ -245,6 +399,9 @@ TEST_F(ListpressProgram, EachStyleShowsItsColumnsAndNoOthers) {
     QString t = print();
     EXPECT_TRUE(t.contains(U("歩 掛")));
     EXPECT_TRUE(t.contains(QStringLiteral(" 0.069 ")));
+    // The pipefitter's factor with three decimals at least, as the sheet
+    // shows it (0.34 of 100A).
+    EXPECT_TRUE(t.contains(QStringLiteral(" 0.340 ")));
     EXPECT_FALSE(t.contains(QStringLiteral(" 1,670 ")));
     EXPECT_FALSE(t.contains(QStringLiteral(" 3,388 ")));
     EXPECT_FALSE(t.contains(U("採用単価")));
@@ -276,6 +433,13 @@ TEST_F(ListpressProgram, RefrigerantSheetIsOnePageWithItsLabels) {
     EXPECT_TRUE(t.contains(U("一般")));
     EXPECT_TRUE(t.contains(U("継手接合等")));
     EXPECT_FALSE(t.contains(U("はつり補修")));
+    // Element 6 has no place in refrigerant mode: its column keeps the
+    // sheet's heading "---" and stays empty, the factor too.
+    EXPECT_TRUE(t.contains(QStringLiteral(" --- ")));
+    int zeros = 0;
+    for (const PdfWord& w : pdfWords(dir.filePath(QStringLiteral("out.pdf"))))
+        zeros += w.text == QLatin1String("0");
+    EXPECT_EQ(zeros, 0);
 }
 
 TEST_F(ListpressProgram, MissingStyleFileFallsBackWithANoteOnTheFooter) {
