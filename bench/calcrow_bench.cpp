@@ -11,17 +11,17 @@ void fillMix(RowTable& rows, std::mt19937_64& rng) {
     std::uniform_int_distribution<std::int64_t> price(100, 5000000); // 0.01 .. 500 in 4 decimals
     std::uniform_int_distribution<std::int64_t> factor(0, 20000);
     for (int r = 1; r < RowCount; ++r) {
-        Fuzokurecordtypex& row = rows[r];
-        row.TEIKA = Currency::FromRaw(price(rng) * 100);
-        row.GROSS = Currency::FromRaw(price(rng) * 100);
-        row.NET = Currency::FromRaw(price(rng) * 80);
-        for (Currency& d : row.DATA)
+        PipeRow& row = rows[r];
+        row.listPrice = Currency::FromRaw(price(rng) * 100);
+        row.submittedPrice = Currency::FromRaw(price(rng) * 100);
+        row.costPrice = Currency::FromRaw(price(rng) * 80);
+        for (Currency& d : row.factors)
             d = Currency::FromRaw(factor(rng));
     }
 }
 
 void setOptions(PipeTypeDocument& doc, int variant) {
-    KanzaiOptions o = doc.options();
+    PipeTypeOptions o = doc.options();
     o.ModeFlag() = variant & 1;
     o.OtherMethod() = (variant >> 1) & 1;
     o.RateOn() = Currency::FromInt((variant >> 2) & 1);
@@ -48,7 +48,7 @@ void BM_CalcRow(benchmark::State& state) {
         for (int r = 1; r < RowCount; ++r)
             doc.calculateRow(r);
         count += RowCount - 1;
-        benchmark::DoNotOptimize(doc.rows()[1].FTANKA);
+        benchmark::DoNotOptimize(doc.rows()[1].adoptedUnitPrice);
     }
     state.SetItemsProcessed(count);
 }

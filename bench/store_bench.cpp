@@ -53,7 +53,7 @@ void BM_LoadPipeType(benchmark::State& state) {
     demo();
     for (auto _ : state) {
         ws().load(1, 1);
-        benchmark::DoNotOptimize(rows()[1].GTANKA);
+        benchmark::DoNotOptimize(rows()[1].submittedUnitPrice);
     }
 }
 

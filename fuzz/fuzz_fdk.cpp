@@ -20,15 +20,15 @@ QString folder() {
     return dir.path();
 }
 
-void checkRow(const QByteArray& file, int r, const Fuzokurecordtypex& row) {
+void checkRow(const QByteArray& file, int r, const PipeRow& row) {
     const auto* rec = reinterpret_cast<const unsigned char*>(file.constData()) +
                       std::size_t(r - 1) * FdkRecordSize;
-    FUZZ_CHECK_EQ(row.YOSAN, qFromLittleEndian<std::int32_t>(rec + FdkOffset::YOSAN));
+    FUZZ_CHECK_EQ(row.otherMethod, qFromLittleEndian<std::int32_t>(rec + FdkOffset::YOSAN));
     const int len = std::min(int(rec[FdkOffset::SIZE]), SizeWidth);
-    FUZZ_CHECK_EQ(row.SIZE,
+    FUZZ_CHECK_EQ(row.sizeBytes,
                   QByteArray(reinterpret_cast<const char*>(rec + FdkOffset::SIZE + 1), len));
     for (int n = 1; n <= 7; ++n)
-        FUZZ_CHECK_EQ(row.Data(n).raw,
+        FUZZ_CHECK_EQ(row.factor(n).raw,
                       qFromLittleEndian<std::int64_t>(rec + FdkOffset::DATA1 + (n - 1) * 8));
 }
 
@@ -65,9 +65,9 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     RowTable rows;
     // Marks in the fields a read never touches.
     for (int r = 1; r <= FdkRecordCount; ++r) {
-        rows[r].UKEY = r;
-        rows[r].NET = Currency::FromRaw(r);
-        rows[r].GOODS = "goods";
+        rows[r].key = r;
+        rows[r].costPrice = Currency::FromRaw(r);
+        rows[r].goodsBytes = "goods";
     }
     const int whole = int(file.size() / FdkRecordSize);
     bool failed = false;
@@ -84,10 +84,10 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     for (int r = 1; r <= std::min(whole, FdkReadRows); ++r)
         checkRow(file, r, rows[r]);
     for (int r = 1; r <= FdkRecordCount; ++r) {
-        FUZZ_CHECK_EQ(rows[r].UKEY, r);
-        FUZZ_CHECK_EQ(rows[r].NET.raw, std::int64_t(r));
-        FUZZ_CHECK(rows[r].SIZE.size() <= SizeWidth);
-        if (r > whole || r == FdkRecordCount) FUZZ_CHECK(rows[r].SIZE.isEmpty());
+        FUZZ_CHECK_EQ(rows[r].key, r);
+        FUZZ_CHECK_EQ(rows[r].costPrice.raw, std::int64_t(r));
+        FUZZ_CHECK(rows[r].sizeBytes.size() <= SizeWidth);
+        if (r > whole || r == FdkRecordCount) FUZZ_CHECK(rows[r].sizeBytes.isEmpty());
     }
     if (failed) return 0;
 
@@ -104,10 +104,10 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         ReadFdkBytes(copy, path, again);
     }
     for (int r = 1; r <= FdkReadRows; ++r) {
-        FUZZ_CHECK_EQ(again[r].YOSAN, rows[r].YOSAN);
-        FUZZ_CHECK_EQ(again[r].SIZE, rows[r].SIZE);
+        FUZZ_CHECK_EQ(again[r].otherMethod, rows[r].otherMethod);
+        FUZZ_CHECK_EQ(again[r].sizeBytes, rows[r].sizeBytes);
         for (int n = 1; n <= 7; ++n)
-            FUZZ_CHECK_EQ(again[r].Data(n).raw, rows[r].Data(n).raw);
+            FUZZ_CHECK_EQ(again[r].factor(n).raw, rows[r].factor(n).raw);
     }
     return 0;
 }

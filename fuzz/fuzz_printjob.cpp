@@ -91,24 +91,24 @@ void AnyFiles(FuzzedDataProvider& in) {
 void HandOff(FuzzedDataProvider& in) {
     RowTable rows;
     const bool refrigerant = in.ConsumeBool();
-    rows[OptionRow].FLAG = refrigerant ? 1 : 0;
-    rows[OptionRow].Data(5) = AnyAmount(in);
+    rows[OptionRow].modeFlag = refrigerant ? 1 : 0;
+    rows[OptionRow].factor(5) = AnyAmount(in);
     // Any text may hold a ";": the hand-off writes it as "；".
     for (int r = 1; r <= 5; ++r)
-        rows[r].SetGoods(SafeText(in, 30, true));
+        rows[r].setGoods(SafeText(in, 30, true));
     for (int t = 0; t < 4; ++t)
-        rows[t * TabRows + 1].SetKind(SafeText(in, 12, true));
+        rows[t * TabRows + 1].setKind(SafeText(in, 12, true));
     const int filled = in.ConsumeIntegralInRange(0, 59);
     for (int r = 1; r <= filled; ++r) {
-        Fuzokurecordtypex& row = rows[r];
-        row.SetSize(SafeText(in, 6, true));
-        row.SetCi(SafeText(in, 3, true));
-        row.FTANKA = AnyAmount(in);
-        row.GROSS = AnyAmount(in);
-        row.GTANKA = AnyAmount(in);
+        PipeRow& row = rows[r];
+        row.setSize(SafeText(in, 6, true));
+        row.setUnit(SafeText(in, 3, true));
+        row.adoptedUnitPrice = AnyAmount(in);
+        row.submittedPrice = AnyAmount(in);
+        row.submittedUnitPrice = AnyAmount(in);
         for (int e = 0; e < 7; ++e) {
-            row.DATA[std::size_t(e)] = AnyAmount(in);
-            row.CALC_G[std::size_t(e)] = AnyAmount(in);
+            row.factors[std::size_t(e)] = AnyAmount(in);
+            row.submittedAmounts[std::size_t(e)] = AnyAmount(in);
         }
     }
     const QDate date = QDate(1868, 10, 23).addDays(in.ConsumeIntegralInRange(0, 120000));
@@ -124,8 +124,8 @@ void HandOff(FuzzedDataProvider& in) {
 
     FUZZ_CHECK_EQ(job.styleFile, stylePath);
     FUZZ_CHECK_EQ(job.Refrigerant(), refrigerant);
-    FUZZ_CHECK_EQ(job.labourCost, CurrToStr(rows[OptionRow].Data(5)));
-    FUZZ_CHECK_EQ(job.buildingPage, rows[4].Goods() + rows[5].Goods());
+    FUZZ_CHECK_EQ(job.labourCost, CurrToStr(rows[OptionRow].factor(5)));
+    FUZZ_CHECK_EQ(job.buildingPage, rows[4].goods() + rows[5].goods());
     // The date of the page has no leading zeros: "令和8年1月7日（水）".
     FUZZ_CHECK_EQ(job.DateText(),
                   EraYearText(date).replace(QRegularExpression(U("(\\D)0+(\\d)")), U("\\1\\2")) +
@@ -135,27 +135,28 @@ void HandOff(FuzzedDataProvider& in) {
                           .arg(JapaneseShortWeekday(date)));
     auto written = [](QString text) { return text.replace(QLatin1Char(';'), U("；")); };
     for (int i = 0; i < 3; ++i)
-        FUZZ_CHECK_EQ(job.names[std::size_t(i)], written(rows[i + 1].Goods()));
+        FUZZ_CHECK_EQ(job.names[std::size_t(i)], written(rows[i + 1].goods()));
     FUZZ_CHECK_EQ(job.blocks.size(), sheet.tabCaptions.size());
     for (int t = 0; t < int(job.blocks.size()); ++t) {
         const PrintBlock& b = job.blocks[t];
         FUZZ_CHECK_EQ(b.caption, written(sheet.tabCaptions[t]));
         int n = 0;
         for (int line = 1; line <= SheetLines; ++line) {
-            const Fuzokurecordtypex& row = rows[t * TabRows + line];
+            const PipeRow& row = rows[t * TabRows + line];
             PrintFields want;
-            want[0] = written(row.Size()).trimmed();
-            want[1] = written(row.Ci()).trimmed();
-            want[2] = FormatAmount(row.FTANKA);
-            want[3] = FormatAmount(row.GROSS);
+            want[0] = written(row.size()).trimmed();
+            want[1] = written(row.unit()).trimmed();
+            want[2] = FormatAmount(row.adoptedUnitPrice);
+            want[3] = FormatAmount(row.submittedPrice);
             for (int e = 0; e < 7; ++e) {
-                want[std::size_t(4 + e)] = CurrToStr(row.DATA[std::size_t(e)]);
+                want[std::size_t(4 + e)] = CurrToStr(row.factors[std::size_t(e)]);
                 want[std::size_t(11 + e)] =
-                    e == 5 && refrigerant ? QString() : FormatAmount(row.CALC_G[std::size_t(e)]);
+                    e == 5 && refrigerant ? QString()
+                                          : FormatAmount(row.submittedAmounts[std::size_t(e)]);
             }
-            want[18] = FormatAmount(row.GTANKA);
+            want[18] = FormatAmount(row.submittedUnitPrice);
             // A line is printed with a size, be it blanks, or a value.
-            bool shown = !row.Size().isEmpty();
+            bool shown = !row.size().isEmpty();
             for (std::size_t k = 2; k < want.size(); ++k)
                 shown = shown || want[k].contains(QRegularExpression(QStringLiteral("[1-9]")));
             if (!shown) continue;

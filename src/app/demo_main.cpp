@@ -14,14 +14,14 @@ Currency c(const char* text) {
 
 void setExample(PipeTypeDocument& doc) {
     doc.clearRows(RowCount);
-    Fuzokurecordtypex& r = doc.rows()[1];
-    r.TEIKA = c("1234");
-    r.GROSS = c("860");
-    r.NET = c("750");
+    PipeRow& r = doc.rows()[1];
+    r.listPrice = c("1234");
+    r.submittedPrice = c("860");
+    r.costPrice = c("750");
     const char* factors[7] = {"1.1", "0.35", "0.05", "0.08", "0.123", "0.015", "0.1"};
     for (int i = 0; i < 7; ++i)
-        r.DATA[std::size_t(i)] = c(factors[i]);
-    KanzaiOptions o = doc.options();
+        r.factors[std::size_t(i)] = c(factors[i]);
+    PipeTypeOptions o = doc.options();
     o.LabourSubmitted() = c("18000");
     o.LabourCost() = c("15000");
     o.ElementDigits() = c("1");
@@ -43,11 +43,11 @@ void printSide(const char* side, const std::array<Currency, 7>& e, Currency tota
 
 void printCase(PipeTypeDocument& doc, const char* title) {
     doc.calculateRow(1);
-    const Fuzokurecordtypex& r = doc.rows()[1];
+    const PipeRow& r = doc.rows()[1];
     std::printf("%s\n", title);
-    printSide("submitted", r.CALC_G, r.GTANKA);
-    std::printf("  adopted %s\n", qPrintable(FormatAmount(r.FTANKA)));
-    printSide("cost", r.CALC_N, r.NTANKA);
+    printSide("submitted", r.submittedAmounts, r.submittedUnitPrice);
+    std::printf("  adopted %s\n", qPrintable(FormatAmount(r.adoptedUnitPrice)));
+    printSide("cost", r.costAmounts, r.costUnitPrice);
     std::printf("\n");
 }
 

@@ -6,22 +6,22 @@
 namespace {
 
 // Every field but the computed amounts.
-void copyFields(Fuzokurecordtypex& to, const Fuzokurecordtypex& from) {
-    to.UKEY = from.UKEY;
-    to.GOODS = from.GOODS;
-    to.KIND = from.KIND;
-    to.SORT = from.SORT;
-    to.SIZE = from.SIZE;
-    to.YOSAN = from.YOSAN;
-    to.CI = from.CI;
-    to.FLAG = from.FLAG;
-    to.NET = from.NET;
-    to.GROSS = from.GROSS;
-    to.TEIKA = from.TEIKA;
-    to.DATA = from.DATA;
-    to.NTANKA = from.NTANKA;
-    to.GTANKA = from.GTANKA;
-    to.FTANKA = from.FTANKA;
+void copyFields(PipeRow& to, const PipeRow& from) {
+    to.key = from.key;
+    to.goodsBytes = from.goodsBytes;
+    to.kindBytes = from.kindBytes;
+    to.sortOrder = from.sortOrder;
+    to.sizeBytes = from.sizeBytes;
+    to.otherMethod = from.otherMethod;
+    to.unitBytes = from.unitBytes;
+    to.modeFlag = from.modeFlag;
+    to.costPrice = from.costPrice;
+    to.submittedPrice = from.submittedPrice;
+    to.listPrice = from.listPrice;
+    to.factors = from.factors;
+    to.costUnitPrice = from.costUnitPrice;
+    to.submittedUnitPrice = from.submittedUnitPrice;
+    to.adoptedUnitPrice = from.adoptedUnitPrice;
 }
 
 } // namespace
@@ -30,8 +30,8 @@ PipeTypeDocument::PipeTypeDocument(QObject* parent) : QObject(parent) {}
 
 void PipeTypeDocument::clearRows(int count) {
     for (int r = 1; r <= count && r <= RowCount; ++r) {
-        m_rows[r] = Fuzokurecordtypex{};
-        m_undoRows[r] = Fuzokurecordtypex{};
+        m_rows[r] = PipeRow{};
+        m_undoRows[r] = PipeRow{};
     }
 }
 

@@ -3,7 +3,7 @@
 // saved, the undo snapshot and the change test. Loading and saving run on a
 // connection that the caller owns; nothing here shows anything.
 
-#include "store/ex_general.h"
+#include "store/piperow.h"
 #include "store/pipetypestore.h"
 
 #include <QByteArray>
@@ -26,7 +26,7 @@ public:
     RowTable& rows() { return m_rows; }
     const RowTable& rows() const { return m_rows; }
     // The options of the pipe type: the number fields of row 60.
-    KanzaiOptions options() { return KanzaiOptions(m_rows[OptionRow]); }
+    PipeTypeOptions options() { return PipeTypeOptions(m_rows[OptionRow]); }
 
     // Rows 1..count and their undo copies to zeros and empty texts.
     void clearRows(int count);
@@ -55,8 +55,8 @@ public:
     // Rows 1..59.
     void calculateAll();
 
-    // Reads the 60 rows of a pipe type in one read transaction: fields UKEY
-    // to FTANKA of every row, the saved lines and the stored image; the
+    // Reads the 60 rows of a pipe type in one read transaction: fields key
+    // to adoptedUnitPrice of every row, the saved lines and the stored image; the
     // computed amounts keep their values until the next calculation. All or
     // nothing: on a failure (ESQLiteException, or std::out_of_range when the
     // table holds fewer than 60 rows) the document is as it was. Returns the

@@ -62,30 +62,30 @@ void ResetFdkRecordBuffer() {
     recordBuffer.fill(0);
 }
 
-void PutRowFields(const Fuzokurecordtypex& row, FdkRecord& record) {
-    putString(record, FdkOffset::GOODS, GoodsWidth, row.GOODS);
-    putString(record, FdkOffset::KIND, KindWidth, row.KIND);
-    putString(record, FdkOffset::CI, CiWidth, row.CI);
-    putInt32(record, FdkOffset::UKEY, row.UKEY);
-    putInt32(record, FdkOffset::YOSAN, row.YOSAN);
-    putCurrency(record, FdkOffset::SORT, row.SORT);
-    putInt32(record, FdkOffset::FLAG, row.FLAG);
-    putString(record, FdkOffset::SIZE, SizeWidth, row.SIZE);
-    putCurrency(record, FdkOffset::NET, row.NET);
-    putCurrency(record, FdkOffset::GROSS, row.GROSS);
-    putCurrency(record, FdkOffset::TEIKA, row.TEIKA);
-    putCurrency(record, FdkOffset::NTANKA, row.NTANKA);
-    putCurrency(record, FdkOffset::GTANKA, row.GTANKA);
-    putCurrency(record, FdkOffset::FTANKA, row.FTANKA);
+void PutRowFields(const PipeRow& row, FdkRecord& record) {
+    putString(record, FdkOffset::GOODS, GoodsWidth, row.goodsBytes);
+    putString(record, FdkOffset::KIND, KindWidth, row.kindBytes);
+    putString(record, FdkOffset::CI, UnitWidth, row.unitBytes);
+    putInt32(record, FdkOffset::UKEY, row.key);
+    putInt32(record, FdkOffset::YOSAN, row.otherMethod);
+    putCurrency(record, FdkOffset::SORT, row.sortOrder);
+    putInt32(record, FdkOffset::FLAG, row.modeFlag);
+    putString(record, FdkOffset::SIZE, SizeWidth, row.sizeBytes);
+    putCurrency(record, FdkOffset::NET, row.costPrice);
+    putCurrency(record, FdkOffset::GROSS, row.submittedPrice);
+    putCurrency(record, FdkOffset::TEIKA, row.listPrice);
+    putCurrency(record, FdkOffset::NTANKA, row.costUnitPrice);
+    putCurrency(record, FdkOffset::GTANKA, row.submittedUnitPrice);
+    putCurrency(record, FdkOffset::FTANKA, row.adoptedUnitPrice);
     for (int n = 1; n <= 7; ++n)
-        putCurrency(record, FdkOffset::DATA1 + (n - 1) * 8, row.Data(n));
+        putCurrency(record, FdkOffset::DATA1 + (n - 1) * 8, row.factor(n));
 }
 
-void TakeLabourFields(const FdkRecord& record, Fuzokurecordtypex& row) {
-    row.YOSAN = int32At(record, FdkOffset::YOSAN);
-    row.SIZE = stringAt(record, FdkOffset::SIZE, SizeWidth);
+void TakeLabourFields(const FdkRecord& record, PipeRow& row) {
+    row.otherMethod = int32At(record, FdkOffset::YOSAN);
+    row.sizeBytes = stringAt(record, FdkOffset::SIZE, SizeWidth);
     for (int n = 1; n <= 7; ++n)
-        row.Data(n) = currencyAt(record, FdkOffset::DATA1 + (n - 1) * 8);
+        row.factor(n) = currencyAt(record, FdkOffset::DATA1 + (n - 1) * 8);
 }
 
 QByteArray FdkFileBytes(const RowTable& rows) {

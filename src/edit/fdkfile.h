@@ -21,7 +21,7 @@
 // Currency is its raw signed 64-bit value (the value times 10000).
 
 #include "shell/settingsfiles.h" // EInOutError
-#include "store/ex_general.h"
+#include "store/piperow.h"
 
 #include <QByteArray>
 #include <QString>
@@ -70,10 +70,10 @@ void ResetFdkRecordBuffer();
 
 // Puts the fields of a row into a record: every field but the CALC amounts.
 // A string writes its length byte and its bytes; the rest of its field stays.
-void PutRowFields(const Fuzokurecordtypex& row, FdkRecord& record);
+void PutRowFields(const PipeRow& row, FdkRecord& record);
 // Takes from a record what an entry gives back to a row: YOSAN, SIZE and
 // DATA1 to DATA7. Nothing else of the row changes.
-void TakeLabourFields(const FdkRecord& record, Fuzokurecordtypex& row);
+void TakeLabourFields(const FdkRecord& record, PipeRow& row);
 
 // Rows 1 to 60 as the file holds them, put together in the record buffer.
 QByteArray FdkFileBytes(const RowTable& rows);

@@ -6,41 +6,41 @@ QByteArray cut(const QByteArray& text, int width) {
     return text.size() > width ? text.left(width) : text;
 }
 
-void copyAll(Fuzokurecordtypex& to, const Fuzokurecordtypex& from, bool withNTANKA) {
-    to.GOODS = cut(from.GOODS, GoodsWidth);
-    to.SIZE = cut(from.SIZE, SizeWidth);
-    to.KIND = cut(from.KIND, KindWidth);
-    to.FLAG = from.FLAG;
-    to.CI = cut(from.CI, CiWidth);
-    to.NET = from.NET;
-    to.GROSS = from.GROSS;
-    to.TEIKA = from.TEIKA;
-    to.DATA = from.DATA;
-    if (withNTANKA) to.NTANKA = from.NTANKA;
-    to.GTANKA = from.GTANKA;
-    to.FTANKA = from.FTANKA;
+void copyAll(PipeRow& to, const PipeRow& from, bool withNTANKA) {
+    to.goodsBytes = cut(from.goodsBytes, GoodsWidth);
+    to.sizeBytes = cut(from.sizeBytes, SizeWidth);
+    to.kindBytes = cut(from.kindBytes, KindWidth);
+    to.modeFlag = from.modeFlag;
+    to.unitBytes = cut(from.unitBytes, UnitWidth);
+    to.costPrice = from.costPrice;
+    to.submittedPrice = from.submittedPrice;
+    to.listPrice = from.listPrice;
+    to.factors = from.factors;
+    if (withNTANKA) to.costUnitPrice = from.costUnitPrice;
+    to.submittedUnitPrice = from.submittedUnitPrice;
+    to.adoptedUnitPrice = from.adoptedUnitPrice;
 }
 
 } // namespace
 
-void CopyFieldSet(Fuzokurecordtypex& to, const Fuzokurecordtypex& from, FieldSet set) {
+void CopyFieldSet(PipeRow& to, const PipeRow& from, FieldSet set) {
     switch (set) {
     case FieldSet::All:
         copyAll(to, from, true);
         break;
-    case FieldSet::AllButNTANKA:
+    case FieldSet::AllButCostUnitPrice:
         copyAll(to, from, false);
         break;
     case FieldSet::Prices:
-        to.NET = from.NET;
-        to.GROSS = from.GROSS;
-        to.TEIKA = from.TEIKA;
+        to.costPrice = from.costPrice;
+        to.submittedPrice = from.submittedPrice;
+        to.listPrice = from.listPrice;
         break;
     case FieldSet::Labour:
-        to.DATA = from.DATA;
+        to.factors = from.factors;
         break;
     case FieldSet::Pipefitter:
-        to.Data(5) = from.Data(5);
+        to.factor(5) = from.factor(5);
         break;
     }
 }
@@ -71,17 +71,17 @@ void SpreadFirstDetail(RowTable& rows) {
         for (int i = 1; i <= TabRows; ++i) {
             const int r = k * TabRows + i;
             if (r == OptionRow) continue;
-            Fuzokurecordtypex& to = rows[r];
-            const Fuzokurecordtypex& from = rows[i];
-            to.FLAG = from.FLAG;
-            to.CI = cut(from.CI, CiWidth);
-            to.TEIKA = from.TEIKA;
-            to.NET = from.NET;
-            to.GROSS = from.GROSS;
-            to.DATA = from.DATA;
-            to.GTANKA = from.GTANKA;
-            to.NTANKA = from.NTANKA;
-            to.FTANKA = from.FTANKA;
+            PipeRow& to = rows[r];
+            const PipeRow& from = rows[i];
+            to.modeFlag = from.modeFlag;
+            to.unitBytes = cut(from.unitBytes, UnitWidth);
+            to.listPrice = from.listPrice;
+            to.costPrice = from.costPrice;
+            to.submittedPrice = from.submittedPrice;
+            to.factors = from.factors;
+            to.submittedUnitPrice = from.submittedUnitPrice;
+            to.costUnitPrice = from.costUnitPrice;
+            to.adoptedUnitPrice = from.adoptedUnitPrice;
         }
     }
 }
@@ -91,20 +91,20 @@ void SpreadBufferPrices(RowTable& rows, const RowTable& buffer) {
         for (int i = 1; i <= TabRows; ++i) {
             const int r = k * TabRows + i;
             if (r == OptionRow) continue;
-            rows[r].TEIKA = buffer[i].TEIKA;
-            rows[r].NET = buffer[i].NET;
-            rows[r].GROSS = buffer[i].GROSS;
+            rows[r].listPrice = buffer[i].listPrice;
+            rows[r].costPrice = buffer[i].costPrice;
+            rows[r].submittedPrice = buffer[i].submittedPrice;
         }
     }
 }
 
 void ClearPipeTypeRows(RowTable& rows) {
     for (int r = 1; r <= RowCount; ++r) {
-        Fuzokurecordtypex& row = rows[r];
-        Fuzokurecordtypex cleared;
-        cleared.UKEY = row.UKEY;
-        cleared.SORT = row.SORT;
-        cleared.YOSAN = row.YOSAN;
+        PipeRow& row = rows[r];
+        PipeRow cleared;
+        cleared.key = row.key;
+        cleared.sortOrder = row.sortOrder;
+        cleared.otherMethod = row.otherMethod;
         row = cleared;
     }
 }
@@ -113,12 +113,12 @@ void ClearDetailRows(RowTable& rows, int tab) {
     const int base = DetailBase(tab);
     for (int i = 1; i <= TabRows; ++i) {
         if (base + i == OptionRow) continue;
-        Fuzokurecordtypex& row = rows[base + i];
-        row.DATA = {};
-        row.NTANKA = Currency();
-        row.GTANKA = Currency();
-        row.FTANKA = Currency();
-        row.CALC_N = {};
-        row.CALC_G = {};
+        PipeRow& row = rows[base + i];
+        row.factors = {};
+        row.costUnitPrice = Currency();
+        row.submittedUnitPrice = Currency();
+        row.adoptedUnitPrice = Currency();
+        row.costAmounts = {};
+        row.submittedAmounts = {};
     }
 }

@@ -192,7 +192,7 @@ void MainWindow::copyDetailLabour() {
 
 void MainWindow::pasteDetail() {
     document().takeSnapshot();
-    PasteDetailIn(rows(), workspace_->copyBuffer(), currentTab(), FieldSet::AllButNTANKA);
+    PasteDetailIn(rows(), workspace_->copyBuffer(), currentTab(), FieldSet::AllButCostUnitPrice);
     finishPaste(false);
 }
 

@@ -10,7 +10,7 @@
 #include "platform/application.h"
 #include "platform/dialogs.h"
 #include "shell/formwidgets.h"
-#include "store/ex_general.h"
+#include "store/piperow.h"
 
 #include <QAction>
 

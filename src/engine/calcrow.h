@@ -1,8 +1,8 @@
 #pragma once
 
-#include "store/ex_general.h"
+#include "store/piperow.h"
 
 // Fills the computed fields of a row (1..59) from its figures and the
 // options of row 60. May write 1 into AdoptedDigits when it is 0. Raises
 // EMathError on overflow, leaving the row as far as it had come.
-void CalcRowWith(Fuzokurecordtypex& row, KanzaiOptions options);
+void CalcRowWith(PipeRow& row, PipeTypeOptions options);

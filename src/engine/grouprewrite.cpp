@@ -21,9 +21,9 @@ QString qInt(int v) {
 
 } // namespace
 
-QString OptionChangeStatement(const Fuzokurecordtypex& optionRow, int grp) {
-    Fuzokurecordtypex row = optionRow;
-    KanzaiOptions o(row);
+QString OptionChangeStatement(const PipeRow& optionRow, int grp) {
+    PipeRow row = optionRow;
+    PipeTypeOptions o(row);
     QString s = QStringLiteral("UPDATE ex_kanzai SET ");
     s += QStringLiteral("DATA5=") + qCurr(o.LabourSubmitted());
     s += QStringLiteral(",DATA4=") + qCurr(o.LabourCost());
@@ -58,7 +58,7 @@ void RecalculatePipeType(SqliteDatabase& db, RowTable& rows, int grp, int kan, D
     db.BeginImmediateTransaction();
     try {
         LoadPipeTypeIn(db, grp, kan, rows);
-        const KanzaiOptions options(rows[OptionRow]);
+        const PipeTypeOptions options(rows[OptionRow]);
         for (int r = 1; r <= GroupCalcRows; ++r) {
             if (beforeRow) beforeRow(r);
             CalcRowWith(rows[r], options);
@@ -89,7 +89,7 @@ void RewriteGroup(const QString& path, Dialogs& dialogs, int kind, int grp,
             kan = i + 1;
             RecalculatePipeType(db, rows, grp, kan, dialogs, [&](int r) {
                 if (progress)
-                    progress(GroupProgressText(kind, i, r, rows[r].Goods()), i * GroupCalcRows + r);
+                    progress(GroupProgressText(kind, i, r, rows[r].goods()), i * GroupCalcRows + r);
             });
         }
     } catch (const std::exception& e) {

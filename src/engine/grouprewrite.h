@@ -4,7 +4,7 @@
 // follows them. No widgets: the form runs RecalculateGroup on its worker
 // thread and shows the progress it reports.
 
-#include "store/ex_general.h"
+#include "store/piperow.h"
 
 #include <QString>
 
@@ -18,10 +18,10 @@ constexpr int GroupCalcRows = 59;  // rows calculated in each, 1 to 59
 constexpr int GroupRewriteSteps = GroupPipeTypes * GroupCalcRows;
 
 // The options of optionRow (row 60) for the option rows of all 20 pipe types
-// of group grp: twelve assignments, GROSS not among them.
-QString OptionChangeStatement(const Fuzokurecordtypex& optionRow, int grp);
+// of group grp: twelve assignments, submittedPrice not among them.
+QString OptionChangeStatement(const PipeRow& optionRow, int grp);
 
-// The two base labour costs for every option row of every group (UKEY 60).
+// The two base labour costs for every option row of every group (key 60).
 QString LabourChangeStatement(Currency cost, Currency submitted);
 
 // The progress text before row r (1..59) of pipe type i + 1 (i 0..19):

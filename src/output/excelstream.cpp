@@ -4,8 +4,8 @@
 #include "output/exportrows.h"
 #include "sheet/sheettexts.h"
 #include "store/codepage.h"
-#include "store/ex_general.h"
 #include "store/modulewrappersqlite.h"
+#include "store/piperow.h"
 #include "store/pipetypestore.h"
 #include "util/textlines.h"
 

@@ -51,7 +51,7 @@ QByteArray ExportHeadingLine(int mode) {
     return line + LineEnd;
 }
 
-QByteArray ExportRowLine(int mode, const Fuzokurecordtypex& row, int tab, const ExportSheet& sheet,
+QByteArray ExportRowLine(int mode, const PipeRow& row, int tab, const ExportSheet& sheet,
                          const ExportOptions& options) {
     const QByteArray d = ExportDelimiter(mode);
     QByteArray line;
@@ -65,12 +65,12 @@ QByteArray ExportRowLine(int mode, const Fuzokurecordtypex& row, int tab, const 
             field(PrintText(ToAnsi(panel)));
         field(PrintText(ToAnsi(sheet.tabCaptions.value(tab))));
     }
-    field(print ? PrintText(row.SIZE) : row.SIZE);
-    field(print ? PrintText(row.CI) : row.CI);
-    field(Amount(mode, row.FTANKA));
-    field(Amount(mode, row.GROSS));
+    field(print ? PrintText(row.sizeBytes) : row.sizeBytes);
+    field(print ? PrintText(row.unitBytes) : row.unitBytes);
+    field(Amount(mode, row.adoptedUnitPrice));
+    field(Amount(mode, row.submittedPrice));
     if (print || !options.resultsOnly) {
-        for (const Currency& factor : row.DATA)
+        for (const Currency& factor : row.factors)
             field(Plain(factor));
     }
     const bool oneTab = sheet.tabCaptions.size() == 1;
@@ -78,9 +78,9 @@ QByteArray ExportRowLine(int mode, const Fuzokurecordtypex& row, int tab, const 
         if (e == 6 && oneTab)
             field(QByteArray());
         else
-            field(Amount(mode, row.CALC_G[std::size_t(e - 1)]));
+            field(Amount(mode, row.submittedAmounts[std::size_t(e - 1)]));
     }
-    field(Amount(mode, row.GTANKA));
+    field(Amount(mode, row.submittedUnitPrice));
     return line;
 }
 

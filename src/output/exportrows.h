@@ -14,7 +14,7 @@
 // Call ExportRowsText(ExportPrint, rows, sheet, {}) and write the result
 // with WriteExportFile(PrintDataPath(DataRoot), text).
 
-#include "store/ex_general.h"
+#include "store/piperow.h"
 
 #include <QByteArray>
 #include <QString>
@@ -51,7 +51,7 @@ QByteArray ExportHeadingLine(int mode);
 // texts as they stand.
 // tab is the index of the row's tab; the number of tabs is that of
 // sheet.tabCaptions.
-QByteArray ExportRowLine(int mode, const Fuzokurecordtypex& row, int tab, const ExportSheet& sheet,
+QByteArray ExportRowLine(int mode, const PipeRow& row, int tab, const ExportSheet& sheet,
                          const ExportOptions& options);
 
 // The whole text in code page 932, built tab by tab: in modes 0 and 1 the

@@ -8,7 +8,7 @@
 #include "platform/datapaths.h"
 #include "platform/dialogs.h"
 #include "store/codepage.h"
-#include "store/ex_general.h"
+#include "store/piperow.h"
 
 #include <QCheckBox>
 #include <QDateTime>

@@ -92,8 +92,8 @@ QByteArray PrintHeaderText(const QDate& date, const RowTable& rows) {
     t += Line("[tf]=", {});
     t += Line("[tg]=", {});
     // The two texts of "材料単価建物/ページ" as their bytes stand, joined.
-    t += Line("[th]=", rows[4].GOODS + rows[5].GOODS);
-    t += Line("[ti]=", CurrToStr(rows[OptionRow].Data(5)).toLatin1());
+    t += Line("[th]=", rows[4].goodsBytes + rows[5].goodsBytes);
+    t += Line("[ti]=", CurrToStr(rows[OptionRow].factor(5)).toLatin1());
     return t;
 }
 
@@ -118,7 +118,7 @@ void WritePrintConfAndHeader(const PrintHandOff& h, const RowTable& rows) {
 }
 
 bool RefrigerantRows(const RowTable& rows) {
-    return rows[OptionRow].FLAG == 1;
+    return rows[OptionRow].modeFlag == 1;
 }
 
 ExportSheet SheetOfRows(const RowTable& rows) {
@@ -127,14 +127,14 @@ ExportSheet SheetOfRows(const RowTable& rows) {
         s.tabCaptions << RefrigerantTabCaption;
     } else {
         for (int t = 0; t < 4; ++t) {
-            const QString kind = rows[t * TabRows + 1].Kind();
-            s.tabCaptions << (rows[t * TabRows + 1].KIND.isEmpty()
+            const QString kind = rows[t * TabRows + 1].kind();
+            s.tabCaptions << (rows[t * TabRows + 1].kindBytes.isEmpty()
                                   ? DefaultDetailCaptions[std::size_t(t)]
                                   : kind);
         }
     }
     for (int i = 0; i < 3; ++i)
-        s.statusPanels[std::size_t(i)] = rows[i + 1].Goods();
+        s.statusPanels[std::size_t(i)] = rows[i + 1].goods();
     return s;
 }
 

@@ -5,7 +5,7 @@
 // program is started. No widgets: the form and the batch tool both use it.
 
 #include "output/exportrows.h"
-#include "store/ex_general.h"
+#include "store/piperow.h"
 
 #include <QByteArray>
 #include <QDate>
@@ -46,8 +46,8 @@ QString PrintHeaderPath(const QString& dataRoot); // .../printdata/print_header.
 
 // The six lines of Print.conf in code page 932, each ended by CR LF.
 QByteArray PrintConfText(const QString& stylePath, const QString& iconPath, bool refrigerant);
-// The nine lines of print_header.dat for the date and the rows (GOODS of
-// rows 4 and 5, DATA5 of row 60), code page 932, each ended by CR LF.
+// The nine lines of print_header.dat for the date and the rows (goods of
+// rows 4 and 5, factor 5 of row 60), code page 932, each ended by CR LF.
 QByteArray PrintHeaderText(const QDate& date, const RowTable& rows);
 
 // The date the header is written with: today, unless a fixed date was set
@@ -73,8 +73,8 @@ void WritePrintHandOff(const PrintHandOff& h, const RowTable& rows, const Export
 void WritePrintConfAndHeader(const PrintHandOff& h, const RowTable& rows);
 
 // The tab captions and status panel texts showPipeType gives the rows: four
-// details named by KIND of their first rows (default names when empty), or
-// the one refrigerant tab; panels 0 to 2 are GOODS of rows 1 to 3.
+// details named by kind of their first rows (default names when empty), or
+// the one refrigerant tab; panels 0 to 2 are goods of rows 1 to 3.
 ExportSheet SheetOfRows(const RowTable& rows);
 // True when row 60 says refrigerant mode.
 bool RefrigerantRows(const RowTable& rows);

@@ -13,19 +13,19 @@
 namespace {
 
 // The field of a factor column (4 to 10) of compositeGrid; null for others.
-Currency* factorField(Fuzokurecordtypex& row, int col) {
-    return col >= 4 && col <= 10 ? &row.Data(col - 3) : nullptr;
+Currency* factorField(PipeRow& row, int col) {
+    return col >= 4 && col <= 10 ? &row.factor(col - 3) : nullptr;
 }
 
 // The field of a price column (1 to 3) of materialGrid; null for others.
-Currency* priceField(Fuzokurecordtypex& row, int col) {
+Currency* priceField(PipeRow& row, int col) {
     switch (col) {
     case 1:
-        return &row.GROSS;
+        return &row.submittedPrice;
     case 2:
-        return &row.NET;
+        return &row.costPrice;
     case 3:
-        return &row.TEIKA;
+        return &row.listPrice;
     default:
         return nullptr;
     }
@@ -175,21 +175,21 @@ void MainWindow::setSizes() {
     const int n = compositeGrid->RowCount();
     QStringList lines;
     for (int i = 1; i <= n; ++i)
-        lines << rows()[i].Size();
+        lines << rows()[i].size();
     dialog->SetLines(lines);
     if (dialog->exec() == SizeDialog::ResultCancel) return;
     document().takeSnapshot();
     for (int i = 1; i <= n; ++i) {
         for (int r : {i, i + 15, i + 30, i + 45})
-            rows()[r].SIZE.clear();
+            rows()[r].sizeBytes.clear();
         compositeGrid->SetCells(0, i, QString());
         materialGrid->SetCells(0, i, QString());
     }
     const QStringList memo = dialog->Lines();
     for (int i = 1; i <= n && i <= int(memo.size()); ++i) {
         for (int r : {i, i + 15, i + 30, i + 45})
-            rows()[r].SetSize(memo[i - 1]);
-        compositeGrid->SetCells(0, i, rows()[i].Size());
-        materialGrid->SetCells(0, i, rows()[i].Size());
+            rows()[r].setSize(memo[i - 1]);
+        compositeGrid->SetCells(0, i, rows()[i].size());
+        materialGrid->SetCells(0, i, rows()[i].size());
     }
 }

@@ -13,42 +13,43 @@ PriceSide SideOfColumn(int left) {
     return PriceSide::Submitted;
 }
 
-std::array<QString, Grid1Cols> Grid1LineTexts(const Fuzokurecordtypex& r, const SheetView& v) {
+std::array<QString, Grid1Cols> Grid1LineTexts(const PipeRow& r, const SheetView& v) {
     std::array<QString, Grid1Cols> t;
-    t[0] = r.Size();
+    t[0] = r.size();
     switch (v.side) {
     case PriceSide::Submitted:
-        t[1] = FormatAmount(r.FTANKA);
-        t[2] = FormatAmount(r.GTANKA);
-        t[3] = FormatAmount(r.GROSS);
+        t[1] = FormatAmount(r.adoptedUnitPrice);
+        t[2] = FormatAmount(r.submittedUnitPrice);
+        t[3] = FormatAmount(r.submittedPrice);
         break;
     case PriceSide::Cost:
-        t[1] = FormatAmount(r.NTANKA);
-        t[2] = FormatAmount(r.NTANKA);
-        t[3] = FormatAmount(r.NET);
+        t[1] = FormatAmount(r.costUnitPrice);
+        t[2] = FormatAmount(r.costUnitPrice);
+        t[3] = FormatAmount(r.costPrice);
         break;
     case PriceSide::List:
-        t[1] = FormatAmount(r.FTANKA);
-        t[2] = FormatAmount(r.GTANKA);
-        t[3] = FormatAmount(r.TEIKA);
+        t[1] = FormatAmount(r.adoptedUnitPrice);
+        t[2] = FormatAmount(r.submittedUnitPrice);
+        t[3] = FormatAmount(r.listPrice);
         break;
     }
     for (int e = 1; e <= 7; ++e) {
         QString& cell = t[std::size_t(e + 3)];
         if (!v.showResults)
-            cell = e == 5 ? FormatFixed3(r.Data(e)) : CurrToStr(r.Data(e));
+            cell = e == 5 ? FormatFixed3(r.factor(e)) : CurrToStr(r.factor(e));
         else if (v.side == PriceSide::List)
             cell = QStringLiteral("--");
         else
-            cell = FormatGeneral(v.side == PriceSide::Submitted ? r.CALC_G[std::size_t(e - 1)]
-                                                                : r.CALC_N[std::size_t(e - 1)]);
+            cell = FormatGeneral(v.side == PriceSide::Submitted
+                                     ? r.submittedAmounts[std::size_t(e - 1)]
+                                     : r.costAmounts[std::size_t(e - 1)]);
     }
     if (v.refrigerant) t[9].clear();
     return t;
 }
 
-std::array<QString, 3> PriceTexts(const Fuzokurecordtypex& r) {
-    return {FormatAmount(r.GROSS), FormatAmount(r.NET), FormatAmount(r.TEIKA)};
+std::array<QString, 3> PriceTexts(const PipeRow& r) {
+    return {FormatAmount(r.submittedPrice), FormatAmount(r.costPrice), FormatAmount(r.listPrice)};
 }
 
 ElementHeadings LongHeadings(bool refrigerant) {

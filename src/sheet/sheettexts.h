@@ -2,7 +2,7 @@
 // What the cells of the sheet show for a row, and the column headings by
 // mode. The grids only receive these texts.
 
-#include "store/ex_general.h"
+#include "store/piperow.h"
 
 #include <QString>
 
@@ -27,9 +27,9 @@ struct SheetView {
 };
 
 // Columns 0..10 of a line of compositeGrid for row r.
-std::array<QString, Grid1Cols> Grid1LineTexts(const Fuzokurecordtypex& r, const SheetView& view);
-// Columns 1..3 of a line of materialGrid (GROSS, NET, TEIKA) at index 0..2.
-std::array<QString, 3> PriceTexts(const Fuzokurecordtypex& r);
+std::array<QString, Grid1Cols> Grid1LineTexts(const PipeRow& r, const SheetView& view);
+// Columns 1..3 of a line of materialGrid (submittedPrice, costPrice, listPrice) at index 0..2.
+std::array<QString, 3> PriceTexts(const PipeRow& r);
 
 // Headings of columns 5, 6, 7, 9, 10 of compositeGrid by mode; long form for
 // showing a pipe type, short form after applying the controls.

@@ -122,17 +122,19 @@ QStringList showHeadings(bool refrigerant) {
 
 // One line of a detail: size, the three prices, the seven factors as the
 // sheet shows them, and the composite prices of both sides and the adopted.
-QStringList showLine(const Fuzokurecordtypex& row, bool refrigerant, bool plainNumbers) {
+QStringList showLine(const PipeRow& row, bool refrigerant, bool plainNumbers) {
     SheetView view;
     view.refrigerant = refrigerant;
     const auto cells = Grid1LineTexts(row, view);
     auto amount = [plainNumbers](Currency c) {
         return plainNumbers ? CurrToStr(c) : FormatAmount(c);
     };
-    QStringList line{row.Size(), amount(row.GROSS), amount(row.NET), amount(row.TEIKA)};
+    QStringList line{row.size(), amount(row.submittedPrice), amount(row.costPrice),
+                     amount(row.listPrice)};
     for (int c = 4; c <= 10; ++c)
-        line << (plainNumbers ? CurrToStr(row.Data(c - 3)) : cells[std::size_t(c)]);
-    line << amount(row.GTANKA) << amount(row.NTANKA) << amount(row.FTANKA);
+        line << (plainNumbers ? CurrToStr(row.factor(c - 3)) : cells[std::size_t(c)]);
+    line << amount(row.submittedUnitPrice) << amount(row.costUnitPrice)
+         << amount(row.adoptedUnitPrice);
     return line;
 }
 
@@ -142,30 +144,30 @@ void printPipeType(QTextStream& out, PipeTypeDocument& doc, int group, int kan, 
     const int details = refrigerant ? 1 : 4;
     const QStringList headings = showHeadings(refrigerant);
     auto detailCaption = [&](int t) {
-        return refrigerant ? RefrigerantTabCaption : rows[t * 15 + 1].Kind();
+        return refrigerant ? RefrigerantTabCaption : rows[t * 15 + 1].kind();
     };
     if (csv) {
         out << QStringLiteral("細目,") << headings.join(QLatin1Char(',')) << "\n";
         for (int t = 0; t < details; ++t)
             for (int g = 1; g <= SheetLines; ++g) {
-                const Fuzokurecordtypex& row = rows[t * 15 + g];
-                if (row.Size().isEmpty()) continue;
+                const PipeRow& row = rows[t * 15 + g];
+                if (row.size().isEmpty()) continue;
                 out << detailCaption(t) << ","
                     << showLine(row, refrigerant, true).join(QLatin1Char(',')) << "\n";
             }
         return;
     }
-    KanzaiOptions o = doc.options();
-    out << QStringLiteral("グループ %1 管種 %2: ").arg(group).arg(kan) << rows[1].Goods() << " / "
-        << rows[2].Goods() << " / " << rows[3].Goods() << "\n";
+    PipeTypeOptions o = doc.options();
+    out << QStringLiteral("グループ %1 管種 %2: ").arg(group).arg(kan) << rows[1].goods() << " / "
+        << rows[2].goods() << " / " << rows[3].goods() << "\n";
     out << (refrigerant ? QStringLiteral("冷媒モード") : QStringLiteral("配管モード"))
         << QStringLiteral("  基礎工費 提出 ") << FormatAmount(o.LabourSubmitted())
         << QStringLiteral(" 原価 ") << FormatAmount(o.LabourCost()) << "\n";
     for (int t = 0; t < details; ++t) {
         std::vector<QStringList> lines{headings};
         for (int g = 1; g <= SheetLines; ++g) {
-            const Fuzokurecordtypex& row = rows[t * 15 + g];
-            if (!row.Size().isEmpty()) lines.push_back(showLine(row, refrigerant, false));
+            const PipeRow& row = rows[t * 15 + g];
+            if (!row.size().isEmpty()) lines.push_back(showLine(row, refrigerant, false));
         }
         std::vector<int> widths(std::size_t(headings.size()), 0);
         for (const QStringList& l : lines)
@@ -242,7 +244,7 @@ int RunQorvaleTool(const QStringList& args, QTextStream& out, QTextStream& err) 
             } catch (const std::exception& e) {
                 failure = oneLine(QString::fromUtf8(e.what()));
             }
-            out << "group " << a.group << " pipe type " << kan << " (" << rows[1].Goods().trimmed()
+            out << "group " << a.group << " pipe type " << kan << " (" << rows[1].goods().trimmed()
                 << "): "
                 << (failure.isEmpty() ? QStringLiteral("recalculated and saved")
                                       : QStringLiteral("not saved"))

@@ -5,7 +5,7 @@
 #include "platform/application.h"
 #include "platform/datapaths.h"
 #include "shell/settingsfiles.h"
-#include "store/ex_general.h"
+#include "store/piperow.h"
 
 #include <QCoreApplication>
 #include <QFont>

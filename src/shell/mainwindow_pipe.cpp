@@ -289,7 +289,7 @@ void MainWindow::clearSheet() {
 void MainWindow::showPipeType() {
     const FlagScope filling(refreshing);
     clearSheet();
-    KanzaiOptions o = document().options();
+    PipeTypeOptions o = document().options();
     {
         const FlagScope settingTabs(settingTabs_);
         while (tabs->count() > 0)
@@ -297,9 +297,9 @@ void MainWindow::showPipeType() {
         if (o.ModeFlag() == 0) {
             copyFirstDetailAcrossItem->setEnabled(true);
             for (int t = 0; t < 4; ++t) {
-                Fuzokurecordtypex& row = rows()[t * 15 + 1];
-                if (row.KIND.isEmpty()) row.SetKind(DefaultDetailCaptions[std::size_t(t)]);
-                tabs->addTab(row.Kind());
+                PipeRow& row = rows()[t * 15 + 1];
+                if (row.kindBytes.isEmpty()) row.setKind(DefaultDetailCaptions[std::size_t(t)]);
+                tabs->addTab(row.kind());
             }
             setCompositeHeadings(false, true);
             copyFirstDetailAcrossItem->setText(tabs->tabText(0) + QStringLiteral("のデータを") +
@@ -313,17 +313,17 @@ void MainWindow::showPipeType() {
             setCompositeHeadings(true, true);
         }
     }
-    goodsBox->SetText(rows()[1].Goods());
-    useBox->SetText(rows()[2].Goods());
-    jointBox->SetText(rows()[3].Goods());
-    buildingEdit->setText(rows()[4].Goods());
-    pageEdit->setText(rows()[5].Goods());
-    unitBox->SetText(rows()[1].Ci());
-    setStatusPanel(0, rows()[1].Goods());
-    setStatusPanel(1, rows()[2].Goods());
-    setStatusPanel(2, rows()[3].Goods());
+    goodsBox->SetText(rows()[1].goods());
+    useBox->SetText(rows()[2].goods());
+    jointBox->SetText(rows()[3].goods());
+    buildingEdit->setText(rows()[4].goods());
+    pageEdit->setText(rows()[5].goods());
+    unitBox->SetText(rows()[1].unit());
+    setStatusPanel(0, rows()[1].goods());
+    setStatusPanel(1, rows()[2].goods());
+    setStatusPanel(2, rows()[3].goods());
     setStatusPanel(3, tabs->tabText(tabs->currentIndex()));
-    setStatusPanel(4, rows()[15].Size());
+    setStatusPanel(4, rows()[15].size());
 
     labourCostSubmittedEdit->SetValue(currencyValue(o.LabourSubmitted()));
     labourCostCostEdit->SetValue(currencyValue(o.LabourCost()));
@@ -364,17 +364,17 @@ void MainWindow::applyControls() {
     materialCaption->setText(useRateCheck->Checked() ? QStringLiteral("資材単価[単価に掛率を使用]")
                                                      : QStringLiteral("資材単価"));
     document().takeSnapshot();
-    rows()[1].SetGoods(goodsBox->Text());
-    rows()[2].SetGoods(useBox->Text());
-    rows()[3].SetGoods(jointBox->Text());
-    rows()[4].SetGoods(buildingEdit->text());
-    rows()[5].SetGoods(pageEdit->text());
+    rows()[1].setGoods(goodsBox->Text());
+    rows()[2].setGoods(useBox->Text());
+    rows()[3].setGoods(jointBox->Text());
+    rows()[4].setGoods(buildingEdit->text());
+    rows()[5].setGoods(pageEdit->text());
     for (int t = 0; t < 4; ++t)
-        if (t < tabs->count()) rows()[t * 15 + 1].SetKind(tabs->tabText(t));
+        if (t < tabs->count()) rows()[t * 15 + 1].setKind(tabs->tabText(t));
     for (int r = 1; r <= RowCount; ++r)
-        rows()[r].SetCi(unitBox->Text());
+        rows()[r].setUnit(unitBox->Text());
 
-    KanzaiOptions o = document().options();
+    PipeTypeOptions o = document().options();
     o.LabourSubmitted() = labourCostSubmittedEdit->StoredCurrency();
     o.LabourCost() = labourCostCostEdit->StoredCurrency();
     o.RateSubmitted() = rateSubmittedEdit->StoredCurrency();

@@ -64,33 +64,33 @@ void loadRows(const QueryResult& result, RowTable& rows, QStringList* saved) {
             throw std::out_of_range(
                 QStringLiteral("List index out of bounds (%1)").arg(i).toStdString());
         const QString& line = result.lines[i];
-        Fuzokurecordtypex& row = rows[r];
-        row.UKEY = intOf(columns, line, "UKEY");
-        row.GOODS = textOf(columns, line, "GOODS", GoodsWidth);
-        row.KIND = textOf(columns, line, "KIND", KindWidth);
-        row.SORT = Currency::FromInt(intOf(columns, line, "SORT"));
-        row.SIZE = textOf(columns, line, "SIZE", SizeWidth);
-        row.YOSAN = intOf(columns, line, "YOSAN");
-        row.CI = textOf(columns, line, "CI", CiWidth);
-        row.FLAG = intOf(columns, line, "FLAG");
-        row.NET = currOf(columns, line, "NET");
-        row.GROSS = currOf(columns, line, "GROSS");
-        row.TEIKA = currOf(columns, line, "TEIKA");
+        PipeRow& row = rows[r];
+        row.key = intOf(columns, line, "UKEY");
+        row.goodsBytes = textOf(columns, line, "GOODS", GoodsWidth);
+        row.kindBytes = textOf(columns, line, "KIND", KindWidth);
+        row.sortOrder = Currency::FromInt(intOf(columns, line, "SORT"));
+        row.sizeBytes = textOf(columns, line, "SIZE", SizeWidth);
+        row.otherMethod = intOf(columns, line, "YOSAN");
+        row.unitBytes = textOf(columns, line, "CI", UnitWidth);
+        row.modeFlag = intOf(columns, line, "FLAG");
+        row.costPrice = currOf(columns, line, "NET");
+        row.submittedPrice = currOf(columns, line, "GROSS");
+        row.listPrice = currOf(columns, line, "TEIKA");
         static const char* const data[7] = {"DATA1", "DATA2", "DATA3", "DATA4",
                                             "DATA5", "DATA6", "DATA7"};
         for (int d = 0; d < 7; ++d)
-            row.DATA[std::size_t(d)] = currOf(columns, line, data[d]);
+            row.factors[std::size_t(d)] = currOf(columns, line, data[d]);
         // Row 15's supply rate defaults to 1 before anything reads it.
-        if (r == 15 && row.Data(1).IsZero()) row.Data(1) = Currency::FromInt(1);
-        row.NTANKA = currOf(columns, line, "NTANKA");
-        row.GTANKA = currOf(columns, line, "GTANKA");
-        row.FTANKA = currOf(columns, line, "FTANKA");
+        if (r == 15 && row.factor(1).IsZero()) row.factor(1) = Currency::FromInt(1);
+        row.costUnitPrice = currOf(columns, line, "NTANKA");
+        row.submittedUnitPrice = currOf(columns, line, "GTANKA");
+        row.adoptedUnitPrice = currOf(columns, line, "FTANKA");
         if (saved) saved->append(RowLine(row));
     }
     // The option row knows only item indexes 0 and 1 for these two.
-    Fuzokurecordtypex& options = rows[OptionRow];
-    if (options.FLAG > 1) options.FLAG = 0;
-    if (options.YOSAN > 1) options.YOSAN = 0;
+    PipeRow& options = rows[OptionRow];
+    if (options.modeFlag > 1) options.modeFlag = 0;
+    if (options.otherMethod > 1) options.otherMethod = 0;
 }
 
 } // namespace
@@ -101,7 +101,7 @@ QString LoadStatement(int grp, int kan) {
            QStringLiteral(" order by no;");
 }
 
-QByteArray SaveStatementUtf8(const Fuzokurecordtypex& r, int grp, int kan, int n) {
+QByteArray SaveStatementUtf8(const PipeRow& r, int grp, int kan, int n) {
     static const char* const DataNames[7] = {
         ",Data1=", ",Data2=", ",Data3=", ",Data4=", ",Data5=", ",Data6=", ",Data7="};
     static const char* const CalcGNames[7] = {
@@ -132,25 +132,25 @@ QByteArray SaveStatementUtf8(const Fuzokurecordtypex& r, int grp, int kan, int n
         s += '\'';
     };
     s += "UPDATE ex_kanzai SET ";
-    text("GOODS=", r.GOODS);
-    text(",KIND=", r.KIND);
-    text(",SIZE=", r.SIZE);
-    number(",YOSAN=", r.YOSAN);
+    text("GOODS=", r.goodsBytes);
+    text(",KIND=", r.kindBytes);
+    text(",SIZE=", r.sizeBytes);
+    number(",YOSAN=", r.otherMethod);
     number(",SORT=", 0);
-    text(",CI=", r.CI);
-    number(",FLAG=", r.FLAG);
-    curr(",NET=", r.NET);
-    curr(",GROSS=", r.GROSS);
-    curr(",TEIKA=", r.TEIKA);
+    text(",CI=", r.unitBytes);
+    number(",FLAG=", r.modeFlag);
+    curr(",NET=", r.costPrice);
+    curr(",GROSS=", r.submittedPrice);
+    curr(",TEIKA=", r.listPrice);
     for (int i = 0; i < 7; ++i)
-        curr(DataNames[i], r.DATA[std::size_t(i)]);
+        curr(DataNames[i], r.factors[std::size_t(i)]);
     for (int i = 0; i < 7; ++i)
-        curr(CalcGNames[i], r.CALC_G[std::size_t(i)]);
+        curr(CalcGNames[i], r.submittedAmounts[std::size_t(i)]);
     for (int i = 0; i < 7; ++i)
-        curr(CalcNNames[i], r.CALC_N[std::size_t(i)]);
-    curr(",NTANKA=", r.NTANKA);
-    curr(",GTANKA=", r.GTANKA);
-    curr(",FTANKA=", r.FTANKA);
+        curr(CalcNNames[i], r.costAmounts[std::size_t(i)]);
+    curr(",NTANKA=", r.costUnitPrice);
+    curr(",GTANKA=", r.submittedUnitPrice);
+    curr(",FTANKA=", r.adoptedUnitPrice);
     number(" WHERE CTG=", 1);
     number(" and GRP=", grp);
     number(" and KAN=", kan);
@@ -159,7 +159,7 @@ QByteArray SaveStatementUtf8(const Fuzokurecordtypex& r, int grp, int kan, int n
     return s;
 }
 
-QString SaveStatement(const Fuzokurecordtypex& r, int grp, int kan, int n) {
+QString SaveStatement(const PipeRow& r, int grp, int kan, int n) {
     return QString::fromUtf8(SaveStatementUtf8(r, grp, kan, n));
 }
 

@@ -2,7 +2,7 @@
 // The statements and the reading and writing of one pipe type: the 60 rows
 // of ex_kanzai for a group and a pipe type.
 
-#include "store/ex_general.h"
+#include "store/piperow.h"
 #include "store/sqliteclasses.h"
 
 #include <QString>
@@ -12,9 +12,9 @@ class Dialogs;
 // The SELECT of a pipe type.
 QString LoadStatement(int grp, int kan);
 // The UPDATE of row n (1..60) of a pipe type from row, ended by CR LF.
-QString SaveStatement(const Fuzokurecordtypex& row, int grp, int kan, int n);
+QString SaveStatement(const PipeRow& row, int grp, int kan, int n);
 // The same statement as the UTF-8 bytes the database parses.
-QByteArray SaveStatementUtf8(const Fuzokurecordtypex& row, int grp, int kan, int n);
+QByteArray SaveStatementUtf8(const PipeRow& row, int grp, int kan, int n);
 
 // The loaded columns of the 60 rows of a pipe type as stored, each value by
 // its type and bytes: two images are equal exactly when the rows are.

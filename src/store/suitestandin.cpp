@@ -5,7 +5,7 @@
 #include "platform/commandline.h"
 #include "platform/datapaths.h"
 #include "store/codepage.h"
-#include "store/ex_general.h"
+#include "store/piperow.h"
 #include "store/sqliteclasses.h"
 
 #include <QDir>
@@ -85,7 +85,7 @@ Currency yen(double v, int step) {
 
 void clearTable(RowTable& rows) {
     for (int r = 1; r <= RowCount; ++r)
-        rows[r] = Fuzokurecordtypex{};
+        rows[r] = PipeRow{};
 }
 
 // The 60 rows of a demo pipe type, with computed prices.
@@ -100,38 +100,38 @@ void fillDemo(RowTable& rows, const DemoType& t) {
     const double chipping[4] = {0.015, 0.02, 0.0, 0.0};
     for (int d = 0; d < 4; ++d) {
         for (int i = 0; i < sizes; ++i) {
-            Fuzokurecordtypex& r = rows[d * TabRows + i + 1];
+            PipeRow& r = rows[d * TabRows + i + 1];
             const double list = (t.copper ? CopperList[i] : SteelList[i]) * t.listFactor;
-            r.SetSize(QString::fromUtf8(t.copper ? CopperSizes[i] : SteelSizes[i]));
-            r.TEIKA = yen(list, 10);
-            r.GROSS = yen(list * 0.65, 10);
-            r.NET = yen(list * 0.55, 10);
-            r.Data(1) = money(supply[d]);
+            r.setSize(QString::fromUtf8(t.copper ? CopperSizes[i] : SteelSizes[i]));
+            r.listPrice = yen(list, 10);
+            r.submittedPrice = yen(list * 0.65, 10);
+            r.costPrice = yen(list * 0.55, 10);
+            r.factor(1) = money(supply[d]);
             const double labour = (t.copper ? CopperLabour[i] : SteelLabour[i]) * detailLabour[d];
-            r.Data(5) = money(double(std::int64_t(labour * 1000 + 0.5)) / 1000);
-            r.Data(7) = money(0.1);
+            r.factor(5) = money(double(std::int64_t(labour * 1000 + 0.5)) / 1000);
+            r.factor(7) = money(0.1);
             if (t.copper) {
-                r.Data(2) = money(t.fitting); // fittings and jointing
-                r.Data(3) = money(0.12);      // supports
-                r.Data(4) = money(0.05);      // sundries
+                r.factor(2) = money(t.fitting); // fittings and jointing
+                r.factor(3) = money(0.12);      // supports
+                r.factor(4) = money(0.05);      // sundries
             } else {
-                r.Data(2) =
+                r.factor(2) =
                     money(double(std::int64_t(t.fitting * detailFitting[d] * 100 + 0.5)) / 100);
-                r.Data(3) = money(jointing[d]);
-                r.Data(4) = money(supports[d]);
-                r.Data(6) = money(chipping[d]);
+                r.factor(3) = money(jointing[d]);
+                r.factor(4) = money(supports[d]);
+                r.factor(6) = money(chipping[d]);
             }
         }
     }
-    rows[1].SetGoods(QString::fromUtf8(t.goods));
-    rows[2].SetGoods(QString::fromUtf8(t.use));
-    rows[3].SetGoods(QString::fromUtf8(t.joint));
-    rows[4].SetGoods(QStringLiteral("公共建築工事標準単価積算基準"));
-    rows[5].SetGoods(QStringLiteral("令和6年版 P.%1").arg(200 + t.grp * 10 + t.kan));
+    rows[1].setGoods(QString::fromUtf8(t.goods));
+    rows[2].setGoods(QString::fromUtf8(t.use));
+    rows[3].setGoods(QString::fromUtf8(t.joint));
+    rows[4].setGoods(QStringLiteral("公共建築工事標準単価積算基準"));
+    rows[5].setGoods(QStringLiteral("令和6年版 P.%1").arg(200 + t.grp * 10 + t.kan));
     for (int d = 0; d < 4; ++d)
-        rows[d * TabRows + 1].SetKind(
+        rows[d * TabRows + 1].setKind(
             QString::fromUtf8(t.copper && d == 0 ? "一般" : DetailCaptions[d]));
-    KanzaiOptions o(rows[OptionRow]);
+    PipeTypeOptions o(rows[OptionRow]);
     o.OtherMethod() = 0;
     o.ModeFlag() = t.copper ? 1 : 0;
     o.RateCost() = Currency::FromInt(55);
@@ -146,7 +146,7 @@ void fillDemo(RowTable& rows, const DemoType& t) {
     o.UnitDigits() = Currency::FromInt(10);
     o.UnitFraction() = Currency::FromRaw(9000);
     for (int r = 1; r <= RowCount; ++r)
-        rows[r].SetCi(QStringLiteral("ｍ"));
+        rows[r].setUnit(QStringLiteral("ｍ"));
     for (int r = 1; r < OptionRow; ++r)
         CalcRowWith(rows[r], o);
 }
@@ -172,27 +172,27 @@ const char* const InsertKanzai =
 
 void insertRows(SqliteDatabase& db, SqliteQuery& q, int grp, int kan, const RowTable& rows) {
     for (int n = 1; n <= RowCount; ++n) {
-        const Fuzokurecordtypex& r = rows[n];
+        const PipeRow& r = rows[n];
         int i = 1;
         db.BindSQL(q, i++, std::int64_t(grp));
         db.BindSQL(q, i++, std::int64_t(kan));
         db.BindSQL(q, i++, std::int64_t(n));
         db.BindSQL(q, i++, std::int64_t(n)); // UKEY: 60 in the option row
-        db.BindSQL(q, i++, FromAnsi(r.GOODS));
-        db.BindSQL(q, i++, FromAnsi(r.KIND));
-        db.BindSQL(q, i++, FromAnsi(r.SIZE));
-        db.BindSQL(q, i++, std::int64_t(r.YOSAN));
-        db.BindSQL(q, i++, FromAnsi(r.CI));
-        db.BindSQL(q, i++, std::int64_t(r.FLAG));
-        for (Currency c : {r.NET, r.GROSS, r.TEIKA})
+        db.BindSQL(q, i++, FromAnsi(r.goodsBytes));
+        db.BindSQL(q, i++, FromAnsi(r.kindBytes));
+        db.BindSQL(q, i++, FromAnsi(r.sizeBytes));
+        db.BindSQL(q, i++, std::int64_t(r.otherMethod));
+        db.BindSQL(q, i++, FromAnsi(r.unitBytes));
+        db.BindSQL(q, i++, std::int64_t(r.modeFlag));
+        for (Currency c : {r.costPrice, r.submittedPrice, r.listPrice})
             db.BindSQL(q, i++, CurrToStr(c));
-        for (Currency c : r.DATA)
+        for (Currency c : r.factors)
             db.BindSQL(q, i++, CurrToStr(c));
-        for (Currency c : r.CALC_G)
+        for (Currency c : r.submittedAmounts)
             db.BindSQL(q, i++, CurrToStr(c));
-        for (Currency c : r.CALC_N)
+        for (Currency c : r.costAmounts)
             db.BindSQL(q, i++, CurrToStr(c));
-        for (Currency c : {r.NTANKA, r.GTANKA, r.FTANKA})
+        for (Currency c : {r.costUnitPrice, r.submittedUnitPrice, r.adoptedUnitPrice})
             db.BindSQL(q, i++, CurrToStr(c));
         db.ExecSQL(q);
     }

@@ -58,12 +58,12 @@ protected:
     }
     // The state of one row that any command could touch, CALC amounts and
     // the fields outside the change line included.
-    static QString fullRow(const Fuzokurecordtypex& r) {
-        QString s = RowLine(r) + QString::number(r.UKEY) + ';' + QString::number(r.YOSAN) + ';' +
-                    CurrToStr(r.SORT) + ';';
-        for (Currency c : r.CALC_N)
+    static QString fullRow(const PipeRow& r) {
+        QString s = RowLine(r) + QString::number(r.key) + ';' + QString::number(r.otherMethod) +
+                    ';' + CurrToStr(r.sortOrder) + ';';
+        for (Currency c : r.costAmounts)
             s += CurrToStr(c) + ';';
-        for (Currency c : r.CALC_G)
+        for (Currency c : r.submittedAmounts)
             s += CurrToStr(c) + ';';
         return s;
     }
@@ -156,28 +156,28 @@ TEST_F(EditCommands, MenuStateAtStartAfterACopyAndAfterAPaste) {
 
 TEST_F(EditCommands, PasteOnTheSourceRestoresTheCopiedFieldsAndLeavesTheRest) {
     MainWindow& f = open();
-    const Currency net3 = rows()[3].NET, teika20 = rows()[20].TEIKA;
+    const Currency net3 = rows()[3].costPrice, teika20 = rows()[20].listPrice;
     f.copyPricesItem->trigger(); // prices
-    rows()[3].NET = C("1");
-    rows()[20].TEIKA = C("2");
-    rows()[3].Data(5) = C("0.5");
-    rows()[2].SetGoods(U("別の用途"));
+    rows()[3].costPrice = C("1");
+    rows()[20].listPrice = C("2");
+    rows()[3].factor(5) = C("0.5");
+    rows()[2].setGoods(U("別の用途"));
     f.pastePricesItem->trigger();
-    EXPECT_EQ(rows()[3].NET, net3);
-    EXPECT_EQ(rows()[20].TEIKA, teika20);
-    EXPECT_EQ(rows()[3].Data(5), C("0.5"));
-    EXPECT_EQ(rows()[2].Goods(), U("別の用途"));
+    EXPECT_EQ(rows()[3].costPrice, net3);
+    EXPECT_EQ(rows()[20].listPrice, teika20);
+    EXPECT_EQ(rows()[3].factor(5), C("0.5"));
+    EXPECT_EQ(rows()[2].goods(), U("別の用途"));
     // The sheet shows the rows, recalculated.
-    Fuzokurecordtypex expected = rows()[3];
+    PipeRow expected = rows()[3];
     CalcRowWith(expected, doc().options());
-    EXPECT_EQ(rows()[3].GTANKA, expected.GTANKA);
+    EXPECT_EQ(rows()[3].submittedUnitPrice, expected.submittedUnitPrice);
     EXPECT_EQ(cell1(8, 3), QStringLiteral("0.500"));
     EXPECT_EQ(f.useBox->Text(), U("別の用途"));
 }
 
 TEST_F(EditCommands, WholeAllCopyCarriesModeRatesAndRoundingToAnotherPipeType) {
     MainWindow& f = open();
-    const QString source = rows()[1].Goods();
+    const QString source = rows()[1].goods();
     // Options of pipe type 1 set by the user.
     f.digitsRadio->SetItemIndex(0);
     f.fractionRadio->SetItemIndex(1);
@@ -215,26 +215,29 @@ TEST_F(EditCommands, WholeAllCopyCarriesModeRatesAndRoundingToAnotherPipeType) {
 TEST_F(EditCommands, EachPasteCarriesExactlyItsFields) {
     MainWindow& f = open();
     enum Part { Texts = 1, Prices = 2, Factors = 4, Pipefitter = 8, Every = 15 };
-    const auto mark = [](Fuzokurecordtypex& row, int r, int k) {
-        row.SetGoods(QStringLiteral("g%1-%2").arg(k).arg(r));
-        row.SetKind(QStringLiteral("k%1").arg(k));
-        row.SetSize(QStringLiteral("%1-%2").arg(k).arg(r));
-        row.SetCi(QStringLiteral("c%1").arg(k));
-        row.FLAG = k;
-        row.NET = Currency::FromInt(100 * k + r);
-        row.GROSS = Currency::FromInt(200 * k + r);
-        row.TEIKA = Currency::FromInt(300 * k + r);
+    const auto mark = [](PipeRow& row, int r, int k) {
+        row.setGoods(QStringLiteral("g%1-%2").arg(k).arg(r));
+        row.setKind(QStringLiteral("k%1").arg(k));
+        row.setSize(QStringLiteral("%1-%2").arg(k).arg(r));
+        row.setUnit(QStringLiteral("c%1").arg(k));
+        row.modeFlag = k;
+        row.costPrice = Currency::FromInt(100 * k + r);
+        row.submittedPrice = Currency::FromInt(200 * k + r);
+        row.listPrice = Currency::FromInt(300 * k + r);
         for (int n = 1; n <= 7; ++n)
-            row.Data(n) = Currency::FromInt(10 * k + n);
+            row.factor(n) = Currency::FromInt(10 * k + n);
     };
-    const auto part = [](const Fuzokurecordtypex& row, int p) {
+    const auto part = [](const PipeRow& row, int p) {
         QStringList s;
         if (p == Texts)
-            s << row.Goods() << row.Kind() << row.Size() << row.Ci() << QString::number(row.FLAG);
-        if (p == Prices) s << CurrToStr(row.NET) << CurrToStr(row.GROSS) << CurrToStr(row.TEIKA);
+            s << row.goods() << row.kind() << row.size() << row.unit()
+              << QString::number(row.modeFlag);
+        if (p == Prices)
+            s << CurrToStr(row.costPrice) << CurrToStr(row.submittedPrice)
+              << CurrToStr(row.listPrice);
         for (int n = 1; n <= 7; ++n)
             if ((p == Factors && n != 5) || (p == Pipefitter && n == 5))
-                s << CurrToStr(row.Data(n));
+                s << CurrToStr(row.factor(n));
         return s.join(QLatin1Char('|'));
     };
     const struct {
@@ -284,9 +287,9 @@ TEST_F(EditCommands, DetailAllPasteRewritesGoodsAndKindOfTheTabAndItsCaption) {
     f.tabs->setCurrentIndex(2);
     f.pasteDetailItem->trigger();
     for (int i = 1; i <= 15; ++i) {
-        EXPECT_EQ(rows()[30 + i].GOODS, source[i].GOODS) << i;
-        EXPECT_EQ(rows()[30 + i].KIND, source[i].KIND) << i;
-        EXPECT_EQ(rows()[30 + i].Data(2), source[i].Data(2)) << i;
+        EXPECT_EQ(rows()[30 + i].goodsBytes, source[i].goodsBytes) << i;
+        EXPECT_EQ(rows()[30 + i].kindBytes, source[i].kindBytes) << i;
+        EXPECT_EQ(rows()[30 + i].factor(2), source[i].factor(2)) << i;
     }
     EXPECT_EQ(f.tabs->tabText(2), U("屋内一般"));
     EXPECT_EQ(f.tabs->currentIndex(), 0);
@@ -295,7 +298,7 @@ TEST_F(EditCommands, DetailAllPasteRewritesGoodsAndKindOfTheTabAndItsCaption) {
         EXPECT_EQ(RowLine(rows()[r]), RowLine(before[r])) << r;
     // An empty KIND gets the default caption.
     f.tabs->setCurrentIndex(1);
-    ws().copyBuffer()[1].KIND.clear();
+    ws().copyBuffer()[1].kindBytes.clear();
     f.pasteDetailItem->trigger();
     EXPECT_EQ(f.tabs->tabText(1), U("機械室・便所"));
     EXPECT_EQ(f.tabs->currentIndex(), 0);
@@ -324,15 +327,15 @@ TEST_F(EditCommands, RefrigerantModeHasOneTabAndDetailCommandsOnRowsOneToFifteen
     const RowTable before = rows();
     for (int r = 1; r <= RowCount; ++r)
         for (int n = 1; n <= 7; ++n)
-            rows()[r].Data(n) = C("0.9");
+            rows()[r].factor(n) = C("0.9");
     f.pasteDetailFactorsItem->trigger();
     for (int r = 1; r <= 15; ++r)
-        EXPECT_EQ(rows()[r].DATA, before[r].DATA) << r;
+        EXPECT_EQ(rows()[r].factors, before[r].factors) << r;
     for (int r = 16; r <= RowCount; ++r)
-        EXPECT_EQ(rows()[r].Data(4), C("0.9")) << r;
+        EXPECT_EQ(rows()[r].factor(4), C("0.9")) << r;
     // The item stays disabled, and triggering it does nothing.
     f.copyFirstDetailAcrossItem->trigger();
-    EXPECT_EQ(rows()[16].Data(4), C("0.9"));
+    EXPECT_EQ(rows()[16].factor(4), C("0.9"));
 }
 
 TEST_F(EditCommands, PasteThenUndoGivesTheRowsBackAndASecondEscDoesNothing) {
@@ -350,11 +353,11 @@ TEST_F(EditCommands, PasteThenUndoGivesTheRowsBackAndASecondEscDoesNothing) {
         EXPECT_EQ(RowLine(rows()[r]), before[r - 1]) << r;
     EXPECT_FALSE(f.undoAction->isEnabled());
     EXPECT_FALSE(f.undoItem->isEnabled());
-    EXPECT_EQ(f.treeNode(1)->text(0), TrimBlanks(rows()[1].Goods()));
+    EXPECT_EQ(f.treeNode(1)->text(0), TrimBlanks(rows()[1].goods()));
     // A second Esc finds the command disabled: the rows stay as they are now.
-    rows()[7].NET = C("12345");
+    rows()[7].costPrice = C("12345");
     escape();
-    EXPECT_EQ(rows()[7].NET, C("12345"));
+    EXPECT_EQ(rows()[7].costPrice, C("12345"));
 }
 
 // The flags of the rows, the mode in the option row among them, come back with
@@ -363,14 +366,14 @@ TEST_F(EditCommands, UndoOfAClearOrAPasteBringsTheFlagsBack) {
     MainWindow& f = open();
     f.copyWholeTableItem->trigger(); // piping mode, no row flagged
     clickNode(9 * 21 + 1);           // group 10, pipe type 1: refrigerant mode
-    rows()[7].FLAG = 2;
+    rows()[7].modeFlag = 2;
     for (QAction* command : {f.clearPipeTypeItem, f.pasteWholeTableItem}) {
         if (command == f.clearPipeTypeItem) dialogs->AnswerBox(TaskDialog::IdYes);
         command->trigger();
-        ASSERT_EQ(rows()[7].FLAG + rows()[OptionRow].FLAG, 0);
+        ASSERT_EQ(rows()[7].modeFlag + rows()[OptionRow].modeFlag, 0);
         f.undoAction->trigger();
-        EXPECT_EQ(rows()[7].FLAG, 2) << command->objectName().toStdString();
-        EXPECT_EQ(rows()[OptionRow].FLAG, 1) << command->objectName().toStdString();
+        EXPECT_EQ(rows()[7].modeFlag, 2) << command->objectName().toStdString();
+        EXPECT_EQ(rows()[OptionRow].modeFlag, 1) << command->objectName().toStdString();
         EXPECT_EQ(f.tabs->count(), 1);
     }
 }
@@ -390,14 +393,14 @@ TEST_F(EditCommands, TwoEditsThenUndoUndoesOnlyTheSecond) {
                               : f.compositeGrid;
         QTest::keyClick(target, Qt::Key_Return);
     };
-    const Currency old4 = rows()[4].Data(2);
+    const Currency old4 = rows()[4].factor(2);
     enter(5, 3, "0.75");
     enter(5, 4, "0.85");
-    ASSERT_EQ(rows()[3].Data(2), C("0.75"));
-    ASSERT_EQ(rows()[4].Data(2), C("0.85"));
+    ASSERT_EQ(rows()[3].factor(2), C("0.75"));
+    ASSERT_EQ(rows()[4].factor(2), C("0.85"));
     f.undoItem->trigger(); // the menu item
-    EXPECT_EQ(rows()[3].Data(2), C("0.75"));
-    EXPECT_EQ(rows()[4].Data(2), old4);
+    EXPECT_EQ(rows()[3].factor(2), C("0.75"));
+    EXPECT_EQ(rows()[4].factor(2), old4);
     EXPECT_EQ(cell1(5, 4), CurrToStr(old4));
     EXPECT_FALSE(f.undoAction->isEnabled());
 }
@@ -420,27 +423,28 @@ TEST_F(EditCommands, ClearPipeTypeAsksClearsAndUndoBringsTheTreeTextBack) {
     dialogs->AnswerBox(TaskDialog::IdYes);
     f.clearPipeTypeItem->trigger();
     for (int r = 1; r <= RowCount; ++r) {
-        EXPECT_TRUE(rows()[r].GOODS.isEmpty() && rows()[r].SIZE.isEmpty() &&
-                    rows()[r].KIND.isEmpty() && rows()[r].CI.isEmpty())
+        EXPECT_TRUE(rows()[r].goodsBytes.isEmpty() && rows()[r].sizeBytes.isEmpty() &&
+                    rows()[r].kindBytes.isEmpty() && rows()[r].unitBytes.isEmpty())
             << r;
-        EXPECT_TRUE(rows()[r].NET.IsZero() && rows()[r].Data(5).IsZero() && rows()[r].FLAG == 0)
+        EXPECT_TRUE(rows()[r].costPrice.IsZero() && rows()[r].factor(5).IsZero() &&
+                    rows()[r].modeFlag == 0)
             << r;
-        EXPECT_EQ(rows()[r].UKEY, before[r].UKEY);
-        EXPECT_EQ(rows()[r].YOSAN, before[r].YOSAN);
+        EXPECT_EQ(rows()[r].key, before[r].key);
+        EXPECT_EQ(rows()[r].otherMethod, before[r].otherMethod);
     }
     EXPECT_EQ(f.tabs->currentIndex(), 0);
     EXPECT_EQ(cell1(0, 1), QString());
     EXPECT_EQ(cell2(1, 1), FormatAmount(Currency()));
     EXPECT_EQ(f.treeNode(1)->text(0), QString());
     // The controls above the grids keep what they showed.
-    EXPECT_EQ(f.goodsBox->Text(), before[1].Goods());
+    EXPECT_EQ(f.goodsBox->Text(), before[1].goods());
     EXPECT_TRUE(f.undoAction->isEnabled());
 
     f.undoAction->trigger();
     for (int r = 1; r <= RowCount; ++r)
         EXPECT_EQ(RowLine(rows()[r]), RowLine(before[r])) << r;
     EXPECT_EQ(f.treeNode(1)->text(0), name);
-    EXPECT_EQ(cell1(0, 1), before[1].Size());
+    EXPECT_EQ(cell1(0, 1), before[1].size());
 }
 
 TEST_F(EditCommands, MoveAtTheEndsSaysSoAndChangesNothing) {
@@ -510,20 +514,20 @@ TEST_F(EditCommands, ClearDetailKeepsSizesAndPricesAndShowsZeroFactors) {
     EXPECT_EQ(f.tabs->currentIndex(), 1);
     for (int g = 1; g <= 14; ++g) {
         const int r = 15 + g;
-        EXPECT_EQ(rows()[r].SIZE, before[r].SIZE);
-        EXPECT_EQ(rows()[r].NET, before[r].NET);
-        EXPECT_EQ(rows()[r].TEIKA, before[r].TEIKA);
+        EXPECT_EQ(rows()[r].sizeBytes, before[r].sizeBytes);
+        EXPECT_EQ(rows()[r].costPrice, before[r].costPrice);
+        EXPECT_EQ(rows()[r].listPrice, before[r].listPrice);
         for (int n = 1; n <= 7; ++n)
-            EXPECT_TRUE(rows()[r].Data(n).IsZero()) << r;
-        EXPECT_EQ(cell1(0, g), before[r].Size());
+            EXPECT_TRUE(rows()[r].factor(n).IsZero()) << r;
+        EXPECT_EQ(cell1(0, g), before[r].size());
         EXPECT_EQ(cell1(5, g), QStringLiteral("0"));
         EXPECT_EQ(cell1(8, g), QStringLiteral("0.000"));
     }
     // The other tabs keep their factors.
-    EXPECT_EQ(rows()[3].DATA, before[3].DATA);
-    EXPECT_EQ(rows()[33].DATA, before[33].DATA);
+    EXPECT_EQ(rows()[3].factors, before[3].factors);
+    EXPECT_EQ(rows()[33].factors, before[33].factors);
     f.undoAction->trigger();
-    EXPECT_EQ(rows()[17].DATA, before[17].DATA);
+    EXPECT_EQ(rows()[17].factors, before[17].factors);
 }
 
 TEST_F(EditCommands, OptionRowIntactAfterTheDetailCommandsOnTheFourthTab) {
@@ -540,8 +544,8 @@ TEST_F(EditCommands, OptionRowIntactAfterTheDetailCommandsOnTheFourthTab) {
         EXPECT_EQ(fullRow(rows()[OptionRow]), option) << command->objectName().toStdString();
     };
     onTab4(f.pasteDetailItem);
-    EXPECT_EQ(rows()[59].GOODS, ws().copyBuffer()[14].GOODS); // the tab's rows did change
-    EXPECT_NE(rows()[59].TEIKA, loaded[59].TEIKA);
+    EXPECT_EQ(rows()[59].goodsBytes, ws().copyBuffer()[14].goodsBytes); // the tab's rows did change
+    EXPECT_NE(rows()[59].listPrice, loaded[59].listPrice);
     f.copyDetailFactorsItem->trigger();
     onTab4(f.pasteDetailFactorsItem);
     f.copyDetailLabourItem->trigger();
@@ -549,7 +553,7 @@ TEST_F(EditCommands, OptionRowIntactAfterTheDetailCommandsOnTheFourthTab) {
     onTab4(f.copyFirstDetailAcrossItem);
     dialogs->AnswerBox(TaskDialog::IdYes);
     onTab4(f.clearDetailItem);
-    EXPECT_TRUE(rows()[59].Data(5).IsZero());
+    EXPECT_TRUE(rows()[59].factor(5).IsZero());
     // The controls still show the options, and a save stores them.
     EXPECT_EQ(f.labourCostSubmittedEdit->Value(), 24200);
     EXPECT_EQ(f.rateCostEdit->Value(), 55);
@@ -567,26 +571,26 @@ TEST_F(EditCommands, WholeTablePasteStillCarriesTheOptionRow) {
     dialogs->AnswerBox(TaskDialog::IdCancel);
     clickNode(2);
     ASSERT_EQ(f.labourCostSubmittedEdit->Value(), 24200);
-    const Currency labour3 = rows()[3].Data(2);
+    const Currency labour3 = rows()[3].factor(2);
     f.pasteLabourFactorsItem->trigger();
     EXPECT_EQ(f.labourCostSubmittedEdit->Value(), 27000);
-    EXPECT_EQ(rows()[3].Data(2), labour3);
+    EXPECT_EQ(rows()[3].factor(2), labour3);
 }
 
 TEST_F(EditCommands, SpreadCopiesTheFirstDetailToTheOtherThree) {
     MainWindow& f = open();
     const RowTable before = rows();
-    ASSERT_NE(rows()[17].Data(2), rows()[2].Data(2));
+    ASSERT_NE(rows()[17].factor(2), rows()[2].factor(2));
     f.copyFirstDetailAcrossItem->trigger();
     for (int k = 1; k <= 3; ++k)
         for (int i = 1; i <= 14; ++i) {
             const int r = k * 15 + i;
-            EXPECT_EQ(rows()[r].DATA, rows()[i].DATA) << r;
-            EXPECT_EQ(rows()[r].KIND, before[r].KIND) << r;
+            EXPECT_EQ(rows()[r].factors, rows()[i].factors) << r;
+            EXPECT_EQ(rows()[r].kindBytes, before[r].kindBytes) << r;
         }
     EXPECT_EQ(f.tabs->tabText(1), U("機械室・便所"));
     f.undoAction->trigger();
-    EXPECT_EQ(rows()[17].DATA, before[17].DATA);
+    EXPECT_EQ(rows()[17].factors, before[17].factors);
 }
 
 TEST_F(EditCommands, HiddenPriceSpreadTakesTheCopiedPricesAndDisablesThePastes) {
@@ -601,11 +605,11 @@ TEST_F(EditCommands, HiddenPriceSpreadTakesTheCopiedPricesAndDisablesThePastes) 
     ASSERT_EQ(enabledPastes(), QStringList{QStringLiteral("pasteAllFactorsItem")});
     const QString option = fullRow(rows()[OptionRow]);
     for (int r = 16; r < OptionRow; ++r)
-        rows()[r].NET = C("1");
+        rows()[r].costPrice = C("1");
     f.copyDetailPricesAcross();
     for (int r = 16; r < OptionRow; ++r)
-        EXPECT_EQ(rows()[r].NET, ws().copyBuffer()[(r - 1) % 15 + 1].NET) << r;
-    EXPECT_NE(rows()[17].NET, C("1"));
+        EXPECT_EQ(rows()[r].costPrice, ws().copyBuffer()[(r - 1) % 15 + 1].costPrice) << r;
+    EXPECT_NE(rows()[17].costPrice, C("1"));
     EXPECT_EQ(fullRow(rows()[OptionRow]), option);
     EXPECT_TRUE(enabledPastes().isEmpty());
 }

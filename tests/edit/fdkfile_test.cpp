@@ -25,30 +25,30 @@ Currency C(const char* t) {
 RowTable knownRows() {
     RowTable rows;
     for (int r = 1; r <= 60; ++r) {
-        Fuzokurecordtypex& x = rows[r];
-        x.UKEY = r;
-        x.GOODS = QByteArray("GOODS-ABCDEFGHIJ").left(16 - (r % 7));
-        x.KIND =
+        PipeRow& x = rows[r];
+        x.key = r;
+        x.goodsBytes = QByteArray("GOODS-ABCDEFGHIJ").left(16 - (r % 7));
+        x.kindBytes =
             r == 1 ? ToAnsi(QStringLiteral("屋内一般")) : QByteArray("K") + QByteArray::number(r);
-        x.SORT = Currency::FromInt(r * 3);
-        x.SIZE = r % 2 ? QByteArray("1000A-") : QByteArray("15A");
-        x.YOSAN = r == 7 ? -5 : r * 11;
-        x.CI = ToAnsi(QStringLiteral("ｍ"));
-        x.FLAG = r == 60 ? 1 : -r;
-        x.NET = Currency::FromRaw(1234567 + r);
-        x.GROSS = Currency::FromRaw(-7654321 - r);
-        x.TEIKA = Currency::FromRaw(std::int64_t(1) << 40);
+        x.sortOrder = Currency::FromInt(r * 3);
+        x.sizeBytes = r % 2 ? QByteArray("1000A-") : QByteArray("15A");
+        x.otherMethod = r == 7 ? -5 : r * 11;
+        x.unitBytes = ToAnsi(QStringLiteral("ｍ"));
+        x.modeFlag = r == 60 ? 1 : -r;
+        x.costPrice = Currency::FromRaw(1234567 + r);
+        x.submittedPrice = Currency::FromRaw(-7654321 - r);
+        x.listPrice = Currency::FromRaw(std::int64_t(1) << 40);
         for (int n = 1; n <= 7; ++n)
-            x.Data(n) = Currency::FromRaw(r * 1000 + n);
-        x.NTANKA = C("100.5");
-        x.GTANKA = C("-0.0001");
-        x.FTANKA = C("922337203685477.5807");
+            x.factor(n) = Currency::FromRaw(r * 1000 + n);
+        x.costUnitPrice = C("100.5");
+        x.submittedUnitPrice = C("-0.0001");
+        x.adoptedUnitPrice = C("922337203685477.5807");
         for (int n = 0; n < 7; ++n) {
-            x.CALC_N[std::size_t(n)] = Currency::FromInt(99);
-            x.CALC_G[std::size_t(n)] = Currency::FromInt(77);
+            x.costAmounts[std::size_t(n)] = Currency::FromInt(99);
+            x.submittedAmounts[std::size_t(n)] = Currency::FromInt(77);
         }
     }
-    rows[60].GOODS.clear();
+    rows[60].goodsBytes.clear();
     return rows;
 }
 
@@ -129,14 +129,14 @@ TEST_F(FdkFile, AShorterStringLeavesThePreviousRecordsBytesBehindIt) {
     EXPECT_EQ(bytes.mid(376 + 85, 1 + 8), QByteArray("\x02K2", 3) + kind1.mid(2));
     // Row 60 has no GOODS: its length byte is 0 and row 59's text stays.
     EXPECT_EQ(quint8(bytes[59 * 376 + 4]), 0);
-    EXPECT_EQ(bytes.mid(59 * 376 + 5, 16 - (59 % 7)), rows[59].GOODS);
+    EXPECT_EQ(bytes.mid(59 * 376 + 5, 16 - (59 % 7)), rows[59].goodsBytes);
 }
 
 TEST_F(FdkFile, TheBufferCarriesOverFromOneSaveToTheNext) {
     const RowTable rows = knownRows();
     WriteFdkFile(path("a.fdk"), rows);
     RowTable shortRows = rows;
-    shortRows[1].SIZE = "1";
+    shortRows[1].sizeBytes = "1";
     WriteFdkFile(path("b.fdk"), shortRows);
     // Row 60 of the first save had "15A" in SIZE; its "5A" stays behind "1".
     EXPECT_EQ(readAll(path("b.fdk")).mid(136, 4), QByteArray("\x01"
@@ -162,7 +162,7 @@ TEST_F(FdkFile, ALoadLeavesItsBytesForTheNextSave) {
     ReadFdkFile(path("other.fdk"), target);
 
     RowTable next = knownRows();
-    next[1].SIZE = "";
+    next[1].sizeBytes = "";
     WriteFdkFile(path("next.fdk"), next);
     const QByteArray bytes = readAll(path("next.fdk"));
     // Record 1 of the save holds what record 59 of the load left; record 60
@@ -185,18 +185,20 @@ TEST_F(FdkFile, ALoadLeavesItsBytesForTheNextSave) {
 TEST_F(FdkFile, ReadTakesSizeYosanAndFactorsOfRowsOneTo59Only) {
     RowTable fileRows;
     for (int r = 1; r <= 60; ++r) {
-        fileRows[r].UKEY = 1000 + r;
-        fileRows[r].GOODS = "FILE";
-        fileRows[r].KIND = "FILEKIND";
-        fileRows[r].SORT = Currency::FromInt(5);
-        fileRows[r].SIZE = QByteArray("S") + QByteArray::number(r);
-        fileRows[r].YOSAN = 500 + r;
-        fileRows[r].CI = "kg";
-        fileRows[r].FLAG = 9;
-        fileRows[r].NET = fileRows[r].GROSS = fileRows[r].TEIKA = Currency::FromInt(1);
+        fileRows[r].key = 1000 + r;
+        fileRows[r].goodsBytes = "FILE";
+        fileRows[r].kindBytes = "FILEKIND";
+        fileRows[r].sortOrder = Currency::FromInt(5);
+        fileRows[r].sizeBytes = QByteArray("S") + QByteArray::number(r);
+        fileRows[r].otherMethod = 500 + r;
+        fileRows[r].unitBytes = "kg";
+        fileRows[r].modeFlag = 9;
+        fileRows[r].costPrice = fileRows[r].submittedPrice = fileRows[r].listPrice =
+            Currency::FromInt(1);
         for (int n = 1; n <= 7; ++n)
-            fileRows[r].Data(n) = Currency::FromRaw(-(r * 10 + n));
-        fileRows[r].NTANKA = fileRows[r].GTANKA = fileRows[r].FTANKA = Currency::FromInt(2);
+            fileRows[r].factor(n) = Currency::FromRaw(-(r * 10 + n));
+        fileRows[r].costUnitPrice = fileRows[r].submittedUnitPrice = fileRows[r].adoptedUnitPrice =
+            Currency::FromInt(2);
     }
     GoldenRecords golden;
     for (int r = 1; r <= 60; ++r)
@@ -208,34 +210,34 @@ TEST_F(FdkFile, ReadTakesSizeYosanAndFactorsOfRowsOneTo59Only) {
     RowTable rows = before;
     ReadFdkFile(path("in.fdk"), rows);
     for (int r = 1; r <= 59; ++r) {
-        Fuzokurecordtypex expected = before[r];
-        expected.YOSAN = 500 + r;
-        expected.SIZE = QByteArray("S") + QByteArray::number(r);
+        PipeRow expected = before[r];
+        expected.otherMethod = 500 + r;
+        expected.sizeBytes = QByteArray("S") + QByteArray::number(r);
         for (int n = 1; n <= 7; ++n)
-            expected.Data(n) = Currency::FromRaw(-(r * 10 + n));
-        const Fuzokurecordtypex& got = rows[r];
-        EXPECT_EQ(got.UKEY, expected.UKEY);
-        EXPECT_EQ(got.GOODS, expected.GOODS);
-        EXPECT_EQ(got.KIND, expected.KIND);
-        EXPECT_EQ(got.SORT, expected.SORT);
-        EXPECT_EQ(got.SIZE, expected.SIZE) << r;
-        EXPECT_EQ(got.YOSAN, expected.YOSAN);
-        EXPECT_EQ(got.CI, expected.CI);
-        EXPECT_EQ(got.FLAG, expected.FLAG);
-        EXPECT_EQ(got.NET, expected.NET);
-        EXPECT_EQ(got.GROSS, expected.GROSS);
-        EXPECT_EQ(got.TEIKA, expected.TEIKA);
-        EXPECT_EQ(got.DATA, expected.DATA);
-        EXPECT_EQ(got.NTANKA, expected.NTANKA);
-        EXPECT_EQ(got.GTANKA, expected.GTANKA);
-        EXPECT_EQ(got.FTANKA, expected.FTANKA);
-        EXPECT_EQ(got.CALC_N, expected.CALC_N);
-        EXPECT_EQ(got.CALC_G, expected.CALC_G);
+            expected.factor(n) = Currency::FromRaw(-(r * 10 + n));
+        const PipeRow& got = rows[r];
+        EXPECT_EQ(got.key, expected.key);
+        EXPECT_EQ(got.goodsBytes, expected.goodsBytes);
+        EXPECT_EQ(got.kindBytes, expected.kindBytes);
+        EXPECT_EQ(got.sortOrder, expected.sortOrder);
+        EXPECT_EQ(got.sizeBytes, expected.sizeBytes) << r;
+        EXPECT_EQ(got.otherMethod, expected.otherMethod);
+        EXPECT_EQ(got.unitBytes, expected.unitBytes);
+        EXPECT_EQ(got.modeFlag, expected.modeFlag);
+        EXPECT_EQ(got.costPrice, expected.costPrice);
+        EXPECT_EQ(got.submittedPrice, expected.submittedPrice);
+        EXPECT_EQ(got.listPrice, expected.listPrice);
+        EXPECT_EQ(got.factors, expected.factors);
+        EXPECT_EQ(got.costUnitPrice, expected.costUnitPrice);
+        EXPECT_EQ(got.submittedUnitPrice, expected.submittedUnitPrice);
+        EXPECT_EQ(got.adoptedUnitPrice, expected.adoptedUnitPrice);
+        EXPECT_EQ(got.costAmounts, expected.costAmounts);
+        EXPECT_EQ(got.submittedAmounts, expected.submittedAmounts);
     }
     // Row 60, the options, is not read at all.
-    EXPECT_EQ(rows[60].SIZE, before[60].SIZE);
-    EXPECT_EQ(rows[60].YOSAN, before[60].YOSAN);
-    EXPECT_EQ(rows[60].DATA, before[60].DATA);
+    EXPECT_EQ(rows[60].sizeBytes, before[60].sizeBytes);
+    EXPECT_EQ(rows[60].otherMethod, before[60].otherMethod);
+    EXPECT_EQ(rows[60].factors, before[60].factors);
     // The buffer holds record 59 whole.
     EXPECT_EQ(QByteArray(reinterpret_cast<const char*>(FdkRecordBuffer().data()), 376),
               golden.file.mid(58 * 376, 376));
@@ -244,20 +246,20 @@ TEST_F(FdkFile, ReadTakesSizeYosanAndFactorsOfRowsOneTo59Only) {
 TEST_F(FdkFile, ReadTakesOnlyTheStringsLength) {
     GoldenRecords golden;
     golden.fill(136, 7, 'Z');
-    Fuzokurecordtypex row;
-    row.SIZE = "20A";
+    PipeRow row;
+    row.sizeBytes = "20A";
     for (int r = 1; r <= 59; ++r)
         golden.append(row);
     writeAll(path("in.fdk"), golden.file);
     RowTable rows;
     ReadFdkFile(path("in.fdk"), rows);
-    EXPECT_EQ(rows[1].SIZE, QByteArray("20A"));
+    EXPECT_EQ(rows[1].sizeBytes, QByteArray("20A"));
     // A length beyond the field (a damaged file) takes the field and no more.
     QByteArray damaged = golden.file;
     damaged[136] = char(200);
     writeAll(path("damaged.fdk"), damaged);
     ReadFdkFile(path("damaged.fdk"), rows);
-    EXPECT_EQ(rows[1].SIZE, QByteArray("20AZZZ"));
+    EXPECT_EQ(rows[1].sizeBytes, QByteArray("20AZZZ"));
 }
 
 TEST_F(FdkFile, LongerFileIsReadLikeAnyOther) {
@@ -268,13 +270,13 @@ TEST_F(FdkFile, LongerFileIsReadLikeAnyOther) {
     writeAll(path("long.fdk"), bytes);
     RowTable target;
     ReadFdkFile(path("long.fdk"), target);
-    EXPECT_EQ(target[59].SIZE, rows[59].SIZE);
-    EXPECT_EQ(target[59].DATA, rows[59].DATA);
+    EXPECT_EQ(target[59].sizeBytes, rows[59].sizeBytes);
+    EXPECT_EQ(target[59].factors, rows[59].factors);
     // Exactly 59 records, no 60th, is enough too.
     writeAll(path("59.fdk"), bytes.left(59 * 376));
     RowTable target59;
     ReadFdkFile(path("59.fdk"), target59);
-    EXPECT_EQ(target59[59].YOSAN, rows[59].YOSAN);
+    EXPECT_EQ(target59[59].otherMethod, rows[59].otherMethod);
 }
 
 TEST_F(FdkFile, ShortFileFailsAtTheMissingRecordAndKeepsWhatWasRead) {
@@ -295,9 +297,9 @@ TEST_F(FdkFile, ShortFileFailsAtTheMissingRecordAndKeepsWhatWasRead) {
         EXPECT_TRUE(text.contains(QStringLiteral("1 行目から 10 行目まで"))) << e.what();
     }
     for (int r = 1; r <= 10; ++r)
-        EXPECT_EQ(target[r].SIZE, rows[r].SIZE) << r;
-    EXPECT_TRUE(target[11].SIZE.isEmpty());
-    EXPECT_EQ(target[11].DATA, Fuzokurecordtypex().DATA);
+        EXPECT_EQ(target[r].sizeBytes, rows[r].sizeBytes) << r;
+    EXPECT_TRUE(target[11].sizeBytes.isEmpty());
+    EXPECT_EQ(target[11].factors, PipeRow().factors);
     // The 100 bytes of record 11 that were there are in the buffer.
     EXPECT_EQ(QByteArray(reinterpret_cast<const char*>(FdkRecordBuffer().data()), 100),
               bytes.mid(10 * 376, 100));
@@ -338,7 +340,7 @@ TEST_F(FdkFile, MissingFileAndMissingFolderAreInputOutputErrors) {
 TEST_F(FdkFile, WritingReplacesAndAFailedWriteKeepsTheOldFile) {
     RowTable rows = knownRows();
     WriteFdkFile(path("a.fdk"), rows);
-    rows[3].YOSAN = 4242;
+    rows[3].otherMethod = 4242;
     WriteFdkFile(path("a.fdk"), rows);
     const QByteArray second = readAll(path("a.fdk"));
     EXPECT_EQ(second.size(), 22560);
@@ -358,10 +360,10 @@ TEST_F(FdkFile, RoundTripKeepsTheLabourFields) {
     RowTable back;
     ReadFdkFile(path("a.fdk"), back);
     for (int r = 1; r <= 59; ++r) {
-        EXPECT_EQ(back[r].SIZE, rows[r].SIZE);
-        EXPECT_EQ(back[r].YOSAN, rows[r].YOSAN);
-        EXPECT_EQ(back[r].DATA, rows[r].DATA);
-        EXPECT_TRUE(back[r].GOODS.isEmpty());
+        EXPECT_EQ(back[r].sizeBytes, rows[r].sizeBytes);
+        EXPECT_EQ(back[r].otherMethod, rows[r].otherMethod);
+        EXPECT_EQ(back[r].factors, rows[r].factors);
+        EXPECT_TRUE(back[r].goodsBytes.isEmpty());
     }
 }
 

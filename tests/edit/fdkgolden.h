@@ -4,7 +4,7 @@
 // each string, Currency as its raw 64-bit value. Records are assembled in one
 // running buffer as the program does, so bytes that no field covers carry over.
 
-#include "store/ex_general.h"
+#include "store/piperow.h"
 
 #include <QByteArray>
 
@@ -33,23 +33,23 @@ public:
 
     // One row as the table places it; the CALC place (264, 112 bytes) is not
     // written.
-    void append(const Fuzokurecordtypex& r) {
-        int32At(0, r.UKEY);
-        stringAt(4, r.GOODS);
-        stringAt(85, r.KIND);
-        int64At(128, r.SORT.raw);
-        stringAt(136, r.SIZE);
-        int32At(144, r.YOSAN);
-        stringAt(148, r.CI);
-        int32At(156, r.FLAG);
-        int64At(160, r.NET.raw);
-        int64At(168, r.GROSS.raw);
-        int64At(176, r.TEIKA.raw);
+    void append(const PipeRow& r) {
+        int32At(0, r.key);
+        stringAt(4, r.goodsBytes);
+        stringAt(85, r.kindBytes);
+        int64At(128, r.sortOrder.raw);
+        stringAt(136, r.sizeBytes);
+        int32At(144, r.otherMethod);
+        stringAt(148, r.unitBytes);
+        int32At(156, r.modeFlag);
+        int64At(160, r.costPrice.raw);
+        int64At(168, r.submittedPrice.raw);
+        int64At(176, r.listPrice.raw);
         for (int n = 0; n < 7; ++n)
-            int64At(184 + 8 * n, r.DATA[std::size_t(n)].raw);
-        int64At(240, r.NTANKA.raw);
-        int64At(248, r.GTANKA.raw);
-        int64At(256, r.FTANKA.raw);
+            int64At(184 + 8 * n, r.factors[std::size_t(n)].raw);
+        int64At(240, r.costUnitPrice.raw);
+        int64At(248, r.submittedUnitPrice.raw);
+        int64At(256, r.adoptedUnitPrice.raw);
         file += buf;
     }
     // Raw bytes into the running buffer, as a damaged or foreign file has them.

@@ -11,27 +11,27 @@ Currency C(std::int64_t raw) {
 }
 
 // A row whose every field differs from that of any other seed.
-Fuzokurecordtypex seeded(int seed) {
-    Fuzokurecordtypex r;
-    r.UKEY = seed;
-    r.GOODS = QByteArray("goods") + QByteArray::number(seed);
-    r.KIND = QByteArray("kind") + QByteArray::number(seed);
-    r.SORT = C(seed * 10000 + 1);
-    r.SIZE = QByteArray::number(seed % 1000) + "A";
-    r.YOSAN = seed + 1;
-    r.CI = QByteArray("c") + QByteArray::number(seed % 100);
-    r.FLAG = seed + 2;
-    r.NET = C(seed * 100 + 3);
-    r.GROSS = C(seed * 100 + 4);
-    r.TEIKA = C(seed * 100 + 5);
+PipeRow seeded(int seed) {
+    PipeRow r;
+    r.key = seed;
+    r.goodsBytes = QByteArray("goods") + QByteArray::number(seed);
+    r.kindBytes = QByteArray("kind") + QByteArray::number(seed);
+    r.sortOrder = C(seed * 10000 + 1);
+    r.sizeBytes = QByteArray::number(seed % 1000) + "A";
+    r.otherMethod = seed + 1;
+    r.unitBytes = QByteArray("c") + QByteArray::number(seed % 100);
+    r.modeFlag = seed + 2;
+    r.costPrice = C(seed * 100 + 3);
+    r.submittedPrice = C(seed * 100 + 4);
+    r.listPrice = C(seed * 100 + 5);
     for (int n = 1; n <= 7; ++n)
-        r.Data(n) = C(seed * 100 + 10 + n);
-    r.NTANKA = C(seed * 100 + 20);
-    r.GTANKA = C(seed * 100 + 21);
-    r.FTANKA = C(seed * 100 + 22);
+        r.factor(n) = C(seed * 100 + 10 + n);
+    r.costUnitPrice = C(seed * 100 + 20);
+    r.submittedUnitPrice = C(seed * 100 + 21);
+    r.adoptedUnitPrice = C(seed * 100 + 22);
     for (std::size_t i = 0; i < 7; ++i) {
-        r.CALC_N[i] = C(seed * 100 + 30 + std::int64_t(i));
-        r.CALC_G[i] = C(seed * 100 + 40 + std::int64_t(i));
+        r.costAmounts[i] = C(seed * 100 + 30 + std::int64_t(i));
+        r.submittedAmounts[i] = C(seed * 100 + 40 + std::int64_t(i));
     }
     return r;
 }
@@ -44,98 +44,102 @@ RowTable seededTable(int offset) {
 }
 
 // Field-by-field equality, text and numbers, CALC amounts included.
-bool sameRow(const Fuzokurecordtypex& a, const Fuzokurecordtypex& b) {
-    return a.UKEY == b.UKEY && a.GOODS == b.GOODS && a.KIND == b.KIND && a.SORT == b.SORT &&
-           a.SIZE == b.SIZE && a.YOSAN == b.YOSAN && a.CI == b.CI && a.FLAG == b.FLAG &&
-           a.NET == b.NET && a.GROSS == b.GROSS && a.TEIKA == b.TEIKA && a.DATA == b.DATA &&
-           a.NTANKA == b.NTANKA && a.GTANKA == b.GTANKA && a.FTANKA == b.FTANKA &&
-           a.CALC_N == b.CALC_N && a.CALC_G == b.CALC_G;
+bool sameRow(const PipeRow& a, const PipeRow& b) {
+    return a.key == b.key && a.goodsBytes == b.goodsBytes && a.kindBytes == b.kindBytes &&
+           a.sortOrder == b.sortOrder && a.sizeBytes == b.sizeBytes &&
+           a.otherMethod == b.otherMethod && a.unitBytes == b.unitBytes &&
+           a.modeFlag == b.modeFlag && a.costPrice == b.costPrice &&
+           a.submittedPrice == b.submittedPrice && a.listPrice == b.listPrice &&
+           a.factors == b.factors && a.costUnitPrice == b.costUnitPrice &&
+           a.submittedUnitPrice == b.submittedUnitPrice &&
+           a.adoptedUnitPrice == b.adoptedUnitPrice && a.costAmounts == b.costAmounts &&
+           a.submittedAmounts == b.submittedAmounts;
 }
 
 TEST(FieldSets, AllCarriesItsFieldsAndLeavesTheRest) {
-    const Fuzokurecordtypex from = seeded(1);
-    Fuzokurecordtypex to = seeded(2);
-    const Fuzokurecordtypex before = to;
+    const PipeRow from = seeded(1);
+    PipeRow to = seeded(2);
+    const PipeRow before = to;
     CopyFieldSet(to, from, FieldSet::All);
-    EXPECT_EQ(to.GOODS, from.GOODS);
-    EXPECT_EQ(to.SIZE, from.SIZE);
-    EXPECT_EQ(to.KIND, from.KIND);
-    EXPECT_EQ(to.FLAG, from.FLAG);
-    EXPECT_EQ(to.CI, from.CI);
-    EXPECT_EQ(to.NET, from.NET);
-    EXPECT_EQ(to.GROSS, from.GROSS);
-    EXPECT_EQ(to.TEIKA, from.TEIKA);
-    EXPECT_EQ(to.DATA, from.DATA);
-    EXPECT_EQ(to.NTANKA, from.NTANKA);
-    EXPECT_EQ(to.GTANKA, from.GTANKA);
-    EXPECT_EQ(to.FTANKA, from.FTANKA);
+    EXPECT_EQ(to.goodsBytes, from.goodsBytes);
+    EXPECT_EQ(to.sizeBytes, from.sizeBytes);
+    EXPECT_EQ(to.kindBytes, from.kindBytes);
+    EXPECT_EQ(to.modeFlag, from.modeFlag);
+    EXPECT_EQ(to.unitBytes, from.unitBytes);
+    EXPECT_EQ(to.costPrice, from.costPrice);
+    EXPECT_EQ(to.submittedPrice, from.submittedPrice);
+    EXPECT_EQ(to.listPrice, from.listPrice);
+    EXPECT_EQ(to.factors, from.factors);
+    EXPECT_EQ(to.costUnitPrice, from.costUnitPrice);
+    EXPECT_EQ(to.submittedUnitPrice, from.submittedUnitPrice);
+    EXPECT_EQ(to.adoptedUnitPrice, from.adoptedUnitPrice);
     // In no set.
-    EXPECT_EQ(to.UKEY, before.UKEY);
-    EXPECT_EQ(to.SORT, before.SORT);
-    EXPECT_EQ(to.YOSAN, before.YOSAN);
-    EXPECT_EQ(to.CALC_N, before.CALC_N);
-    EXPECT_EQ(to.CALC_G, before.CALC_G);
+    EXPECT_EQ(to.key, before.key);
+    EXPECT_EQ(to.sortOrder, before.sortOrder);
+    EXPECT_EQ(to.otherMethod, before.otherMethod);
+    EXPECT_EQ(to.costAmounts, before.costAmounts);
+    EXPECT_EQ(to.submittedAmounts, before.submittedAmounts);
 }
 
-TEST(FieldSets, AllButNTANKALeavesTheTargetsNTANKA) {
-    const Fuzokurecordtypex from = seeded(1);
-    Fuzokurecordtypex to = seeded(2);
-    const Currency ntanka = to.NTANKA;
-    CopyFieldSet(to, from, FieldSet::AllButNTANKA);
-    EXPECT_EQ(to.NTANKA, ntanka);
-    EXPECT_EQ(to.GTANKA, from.GTANKA);
-    EXPECT_EQ(to.FTANKA, from.FTANKA);
-    EXPECT_EQ(to.GOODS, from.GOODS);
-    EXPECT_EQ(to.DATA, from.DATA);
+TEST(FieldSets, AllButCostUnitPriceLeavesTheTargetsNTANKA) {
+    const PipeRow from = seeded(1);
+    PipeRow to = seeded(2);
+    const Currency ntanka = to.costUnitPrice;
+    CopyFieldSet(to, from, FieldSet::AllButCostUnitPrice);
+    EXPECT_EQ(to.costUnitPrice, ntanka);
+    EXPECT_EQ(to.submittedUnitPrice, from.submittedUnitPrice);
+    EXPECT_EQ(to.adoptedUnitPrice, from.adoptedUnitPrice);
+    EXPECT_EQ(to.goodsBytes, from.goodsBytes);
+    EXPECT_EQ(to.factors, from.factors);
 }
 
 TEST(FieldSets, PricesLabourPipefitterCarryOnlyTheirFields) {
-    const Fuzokurecordtypex from = seeded(1);
+    const PipeRow from = seeded(1);
     {
-        Fuzokurecordtypex to = seeded(2);
-        Fuzokurecordtypex expected = to;
-        expected.NET = from.NET;
-        expected.GROSS = from.GROSS;
-        expected.TEIKA = from.TEIKA;
+        PipeRow to = seeded(2);
+        PipeRow expected = to;
+        expected.costPrice = from.costPrice;
+        expected.submittedPrice = from.submittedPrice;
+        expected.listPrice = from.listPrice;
         CopyFieldSet(to, from, FieldSet::Prices);
         EXPECT_TRUE(sameRow(to, expected));
     }
     {
-        Fuzokurecordtypex to = seeded(2);
-        Fuzokurecordtypex expected = to;
-        expected.DATA = from.DATA;
+        PipeRow to = seeded(2);
+        PipeRow expected = to;
+        expected.factors = from.factors;
         CopyFieldSet(to, from, FieldSet::Labour);
         EXPECT_TRUE(sameRow(to, expected));
     }
     {
-        Fuzokurecordtypex to = seeded(2);
-        Fuzokurecordtypex expected = to;
-        expected.Data(5) = from.Data(5);
+        PipeRow to = seeded(2);
+        PipeRow expected = to;
+        expected.factor(5) = from.factor(5);
         CopyFieldSet(to, from, FieldSet::Pipefitter);
         EXPECT_TRUE(sameRow(to, expected));
-        EXPECT_NE(to.Data(4), from.Data(4));
+        EXPECT_NE(to.factor(4), from.factor(4));
     }
 }
 
 TEST(FieldSets, TextIsCopiedUpToItsByteWidth) {
-    Fuzokurecordtypex from;
-    from.GOODS = QByteArray(90, 'g');
-    from.KIND = QByteArray(45, 'k');
-    from.SIZE = QByteArray("1234567");
-    from.CI = QByteArray("abcdef");
-    Fuzokurecordtypex to;
+    PipeRow from;
+    from.goodsBytes = QByteArray(90, 'g');
+    from.kindBytes = QByteArray(45, 'k');
+    from.sizeBytes = QByteArray("1234567");
+    from.unitBytes = QByteArray("abcdef");
+    PipeRow to;
     CopyFieldSet(to, from, FieldSet::All);
-    EXPECT_EQ(to.GOODS, QByteArray(80, 'g'));
-    EXPECT_EQ(to.KIND, QByteArray(40, 'k'));
-    EXPECT_EQ(to.SIZE, QByteArray("123456"));
-    EXPECT_EQ(to.CI, QByteArray("abcd"));
+    EXPECT_EQ(to.goodsBytes, QByteArray(80, 'g'));
+    EXPECT_EQ(to.kindBytes, QByteArray(40, 'k'));
+    EXPECT_EQ(to.sizeBytes, QByteArray("123456"));
+    EXPECT_EQ(to.unitBytes, QByteArray("abcd"));
     // A text at its width passes whole, double-byte text too.
-    Fuzokurecordtypex sjis;
-    sjis.SetGoods(QString::fromUtf8("配管用炭素鋼鋼管（白）"));
-    Fuzokurecordtypex to2;
+    PipeRow sjis;
+    sjis.setGoods(QString::fromUtf8("配管用炭素鋼鋼管（白）"));
+    PipeRow to2;
     CopyFieldSet(to2, sjis, FieldSet::All);
-    EXPECT_EQ(to2.GOODS, sjis.GOODS);
-    EXPECT_EQ(to2.Goods(), QString::fromUtf8("配管用炭素鋼鋼管（白）"));
+    EXPECT_EQ(to2.goodsBytes, sjis.goodsBytes);
+    EXPECT_EQ(to2.goods(), QString::fromUtf8("配管用炭素鋼鋼管（白）"));
 }
 
 TEST(FieldSets, WholeTableGoesRowForRowWithTheOptionRow) {
@@ -143,12 +147,12 @@ TEST(FieldSets, WholeTableGoesRowForRowWithTheOptionRow) {
     RowTable to = seededTable(100);
     CopyWholeTable(to, from, FieldSet::Labour);
     for (int r = 1; r <= RowCount; ++r) {
-        EXPECT_EQ(to[r].DATA, from[r].DATA) << r;
-        EXPECT_EQ(to[r].NET, seeded(100 + r).NET) << r;
+        EXPECT_EQ(to[r].factors, from[r].factors) << r;
+        EXPECT_EQ(to[r].costPrice, seeded(100 + r).costPrice) << r;
     }
     CopyWholeTable(to, from, FieldSet::All);
-    EXPECT_EQ(to[OptionRow].FLAG, from[OptionRow].FLAG);
-    EXPECT_EQ(to[OptionRow].YOSAN, seeded(160).YOSAN);
+    EXPECT_EQ(to[OptionRow].modeFlag, from[OptionRow].modeFlag);
+    EXPECT_EQ(to[OptionRow].otherMethod, seeded(160).otherMethod);
 }
 
 TEST(FieldSets, DetailCopyTakesTheTabsRowsIntoRowsOneToFifteen) {
@@ -156,8 +160,8 @@ TEST(FieldSets, DetailCopyTakesTheTabsRowsIntoRowsOneToFifteen) {
     RowTable buffer = seededTable(500);
     CopyDetailOut(buffer, rows, 2, FieldSet::All);
     for (int i = 1; i <= 15; ++i) {
-        EXPECT_EQ(buffer[i].GOODS, rows[30 + i].GOODS) << i;
-        EXPECT_EQ(buffer[i].NTANKA, rows[30 + i].NTANKA) << i;
+        EXPECT_EQ(buffer[i].goodsBytes, rows[30 + i].goodsBytes) << i;
+        EXPECT_EQ(buffer[i].costUnitPrice, rows[30 + i].costUnitPrice) << i;
     }
     // Rows above 15 of the buffer are no detail command's business.
     for (int r = 16; r <= RowCount; ++r)
@@ -170,8 +174,8 @@ TEST(FieldSets, DetailPasteWritesTheTabThenCurrent) {
     PasteDetailIn(rows, buffer, 1, FieldSet::Prices);
     for (int r = 1; r <= RowCount; ++r) {
         if (r >= 16 && r <= 30) {
-            EXPECT_EQ(rows[r].TEIKA, buffer[r - 15].TEIKA) << r;
-            EXPECT_EQ(rows[r].DATA, seeded(200 + r).DATA) << r;
+            EXPECT_EQ(rows[r].listPrice, buffer[r - 15].listPrice) << r;
+            EXPECT_EQ(rows[r].factors, seeded(200 + r).factors) << r;
         } else {
             EXPECT_TRUE(sameRow(rows[r], seeded(200 + r))) << r;
         }
@@ -180,8 +184,8 @@ TEST(FieldSets, DetailPasteWritesTheTabThenCurrent) {
 
 TEST(FieldSets, DetailPasteOnTheFourthTabLeavesTheOptionRow) {
     const RowTable buffer = seededTable(0);
-    for (FieldSet set : {FieldSet::All, FieldSet::AllButNTANKA, FieldSet::Prices, FieldSet::Labour,
-                         FieldSet::Pipefitter}) {
+    for (FieldSet set : {FieldSet::All, FieldSet::AllButCostUnitPrice, FieldSet::Prices,
+                         FieldSet::Labour, FieldSet::Pipefitter}) {
         RowTable rows = seededTable(300);
         PasteDetailIn(rows, buffer, 3, set);
         EXPECT_TRUE(sameRow(rows[OptionRow], seeded(360)));
@@ -197,21 +201,21 @@ TEST(FieldSets, SpreadFirstDetailCopiesItsFieldsToTheOtherThree) {
         for (int i = 1; i <= 15; ++i) {
             const int r = k * 15 + i;
             if (r == OptionRow) continue;
-            const Fuzokurecordtypex& src = rows[i];
-            const Fuzokurecordtypex old = seeded(r);
-            EXPECT_EQ(rows[r].FLAG, src.FLAG);
-            EXPECT_EQ(rows[r].CI, src.CI);
-            EXPECT_EQ(rows[r].TEIKA, src.TEIKA);
-            EXPECT_EQ(rows[r].NET, src.NET);
-            EXPECT_EQ(rows[r].GROSS, src.GROSS);
-            EXPECT_EQ(rows[r].DATA, src.DATA);
-            EXPECT_EQ(rows[r].NTANKA, src.NTANKA);
-            EXPECT_EQ(rows[r].GTANKA, src.GTANKA);
-            EXPECT_EQ(rows[r].FTANKA, src.FTANKA);
-            EXPECT_EQ(rows[r].GOODS, old.GOODS) << r;
-            EXPECT_EQ(rows[r].SIZE, old.SIZE) << r;
-            EXPECT_EQ(rows[r].KIND, old.KIND) << r;
-            EXPECT_EQ(rows[r].UKEY, old.UKEY) << r;
+            const PipeRow& src = rows[i];
+            const PipeRow old = seeded(r);
+            EXPECT_EQ(rows[r].modeFlag, src.modeFlag);
+            EXPECT_EQ(rows[r].unitBytes, src.unitBytes);
+            EXPECT_EQ(rows[r].listPrice, src.listPrice);
+            EXPECT_EQ(rows[r].costPrice, src.costPrice);
+            EXPECT_EQ(rows[r].submittedPrice, src.submittedPrice);
+            EXPECT_EQ(rows[r].factors, src.factors);
+            EXPECT_EQ(rows[r].costUnitPrice, src.costUnitPrice);
+            EXPECT_EQ(rows[r].submittedUnitPrice, src.submittedUnitPrice);
+            EXPECT_EQ(rows[r].adoptedUnitPrice, src.adoptedUnitPrice);
+            EXPECT_EQ(rows[r].goodsBytes, old.goodsBytes) << r;
+            EXPECT_EQ(rows[r].sizeBytes, old.sizeBytes) << r;
+            EXPECT_EQ(rows[r].kindBytes, old.kindBytes) << r;
+            EXPECT_EQ(rows[r].key, old.key) << r;
         }
     }
     for (int i = 1; i <= 15; ++i)
@@ -225,8 +229,8 @@ TEST(FieldSets, SpreadBufferPricesLeavesTheOptionRates) {
     SpreadBufferPrices(rows, buffer);
     for (int r = 16; r < OptionRow; ++r) {
         const int i = (r - 1) % 15 + 1;
-        EXPECT_EQ(rows[r].NET, buffer[i].NET) << r;
-        EXPECT_EQ(rows[r].DATA, seeded(r).DATA) << r;
+        EXPECT_EQ(rows[r].costPrice, buffer[i].costPrice) << r;
+        EXPECT_EQ(rows[r].factors, seeded(r).factors) << r;
     }
     for (int r = 1; r <= 15; ++r)
         EXPECT_TRUE(sameRow(rows[r], seeded(r)));
@@ -237,10 +241,10 @@ TEST(FieldSets, ClearPipeTypeKeepsOnlyKeySortAndYosan) {
     RowTable rows = seededTable(0);
     ClearPipeTypeRows(rows);
     for (int r = 1; r <= RowCount; ++r) {
-        Fuzokurecordtypex expected;
-        expected.UKEY = seeded(r).UKEY;
-        expected.SORT = seeded(r).SORT;
-        expected.YOSAN = seeded(r).YOSAN;
+        PipeRow expected;
+        expected.key = seeded(r).key;
+        expected.sortOrder = seeded(r).sortOrder;
+        expected.otherMethod = seeded(r).otherMethod;
         EXPECT_TRUE(sameRow(rows[r], expected)) << r;
     }
 }
@@ -250,13 +254,14 @@ TEST(FieldSets, ClearDetailZeroesFactorsAndResultsOfTheTab) {
         RowTable rows = seededTable(0);
         ClearDetailRows(rows, tab);
         for (int r = 1; r <= RowCount; ++r) {
-            const Fuzokurecordtypex old = seeded(r);
+            const PipeRow old = seeded(r);
             if (r > tab * 15 && r <= tab * 15 + 15 && r != OptionRow) {
-                Fuzokurecordtypex expected = old;
-                expected.DATA = {};
-                expected.NTANKA = expected.GTANKA = expected.FTANKA = Currency();
-                expected.CALC_N = {};
-                expected.CALC_G = {};
+                PipeRow expected = old;
+                expected.factors = {};
+                expected.costUnitPrice = expected.submittedUnitPrice = expected.adoptedUnitPrice =
+                    Currency();
+                expected.costAmounts = {};
+                expected.submittedAmounts = {};
                 EXPECT_TRUE(sameRow(rows[r], expected)) << tab << " " << r;
             } else {
                 EXPECT_TRUE(sameRow(rows[r], old)) << tab << " " << r;

@@ -36,24 +36,24 @@ void writeAll(const QString& path, const QByteArray& bytes) {
 }
 
 // Every field of two rows.
-void expectSameRow(const Fuzokurecordtypex& a, const Fuzokurecordtypex& b, int r) {
-    EXPECT_EQ(a.UKEY, b.UKEY) << r;
-    EXPECT_EQ(a.GOODS, b.GOODS) << r;
-    EXPECT_EQ(a.KIND, b.KIND) << r;
-    EXPECT_EQ(a.SORT, b.SORT) << r;
-    EXPECT_EQ(a.SIZE, b.SIZE) << r;
-    EXPECT_EQ(a.YOSAN, b.YOSAN) << r;
-    EXPECT_EQ(a.CI, b.CI) << r;
-    EXPECT_EQ(a.FLAG, b.FLAG) << r;
-    EXPECT_EQ(a.NET, b.NET) << r;
-    EXPECT_EQ(a.GROSS, b.GROSS) << r;
-    EXPECT_EQ(a.TEIKA, b.TEIKA) << r;
-    EXPECT_EQ(a.DATA, b.DATA) << r;
-    EXPECT_EQ(a.NTANKA, b.NTANKA) << r;
-    EXPECT_EQ(a.GTANKA, b.GTANKA) << r;
-    EXPECT_EQ(a.FTANKA, b.FTANKA) << r;
-    EXPECT_EQ(a.CALC_N, b.CALC_N) << r;
-    EXPECT_EQ(a.CALC_G, b.CALC_G) << r;
+void expectSameRow(const PipeRow& a, const PipeRow& b, int r) {
+    EXPECT_EQ(a.key, b.key) << r;
+    EXPECT_EQ(a.goodsBytes, b.goodsBytes) << r;
+    EXPECT_EQ(a.kindBytes, b.kindBytes) << r;
+    EXPECT_EQ(a.sortOrder, b.sortOrder) << r;
+    EXPECT_EQ(a.sizeBytes, b.sizeBytes) << r;
+    EXPECT_EQ(a.otherMethod, b.otherMethod) << r;
+    EXPECT_EQ(a.unitBytes, b.unitBytes) << r;
+    EXPECT_EQ(a.modeFlag, b.modeFlag) << r;
+    EXPECT_EQ(a.costPrice, b.costPrice) << r;
+    EXPECT_EQ(a.submittedPrice, b.submittedPrice) << r;
+    EXPECT_EQ(a.listPrice, b.listPrice) << r;
+    EXPECT_EQ(a.factors, b.factors) << r;
+    EXPECT_EQ(a.costUnitPrice, b.costUnitPrice) << r;
+    EXPECT_EQ(a.submittedUnitPrice, b.submittedUnitPrice) << r;
+    EXPECT_EQ(a.adoptedUnitPrice, b.adoptedUnitPrice) << r;
+    EXPECT_EQ(a.costAmounts, b.costAmounts) << r;
+    EXPECT_EQ(a.submittedAmounts, b.submittedAmounts) << r;
 }
 
 void expectSameRows(const RowTable& a, const RowTable& b) {
@@ -143,9 +143,9 @@ TEST_F(Library, SaveWritesTheRowsAsTheyStandByteForByte) {
     MainWindow& f = open();
     // Known rows: the demo pipe type with a longer size in row 1, so that row
     // 2's shorter one leaves bytes behind it.
-    rows()[1].SetSize(QStringLiteral("1000A-"));
-    rows()[7].YOSAN = -3;
-    rows()[8].UKEY = 123456;
+    rows()[1].setSize(QStringLiteral("1000A-"));
+    rows()[7].otherMethod = -3;
+    rows()[8].key = 123456;
     const RowTable shown = rows();
     // Typed into the box but not applied: the file has the row's old GOODS.
     saveAs(U("標準　鋼管"));
@@ -164,20 +164,21 @@ TEST_F(Library, SaveWritesTheRowsAsTheyStandByteForByte) {
     EXPECT_EQ(bytes.mid(376 + 136, 7), QByteArray("\x03"
                                                   "20A0A-",
                                                   7));
-    EXPECT_EQ(bytes.mid(5, shown[1].GOODS.size()), ToAnsi(U("水道用硬質塩化ﾋﾞﾆﾙﾗｲﾆﾝｸﾞ鋼管(VA)")));
+    EXPECT_EQ(bytes.mid(5, shown[1].goodsBytes.size()),
+              ToAnsi(U("水道用硬質塩化ﾋﾞﾆﾙﾗｲﾆﾝｸﾞ鋼管(VA)")));
     EXPECT_EQ(Int32In(bytes, 60, 0), 60);                // UKEY of the option row
     EXPECT_EQ(Int64In(bytes, 60, 208), 20500 * 10000LL); // DATA4 of row 60
     EXPECT_EQ(Int32In(bytes, 7, 144), -3);
     EXPECT_EQ(Int32In(bytes, 8, 0), 123456);
     // The shown and the lines are as they were.
-    EXPECT_EQ(rows()[1].Size(), QStringLiteral("1000A-"));
+    EXPECT_EQ(rows()[1].size(), QStringLiteral("1000A-"));
     EXPECT_EQ(f.goodsBox->Text(), U("標準　鋼管"));
 }
 
 TEST_F(Library, SavingTwiceReplacesWithoutAsking) {
     open();
     saveAs(QStringLiteral("entry"));
-    rows()[3].Data(5) = Currency::FromRaw(777);
+    rows()[3].factor(5) = Currency::FromRaw(777);
     saveAs(QStringLiteral("entry"));
     ASSERT_EQ(dialogs->Boxes().size(), 2u);
     for (const auto& box : dialogs->Boxes())
@@ -307,21 +308,21 @@ protected:
     void writeEntry(const QString& name, int records = 60) {
         GoldenRecords golden;
         for (int r = 1; r <= 60; ++r) {
-            Fuzokurecordtypex x;
-            x.UKEY = 9000 + r;
-            x.GOODS = "FILE-GOODS";
-            x.KIND = "FILE-KIND";
-            x.SORT = Currency::FromInt(42);
-            x.SIZE = QByteArray("F") + QByteArray::number(r);
-            x.YOSAN = 300 + r;
-            x.CI = "kg";
-            x.FLAG = 7;
-            x.NET = Currency::FromInt(11);
-            x.GROSS = Currency::FromInt(22);
-            x.TEIKA = Currency::FromInt(33);
+            PipeRow x;
+            x.key = 9000 + r;
+            x.goodsBytes = "FILE-GOODS";
+            x.kindBytes = "FILE-KIND";
+            x.sortOrder = Currency::FromInt(42);
+            x.sizeBytes = QByteArray("F") + QByteArray::number(r);
+            x.otherMethod = 300 + r;
+            x.unitBytes = "kg";
+            x.modeFlag = 7;
+            x.costPrice = Currency::FromInt(11);
+            x.submittedPrice = Currency::FromInt(22);
+            x.listPrice = Currency::FromInt(33);
             for (int n = 1; n <= 7; ++n)
-                x.Data(n) = Currency::FromRaw(r * 100 + n * 10);
-            x.NTANKA = x.GTANKA = x.FTANKA = Currency::FromInt(-1);
+                x.factor(n) = Currency::FromRaw(r * 100 + n * 10);
+            x.costUnitPrice = x.submittedUnitPrice = x.adoptedUnitPrice = Currency::FromInt(-1);
             golden.fill(264, 112, char(0x55));
             golden.append(x);
             fileRows[r] = x;
@@ -333,10 +334,10 @@ protected:
     RowTable applied(const RowTable& before) {
         RowTable rows = before;
         for (int r = 1; r <= 59; ++r) {
-            rows[r].YOSAN = fileRows[r].YOSAN;
-            rows[r].SIZE = fileRows[r].SIZE;
-            rows[r].DATA = fileRows[r].DATA;
-            CalcRowWith(rows[r], KanzaiOptions(rows[OptionRow]));
+            rows[r].otherMethod = fileRows[r].otherMethod;
+            rows[r].sizeBytes = fileRows[r].sizeBytes;
+            rows[r].factors = fileRows[r].factors;
+            CalcRowWith(rows[r], PipeTypeOptions(rows[OptionRow]));
         }
         return rows;
     }
@@ -354,13 +355,13 @@ TEST_F(LibraryLoad, AnEntryChangesSizesAndFactorsOfRowsOneTo59AndNothingElse) {
     expectSameRows(rows(), expected);
     // Row 60, the options, stays whole; so do the prices and names.
     expectSameRow(rows()[60], before[60], 60);
-    EXPECT_EQ(rows()[1].Goods(), before[1].Goods());
-    EXPECT_EQ(rows()[5].NET, before[5].NET);
+    EXPECT_EQ(rows()[1].goods(), before[1].goods());
+    EXPECT_EQ(rows()[5].costPrice, before[5].costPrice);
     // The sheet shows them, the lines follow, the snapshot stays.
     for (int g = 1; g <= 14; ++g) {
         EXPECT_EQ(cell1(0, g), QStringLiteral("F%1").arg(g));
         EXPECT_EQ(cell2(0, g), QStringLiteral("F%1").arg(g));
-        EXPECT_EQ(cell1(2, g), FormatAmount(rows()[g].GTANKA)) << g;
+        EXPECT_EQ(cell1(2, g), FormatAmount(rows()[g].submittedUnitPrice)) << g;
     }
     QStringList lines;
     for (int r = 1; r <= 60; ++r)
@@ -397,7 +398,7 @@ TEST_F(LibraryLoad, TheMenuItemAndADoubleClickApplyToo) {
         QTest::mouseDClick(d->entryList->viewport(), Qt::LeftButton, {}, rect.center());
     });
     f.labourLibraryItem->trigger();
-    EXPECT_EQ(rows()[1].Size(), QStringLiteral("F1"));
+    EXPECT_EQ(rows()[1].size(), QStringLiteral("F1"));
     EXPECT_EQ(partsSelect->result(), LabourLibraryDialog::ResultSelect);
 }
 
@@ -502,10 +503,10 @@ TEST_F(LibraryLoad, AShortFileStopsWithTheErrorAndKeepsTheRowsReadBeforeIt) {
     EXPECT_TRUE(box.instruction.contains(U("7720 バイト"))) << box.instruction.toStdString();
     EXPECT_TRUE(box.instruction.contains(U("1 行目から 20 行目まで")));
     for (int r = 1; r <= 20; ++r) {
-        EXPECT_EQ(rows()[r].SIZE, fileRows[r].SIZE) << r;
-        EXPECT_EQ(rows()[r].DATA, fileRows[r].DATA) << r;
+        EXPECT_EQ(rows()[r].sizeBytes, fileRows[r].sizeBytes) << r;
+        EXPECT_EQ(rows()[r].factors, fileRows[r].factors) << r;
         // Not recalculated.
-        EXPECT_EQ(rows()[r].GTANKA, before[r].GTANKA) << r;
+        EXPECT_EQ(rows()[r].submittedUnitPrice, before[r].submittedUnitPrice) << r;
     }
     for (int r = 21; r <= 60; ++r)
         expectSameRow(rows()[r], before[r], r);
@@ -535,21 +536,21 @@ TEST_F(LibraryLoad, EntryFromOnePipeTypeOnAnotherSurvivesARestart) {
     clickNode(9 * 21 + 1); // 冷媒用銅管: copper sizes, refrigerant factors
     const RowTable first = rows();
     saveAs(U("冷媒標準"));
-    f.goodsBox->SetText(first[1].Goods()); // the name box as it was
+    f.goodsBox->SetText(first[1].goods()); // the name box as it was
     clickNode(4);                          // ステンレス鋼鋼管
-    ASSERT_NE(rows()[1].Size(), first[1].Size());
+    ASSERT_NE(rows()[1].size(), first[1].size());
     const RowTable second = rows();
     pick(U("冷媒標準"));
     for (int r = 1; r <= 59; ++r) {
-        EXPECT_EQ(rows()[r].SIZE, first[r].SIZE) << r;
-        EXPECT_EQ(rows()[r].DATA, first[r].DATA) << r;
-        EXPECT_EQ(rows()[r].NET, second[r].NET) << r;
-        EXPECT_EQ(rows()[r].GROSS, second[r].GROSS) << r;
-        EXPECT_EQ(rows()[r].TEIKA, second[r].TEIKA) << r;
-        EXPECT_EQ(rows()[r].GOODS, second[r].GOODS) << r;
+        EXPECT_EQ(rows()[r].sizeBytes, first[r].sizeBytes) << r;
+        EXPECT_EQ(rows()[r].factors, first[r].factors) << r;
+        EXPECT_EQ(rows()[r].costPrice, second[r].costPrice) << r;
+        EXPECT_EQ(rows()[r].submittedPrice, second[r].submittedPrice) << r;
+        EXPECT_EQ(rows()[r].listPrice, second[r].listPrice) << r;
+        EXPECT_EQ(rows()[r].goodsBytes, second[r].goodsBytes) << r;
     }
     expectSameRow(rows()[60], second[60], 60);
-    EXPECT_EQ(cell1(0, 1), first[1].Size());
+    EXPECT_EQ(cell1(0, 1), first[1].size());
     const RowTable applied = rows();
     // Leaving the pipe type asks; yes saves.
     dialogs->AnswerBox(TaskDialog::IdYes);
@@ -558,12 +559,12 @@ TEST_F(LibraryLoad, EntryFromOnePipeTypeOnAnotherSurvivesARestart) {
     open();
     clickNode(4);
     for (int r = 1; r <= 59; ++r) {
-        EXPECT_EQ(rows()[r].SIZE, first[r].SIZE) << r;
-        EXPECT_EQ(rows()[r].DATA, first[r].DATA) << r;
-        EXPECT_EQ(rows()[r].NET, second[r].NET) << r;
-        EXPECT_EQ(rows()[r].GTANKA, applied[r].GTANKA) << r;
+        EXPECT_EQ(rows()[r].sizeBytes, first[r].sizeBytes) << r;
+        EXPECT_EQ(rows()[r].factors, first[r].factors) << r;
+        EXPECT_EQ(rows()[r].costPrice, second[r].costPrice) << r;
+        EXPECT_EQ(rows()[r].submittedUnitPrice, applied[r].submittedUnitPrice) << r;
     }
-    EXPECT_EQ(cell1(0, 1), first[1].Size());
+    EXPECT_EQ(cell1(0, 1), first[1].size());
 }
 
 } // namespace

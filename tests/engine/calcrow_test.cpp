@@ -26,7 +26,7 @@ protected:
     void SetUp() override {
         doc().clearRows(RowCount);
         setExample(1);
-        KanzaiOptions o = doc().options();
+        PipeTypeOptions o = doc().options();
         o.LabourSubmitted() = C("18000");
         o.LabourCost() = C("15000");
         o.ElementDigits() = C("1");
@@ -40,13 +40,13 @@ protected:
     }
 
     void setExample(int row) {
-        Fuzokurecordtypex& r = rows()[row];
-        r.TEIKA = C("1234");
-        r.GROSS = C("860");
-        r.NET = C("750");
+        PipeRow& r = rows()[row];
+        r.listPrice = C("1234");
+        r.submittedPrice = C("860");
+        r.costPrice = C("750");
         const char* f[7] = {"1.1", "0.35", "0.05", "0.08", "0.123", "0.015", "0.1"};
         for (int i = 0; i < 7; ++i)
-            r.DATA[std::size_t(i)] = C(f[i]);
+            r.factors[std::size_t(i)] = C(f[i]);
     }
 
     struct Expect {
@@ -59,12 +59,12 @@ protected:
 
     void check(const Expect& e, int row = 1) {
         doc().calculateRow(row);
-        const Fuzokurecordtypex& r = rows()[row];
-        EXPECT_EQ(texts(r.CALC_G), e.submitted);
-        EXPECT_EQ(CurrToStr(r.GTANKA), e.gtanka);
-        EXPECT_EQ(CurrToStr(r.FTANKA), e.ftanka);
-        EXPECT_EQ(texts(r.CALC_N), e.cost);
-        EXPECT_EQ(CurrToStr(r.NTANKA), e.ntanka);
+        const PipeRow& r = rows()[row];
+        EXPECT_EQ(texts(r.submittedAmounts), e.submitted);
+        EXPECT_EQ(CurrToStr(r.submittedUnitPrice), e.gtanka);
+        EXPECT_EQ(CurrToStr(r.adoptedUnitPrice), e.ftanka);
+        EXPECT_EQ(texts(r.costAmounts), e.cost);
+        EXPECT_EQ(CurrToStr(r.costUnitPrice), e.ntanka);
     }
 };
 
@@ -101,8 +101,8 @@ TEST_F(CalcRowTest, RateOnTakesUnitPricesFromListPrice) {
            "4100",
            {"825", "263", "38", "60", "1845", "225", "207"},
            "3463"});
-    EXPECT_EQ(CurrToStr(rows()[1].GROSS), "870");
-    EXPECT_EQ(CurrToStr(rows()[1].NET), "750");
+    EXPECT_EQ(CurrToStr(rows()[1].submittedPrice), "870");
+    EXPECT_EQ(CurrToStr(rows()[1].costPrice), "750");
 }
 
 TEST_F(CalcRowTest, TwoDecimalsPerElementAndThreeSignificantDigits) {
@@ -116,11 +116,11 @@ TEST_F(CalcRowTest, TwoDecimalsPerElementAndThreeSignificantDigits) {
     doc().options().AdoptedDigits() = C("3");
     doc().options().AdoptedFraction() = C("0.5");
     doc().calculateRow(1);
-    EXPECT_EQ(CurrToStr(rows()[1].FTANKA), "4090");
+    EXPECT_EQ(CurrToStr(rows()[1].adoptedUnitPrice), "4090");
     // The element sum 4091.2 gives 4092 with round-up, 4091 with round-down.
     doc().options().ElementFraction() = C("0");
     doc().calculateRow(1);
-    EXPECT_EQ(CurrToStr(rows()[1].GTANKA), "4091");
+    EXPECT_EQ(CurrToStr(rows()[1].submittedUnitPrice), "4091");
 }
 
 TEST_F(CalcRowTest, RateOnOnlyAtExactlyOne) {
@@ -128,8 +128,8 @@ TEST_F(CalcRowTest, RateOnOnlyAtExactlyOne) {
         setExample(1);
         doc().options().RateOn() = C(v);
         doc().calculateRow(1);
-        EXPECT_EQ(CurrToStr(rows()[1].GROSS), "860") << v;
-        EXPECT_EQ(CurrToStr(rows()[1].NET), "750") << v;
+        EXPECT_EQ(CurrToStr(rows()[1].submittedPrice), "860") << v;
+        EXPECT_EQ(CurrToStr(rows()[1].costPrice), "750") << v;
     }
 }
 
@@ -138,11 +138,11 @@ TEST_F(CalcRowTest, RateOnWithZeroRateOrZeroListPrice) {
     doc().options().RateSubmitted() = C("0");
     doc().options().RateCost() = C("0");
     doc().calculateRow(1);
-    const Fuzokurecordtypex& r = rows()[1];
-    EXPECT_EQ(r.GROSS.raw, 0);
-    EXPECT_EQ(r.NET.raw, 0);
-    EXPECT_EQ(CurrToStr(r.CALC_G[4]), "2214"); // labour elements still computed
-    EXPECT_EQ(CurrToStr(r.CALC_N[4]), "1845");
+    const PipeRow& r = rows()[1];
+    EXPECT_EQ(r.submittedPrice.raw, 0);
+    EXPECT_EQ(r.costPrice.raw, 0);
+    EXPECT_EQ(CurrToStr(r.submittedAmounts[4]), "2214"); // labour elements still computed
+    EXPECT_EQ(CurrToStr(r.costAmounts[4]), "1845");
 }
 
 TEST_F(CalcRowTest, AdoptedDigitsZeroWrittenBackElementDigitsZeroActsAsOne) {
@@ -151,48 +151,48 @@ TEST_F(CalcRowTest, AdoptedDigitsZeroWrittenBackElementDigitsZeroActsAsOne) {
     doc().calculateRow(1);
     EXPECT_EQ(CurrToStr(doc().options().AdoptedDigits()), "1");
     EXPECT_EQ(doc().options().ElementDigits().raw, 0);
-    EXPECT_EQ(CurrToStr(rows()[1].GTANKA), "4092");
-    EXPECT_EQ(CurrToStr(rows()[1].FTANKA), "4092"); // AdoptedDigits 1 leaves GTANKA
+    EXPECT_EQ(CurrToStr(rows()[1].submittedUnitPrice), "4092");
+    EXPECT_EQ(CurrToStr(rows()[1].adoptedUnitPrice), "4092"); // AdoptedDigits 1 leaves GTANKA
 }
 
 TEST_F(CalcRowTest, RowSixtyIsNeverCalculated) {
     doc().options().RateOn() = C("1");
-    KanzaiOptions o = doc().options();
-    const Currency gross = rows()[60].GROSS, net = rows()[60].NET;
+    PipeTypeOptions o = doc().options();
+    const Currency gross = rows()[60].submittedPrice, net = rows()[60].costPrice;
     const Currency unitDigits = o.UnitDigits(), unitFraction = o.UnitFraction();
     doc().calculateRow(60);
-    EXPECT_EQ(rows()[60].GROSS, gross);
-    EXPECT_EQ(rows()[60].NET, net);
+    EXPECT_EQ(rows()[60].submittedPrice, gross);
+    EXPECT_EQ(rows()[60].costPrice, net);
     EXPECT_EQ(o.UnitDigits(), unitDigits);
     EXPECT_EQ(o.UnitFraction(), unitFraction);
     EXPECT_EQ(o.RateOn(), C("1"));
-    for (Currency c : rows()[60].CALC_G)
+    for (Currency c : rows()[60].submittedAmounts)
         EXPECT_EQ(c.raw, 0);
 }
 
 TEST_F(CalcRowTest, HiddenRowsAndEmptySizesAreCalculated) {
     setExample(15);
     doc().calculateAll();
-    EXPECT_EQ(CurrToStr(rows()[15].GTANKA), "4092");
-    EXPECT_TRUE(rows()[15].SIZE.isEmpty());
+    EXPECT_EQ(CurrToStr(rows()[15].submittedUnitPrice), "4092");
+    EXPECT_TRUE(rows()[15].sizeBytes.isEmpty());
 }
 
 TEST_F(CalcRowTest, RefrigerantIgnoresChippingFactor) {
     doc().options().ModeFlag() = 1;
-    rows()[1].Data(6) = C("123.4567");
+    rows()[1].factor(6) = C("123.4567");
     doc().calculateRow(1);
-    EXPECT_EQ(rows()[1].CALC_G[5].raw, 0);
-    EXPECT_EQ(rows()[1].CALC_N[5].raw, 0);
+    EXPECT_EQ(rows()[1].submittedAmounts[5].raw, 0);
+    EXPECT_EQ(rows()[1].costAmounts[5].raw, 0);
     // Other cost on labour bases element 7 on c5 alone: 2214 x 0.1 = 221.4, up to 222.
-    EXPECT_EQ(CurrToStr(rows()[1].CALC_G[6]), "222");
+    EXPECT_EQ(CurrToStr(rows()[1].submittedAmounts[6]), "222");
 }
 
 TEST_F(CalcRowTest, ZerosGiveZerosAtEveryOptionValue) {
     for (int d = 0; d < 8; ++d)
         for (int f = 0; f < 3; ++f)
             for (int mode = 0; mode < 2; ++mode) {
-                rows()[2] = Fuzokurecordtypex{};
-                KanzaiOptions o = doc().options();
+                rows()[2] = PipeRow{};
+                PipeTypeOptions o = doc().options();
                 o.ElementDigits() = DigitSteps[std::size_t(d % 4)];
                 o.ElementFraction() = FractionSteps[std::size_t(f)];
                 o.AdoptedDigits() = DigitSteps[std::size_t(d)];
@@ -201,37 +201,37 @@ TEST_F(CalcRowTest, ZerosGiveZerosAtEveryOptionValue) {
                 o.ModeFlag() = mode;
                 o.LabourCost() = o.LabourSubmitted() = {};
                 doc().calculateRow(2);
-                const Fuzokurecordtypex& r = rows()[2];
-                EXPECT_EQ(r.GTANKA.raw, 0);
-                EXPECT_EQ(r.NTANKA.raw, 0);
-                EXPECT_EQ(r.FTANKA.raw, 0);
+                const PipeRow& r = rows()[2];
+                EXPECT_EQ(r.submittedUnitPrice.raw, 0);
+                EXPECT_EQ(r.costUnitPrice.raw, 0);
+                EXPECT_EQ(r.adoptedUnitPrice.raw, 0);
             }
 }
 
 TEST_F(CalcRowTest, OverflowOnCostSideKeepsTheSubmittedSide) {
-    rows()[1].NET = Currency::FromRaw(INT64_MAX); // c1 = NET x 1.1 does not fit
+    rows()[1].costPrice = Currency::FromRaw(INT64_MAX); // c1 = NET x 1.1 does not fit
     EXPECT_THROW(doc().calculateRow(1), EMathError);
-    EXPECT_EQ(CurrToStr(rows()[1].GTANKA), "4092");
-    EXPECT_EQ(CurrToStr(rows()[1].FTANKA), "4090");
-    EXPECT_EQ(CurrToStr(rows()[1].CALC_G[0]), "946");
-    EXPECT_EQ(rows()[1].NTANKA.raw, 0);
+    EXPECT_EQ(CurrToStr(rows()[1].submittedUnitPrice), "4092");
+    EXPECT_EQ(CurrToStr(rows()[1].adoptedUnitPrice), "4090");
+    EXPECT_EQ(CurrToStr(rows()[1].submittedAmounts[0]), "946");
+    EXPECT_EQ(rows()[1].costUnitPrice.raw, 0);
 }
 
 TEST_F(CalcRowTest, OverflowOfTheCostRateKeepsTheSubmittedPrice) {
     doc().options().RateOn() = C("1");
     doc().options().RateCost() = Currency::FromRaw(INT64_MAX);
-    rows()[1].TEIKA = C("100000000");
+    rows()[1].listPrice = C("100000000");
     EXPECT_THROW(doc().calculateRow(1), EMathError);
-    EXPECT_NE(rows()[1].GROSS, C("860")); // already replaced from the list price
-    EXPECT_EQ(rows()[1].NET, C("750"));   // not reached
+    EXPECT_NE(rows()[1].submittedPrice, C("860")); // already replaced from the list price
+    EXPECT_EQ(rows()[1].costPrice, C("750"));      // not reached
 }
 
 TEST_F(CalcRowTest, ZeroListPriceGivesZeroUnitPrices) {
     doc().options().RateOn() = C("1");
-    rows()[1].TEIKA = C("0");
+    rows()[1].listPrice = C("0");
     doc().calculateRow(1);
-    EXPECT_EQ(rows()[1].GROSS.raw, 0);
-    EXPECT_EQ(rows()[1].NET.raw, 0);
+    EXPECT_EQ(rows()[1].submittedPrice.raw, 0);
+    EXPECT_EQ(rows()[1].costPrice.raw, 0);
 }
 
 TEST_F(CalcRowTest, DecimalElementsWithRoundUpTotal) {
@@ -239,17 +239,17 @@ TEST_F(CalcRowTest, DecimalElementsWithRoundUpTotal) {
     doc().options().ElementFraction() = C("0.9");
     doc().calculateRow(1);
     // Elements 946, 301, 43, 68.8, 2214, 270, 248.4 sum to 4091.2.
-    EXPECT_EQ(CurrToStr(rows()[1].GTANKA), "4092");
+    EXPECT_EQ(CurrToStr(rows()[1].submittedUnitPrice), "4092");
 }
 
 TEST_F(CalcRowTest, OverflowKeepsWhatWasReached) {
     doc().options().RateOn() = C("1");
-    rows()[3].TEIKA = Currency::FromRaw(INT64_MAX);
+    rows()[3].listPrice = Currency::FromRaw(INT64_MAX);
     doc().options().RateSubmitted() = C("1000");
     EXPECT_THROW(doc().calculateRow(3), EMathError);
     // Nothing was stored before the failing step.
-    EXPECT_EQ(rows()[3].GROSS.raw, 0);
-    EXPECT_EQ(rows()[3].GTANKA.raw, 0);
+    EXPECT_EQ(rows()[3].submittedPrice.raw, 0);
+    EXPECT_EQ(rows()[3].submittedUnitPrice.raw, 0);
 }
 
 } // namespace

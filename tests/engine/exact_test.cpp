@@ -3,7 +3,7 @@
 // list x rate / 100 below 100,000,000 for rate prices, and any whole amount
 // for the digit rounding.
 #include "engine/rounding.h"
-#include "store/ex_general.h"
+#include "store/piperow.h"
 
 #include <gtest/gtest.h>
 

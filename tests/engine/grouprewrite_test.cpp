@@ -24,8 +24,8 @@ Currency c(const char* text) {
 }
 
 TEST(GroupRewriteStatements, OptionChangeTakesTwelveOptionsAndNotGross) {
-    Fuzokurecordtypex r;
-    KanzaiOptions o(r);
+    PipeRow r;
+    PipeTypeOptions o(r);
     o.LabourSubmitted() = c("15000");
     o.LabourCost() = c("12500.5");
     o.RateCost() = c("62.5");
@@ -78,11 +78,11 @@ protected:
     }
 
     // Row n of a pipe type as the engine computes it from the table.
-    Fuzokurecordtypex expectedRow(int grp, int kan, int n) {
+    PipeRow expectedRow(int grp, int kan, int n) {
         const RowTable keep = rows();
         ws().load(grp, kan);
-        Fuzokurecordtypex row = rows()[n];
-        CalcRowWith(row, KanzaiOptions(rows()[OptionRow]));
+        PipeRow row = rows()[n];
+        CalcRowWith(row, PipeTypeOptions(rows()[OptionRow]));
         rows() = keep;
         return row;
     }
@@ -94,8 +94,8 @@ protected:
 TEST_F(GroupRecalc, EveryPipeTypeOfTheGroupIsComputedUnderItsStoredOptionsAndSaved) {
     // New options in the table for group 2 only, as the option statement
     // leaves them; the stored prices are now stale.
-    Fuzokurecordtypex options;
-    KanzaiOptions o(options);
+    PipeRow options;
+    PipeTypeOptions o(options);
     o.AdoptedDigits() = c("100");
     o.AdoptedFraction() = c("0.5");
     o.ElementDigits() = c("10");
@@ -114,7 +114,7 @@ TEST_F(GroupRecalc, EveryPipeTypeOfTheGroupIsComputedUnderItsStoredOptionsAndSav
     // The current pipe type is 7 of group 2, with rows in memory of its own.
     ws().load(2, 7);
     doc().takeSnapshot();
-    rows()[3].TEIKA = c("123456"); // not saved: the run loads from the table
+    rows()[3].listPrice = c("123456"); // not saved: the run loads from the table
     std::vector<std::pair<QString, int>> progress;
     ws().recalculateGroup(1, 2, 7, *dialogs, [&](const QString& text, int step) {
         progress.emplace_back(text, step);
@@ -130,8 +130,8 @@ TEST_F(GroupRecalc, EveryPipeTypeOfTheGroupIsComputedUnderItsStoredOptionsAndSav
         ASSERT_EQ(progress[std::size_t(s)].second, s + 1);
     EXPECT_EQ(progress[5 * 59 + 11].first, QString::fromUtf8("データ更新中:1-5-12/"));
     ws().load(2, 1);
-    EXPECT_FALSE(rows()[1].GOODS.isEmpty());
-    EXPECT_EQ(progress[0].first, QString::fromUtf8("データ更新中:1-0-1/") + rows()[1].Goods());
+    EXPECT_FALSE(rows()[1].goodsBytes.isEmpty());
+    EXPECT_EQ(progress[0].first, QString::fromUtf8("データ更新中:1-0-1/") + rows()[1].goods());
 }
 
 TEST_F(GroupRecalc, TheCurrentPipeTypeComesBackAsStoredWithItsPrices) {
@@ -139,7 +139,7 @@ TEST_F(GroupRecalc, TheCurrentPipeTypeComesBackAsStoredWithItsPrices) {
     doc().takeSnapshot();
     const QStringList asLoaded = doc().savedLines();
     // An unsaved entry and option: the prices in the rows are not the table's.
-    rows()[2].TEIKA = c("777");
+    rows()[2].listPrice = c("777");
     doc().options().ElementDigits() = c("10");
     doc().calculateAll();
     doc().refreshLines();
@@ -148,16 +148,16 @@ TEST_F(GroupRecalc, TheCurrentPipeTypeComesBackAsStoredWithItsPrices) {
     // Group 1's pipe type 3, computed, with doc().savedLines() from the table: the
     // entry is gone from the rows, and the rows differ from doc().currentLines().
     EXPECT_EQ(doc().savedLines(), asLoaded);
-    EXPECT_NE(rows()[2].TEIKA, c("777"));
+    EXPECT_NE(rows()[2].listPrice, c("777"));
     EXPECT_TRUE(doc().isChanged());
     const RowTable shown = rows();
     const QStringList prices = expectedPrices(1, 3);
     EXPECT_EQ(storedPrices(1, 3), prices);
     for (int n : {1, 59}) { // the first and the last row calculated
         const QStringList fields = prices[n - 1].split(QLatin1Char(' '));
-        EXPECT_FALSE(shown[n].FTANKA.IsZero()) << n;
-        EXPECT_EQ(CurrToStr(shown[n].FTANKA), fields[19]) << n;
-        EXPECT_EQ(CurrToStr(shown[n].CALC_G[4]), fields[7]) << n;
+        EXPECT_FALSE(shown[n].adoptedUnitPrice.IsZero()) << n;
+        EXPECT_EQ(CurrToStr(shown[n].adoptedUnitPrice), fields[19]) << n;
+        EXPECT_EQ(CurrToStr(shown[n].submittedAmounts[4]), fields[7]) << n;
     }
     // Nothing was asked; the statement of the last save is on the clipboard.
     EXPECT_TRUE(dialogs->Boxes().empty());
@@ -165,8 +165,8 @@ TEST_F(GroupRecalc, TheCurrentPipeTypeComesBackAsStoredWithItsPrices) {
 }
 
 TEST_F(GroupRecalc, AFailedLoadEndsTheRunWithTheCurrentRowsBack) {
-    Fuzokurecordtypex options;
-    KanzaiOptions o(options);
+    PipeRow options;
+    PipeTypeOptions o(options);
     o.AdoptedDigits() = c("10");
     o.ElementDigits() = c("1");
     o.LabourSubmitted() = c("30000");
@@ -191,12 +191,12 @@ TEST_F(GroupRecalc, AFailedLoadEndsTheRunWithTheCurrentRowsBack) {
     // The rows are pipe type 2's again as stored by the run, not the broken
     // seventh's.
     const RowTable after = rows();
-    EXPECT_EQ(after[1].GOODS, current[1].GOODS);
-    EXPECT_EQ(after[3].TEIKA, current[3].TEIKA);
+    EXPECT_EQ(after[1].goodsBytes, current[1].goodsBytes);
+    EXPECT_EQ(after[3].listPrice, current[3].listPrice);
     ws().load(1, 2);
     for (int n = 1; n <= RowCount; ++n)
         ASSERT_EQ(RowLine(after[n]), RowLine(rows()[n])) << n;
-    EXPECT_EQ(after[1].CALC_G, expectedRow(1, 2, 1).CALC_G);
+    EXPECT_EQ(after[1].submittedAmounts, expectedRow(1, 2, 1).submittedAmounts);
     // Pipe types 1 to 6 were saved before the failure.
     for (int kan = 1; kan <= 6; ++kan)
         EXPECT_EQ(storedPrices(1, kan), expectedPrices(1, kan));

@@ -29,24 +29,24 @@ const QStringList OneTab = {U("一般")};
 
 // A row with distinct values in every exported field, and the _N side set
 // to values that must not appear.
-Fuzokurecordtypex SampleRow() {
-    Fuzokurecordtypex r;
-    r.SetSize(U("15A"));
-    r.SetCi(U("ｍ"));
-    r.GOODS = A("配管用炭素鋼鋼管");
-    r.FTANKA = C("4090");
-    r.GROSS = C("1234.5");
-    r.NET = C("999");
-    r.TEIKA = C("888");
+PipeRow SampleRow() {
+    PipeRow r;
+    r.setSize(U("15A"));
+    r.setUnit(U("ｍ"));
+    r.goodsBytes = A("配管用炭素鋼鋼管");
+    r.adoptedUnitPrice = C("4090");
+    r.submittedPrice = C("1234.5");
+    r.costPrice = C("999");
+    r.listPrice = C("888");
     for (int e = 1; e <= 7; ++e)
-        r.Data(e) = StrToCurr(QStringLiteral("0.%1").arg(e));
-    r.Data(5) = C("0.123");
+        r.factor(e) = StrToCurr(QStringLiteral("0.%1").arg(e));
+    r.factor(5) = C("0.123");
     for (int e = 0; e < 7; ++e) {
-        r.CALC_G[std::size_t(e)] = Currency::FromInt(1000 * (e + 1) + 1);
-        r.CALC_N[std::size_t(e)] = C("77777");
+        r.submittedAmounts[std::size_t(e)] = Currency::FromInt(1000 * (e + 1) + 1);
+        r.costAmounts[std::size_t(e)] = C("77777");
     }
-    r.GTANKA = C("4092.25");
-    r.NTANKA = C("66666");
+    r.submittedUnitPrice = C("4092.25");
+    r.costUnitPrice = C("66666");
     return r;
 }
 
@@ -103,8 +103,8 @@ TEST(ExportRowsTest, OneTabLeavesElementSixEmpty) {
 
 TEST(ExportRowsTest, PrintRowHasTwentyThreeFieldsWithAmountTexts) {
     ExportSheet sheet{FourTabs, {U("配管用炭素鋼鋼管"), U("給水"), U("ねじ接合")}};
-    Fuzokurecordtypex r = SampleRow();
-    r.CALC_G[0] = C("1234567.5");
+    PipeRow r = SampleRow();
+    r.submittedAmounts[0] = C("1234567.5");
     const QByteArray line = ExportRowLine(ExportPrint, r, 1, sheet, {});
     EXPECT_EQ(line, A("配管用炭素鋼鋼管;給水;ねじ接合;機械室・便所;15A;ｍ;4,090;1,235;"
                       "0.1;0.2;0.3;0.4;0.123;0.6;0.7;"
@@ -119,28 +119,28 @@ TEST(ExportRowsTest, PrintRowHasTwentyThreeFieldsWithAmountTexts) {
 
 TEST(ExportRowsTest, PrintRowKeepsTheMinusOfANegativeAmount) {
     const ExportSheet sheet{OneTab, {}};
-    Fuzokurecordtypex r;
-    r.GTANKA = C("-1234");
-    r.FTANKA = C("-1230");
-    r.CALC_G[2] = C("-5");
-    r.Data(1) = C("-0.5");
+    PipeRow r;
+    r.submittedUnitPrice = C("-1234");
+    r.adoptedUnitPrice = C("-1230");
+    r.submittedAmounts[2] = C("-5");
+    r.factor(1) = C("-0.5");
     EXPECT_EQ(ExportRowLine(ExportPrint, r, 0, sheet, {}),
               QByteArray(";;;") + A("一般") + ";;;-1,230;0;-0.5;0;0;0;0;0;0;0;0;-5;0;0;;0;-1,234;");
 }
 
 TEST(ExportRowsTest, EmptyRowGivesEmptySizeAndZeros) {
     const ExportSheet sheet{FourTabs, {}};
-    Fuzokurecordtypex r;
-    r.SetCi(U("本"));
+    PipeRow r;
+    r.setUnit(U("本"));
     EXPECT_EQ(ExportRowLine(ExportCsv, r, 0, sheet, {}),
               A(",本,0,0,0,0,0,0,0,0,0,0,0,0,0,0,0,0,0,"));
 }
 
 TEST(ExportRowsTest, DelimiterInsideATextPassesUnchanged) {
     const ExportSheet sheet{FourTabs, {}};
-    Fuzokurecordtypex r;
-    r.SetSize(U("1,5"));
-    r.SetCi(U("\"m"));
+    PipeRow r;
+    r.setSize(U("1,5"));
+    r.setUnit(U("\"m"));
     ExportOptions o;
     o.resultsOnly = true;
     EXPECT_EQ(ExportRowLine(ExportCsv, r, 0, sheet, o), QByteArray("1,5,\"m,0,0,0,0,0,0,0,0,0,0,"));
@@ -151,9 +151,9 @@ TEST(ExportRowsTest, DelimiterInsideATextPassesUnchanged) {
 // so that no field moves.
 TEST(ExportRowsTest, PrintRowReplacesTheDelimiterInsideTexts) {
     const ExportSheet sheet{{U("屋内;一般")}, {U("鋼管;VA"), U(";"), U("ねじ;接合\r\n")}};
-    Fuzokurecordtypex r;
-    r.SetSize(U("1;5"));
-    r.SetCi(U("m;"));
+    PipeRow r;
+    r.setSize(U("1;5"));
+    r.setUnit(U("m;"));
     EXPECT_EQ(ExportRowLine(ExportPrint, r, 0, sheet, {}),
               A("鋼管；VA;；;ねじ；接合  ;屋内；一般;1；5;m；;0;0;0;0;0;0;0;0;0;0;0;0;0;0;;0;0;"));
 }
@@ -162,11 +162,11 @@ class ExportRowsTextTest : public ::testing::Test {
 protected:
     void SetUp() override {
         for (int n = 1; n <= RowCount; ++n) {
-            Fuzokurecordtypex& r = rows[n];
-            r = Fuzokurecordtypex();
-            r.SetCi(U("ｍ"));
-            r.SetSize(QStringLiteral("S%1").arg(n));
-            r.GTANKA = Currency::FromInt(n);
+            PipeRow& r = rows[n];
+            r = PipeRow();
+            r.setUnit(U("ｍ"));
+            r.setSize(QStringLiteral("S%1").arg(n));
+            r.submittedUnitPrice = Currency::FromInt(n);
         }
     }
     // The expected line of row n with results only.

@@ -195,8 +195,8 @@ TEST_F(OutputForm, CancelledSaveDialogWritesNothingAndSaysNothing) {
 TEST_F(OutputForm, PrintDataHasNoDialogNoMessageAndKeepsTheMinus) {
     open();
     selectGrid2(2, 4);
-    rows()[1].GTANKA = StrToCurr(U("-1234"));
-    rows()[1].CALC_G[4] = StrToCurr(U("-56789"));
+    rows()[1].submittedUnitPrice = StrToCurr(U("-1234"));
+    rows()[1].submittedAmounts[4] = StrToCurr(U("-56789"));
     form->exportRows(ExportPrint);
     EXPECT_EQ(form->materialGrid->Selection().Left, 1);
     EXPECT_TRUE(dialogs->Boxes().empty());
@@ -234,7 +234,7 @@ TEST_F(OutputForm, ExcelOutWritesStreamAndWorkbookAndOpensIt) {
 
 TEST_F(OutputForm, ExcelOutExportsWhatIsSavedNotTheScreen) {
     open();
-    rows()[2].SetGoods(U("未保存の用途"));
+    rows()[2].setGoods(U("未保存の用途"));
     form->excelOutAction->trigger();
     const QString stream = FromAnsi(ReadBytes(ExcelStreamPath(DataRoot)));
     EXPECT_FALSE(stream.contains(U("未保存の用途")));

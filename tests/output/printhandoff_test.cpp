@@ -105,7 +105,8 @@ TEST_F(PrintHandOffFiles, PipingModeByteForByte) {
                   ToAnsi(root) +
                   A("/ex_style/A4横_複合単価_管材歩掛.qvk\r\n"
                     "[Icon_File]=/opt/qorvale/Application.ico\r\n[File_Mask]=qvk\r\n"));
-    EXPECT_EQ(rows()[4].GOODS + rows()[5].GOODS, A("公共建築工事標準単価積算基準令和6年版 P.211"));
+    EXPECT_EQ(rows()[4].goodsBytes + rows()[5].goodsBytes,
+              A("公共建築工事標準単価積算基準令和6年版 P.211"));
     EXPECT_EQ(readAll(PrintHeaderPath(root)),
               A("[ta]=1989\r\n[tb]=昭和64\r\n[tc]=01\r\n[td]=07\r\n[te]=土\r\n[tf]=\r\n[tg]=\r\n"
                 "[th]=公共建築工事標準単価積算基準令和6年版 P.211\r\n[ti]=24200\r\n"));
@@ -176,8 +177,8 @@ TEST_F(PrintHandOffFiles, SecondPrintWithAnotherStyleChangesLineFourOnly) {
 
 TEST_F(PrintHandOffFiles, EmptyBuildingAndPageTexts) {
     load(1, 1);
-    rows()[4].SetGoods(QString());
-    rows()[5].SetGoods(QString());
+    rows()[4].setGoods(QString());
+    rows()[5].setGoods(QString());
     WritePrintHandOff(handOff(0, QDate(2026, 11, 23)), rows(), SheetOfRows(rows()));
     EXPECT_TRUE(readAll(PrintHeaderPath(root)).contains("\r\n[th]=\r\n[ti]=24200\r\n"));
 }

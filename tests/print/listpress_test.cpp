@@ -180,10 +180,10 @@ TEST(PrintJobReading, AmountsAtTheEndsOfThePriceRangeReadBack) {
     constexpr std::int64_t lowest = std::numeric_limits<std::int64_t>::min();
     constexpr std::int64_t highest = std::numeric_limits<std::int64_t>::max();
     RowTable rows;
-    rows[1].SetSize(U("15A"));
-    rows[1].FTANKA = Currency::FromRaw(lowest);
-    rows[1].GTANKA = Currency::FromRaw(highest);
-    rows[OptionRow].Data(5) = Currency::FromRaw(lowest);
+    rows[1].setSize(U("15A"));
+    rows[1].adoptedUnitPrice = Currency::FromRaw(lowest);
+    rows[1].submittedUnitPrice = Currency::FromRaw(highest);
+    rows[OptionRow].factor(5) = Currency::FromRaw(lowest);
     PrintJob job;
     ParsePrintHeader(TextLinesOfBytes(PrintHeaderText(QDate(2026, 11, 23), rows)), job);
     ParsePrintData(TextLinesOfBytes(ExportRowsText(ExportPrint, rows, SheetOfRows(rows), {})), job);
@@ -211,9 +211,9 @@ TEST(PrintJobReading, AmountsAtTheEndsOfThePriceRangeReadBack) {
 // leaves every field of its line in place.
 TEST(PrintJobReading, ASizeCutInsideACharacterKeepsTheFieldsInPlace) {
     RowTable rows;
-    rows[2].SetSize(U("ｱ鋼屋管")); // six bytes: the last is half of 管
-    rows[2].SetCi(U("ｍ"));
-    rows[2].GTANKA = StrToCurr(U("3388"));
+    rows[2].setSize(U("ｱ鋼屋管")); // six bytes: the last is half of 管
+    rows[2].setUnit(U("ｍ"));
+    rows[2].submittedUnitPrice = StrToCurr(U("3388"));
     PrintJob job;
     ParsePrintData(TextLinesOfBytes(ExportRowsText(ExportPrint, rows, SheetOfRows(rows), {})), job);
     ASSERT_EQ(job.blocks.size(), 4);
@@ -227,11 +227,11 @@ TEST(PrintJobReading, ASizeCutInsideACharacterKeepsTheFieldsInPlace) {
 // a line of its own: so does the paper. Only a line with nothing stays off.
 TEST(PrintJobReading, EveryLineWithASizeOrAValueIsRead) {
     RowTable rows;
-    rows[1].SetSize(U(" "));
-    rows[1].GTANKA = StrToCurr(U("1234"));
-    rows[2].SetSize(U(" "));
-    rows[3].Data(5) = StrToCurr(U("0.0001"));
-    rows[4].SetCi(U("ｍ"));
+    rows[1].setSize(U(" "));
+    rows[1].submittedUnitPrice = StrToCurr(U("1234"));
+    rows[2].setSize(U(" "));
+    rows[3].factor(5) = StrToCurr(U("0.0001"));
+    rows[4].setUnit(U("ｍ"));
     PrintJob job;
     ParsePrintData(TextLinesOfBytes(ExportRowsText(ExportPrint, rows, SheetOfRows(rows), {})), job);
     ASSERT_EQ(job.blocks[0].lines.size(), 3);
@@ -317,22 +317,22 @@ TEST_F(ListpressProgram, HardestPagesShowEveryTextWholeAndApart) {
                                U("給水・給湯・消火設備兼用系統（高層階加圧ポンプ二次側）"),
                                U("ﾌﾗﾝｼﾞ接合（ﾙｰｽﾞﾌﾗﾝｼﾞ）及びねじ接合（管端防食継手）")};
     for (int i = 0; i < 3; ++i)
-        rows[i + 1].SetGoods(names[i]);
+        rows[i + 1].setGoods(names[i]);
     const QString building = U("公共建築工事標準単価積算基準令和六年版機械設備工事編第二章");
     const QString page = U("配管工事第三節給水給湯設備配管歩掛参考資料二百十一から二百十五");
-    rows[4].SetGoods(building);
-    rows[5].SetGoods(page);
-    ASSERT_EQ((rows[4].Goods() + rows[5].Goods()).size(), 60);
-    rows[OptionRow].Data(5) = StrToCurr(U("98765432.1"));
+    rows[4].setGoods(building);
+    rows[5].setGoods(page);
+    ASSERT_EQ((rows[4].goods() + rows[5].goods()).size(), 60);
+    rows[OptionRow].factor(5) = StrToCurr(U("98765432.1"));
     const QStringList sizes = {U("15A"), U(" "), U("300A")};
     for (const auto& [digits, pages] : {std::pair{9, 1}, std::pair{15, 2}}) {
         SCOPED_TRACE(digits);
         // Three lines of 17 numbers, each number of its own.
         QStringList amounts;
         for (int line = 1; line <= 3; ++line) {
-            Fuzokurecordtypex& r = rows[line];
-            r.SetSize(sizes[line - 1]);
-            r.SetCi(U("ｍ"));
+            PipeRow& r = rows[line];
+            r.setSize(sizes[line - 1]);
+            r.setUnit(U("ｍ"));
             auto next = [&] {
                 const Currency c = StrToCurr(QString::number(
                     std::pow(10.0, digits - 1) * line + 1234567.0 * (amounts.size() % 17 + 1), 'f',
@@ -340,15 +340,15 @@ TEST_F(ListpressProgram, HardestPagesShowEveryTextWholeAndApart) {
                 amounts << FormatAmount(c);
                 return c;
             };
-            r.FTANKA = next();
-            r.GROSS = next();
+            r.adoptedUnitPrice = next();
+            r.submittedPrice = next();
             for (int e = 1; e <= 7; ++e)
-                r.Data(e) = next();
+                r.factor(e) = next();
             for (int e = 0; e < 7; ++e)
-                r.CALC_G[std::size_t(e)] = next();
-            r.GTANKA = next();
+                r.submittedAmounts[std::size_t(e)] = next();
+            r.submittedUnitPrice = next();
         }
-        rows[3].GTANKA = Currency::FromRaw(std::numeric_limits<std::int64_t>::max());
+        rows[3].submittedUnitPrice = Currency::FromRaw(std::numeric_limits<std::int64_t>::max());
         amounts.last() = U("922,337,203,685,478");
         PrintHandOff h;
         h.dataRoot = root;

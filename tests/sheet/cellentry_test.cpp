@@ -45,13 +45,13 @@ protected:
 
 TEST_F(CellEntry, FactorEnterStoresRecalculatesAndMovesDown) {
     MainWindow& f = open();
-    Fuzokurecordtypex expected = rows()[3];
-    expected.Data(2) = C("0.75");
+    PipeRow expected = rows()[3];
+    expected.factor(2) = C("0.75");
     CalcRowWith(expected, doc().options());
     enter(f.compositeGrid, 5, 3, QStringLiteral("0.75"));
-    EXPECT_EQ(rows()[3].Data(2), C("0.75"));
-    EXPECT_EQ(rows()[3].GTANKA, expected.GTANKA);
-    EXPECT_EQ(cell1(2, 3), FormatAmount(expected.GTANKA));
+    EXPECT_EQ(rows()[3].factor(2), C("0.75"));
+    EXPECT_EQ(rows()[3].submittedUnitPrice, expected.submittedUnitPrice);
+    EXPECT_EQ(cell1(2, 3), FormatAmount(expected.submittedUnitPrice));
     EXPECT_EQ(cell1(5, 3), QStringLiteral("0.75"));
     EXPECT_EQ(f.compositeRow, 4);
     EXPECT_EQ(f.compositeGrid->Selection(), GridRect(5, 4, 5, 4));
@@ -63,28 +63,28 @@ TEST_F(CellEntry, FactorEnterStoresRecalculatesAndMovesDown) {
 TEST_F(CellEntry, LastLineWrapsToTheFirst) {
     MainWindow& f = open();
     enter(f.compositeGrid, 6, 14, QStringLiteral("0.06"));
-    EXPECT_EQ(rows()[14].Data(3), C("0.06"));
+    EXPECT_EQ(rows()[14].factor(3), C("0.06"));
     EXPECT_EQ(f.compositeRow, 1);
 }
 
 TEST_F(CellEntry, ShiftEnterFillsDownOnlyLinesWithASize) {
     MainWindow& f = open();
     // Line 12 loses its size: the fill-down passes it over.
-    rows()[12].SIZE.clear();
+    rows()[12].sizeBytes.clear();
     f.showGridRow(12);
-    const Currency old12 = rows()[12].Data(4);
+    const Currency old12 = rows()[12].factor(4);
     // The Shift that counts is the one the key event carries, whatever the
     // keyboard says by the time the handler runs.
     dialogs->SetShiftDown(false);
     enter(f.compositeGrid, 7, 10, QStringLiteral("0.2"), Qt::ShiftModifier);
     for (int r : {10, 11, 13, 14})
-        EXPECT_EQ(rows()[r].Data(4), C("0.2")) << r;
-    EXPECT_EQ(rows()[12].Data(4), old12);
-    EXPECT_NE(rows()[9].Data(4), C("0.2"));
+        EXPECT_EQ(rows()[r].factor(4), C("0.2")) << r;
+    EXPECT_EQ(rows()[12].factor(4), old12);
+    EXPECT_NE(rows()[9].factor(4), C("0.2"));
     EXPECT_EQ(f.compositeRow, 10); // the cursor stays
-    Fuzokurecordtypex expected = rows()[13];
+    PipeRow expected = rows()[13];
     CalcRowWith(expected, doc().options());
-    EXPECT_EQ(cell1(2, 13), FormatAmount(expected.GTANKA));
+    EXPECT_EQ(cell1(2, 13), FormatAmount(expected.submittedUnitPrice));
 }
 
 TEST_F(CellEntry, UpDownCommitQuietlyLeftRightWithABeep) {
@@ -92,12 +92,12 @@ TEST_F(CellEntry, UpDownCommitQuietlyLeftRightWithABeep) {
     select(f.compositeGrid, 4, 5);
     type(f.compositeGrid, QStringLiteral("1.2"));
     press(f.compositeGrid, Qt::Key_Down);
-    EXPECT_EQ(rows()[5].Data(1), C("1.2"));
+    EXPECT_EQ(rows()[5].factor(1), C("1.2"));
     EXPECT_EQ(dialogs->Beeps(), 0);
     select(f.compositeGrid, 4, 7);
     type(f.compositeGrid, QStringLiteral("1.3"));
     press(f.compositeGrid, Qt::Key_Left);
-    EXPECT_EQ(rows()[7].Data(1), C("1.3"));
+    EXPECT_EQ(rows()[7].factor(1), C("1.3"));
     EXPECT_EQ(dialogs->Beeps(), 1);
     // The minus key is one of the other keys.
     select(f.compositeGrid, 4, 8);
@@ -108,30 +108,30 @@ TEST_F(CellEntry, UpDownCommitQuietlyLeftRightWithABeep) {
 TEST_F(CellEntry, NoNumberInTheFactorGridStoresZero) {
     MainWindow& f = open();
     enter(f.compositeGrid, 4, 2, QStringLiteral("1.2.3"));
-    EXPECT_EQ(rows()[2].Data(1).raw, 0);
+    EXPECT_EQ(rows()[2].factor(1).raw, 0);
     EXPECT_TRUE(dialogs->Boxes().empty());
 }
 
 TEST_F(CellEntry, NoNumberInThePriceGridShowsTheErrorAndKeepsTheRow) {
     MainWindow& f = open();
-    const Currency gross = rows()[2].GROSS;
+    const Currency gross = rows()[2].submittedPrice;
     enter(f.materialGrid, 1, 2, QStringLiteral("1.2.3"));
     ASSERT_EQ(dialogs->Boxes().size(), 1u);
     EXPECT_TRUE(dialogs->Boxes()[0].instruction.contains(QStringLiteral("1.2.3")));
-    EXPECT_EQ(rows()[2].GROSS, gross);
+    EXPECT_EQ(rows()[2].submittedPrice, gross);
     EXPECT_EQ(cell2(1, 2), QStringLiteral("1.2.3"));
 }
 
 TEST_F(CellEntry, PriceEntryWritesAllFourDetailsAndRecalculatesTheCurrentRow) {
     MainWindow& f = open();
-    const Currency otherTab = rows()[19].GTANKA;
+    const Currency otherTab = rows()[19].submittedUnitPrice;
     enter(f.materialGrid, 1, 4, QStringLiteral("2000"));
     for (int r : {4, 19, 34, 49})
-        EXPECT_EQ(rows()[r].GROSS, C("2000")) << r;
-    EXPECT_EQ(rows()[19].GTANKA, otherTab); // not recalculated
-    Fuzokurecordtypex expected = rows()[4];
+        EXPECT_EQ(rows()[r].submittedPrice, C("2000")) << r;
+    EXPECT_EQ(rows()[19].submittedUnitPrice, otherTab); // not recalculated
+    PipeRow expected = rows()[4];
     CalcRowWith(expected, doc().options());
-    EXPECT_EQ(rows()[4].GTANKA, expected.GTANKA);
+    EXPECT_EQ(rows()[4].submittedUnitPrice, expected.submittedUnitPrice);
     EXPECT_EQ(cell2(1, 4), QStringLiteral("2,000"));
     EXPECT_EQ(cell1(3, 4), QStringLiteral("2,000"));
     EXPECT_EQ(f.materialRow, 5);
@@ -140,7 +140,7 @@ TEST_F(CellEntry, PriceEntryWritesAllFourDetailsAndRecalculatesTheCurrentRow) {
     // The shown "2,000" committed unchanged stores 2000: separators go.
     select(f.materialGrid, 1, 4);
     press(f.materialGrid, Qt::Key_Return);
-    EXPECT_EQ(rows()[4].GROSS, C("2000"));
+    EXPECT_EQ(rows()[4].submittedPrice, C("2000"));
 }
 
 TEST_F(CellEntry, RateOnLeavesOnlyTheListPriceEditable) {
@@ -161,39 +161,39 @@ TEST_F(CellEntry, RefrigerantColumnNineIsRefused) {
     MainWindow& f = open();
     clickNode(9 * 21 + 1);
     ASSERT_EQ(doc().options().ModeFlag(), 1);
-    const Currency old = rows()[2].Data(6);
+    const Currency old = rows()[2].factor(6);
     enter(f.compositeGrid, 9, 2, QStringLiteral("3"));
     ASSERT_EQ(dialogs->Boxes().size(), 1u);
     EXPECT_EQ(dialogs->Boxes()[0].instruction, QStringLiteral("確認"));
     EXPECT_EQ(dialogs->Boxes()[0].content, U("冷媒モードです。この列のセルは編集できません。"));
-    EXPECT_EQ(rows()[2].Data(6), old);
+    EXPECT_EQ(rows()[2].factor(6), old);
     EXPECT_TRUE(cell1(9, 2).isEmpty());
 }
 
 TEST_F(CellEntry, ThreeDecimalsShownAreWhatAnUnchangedCommitStores) {
     MainWindow& f = open();
     enter(f.compositeGrid, 8, 6, QStringLiteral("0.1234"));
-    EXPECT_EQ(rows()[6].Data(5), C("0.1234"));
+    EXPECT_EQ(rows()[6].factor(5), C("0.1234"));
     EXPECT_EQ(cell1(8, 6), QStringLiteral("0.123"));
     select(f.compositeGrid, 8, 6);
     press(f.compositeGrid, Qt::Key_Return);
-    EXPECT_EQ(rows()[6].Data(5), C("0.123"));
+    EXPECT_EQ(rows()[6].factor(5), C("0.123"));
 }
 
 TEST_F(CellEntry, ResultsViewTurnsNoTextIntoFactors) {
     MainWindow& f = open();
     QTest::mouseClick(f.resultsSwitch, Qt::LeftButton);
     ASSERT_TRUE(f.resultsSwitch->IsOn());
-    const auto before = rows()[3].DATA;
+    const auto before = rows()[3].factors;
     select(f.compositeGrid, 4, 3);
     type(f.compositeGrid, QStringLiteral("9"));
     press(f.compositeGrid, Qt::Key_Return);
     EXPECT_FALSE(f.compositeGrid->EditorMode());
-    EXPECT_EQ(rows()[3].DATA, before);
+    EXPECT_EQ(rows()[3].factors, before);
     EXPECT_EQ(dialogs->Beeps(), 2);
     QTest::mouseClick(f.resultsSwitch, Qt::LeftButton);
     enter(f.compositeGrid, 4, 3, QStringLiteral("1.5"));
-    EXPECT_EQ(rows()[3].Data(1), C("1.5"));
+    EXPECT_EQ(rows()[3].factor(1), C("1.5"));
 }
 
 TEST_F(CellEntry, NewPipeTypeByKeyboardAloneSurvivesARestart) {
@@ -201,7 +201,7 @@ TEST_F(CellEntry, NewPipeTypeByKeyboardAloneSurvivesARestart) {
     f.activateWindow();
     ASSERT_TRUE(QTest::qWaitForWindowActive(&f));
     clickNode(21 + 20); // group 2, pipe type 20: all zeros in the demo
-    ASSERT_TRUE(rows()[1].SIZE.isEmpty());
+    ASSERT_TRUE(rows()[1].sizeBytes.isEmpty());
     // Sizes by the dialog, typed into its memo.
     WhenModal([](QWidget* w) {
         auto* d = qobject_cast<SizeDialog*>(w);
@@ -249,9 +249,9 @@ TEST_F(CellEntry, NewPipeTypeByKeyboardAloneSurvivesARestart) {
 TEST_F(CellEntry, EnterInThePriceGridAtStartStoresNothing) {
     MainWindow& f = open();
     const auto before = doc().currentLines();
-    const Currency gross = rows()[1].GROSS;
+    const Currency gross = rows()[1].submittedPrice;
     press(f.materialGrid, Qt::Key_Return); // remembered column 4: no field
-    EXPECT_EQ(rows()[1].GROSS, gross);
+    EXPECT_EQ(rows()[1].submittedPrice, gross);
     EXPECT_EQ(f.materialRow, 2);
     EXPECT_TRUE(dialogs->Boxes().empty());
     EXPECT_TRUE(f.undoAction->isEnabled()); // the snapshot was taken
@@ -260,10 +260,10 @@ TEST_F(CellEntry, EnterInThePriceGridAtStartStoresNothing) {
 
 TEST_F(CellEntry, FillDownFromTheLastLineTouchesItAlone) {
     MainWindow& f = open();
-    const Currency line13 = rows()[13].Data(1);
+    const Currency line13 = rows()[13].factor(1);
     enter(f.compositeGrid, 4, 14, QStringLiteral("2"), Qt::ShiftModifier);
-    EXPECT_EQ(rows()[14].Data(1), C("2"));
-    EXPECT_EQ(rows()[13].Data(1), line13);
+    EXPECT_EQ(rows()[14].factor(1), C("2"));
+    EXPECT_EQ(rows()[13].factor(1), line13);
 }
 
 TEST_F(CellEntry, UpCommitsWithoutABeep) {
@@ -271,25 +271,25 @@ TEST_F(CellEntry, UpCommitsWithoutABeep) {
     select(f.compositeGrid, 10, 6);
     type(f.compositeGrid, QStringLiteral("0.3"));
     press(f.compositeGrid, Qt::Key_Up);
-    EXPECT_EQ(rows()[6].Data(7), C("0.3"));
+    EXPECT_EQ(rows()[6].factor(7), C("0.3"));
     EXPECT_EQ(dialogs->Beeps(), 0);
     // With no editor open, up only moves.
-    const auto before = rows()[5].DATA;
+    const auto before = rows()[5].factors;
     select(f.compositeGrid, 10, 5);
     press(f.compositeGrid, Qt::Key_Up);
-    EXPECT_EQ(rows()[5].DATA, before);
+    EXPECT_EQ(rows()[5].factors, before);
 }
 
 TEST_F(CellEntry, PriceCommitWithTheRateOnIsOverwrittenFromTheListPrice) {
     MainWindow& f = open();
     f.useRateCheck->SetChecked(true);
-    const Currency fromList = rows()[2].GROSS;
+    const Currency fromList = rows()[2].submittedPrice;
     select(f.materialGrid, 1, 2);
     press(f.materialGrid, Qt::Key_Return);
     // The shown price went to the four rows; the current tab's row is then
     // made from the list price again.
-    EXPECT_EQ(rows()[2].GROSS, fromList);
-    EXPECT_EQ(rows()[17].GROSS, StrToCurr(cell2(1, 2).remove(',')));
+    EXPECT_EQ(rows()[2].submittedPrice, fromList);
+    EXPECT_EQ(rows()[17].submittedPrice, StrToCurr(cell2(1, 2).remove(',')));
 }
 
 // ---- Size presets -----------------------------------------------------------
@@ -309,7 +309,7 @@ protected:
 
 TEST_F(SizePresets, CancelChangesNothing) {
     MainWindow& f = open();
-    const QString size1 = rows()[1].Size();
+    const QString size1 = rows()[1].size();
     QStringList shown;
     runDialog([&shown](SizeDialog* d) {
         shown = d->Lines();
@@ -317,32 +317,32 @@ TEST_F(SizePresets, CancelChangesNothing) {
         d->cancelButton->click();
     });
     EXPECT_EQ(shown.value(0), size1);
-    EXPECT_EQ(rows()[1].Size(), size1);
+    EXPECT_EQ(rows()[1].size(), size1);
     EXPECT_FALSE(f.undoAction->isEnabled());
 }
 
 TEST_F(SizePresets, EscapeCancels) {
     open();
-    const QString size1 = rows()[1].Size();
+    const QString size1 = rows()[1].size();
     runDialog([](SizeDialog* d) {
         d->fillSteelSizes();
         QTest::keyClick(d->sizesEdit, Qt::Key_Escape);
     });
-    EXPECT_EQ(rows()[1].Size(), size1);
+    EXPECT_EQ(rows()[1].size(), size1);
 }
 
 TEST_F(SizePresets, SteelListEmptiesRowFifteen) {
     MainWindow& f = open();
-    rows()[15].SetSize(QStringLiteral("X"));
+    rows()[15].setSize(QStringLiteral("X"));
     runDialog([](SizeDialog* d) {
         d->fillSteelSizes();
         d->runButton->click();
     });
-    EXPECT_EQ(rows()[1].Size(), QStringLiteral("15A"));
-    EXPECT_EQ(rows()[46].Size(), QStringLiteral("15A"));
-    EXPECT_EQ(rows()[14].Size(), QStringLiteral("300A"));
-    EXPECT_TRUE(rows()[15].SIZE.isEmpty());
-    EXPECT_TRUE(rows()[60].SIZE.isEmpty());
+    EXPECT_EQ(rows()[1].size(), QStringLiteral("15A"));
+    EXPECT_EQ(rows()[46].size(), QStringLiteral("15A"));
+    EXPECT_EQ(rows()[14].size(), QStringLiteral("300A"));
+    EXPECT_TRUE(rows()[15].sizeBytes.isEmpty());
+    EXPECT_TRUE(rows()[60].sizeBytes.isEmpty());
     EXPECT_EQ(cell1(0, 14), QStringLiteral("300A"));
     EXPECT_EQ(cell2(0, 1), QStringLiteral("15A"));
     EXPECT_TRUE(f.undoAction->isEnabled());
@@ -359,11 +359,11 @@ TEST_F(SizePresets, TwentyLinesTakeFifteenAndTextStaysText) {
         d->SetLines(lines);
         d->runButton->click();
     });
-    EXPECT_EQ(rows()[1].Size(), QStringLiteral("1000A-"));
-    EXPECT_EQ(rows()[2].Size(), QStringLiteral("12.70"));
-    EXPECT_EQ(rows()[15].Size(), QStringLiteral("S15"));
-    EXPECT_EQ(rows()[60].Size(), QStringLiteral("S15"));
-    EXPECT_EQ(rows()[30].Size(), QStringLiteral("S15"));
+    EXPECT_EQ(rows()[1].size(), QStringLiteral("1000A-"));
+    EXPECT_EQ(rows()[2].size(), QStringLiteral("12.70"));
+    EXPECT_EQ(rows()[15].size(), QStringLiteral("S15"));
+    EXPECT_EQ(rows()[60].size(), QStringLiteral("S15"));
+    EXPECT_EQ(rows()[30].size(), QStringLiteral("S15"));
 }
 
 TEST_F(SizePresets, RefrigerantListAndEmptyMemo) {
@@ -373,14 +373,14 @@ TEST_F(SizePresets, RefrigerantListAndEmptyMemo) {
         EXPECT_EQ(d->Lines().size(), 13);
         d->runButton->click();
     });
-    EXPECT_EQ(rows()[3].Size(), QStringLiteral("12.70"));
-    EXPECT_TRUE(rows()[14].SIZE.isEmpty());
+    EXPECT_EQ(rows()[3].size(), QStringLiteral("12.70"));
+    EXPECT_TRUE(rows()[14].sizeBytes.isEmpty());
     runDialog([](SizeDialog* d) {
         d->sizesEdit->clear();
         d->runButton->click();
     });
     for (int r = 1; r <= 60; ++r)
-        EXPECT_TRUE(rows()[r].SIZE.isEmpty()) << r;
+        EXPECT_TRUE(rows()[r].sizeBytes.isEmpty()) << r;
     EXPECT_TRUE(cell1(0, 1).isEmpty());
 }
 

@@ -10,23 +10,23 @@ Currency C(const char* t) {
     return StrToCurr(QString::fromUtf8(t));
 }
 
-Fuzokurecordtypex exampleRow() {
-    Fuzokurecordtypex r;
-    r.SetSize(QStringLiteral("15A"));
-    r.GROSS = C("860");
-    r.NET = C("750");
-    r.TEIKA = C("1234");
+PipeRow exampleRow() {
+    PipeRow r;
+    r.setSize(QStringLiteral("15A"));
+    r.submittedPrice = C("860");
+    r.costPrice = C("750");
+    r.listPrice = C("1234");
     const char* f[7] = {"1.1", "0.35", "0.05", "0.08", "0.1234", "0.015", "0.1"};
     for (int i = 0; i < 7; ++i)
-        r.DATA[std::size_t(i)] = C(f[i]);
-    r.GTANKA = C("4092");
-    r.FTANKA = C("4090");
-    r.NTANKA = C("3463");
+        r.factors[std::size_t(i)] = C(f[i]);
+    r.submittedUnitPrice = C("4092");
+    r.adoptedUnitPrice = C("4090");
+    r.costUnitPrice = C("3463");
     const char* g[7] = {"946", "301", "43", "68.8", "2214", "270", "249"};
     const char* n[7] = {"825", "262.5", "38", "0", "1845", "225", "207"};
     for (int i = 0; i < 7; ++i) {
-        r.CALC_G[std::size_t(i)] = C(g[i]);
-        r.CALC_N[std::size_t(i)] = C(n[i]);
+        r.submittedAmounts[std::size_t(i)] = C(g[i]);
+        r.costAmounts[std::size_t(i)] = C(n[i]);
     }
     return r;
 }
@@ -41,7 +41,7 @@ Texts L(std::initializer_list<const char*> list) {
 }
 
 TEST(Grid1LineTexts, FactorsOnEachSide) {
-    const Fuzokurecordtypex r = exampleRow();
+    const PipeRow r = exampleRow();
     EXPECT_EQ(Grid1LineTexts(r, {PriceSide::Submitted, false, false}),
               L({"15A", "4,090", "4,092", "860", "1.1", "0.35", "0.05", "0.08", "0.123", "0.015",
                  "0.1"}));
@@ -55,7 +55,7 @@ TEST(Grid1LineTexts, FactorsOnEachSide) {
 }
 
 TEST(Grid1LineTexts, ResultsOnEachSide) {
-    const Fuzokurecordtypex r = exampleRow();
+    const PipeRow r = exampleRow();
     EXPECT_EQ(
         Grid1LineTexts(r, {PriceSide::Submitted, true, false}),
         L({"15A", "4,090", "4,092", "860", "946", "301", "43", "68.8", "2214", "270", "249"}));
@@ -66,14 +66,14 @@ TEST(Grid1LineTexts, ResultsOnEachSide) {
 }
 
 TEST(Grid1LineTexts, RefrigerantEmptiesColumnNine) {
-    const Fuzokurecordtypex r = exampleRow();
+    const PipeRow r = exampleRow();
     for (bool results : {false, true})
         for (PriceSide s : {PriceSide::Submitted, PriceSide::Cost, PriceSide::List})
             EXPECT_TRUE(Grid1LineTexts(r, {s, results, true})[9].isEmpty());
 }
 
 TEST(Grid1LineTexts, ZeroRow) {
-    const Texts t = Grid1LineTexts(Fuzokurecordtypex{}, {});
+    const Texts t = Grid1LineTexts(PipeRow{}, {});
     EXPECT_EQ(t, L({"", "0", "0", "0", "0", "0", "0", "0", "0.000", "0", "0"}));
 }
 

@@ -135,7 +135,7 @@ TEST_F(GroupRewrite, OptionChangeGivesTheGroupTheDisplayedOptionsAndRecomputesIt
     f.rateCostEdit->SetValue(47.5);
     f.labourCostSubmittedEdit->SetValue(20500);
     // An entry not saved yet: the command saves first, so it stays.
-    rows()[4].TEIKA = Currency::FromInt(4321);
+    rows()[4].listPrice = Currency::FromInt(4321);
     doc().refreshLines();
     int stale = 0;
     for (int kan = 2; kan <= GroupPipeTypes; ++kan)
@@ -148,8 +148,8 @@ TEST_F(GroupRewrite, OptionChangeGivesTheGroupTheDisplayedOptionsAndRecomputesIt
     f.waitForGroupRewrite();
     EXPECT_FALSE(f.groupRewriteRunning());
 
-    Fuzokurecordtypex shown = rows()[OptionRow];
-    KanzaiOptions o(shown);
+    PipeRow shown = rows()[OptionRow];
+    PipeTypeOptions o(shown);
     EXPECT_EQ(o.LabourSubmitted(), Currency::FromInt(20500));
     EXPECT_EQ(o.RateCost(), StrToCurr("47.5"));
     const QStringList expected = {CurrToStr(o.LabourSubmitted()), CurrToStr(o.LabourCost()),
@@ -171,7 +171,7 @@ TEST_F(GroupRewrite, OptionChangeGivesTheGroupTheDisplayedOptionsAndRecomputesIt
     EXPECT_EQ(optionRowsOutside(1), otherGroupOptions);
 
     // The entry was saved and is in the rows brought back.
-    EXPECT_EQ(rows()[4].TEIKA, Currency::FromInt(4321));
+    EXPECT_EQ(rows()[4].listPrice, Currency::FromInt(4321));
     EXPECT_EQ(stored(1, 1, 4, "TEIKA"), "4321");
     EXPECT_FALSE(doc().isChanged());
     // The undo would bring back rows from before the run.
@@ -180,7 +180,7 @@ TEST_F(GroupRewrite, OptionChangeGivesTheGroupTheDisplayedOptionsAndRecomputesIt
     // The progress, then the caption back and the end shown once.
     EXPECT_EQ(captions.size(), GroupRewriteSteps + 1);
     EXPECT_TRUE(captions.contains(U("データ更新中:1-5-12/")));
-    EXPECT_EQ(captions.first(), U("データ更新中:1-0-1/") + rows()[1].Goods());
+    EXPECT_EQ(captions.first(), U("データ更新中:1-0-1/") + rows()[1].goods());
     EXPECT_EQ(captions.last(), U("Qorvale-Ostrel-"));
     EXPECT_EQ(f.windowTitle(), U("Qorvale-Ostrel-"));
     EXPECT_EQ(messagesWith("終了しました。"), 1);
@@ -212,7 +212,7 @@ TEST_F(GroupRewrite, BaseLabourCostsGoToEveryGroupButOnlyTheCurrentIsRecomputed)
     const QStringList group1Before = storedPrices(1, 6);
     // An entry not saved: the run loads the pipe type from the table.
     const Currency entered = Currency::FromInt(98765);
-    rows()[3].TEIKA = entered;
+    rows()[3].listPrice = entered;
     doc().refreshLines();
     // A base labour cost typed and not applied by Enter.
     f.activateWindow();
@@ -255,9 +255,9 @@ TEST_F(GroupRewrite, BaseLabourCostsGoToEveryGroupButOnlyTheCurrentIsRecomputed)
     EXPECT_EQ(storedPrices(1, 6), group1Before);
     EXPECT_NE(storedPrices(1, 6), expectedPrices(1, 6));
     // The entry is gone from the rows and from the file.
-    EXPECT_NE(rows()[3].TEIKA, entered);
-    EXPECT_EQ(CurrToStr(rows()[3].TEIKA), stored(2, 4, 3, "TEIKA"));
-    EXPECT_EQ(rows()[OptionRow].Data(5), Currency::FromInt(31234));
+    EXPECT_NE(rows()[3].listPrice, entered);
+    EXPECT_EQ(CurrToStr(rows()[3].listPrice), stored(2, 4, 3, "TEIKA"));
+    EXPECT_EQ(rows()[OptionRow].factor(5), Currency::FromInt(31234));
 }
 
 TEST_F(GroupRewrite, TheFormIsClosedToTheUserUntilTheEndHasBeenShown) {
@@ -348,7 +348,7 @@ TEST_F(GroupRewrite, OptionChangeStopsWhenTheCurrentPipeTypeCannotBeSaved) {
                         "NEW.KAN=1 AND NEW.NO=5 BEGIN SELECT RAISE(ABORT,'refused'); END;"));
     MainWindow& f = open();
     recordCaptions();
-    rows()[3].TEIKA = Currency::FromInt(2468);
+    rows()[3].listPrice = Currency::FromInt(2468);
     doc().refreshLines();
     const Currency otherDigits = storedCurrency(1, 2, 60, "DATA6");
     f.elementRadio->SetItemIndex(DigitIndexOf(otherDigits) == 3 ? 2 : 3);
@@ -363,7 +363,7 @@ TEST_F(GroupRewrite, OptionChangeStopsWhenTheCurrentPipeTypeCannotBeSaved) {
     EXPECT_EQ(dialogs->Boxes()[1].instruction, "ERROR");
     EXPECT_TRUE(captions.filter(U("データ更新中:")).isEmpty());
     EXPECT_EQ(messagesWith("終了しました。"), 0);
-    EXPECT_EQ(rows()[3].TEIKA, Currency::FromInt(2468));
+    EXPECT_EQ(rows()[3].listPrice, Currency::FromInt(2468));
     EXPECT_TRUE(doc().isChanged());
 }
 
@@ -408,7 +408,7 @@ TEST_F(GroupRewrite, AFailureOnTheWorkerOpensTheFormAgainAndIsShown) {
     exec(QStringLiteral("DELETE FROM ex_kanzai WHERE GRP='1' AND KAN='7' AND NO='60';"));
     MainWindow& f = open();
     recordCaptions();
-    const QByteArray goods = rows()[1].GOODS;
+    const QByteArray goods = rows()[1].goodsBytes;
     dialogs->AnswerBox(TD::IdYes);
     f.optionChangeAction->trigger();
     f.waitForGroupRewrite();
@@ -429,7 +429,7 @@ TEST_F(GroupRewrite, AFailureOnTheWorkerOpensTheFormAgainAndIsShown) {
     EXPECT_TRUE(f.menuBar()->isEnabled());
     EXPECT_FALSE(f.groupProgressWindow()->isVisible());
     // The rows are the current pipe type's, not the broken one's.
-    EXPECT_EQ(rows()[1].GOODS, goods);
+    EXPECT_EQ(rows()[1].goodsBytes, goods);
     // The commands work again.
     dialogs->AnswerBox(TD::IdNo);
     f.optionChangeItem->trigger();

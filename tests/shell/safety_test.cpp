@@ -125,7 +125,7 @@ TEST_F(Safety, ASaveAsksBeforeWritingOverAChangeMadeElsewhere) {
     ASSERT_EQ(dialogs->Boxes().size(), 1u);
     EXPECT_TRUE(asked(0));
     EXPECT_EQ(dumpPipeType(db, 1, 1), theirs);
-    EXPECT_EQ(rows()[3].Data(1), Currency::FromInt(7));
+    EXPECT_EQ(rows()[3].factor(1), Currency::FromInt(7));
     EXPECT_TRUE(doc().isChanged());
 
     // 上書き保存: the user's rows are written, the other change is gone.
@@ -134,8 +134,8 @@ TEST_F(Safety, ASaveAsksBeforeWritingOverAChangeMadeElsewhere) {
     EXPECT_TRUE(asked(1));
     EXPECT_TRUE(boxSays(2, "確認", "保存しました。"));
     EXPECT_EQ(stored(1, 1, 3, "DATA1"), QStringLiteral("7"));
-    EXPECT_EQ(stored(1, 1, 2, "GROSS"), CurrToStr(rows()[2].GROSS));
-    EXPECT_NE(rows()[2].GROSS, Currency::FromInt(1111));
+    EXPECT_EQ(stored(1, 1, 2, "GROSS"), CurrToStr(rows()[2].submittedPrice));
+    EXPECT_NE(rows()[2].submittedPrice, Currency::FromInt(1111));
     EXPECT_FALSE(doc().isChanged());
 
     // 読み直す, confirmed: the stored rows are shown and the user's dropped.
@@ -149,8 +149,8 @@ TEST_F(Safety, ASaveAsksBeforeWritingOverAChangeMadeElsewhere) {
     EXPECT_TRUE(boxSays(4, "確認", "変更を破棄して読み直しますか?"));
     ASSERT_EQ(dialogs->Boxes().size(), 5u);
     EXPECT_EQ(dumpPipeType(db, 1, 1), before);
-    EXPECT_EQ(rows()[2].GROSS, Currency::FromInt(2222));
-    EXPECT_EQ(rows()[4].Data(1), StrToCurr(stored(1, 1, 4, "DATA1")));
+    EXPECT_EQ(rows()[2].submittedPrice, Currency::FromInt(2222));
+    EXPECT_EQ(rows()[4].factor(1), StrToCurr(stored(1, 1, 4, "DATA1")));
     EXPECT_FALSE(doc().isChanged());
 
     // The question of a tree click: キャンセル keeps the user on the rows.
@@ -201,7 +201,7 @@ TEST_F(Safety, SavesUnderALockSayTheyFailedAndLoseNothing) {
     EXPECT_TRUE(boxSays(3, "ERROR", "database is locked"));
     EXPECT_EQ(f.currentPipeType, 1);
     EXPECT_EQ(f.selectedNode(), f.treeNode(1));
-    EXPECT_EQ(rows()[2].Data(2), Currency::FromInt(3));
+    EXPECT_EQ(rows()[2].factor(2), Currency::FromInt(3));
 
     // Closing: the failed save asks what to do; cancel keeps the window.
     dialogs->AnswerBox(TaskDialog::IdYes);    // save?
@@ -296,8 +296,8 @@ TEST_F(Safety, AnOverflowInShowPipeTypeLeavesTheOptionsWorking) {
     MainWindow& f = open();
     // Prices that no Currency can hold once multiplied.
     for (int r = 1; r <= 14; ++r) {
-        rows()[r].GROSS = Currency::FromRaw(INT64_MAX / 4);
-        rows()[r].Data(1) = Currency::FromInt(100000);
+        rows()[r].submittedPrice = Currency::FromRaw(INT64_MAX / 4);
+        rows()[r].factor(1) = Currency::FromInt(100000);
     }
     EXPECT_ANY_THROW(f.showPipeType());
     EXPECT_FALSE(f.refreshing);
@@ -310,14 +310,14 @@ TEST_F(Safety, AnOverflowInShowPipeTypeLeavesTheOptionsWorking) {
     // Sane rows again; an option click recalculates them at once.
     ws().load(1, 1);
     doc().takeSnapshot();
-    rows()[4].Data(2) = Currency::FromInt(2);
+    rows()[4].factor(2) = Currency::FromInt(2);
     f.fractionRadio->SetItemIndex(2);
     f.fractionRadio->onClicked();
-    Fuzokurecordtypex expected = rows()[4];
+    PipeRow expected = rows()[4];
     CalcRowWith(expected, doc().options());
     EXPECT_EQ(doc().options().ElementFraction(), FractionSteps[2]);
-    EXPECT_EQ(rows()[4].GTANKA, expected.GTANKA);
-    EXPECT_EQ(cell1(2, 4), FormatAmount(expected.GTANKA));
+    EXPECT_EQ(rows()[4].submittedUnitPrice, expected.submittedUnitPrice);
+    EXPECT_EQ(cell1(2, 4), FormatAmount(expected.submittedUnitPrice));
 }
 
 TEST_F(Safety, EscapeInAnOpenEditorCommitsEvenWithUndoOn) {
@@ -331,17 +331,17 @@ TEST_F(Safety, EscapeInAnOpenEditorCommitsEvenWithUndoOn) {
     QTest::keyClick(f.compositeGrid->InplaceEditor(), Qt::Key_Escape);
     EXPECT_FALSE(f.compositeGrid->EditorMode());
     EXPECT_EQ(dialogs->Beeps(), beeps + 1);
-    EXPECT_EQ(rows()[5].Data(3), Currency::FromInt(9));
-    EXPECT_EQ(rows()[1].Data(1), Currency::FromInt(2)); // no undo ran
+    EXPECT_EQ(rows()[5].factor(3), Currency::FromInt(9));
+    EXPECT_EQ(rows()[1].factor(1), Currency::FromInt(2)); // no undo ran
 }
 
 TEST_F(Safety, PlainEnterDoesNotFillDownWhateverTheKeyboardSays) {
     MainWindow& f = open();
-    const Currency below = rows()[9].Data(1);
+    const Currency below = rows()[9].factor(1);
     dialogs->SetShiftDown(true);
     typeFactor(4, 8, "4");
-    EXPECT_EQ(rows()[8].Data(1), Currency::FromInt(4));
-    EXPECT_EQ(rows()[9].Data(1), below);
+    EXPECT_EQ(rows()[8].factor(1), Currency::FromInt(4));
+    EXPECT_EQ(rows()[9].factor(1), below);
     EXPECT_EQ(f.compositeRow, 9); // a plain Enter moves down
 }
 
@@ -363,7 +363,7 @@ TEST_F(Safety, KeysInTheTreeLoadWhatTheySelect) {
     EXPECT_EQ(f.selectedNode(), f.treeNode(2));
     EXPECT_EQ(f.currentPipeType, 2);
     ws().load(1, 2);
-    EXPECT_EQ(f.goodsBox->Text(), rows()[1].Goods());
+    EXPECT_EQ(f.goodsBox->Text(), rows()[1].goods());
     QTest::keyClick(f.tree, Qt::Key_Up);
     QCoreApplication::processEvents();
     EXPECT_EQ(f.currentPipeType, 1);

@@ -48,9 +48,9 @@ TEST_F(Workspace, StartShowsTheFirstPipeTypeWithTheEnginesPrices) {
     EXPECT_EQ(f.treeNode(0)->text(0), U("給水"));
     EXPECT_EQ(f.treeNode(189)->text(0), U("冷媒"));
     EXPECT_EQ(f.tree->currentItem(), f.treeNode(1));
-    EXPECT_EQ(f.treeNode(1)->text(0), rows()[1].Goods().trimmed());
+    EXPECT_EQ(f.treeNode(1)->text(0), rows()[1].goods().trimmed());
     EXPECT_EQ(f.treeNode(20)->text(0), U("----")); // no demo data there
-    EXPECT_EQ(f.goodsBox->Text(), rows()[1].Goods());
+    EXPECT_EQ(f.goodsBox->Text(), rows()[1].goods());
     EXPECT_EQ(f.tabs->count(), 4);
     EXPECT_EQ(f.tabs->tabText(0), U("屋内一般"));
     EXPECT_EQ(f.statusPanel(5), DatabaseFolder);
@@ -62,9 +62,9 @@ TEST_F(Workspace, StartShowsTheFirstPipeTypeWithTheEnginesPrices) {
         const auto texts = Grid1LineTexts(rows()[g], SheetView{});
         for (int c = 0; c < Grid1Cols; ++c)
             EXPECT_EQ(cell1(c, g), texts[std::size_t(c)]) << g;
-        EXPECT_EQ(cell2(1, g), FormatAmount(rows()[g].GROSS));
+        EXPECT_EQ(cell2(1, g), FormatAmount(rows()[g].submittedPrice));
     }
-    EXPECT_TRUE(cell2(1, 1).contains(',') || rows()[1].GROSS.raw < 10000000);
+    EXPECT_TRUE(cell2(1, 1).contains(',') || rows()[1].submittedPrice.raw < 10000000);
     EXPECT_FALSE(f.undoAction->isEnabled());
 }
 
@@ -93,8 +93,8 @@ TEST_F(Workspace, ClickOnAnotherPipeTypeLoadsItAtTabZero) {
     EXPECT_EQ(f.currentPipeType, 2);
     EXPECT_EQ(f.tabs->currentIndex(), 0);
     ws().load(1, 2);
-    EXPECT_EQ(f.goodsBox->Text(), rows()[1].Goods());
-    EXPECT_EQ(cell1(0, 1), rows()[1].Size());
+    EXPECT_EQ(f.goodsBox->Text(), rows()[1].goods());
+    EXPECT_EQ(cell1(0, 1), rows()[1].size());
     EXPECT_TRUE(dialogs->Boxes().empty()); // nothing changed, nothing asked
 }
 
@@ -105,12 +105,12 @@ TEST_F(Workspace, OptionChangeRecalculatesAllRowsAndShowsThem) {
     f.elementRadio->SetItemIndex(2); // two decimals per element
     // Every row of every tab follows the engine.
     for (int r : {3, 20, 47}) {
-        Fuzokurecordtypex copy = rows()[r];
+        PipeRow copy = rows()[r];
         CalcRowWith(copy, doc().options());
-        EXPECT_EQ(copy.GTANKA, rows()[r].GTANKA) << r;
+        EXPECT_EQ(copy.submittedUnitPrice, rows()[r].submittedUnitPrice) << r;
     }
-    EXPECT_EQ(cell1(1, 3), FormatAmount(rows()[3].FTANKA));
-    EXPECT_EQ(rows()[3].FTANKA, rows()[3].GTANKA);
+    EXPECT_EQ(cell1(1, 3), FormatAmount(rows()[3].adoptedUnitPrice));
+    EXPECT_EQ(rows()[3].adoptedUnitPrice, rows()[3].submittedUnitPrice);
     EXPECT_NE(before, QString());
     EXPECT_TRUE(f.undoAction->isEnabled());
     EXPECT_EQ(cell1(1, 0), U("採用単価"));
@@ -124,9 +124,9 @@ TEST_F(Workspace, EnterInBaseLabourCostAppliesAndMovesFocus) {
     QTest::keyClick(f.labourCostSubmittedEdit, Qt::Key_Return);
     EXPECT_EQ(doc().options().LabourSubmitted(), Currency::FromInt(20000));
     EXPECT_TRUE(f.labourCostCostEdit->hasFocus());
-    Fuzokurecordtypex copy = rows()[1];
+    PipeRow copy = rows()[1];
     CalcRowWith(copy, doc().options());
-    EXPECT_EQ(cell1(2, 1), FormatAmount(copy.GTANKA));
+    EXPECT_EQ(cell1(2, 1), FormatAmount(copy.submittedUnitPrice));
 }
 
 TEST_F(Workspace, SaveWritesAllRowsAndSaysSo) {
@@ -137,9 +137,9 @@ TEST_F(Workspace, SaveWritesAllRowsAndSaysSo) {
     EXPECT_EQ(dialogs->Boxes().back().content, U("保存しました。"));
     EXPECT_EQ(stored(1, 1, 60, "DATA5"), U("21000"));
     for (int no : {1, 14, 30, 59}) {
-        EXPECT_EQ(stored(1, 1, no, "GTANKA"), CurrToStr(rows()[no].GTANKA)) << no;
-        EXPECT_EQ(stored(1, 1, no, "FTANKA"), CurrToStr(rows()[no].FTANKA)) << no;
-        EXPECT_EQ(stored(1, 1, no, "NTANKA"), CurrToStr(rows()[no].NTANKA)) << no;
+        EXPECT_EQ(stored(1, 1, no, "GTANKA"), CurrToStr(rows()[no].submittedUnitPrice)) << no;
+        EXPECT_EQ(stored(1, 1, no, "FTANKA"), CurrToStr(rows()[no].adoptedUnitPrice)) << no;
+        EXPECT_EQ(stored(1, 1, no, "NTANKA"), CurrToStr(rows()[no].costUnitPrice)) << no;
     }
     EXPECT_FALSE(doc().isChanged());
 }
@@ -156,11 +156,11 @@ TEST_F(Workspace, NewBaseLabourCostByEnterThenSaveStoresTheEnginesPrices) {
     ws().load(1, 1);
     ASSERT_EQ(doc().options().LabourSubmitted(), StrToCurr(QStringLiteral("20500.04")));
     for (int no : {1, 7, 14, 22, 59}) {
-        Fuzokurecordtypex row = rows()[no];
+        PipeRow row = rows()[no];
         CalcRowWith(row, doc().options());
-        EXPECT_EQ(stored(1, 1, no, "GTANKA"), CurrToStr(row.GTANKA)) << no;
-        EXPECT_EQ(stored(1, 1, no, "NTANKA"), CurrToStr(row.NTANKA)) << no;
-        EXPECT_EQ(stored(1, 1, no, "FTANKA"), CurrToStr(row.FTANKA)) << no;
+        EXPECT_EQ(stored(1, 1, no, "GTANKA"), CurrToStr(row.submittedUnitPrice)) << no;
+        EXPECT_EQ(stored(1, 1, no, "NTANKA"), CurrToStr(row.costUnitPrice)) << no;
+        EXPECT_EQ(stored(1, 1, no, "FTANKA"), CurrToStr(row.adoptedUnitPrice)) << no;
     }
 }
 
@@ -272,22 +272,22 @@ TEST_F(Workspace, RefrigerantModeCaptionsAndColumnNine) {
 
 TEST_F(Workspace, SideSelectionAndToggle) {
     MainWindow& f = open();
-    const Fuzokurecordtypex& r = rows()[1];
+    const PipeRow& r = rows()[1];
     f.materialGrid->SetSelection(GridRect(2, 1, 2, 1));
     f.materialCellChosen();
-    EXPECT_EQ(cell1(1, 1), FormatAmount(r.NTANKA));
-    EXPECT_EQ(cell1(3, 1), FormatAmount(r.NET));
+    EXPECT_EQ(cell1(1, 1), FormatAmount(r.costUnitPrice));
+    EXPECT_EQ(cell1(3, 1), FormatAmount(r.costPrice));
     f.materialGrid->SetSelection(GridRect(3, 1, 3, 1));
     f.materialCellChosen();
-    EXPECT_EQ(cell1(3, 1), FormatAmount(r.TEIKA));
-    EXPECT_EQ(cell1(4, 1), CurrToStr(r.Data(1))); // factors while the toggle is off
+    EXPECT_EQ(cell1(3, 1), FormatAmount(r.listPrice));
+    EXPECT_EQ(cell1(4, 1), CurrToStr(r.factor(1))); // factors while the toggle is off
     QTest::mouseClick(f.resultsSwitch, Qt::LeftButton);
     EXPECT_TRUE(f.resultsSwitch->IsOn());
     EXPECT_EQ(cell1(4, 1), U("--"));
     f.materialGrid->SetSelection(GridRect(1, 1, 1, 1));
     f.materialCellChosen();
-    EXPECT_EQ(cell1(4, 1), FormatGeneral(r.CALC_G[0]));
-    EXPECT_EQ(cell1(1, 1), FormatAmount(r.FTANKA));
+    EXPECT_EQ(cell1(4, 1), FormatGeneral(r.submittedAmounts[0]));
+    EXPECT_EQ(cell1(1, 1), FormatAmount(r.adoptedUnitPrice));
 }
 
 // Stored options with distinct values: each control shows its own, and
@@ -330,20 +330,20 @@ TEST_F(Workspace, OptionControlsMapToTheirFieldsBothWays) {
     EXPECT_EQ(f.materialCaption->text(), U("資材単価[単価に掛率を使用]"));
     f.useRateCheck->SetChecked(false);
     EXPECT_EQ(f.materialCaption->text(), U("資材単価"));
-    const Fuzokurecordtypex& o = rows()[60];
-    EXPECT_EQ(o.GROSS, Currency::FromInt(70));
-    EXPECT_EQ(o.NET, Currency::FromInt(60));
-    EXPECT_EQ(o.Data(5), Currency::FromInt(20000));
-    EXPECT_EQ(o.Data(4), Currency::FromInt(16000));
-    EXPECT_EQ(o.GTANKA, Currency::FromInt(4));
-    EXPECT_EQ(o.FTANKA, Currency::FromInt(0));
-    EXPECT_EQ(o.Data(2), Currency::FromInt(3));
-    EXPECT_EQ(o.Data(3), Currency::FromRaw(9000));
-    EXPECT_EQ(o.Data(6), Currency::FromInt(1000));
-    EXPECT_EQ(o.Data(7), Currency::FromRaw(5000));
-    EXPECT_EQ(o.YOSAN, 0);
-    EXPECT_EQ(o.FLAG, 0);
-    EXPECT_EQ(o.NTANKA.raw, 0);
+    const PipeRow& o = rows()[60];
+    EXPECT_EQ(o.submittedPrice, Currency::FromInt(70));
+    EXPECT_EQ(o.costPrice, Currency::FromInt(60));
+    EXPECT_EQ(o.factor(5), Currency::FromInt(20000));
+    EXPECT_EQ(o.factor(4), Currency::FromInt(16000));
+    EXPECT_EQ(o.submittedUnitPrice, Currency::FromInt(4));
+    EXPECT_EQ(o.adoptedUnitPrice, Currency::FromInt(0));
+    EXPECT_EQ(o.factor(2), Currency::FromInt(3));
+    EXPECT_EQ(o.factor(3), Currency::FromRaw(9000));
+    EXPECT_EQ(o.factor(6), Currency::FromInt(1000));
+    EXPECT_EQ(o.factor(7), Currency::FromRaw(5000));
+    EXPECT_EQ(o.otherMethod, 0);
+    EXPECT_EQ(o.modeFlag, 0);
+    EXPECT_EQ(o.costUnitPrice.raw, 0);
 }
 
 TEST_F(Workspace, EnterInANameBoxNamesTheNodeAndApplies) {
@@ -353,8 +353,8 @@ TEST_F(Workspace, EnterInANameBoxNamesTheNodeAndApplies) {
     QTest::keyClick(f.unitBox, Qt::Key_Return); // the text of goodsBox, not of unitBox
     // Blanks go, the full-width space stays.
     EXPECT_EQ(f.treeNode(1)->text(0), U("新しい管材\u3000"));
-    EXPECT_EQ(rows()[1].Goods(), U("  新しい管材\u3000"));
-    EXPECT_EQ(rows()[37].Ci(), U("本"));
+    EXPECT_EQ(rows()[1].goods(), U("  新しい管材\u3000"));
+    EXPECT_EQ(rows()[37].unit(), U("本"));
     EXPECT_TRUE(doc().isChanged());
 }
 
@@ -402,9 +402,9 @@ TEST_F(Workspace, SaveWritesEveryFieldOfAllSixtyRows) {
     ws().load(1, 1);
     for (int r = 1; r <= 60; ++r)
         EXPECT_EQ(RowLine(rows()[r]), shown[r - 1]) << r;
-    EXPECT_EQ(rows()[1].Goods(), U("鋼管'; --"));
-    EXPECT_EQ(rows()[5].Goods(), U("頁;12"));
-    EXPECT_EQ(rows()[OptionRow].Ci(), U("本"));
+    EXPECT_EQ(rows()[1].goods(), U("鋼管'; --"));
+    EXPECT_EQ(rows()[5].goods(), U("頁;12"));
+    EXPECT_EQ(rows()[OptionRow].unit(), U("本"));
 }
 
 TEST_F(Workspace, DisplayFileHidesTheTreeAndSetsItsWidth) {
@@ -441,7 +441,7 @@ TEST_F(Workspace, TreeNamesAndDetailCaptionsFromTheStore) {
     MainWindow& f = open();
     EXPECT_EQ(f.treeNode(43)->text(0), QString()); // blanks only: an empty name
     EXPECT_EQ(f.tabs->tabText(1), U("機械室・便所"));
-    EXPECT_EQ(rows()[16].Kind(), U("機械室・便所"));
+    EXPECT_EQ(rows()[16].kind(), U("機械室・便所"));
     EXPECT_FALSE(doc().isChanged());
     doc().refreshLines();
     EXPECT_TRUE(doc().isChanged()); // the default caption is now in the row
@@ -451,7 +451,7 @@ TEST_F(Workspace, RefrigerantApplyWritesTheSingleTabCaption) {
     MainWindow& f = open();
     clickNode(9 * 21 + 1);
     f.applyControls();
-    EXPECT_EQ(rows()[1].Kind(), U("一般"));
+    EXPECT_EQ(rows()[1].kind(), U("一般"));
 }
 
 TEST_F(Workspace, SaveAfterAGroupNodeClickWritesTheShownPipeType) {

@@ -66,14 +66,14 @@ TEST(PipeTypeStatements, LoadStatementText) {
 }
 
 TEST(PipeTypeStatements, SaveStatementText) {
-    Fuzokurecordtypex r;
-    r.SetGoods(QStringLiteral("鋼管"));
-    r.SetKind(QStringLiteral("屋内一般"));
-    r.SetSize(QStringLiteral("15A"));
-    r.SetCi(QStringLiteral("ｍ"));
-    r.NET = c("1234.5");
-    r.SORT = c("5");
-    r.UKEY = 60;
+    PipeRow r;
+    r.setGoods(QStringLiteral("鋼管"));
+    r.setKind(QStringLiteral("屋内一般"));
+    r.setSize(QStringLiteral("15A"));
+    r.setUnit(QStringLiteral("ｍ"));
+    r.costPrice = c("1234.5");
+    r.sortOrder = c("5");
+    r.key = 60;
     EXPECT_EQ(s(SaveStatement(r, 3, 7, 1)),
               "UPDATE ex_kanzai SET GOODS='鋼管',KIND='屋内一般',SIZE='15A',YOSAN='0',SORT='0',"
               "CI='ｍ',FLAG='0',NET='1234.5',GROSS='0',TEIKA='0',Data1='0',Data2='0',Data3='0',"
@@ -82,10 +82,10 @@ TEST(PipeTypeStatements, SaveStatementText) {
               "CALC3_N='0',CALC4_N='0',CALC5_N='0',CALC6_N='0',CALC7_N='0',NTANKA='0',"
               "GTANKA='0',FTANKA='0' WHERE CTG='1' and GRP='3' and KAN='7' and NO='1';\r\n");
     // Quotes are doubled; CALC_G comes ahead of CALC_N; numbers are shortest text.
-    r.SetGoods(QStringLiteral("O'Neil;管"));
-    r.CALC_G[0] = c("2");
-    r.CALC_N[0] = c("-0.25");
-    r.YOSAN = -1;
+    r.setGoods(QStringLiteral("O'Neil;管"));
+    r.submittedAmounts[0] = c("2");
+    r.costAmounts[0] = c("-0.25");
+    r.otherMethod = -1;
     const QString sql = SaveStatement(r, 10, 20, 60);
     EXPECT_TRUE(sql.startsWith(QStringLiteral("UPDATE ex_kanzai SET GOODS='O''Neil;管',")));
     EXPECT_TRUE(sql.contains(QStringLiteral(",YOSAN='-1',")));
@@ -104,24 +104,24 @@ TEST_F(PipeTypeStore, LoadRules) {
                         "WHERE GRP=3 AND KAN=7 AND NO=2"));
     exec(QStringLiteral("UPDATE ex_kanzai SET SIZE='15A', TEIKA='abc' WHERE GRP=3 AND KAN=7 "
                         "AND NO=3"));
-    rows()[2].SIZE = "old";
-    rows()[2].CALC_G[3] = c("9"); // CALC fields keep their old values
+    rows()[2].sizeBytes = "old";
+    rows()[2].submittedAmounts[3] = c("9"); // CALC fields keep their old values
 
     ws().load(3, 7);
-    EXPECT_EQ(rows()[15].Data(1), c("1"));
-    EXPECT_EQ(rows()[16].Data(1), c("0"));
-    EXPECT_EQ(rows()[60].FLAG, 0);
-    EXPECT_EQ(rows()[60].YOSAN, 0);
-    EXPECT_EQ(rows()[59].FLAG, 2);
-    EXPECT_EQ(rows()[1].GOODS, QByteArray(80, 'x'));
-    EXPECT_EQ(rows()[2].NET, c("1234.5679"));
-    EXPECT_EQ(rows()[2].SORT, c("5"));
-    EXPECT_EQ(rows()[2].SIZE, QByteArray());
-    EXPECT_EQ(rows()[2].UKEY, 77);
-    EXPECT_EQ(rows()[2].CALC_G[3], c("9"));
-    EXPECT_EQ(rows()[3].SIZE, QByteArray("15A"));
-    EXPECT_EQ(rows()[3].TEIKA, c("0"));
-    EXPECT_EQ(rows()[60].UKEY, 60);
+    EXPECT_EQ(rows()[15].factor(1), c("1"));
+    EXPECT_EQ(rows()[16].factor(1), c("0"));
+    EXPECT_EQ(rows()[60].modeFlag, 0);
+    EXPECT_EQ(rows()[60].otherMethod, 0);
+    EXPECT_EQ(rows()[59].modeFlag, 2);
+    EXPECT_EQ(rows()[1].goodsBytes, QByteArray(80, 'x'));
+    EXPECT_EQ(rows()[2].costPrice, c("1234.5679"));
+    EXPECT_EQ(rows()[2].sortOrder, c("5"));
+    EXPECT_EQ(rows()[2].sizeBytes, QByteArray());
+    EXPECT_EQ(rows()[2].key, 77);
+    EXPECT_EQ(rows()[2].submittedAmounts[3], c("9"));
+    EXPECT_EQ(rows()[3].sizeBytes, QByteArray("15A"));
+    EXPECT_EQ(rows()[3].listPrice, c("0"));
+    EXPECT_EQ(rows()[60].key, 60);
     ASSERT_EQ(doc().savedLines().size(), 60);
     EXPECT_TRUE(doc().savedLines()[0].startsWith(QString(80, QLatin1Char('x')) + QLatin1Char(';')));
     EXPECT_EQ(NthField(doc().savedLines()[14], 9), QStringLiteral("1")); // DATA1 after the default
@@ -134,31 +134,31 @@ TEST_F(PipeTypeStore, LoadRules) {
     exec(QStringLiteral("UPDATE ex_kanzai SET FLAG=-1 WHERE GRP=3 AND KAN=8 AND NO=60"));
     exec(QStringLiteral("UPDATE ex_kanzai SET DATA1=2.5 WHERE GRP=3 AND KAN=8 AND NO=15"));
     ws().load(3, 8);
-    EXPECT_EQ(rows()[60].FLAG, -1);
-    EXPECT_EQ(rows()[15].Data(1), c("2.5"));
+    EXPECT_EQ(rows()[60].modeFlag, -1);
+    EXPECT_EQ(rows()[15].factor(1), c("2.5"));
 }
 
 TEST_F(PipeTypeStore, MissingRowsStopTheLoad) {
     exec(QStringLiteral("DELETE FROM ex_kanzai WHERE GRP=2 AND KAN=2 AND NO>=30"));
     exec(QStringLiteral("UPDATE ex_kanzai SET GOODS='first' WHERE GRP=2 AND KAN=2 AND NO=1"));
-    rows()[60].FLAG = 5;
-    rows()[40].SetGoods(QStringLiteral("kept"));
+    rows()[60].modeFlag = 5;
+    rows()[40].setGoods(QStringLiteral("kept"));
     // All or nothing: not even the 29 rows read before the gap arrive.
     EXPECT_THROW(ws().load(2, 2), std::out_of_range);
-    EXPECT_TRUE(rows()[1].GOODS.isEmpty());
-    EXPECT_EQ(rows()[40].GOODS, QByteArray("kept"));
-    EXPECT_EQ(rows()[60].FLAG, 5);
+    EXPECT_TRUE(rows()[1].goodsBytes.isEmpty());
+    EXPECT_EQ(rows()[40].goodsBytes, QByteArray("kept"));
+    EXPECT_EQ(rows()[60].modeFlag, 5);
     EXPECT_TRUE(doc().savedLines().isEmpty());
 }
 
 TEST_F(PipeTypeStore, SaveWritesAllRowsAndMarksSaved) {
     ws().load(4, 5);
-    rows()[1].SetGoods(QStringLiteral("配管用炭素鋼鋼管（白）"));
-    rows()[2].SORT = c("5");
-    rows()[2].UKEY = 999;
-    rows()[7].NET = c("1234.5");
-    rows()[7].CALC_N[6] = c("17");
-    rows()[60].YOSAN = 1;
+    rows()[1].setGoods(QStringLiteral("配管用炭素鋼鋼管（白）"));
+    rows()[2].sortOrder = c("5");
+    rows()[2].key = 999;
+    rows()[7].costPrice = c("1234.5");
+    rows()[7].costAmounts[6] = c("17");
+    rows()[60].otherMethod = 1;
     doc().takeSnapshot();
     EXPECT_TRUE(doc().isChanged());
 
@@ -183,11 +183,11 @@ TEST_F(PipeTypeStore, TextsRoundTripThroughSaveAndLoad) {
                                QStringLiteral("ﾌﾗﾝｼﾞ付硬質塩化ﾋﾞﾆﾙﾗｲﾆﾝｸﾞ鋼管(FVA)"),
                                QStringLiteral("\x1b;\x1b\x1b:;"), QStringLiteral("～－∥―￠")};
     for (int i = 0; i < int(texts.size()); ++i)
-        rows()[i + 1].SetGoods(texts[i]);
-    rows()[1].SetKind(QStringLiteral("屋内;一般'"));
-    rows()[2].SetSize(QStringLiteral("1';2"));
-    rows()[3].SetCi(QStringLiteral("ｍ;"));
-    std::array<Fuzokurecordtypex, 5> before;
+        rows()[i + 1].setGoods(texts[i]);
+    rows()[1].setKind(QStringLiteral("屋内;一般'"));
+    rows()[2].setSize(QStringLiteral("1';2"));
+    rows()[3].setUnit(QStringLiteral("ｍ;"));
+    std::array<PipeRow, 5> before;
     for (int i = 0; i < 5; ++i)
         before[std::size_t(i)] = rows()[i + 1];
     doc().takeSnapshot();
@@ -198,13 +198,13 @@ TEST_F(PipeTypeStore, TextsRoundTripThroughSaveAndLoad) {
     doc().clearRows(RowCount);
     ws().load(1, 1);
     for (int i = 0; i < 5; ++i) {
-        EXPECT_EQ(rows()[i + 1].GOODS, before[std::size_t(i)].GOODS) << i;
-        EXPECT_EQ(rows()[i + 1].Goods(), texts[i]) << i;
+        EXPECT_EQ(rows()[i + 1].goodsBytes, before[std::size_t(i)].goodsBytes) << i;
+        EXPECT_EQ(rows()[i + 1].goods(), texts[i]) << i;
     }
-    EXPECT_EQ(rows()[1].Kind(), QStringLiteral("屋内;一般'"));
-    EXPECT_EQ(rows()[2].Size(), QStringLiteral("1';2"));
-    EXPECT_EQ(rows()[3].Ci(), QStringLiteral("ｍ;"));
-    EXPECT_EQ(rows()[4].NET, before[3].NET);
+    EXPECT_EQ(rows()[1].kind(), QStringLiteral("屋内;一般'"));
+    EXPECT_EQ(rows()[2].size(), QStringLiteral("1';2"));
+    EXPECT_EQ(rows()[3].unit(), QStringLiteral("ｍ;"));
+    EXPECT_EQ(rows()[4].costPrice, before[3].costPrice);
 }
 
 // Every character of the code page, in its own bytes, survives the store.
@@ -235,16 +235,16 @@ TEST_F(PipeTypeStore, EveryCodePageCharacterSurvivesByteForByte) {
             QByteArray goods;
             while (next < int(chars.size()) && goods.size() + chars[next].size() <= GoodsWidth)
                 goods += chars[next++];
-            rows()[r].GOODS = goods;
+            rows()[r].goodsBytes = goods;
         }
         std::array<QByteArray, RowCount> written;
         for (int r = 1; r <= RowCount; ++r)
-            written[std::size_t(r - 1)] = rows()[r].GOODS;
+            written[std::size_t(r - 1)] = rows()[r].goodsBytes;
         save(6, 1);
         doc().clearRows(RowCount);
         ws().load(6, 1);
         for (int r = 1; r <= RowCount; ++r)
-            ASSERT_EQ(rows()[r].GOODS, written[std::size_t(r - 1)]) << "row " << r;
+            ASSERT_EQ(rows()[r].goodsBytes, written[std::size_t(r - 1)]) << "row " << r;
     }
     EXPECT_TRUE(dialogs->Boxes().empty());
     EXPECT_TRUE(dialogs->Messages().empty());
@@ -263,7 +263,7 @@ TEST_F(PipeTypeStore, ASaveLandsWholeOrNotAtAll) {
     ws().load(7, 3);
     const QStringList saved = doc().savedLines();
     for (int r = 1; r <= RowCount; ++r)
-        rows()[r].SetGoods(QStringLiteral("new%1").arg(r));
+        rows()[r].setGoods(QStringLiteral("new%1").arg(r));
     doc().takeSnapshot();
     const QStringList before = dump(7, 3);
     auto failsWithNothingWritten = [&](const char* reason) {
@@ -301,7 +301,7 @@ TEST_F(PipeTypeStore, ASaveLandsWholeOrNotAtAll) {
 TEST_F(PipeTypeStore, AChangeMadeElsewhereIsNotWrittenOverUnasked) {
     ws().load(7, 4);
     doc().takeSnapshot();
-    rows()[3].NET = c("111");
+    rows()[3].costPrice = c("111");
     doc().refreshLines();
     // Another program changes one price of this pipe type, and a price of
     // the next one, after the load.
@@ -315,9 +315,9 @@ TEST_F(PipeTypeStore, AChangeMadeElsewhereIsNotWrittenOverUnasked) {
 
     // Written over on purpose; from then on our own save is what is stored.
     EXPECT_EQ(save(7, 4, SaveCheck::Overwrite), SaveOutcome::Saved);
-    EXPECT_EQ(stored("GROSS", 7, 4, 5), CurrToStr(rows()[5].GROSS));
+    EXPECT_EQ(stored("GROSS", 7, 4, 5), CurrToStr(rows()[5].submittedPrice));
     EXPECT_EQ(stored("NET", 7, 4, 3), QStringLiteral("111"));
-    rows()[3].NET = c("112");
+    rows()[3].costPrice = c("112");
     doc().refreshLines();
     EXPECT_EQ(save(7, 4), SaveOutcome::Saved);
     EXPECT_EQ(stored("NET", 7, 4, 3), QStringLiteral("112"));
@@ -331,7 +331,7 @@ TEST_F(PipeTypeStore, AChangeMadeElsewhereIsNotWrittenOverUnasked) {
 TEST_F(PipeTypeStore, ASaveGoesToTheFileAtThePathNow) {
     ws().load(1, 1);
     doc().takeSnapshot();
-    rows()[1].SetGoods(QStringLiteral("x"));
+    rows()[1].setGoods(QStringLiteral("x"));
     doc().refreshLines();
     const QString copy = dir.filePath(QStringLiteral("copy.db3"));
     ASSERT_TRUE(QFile::copy(ExDatabasePath, copy));
@@ -341,7 +341,7 @@ TEST_F(PipeTypeStore, ASaveGoesToTheFileAtThePathNow) {
     EXPECT_EQ(stored("GOODS", 1, 1, 1), QStringLiteral("x"));
 
     const QStringList saved = doc().savedLines();
-    rows()[1].SetGoods(QStringLiteral("y"));
+    rows()[1].setGoods(QStringLiteral("y"));
     doc().refreshLines();
     ASSERT_TRUE(QFile::remove(ExDatabasePath));
     EXPECT_TRUE(refusal(1, 1).contains(QStringLiteral("unable to open")));

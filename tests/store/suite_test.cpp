@@ -110,18 +110,19 @@ TEST_F(SuiteAndTool, DemoDataHoldsItsComputedPrices) {
     ExDatabasePath = dbPath;
     for (const auto& [grp, kan] : {std::pair{1, 1}, std::pair{1, 3}, std::pair{10, 2}}) {
         ws().load(grp, kan);
-        EXPECT_FALSE(rows()[1].GOODS.isEmpty());
-        EXPECT_FALSE(rows()[2].GOODS.isEmpty());
-        EXPECT_FALSE(rows()[3].GOODS.isEmpty());
-        EXPECT_GT(rows()[1].FTANKA.raw, 0);
+        EXPECT_FALSE(rows()[1].goodsBytes.isEmpty());
+        EXPECT_FALSE(rows()[2].goodsBytes.isEmpty());
+        EXPECT_FALSE(rows()[3].goodsBytes.isEmpty());
+        EXPECT_GT(rows()[1].adoptedUnitPrice.raw, 0);
         std::array<Currency, 59> stored{};
         for (int r = 1; r < 60; ++r)
-            stored[std::size_t(r - 1)] = rows()[r].GTANKA;
+            stored[std::size_t(r - 1)] = rows()[r].submittedUnitPrice;
         doc().calculateAll();
         for (int r = 1; r < 60; ++r)
-            EXPECT_EQ(rows()[r].GTANKA, stored[std::size_t(r - 1)]) << grp << "/" << kan;
+            EXPECT_EQ(rows()[r].submittedUnitPrice, stored[std::size_t(r - 1)])
+                << grp << "/" << kan;
     }
-    EXPECT_EQ(rows()[60].FLAG, 1); // refrigerant mode in group 10
+    EXPECT_EQ(rows()[60].modeFlag, 1); // refrigerant mode in group 10
     EXPECT_GT(value(QStringLiteral("SELECT count(DISTINCT GRP) FROM ex_kanzai WHERE NO=1 AND "
                                    "GOODS<>''")),
               3);

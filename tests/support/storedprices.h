@@ -38,15 +38,17 @@ inline QStringList ComputedPrices(const QString& path, int grp, int kan) {
     }
     QStringList out;
     for (int n = 1; n < OptionRow; ++n) {
-        Fuzokurecordtypex row = rows[n];
-        Fuzokurecordtypex options = rows[OptionRow];
-        CalcRowWith(row, KanzaiOptions(options));
-        QStringList fields{QString::number(n), CurrToStr(row.GROSS), CurrToStr(row.NET)};
-        for (Currency v : row.CALC_G)
+        PipeRow row = rows[n];
+        PipeRow options = rows[OptionRow];
+        CalcRowWith(row, PipeTypeOptions(options));
+        QStringList fields{QString::number(n), CurrToStr(row.submittedPrice),
+                           CurrToStr(row.costPrice)};
+        for (Currency v : row.submittedAmounts)
             fields << CurrToStr(v);
-        for (Currency v : row.CALC_N)
+        for (Currency v : row.costAmounts)
             fields << CurrToStr(v);
-        fields << CurrToStr(row.NTANKA) << CurrToStr(row.GTANKA) << CurrToStr(row.FTANKA);
+        fields << CurrToStr(row.costUnitPrice) << CurrToStr(row.submittedUnitPrice)
+               << CurrToStr(row.adoptedUnitPrice);
         out << fields.join(QLatin1Char(' '));
     }
     return out;

@@ -1,4 +1,4 @@
-#include "store/ex_general.h"
+#include "store/piperow.h"
 
 #include "store/codepage.h"
 
@@ -19,29 +19,29 @@ template <std::size_t N> int lastIndexOf(const std::array<Currency, N>& table, C
 
 } // namespace
 
-QString Fuzokurecordtypex::Goods() const {
-    return FromAnsi(GOODS);
+QString PipeRow::goods() const {
+    return FromAnsi(goodsBytes);
 }
-QString Fuzokurecordtypex::Kind() const {
-    return FromAnsi(KIND);
+QString PipeRow::kind() const {
+    return FromAnsi(kindBytes);
 }
-QString Fuzokurecordtypex::Size() const {
-    return FromAnsi(SIZE);
+QString PipeRow::size() const {
+    return FromAnsi(sizeBytes);
 }
-QString Fuzokurecordtypex::Ci() const {
-    return FromAnsi(CI);
+QString PipeRow::unit() const {
+    return FromAnsi(unitBytes);
 }
-void Fuzokurecordtypex::SetGoods(const QString& text) {
-    GOODS = ToAnsiCut(text, GoodsWidth);
+void PipeRow::setGoods(const QString& text) {
+    goodsBytes = ToAnsiCut(text, GoodsWidth);
 }
-void Fuzokurecordtypex::SetKind(const QString& text) {
-    KIND = ToAnsiCut(text, KindWidth);
+void PipeRow::setKind(const QString& text) {
+    kindBytes = ToAnsiCut(text, KindWidth);
 }
-void Fuzokurecordtypex::SetSize(const QString& text) {
-    SIZE = ToAnsiCut(text, SizeWidth);
+void PipeRow::setSize(const QString& text) {
+    sizeBytes = ToAnsiCut(text, SizeWidth);
 }
-void Fuzokurecordtypex::SetCi(const QString& text) {
-    CI = ToAnsiCut(text, CiWidth);
+void PipeRow::setUnit(const QString& text) {
+    unitBytes = ToAnsiCut(text, UnitWidth);
 }
 
 int DigitIndexOf(Currency value) {
@@ -51,17 +51,17 @@ int FractionIndexOf(Currency value) {
     return lastIndexOf(FractionSteps, value);
 }
 
-QString RowLine(const Fuzokurecordtypex& r) {
+QString RowLine(const PipeRow& r) {
     const QChar sep = QLatin1Char(';');
     QString s;
     s.reserve(160);
-    s += r.Goods() + sep + r.Size() + sep + r.Kind() + sep + CurrToStr(Currency::FromInt(r.FLAG)) +
-         sep + r.Ci() + sep;
-    for (Currency c : {r.NET, r.GROSS, r.TEIKA})
+    s += r.goods() + sep + r.size() + sep + r.kind() + sep +
+         CurrToStr(Currency::FromInt(r.modeFlag)) + sep + r.unit() + sep;
+    for (Currency c : {r.costPrice, r.submittedPrice, r.listPrice})
         s += CurrToStr(c) + sep;
-    for (Currency c : r.DATA)
+    for (Currency c : r.factors)
         s += CurrToStr(c) + sep;
-    for (Currency c : {r.NTANKA, r.GTANKA, r.FTANKA})
+    for (Currency c : {r.costUnitPrice, r.submittedUnitPrice, r.adoptedUnitPrice})
         s += CurrToStr(c) + sep;
     return s;
 }
