@@ -11,7 +11,7 @@ namespace {
 void styleLikeTheSheet(PriceGridModel& g) {
     g.SetColCount(11);
     g.SetRowCount(15);
-    TSCGCellParam* range = g.CellParams().Add();
+    SCGCellParam* range = g.CellParams().Add();
     range->SetColMax(2);
     range->SetRowMax(14);
     range->SetCol(1);
@@ -41,7 +41,7 @@ void BM_GridLookupAllCells(benchmark::State& state) {
 BENCHMARK(BM_GridLookupAllCells);
 
 void BM_NumberBoxValueWrite(benchmark::State& state) {
-    TNumberEditCore box;
+    NumberEditCore box;
     box.SetFigure(2);
     box.SetFixed(true);
     box.SetComma(true);

@@ -49,7 +49,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         const Currency d = StrToCurr(text);
         FUZZ_CHECK(ok);
         FUZZ_CHECK_EQ(d.raw, c.raw);
-    } catch (const EConvertError& e) {
+    } catch (const ConvertError& e) {
         threw = true;
         FUZZ_CHECK(!e.Message().isEmpty());
     }

@@ -76,7 +76,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
             ReadFdkFile(path, rows);
         else
             ReadFdkBytes(file, path, rows);
-    } catch (const EInOutError& e) {
+    } catch (const FileError& e) {
         failed = true;
         FUZZ_CHECK(QString::fromUtf8(e.what()).startsWith(QStringLiteral("入出力エラー")));
     }

@@ -16,7 +16,7 @@ bool isHexDigit(QChar c) {
 
 // Checks what the filters allow; the text written by the box itself (after
 // leaving it) may carry its separators and an exponent-free decimal form.
-void checkFiltered(const TNumberEditCore& e) {
+void checkFiltered(const NumberEditCore& e) {
     const QString t = e.Text();
     int points = 0;
     for (int i = 0; i < int(t.size()); ++i) {
@@ -47,7 +47,7 @@ void checkFiltered(const TNumberEditCore& e) {
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     FuzzedDataProvider in(data, size);
-    TNumberEditCore e;
+    NumberEditCore e;
     e.SetNumberType(in.ConsumeBool() ? ntDecimal : ntHex);
     e.SetComma(in.ConsumeBool());
     e.SetFigure(in.ConsumeIntegralInRange(-1, 6));
@@ -86,7 +86,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
             }
             case 4: { // arrow keys
                 int key = in.ConsumeBool() ? 38 : 40;
-                e.KeyDown(key, TShiftState{});
+                e.KeyDown(key, ShiftState{});
                 break;
             }
             default: // leave the box and come back
@@ -105,7 +105,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         // What the box shows after leaving it reads back as its value.
         QString shown = e.Text();
         if (!shown.isEmpty()) FUZZ_CHECK(e.ParseNumberText(shown) == e.Value());
-    } catch (const EConvertError&) {
+    } catch (const ConvertError&) {
         // Text the filter lets through but that is no number in range: the
         // platform's conversion error, as the box documents.
     }

@@ -72,7 +72,7 @@ void AnyFiles(FuzzedDataProvider& in) {
         ParsePrintHeader(header, job);
         stage = "print_Data.dat";
         ParsePrintData(data, job);
-    } catch (const EPrintInput& e) {
+    } catch (const PrintInput& e) {
         FUZZ_CHECK(e.Message().startsWith(QString::fromLatin1(stage)));
         return;
     }

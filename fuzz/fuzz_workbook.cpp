@@ -69,7 +69,7 @@ void AnyStream(const std::string& bytes) {
     const QStringList lines = SplitTextLines(FromAnsi(QByteArray::fromStdString(bytes)));
     try {
         CheckSheetShape(ReplayExcelStream(lines));
-    } catch (const EWorkbookError& e) {
+    } catch (const WorkbookError& e) {
         // "エクセル出力の指示 N 行目..." and the line itself at the end.
         const QString m = e.Message();
         const QString head = QString::fromUtf8("エクセル出力の指示 ");
@@ -210,7 +210,7 @@ void WorkbookFile(const std::string& bytes) {
     bool written = true;
     try {
         WriteExcelWorkbook(stream, book);
-    } catch (const EWorkbookError&) {
+    } catch (const WorkbookError&) {
         written = false;
     }
     QFile f(book);

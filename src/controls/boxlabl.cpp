@@ -8,79 +8,79 @@
 #include <cmath>
 #include <cstdio>
 
-TCustomBoxLabel::TCustomBoxLabel(QWidget* parent) : QWidget(parent) {
+CustomBoxLabel::CustomBoxLabel(QWidget* parent) : QWidget(parent) {
     resize(70, 20);
     setAttribute(Qt::WA_OpaquePaintEvent);
 }
 
-TCustomBoxLabel::~TCustomBoxLabel() = default;
+CustomBoxLabel::~CustomBoxLabel() = default;
 
-void TCustomBoxLabel::SetAlignment(TAlignment value) {
+void CustomBoxLabel::SetAlignment(TAlignment value) {
     if (value == FAlignment) return;
     FAlignment = value;
     update();
 }
 
-void TCustomBoxLabel::SetHorizontalAlign(THorizontalAlignment value) {
+void CustomBoxLabel::SetHorizontalAlign(HorizontalAlignment value) {
     if (value == FHoriAlign) return;
     FHoriAlign = value;
     update();
 }
 
-void TCustomBoxLabel::SetTextBorder(int value) {
+void CustomBoxLabel::SetTextBorder(int value) {
     if (value == FTextBorder) return;
     FTextBorder = value;
     update();
 }
 
-void TCustomBoxLabel::SetBevelInner(TBevelStyle value) {
+void CustomBoxLabel::SetBevelInner(BevelStyle value) {
     if (value == FBevelInner) return;
     FBevelInner = value;
     update();
 }
 
-void TCustomBoxLabel::SetBevelOuter(TBevelStyle value) {
+void CustomBoxLabel::SetBevelOuter(BevelStyle value) {
     if (value == FBevelOuter) return;
     FBevelOuter = value;
     update();
 }
 
-void TCustomBoxLabel::SetBevelWidth(int value) {
+void CustomBoxLabel::SetBevelWidth(int value) {
     if (value == FBevelWidth) return;
     FBevelWidth = value;
     update();
 }
 
-void TCustomBoxLabel::SetWordWrap(bool value) {
+void CustomBoxLabel::SetWordWrap(bool value) {
     if (value == FWordWrap) return;
     FWordWrap = value;
     update();
 }
 
-void TCustomBoxLabel::SetBorderStyle(TBorderStyle value) {
+void CustomBoxLabel::SetBorderStyle(TBorderStyle value) {
     if (value == FBorderStyle) return;
     FBorderStyle = value;
     update();
 }
 
-void TCustomBoxLabel::SetColor(TColor value) {
+void CustomBoxLabel::SetColor(TColor value) {
     if (value == FColor) return;
     FColor = value;
     update();
 }
 
-void TCustomBoxLabel::SetFont(const FontSpec& value) {
+void CustomBoxLabel::SetFont(const FontSpec& value) {
     FFont = value;
     update();
 }
 
-void TCustomBoxLabel::SetLabelText(const QString& value) {
+void CustomBoxLabel::SetLabelText(const QString& value) {
     if (value == FCaption) return;
     FCaption = value;
     update();
 }
 
-void TCustomBoxLabel::SetAsFloat(double value) {
+void CustomBoxLabel::SetAsFloat(double value) {
     FValue = value;
     if (FFormatString.isEmpty()) {
         char buf[512];
@@ -90,12 +90,12 @@ void TCustomBoxLabel::SetAsFloat(double value) {
     }
     try {
         SetLabelText(FormatFloatArg(FFormatString, value));
-    } catch (const EControlError&) {
+    } catch (const ControlError&) {
         SetLabelText(QStringLiteral("Format Error"));
     }
 }
 
-void TCustomBoxLabel::SetAsInteger(std::int32_t value) {
+void CustomBoxLabel::SetAsInteger(std::int32_t value) {
     FValue = value;
     if (FFormatString.isEmpty()) {
         char buf[512];
@@ -105,24 +105,24 @@ void TCustomBoxLabel::SetAsInteger(std::int32_t value) {
     }
     try {
         SetLabelText(FormatIntArg(FFormatString, value));
-    } catch (const EControlError&) {
+    } catch (const ControlError&) {
         SetLabelText(QStringLiteral("Format Error"));
     }
 }
 
-double TCustomBoxLabel::AsFloat() const {
+double CustomBoxLabel::AsFloat() const {
     bool ok = false;
     const double v = GetLabelText().trimmed().toDouble(&ok);
     return ok ? v : 0.0;
 }
 
-std::int32_t TCustomBoxLabel::AsInteger() const {
+std::int32_t CustomBoxLabel::AsInteger() const {
     bool ok = false;
     const int v = GetLabelText().trimmed().toInt(&ok);
     return ok ? v : 0;
 }
 
-void TCustomBoxLabel::changeEvent(QEvent* event) {
+void CustomBoxLabel::changeEvent(QEvent* event) {
     if (event->type() == QEvent::EnabledChange || event->type() == QEvent::FontChange) update();
     QWidget::changeEvent(event);
 }
@@ -149,7 +149,7 @@ void bevel(TCanvas& cv, int W, int H, int BW, int inset, TColor light, TColor da
 
 } // namespace
 
-QImage TCustomBoxLabel::RenderImage() {
+QImage CustomBoxLabel::RenderImage() {
     const int W = width(), H = height();
     FBuffer = NewCanvasImage(W, H, FColor);
     TCanvas cv(FBuffer);
@@ -237,7 +237,7 @@ QImage TCustomBoxLabel::RenderImage() {
     return FBuffer;
 }
 
-void TCustomBoxLabel::paintEvent(QPaintEvent* event) {
+void CustomBoxLabel::paintEvent(QPaintEvent* event) {
     Q_UNUSED(event);
     RenderImage();
     QPainter painter(this);

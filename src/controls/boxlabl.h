@@ -15,29 +15,29 @@
 
 #include <cstdint>
 
-enum THorizontalAlignment { haTop, haCenter, haBottom };
+enum HorizontalAlignment { haTop, haCenter, haBottom };
 enum TBorderStyle { bsSingle, bsNone };
-enum TBevelStyle { bvRaised, bvNone, bvLowered };
+enum BevelStyle { bvRaised, bvNone, bvLowered };
 
-class TCustomBoxLabel : public QWidget {
+class CustomBoxLabel : public QWidget {
     Q_OBJECT
 public:
-    explicit TCustomBoxLabel(QWidget* parent = nullptr);
-    ~TCustomBoxLabel() override;
+    explicit CustomBoxLabel(QWidget* parent = nullptr);
+    ~CustomBoxLabel() override;
 
     TAlignment Alignment() const { return FAlignment; }
     void SetAlignment(TAlignment value);
-    THorizontalAlignment HorizontalAlign() const { return FHoriAlign; }
-    void SetHorizontalAlign(THorizontalAlignment value);
+    HorizontalAlignment HorizontalAlign() const { return FHoriAlign; }
+    void SetHorizontalAlign(HorizontalAlignment value);
     QString Caption() const { return GetLabelText(); }
     void SetCaption(const QString& value) { SetLabelText(value); }
     // Stored only; the drawing takes no account of it.
     int TextBorder() const { return FTextBorder; }
     void SetTextBorder(int value);
-    TBevelStyle BevelInner() const { return FBevelInner; }
-    void SetBevelInner(TBevelStyle value);
-    TBevelStyle BevelOuter() const { return FBevelOuter; }
-    void SetBevelOuter(TBevelStyle value);
+    BevelStyle BevelInner() const { return FBevelInner; }
+    void SetBevelInner(BevelStyle value);
+    BevelStyle BevelOuter() const { return FBevelOuter; }
+    void SetBevelOuter(BevelStyle value);
     int BevelWidth() const { return FBevelWidth; }
     void SetBevelWidth(int value);
     // Counts from the next number written.
@@ -74,14 +74,14 @@ protected:
 
 private:
     TAlignment FAlignment = taCenter;
-    THorizontalAlignment FHoriAlign = haCenter;
+    HorizontalAlignment FHoriAlign = haCenter;
     int FTextBorder = 2;
     bool FWordWrap = false;
     TBorderStyle FBorderStyle = bsNone;
     std::int8_t FDecimals = 0;
     double FValue = 0;
-    TBevelStyle FBevelInner = bvLowered;
-    TBevelStyle FBevelOuter = bvRaised;
+    BevelStyle FBevelInner = bvLowered;
+    BevelStyle FBevelOuter = bvRaised;
     int FBevelWidth = 1;
     QString FFormatString;
     QString FCaption;
@@ -90,8 +90,8 @@ private:
     QImage FBuffer;
 };
 
-class BoxLabel : public TCustomBoxLabel {
+class BoxLabel : public CustomBoxLabel {
     Q_OBJECT
 public:
-    explicit BoxLabel(QWidget* parent = nullptr) : TCustomBoxLabel(parent) {}
+    explicit BoxLabel(QWidget* parent = nullptr) : CustomBoxLabel(parent) {}
 };

@@ -3,13 +3,13 @@
 #include <QDebug>
 
 namespace {
-TControlsExceptionHandler& handlerSlot() {
-    static TControlsExceptionHandler handler;
+ControlsExceptionHandler& handlerSlot() {
+    static ControlsExceptionHandler handler;
     return handler;
 }
 } // namespace
 
-void SetControlsExceptionHandler(TControlsExceptionHandler handler) {
+void SetControlsExceptionHandler(ControlsExceptionHandler handler) {
     handlerSlot() = std::move(handler);
 }
 

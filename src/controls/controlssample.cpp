@@ -35,11 +35,11 @@ PriceGrid* makeGrid(QWidget* parent) {
     g->SetFocusCellColor(kMark);
     g->SetFocusCellFontColor(clWhite);
     g->SetFocusCellFontColorEnabled(true);
-    g->SetOptions(TGridOptions{goFixedVertLine, goFixedHorzLine, goVertLine, goHorzLine,
-                               goDrawFocusSelected, goColSizing, goEditing, goRangeSelect});
+    g->SetOptions(GridOptions{goFixedVertLine, goFixedHorzLine, goVertLine, goHorzLine,
+                              goDrawFocusSelected, goColSizing, goEditing, goRangeSelect});
 
     // One range entry for columns 1 and 2, as the price sheet has it.
-    TSCGCellParam* range = g->CellParams().Add();
+    SCGCellParam* range = g->CellParams().Add();
     range->SetColMax(2);
     range->SetRowMax(6);
     range->SetCol(1);

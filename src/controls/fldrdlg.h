@@ -31,7 +31,7 @@ unsigned FolderDlgFlags(FolderDialogOptions options);
 
 constexpr unsigned BFFM_INITIALIZED = 1;
 constexpr unsigned BFFM_SELCHANGED = 2;
-using TFNBFFCallBack =
+using FolderBrowseCallback =
     std::function<int(QWidget* Wnd, unsigned uMsg, const QString& Folder, std::intptr_t lpData)>;
 
 class FolderDialog : public QObject {
@@ -47,7 +47,9 @@ public:
     void SetOption(FolderDialogOptions value) { FOptions = value; }
     // The folder the tree starts at (write-only in use).
     void SetRootID(const QString& value) { FRootID = value; }
-    void SetBrowseCallBackProc(TFNBFFCallBack value) { FBrowseCallBackProc = std::move(value); }
+    void SetBrowseCallBackProc(FolderBrowseCallback value) {
+        FBrowseCallBackProc = std::move(value);
+    }
     std::intptr_t Param() const { return FParam; }
     void SetParam(std::intptr_t value) { FParam = value; }
     int Image() const { return FImage; }
@@ -59,7 +61,7 @@ private:
     QString FRootID;
     QString FTitle;
     FolderDialogOptions FOptions = 1u << bifReturnOnlyFSDirs;
-    TFNBFFCallBack FBrowseCallBackProc;
+    FolderBrowseCallback FBrowseCallBackProc;
     std::intptr_t FParam = 0;
     int FImage = 0;
     QString FFolderName;

@@ -54,7 +54,7 @@ QString generalText(long double v, int prec) {
 }
 
 [[noreturn]] void invalid(const QString& format) {
-    throw EControlError(
+    throw ControlError(
         QStringLiteral("Format '%1' invalid or incompatible with argument").arg(format));
 }
 

@@ -3,7 +3,7 @@
 // with d, u, x for integers and e, f, g, n, m for floats, "%%" for a percent
 // sign, other text copied. A specifier that does not fit the argument's
 // kind, a string or pointer specifier, or a second specifier raises
-// EControlError.
+// ControlError.
 
 #include "controls/controlerrors.h"
 

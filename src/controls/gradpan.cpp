@@ -5,13 +5,13 @@
 
 #include <cmath>
 
-TGrArray MakeGradientTable(TColor a, TColor b) {
+GrArray MakeGradientTable(TColor a, TColor b) {
     if (IsSystemColor(a) || IsSystemColor(b))
-        throw EControlRangeError(QStringLiteral("Range check error"));
+        throw ControlRangeError(QStringLiteral("Range check error"));
     const double sr = (GetRValue(b) - GetRValue(a)) / 100.0;
     const double sg = (GetGValue(b) - GetGValue(a)) / 100.0;
     const double sb = (GetBValue(b) - GetBValue(a)) / 100.0;
-    TGrArray table{};
+    GrArray table{};
     for (int I = 0; I < 100; ++I) {
         const int r = int(GetRValue(a) + I * sr);
         const int g = int(GetGValue(a) + I * sg);
@@ -89,11 +89,11 @@ void GradientPanel::SetAlignment(TAlignment value) {
     FAlignment = value;
     update();
 }
-void GradientPanel::SetBevelInner(TBevelStyle value) {
+void GradientPanel::SetBevelInner(BevelStyle value) {
     FBevelInner = value;
     update();
 }
-void GradientPanel::SetBevelOuter(TBevelStyle value) {
+void GradientPanel::SetBevelOuter(BevelStyle value) {
     FBevelOuter = value;
     update();
 }
@@ -275,7 +275,7 @@ void GradientPanel::PaintBevels(TCanvas& cv) {
     const int BW = FBevelWidth;
     cv.Pen.Style = psSolid;
     cv.Pen.Width = 1;
-    auto draw = [&](TBevelStyle style, int inset) {
+    auto draw = [&](BevelStyle style, int inset) {
         const TColor light = style == bvRaised ? clWhite : clGray;
         const TColor dark = style == bvRaised ? clGray : clWhite;
         for (int I = 0; I < BW; ++I) {

@@ -6,7 +6,7 @@
 // and bdLeft/bdRight run a 100-step gradient over the height or width;
 // bdHorzIn/Out and bdVertIn/Out run it out and back symmetrically;
 // bdStretchImage and bdTileImage paint Bitmap. ColorStart and ColorEnd must
-// be plain RGB (a system colour raises EControlRangeError when a gradient is
+// be plain RGB (a system colour raises ControlRangeError when a gradient is
 // built).
 //
 // Moveable panels answer HitTest with the desktop's zone codes, within
@@ -42,7 +42,7 @@ enum TDirection {
 enum TVertAlign { vlTop, vlCenter, VlBottom };
 enum TTextEffect { tenone, teShadow, teRaised, teLowered, teEmbossed };
 enum TTextRotation { trNone, TrUp, TrDown };
-using TGrArray = std::array<TColor, 100>;
+using GrArray = std::array<TColor, 100>;
 
 // Hit-test answers.
 enum THitTest {
@@ -61,11 +61,11 @@ enum THitTest {
 // The gradient table from a to b: entry I is a + I * (b - a) / 100 in each
 // of red, green and blue, the fraction cut off; entry 99 is one step short
 // of b.
-TGrArray MakeGradientTable(TColor a, TColor b);
+GrArray MakeGradientTable(TColor a, TColor b);
 // Windows-style multiply-divide, rounded half away from zero.
 int MulDiv(int number, int numerator, int denominator);
 
-class GradientPanel : public QWidget, public TControlObject {
+class GradientPanel : public QWidget, public ControlObject {
     Q_OBJECT
 public:
     explicit GradientPanel(QWidget* parent = nullptr);
@@ -93,17 +93,17 @@ public:
     void SetMarge(int value) { FMarge = value; }
     bool Moveable() const { return FMoveable; }
     void SetMoveable(bool value);
-    TNotifyEvent OnPanelMove;
+    NotifyEvent OnPanelMove;
 
     // The panel's own settings.
     QString Caption() const { return FCaption; }
     void SetCaption(const QString& value);
     TAlignment Alignment() const { return FAlignment; }
     void SetAlignment(TAlignment value);
-    TBevelStyle BevelInner() const { return FBevelInner; }
-    void SetBevelInner(TBevelStyle value);
-    TBevelStyle BevelOuter() const { return FBevelOuter; }
-    void SetBevelOuter(TBevelStyle value);
+    BevelStyle BevelInner() const { return FBevelInner; }
+    void SetBevelInner(BevelStyle value);
+    BevelStyle BevelOuter() const { return FBevelOuter; }
+    void SetBevelOuter(BevelStyle value);
     int BevelWidth() const { return FBevelWidth; }
     void SetBevelWidth(int value);
     int BorderWidth() const { return FBorderWidth; }
@@ -139,14 +139,14 @@ private:
     TTextRotation FTextRotation = trNone;
     bool FCtl3D = false;
     QImage FBitmap;
-    TGrArray FGradient{};
+    GrArray FGradient{};
     int FMarge = 6;
     bool FMoveable = false;
 
     QString FCaption;
     TAlignment FAlignment = taCenter;
-    TBevelStyle FBevelInner = bvNone;
-    TBevelStyle FBevelOuter = bvRaised;
+    BevelStyle FBevelInner = bvNone;
+    BevelStyle FBevelOuter = bvRaised;
     int FBevelWidth = 1;
     int FBorderWidth = 0;
     TColor FColor = clBtnFace;

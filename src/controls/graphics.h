@@ -68,7 +68,7 @@ inline TRect Rect(int left, int top, int right, int bottom) {
 }
 
 enum TAlignment { taLeftJustify = 0, taRightJustify = 1, taCenter = 2 };
-enum TTextLayout { tlTop = 0, tlCenter = 1, tlBottom = 2 };
+enum TextLayout { tlTop = 0, tlCenter = 1, tlBottom = 2 };
 
 // 0 solid, 1 clear, the rest hatches.
 enum TBrushStyle {
@@ -81,8 +81,8 @@ enum TBrushStyle {
     bsCross = 6,
     bsDiagCross = 7
 };
-enum TPenStyle { psSolid, psDash, psDot, psDashDot, psDashDotDot, psClear };
-enum TPenMode { pmCopy, pmNot, pmXor };
+enum PenStyle { psSolid, psDash, psDot, psDashDot, psDashDotDot, psClear };
+enum PenMode { pmCopy, pmNot, pmXor };
 
 struct TBrush {
     TColor Color = clWhite;
@@ -95,8 +95,8 @@ struct TBrush {
 struct TPen {
     TColor Color = clBlack;
     int Width = 1;
-    TPenStyle Style = psSolid;
-    TPenMode Mode = pmCopy;
+    PenStyle Style = psSolid;
+    PenMode Mode = pmCopy;
 };
 
 // A font: the Qt font (family, size in points, style) and its colour.
@@ -121,7 +121,7 @@ struct FontSpec {
 QString DefaultFontName();
 
 // Flags of TCanvas::DrawText.
-enum TDrawTextFlag : unsigned {
+enum DrawTextFlag : unsigned {
     DT_LEFT = 0x0,
     DT_CENTER = 0x1,
     DT_RIGHT = 0x2,

@@ -79,11 +79,11 @@ void NumberEdit::SetSelLength(int value) {
 }
 
 bool NumberEdit::CtrlDown() const {
-    return FCtrlFromEvent || TNumberEditCore::CtrlDown();
+    return FCtrlFromEvent || NumberEditCore::CtrlDown();
 }
 
 void NumberEdit::SetModified(bool value) {
-    TNumberEditCore::SetModified(value);
+    NumberEditCore::SetModified(value);
     setModified(value);
 }
 

@@ -1,7 +1,7 @@
 #pragma once
 // NumberEdit: the single-line number box on QLineEdit. All of its logic
 // (filtering, signs, thousands separators, rounding, limits, arrow steps,
-// hexadecimal) is TNumberEditCore's; this widget maps the edit primitives
+// hexadecimal) is NumberEditCore's; this widget maps the edit primitives
 // onto the QLineEdit and routes keys, paste, focus and text changes.
 //
 //   Value() / SetValue(v)    the number; writing shows the formatted text
@@ -19,7 +19,7 @@
 class QAction;
 class QMenu;
 
-class NumberEdit : public QLineEdit, public TNumberEditCore {
+class NumberEdit : public QLineEdit, public NumberEditCore {
     Q_OBJECT
 public:
     explicit NumberEdit(QWidget* parent = nullptr);

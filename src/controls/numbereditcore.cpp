@@ -19,7 +19,7 @@ bool isSign(QChar c) {
 }
 
 [[noreturn]] void notInteger(const QString& text) {
-    throw EConvertError(QStringLiteral("'%1' is not a valid integer value").arg(text));
+    throw ConvertError(QStringLiteral("'%1' is not a valid integer value").arg(text));
 }
 
 bool tryInt64(const QString& text, std::int64_t& out, int base = 10) {
@@ -52,7 +52,7 @@ bool tryInt64(const QString& text, std::int64_t& out, int base = 10) {
     return true;
 }
 
-std::int64_t roundTextToInt64(const TNumberEditCore& edit, Extended value) {
+std::int64_t roundTextToInt64(const NumberEditCore& edit, Extended value) {
     QString s = edit.RoundNumberText(PlainNumberText(value), 0);
     const int d = s.indexOf(kDecimal);
     if (d >= 0) s = s.left(d);
@@ -79,7 +79,7 @@ Extended TextToFloat(const QString& text) {
     static const QRegularExpression pattern(
         QStringLiteral(R"(^\s*[+-]?(\d+\.?\d*|\.\d+)([eE][+-]?\d+)?\s*$)"));
     if (!pattern.match(text).hasMatch())
-        throw EConvertError(QStringLiteral("'%1' is not a valid floating point value").arg(text));
+        throw ConvertError(QStringLiteral("'%1' is not a valid floating point value").arg(text));
     return std::strtold(text.trimmed().toLatin1().constData(), nullptr);
 }
 
@@ -137,13 +137,13 @@ QString FormatThousands(std::int64_t value) {
     return negative ? QLatin1Char('-') + out : out;
 }
 
-// ---------------------------------------------------------------- TNumberEditCore
+// ---------------------------------------------------------------- NumberEditCore
 
-TNumberEditCore::TNumberEditCore() : FText(QStringLiteral("0")) {}
+NumberEditCore::NumberEditCore() : FText(QStringLiteral("0")) {}
 
-TNumberEditCore::~TNumberEditCore() = default;
+NumberEditCore::~NumberEditCore() = default;
 
-void TNumberEditCore::SetText(const QString& value) {
+void NumberEditCore::SetText(const QString& value) {
     if (value == FText) return;
     FText = value;
     FSelStart = int(value.size());
@@ -151,51 +151,51 @@ void TNumberEditCore::SetText(const QString& value) {
     Change();
 }
 
-void TNumberEditCore::SetSelStart(int value) {
+void NumberEditCore::SetSelStart(int value) {
     FSelStart = qBound(0, value, int(Text().size()));
     FSelLength = 0;
 }
 
-void TNumberEditCore::SetSelLength(int value) {
+void NumberEditCore::SetSelLength(int value) {
     FSelLength = qBound(0, value, int(Text().size()) - SelStart());
 }
 
-void TNumberEditCore::BaseChange() {
+void NumberEditCore::BaseChange() {
     if (OnChange) OnChange(this);
 }
 
-void TNumberEditCore::WriteTextGuarded(const QString& text) {
+void NumberEditCore::WriteTextGuarded(const QString& text) {
     const bool keep = FChangeSave;
     FChangeSave = true;
     SetText(text);
     FChangeSave = keep;
 }
 
-void TNumberEditCore::SetAlignment(TAlignment value) {
+void NumberEditCore::SetAlignment(TAlignment value) {
     if (value == FAlignment) return;
     FAlignment = value;
     AlignmentChanged();
 }
 
-void TNumberEditCore::SetComma(bool value) {
+void NumberEditCore::SetComma(bool value) {
     FComma = value;
     WriteTextGuarded(FormatNumberText());
     Invalidate();
 }
 
-void TNumberEditCore::SetFigure(int value) {
+void NumberEditCore::SetFigure(int value) {
     FFigure = value;
     SetText(FormatNumberText());
     Invalidate();
 }
 
-void TNumberEditCore::SetFixed(bool value) {
+void NumberEditCore::SetFixed(bool value) {
     FFixed = value;
     SetText(FormatNumberText());
     Invalidate();
 }
 
-void TNumberEditCore::SetLimit(bool value) {
+void NumberEditCore::SetLimit(bool value) {
     FLimit = value;
     if (FLimit) {
         if (HasLimit(loMin) && FValue < FMin) FValue = FMin;
@@ -205,7 +205,7 @@ void TNumberEditCore::SetLimit(bool value) {
     }
 }
 
-void TNumberEditCore::SetLimitOptions(TLimitOptions value) {
+void NumberEditCore::SetLimitOptions(TLimitOptions value) {
     FLimitOptions = value;
     if (FLimit) {
         if (HasLimit(loMin) && FValue < FMin) FValue = FMin;
@@ -215,7 +215,7 @@ void TNumberEditCore::SetLimitOptions(TLimitOptions value) {
     }
 }
 
-void TNumberEditCore::SetMax(Extended value) {
+void NumberEditCore::SetMax(Extended value) {
     FMax = value;
     if (FMin > FMax) FMin = FMax;
     if ((FValue < FMin || FValue > FMax) && FLimit && HasLimit(loMax)) {
@@ -225,7 +225,7 @@ void TNumberEditCore::SetMax(Extended value) {
     }
 }
 
-void TNumberEditCore::SetMin(Extended value) {
+void NumberEditCore::SetMin(Extended value) {
     FMin = value;
     if (FMax < FMin) FMax = FMin;
     if ((FValue < FMin || FValue > FMax) && FLimit && HasLimit(loMin)) {
@@ -235,18 +235,18 @@ void TNumberEditCore::SetMin(Extended value) {
     }
 }
 
-void TNumberEditCore::SetValidMinus(bool value) {
+void NumberEditCore::SetValidMinus(bool value) {
     FValidMinus = value;
     if (FNumberType == ntHex) SetText(FormatNumberText());
 }
 
-void TNumberEditCore::SetZeroVisible(bool value) {
+void NumberEditCore::SetZeroVisible(bool value) {
     if (value == FZeroVisible) return;
     FZeroVisible = value;
     if (FValue == 0) SetText(FormatNumberText());
 }
 
-QString TNumberEditCore::HexText(std::int64_t value, bool allowMinus) const {
+QString NumberEditCore::HexText(std::int64_t value, bool allowMinus) const {
     const int width = std::max(FFigure, 1);
     if (allowMinus) {
         const unsigned long long magnitude = value < 0
@@ -263,7 +263,7 @@ QString TNumberEditCore::HexText(std::int64_t value, bool allowMinus) const {
         .rightJustified(width, QLatin1Char('0'));
 }
 
-void TNumberEditCore::SetNumberType(TNumberType value) {
+void NumberEditCore::SetNumberType(TNumberType value) {
     if (value == FNumberType) return;
     if (value == ntDecimal) {
         FNumberType = value;
@@ -276,7 +276,7 @@ void TNumberEditCore::SetNumberType(TNumberType value) {
     Invalidate();
 }
 
-void TNumberEditCore::SetValue(Extended value) {
+void NumberEditCore::SetValue(Extended value) {
     if (FLimit && HasLimit(loMin) && value < FMin)
         FValue = FMin;
     else if (FLimit && HasLimit(loMax) && value > FMax)
@@ -286,29 +286,29 @@ void TNumberEditCore::SetValue(Extended value) {
     SetText(FormatNumberText());
 }
 
-void TNumberEditCore::SetCurrency(Currency value) {
+void NumberEditCore::SetCurrency(Currency value) {
     SetValue(TextToFloat(CurrToStr(value)));
 }
 
-Currency TNumberEditCore::AsCurrency() const {
+Currency NumberEditCore::AsCurrency() const {
     return StrToCurr(PlainNumberText(FValue));
 }
 
-Currency TNumberEditCore::StoredCurrency() const {
+Currency NumberEditCore::StoredCurrency() const {
     return Currency::FromRaw(Store(FValue * 10000.0L));
 }
 
-std::int64_t TNumberEditCore::AsInt64() const {
+std::int64_t NumberEditCore::AsInt64() const {
     return roundTextToInt64(*this, FValue);
 }
 
-std::int32_t TNumberEditCore::IntValue() const {
+std::int32_t NumberEditCore::IntValue() const {
     return std::int32_t(std::clamp<std::int64_t>(AsInt64(),
                                                  std::numeric_limits<std::int32_t>::min(),
                                                  std::numeric_limits<std::int32_t>::max()));
 }
 
-QString TNumberEditCore::AsText() const {
+QString NumberEditCore::AsText() const {
     if (FNumberType == ntDecimal) return FloatToGeneral(FValue);
     const std::int64_t v = AsInt64();
     const unsigned long long magnitude =
@@ -318,7 +318,7 @@ QString TNumberEditCore::AsText() const {
     return digits;
 }
 
-Extended TNumberEditCore::ParseNumberText(QString& S) const {
+Extended NumberEditCore::ParseNumberText(QString& S) const {
     if (S.isEmpty() || S == QLatin1String("-") || S == QLatin1String("+")) return 0;
     if (FNumberType == ntDecimal) {
         QString stripped;
@@ -346,7 +346,7 @@ Extended TNumberEditCore::ParseNumberText(QString& S) const {
     return Extended(std::int32_t(std::uint32_t(v)));
 }
 
-QString TNumberEditCore::RoundNumberText(const QString& AText, int ADigits) const {
+QString NumberEditCore::RoundNumberText(const QString& AText, int ADigits) const {
     // Stripped as decimal text, whatever the box's number type.
     QString S;
     for (QChar c : AText)
@@ -388,7 +388,7 @@ QString TNumberEditCore::RoundNumberText(const QString& AText, int ADigits) cons
     return intPart + kDecimal + kept;
 }
 
-QString TNumberEditCore::FormatNumberText() {
+QString NumberEditCore::FormatNumberText() {
     if (FLimit) {
         if (HasLimit(loMin) && FValue < FMin) FValue = FMin;
         if (HasLimit(loMax) && FValue > FMax) FValue = FMax;
@@ -435,7 +435,7 @@ QString TNumberEditCore::FormatNumberText() {
     return S;
 }
 
-void TNumberEditCore::Change() {
+void NumberEditCore::Change() {
     if (FChangeSave) return;
     const QString text = Text();
     if (text.isEmpty() || text == QLatin1String("-") || text == QLatin1String("+")) {
@@ -470,7 +470,7 @@ void TNumberEditCore::Change() {
     BaseChange();
 }
 
-void TNumberEditCore::DoEnter() {
+void NumberEditCore::DoEnter() {
     if (FAutoSelect) {
         SetSelStart(0);
         SetSelLength(Text().size());
@@ -480,7 +480,7 @@ void TNumberEditCore::DoEnter() {
     FKeyin = false;
 }
 
-void TNumberEditCore::DoExit() {
+void NumberEditCore::DoExit() {
     FChangeSave = true;
     try {
         QString s = Text();
@@ -494,7 +494,7 @@ void TNumberEditCore::DoExit() {
     FChangeSave = false;
 }
 
-void TNumberEditCore::KeyDown(int& key, TShiftState shift) {
+void NumberEditCore::KeyDown(int& key, ShiftState shift) {
     Q_UNUSED(shift);
     if (!FAllowKeys) return;
     if (key == 38)
@@ -503,7 +503,7 @@ void TNumberEditCore::KeyDown(int& key, TShiftState shift) {
         StepByArrow(adDown);
 }
 
-void TNumberEditCore::StepByArrow(TArrowKeyDirection Direction) {
+void NumberEditCore::StepByArrow(ArrowKeyDirection Direction) {
     Extended n = FValue;
     if (Direction == adUp)
         n = FValue + GetIncrement();
@@ -519,11 +519,11 @@ void TNumberEditCore::StepByArrow(TArrowKeyDirection Direction) {
     SetValue(n);
 }
 
-void TNumberEditCore::DoArrowKeyChange(TArrowKeyDirection Direction, Extended& NewValue) {
+void NumberEditCore::DoArrowKeyChange(ArrowKeyDirection Direction, Extended& NewValue) {
     if (OnArrowKeyChange) OnArrowKeyChange(this, Direction, NewValue);
 }
 
-bool TNumberEditCore::IsValidChar(QChar key) const {
+bool NumberEditCore::IsValidChar(QChar key) const {
     const ushort k = key.unicode();
     const bool control = k == 8 || k == 9 || k == 13;
     const bool digit = k >= '0' && k <= '9';
@@ -559,7 +559,7 @@ bool TNumberEditCore::IsValidChar(QChar key) const {
     return false;
 }
 
-QChar TNumberEditCore::KeyPressFilter(QChar key) {
+QChar NumberEditCore::KeyPressFilter(QChar key) {
     if (!IsValidChar(key)) return QChar(0);
     if (isSign(key)) {
         int caret = SelStart();
@@ -598,7 +598,7 @@ QChar TNumberEditCore::KeyPressFilter(QChar key) {
     return key;
 }
 
-void TNumberEditCore::PasteText(const QString& clip) {
+void NumberEditCore::PasteText(const QString& clip) {
     int P = SelStart() + 1;
     QString T = Text();
     T.remove(SelStart(), SelLength());
@@ -627,7 +627,7 @@ void TNumberEditCore::PasteText(const QString& clip) {
     SetSelStart(std::min(P - 1, int(Text().size())));
 }
 
-void TNumberEditCore::TypeChar(QChar key) {
+void NumberEditCore::TypeChar(QChar key) {
     QChar k = KeyPressFilter(key);
     if (k.isNull()) return;
     if (OnKeyPress) OnKeyPress(this, k);
@@ -656,7 +656,7 @@ void TNumberEditCore::TypeChar(QChar key) {
     Change();
 }
 
-void TNumberEditCore::TypeText(const QString& text) {
+void NumberEditCore::TypeText(const QString& text) {
     for (QChar c : text)
         TypeChar(c);
 }

@@ -10,7 +10,7 @@
 // window; the widget NumberEdit maps them onto a QLineEdit.
 //
 // Locale: "." is the decimal separator and "," the thousands separator.
-// Text that passes the filter but does not convert raises EConvertError.
+// Text that passes the filter but does not convert raises ConvertError.
 
 #include "controls/stringgridmodel.h"
 #include "engine/currency.h"
@@ -24,16 +24,16 @@ using Extended = long double;
 
 enum TNumberType { ntDecimal = 0, ntHex = 1 };
 enum TRoundMode { rmDown = 0, rmRound = 1, rmUp = 2 };
-enum TLimitOption { loMax = 0, loMin = 1 };
-// A set of TLimitOption as bits (1 << loMax, 1 << loMin).
+enum LimitOption { loMax = 0, loMin = 1 };
+// A set of LimitOption as bits (1 << loMax, 1 << loMin).
 using TLimitOptions = unsigned;
 constexpr TLimitOptions LimitBoth = (1u << loMax) | (1u << loMin);
-enum TArrowKeyDirection { adNone = 0, adUp = 1, adDown = 2 };
+enum ArrowKeyDirection { adNone = 0, adUp = 1, adDown = 2 };
 
-using TArrowKeyEvent =
-    std::function<void(TControlObject* Sender, TArrowKeyDirection Direction, Extended& NewValue)>;
-using TKeyPressEvent = std::function<void(TControlObject* Sender, QChar& Key)>;
-using TChangeEvent = std::function<void(TControlObject* Sender)>;
+using ArrowKeyEvent =
+    std::function<void(ControlObject* Sender, ArrowKeyDirection Direction, Extended& NewValue)>;
+using KeyPressEvent = std::function<void(ControlObject* Sender, QChar& Key)>;
+using ChangeEvent = std::function<void(ControlObject* Sender)>;
 
 // The float at 15 significant digits in the general form ("1234.5",
 // "1.5E-7", "1.5E+20"), as the box shows numbers.
@@ -43,15 +43,15 @@ QString FloatToGeneral(Extended value);
 QString PlainNumberText(Extended value);
 // Integer with "," every three digits ("#,##0").
 QString FormatThousands(std::int64_t value);
-// Strict conversions; bad text raises EConvertError.
+// Strict conversions; bad text raises ConvertError.
 std::int64_t TextToInt64(const QString& text);
 std::int32_t TextToInt32(const QString& text);
 Extended TextToFloat(const QString& text);
 
-class TNumberEditCore : public TControlObject {
+class NumberEditCore : public ControlObject {
 public:
-    TNumberEditCore();
-    ~TNumberEditCore() override;
+    NumberEditCore();
+    ~NumberEditCore() override;
 
     // ---- settings
     TAlignment Alignment() const { return FAlignment; }
@@ -124,15 +124,15 @@ public:
     void DoEnter();
     void DoExit();
     // Key codes as the desktop uses them: 38 up, 40 down.
-    void KeyDown(int& key, TShiftState shift);
+    void KeyDown(int& key, ShiftState shift);
     bool IsValidChar(QChar key) const;
     // Steps 1-3 of a typed character: the filter and the sign keys. Returns
     // the character that goes on into the box, or QChar(0) when dropped.
     QChar KeyPressFilter(QChar key);
     // Inserts clipboard text as the paste filter allows.
     void PasteText(const QString& clip);
-    virtual void StepByArrow(TArrowKeyDirection Direction);
-    virtual void DoArrowKeyChange(TArrowKeyDirection Direction, Extended& NewValue);
+    virtual void StepByArrow(ArrowKeyDirection Direction);
+    virtual void DoArrowKeyChange(ArrowKeyDirection Direction, Extended& NewValue);
 
     // Without a window: one typed character as the box would take it
     // (filter, OnKeyPress, insertion over the selection, backspace).
@@ -156,9 +156,9 @@ public:
     void SetCtrlDownForTyping(bool down) { FCtrlDown = down; }
     virtual void SetModified(bool value) { FModified = value; }
 
-    TChangeEvent OnChange;
-    TKeyPressEvent OnKeyPress;
-    TArrowKeyEvent OnArrowKeyChange;
+    ChangeEvent OnChange;
+    KeyPressEvent OnKeyPress;
+    ArrowKeyEvent OnArrowKeyChange;
 
 protected:
     virtual void BaseChange();
@@ -169,7 +169,7 @@ protected:
     bool FKeyin = false;
 
 private:
-    bool HasLimit(TLimitOption o) const { return (FLimitOptions & (1u << o)) != 0; }
+    bool HasLimit(LimitOption o) const { return (FLimitOptions & (1u << o)) != 0; }
     QString HexText(std::int64_t value, bool allowMinus) const;
 
     TAlignment FAlignment = taRightJustify;

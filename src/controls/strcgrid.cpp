@@ -25,14 +25,14 @@ template <typename F> void RunGuarded(F&& f) {
 
 } // namespace
 
-// ---------------------------------------------------------------- TInplaceEdit
+// ---------------------------------------------------------------- InplaceEdit
 
-TInplaceEdit::TInplaceEdit(PriceGrid* grid) : QLineEdit(grid), FGrid(grid) {
+InplaceEdit::InplaceEdit(PriceGrid* grid) : QLineEdit(grid), FGrid(grid) {
     setFrame(false);
     hide();
 }
 
-bool TInplaceEdit::event(QEvent* event) {
+bool InplaceEdit::event(QEvent* event) {
     // An open editor owns the Escape key: a shortcut of the window on it
     // does not take the key away from the grid's key handling.
     if (event->type() == QEvent::ShortcutOverride) {
@@ -45,11 +45,11 @@ bool TInplaceEdit::event(QEvent* event) {
     return QLineEdit::event(event);
 }
 
-void TInplaceEdit::keyPressEvent(QKeyEvent* event) {
+void InplaceEdit::keyPressEvent(QKeyEvent* event) {
     RunGuarded([&] {
         const int code = VirtualKeyOf(event);
         int key = code;
-        const TShiftState shift = ShiftStateOf(event->modifiers());
+        const ShiftState shift = ShiftStateOf(event->modifiers());
         // A handler that raises ends the key here.
         if (FGrid->OnKeyDown) FGrid->OnKeyDown(FGrid, key, shift);
         if (key == 0 && code != 0) return;
@@ -105,7 +105,7 @@ void PriceGrid::SetEditorMode(bool open) {
         HideEditor();
 }
 
-void PriceGrid::ApplyCellFontToEditor(TSCGCellParam* AParam) {
+void PriceGrid::ApplyCellFontToEditor(SCGCellParam* AParam) {
     if (!FEditor) return;
     const FontSpec font = AParam && !AParam->FontName().isEmpty()
                               ? Fonts()[Fonts().IndexOfName(AParam->FontName())]->Font()
@@ -127,8 +127,8 @@ void PriceGrid::ApplyImeMode() {
 }
 
 void PriceGrid::CreateEditor() {
-    FEditor = new TInplaceEdit(this);
-    TSCGCellParam* p = FindCellParam(Col(), Row(), false);
+    FEditor = new InplaceEdit(this);
+    SCGCellParam* p = FindCellParam(Col(), Row(), false);
     ApplyCellFontToEditor(p);
     SetImeModeOf(FEditor, p ? p->ImeMode() : ImeMode());
     connect(FEditor, &QLineEdit::textEdited, this,
@@ -238,7 +238,7 @@ QImage PriceGrid::RenderImage() {
             if (rect.Left >= width() || rect.Top >= height() || rect.Width() <= 0 ||
                 rect.Height() <= 0)
                 continue;
-            TGridDrawState state = 0;
+            GridDrawState state = 0;
             const bool fixed = c < FixedCols() || r < FixedRows();
             if (fixed) state |= gdFixed;
             if (!fixed && (rowSelect ? (r >= sel.Top && r <= sel.Bottom) : sel.Contains(c, r)))
@@ -317,7 +317,7 @@ void PriceGrid::ResetCanvas() {
 
 namespace {
 
-QString captionText(const TSCGCellParam* p, const QString& S) {
+QString captionText(const SCGCellParam* p, const QString& S) {
     const QString C = p->Caption();
     const QString CR(QChar(13));
     switch (p->CaptionType()) {
@@ -339,7 +339,7 @@ QString captionText(const TSCGCellParam* p, const QString& S) {
 
 } // namespace
 
-void PriceGrid::DrawCell(int ACol, int ARow, const TRect& ARect, TGridDrawState AState) {
+void PriceGrid::DrawCell(int ACol, int ARow, const TRect& ARect, GridDrawState AState) {
     TCanvas& cv = *FCanvas;
     if (DefaultDrawing()) {
         // The plain string grid's own look.
@@ -354,15 +354,15 @@ void PriceGrid::DrawCell(int ACol, int ARow, const TRect& ARect, TGridDrawState 
         if (AState & gdFocused) DrawFocusFrame(ACol, ARow, ARect, true, true);
         return;
     }
-    TSCGCellParam* p = FindCellParam(ACol, ARow, false);
-    const TGridOptions options = p && p->OptionsEnabled() ? p->Options() : Options();
+    SCGCellParam* p = FindCellParam(ACol, ARow, false);
+    const GridOptions options = p && p->OptionsEnabled() ? p->Options() : Options();
     DoFillCell(ACol, ARow, AState, p, false);
     const bool focusColors = PrepareFocusColors(p, AState);
     SaveCanvas();
 
     int overstrike = 1;
     TAlignment alignment;
-    TTextLayout layout;
+    TextLayout layout;
     QString text;
     bool called = false;
     bool reset = true;
@@ -421,9 +421,9 @@ void PriceGrid::DrawCell(int ACol, int ARow, const TRect& ARect, TGridDrawState 
     if (AState & gdFixed) DrawFixedFrame(ARect);
 }
 
-void PriceGrid::DrawCellText(int ACol, int ARow, const TRect& ARect, TGridDrawState AState,
-                             TSCGCellParam* AParam, TGridOptions AOptions, const QString& AText,
-                             TAlignment AAlignment, TTextLayout ALayout, int AOverstrike) {
+void PriceGrid::DrawCellText(int ACol, int ARow, const TRect& ARect, GridDrawState AState,
+                             SCGCellParam* AParam, GridOptions AOptions, const QString& AText,
+                             TAlignment AAlignment, TextLayout ALayout, int AOverstrike) {
     TCanvas& cv = *FCanvas;
     const QString text = AText.isEmpty() ? QString(QChar(13)) : AText;
     FCellTextDrawList = SplitTextLines(text);
@@ -436,7 +436,7 @@ void PriceGrid::DrawCellText(int ACol, int ARow, const TRect& ARect, TGridDrawSt
         L.Bottom = i == count - 1 ? ARect.Bottom : ARect.Top + (i + 1) * H;
         QString line = FCellTextDrawList[i];
         TAlignment alignment = AAlignment;
-        TTextLayout layout = ALayout;
+        TextLayout layout = ALayout;
         bool innerLine = AOptions.Contains(goHorzLine);
         if (OnDrawTextOneLine) {
             ResetCanvas();
@@ -494,7 +494,7 @@ void PriceGrid::DrawCellText(int ACol, int ARow, const TRect& ARect, TGridDrawSt
     }
 }
 
-void PriceGrid::DoFillCell(int ACol, int ARow, TGridDrawState AState, TSCGCellParam* AParam,
+void PriceGrid::DoFillCell(int ACol, int ARow, GridDrawState AState, SCGCellParam* AParam,
                            bool AUseFocus) {
     TCanvas& cv = *FCanvas;
     const TRect R = CellRect(ACol, ARow);
@@ -538,13 +538,13 @@ void PriceGrid::DoFillCell(int ACol, int ARow, TGridDrawState AState, TSCGCellPa
     cv.Pen.Mode = pmCopy;
 }
 
-void PriceGrid::FillCell(int ACol, int ARow, TGridDrawState AState) {
+void PriceGrid::FillCell(int ACol, int ARow, GridDrawState AState) {
     if (!FCanvas) return;
     DoFillCell(ACol, ARow, AState, FindCellParam(ACol, ARow, false), true);
 }
 
-bool PriceGrid::PrepareFocusColors(TSCGCellParam* AParam, TGridDrawState AState) {
-    const TGridOptions options =
+bool PriceGrid::PrepareFocusColors(SCGCellParam* AParam, GridDrawState AState) {
+    const GridOptions options =
         AParam && AParam->OptionsEnabled() ? AParam->Options() : InForceOptions();
     const bool selected = (GridFocused() || FocusDraw()) && (AState & gdSelected) &&
                           (options.Contains(goDrawFocusSelected) || !(AState & gdFocused) ||
@@ -608,8 +608,8 @@ void PriceGrid::DrawFixedFrame(const TRect& ARect) {
 bool PriceGrid::SelectCell(int ACol, int ARow) {
     bool result = true;
     if (OnSelectCell) OnSelectCell(this, ACol, ARow, result);
-    TSCGCellParam* newParam = FindCellParam(ACol, ARow, false);
-    TSCGCellParam* oldParam = FindCellParam(FOldCol, FOldRow, false);
+    SCGCellParam* newParam = FindCellParam(ACol, ARow, false);
+    SCGCellParam* oldParam = FindCellParam(FOldCol, FOldRow, false);
     if (FEditor) {
         ApplyCellFontToEditor(newParam);
         SetImeModeOf(FEditor,
@@ -680,7 +680,7 @@ void PriceGrid::MoveBy(int dCol, int dRow, bool extend) {
     FocusCell(Col() + dCol, Row() + dRow, !range);
 }
 
-bool PriceGrid::GridKey(int key, TShiftState shift) {
+bool PriceGrid::GridKey(int key, ShiftState shift) {
     const bool extend = shift & ssShift;
     const int page = std::max(1, (height() / std::max(1, DefaultRowHeight())) - FixedRows());
     switch (key) {
@@ -724,7 +724,7 @@ void PriceGrid::keyPressEvent(QKeyEvent* event) {
     RunGuarded([&] {
         const int code = VirtualKeyOf(event);
         int key = code;
-        const TShiftState shift = ShiftStateOf(event->modifiers());
+        const ShiftState shift = ShiftStateOf(event->modifiers());
         // A handler that raises ends the key here.
         if (OnKeyDown) OnKeyDown(this, key, shift);
         if (key == 0 && code != 0) return;

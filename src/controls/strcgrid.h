@@ -26,10 +26,10 @@
 class PriceGrid;
 
 // The grid's in-place editor.
-class TInplaceEdit : public QLineEdit {
+class InplaceEdit : public QLineEdit {
     Q_OBJECT
 public:
-    explicit TInplaceEdit(PriceGrid* grid);
+    explicit InplaceEdit(PriceGrid* grid);
 
 protected:
     bool event(QEvent* event) override;
@@ -42,31 +42,31 @@ private:
 class PriceGrid : public QWidget, public PriceGridModel {
     Q_OBJECT
 public:
-    using TSelectCellEvent =
-        std::function<void(TControlObject* Sender, int ACol, int ARow, bool& CanSelect)>;
-    using TSetEditEvent =
-        std::function<void(TControlObject* Sender, int ACol, int ARow, const QString& Value)>;
-    using TKeyEvent = std::function<void(TControlObject* Sender, int& Key, TShiftState Shift)>;
-    using TDrawCellEvent = std::function<void(TControlObject* Sender, int ACol, int ARow,
-                                              const TRect& Rect, TGridDrawState State)>;
+    using SelectCellEvent =
+        std::function<void(ControlObject* Sender, int ACol, int ARow, bool& CanSelect)>;
+    using SetEditEvent =
+        std::function<void(ControlObject* Sender, int ACol, int ARow, const QString& Value)>;
+    using KeyEvent = std::function<void(ControlObject* Sender, int& Key, ShiftState Shift)>;
+    using DrawCellEvent = std::function<void(ControlObject* Sender, int ACol, int ARow,
+                                             const TRect& Rect, GridDrawState State)>;
 
     explicit PriceGrid(QWidget* parent = nullptr);
     ~PriceGrid() override;
 
     // ---- events of the string grid
-    TSelectCellEvent OnSelectCell; // before the current cell moves; may refuse
-    TSetEditEvent OnSetEditText;   // the editor changed the cell's string
-    TKeyEvent OnKeyDown;           // every key, also those typed in the editor
-    TNotifyEvent onClicked;        // the current cell was set by mouse or key
-    TDrawCellEvent OnDrawCell;     // after a cell's text is drawn
+    SelectCellEvent OnSelectCell; // before the current cell moves; may refuse
+    SetEditEvent OnSetEditText;   // the editor changed the cell's string
+    KeyEvent OnKeyDown;           // every key, also those typed in the editor
+    NotifyEvent onClicked;        // the current cell was set by mouse or key
+    DrawCellEvent OnDrawCell;     // after a cell's text is drawn
 
     // ---- events of PriceGrid
-    TSCGCellChangedEvent OnCellChanged;
-    TSCGColChangedEvent OnColChanged;
-    TSCGRowChangedEvent OnRowChanged;
-    TSCGOutCellTextEvent OnOutCellText;
-    TSCGDrawTextOneLineEvent OnDrawTextOneLine;
-    TNotifyEvent BeforeDraw;
+    SCGCellChangedEvent OnCellChanged;
+    SCGColChangedEvent OnColChanged;
+    SCGRowChangedEvent OnRowChanged;
+    SCGOutCellTextEvent OnOutCellText;
+    SCGDrawTextOneLineEvent OnDrawTextOneLine;
+    NotifyEvent BeforeDraw;
 
     // The control's own text, handed to OnOutCellText as ACaption.
     QString Text() const { return FText; }
@@ -102,14 +102,14 @@ public:
     bool GridFocused() const;
 
     // Fills a cell as a selected cell would be (during a paint).
-    void FillCell(int ACol, int ARow, TGridDrawState AState);
+    void FillCell(int ACol, int ARow, GridDrawState AState);
     // The raised frame of a fixed cell (with Ctl3D only).
     void DrawFixedFrame(const TRect& ARect);
 
     void Loaded() override;
     virtual bool SelectCell(int ACol, int ARow);
-    virtual void DrawCell(int ACol, int ARow, const TRect& ARect, TGridDrawState AState);
-    virtual void DoFillCell(int ACol, int ARow, TGridDrawState AState, TSCGCellParam* AParam,
+    virtual void DrawCell(int ACol, int ARow, const TRect& ARect, GridDrawState AState);
+    virtual void DoFillCell(int ACol, int ARow, GridDrawState AState, SCGCellParam* AParam,
                             bool AUseFocus);
 
     QSize sizeHint() const override;
@@ -128,24 +128,24 @@ protected:
     void DoEnter();
 
 private:
-    friend class TInplaceEdit;
-    bool PrepareFocusColors(TSCGCellParam* AParam, TGridDrawState AState);
+    friend class InplaceEdit;
+    bool PrepareFocusColors(SCGCellParam* AParam, GridDrawState AState);
     void DrawFocusFrame(int ACol, int ARow, const TRect& ARect, bool ALeftEdge, bool ARightEdge);
     void InvertFramePixel(int X, int Y);
-    void DrawCellText(int ACol, int ARow, const TRect& ARect, TGridDrawState AState,
-                      TSCGCellParam* AParam, TGridOptions AOptions, const QString& AText,
-                      TAlignment AAlignment, TTextLayout ALayout, int AOverstrike);
+    void DrawCellText(int ACol, int ARow, const TRect& ARect, GridDrawState AState,
+                      SCGCellParam* AParam, GridOptions AOptions, const QString& AText,
+                      TAlignment AAlignment, TextLayout ALayout, int AOverstrike);
     void ResetCanvas();
     void SaveCanvas();
     void DrawGridLines();
     void CreateEditor();
-    void ApplyCellFontToEditor(TSCGCellParam* AParam);
+    void ApplyCellFontToEditor(SCGCellParam* AParam);
     // Input-method modes map onto Qt's input method switch: disabled and
     // closed turn it off, the others leave it on.
     static void SetImeModeOf(QWidget* widget, TImeMode mode);
     void EditorTextEdited(const QString& text);
     // Key handling shared by the grid and the editor; true when handled.
-    bool GridKey(int key, TShiftState shift);
+    bool GridKey(int key, ShiftState shift);
     void MoveBy(int dCol, int dRow, bool extend);
     int ColumnBorderAt(int x, int y) const;
 
@@ -157,7 +157,7 @@ private:
     FontSpec FSaveFont;
     QStringList FCellTextDrawList;
     bool FCurrentCellMoved = false;
-    TInplaceEdit* FEditor = nullptr;
+    InplaceEdit* FEditor = nullptr;
     QString FEditorOriginal;
     bool FSelecting = false;
     int FSizingCol = -1;

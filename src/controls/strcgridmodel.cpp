@@ -13,24 +13,24 @@ QString u8(const char* text) {
 }
 
 [[noreturn]] void listIndexError(int index) {
-    throw EControlRangeError(QStringLiteral("List index out of bounds (%1)").arg(index));
+    throw ControlRangeError(QStringLiteral("List index out of bounds (%1)").arg(index));
 }
 
 } // namespace
 
-// ---------------------------------------------------------------- TSCGCellParam
+// ---------------------------------------------------------------- SCGCellParam
 
-TSCGCellParam::TSCGCellParam(TSCGCellParams* ACollection) : FCollection(ACollection) {
+SCGCellParam::SCGCellParam(SCGCellParams* ACollection) : FCollection(ACollection) {
     if (FCollection && FCollection->Owner()) FOptions = FCollection->Owner()->Options();
 }
 
-TSCGCellParam::~TSCGCellParam() = default;
+SCGCellParam::~SCGCellParam() = default;
 
-int TSCGCellParam::Index() const {
+int SCGCellParam::Index() const {
     return FCollection ? FCollection->IndexOf(this) : -1;
 }
 
-void TSCGCellParam::Assign(const TSCGCellParam& source) {
+void SCGCellParam::Assign(const SCGCellParam& source) {
     if (&source == this) return;
     FAlignment = source.FAlignment;
     FCol = source.FCol;
@@ -67,35 +67,35 @@ void TSCGCellParam::Assign(const TSCGCellParam& source) {
     Changed();
 }
 
-QString TSCGCellParam::GetDisplayName() const {
+QString SCGCellParam::GetDisplayName() const {
     return QString::asprintf("%s (%3d,%3d)-(%3d,%3d)", FName.toUtf8().constData(), FCol, FRow,
                              FColMax, FRowMax);
 }
 
-QString TSCGCellParam::Failure(const char* text) const {
+QString SCGCellParam::Failure(const char* text) const {
     return GetDisplayName() + u8(text);
 }
 
-void TSCGCellParam::Changed() {
+void SCGCellParam::Changed() {
     if (FCollection) FCollection->Update(this);
 }
 
-bool TSCGCellParam::GridLoading() const {
+bool SCGCellParam::GridLoading() const {
     return FCollection && FCollection->Owner() && FCollection->Owner()->IsLoading();
 }
 
-bool TSCGCellParam::Governs(int col, int row) const {
+bool SCGCellParam::Governs(int col, int row) const {
     if (FRangeEnabled) return FCol <= col && col <= FColMax && FRow <= row && row <= FRowMax;
     return FCol == col && FRow == row;
 }
 
-void TSCGCellParam::SetAlignment(TAlignment value) {
+void SCGCellParam::SetAlignment(TAlignment value) {
     FAlignment = value;
     Changed();
 }
 
-void TSCGCellParam::SetCol(int value) {
-    if (value < 0) throw EControlRangeError(Failure(".Col の値が 0 を下まわりました"));
+void SCGCellParam::SetCol(int value) {
+    if (value < 0) throw ControlRangeError(Failure(".Col の値が 0 を下まわりました"));
     const int old = FCol;
     FCol = value;
     try {
@@ -107,7 +107,7 @@ void TSCGCellParam::SetCol(int value) {
     Changed();
 }
 
-void TSCGCellParam::SetColMax(int value) {
+void SCGCellParam::SetColMax(int value) {
     const int old = FColMax;
     FColMax = value;
     try {
@@ -119,8 +119,8 @@ void TSCGCellParam::SetColMax(int value) {
     Changed();
 }
 
-void TSCGCellParam::SetRow(int value) {
-    if (value < 0) throw EControlRangeError(Failure(".Row の値が 0 を下まわりました"));
+void SCGCellParam::SetRow(int value) {
+    if (value < 0) throw ControlRangeError(Failure(".Row の値が 0 を下まわりました"));
     const int old = FRow;
     FRow = value;
     try {
@@ -132,7 +132,7 @@ void TSCGCellParam::SetRow(int value) {
     Changed();
 }
 
-void TSCGCellParam::SetRowMax(int value) {
+void SCGCellParam::SetRowMax(int value) {
     const int old = FRowMax;
     FRowMax = value;
     try {
@@ -144,259 +144,259 @@ void TSCGCellParam::SetRowMax(int value) {
     Changed();
 }
 
-void TSCGCellParam::SetRangeEnabled(bool value) {
+void SCGCellParam::SetRangeEnabled(bool value) {
     if (value && !GridLoading() && (FCol > FColMax || FRow > FRowMax))
-        throw EControlRangeError(u8(kRangeError));
+        throw ControlRangeError(u8(kRangeError));
     FRangeEnabled = value;
     Changed();
 }
 
-void TSCGCellParam::SetCaption(const QString& value) {
+void SCGCellParam::SetCaption(const QString& value) {
     FCaption = value;
     Changed();
 }
 
-void TSCGCellParam::SetCaptionType(TSCGCellCaptionType value) {
+void SCGCellParam::SetCaptionType(SCGCellCaptionType value) {
     FCaptionType = value;
     Changed();
 }
 
-void TSCGCellParam::SetCellColor(TColor value) {
+void SCGCellParam::SetCellColor(TColor value) {
     FCellColor = value;
     Changed();
 }
 
-void TSCGCellParam::SetCellColorEnabled(bool value) {
+void SCGCellParam::SetCellColorEnabled(bool value) {
     FCellColorEnabled = value;
     Changed();
 }
 
-void TSCGCellParam::SetBrush(const TBrush& value) {
+void SCGCellParam::SetBrush(const TBrush& value) {
     FBrush = value;
     Changed();
 }
 
-void TSCGCellParam::SetBrushStyle(TBrushStyle value) {
+void SCGCellParam::SetBrushStyle(TBrushStyle value) {
     FBrush.Style = value;
     Changed();
 }
 
-void TSCGCellParam::SetBrushColor(TColor value) {
+void SCGCellParam::SetBrushColor(TColor value) {
     FBrush.Color = value;
     Changed();
 }
 
-void TSCGCellParam::SetBrushEnabled(bool value) {
+void SCGCellParam::SetBrushEnabled(bool value) {
     FBrushEnabled = value;
     Changed();
 }
 
-void TSCGCellParam::SetFontName(const QString& value) {
+void SCGCellParam::SetFontName(const QString& value) {
     FFontName = value;
     if (!value.isEmpty() && !GridLoading() && FCollection && FCollection->Owner()) {
         try {
             FCollection->Owner()->Fonts().IndexOfName(value);
-        } catch (const EControlError&) {
+        } catch (const ControlError&) {
             FFontName.clear();
         }
     }
     Changed();
 }
 
-void TSCGCellParam::SetFontColor(TColor value) {
+void SCGCellParam::SetFontColor(TColor value) {
     FFontColor = value;
     Changed();
 }
 
-void TSCGCellParam::SetFontColorEnabled(bool value) {
+void SCGCellParam::SetFontColorEnabled(bool value) {
     FFontColorEnabled = value;
     Changed();
 }
 
-void TSCGCellParam::SetFontWidth(int value) {
-    if (value < 0) throw EControlRangeError(Failure(".FontWidth の値が範囲を超えました"));
+void SCGCellParam::SetFontWidth(int value) {
+    if (value < 0) throw ControlRangeError(Failure(".FontWidth の値が範囲を超えました"));
     FFontWidth = value;
     Changed();
 }
 
-void TSCGCellParam::SetLayout(TTextLayout value) {
+void SCGCellParam::SetLayout(TextLayout value) {
     FLayout = value;
     Changed();
 }
 
-void TSCGCellParam::SetOptions(TGridOptions value) {
+void SCGCellParam::SetOptions(GridOptions value) {
     FOptions = value;
     Changed();
 }
 
-void TSCGCellParam::SetOptionsEnabled(bool value) {
+void SCGCellParam::SetOptionsEnabled(bool value) {
     FOptionsEnabled = value;
     Changed();
 }
 
-// ---------------------------------------------------------------- TSCGCellParams
+// ---------------------------------------------------------------- SCGCellParams
 
-TSCGCellParams::TSCGCellParams(PriceGridModel* AOwner) : FOwner(AOwner) {}
+SCGCellParams::SCGCellParams(PriceGridModel* AOwner) : FOwner(AOwner) {}
 
-TSCGCellParams::~TSCGCellParams() = default;
+SCGCellParams::~SCGCellParams() = default;
 
-TSCGCellParam* TSCGCellParams::Add() {
-    FItems.push_back(std::make_unique<TSCGCellParam>(this));
-    TSCGCellParam* item = FItems.back().get();
+SCGCellParam* SCGCellParams::Add() {
+    FItems.push_back(std::make_unique<SCGCellParam>(this));
+    SCGCellParam* item = FItems.back().get();
     item->SetName(u8("パラメータ") + QString::number(Count()));
     return item;
 }
 
-void TSCGCellParams::Delete(int index) {
+void SCGCellParams::Delete(int index) {
     if (index < 0 || index >= Count()) listIndexError(index);
     FItems.erase(FItems.begin() + index);
 }
 
-void TSCGCellParams::Clear() {
+void SCGCellParams::Clear() {
     FItems.clear();
 }
 
-int TSCGCellParams::IndexOf(const TSCGCellParam* item) const {
+int SCGCellParams::IndexOf(const SCGCellParam* item) const {
     for (int i = 0; i < Count(); ++i)
         if (FItems[std::size_t(i)].get() == item) return i;
     return -1;
 }
 
-TSCGCellParam* TSCGCellParams::GetPropertyItem(int index) const {
+SCGCellParam* SCGCellParams::GetPropertyItem(int index) const {
     if (index < 0 || index >= Count()) listIndexError(index);
     return FItems[std::size_t(index)].get();
 }
 
-void TSCGCellParams::SetPropertyItem(int index, const TSCGCellParam& value) {
+void SCGCellParams::SetPropertyItem(int index, const SCGCellParam& value) {
     GetPropertyItem(index)->Assign(value);
 }
 
-TSCGCellParam* TSCGCellParams::ItemByName(const QString& AName) const {
+SCGCellParam* SCGCellParams::ItemByName(const QString& AName) const {
     for (int i = Count() - 1; i >= 0; --i)
         if (FItems[std::size_t(i)]->Name() == AName) return FItems[std::size_t(i)].get();
-    throw EControlRangeError(AName + u8(" はセルパラメータの中にありません"));
+    throw ControlRangeError(AName + u8(" はセルパラメータの中にありません"));
 }
 
-TSCGCellParam* TSCGCellParams::ItemByPos(int ACol, int ARow) const {
+SCGCellParam* SCGCellParams::ItemByPos(int ACol, int ARow) const {
     for (int i = Count() - 1; i >= 0; --i)
         if (FItems[std::size_t(i)]->Governs(ACol, ARow)) return FItems[std::size_t(i)].get();
-    throw EControlRangeError(
+    throw ControlRangeError(
         QString::asprintf("列 %d, 行%d にはセルパラメータがありません", ACol, ARow));
 }
 
-void TSCGCellParams::Assign(const TSCGCellParams& source) {
+void SCGCellParams::Assign(const SCGCellParams& source) {
     if (&source == this) return;
     Clear();
     for (const auto& item : source.FItems) {
-        FItems.push_back(std::make_unique<TSCGCellParam>(this));
+        FItems.push_back(std::make_unique<SCGCellParam>(this));
         FItems.back()->Assign(*item);
     }
 }
 
-void TSCGCellParams::Update(TSCGCellParam* item) {
+void SCGCellParams::Update(SCGCellParam* item) {
     // At run time a change of an entry repaints nothing: the caller asks
     // for the repaint.
     Q_UNUSED(item);
 }
 
-// ---------------------------------------------------------------- TSCGCellFont
+// ---------------------------------------------------------------- SCGCellFont
 
-TSCGCellFont::TSCGCellFont(TSCGCellFonts* ACollection) : FCollection(ACollection) {
+SCGCellFont::SCGCellFont(SCGCellFonts* ACollection) : FCollection(ACollection) {
     if (FCollection && FCollection->Owner()) FFont = FCollection->Owner()->Font();
 }
 
-TSCGCellFont::~TSCGCellFont() {
+SCGCellFont::~SCGCellFont() {
     if (!FCollection || !FCollection->Owner()) return;
-    TSCGCellParams& params = FCollection->Owner()->CellParams();
+    SCGCellParams& params = FCollection->Owner()->CellParams();
     for (int i = 0; i < params.Count(); ++i)
         if (params[i]->FFontName == FName && !FName.isEmpty()) params[i]->FFontName.clear();
 }
 
-int TSCGCellFont::Index() const {
+int SCGCellFont::Index() const {
     return FCollection ? FCollection->IndexOf(this) : -1;
 }
 
-void TSCGCellFont::SetFont(const FontSpec& value) {
+void SCGCellFont::SetFont(const FontSpec& value) {
     FFont = value;
 }
 
-void TSCGCellFont::SetName(const QString& value) {
-    if (value.isEmpty()) throw EControlError(u8("フォント名は空にできません"));
+void SCGCellFont::SetName(const QString& value) {
+    if (value.isEmpty()) throw ControlError(u8("フォント名は空にできません"));
     const bool loading = FCollection && FCollection->Owner() && FCollection->Owner()->IsLoading();
     if (!loading && FCollection) {
         for (int i = 0; i < FCollection->Count(); ++i)
             if (FCollection->GetPropertyItem(i)->Name() == value)
-                throw EControlError(u8("このフォント名はすでに使用されています"));
+                throw ControlError(u8("このフォント名はすでに使用されています"));
     }
     const QString old = FName;
     FName = value;
     if (FCollection && FCollection->Owner() && !old.isEmpty()) {
-        TSCGCellParams& params = FCollection->Owner()->CellParams();
+        SCGCellParams& params = FCollection->Owner()->CellParams();
         for (int i = 0; i < params.Count(); ++i)
             if (params[i]->FFontName == old) params[i]->FFontName = value;
     }
 }
 
-void TSCGCellFont::Assign(const TSCGCellFont& source) {
+void SCGCellFont::Assign(const SCGCellFont& source) {
     FFont = source.FFont;
     FName = source.FName;
 }
 
-QString TSCGCellFont::GetDisplayName() const {
+QString SCGCellFont::GetDisplayName() const {
     return QStringLiteral("%1( %2, %3 )").arg(FName, FFont.Name()).arg(FFont.Size());
 }
 
-// ---------------------------------------------------------------- TSCGCellFonts
+// ---------------------------------------------------------------- SCGCellFonts
 
-TSCGCellFonts::TSCGCellFonts(PriceGridModel* AOwner) : FOwner(AOwner) {}
+SCGCellFonts::SCGCellFonts(PriceGridModel* AOwner) : FOwner(AOwner) {}
 
-TSCGCellFonts::~TSCGCellFonts() {
+SCGCellFonts::~SCGCellFonts() {
     Clear();
 }
 
-TSCGCellFont* TSCGCellFonts::Add() {
-    FItems.push_back(std::make_unique<TSCGCellFont>(this));
-    TSCGCellFont* item = FItems.back().get();
+SCGCellFont* SCGCellFonts::Add() {
+    FItems.push_back(std::make_unique<SCGCellFont>(this));
+    SCGCellFont* item = FItems.back().get();
     item->FName = u8("フォント") + QString::number(Count());
     return item;
 }
 
-void TSCGCellFonts::Delete(int index) {
+void SCGCellFonts::Delete(int index) {
     if (index < 0 || index >= Count()) listIndexError(index);
     FItems.erase(FItems.begin() + index);
 }
 
-void TSCGCellFonts::Clear() {
+void SCGCellFonts::Clear() {
     while (!FItems.empty())
         FItems.pop_back();
 }
 
-int TSCGCellFonts::IndexOf(const TSCGCellFont* item) const {
+int SCGCellFonts::IndexOf(const SCGCellFont* item) const {
     for (int i = 0; i < Count(); ++i)
         if (FItems[std::size_t(i)].get() == item) return i;
     return -1;
 }
 
-TSCGCellFont* TSCGCellFonts::GetPropertyItem(int index) const {
+SCGCellFont* SCGCellFonts::GetPropertyItem(int index) const {
     if (index < 0 || index >= Count()) listIndexError(index);
     return FItems[std::size_t(index)].get();
 }
 
-void TSCGCellFonts::SetPropertyItem(int index, const TSCGCellFont& value) {
+void SCGCellFonts::SetPropertyItem(int index, const SCGCellFont& value) {
     GetPropertyItem(index)->Assign(value);
 }
 
-int TSCGCellFonts::IndexOfName(const QString& AFontName) const {
+int SCGCellFonts::IndexOfName(const QString& AFontName) const {
     for (int i = 0; i < Count(); ++i)
         if (FItems[std::size_t(i)]->Name() == AFontName) return i;
-    throw EControlError(u8(kFontNotRegistered));
+    throw ControlError(u8(kFontNotRegistered));
 }
 
-void TSCGCellFonts::Assign(const TSCGCellFonts& source) {
+void SCGCellFonts::Assign(const SCGCellFonts& source) {
     if (&source == this) return;
     Clear();
     for (const auto& item : source.FItems) {
-        FItems.push_back(std::make_unique<TSCGCellFont>(this));
+        FItems.push_back(std::make_unique<SCGCellFont>(this));
         FItems.back()->Assign(*item);
     }
 }
@@ -404,8 +404,8 @@ void TSCGCellFonts::Assign(const TSCGCellFonts& source) {
 // ---------------------------------------------------------------- PriceGridModel
 
 PriceGridModel::PriceGridModel()
-    : FCellParams(std::make_unique<TSCGCellParams>(this)),
-      FFonts(std::make_unique<TSCGCellFonts>(this)) {
+    : FCellParams(std::make_unique<SCGCellParams>(this)),
+      FFonts(std::make_unique<SCGCellFonts>(this)) {
     SetInForceOptions(FInsideOptions);
     SetDefaultDrawing(false);
 }
@@ -435,18 +435,18 @@ void PriceGridModel::SetImeMode(TImeMode value) {
     ApplyImeMode();
 }
 
-void PriceGridModel::SetOptions(TGridOptions value) {
+void PriceGridModel::SetOptions(GridOptions value) {
     FInsideOptions = value;
     SetInForceOptions(value);
 }
 
-TSCGCellParam* PriceGridModel::FindCellParam(int ACol, int ARow, bool ACreate) {
+SCGCellParam* PriceGridModel::FindCellParam(int ACol, int ARow, bool ACreate) {
     for (int i = FCellParams->Count() - 1; i >= 0; --i) {
-        TSCGCellParam* p = FCellParams->GetPropertyItem(i);
+        SCGCellParam* p = FCellParams->GetPropertyItem(i);
         if (p->Governs(ACol, ARow)) return p;
     }
     if (!ACreate) return nullptr;
-    TSCGCellParam* p = FCellParams->Add();
+    SCGCellParam* p = FCellParams->Add();
     p->SetCaption(QString());
     p->SetFontColor(Font().Color);
     p->SetCellColor(ACol >= FixedCols() && ARow >= FixedRows() ? Color() : FixedColor());
@@ -457,9 +457,9 @@ TSCGCellParam* PriceGridModel::FindCellParam(int ACol, int ARow, bool ACreate) {
     return p;
 }
 
-const TSCGCellParam* PriceGridModel::FindCellParam(int ACol, int ARow) const {
+const SCGCellParam* PriceGridModel::FindCellParam(int ACol, int ARow) const {
     for (int i = FCellParams->Count() - 1; i >= 0; --i) {
-        const TSCGCellParam* p = FCellParams->GetPropertyItem(i);
+        const SCGCellParam* p = FCellParams->GetPropertyItem(i);
         if (p->Governs(ACol, ARow)) return p;
     }
     return nullptr;
@@ -467,7 +467,7 @@ const TSCGCellParam* PriceGridModel::FindCellParam(int ACol, int ARow) const {
 
 void PriceGridModel::CheckCellPos(int ACol, int ARow) const {
     if (ACol < 0 || ARow < 0 || ACol > ColCount() || ARow > RowCount())
-        throw EControlRangeError(u8(kPositionError));
+        throw ControlRangeError(u8(kPositionError));
 }
 
 void PriceGridModel::ClearAllCellParams() {
@@ -475,8 +475,8 @@ void PriceGridModel::ClearAllCellParams() {
     FFonts->Clear();
 }
 
-TCellDrawParams PriceGridModel::GetDefaultCellParams(int ACol, int ARow) const {
-    TCellDrawParams d;
+CellDrawParams PriceGridModel::GetDefaultCellParams(int ACol, int ARow) const {
+    CellDrawParams d;
     d.Col = ACol;
     d.Row = ARow;
     d.Alignment = FAlignment;
@@ -490,11 +490,11 @@ TCellDrawParams PriceGridModel::GetDefaultCellParams(int ACol, int ARow) const {
     return d;
 }
 
-TCellDrawParams PriceGridModel::GetCellParams(int ACol, int ARow) const {
+CellDrawParams PriceGridModel::GetCellParams(int ACol, int ARow) const {
     CheckCellPos(ACol, ARow);
-    const TSCGCellParam* p = FindCellParam(ACol, ARow);
+    const SCGCellParam* p = FindCellParam(ACol, ARow);
     if (!p) return GetDefaultCellParams(ACol, ARow);
-    TCellDrawParams d;
+    CellDrawParams d;
     d.Col = ACol;
     d.Row = ARow;
     d.Alignment = p->Alignment();
@@ -508,9 +508,9 @@ TCellDrawParams PriceGridModel::GetCellParams(int ACol, int ARow) const {
     return d;
 }
 
-void PriceGridModel::SetCellParams(const TCellDrawParams& AValue) {
+void PriceGridModel::SetCellParams(const CellDrawParams& AValue) {
     CheckCellPos(AValue.Col, AValue.Row);
-    TSCGCellParam* p = FindCellParam(AValue.Col, AValue.Row, true);
+    SCGCellParam* p = FindCellParam(AValue.Col, AValue.Row, true);
     p->SetCol(AValue.Col);
     p->SetRow(AValue.Row);
     p->SetAlignment(AValue.Alignment);
@@ -531,17 +531,17 @@ void PriceGridModel::AddFont(const FontSpec& AFont) {
 }
 
 void PriceGridModel::DeleteFont(int AIndex) {
-    if (AIndex < 0 || AIndex >= FFonts->Count()) throw EControlRangeError(u8(kIndexError));
+    if (AIndex < 0 || AIndex >= FFonts->Count()) throw ControlRangeError(u8(kIndexError));
     const QString name = FFonts->GetPropertyItem(AIndex)->Name();
     for (int i = 0; i < FCellParams->Count(); ++i)
         if (FCellParams->GetPropertyItem(i)->FontName() == name)
-            throw EControlError(u8("使用中のﾌｫﾝﾄを削除しようとしました。"));
+            throw ControlError(u8("使用中のﾌｫﾝﾄを削除しようとしました。"));
     FFonts->Delete(AIndex);
 }
 
 TAlignment PriceGridModel::GetCellAlignments(int ACol, int ARow) const {
     CheckCellPos(ACol, ARow);
-    const TSCGCellParam* p = FindCellParam(ACol, ARow);
+    const SCGCellParam* p = FindCellParam(ACol, ARow);
     return p ? p->Alignment() : FAlignment;
 }
 
@@ -552,7 +552,7 @@ void PriceGridModel::SetCellAlignments(int ACol, int ARow, TAlignment AValue) {
 
 TColor PriceGridModel::GetCellFontColors(int ACol, int ARow) const {
     CheckCellPos(ACol, ARow);
-    const TSCGCellParam* p = FindCellParam(ACol, ARow);
+    const SCGCellParam* p = FindCellParam(ACol, ARow);
     return p ? p->FontColor() : Font().Color;
 }
 
@@ -563,7 +563,7 @@ void PriceGridModel::SetCellFontColors(int ACol, int ARow, TColor AValue) {
 
 int PriceGridModel::GetCellFontWidths(int ACol, int ARow) const {
     CheckCellPos(ACol, ARow);
-    const TSCGCellParam* p = FindCellParam(ACol, ARow);
+    const SCGCellParam* p = FindCellParam(ACol, ARow);
     return p ? p->FontWidth() : 1;
 }
 
@@ -574,20 +574,20 @@ void PriceGridModel::SetCellFontWidths(int ACol, int ARow, int AValue) {
 
 TColor PriceGridModel::GetCellColors(int ACol, int ARow) const {
     CheckCellPos(ACol, ARow);
-    const TSCGCellParam* p = FindCellParam(ACol, ARow);
+    const SCGCellParam* p = FindCellParam(ACol, ARow);
     return p ? p->CellColor() : Color();
 }
 
 void PriceGridModel::SetCellColors(int ACol, int ARow, TColor AValue) {
     CheckCellPos(ACol, ARow);
-    TSCGCellParam* p = FindCellParam(ACol, ARow, true);
+    SCGCellParam* p = FindCellParam(ACol, ARow, true);
     p->SetCellColor(AValue);
     p->SetCellColorEnabled(true);
 }
 
 bool PriceGridModel::GetCellBrushEnabled(int ACol, int ARow) const {
     CheckCellPos(ACol, ARow);
-    const TSCGCellParam* p = FindCellParam(ACol, ARow);
+    const SCGCellParam* p = FindCellParam(ACol, ARow);
     return p ? p->BrushEnabled() : false;
 }
 
@@ -598,7 +598,7 @@ void PriceGridModel::SetCellBrushEnabled(int ACol, int ARow, bool AValue) {
 
 TBrushStyle PriceGridModel::GetCellBrushStyles(int ACol, int ARow) const {
     CheckCellPos(ACol, ARow);
-    const TSCGCellParam* p = FindCellParam(ACol, ARow);
+    const SCGCellParam* p = FindCellParam(ACol, ARow);
     return p ? p->Brush().Style : FCanvasBrushStyle;
 }
 
@@ -609,7 +609,7 @@ void PriceGridModel::SetCellBrushStyles(int ACol, int ARow, TBrushStyle AValue) 
 
 TColor PriceGridModel::GetCellBrushColors(int ACol, int ARow) const {
     CheckCellPos(ACol, ARow);
-    const TSCGCellParam* p = FindCellParam(ACol, ARow);
+    const SCGCellParam* p = FindCellParam(ACol, ARow);
     return p ? p->Brush().Color : Color();
 }
 
@@ -620,15 +620,15 @@ void PriceGridModel::SetCellBrushColors(int ACol, int ARow, TColor AValue) {
 
 int PriceGridModel::GetCellFonts(int ACol, int ARow) const {
     CheckCellPos(ACol, ARow);
-    const TSCGCellParam* p = FindCellParam(ACol, ARow);
+    const SCGCellParam* p = FindCellParam(ACol, ARow);
     if (!p || p->FontName().isEmpty()) return -1;
     return FFonts->IndexOfName(p->FontName());
 }
 
 void PriceGridModel::SetCellFonts(int ACol, int ARow, int AValue) {
     CheckCellPos(ACol, ARow);
-    if (AValue < -1 || AValue >= FFonts->Count()) throw EControlRangeError(u8(kIndexError));
-    TSCGCellParam* p = FindCellParam(ACol, ARow, true);
+    if (AValue < -1 || AValue >= FFonts->Count()) throw ControlRangeError(u8(kIndexError));
+    SCGCellParam* p = FindCellParam(ACol, ARow, true);
     p->SetFontName(AValue == -1 ? QString() : FFonts->GetPropertyItem(AValue)->Name());
 }
 
@@ -640,7 +640,7 @@ QString PriceGridModel::GetPropertyCellLines(int ACol, int ARow, int AIndex) con
 
 void PriceGridModel::SetPropertyCellLines(int ACol, int ARow, int AIndex, const QString& AValue) {
     CheckCellPos(ACol, ARow);
-    if (AIndex < 0) throw EControlRangeError(u8(kIndexError));
+    if (AIndex < 0) throw ControlRangeError(u8(kIndexError));
     QStringList lines = SplitTextLines(Cells(ACol, ARow));
     while (lines.size() <= AIndex)
         lines << QString();

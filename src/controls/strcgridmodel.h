@@ -2,10 +2,10 @@
 // The cell model of PriceGrid: per-cell look kept in two ordered
 // collections that the grid owns.
 //
-//   CellParams (TSCGCellParams): entries of TSCGCellParam. An entry governs
+//   CellParams (SCGCellParams): entries of SCGCellParam. An entry governs
 //     one cell (Col, Row), or the rectangle Col..ColMax, Row..RowMax when
 //     RangeEnabled is set.
-//   Fonts (TSCGCellFonts): named fonts; an entry names one in FontName.
+//   Fonts (SCGCellFonts): named fonts; an entry names one in FontName.
 //
 // The per-cell properties (GetCellColors / SetCellColors and the others)
 // are views on the entries: a read looks up the entry that governs the cell,
@@ -14,7 +14,7 @@
 // per-cell call first checks the position: 0 <= col <= ColCount and
 // 0 <= row <= RowCount (the counts themselves pass).
 //
-// Failures are EControlError / EControlRangeError with fixed texts.
+// Failures are ControlError / ControlRangeError with fixed texts.
 
 #include "controls/controlerrors.h"
 #include "controls/stringgridmodel.h"
@@ -24,10 +24,10 @@
 
 class PriceGrid;
 class PriceGridModel;
-class TSCGCellParam;
+class SCGCellParam;
 
 // How an entry's Caption (C) and the cell's string (S) make the drawn text.
-enum TSCGCellCaptionType {
+enum SCGCellCaptionType {
     ctCaption = 0,  // C, or S if C is empty
     ctCellText = 1, // S, or C if S is empty
     ctHeader = 2,   // C then S
@@ -37,7 +37,7 @@ enum TSCGCellCaptionType {
 };
 
 // The flat form of one cell's parameters.
-struct TCellDrawParams {
+struct CellDrawParams {
     int Col = 0;
     int Row = 0;
     TAlignment Alignment = taLeftJustify;
@@ -52,41 +52,41 @@ struct TCellDrawParams {
 
 // Events of the grid (Sender is the grid) and of the entries (Sender is the
 // entry, AGrid the grid). In/out parameters are references.
-using TSCGCellChangedEvent =
-    std::function<void(TControlObject* Sender, int AOldCol, int AOldRow, int ANewCol, int ANewRow)>;
-using TSCGColChangedEvent = std::function<void(TControlObject* Sender, int AOldCol, int ANewCol)>;
-using TSCGRowChangedEvent = std::function<void(TControlObject* Sender, int AOldRow, int ANewRow)>;
-using TSCGParamsCellChangedEvent = std::function<void(
-    TControlObject* Sender, PriceGrid* AGrid, int AOldCol, int AOldRow, int ANewCol, int ANewRow)>;
-using TSCGParamsColChangedEvent =
-    std::function<void(TControlObject* Sender, PriceGrid* AGrid, int AOldCol, int ANewCol)>;
-using TSCGParamsRowChangedEvent =
-    std::function<void(TControlObject* Sender, PriceGrid* AGrid, int AOldRow, int ANewRow)>;
-using TSCGOutCellTextEvent =
-    std::function<void(TControlObject* Sender, PriceGrid* AGrid, const TRect& ARect, int ACol,
+using SCGCellChangedEvent =
+    std::function<void(ControlObject* Sender, int AOldCol, int AOldRow, int ANewCol, int ANewRow)>;
+using SCGColChangedEvent = std::function<void(ControlObject* Sender, int AOldCol, int ANewCol)>;
+using SCGRowChangedEvent = std::function<void(ControlObject* Sender, int AOldRow, int ANewRow)>;
+using SCGParamsCellChangedEvent = std::function<void(
+    ControlObject* Sender, PriceGrid* AGrid, int AOldCol, int AOldRow, int ANewCol, int ANewRow)>;
+using SCGParamsColChangedEvent =
+    std::function<void(ControlObject* Sender, PriceGrid* AGrid, int AOldCol, int ANewCol)>;
+using SCGParamsRowChangedEvent =
+    std::function<void(ControlObject* Sender, PriceGrid* AGrid, int AOldRow, int ANewRow)>;
+using SCGOutCellTextEvent =
+    std::function<void(ControlObject* Sender, PriceGrid* AGrid, const TRect& ARect, int ACol,
                        int ARow, const QString& ACaption, QString& AValue, bool& ADoCanvasReset)>;
-using TSCGDrawTextOneLineEvent =
-    std::function<void(TControlObject* Sender, PriceGrid* AGrid, const TRect& ARect, int ACol,
-                       int ARow, int AIndex, TGridDrawState AState, QString& AText,
-                       TAlignment& AAlignment, TTextLayout& ALayout, bool& AInnerHorzLine)>;
-using TSCGDrawCellEvent = std::function<void(TControlObject* Sender, PriceGrid* AGrid, int Col,
-                                             int Row, const TRect& Rect, TGridDrawState State)>;
+using SCGDrawTextOneLineEvent =
+    std::function<void(ControlObject* Sender, PriceGrid* AGrid, const TRect& ARect, int ACol,
+                       int ARow, int AIndex, GridDrawState AState, QString& AText,
+                       TAlignment& AAlignment, TextLayout& ALayout, bool& AInnerHorzLine)>;
+using SCGDrawCellEvent = std::function<void(ControlObject* Sender, PriceGrid* AGrid, int Col,
+                                            int Row, const TRect& Rect, GridDrawState State)>;
 
-class TSCGCellParams;
-class TSCGCellFonts;
+class SCGCellParams;
+class SCGCellFonts;
 
-// One entry of CellParams. Created through TSCGCellParams::Add (or by a
+// One entry of CellParams. Created through SCGCellParams::Add (or by a
 // per-cell write), owned by the collection.
-class TSCGCellParam : public TControlObject {
+class SCGCellParam : public ControlObject {
 public:
-    explicit TSCGCellParam(TSCGCellParams* ACollection);
-    ~TSCGCellParam() override;
+    explicit SCGCellParam(SCGCellParams* ACollection);
+    ~SCGCellParam() override;
 
-    TSCGCellParams* Collection() const { return FCollection; }
+    SCGCellParams* Collection() const { return FCollection; }
     int Index() const;
 
     // Copies every setting and event of another entry.
-    void Assign(const TSCGCellParam& source);
+    void Assign(const SCGCellParam& source);
     // "Name (col,row)-(colmax,rowmax)", each number three wide.
     QString GetDisplayName() const;
 
@@ -100,8 +100,8 @@ public:
     void SetColMax(int value);
     QString Caption() const { return FCaption; }
     void SetCaption(const QString& value);
-    TSCGCellCaptionType CaptionType() const { return FCaptionType; }
-    void SetCaptionType(TSCGCellCaptionType value);
+    SCGCellCaptionType CaptionType() const { return FCaptionType; }
+    void SetCaptionType(SCGCellCaptionType value);
     TColor CellColor() const { return FCellColor; }
     void SetCellColor(TColor value);
     bool CellColorEnabled() const { return FCellColorEnabled; }
@@ -128,13 +128,13 @@ public:
     void SetImeMode(TImeMode value) { FImeMode = value; }
     bool ImeModeEnabled() const { return FImeModeEnabled; }
     void SetImeModeEnabled(bool value) { FImeModeEnabled = value; }
-    TTextLayout Layout() const { return FLayout; }
-    void SetLayout(TTextLayout value);
+    TextLayout Layout() const { return FLayout; }
+    void SetLayout(TextLayout value);
     QString Name() const { return FName; }
     void SetName(const QString& value) { FName = value; }
     // Options in force while this entry's cell is current (if enabled).
-    TGridOptions Options() const { return FOptions; }
-    void SetOptions(TGridOptions value);
+    GridOptions Options() const { return FOptions; }
+    void SetOptions(GridOptions value);
     bool OptionsEnabled() const { return FOptionsEnabled; }
     void SetOptionsEnabled(bool value);
     // Setting True needs Col <= ColMax and Row <= RowMax (checked unless the
@@ -151,25 +151,25 @@ public:
     // True when this entry governs the cell.
     bool Governs(int col, int row) const;
 
-    TSCGParamsCellChangedEvent OnEnterCell, OnExitCell;
-    TSCGParamsColChangedEvent OnEnterCol, OnExitCol;
-    TSCGParamsRowChangedEvent OnEnterRow, OnExitRow;
-    TSCGOutCellTextEvent OnOutCellText;
-    TSCGDrawTextOneLineEvent OnDrawTextOneLine;
-    TSCGDrawCellEvent OnDrawCell;
+    SCGParamsCellChangedEvent OnEnterCell, OnExitCell;
+    SCGParamsColChangedEvent OnEnterCol, OnExitCol;
+    SCGParamsRowChangedEvent OnEnterRow, OnExitRow;
+    SCGOutCellTextEvent OnOutCellText;
+    SCGDrawTextOneLineEvent OnDrawTextOneLine;
+    SCGDrawCellEvent OnDrawCell;
 
 private:
-    friend class TSCGCellFont;
+    friend class SCGCellFont;
     void Changed();
     bool GridLoading() const;
     QString Failure(const char* text) const;
 
-    TSCGCellParams* FCollection;
+    SCGCellParams* FCollection;
     TAlignment FAlignment = taLeftJustify;
     int FCol = 0;
     int FColMax = 0;
     QString FCaption;
-    TSCGCellCaptionType FCaptionType = ctCellText;
+    SCGCellCaptionType FCaptionType = ctCellText;
     TColor FCellColor = clWindow;
     bool FCellColorEnabled = false;
     TBrush FBrush;
@@ -180,9 +180,9 @@ private:
     int FFontWidth = 1;
     TImeMode FImeMode = imDontCare;
     bool FImeModeEnabled = false;
-    TTextLayout FLayout = tlTop;
+    TextLayout FLayout = tlTop;
     QString FName;
-    TGridOptions FOptions;
+    GridOptions FOptions;
     bool FOptionsEnabled = false;
     bool FRangeEnabled = false;
     int FRow = 0;
@@ -191,45 +191,45 @@ private:
 };
 
 // The ordered entries. A new entry is named "パラメータ" and the count.
-class TSCGCellParams {
+class SCGCellParams {
 public:
-    explicit TSCGCellParams(PriceGridModel* AOwner);
-    ~TSCGCellParams();
-    TSCGCellParams(const TSCGCellParams&) = delete;
-    TSCGCellParams& operator=(const TSCGCellParams&) = delete;
+    explicit SCGCellParams(PriceGridModel* AOwner);
+    ~SCGCellParams();
+    SCGCellParams(const SCGCellParams&) = delete;
+    SCGCellParams& operator=(const SCGCellParams&) = delete;
 
     PriceGridModel* Owner() const { return FOwner; }
     int Count() const { return int(FItems.size()); }
-    TSCGCellParam* Add();
+    SCGCellParam* Add();
     void Delete(int index);
     void Clear();
-    int IndexOf(const TSCGCellParam* item) const;
+    int IndexOf(const SCGCellParam* item) const;
     // The entry at index; out of range raises.
-    TSCGCellParam* GetPropertyItem(int index) const;
+    SCGCellParam* GetPropertyItem(int index) const;
     // Assigns value to the entry at index.
-    void SetPropertyItem(int index, const TSCGCellParam& value);
-    TSCGCellParam* operator[](int index) const { return GetPropertyItem(index); }
+    void SetPropertyItem(int index, const SCGCellParam& value);
+    SCGCellParam* operator[](int index) const { return GetPropertyItem(index); }
     // Last entry of that name; raises if none.
-    TSCGCellParam* ItemByName(const QString& AName) const;
+    SCGCellParam* ItemByName(const QString& AName) const;
     // The entry that governs the cell; raises if none.
-    TSCGCellParam* ItemByPos(int ACol, int ARow) const;
+    SCGCellParam* ItemByPos(int ACol, int ARow) const;
     // Replaces the entries by copies of those of source.
-    void Assign(const TSCGCellParams& source);
+    void Assign(const SCGCellParams& source);
     // Called by an entry on each change; at run time it repaints nothing.
-    void Update(TSCGCellParam* item);
+    void Update(SCGCellParam* item);
 
 private:
-    friend class TSCGCellParam;
+    friend class SCGCellParam;
     PriceGridModel* FOwner;
-    std::vector<std::unique_ptr<TSCGCellParam>> FItems;
+    std::vector<std::unique_ptr<SCGCellParam>> FItems;
 };
 
 // One named font. A new item copies the grid's font and is named
 // "フォント" and the count.
-class TSCGCellFont : public TControlObject {
+class SCGCellFont : public ControlObject {
 public:
-    explicit TSCGCellFont(TSCGCellFonts* ACollection);
-    ~TSCGCellFont() override;
+    explicit SCGCellFont(SCGCellFonts* ACollection);
+    ~SCGCellFont() override;
 
     int Index() const;
     const FontSpec& Font() const { return FFont; }
@@ -238,54 +238,54 @@ public:
     // Empty raises; unless the grid is loading, a name that any item has,
     // this one included, raises. Entries naming the old name follow.
     void SetName(const QString& value);
-    void Assign(const TSCGCellFont& source);
+    void Assign(const SCGCellFont& source);
     // "Name( family, size )".
     QString GetDisplayName() const;
 
 private:
-    friend class TSCGCellFonts;
-    TSCGCellFonts* FCollection;
+    friend class SCGCellFonts;
+    SCGCellFonts* FCollection;
     FontSpec FFont;
     QString FName;
 };
 
-class TSCGCellFonts {
+class SCGCellFonts {
 public:
-    explicit TSCGCellFonts(PriceGridModel* AOwner);
-    ~TSCGCellFonts();
-    TSCGCellFonts(const TSCGCellFonts&) = delete;
-    TSCGCellFonts& operator=(const TSCGCellFonts&) = delete;
+    explicit SCGCellFonts(PriceGridModel* AOwner);
+    ~SCGCellFonts();
+    SCGCellFonts(const SCGCellFonts&) = delete;
+    SCGCellFonts& operator=(const SCGCellFonts&) = delete;
 
     PriceGridModel* Owner() const { return FOwner; }
     int Count() const { return int(FItems.size()); }
-    TSCGCellFont* Add();
+    SCGCellFont* Add();
     // Removes the item; entries that named it get an empty FontName.
     void Delete(int index);
     void Clear();
-    int IndexOf(const TSCGCellFont* item) const;
-    TSCGCellFont* GetPropertyItem(int index) const;
-    void SetPropertyItem(int index, const TSCGCellFont& value);
-    TSCGCellFont* operator[](int index) const { return GetPropertyItem(index); }
+    int IndexOf(const SCGCellFont* item) const;
+    SCGCellFont* GetPropertyItem(int index) const;
+    void SetPropertyItem(int index, const SCGCellFont& value);
+    SCGCellFont* operator[](int index) const { return GetPropertyItem(index); }
     // Index of the first font of that name; raises if none.
     int IndexOfName(const QString& AFontName) const;
-    void Assign(const TSCGCellFonts& source);
+    void Assign(const SCGCellFonts& source);
 
 private:
     PriceGridModel* FOwner;
-    std::vector<std::unique_ptr<TSCGCellFont>> FItems;
+    std::vector<std::unique_ptr<SCGCellFont>> FItems;
 };
 
 // The grid's model: the string grid data plus the collections, the lookup
 // and the per-cell properties. PriceGrid (the widget) derives from it.
-class PriceGridModel : public TStringGridModel {
+class PriceGridModel : public StringGridModel {
 public:
     PriceGridModel();
     ~PriceGridModel() override;
 
-    TSCGCellParams& CellParams() { return *FCellParams; }
-    const TSCGCellParams& CellParams() const { return *FCellParams; }
-    TSCGCellFonts& Fonts() { return *FFonts; }
-    const TSCGCellFonts& Fonts() const { return *FFonts; }
+    SCGCellParams& CellParams() { return *FCellParams; }
+    const SCGCellParams& CellParams() const { return *FCellParams; }
+    SCGCellFonts& Fonts() { return *FFonts; }
+    const SCGCellFonts& Fonts() const { return *FFonts; }
     int FontCount() const { return FFonts->Count(); }
 
     // Look of cells that no entry governs.
@@ -293,10 +293,10 @@ public:
     void SetAlignment(TAlignment value) { FAlignment = value; }
     TAlignment FixedAlignment() const { return FFixedAlignment; }
     void SetFixedAlignment(TAlignment value) { FFixedAlignment = value; }
-    TTextLayout FixedLayout() const { return FFixedLayout; }
-    void SetFixedLayout(TTextLayout value) { FFixedLayout = value; }
-    TTextLayout Layout() const { return FLayout; }
-    void SetLayout(TTextLayout value) { FLayout = value; }
+    TextLayout FixedLayout() const { return FFixedLayout; }
+    void SetFixedLayout(TextLayout value) { FFixedLayout = value; }
+    TextLayout Layout() const { return FLayout; }
+    void SetLayout(TextLayout value) { FLayout = value; }
     // Selection colours stay while the grid has no input focus.
     bool FocusDraw() const { return FFocusDraw; }
     void SetFocusDraw(bool value) { FFocusDraw = value; }
@@ -312,8 +312,8 @@ public:
     bool CellDivide() const { return FCellDivide; }
     void SetCellDivide(bool value) { FCellDivide = value; }
     // The options the user set; writing also puts them in force at once.
-    TGridOptions Options() const { return FInsideOptions; }
-    void SetOptions(TGridOptions value);
+    GridOptions Options() const { return FInsideOptions; }
+    void SetOptions(GridOptions value);
 
     // Loading from a stored form: range and font checks are skipped until
     // Loaded().
@@ -324,16 +324,16 @@ public:
     // The one lookup: from the last entry to the first; with create, a new
     // entry for the cell when none governs it, carrying the cell's present
     // colours.
-    TSCGCellParam* FindCellParam(int ACol, int ARow, bool ACreate);
-    const TSCGCellParam* FindCellParam(int ACol, int ARow) const;
+    SCGCellParam* FindCellParam(int ACol, int ARow, bool ACreate);
+    const SCGCellParam* FindCellParam(int ACol, int ARow) const;
     // Raises "ｾﾙ位置がｸﾞﾘｯﾄﾞの範囲を超えました。" unless
     // 0 <= ACol <= ColCount and 0 <= ARow <= RowCount.
     void CheckCellPos(int ACol, int ARow) const;
 
     void ClearAllCellParams();
-    TCellDrawParams GetDefaultCellParams(int ACol, int ARow) const;
-    TCellDrawParams GetCellParams(int ACol, int ARow) const;
-    void SetCellParams(const TCellDrawParams& AValue);
+    CellDrawParams GetDefaultCellParams(int ACol, int ARow) const;
+    CellDrawParams GetCellParams(int ACol, int ARow) const;
+    void SetCellParams(const CellDrawParams& AValue);
     void AddFont(const FontSpec& AFont);
     void DeleteFont(int AIndex);
 
@@ -372,18 +372,18 @@ protected:
     int FOldRow = 0;
 
 private:
-    std::unique_ptr<TSCGCellParams> FCellParams;
-    std::unique_ptr<TSCGCellFonts> FFonts;
+    std::unique_ptr<SCGCellParams> FCellParams;
+    std::unique_ptr<SCGCellFonts> FFonts;
     TAlignment FAlignment = taLeftJustify;
     TAlignment FFixedAlignment = taLeftJustify;
-    TTextLayout FFixedLayout = tlTop;
+    TextLayout FFixedLayout = tlTop;
     bool FFocusDraw = true;
     TColor FFocusCellColor = clHighlight;
     TColor FFocusCellFontColor = clHighlightText;
     bool FFocusCellFontColorEnabled = false;
-    TTextLayout FLayout = tlTop;
-    TGridOptions FInsideOptions{goFixedVertLine, goFixedHorzLine, goVertLine, goHorzLine,
-                                goRangeSelect};
+    TextLayout FLayout = tlTop;
+    GridOptions FInsideOptions{goFixedVertLine, goFixedHorzLine, goVertLine, goHorzLine,
+                               goRangeSelect};
     TImeMode FImeMode = imDontCare;
     bool FCellDivide = true;
     bool FLoading = false;

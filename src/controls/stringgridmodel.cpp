@@ -8,14 +8,14 @@ quint64 cellKey(int col, int row) {
 }
 } // namespace
 
-TStringGridModel::TStringGridModel() {
+StringGridModel::StringGridModel() {
     FColWidths.fill(FDefaultColWidth, FColCount);
     FRowHeights.fill(FDefaultRowHeight, FRowCount);
 }
 
-TStringGridModel::~TStringGridModel() = default;
+StringGridModel::~StringGridModel() = default;
 
-void TStringGridModel::SetColCount(int value) {
+void StringGridModel::SetColCount(int value) {
     value = std::max(1, value);
     if (value == FColCount) return;
     FColCount = value;
@@ -27,7 +27,7 @@ void TStringGridModel::SetColCount(int value) {
     GeometryChanged();
 }
 
-void TStringGridModel::SetRowCount(int value) {
+void StringGridModel::SetRowCount(int value) {
     value = std::max(1, value);
     if (value == FRowCount) return;
     FRowCount = value;
@@ -39,23 +39,23 @@ void TStringGridModel::SetRowCount(int value) {
     GeometryChanged();
 }
 
-void TStringGridModel::SetFixedCols(int value) {
+void StringGridModel::SetFixedCols(int value) {
     FFixedCols = std::clamp(value, 0, FColCount - 1);
     if (FCol < FFixedCols) SetCurrentRaw(FFixedCols, FRow, FFixedCols, FRow);
     GeometryChanged();
 }
 
-void TStringGridModel::SetFixedRows(int value) {
+void StringGridModel::SetFixedRows(int value) {
     FFixedRows = std::clamp(value, 0, FRowCount - 1);
     if (FRow < FFixedRows) SetCurrentRaw(FCol, FFixedRows, FCol, FFixedRows);
     GeometryChanged();
 }
 
-QString TStringGridModel::Cells(int col, int row) const {
+QString StringGridModel::Cells(int col, int row) const {
     return FCells.value(cellKey(col, row));
 }
 
-void TStringGridModel::SetCells(int col, int row, const QString& value) {
+void StringGridModel::SetCells(int col, int row, const QString& value) {
     if (value.isEmpty())
         FCells.remove(cellKey(col, row));
     else
@@ -63,98 +63,98 @@ void TStringGridModel::SetCells(int col, int row, const QString& value) {
     if (col >= 0 && col < FColCount && row >= 0 && row < FRowCount) InvalidateCell(col, row);
 }
 
-void TStringGridModel::SetDefaultColWidth(int value) {
+void StringGridModel::SetDefaultColWidth(int value) {
     FDefaultColWidth = std::max(0, value);
     FColWidths.fill(FDefaultColWidth, FColCount);
     GeometryChanged();
 }
 
-void TStringGridModel::SetDefaultRowHeight(int value) {
+void StringGridModel::SetDefaultRowHeight(int value) {
     FDefaultRowHeight = std::max(0, value);
     FRowHeights.fill(FDefaultRowHeight, FRowCount);
     GeometryChanged();
 }
 
-int TStringGridModel::ColWidths(int col) const {
+int StringGridModel::ColWidths(int col) const {
     return col >= 0 && col < FColCount ? FColWidths[col] : FDefaultColWidth;
 }
 
-void TStringGridModel::SetColWidths(int col, int value) {
+void StringGridModel::SetColWidths(int col, int value) {
     if (col < 0 || col >= FColCount) return;
     FColWidths[col] = std::max(0, value);
     GeometryChanged();
 }
 
-int TStringGridModel::RowHeights(int row) const {
+int StringGridModel::RowHeights(int row) const {
     return row >= 0 && row < FRowCount ? FRowHeights[row] : FDefaultRowHeight;
 }
 
-void TStringGridModel::SetRowHeights(int row, int value) {
+void StringGridModel::SetRowHeights(int row, int value) {
     if (row < 0 || row >= FRowCount) return;
     FRowHeights[row] = std::max(0, value);
     GeometryChanged();
 }
 
-void TStringGridModel::SetGridLineWidth(int value) {
+void StringGridModel::SetGridLineWidth(int value) {
     FGridLineWidth = std::max(0, value);
     GeometryChanged();
 }
 
-void TStringGridModel::SetColor(TColor value) {
+void StringGridModel::SetColor(TColor value) {
     FColor = value;
     Invalidate();
 }
 
-void TStringGridModel::SetFixedColor(TColor value) {
+void StringGridModel::SetFixedColor(TColor value) {
     FFixedColor = value;
     Invalidate();
 }
 
-void TStringGridModel::SetFont(const FontSpec& value) {
+void StringGridModel::SetFont(const FontSpec& value) {
     FFont = value;
     Invalidate();
 }
 
-void TStringGridModel::SetDefaultDrawing(bool value) {
+void StringGridModel::SetDefaultDrawing(bool value) {
     FDefaultDrawing = value;
     Invalidate();
 }
 
-void TStringGridModel::SetCtl3D(bool value) {
+void StringGridModel::SetCtl3D(bool value) {
     FCtl3D = value;
     Invalidate();
 }
 
-TGridRect TStringGridModel::Selection() const {
+TGridRect StringGridModel::Selection() const {
     return GridRect(std::min(FCol, FAnchorCol), std::min(FRow, FAnchorRow),
                     std::max(FCol, FAnchorCol), std::max(FRow, FAnchorRow));
 }
 
-void TStringGridModel::SetInForceOptions(TGridOptions value) {
+void StringGridModel::SetInForceOptions(GridOptions value) {
     if (value == FInForceOptions) return;
     FInForceOptions = value;
     OptionsInForceChanged();
     GeometryChanged();
 }
 
-void TStringGridModel::SetCurrentRaw(int col, int row, int anchorCol, int anchorRow) {
+void StringGridModel::SetCurrentRaw(int col, int row, int anchorCol, int anchorRow) {
     FCol = col;
     FRow = row;
     FAnchorCol = anchorCol;
     FAnchorRow = anchorRow;
 }
 
-int TStringGridModel::VertLineWidth(int col) const {
+int StringGridModel::VertLineWidth(int col) const {
     const bool fixed = col < FFixedCols;
     return FInForceOptions.Contains(fixed ? goFixedVertLine : goVertLine) ? FGridLineWidth : 0;
 }
 
-int TStringGridModel::HorzLineWidth(int row) const {
+int StringGridModel::HorzLineWidth(int row) const {
     const bool fixed = row < FFixedRows;
     return FInForceOptions.Contains(fixed ? goFixedHorzLine : goHorzLine) ? FGridLineWidth : 0;
 }
 
-TRect TStringGridModel::CellRect(int col, int row) const {
+TRect StringGridModel::CellRect(int col, int row) const {
     int x = 0;
     for (int c = 0; c < col && c < FColCount; ++c)
         x += ColWidths(c) + VertLineWidth(c);
@@ -164,7 +164,7 @@ TRect TStringGridModel::CellRect(int col, int row) const {
     return Rect(x, y, x + ColWidths(col), y + RowHeights(row));
 }
 
-bool TStringGridModel::MouseToCell(int x, int y, int& col, int& row) const {
+bool StringGridModel::MouseToCell(int x, int y, int& col, int& row) const {
     col = -1;
     row = -1;
     int left = 0;
@@ -188,14 +188,14 @@ bool TStringGridModel::MouseToCell(int x, int y, int& col, int& row) const {
     return col >= 0 && row >= 0;
 }
 
-int TStringGridModel::GridWidth() const {
+int StringGridModel::GridWidth() const {
     int w = 0;
     for (int c = 0; c < FColCount; ++c)
         w += ColWidths(c) + VertLineWidth(c);
     return w;
 }
 
-int TStringGridModel::GridHeight() const {
+int StringGridModel::GridHeight() const {
     int h = 0;
     for (int r = 0; r < FRowCount; ++r)
         h += RowHeights(r) + HorzLineWidth(r);

@@ -17,15 +17,15 @@
 
 // Common base of the objects that raise events, handed to handlers as the
 // Sender; a handler that needs the concrete class casts.
-class TControlObject {
+class ControlObject {
 public:
-    virtual ~TControlObject() = default;
+    virtual ~ControlObject() = default;
 };
 
-using TNotifyEvent = std::function<void(TControlObject* Sender)>;
+using NotifyEvent = std::function<void(ControlObject* Sender)>;
 
 // The bits of the grid's option set.
-enum TGridOption {
+enum GridOption {
     goFixedVertLine = 0,
     goFixedHorzLine = 1,
     goVertLine = 2,
@@ -43,40 +43,40 @@ enum TGridOption {
     goThumbTracking = 14,
 };
 
-// A set of TGridOption: `opts.Contains(goEditing)`, `opts + goEditing`,
-// `opts - goEditing`, `TGridOptions{goVertLine, goHorzLine}`.
-class TGridOptions {
+// A set of GridOption: `opts.Contains(goEditing)`, `opts + goEditing`,
+// `opts - goEditing`, `GridOptions{goVertLine, goHorzLine}`.
+class GridOptions {
 public:
-    TGridOptions() = default;
-    TGridOptions(std::initializer_list<TGridOption> options) {
-        for (TGridOption o : options)
+    GridOptions() = default;
+    GridOptions(std::initializer_list<GridOption> options) {
+        for (GridOption o : options)
             FBits |= bit(o);
     }
-    static TGridOptions FromBits(unsigned bits) {
-        TGridOptions o;
+    static GridOptions FromBits(unsigned bits) {
+        GridOptions o;
         o.FBits = bits;
         return o;
     }
     unsigned Bits() const { return FBits; }
-    bool Contains(TGridOption o) const { return (FBits & bit(o)) != 0; }
-    TGridOptions operator+(TGridOption o) const { return FromBits(FBits | bit(o)); }
-    TGridOptions operator-(TGridOption o) const { return FromBits(FBits & ~bit(o)); }
-    TGridOptions& operator+=(TGridOption o) { return *this = *this + o; }
-    TGridOptions& operator-=(TGridOption o) { return *this = *this - o; }
-    friend bool operator==(TGridOptions a, TGridOptions b) { return a.FBits == b.FBits; }
-    friend bool operator!=(TGridOptions a, TGridOptions b) { return a.FBits != b.FBits; }
+    bool Contains(GridOption o) const { return (FBits & bit(o)) != 0; }
+    GridOptions operator+(GridOption o) const { return FromBits(FBits | bit(o)); }
+    GridOptions operator-(GridOption o) const { return FromBits(FBits & ~bit(o)); }
+    GridOptions& operator+=(GridOption o) { return *this = *this + o; }
+    GridOptions& operator-=(GridOption o) { return *this = *this - o; }
+    friend bool operator==(GridOptions a, GridOptions b) { return a.FBits == b.FBits; }
+    friend bool operator!=(GridOptions a, GridOptions b) { return a.FBits != b.FBits; }
 
 private:
-    static unsigned bit(TGridOption o) { return 1u << unsigned(o); }
+    static unsigned bit(GridOption o) { return 1u << unsigned(o); }
     unsigned FBits = 0;
 };
 
 // Flags of a painted cell's state.
-enum TGridDrawStateFlag : unsigned { gdSelected = 1, gdFocused = 2, gdFixed = 4 };
-using TGridDrawState = unsigned;
+enum GridDrawStateFlag : unsigned { gdSelected = 1, gdFocused = 2, gdFixed = 4 };
+using GridDrawState = unsigned;
 
 // Modifier and mouse button state of a key or mouse event.
-enum TShiftStateFlag : unsigned {
+enum ShiftStateFlag : unsigned {
     ssShift = 1,
     ssAlt = 2,
     ssCtrl = 4,
@@ -85,7 +85,7 @@ enum TShiftStateFlag : unsigned {
     ssMiddle = 32,
     ssDouble = 64
 };
-using TShiftState = unsigned;
+using ShiftState = unsigned;
 
 // Input-method modes of an edit field; 3 is "don't care", 1 "closed".
 using TImeMode = int;
@@ -108,10 +108,10 @@ inline TGridRect GridRect(int left, int top, int right, int bottom) {
     return TGridRect{left, top, right, bottom};
 }
 
-class TStringGridModel : public TControlObject {
+class StringGridModel : public ControlObject {
 public:
-    TStringGridModel();
-    ~TStringGridModel() override;
+    StringGridModel();
+    ~StringGridModel() override;
 
     int ColCount() const { return FColCount; }
     void SetColCount(int value);
@@ -161,8 +161,8 @@ public:
     TGridRect Selection() const;
 
     // The options in force at this moment.
-    TGridOptions InForceOptions() const { return FInForceOptions; }
-    void SetInForceOptions(TGridOptions value);
+    GridOptions InForceOptions() const { return FInForceOptions; }
+    void SetInForceOptions(GridOptions value);
 
     // Geometry, in pixels from the top left of the grid; Right and Bottom
     // exclusive, the grid line after a cell is not part of it.
@@ -209,6 +209,6 @@ private:
     bool FCtl3D = true;
     int FCol = 1;
     int FRow = 1;
-    TGridOptions FInForceOptions{goFixedVertLine, goFixedHorzLine, goVertLine, goHorzLine,
-                                 goRangeSelect};
+    GridOptions FInForceOptions{goFixedVertLine, goFixedHorzLine, goVertLine, goHorzLine,
+                                goRangeSelect};
 };

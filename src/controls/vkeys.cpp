@@ -111,8 +111,8 @@ int VirtualKeyOf(int qtKey, Qt::KeyboardModifiers modifiers) {
     }
 }
 
-TShiftState ShiftStateOf(Qt::KeyboardModifiers modifiers) {
-    TShiftState s = 0;
+ShiftState ShiftStateOf(Qt::KeyboardModifiers modifiers) {
+    ShiftState s = 0;
     if (modifiers.testFlag(Qt::ShiftModifier)) s |= ssShift;
     if (modifiers.testFlag(Qt::AltModifier)) s |= ssAlt;
     if (modifiers.testFlag(Qt::ControlModifier)) s |= ssCtrl;

@@ -5,7 +5,7 @@
 
 #include "controls/stringgridmodel.h"
 
-enum TVirtualKey : int {
+enum VirtualKey : int {
     VK_BACK = 8,
     VK_TAB = 9,
     VK_RETURN = 13,
@@ -53,4 +53,4 @@ int VirtualKeyOf(int qtKey, Qt::KeyboardModifiers modifiers);
 inline int VirtualKeyOf(const QKeyEvent* e) {
     return VirtualKeyOf(e->key(), e->modifiers());
 }
-TShiftState ShiftStateOf(Qt::KeyboardModifiers modifiers);
+ShiftState ShiftStateOf(Qt::KeyboardModifiers modifiers);

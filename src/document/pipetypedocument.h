@@ -50,7 +50,7 @@ public:
     void markSaved() { m_savedLines = m_currentLines; }
 
     // The computed fields of row r (1..59; 60 is left alone) from its figures
-    // and the options. Raises EMathError on overflow.
+    // and the options. Raises MathError on overflow.
     void calculateRow(int r);
     // Rows 1..59.
     void calculateAll();
@@ -58,7 +58,7 @@ public:
     // Reads the 60 rows of a pipe type in one read transaction: fields key
     // to adoptedUnitPrice of every row, the saved lines and the stored image; the
     // computed amounts keep their values until the next calculation. All or
-    // nothing: on a failure (ESQLiteException, or std::out_of_range when the
+    // nothing: on a failure (SqliteError, or std::out_of_range when the
     // table holds fewer than 60 rows) the document is as it was. Returns the
     // database's data version at the read.
     std::int64_t load(SqliteDatabase& db, int grp, int kan);
@@ -70,7 +70,7 @@ public:
     // compare is left out when the data version of db is still knownVersion,
     // the version the last load or save on this same connection returned
     // (-1: unknown). On Saved, knownVersion takes the version of the write
-    // and the saved lines the current lines. Raises ESQLiteException when
+    // and the saved lines the current lines. Raises SqliteError when
     // the database refuses: nothing is written and the rows stay unsaved.
     SaveOutcome save(SqliteDatabase& db, int grp, int kan, SaveCheck check, Dialogs& dialogs,
                      std::int64_t& knownVersion);

@@ -31,7 +31,7 @@ public:
 
     // The connection to the database at ExDatabasePath, opened on first use
     // and opened again when the file there is no longer the one opened
-    // (replaced, removed, its permissions or owner changed). Raises ESQLiteException
+    // (replaced, removed, its permissions or owner changed). Raises SqliteError
     // when it can't be opened; the file is never created.
     SqliteDatabase& database();
     // Closes the connection; the next use opens it again.

@@ -104,8 +104,8 @@ void WriteFdkFile(const QString& path, const RowTable& rows) {
     // it was, never a cut-off file.
     QString systemReason;
     if (!ReplaceFileWhole(path, FdkFileBytes(rows), &systemReason))
-        throw EInOutError(QStringLiteral("入出力エラー: 標準歩掛のファイルに書き込めません。") +
-                          fileLine(path) + reasonLine(path, systemReason, true));
+        throw FileError(QStringLiteral("入出力エラー: 標準歩掛のファイルに書き込めません。") +
+                        fileLine(path) + reasonLine(path, systemReason, true));
 }
 
 void ReadFdkBytes(const QByteArray& bytes, const QString& path, RowTable& rows) {
@@ -132,19 +132,19 @@ void ReadFdkBytes(const QByteArray& bytes, const QString& path, RowTable& rows) 
             text += QStringLiteral("\n1 行目から %1 行目まではサイズと歩掛を読み込みました "
                                    "(再計算はしていません)。")
                         .arg(r - 1);
-        throw EInOutError(text);
+        throw FileError(text);
     }
 }
 
 void ReadFdkFile(const QString& path, RowTable& rows) {
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly))
-        throw EInOutError(QStringLiteral("入出力エラー: 標準歩掛のファイルを開けません。") +
-                          fileLine(path) + reasonLine(path, file.errorString(), false));
+        throw FileError(QStringLiteral("入出力エラー: 標準歩掛のファイルを開けません。") +
+                        fileLine(path) + reasonLine(path, file.errorString(), false));
     // Only the records an entry gives back; a longer file is fine.
     const QByteArray bytes = file.read(qint64(FdkReadRows) * FdkRecordSize);
     if (file.error() != QFileDevice::NoError)
-        throw EInOutError(QStringLiteral("入出力エラー: 標準歩掛のファイルを読み込めません。") +
-                          fileLine(path) + reasonLine(path, file.errorString(), false));
+        throw FileError(QStringLiteral("入出力エラー: 標準歩掛のファイルを読み込めません。") +
+                        fileLine(path) + reasonLine(path, file.errorString(), false));
     ReadFdkBytes(bytes, path, rows);
 }

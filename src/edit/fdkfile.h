@@ -20,7 +20,7 @@
 //
 // Currency is its raw signed 64-bit value (the value times 10000).
 
-#include "shell/settingsfiles.h" // EInOutError
+#include "shell/settingsfiles.h" // FileError
 #include "store/piperow.h"
 
 #include <QByteArray>
@@ -79,11 +79,11 @@ void TakeLabourFields(const FdkRecord& record, PipeRow& row);
 QByteArray FdkFileBytes(const RowTable& rows);
 
 // Writes rows 1 to 60 to path through the record buffer, replacing a file of
-// that name. The file appears whole or not at all. Raises EInOutError.
+// that name. The file appears whole or not at all. Raises FileError.
 void WriteFdkFile(const QString& path, const RowTable& rows);
 
 // Reads records 1 to 59 through the record buffer into rows 1 to 59
-// (TakeLabourFields). A longer file is fine. Raises EInOutError when the file
+// (TakeLabourFields). A longer file is fine. Raises FileError when the file
 // can't be opened or ends before record 59; the rows read before the failure
 // keep what they took.
 void ReadFdkFile(const QString& path, RowTable& rows);

@@ -1,6 +1,6 @@
 #include "edit/partslibrary.h"
 
-#include "shell/settingsfiles.h" // EInOutError
+#include "shell/settingsfiles.h" // FileError
 
 #include <QCoreApplication>
 #include <QDir>
@@ -87,7 +87,7 @@ QString PartsNameProblem(const QString& name) {
 void MakePartsFolder(const QString& folder) {
     if (QFileInfo(folder).isDir()) return;
     if (!QDir().mkpath(folder))
-        throw EInOutError(
+        throw FileError(
             QStringLiteral("入出力エラー: 標準歩掛のフォルダーを作成できません。\nフォルダー: ") +
             folder);
 }

@@ -39,5 +39,5 @@ QStringList PartsEntryNames(const QString& folder, const QString& extension = Pa
 // put the file into another folder, and must fit a file name.
 QString PartsNameProblem(const QString& name);
 
-// Makes the folder when it is missing. Raises EInOutError.
+// Makes the folder when it is missing. Raises FileError.
 void MakePartsFolder(const QString& folder);

@@ -4,5 +4,5 @@
 
 // Fills the computed fields of a row (1..59) from its figures and the
 // options of row 60. May write 1 into AdoptedDigits when it is 0. Raises
-// EMathError on overflow, leaving the row as far as it had come.
+// MathError on overflow, leaving the row as far as it had come.
 void CalcRowWith(PipeRow& row, PipeTypeOptions options);

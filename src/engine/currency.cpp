@@ -5,7 +5,7 @@
 #include <limits>
 #include <string>
 
-EConvertError::EConvertError(const QString& message)
+ConvertError::ConvertError(const QString& message)
     : std::runtime_error(message.toUtf8().toStdString()) {}
 
 namespace {
@@ -176,7 +176,7 @@ bool TryStrToCurr(const QString& text, Currency& out) {
 
 Currency StrToCurr(const QString& text) {
     Currency c;
-    if (!TryStrToCurr(text, c)) throw EConvertError(invalidNumber(text));
+    if (!TryStrToCurr(text, c)) throw ConvertError(invalidNumber(text));
     return c;
 }
 

@@ -22,9 +22,9 @@ struct Currency {
 };
 
 // Text that is no number, or a number out of range.
-class EConvertError : public std::runtime_error {
+class ConvertError : public std::runtime_error {
 public:
-    explicit EConvertError(const QString& message);
+    explicit ConvertError(const QString& message);
     QString Message() const { return QString::fromUtf8(what()); }
 };
 
@@ -35,7 +35,7 @@ void AppendCurrText(QByteArray& out, Currency value);
 
 // Text to Currency: optional blanks, sign, digits with an optional decimal
 // point and exponent. Rounds to four decimals, half to even on the exact
-// decimal digits. Raises EConvertError on anything else.
+// decimal digits. Raises ConvertError on anything else.
 Currency StrToCurr(const QString& text);
 Currency StrToCurrDef(const QString& text, Currency def);
 // Same, without throwing: false on text that is no number.

@@ -35,7 +35,7 @@ using GroupProgress = std::function<void(const QString& text, int step)>;
 // One pipe type of a group rewrite, in one write transaction on db: load it
 // into rows, call beforeRow(r) and calculate rows 1
 // to 59, write its 60 rows (row 1's statement to the clipboard of dialogs).
-// Another program sees it wholly old or wholly new. Raises ESQLiteException
+// Another program sees it wholly old or wholly new. Raises SqliteError
 // (nothing of the pipe type written) or what the calculation raises.
 void RecalculatePipeType(SqliteDatabase& db, RowTable& rows, int grp, int kan, Dialogs& dialogs,
                          const std::function<void(int r)>& beforeRow);

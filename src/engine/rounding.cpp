@@ -3,8 +3,8 @@
 #include <cmath>
 #include <limits>
 
-EInvalidOp::EInvalidOp() : EMathError("浮動小数点演算が無効です（計算結果が大きすぎます）。") {}
-EIntOverflow::EIntOverflow() : EMathError("整数オーバーフローです（計算結果が大きすぎます）。") {}
+InvalidOp::InvalidOp() : MathError("浮動小数点演算が無効です（計算結果が大きすぎます）。") {}
+IntOverflow::IntOverflow() : MathError("整数オーバーフローです（計算結果が大きすぎます）。") {}
 
 namespace {
 constexpr Extended Two63 = 9223372036854775808.0L; // exact in the 64-bit significand
@@ -22,13 +22,13 @@ Extended load(std::int64_t v) {
 
 std::int64_t Cut(Extended x) {
     // trunc(x) fits when -2^63 - 1 < x < 2^63; NaN fails both tests.
-    if (!(x < Two63 && x > -Two63 - 1.0L)) throw EInvalidOp();
+    if (!(x < Two63 && x > -Two63 - 1.0L)) throw InvalidOp();
     return static_cast<std::int64_t>(x);
 }
 
 std::int64_t Store(Extended x) {
     const Extended r = std::rint(x); // the default mode: nearest, ties to even
-    if (!(r < Two63 && r >= -Two63)) throw EInvalidOp();
+    if (!(r < Two63 && r >= -Two63)) throw InvalidOp();
     return static_cast<std::int64_t>(r);
 }
 
@@ -91,10 +91,10 @@ Currency roundToSignificant(Currency x, Currency digits, int k, Currency fractio
     const int n = len - k;
     std::int32_t m = 1;
     for (int i = 0; i < n; ++i)
-        if (__builtin_mul_overflow(m, 10, &m)) throw EIntOverflow();
+        if (__builtin_mul_overflow(m, 10, &m)) throw IntOverflow();
     const std::int64_t t = Cut((load(x.raw) / load(std::int64_t(m)) + load(fraction.raw)) / E4);
     std::int64_t big;
-    if (__builtin_mul_overflow(t, std::int64_t(m), &big)) throw EIntOverflow();
+    if (__builtin_mul_overflow(t, std::int64_t(m), &big)) throw IntOverflow();
     return Currency::FromRaw(Store(load(big) * E4));
 }
 

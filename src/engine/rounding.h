@@ -10,17 +10,17 @@
 // An arithmetic result that does not fit: a Cut or Store beyond 64 bits
 // (floating-point error), or a power or product of the significant-digit
 // rounding beyond 32/64 bits (integer overflow).
-class EMathError : public std::runtime_error {
+class MathError : public std::runtime_error {
 public:
     using std::runtime_error::runtime_error;
 };
-class EInvalidOp : public EMathError {
+class InvalidOp : public MathError {
 public:
-    EInvalidOp();
+    InvalidOp();
 };
-class EIntOverflow : public EMathError {
+class IntOverflow : public MathError {
 public:
-    EIntOverflow();
+    IntOverflow();
 };
 
 using Extended = long double;

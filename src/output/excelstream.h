@@ -21,12 +21,12 @@ extern const QString ExcelOutCaption;
 // The stream lines of group grp from the database at databasePath.
 // tabCaptions are the captions of the tabs on screen, for column C; a detail
 // that has no tab on screen (refrigerant mode on screen) is named by the
-// exported pipe type's own caption of that detail. Raises ESQLiteException
+// exported pipe type's own caption of that detail. Raises SqliteError
 // when a query fails.
 QStringList ExcelStream(const QString& databasePath, int grp, const QStringList& tabCaptions);
 
 // Writes the lines, each ended by CR LF, in code page 932, replacing the
-// file; raises EInOutError when it can't be written (the folder is not made).
+// file; raises FileError when it can't be written (the folder is not made).
 void WriteExcelStream(const QString& path, const QStringList& lines);
 
 // dataRoot + "/temp/excelout.txt".

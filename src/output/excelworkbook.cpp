@@ -16,7 +16,7 @@
 #include <map>
 #include <memory>
 
-EWorkbookError::EWorkbookError(const QString& message)
+WorkbookError::WorkbookError(const QString& message)
     : std::runtime_error(message.toUtf8().toStdString()) {}
 
 namespace {
@@ -86,7 +86,7 @@ void FitColumn(WorkbookSheet& sheet, int column) {
 // Row and column of a DATA line, both within the sheet.
 void CheckCell(int row, int column, int lineNo, const QString& line) {
     if (row < 1 || row > MaxRow || column < 1 || column > MaxColumn)
-        throw EWorkbookError(
+        throw WorkbookError(
             QStringLiteral(
                 "エクセル出力の指示 %1 行目のセル（行 %2、列 %3）はシートにありません。\n%4")
                 .arg(lineNo)
@@ -97,7 +97,7 @@ void CheckCell(int row, int column, int lineNo, const QString& line) {
 
 void CheckRange(bool ok, int lineNo, const QString& line) {
     if (!ok)
-        throw EWorkbookError(
+        throw WorkbookError(
             QStringLiteral("エクセル出力の指示 %1 行目の範囲はセルの名前ではありません。\n%2")
                 .arg(lineNo)
                 .arg(line));
@@ -112,20 +112,18 @@ struct WorkbookCloser {
 
 void Check(lxw_error error, const QString& what) {
     if (error != LXW_NO_ERROR)
-        throw EWorkbookError(QStringLiteral("エクセルファイルを作成できませんでした（%1）: %2")
-                                 .arg(what, QString::fromUtf8(lxw_strerror(error))));
+        throw WorkbookError(QStringLiteral("エクセルファイルを作成できませんでした（%1）: %2")
+                                .arg(what, QString::fromUtf8(lxw_strerror(error))));
 }
 
 void WriteSheet(const WorkbookSheet& sheet, const QString& path) {
     const QByteArray file = QFile::encodeName(path);
     std::unique_ptr<lxw_workbook, WorkbookCloser> wb(workbook_new(file.constData()));
     if (!wb)
-        throw EWorkbookError(
-            QStringLiteral("エクセルファイルを作成できませんでした: %1").arg(path));
+        throw WorkbookError(QStringLiteral("エクセルファイルを作成できませんでした: %1").arg(path));
     lxw_worksheet* ws = workbook_add_worksheet(wb.get(), nullptr);
     if (!ws)
-        throw EWorkbookError(
-            QStringLiteral("エクセルファイルを作成できませんでした: %1").arg(path));
+        throw WorkbookError(QStringLiteral("エクセルファイルを作成できませんでした: %1").arg(path));
 
     // One format for each mix of the two edges.
     lxw_format* formats[4] = {nullptr, nullptr, nullptr, nullptr};
@@ -253,10 +251,10 @@ bool ParseCellName(const QString& text, int& column, int& row) {
 void WriteExcelWorkbook(const QString& streamPath, const QString& workbookPath) {
     QFile in(streamPath);
     if (!in.open(QIODevice::ReadOnly))
-        throw EInOutError(QStringLiteral("ファイルを読み込めませんでした: %1").arg(streamPath));
+        throw FileError(QStringLiteral("ファイルを読み込めませんでした: %1").arg(streamPath));
     const QByteArray bytes = in.readAll();
     if (in.error() != QFileDevice::NoError)
-        throw EInOutError(QStringLiteral("ファイルを読み込めませんでした: %1").arg(streamPath));
+        throw FileError(QStringLiteral("ファイルを読み込めませんでした: %1").arg(streamPath));
     in.close();
 
     const WorkbookSheet sheet = ReplayExcelStream(SplitTextLines(FromAnsi(bytes)));
@@ -276,7 +274,7 @@ void WriteExcelWorkbook(const QString& streamPath, const QString& workbookPath) 
     if (std::rename(QFile::encodeName(part).constData(),
                     QFile::encodeName(workbookPath).constData()) != 0) {
         QFile::remove(part);
-        throw EWorkbookError(
+        throw WorkbookError(
             QStringLiteral("エクセルファイルを保存できませんでした: %1").arg(workbookPath));
     }
 }

@@ -23,15 +23,15 @@
 
 // A stream the workbook can't take (a row or column of 0, a cell out of the
 // sheet, a range that is no cell) or a workbook that can't be written.
-class EWorkbookError : public std::runtime_error {
+class WorkbookError : public std::runtime_error {
 public:
-    explicit EWorkbookError(const QString& message);
+    explicit WorkbookError(const QString& message);
     QString Message() const { return QString::fromUtf8(what()); }
 };
 
 // Reads the stream file (code page 932) and writes the workbook, replacing a
-// file of that name. On any failure it raises EInOutError (the stream can't
-// be read) or EWorkbookError, and no workbook file is left behind: the old
+// file of that name. On any failure it raises FileError (the stream can't
+// be read) or WorkbookError, and no workbook file is left behind: the old
 // one, if there was one, stays as it was.
 void WriteExcelWorkbook(const QString& streamPath, const QString& workbookPath);
 
@@ -49,7 +49,7 @@ struct WorkbookSheet {
     std::map<int, double> widths;                       // fitted columns
 };
 
-// The sheet of a stream's lines, "ABC" in B2 first. Raises EWorkbookError
+// The sheet of a stream's lines, "ABC" in B2 first. Raises WorkbookError
 // at the first line the sheet can't take.
 WorkbookSheet ReplayExcelStream(const QStringList& lines);
 

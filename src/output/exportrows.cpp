@@ -107,8 +107,8 @@ void WriteExportFile(const QString& path, const QByteArray& text) {
 void ReplaceFileBytes(const QString& path, const QByteArray& bytes) {
     QString reason;
     if (!ReplaceFileWhole(path, bytes, &reason))
-        throw EInOutError(QStringLiteral("ファイルを書き込めませんでした: %1\n").arg(path) +
-                          FileFailureReason(path, reason, true));
+        throw FileError(QStringLiteral("ファイルを書き込めませんでした: %1\n").arg(path) +
+                        FileFailureReason(path, reason, true));
 }
 
 QString PrintDataPath(const QString& dataRoot) {

@@ -61,7 +61,7 @@ QByteArray ExportRowsText(int mode, const RowTable& rows, const ExportSheet& she
                           const ExportOptions& options);
 
 // Replaces the file with text and a final CR LF. The old file stays until
-// the new one is complete; raises EInOutError when the file can't be written
+// the new one is complete; raises FileError when the file can't be written
 // (the folder is not made).
 void WriteExportFile(const QString& path, const QByteArray& text);
 

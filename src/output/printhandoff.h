@@ -64,12 +64,12 @@ struct PrintHandOff {
 };
 
 // Writes print_Data.dat (mode 2 of the export text), Print.conf and
-// print_header.dat, each replaced as a whole. Raises EInOutError at the first
+// print_header.dat, each replaced as a whole. Raises FileError at the first
 // file that can't be written (a missing printdata folder fails the first);
 // the files after it are not touched.
 void WritePrintHandOff(const PrintHandOff& h, const RowTable& rows, const ExportSheet& sheet);
 // Print.conf and print_header.dat alone, in that order (the steps after the
-// data file), raising EInOutError the same way.
+// data file), raising FileError the same way.
 void WritePrintConfAndHeader(const PrintHandOff& h, const RowTable& rows);
 
 // The tab captions and status panel texts showPipeType gives the rows: four

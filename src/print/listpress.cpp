@@ -125,7 +125,7 @@ int RunListpress(const QStringList& args, QTextStream& out, QTextStream& err) {
     PrintJob job;
     try {
         job = ReadPrintJob(a.root);
-    } catch (const EPrintInput& e) {
+    } catch (const PrintInput& e) {
         err << "listpress: " << e.Message() << "\n";
         if (window && a.screenshot.isEmpty())
             CurrentDialogs().TaskDialog(nullptr, QStringLiteral("listpress"), U("印刷できません"),
@@ -202,7 +202,7 @@ int RunPrintTool(const QStringList& args, QTextStream& out, QTextStream& err) {
         out << "group " << group << " pipe type " << kan << ": " << pdf << " ("
             << SheetPages(job).size() << " pages)\n";
         return 0;
-    } catch (const EPrintInput& e) {
+    } catch (const PrintInput& e) {
         err << "qorvale-tool: " << e.Message() << "\n";
     } catch (const std::exception& e) {
         err << "qorvale-tool: " << QString::fromUtf8(e.what()) << "\n";

@@ -6,7 +6,7 @@
 
 #include <QFileInfo>
 
-EPrintInput::EPrintInput(const QString& message) : std::runtime_error(message.toStdString()) {}
+PrintInput::PrintInput(const QString& message) : std::runtime_error(message.toStdString()) {}
 
 namespace {
 
@@ -17,9 +17,9 @@ QString U(const char* t) {
 QStringList readLines(const QString& path) {
     const QString name = QFileInfo(path).fileName();
     if (!QFileInfo(path).isFile())
-        throw EPrintInput(U("%1 が見つかりません（%2）。").arg(name, path));
+        throw PrintInput(U("%1 が見つかりません（%2）。").arg(name, path));
     QStringList lines;
-    if (!ReadTextFile(path, lines)) throw EPrintInput(U("%1 を読めません（%2）。").arg(name, path));
+    if (!ReadTextFile(path, lines)) throw PrintInput(U("%1 を読めません（%2）。").arg(name, path));
     return lines;
 }
 
@@ -31,7 +31,7 @@ struct KeyFile {
     QString get(const char* key, bool required) const {
         const QString k = QString::fromLatin1(key);
         if (required && !values.contains(k))
-            throw EPrintInput(U("%1 に %2 の行がありません。").arg(name, k));
+            throw PrintInput(U("%1 に %2 の行がありません。").arg(name, k));
         return values.value(k);
     }
 };
@@ -141,10 +141,10 @@ void ParsePrintHeader(const QStringList& lines, PrintJob& job) {
     job.buildingPage = header.get("[th]", true);
     job.labourCost = header.get("[ti]", true);
     if (!isNumberText(job.labourCost))
-        throw EPrintInput(U("%1 の %2 行目: 基礎工費「%3」が数値ではありません。")
-                              .arg(header.name)
-                              .arg(header.lineOf.value(QStringLiteral("[ti]")))
-                              .arg(job.labourCost));
+        throw PrintInput(U("%1 の %2 行目: 基礎工費「%3」が数値ではありません。")
+                             .arg(header.name)
+                             .arg(header.lineOf.value(QStringLiteral("[ti]")))
+                             .arg(job.labourCost));
 }
 
 void ParsePrintData(const QStringList& lines, PrintJob& job) {
@@ -161,16 +161,16 @@ void ParsePrintData(const QStringList& lines, PrintJob& job) {
         QStringList f = line.split(QLatin1Char(';'));
         if (f.last().isEmpty()) f.removeLast();
         if (f.size() < 23)
-            throw EPrintInput(U("%1 の %2 行目: 項目が足りません（23 項目のところ %3 項目）。")
-                                  .arg(dataName)
-                                  .arg(i + 1)
-                                  .arg(f.size()));
+            throw PrintInput(U("%1 の %2 行目: 項目が足りません（23 項目のところ %3 項目）。")
+                                 .arg(dataName)
+                                 .arg(i + 1)
+                                 .arg(f.size()));
         if (f.size() > 23)
-            throw EPrintInput(U("%1 の %2 行目: 項目が多すぎます（23 項目のところ %3 "
-                                "項目）。名前や見出しの中の「;」で項目がずれています。")
-                                  .arg(dataName)
-                                  .arg(i + 1)
-                                  .arg(f.size()));
+            throw PrintInput(U("%1 の %2 行目: 項目が多すぎます（23 項目のところ %3 "
+                               "項目）。名前や見出しの中の「;」で項目がずれています。")
+                                 .arg(dataName)
+                                 .arg(i + 1)
+                                 .arg(f.size()));
         const int first = 4;
         PrintFields fields;
         for (int k = 0; k < 19; ++k)
@@ -178,11 +178,11 @@ void ParsePrintData(const QStringList& lines, PrintJob& job) {
         for (int k = 2; k < 19; ++k) {
             const QString& v = fields[std::size_t(k)];
             if (!v.isEmpty() && !isNumberText(v))
-                throw EPrintInput(U("%1 の %2 行目 %3 項目目: 「%4」は数値ではありません。")
-                                      .arg(dataName)
-                                      .arg(i + 1)
-                                      .arg(first + k + 1)
-                                      .arg(v));
+                throw PrintInput(U("%1 の %2 行目 %3 項目目: 「%4」は数値ではありません。")
+                                     .arg(dataName)
+                                     .arg(i + 1)
+                                     .arg(first + k + 1)
+                                     .arg(v));
         }
         // Every 14 lines are one detail, named by its caption.
         if (dataLines % 14 == 0) {
@@ -197,7 +197,7 @@ void ParsePrintData(const QStringList& lines, PrintJob& job) {
             shown = isNonZero(fields[std::size_t(k)]);
         if (shown) job.blocks.last().lines.push_back(fields);
     }
-    if (job.blocks.isEmpty()) throw EPrintInput(U("%1 にデータがありません。").arg(dataName));
+    if (job.blocks.isEmpty()) throw PrintInput(U("%1 にデータがありません。").arg(dataName));
 }
 
 void ReadJobStyle(PrintJob& job) {
@@ -211,9 +211,9 @@ void ReadJobStyle(PrintJob& job) {
 
 PrintJob ReadPrintJob(const QString& dataRoot) {
     if (dataRoot.isEmpty() || !QFileInfo(dataRoot).isDir())
-        throw EPrintInput(U("データフォルダー %1 が見つかりません。").arg(dataRoot));
+        throw PrintInput(U("データフォルダー %1 が見つかりません。").arg(dataRoot));
     if (!QFileInfo(PrintFolderPath(dataRoot)).isDir())
-        throw EPrintInput(
+        throw PrintInput(
             U("印刷データのフォルダー %1 が見つかりません。").arg(PrintFolderPath(dataRoot)));
     // Each file is read when the one before it was good.
     PrintJob job;

@@ -1,7 +1,7 @@
 #pragma once
 // What the print program reads: Print.conf, print_header.dat and
 // print_Data.dat under DataRoot/printdata, and the style file Print.conf
-// names. Bad input raises EPrintInput with a Japanese message that names the
+// names. Bad input raises PrintInput with a Japanese message that names the
 // file and the line.
 
 #include "output/printstyle.h"
@@ -13,9 +13,9 @@
 #include <array>
 #include <stdexcept>
 
-class EPrintInput : public std::runtime_error {
+class PrintInput : public std::runtime_error {
 public:
-    explicit EPrintInput(const QString& message);
+    explicit PrintInput(const QString& message);
     QString Message() const { return QString::fromUtf8(what()); }
 };
 
@@ -56,11 +56,11 @@ struct PrintJob {
 // The data root of the program's argument: "DataRoot;" or a plain folder.
 QString DataRootOfArgument(const QString& argument);
 
-// Reads all of it; raises EPrintInput.
+// Reads all of it; raises PrintInput.
 PrintJob ReadPrintJob(const QString& dataRoot);
 
 // Its steps, in this order: the lines of Print.conf, print_header.dat and
-// print_Data.dat, each raising EPrintInput that names the file and the line,
+// print_Data.dat, each raising PrintInput that names the file and the line,
 // and then the style Print.conf names (a built-in one, with a note, when
 // that file can't be used).
 void ParsePrintConf(const QStringList& lines, PrintJob& job);

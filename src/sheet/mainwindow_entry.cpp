@@ -46,7 +46,7 @@ void MainWindow::selectMaterialCell(int col, int row, bool&) {
     materialCol = col;
     materialRow = row;
     // With the rate on the list price, only the list price is typed.
-    TGridOptions options = materialGrid->Options();
+    GridOptions options = materialGrid->Options();
     if (useRateCheck->Checked() && col < 3)
         options -= goEditing;
     else
@@ -60,7 +60,7 @@ void MainWindow::setMaterialEditText(int col, int row, const QString&) {
 }
 
 void MainWindow::updateCompositeEditing() {
-    TGridOptions options = compositeGrid->Options();
+    GridOptions options = compositeGrid->Options();
     if (resultsSwitch->IsOn()) {
         compositeGrid->SetEditorMode(false);
         options -= goEditing;

@@ -278,13 +278,13 @@ void MainWindow::buildSheet() {
         g->SetFocusCellColor(TColor(SheetMark));
         g->SetFocusCellFontColor(TColor(SheetWhite));
         g->SetFocusCellFontColorEnabled(true);
-        TGridOptions options{goFixedVertLine,     goFixedHorzLine, goVertLine, goHorzLine,
-                             goDrawFocusSelected, goColSizing,     goEditing};
+        GridOptions options{goFixedVertLine,     goFixedHorzLine, goVertLine, goHorzLine,
+                            goDrawFocusSelected, goColSizing,     goEditing};
         if (s.rangeSelect) options += goRangeSelect;
         g->SetOptions(options);
         g->SetCtl3D(false); // flat fixed cells
         g->setToolTip(GridHint);
-        TSCGCellParam* range = g->CellParams().Add();
+        SCGCellParam* range = g->CellParams().Add();
         range->SetCol(1);
         range->SetColMax(2);
         range->SetRow(1);
@@ -525,21 +525,21 @@ void MainWindow::connectSheet() {
     connect(tabs, &QTabBar::currentChanged, this, [this] {
         if (!settingTabs_) tabChanged();
     });
-    compositeGrid->onClicked = [this](TControlObject*) { compositeCellChosen(); };
-    materialGrid->onClicked = [this](TControlObject*) { materialCellChosen(); };
-    compositeGrid->OnSelectCell = [this](TControlObject*, int c, int r, bool& can) {
+    compositeGrid->onClicked = [this](ControlObject*) { compositeCellChosen(); };
+    materialGrid->onClicked = [this](ControlObject*) { materialCellChosen(); };
+    compositeGrid->OnSelectCell = [this](ControlObject*, int c, int r, bool& can) {
         selectCompositeCell(c, r, can);
     };
-    materialGrid->OnSelectCell = [this](TControlObject*, int c, int r, bool& can) {
+    materialGrid->OnSelectCell = [this](ControlObject*, int c, int r, bool& can) {
         selectMaterialCell(c, r, can);
     };
-    materialGrid->OnSetEditText = [this](TControlObject*, int c, int r, const QString& v) {
+    materialGrid->OnSetEditText = [this](ControlObject*, int c, int r, const QString& v) {
         setMaterialEditText(c, r, v);
     };
-    compositeGrid->OnKeyDown = [this](TControlObject*, int& key, TShiftState shift) {
+    compositeGrid->OnKeyDown = [this](ControlObject*, int& key, ShiftState shift) {
         compositeKeyDown(key, shift);
     };
-    materialGrid->OnKeyDown = [this](TControlObject*, int& key, TShiftState shift) {
+    materialGrid->OnKeyDown = [this](ControlObject*, int& key, ShiftState shift) {
         materialKeyDown(key, shift);
     };
     sizeSetAction->setEnabled(true);

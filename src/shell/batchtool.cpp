@@ -88,7 +88,7 @@ std::optional<QString> writeBlocked(const QString& path) {
         SqliteDatabase db(path);
         db.ExecSQL(QStringLiteral("BEGIN IMMEDIATE"));
         db.ExecSQL(QStringLiteral("ROLLBACK"));
-    } catch (const ESQLiteException& e) {
+    } catch (const SqliteError& e) {
         return e.Message();
     }
     return std::nullopt;

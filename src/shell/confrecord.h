@@ -31,7 +31,7 @@ QString ConfDeleteStatement();
 QString ConfInsertStatement(const ConfRecord& conf);
 
 // Sets the default names of conf, then reads the record from ExDatabasePath
-// into it when there is one. Raises ESQLiteException when the query fails.
+// into it when there is one. Raises SqliteError when the query fails.
 void LoadGroupNames(ConfRecord& conf);
 // Replaces the record on ExDatabasePath with conf: the delete and the insert
 // run in one transaction, so a failed insert keeps the old record. 1 on

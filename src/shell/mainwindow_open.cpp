@@ -196,7 +196,7 @@ bool MainWindow::mayClose() {
     // data folder gone, the disk full) is said and does not keep the window.
     try {
         writeDisplayFile();
-    } catch (const EInOutError& e) {
+    } catch (const FileError& e) {
         ShowTaskDialog(this, ApplicationTitle(), QStringLiteral("表示設定を保存できませんでした。"),
                        TaskDialog::IconWarning, TaskDialog::ButtonOk, QString::fromUtf8(e.what()));
     }

@@ -116,7 +116,7 @@ MainWindow::SaveResult MainWindow::saveCurrentPipeType(int showMessage) {
             const WaitCursor wait; // while a lock of another program is waited out
             try {
                 outcome = workspace_->save(currentGroup, currentPipeType, check, CurrentDialogs());
-            } catch (const ESQLiteException& e) {
+            } catch (const SqliteError& e) {
                 failure = e.Reason();
             } catch (const std::exception& e) {
                 failure = QString::fromUtf8(e.what());

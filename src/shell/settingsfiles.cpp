@@ -8,8 +8,7 @@
 #include <QFile>
 #include <QFileInfo>
 
-EInOutError::EInOutError(const QString& message)
-    : std::runtime_error(message.toUtf8().toStdString()) {}
+FileError::FileError(const QString& message) : std::runtime_error(message.toUtf8().toStdString()) {}
 
 void SplitKeyLine(const QString& line, QString& key, QString& value) {
     const int eq = int(line.indexOf(QLatin1Char('=')));
@@ -181,7 +180,7 @@ bool ReadDisplaySettings(const QString& folder, DisplaySettings& s) {
     if (!QFileInfo::exists(path)) return false;
     QStringList lines;
     if (!ReadTextFile(path, lines))
-        throw EInOutError(
+        throw FileError(
             QStringLiteral("入出力エラー: 表示設定のファイルを読み込めません。\nファイル: %1")
                 .arg(path));
     ApplyDisplayLines(lines, s);
@@ -191,8 +190,8 @@ bool ReadDisplaySettings(const QString& folder, DisplaySettings& s) {
 void WriteDisplaySettings(const QString& folder, const DisplaySettings& s) {
     const QString path = DisplayFilePath(folder);
     if (!WriteTextFile(path, DisplayLines(s)))
-        throw EInOutError(QStringLiteral("入出力エラー: 表示設定のファイルを書き込めません。"
-                                         "フォルダーがないか、ディスクに空きがありません。\n"
-                                         "ファイル: %1")
-                              .arg(path));
+        throw FileError(QStringLiteral("入出力エラー: 表示設定のファイルを書き込めません。"
+                                       "フォルダーがないか、ディスクに空きがありません。\n"
+                                       "ファイル: %1")
+                            .arg(path));
 }

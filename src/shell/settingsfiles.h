@@ -15,9 +15,9 @@
 #include <stdexcept>
 
 // A read or write failure of a settings file that must be reported.
-class EInOutError : public std::runtime_error {
+class FileError : public std::runtime_error {
 public:
-    explicit EInOutError(const QString& message);
+    explicit FileError(const QString& message);
 };
 
 // Key and value of one line.
@@ -79,7 +79,7 @@ QStringList DisplayLines(const DisplaySettings& s);
 // the whole line, "[TREEVIEW_WIDTH]" by key (no integer reads as 100).
 void ApplyDisplayLines(const QStringList& lines, DisplaySettings& s);
 // Applies the file when it exists; false when it doesn't (s unchanged).
-// Raises EInOutError when it exists but can't be read.
+// Raises FileError when it exists but can't be read.
 bool ReadDisplaySettings(const QString& folder, DisplaySettings& s);
-// Replaces the file; raises EInOutError when it can't be written.
+// Replaces the file; raises FileError when it can't be written.
 void WriteDisplaySettings(const QString& folder, const DisplaySettings& s);

@@ -17,7 +17,7 @@ bool runTransaction(SqliteDatabase& db, const QStringList& sqls, QString& reason
             db.ExecSQL(sql);
         db.Commit();
         return true;
-    } catch (const ESQLiteException& e) {
+    } catch (const SqliteError& e) {
         reason = e.Reason();
     } catch (const std::exception& e) {
         reason = QString::fromUtf8(e.what());
@@ -45,7 +45,7 @@ int TryExecStatements(const QString& path, const QStringList& sqls, QString& rea
     try {
         SqliteDatabase db(path);
         return runTransaction(db, sqls, reason) ? 1 : 0;
-    } catch (const ESQLiteException& e) {
+    } catch (const SqliteError& e) {
         // The open, or the rollback after a failure.
         if (reason.isEmpty()) reason = e.Reason();
     } catch (const std::exception& e) {

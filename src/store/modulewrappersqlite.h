@@ -22,11 +22,11 @@ struct QueryResult {
     QStringList lines;
 };
 // Runs a query on an open connection (inside its transaction, if one is
-// open). Raises ESQLiteException on failure.
+// open). Raises SqliteError on failure.
 QueryResult QueryLines(SqliteDatabase& db, const QString& sql);
 
 // Runs a query on the database file at path and gives back its rows. Raises
-// ESQLiteException on any failure, with the connection closed.
+// SqliteError on any failure, with the connection closed.
 QueryResult QueryToLines(const QString& path, const QString& sql);
 
 // Every write below runs in one write transaction ("BEGIN IMMEDIATE"), which
@@ -34,7 +34,7 @@ QueryResult QueryToLines(const QString& path, const QString& sql);
 //
 // Runs one statement in a transaction of its own. 1 on success; on failure
 // the transaction is rolled back, the box "ERROR" is shown and the result is
-// 0. A failure to open the file or to roll back raises ESQLiteException.
+// 0. A failure to open the file or to roll back raises SqliteError.
 int ExecStatement(const QString& path, const QString& sql);
 
 // The same for several statements in one transaction: all of them or none.

@@ -22,14 +22,14 @@ QByteArray StoredImage(SqliteDatabase& db, int grp, int kan);
 
 // Fills fields UKEY to FTANKA of the 60 rows from the table, on an open
 // connection inside its transaction, and the change lines of what was read
-// into saved when it is given. Raises ESQLiteException when the query fails
+// into saved when it is given. Raises SqliteError when the query fails
 // and std::out_of_range when the table holds fewer than 60 rows (the rows
 // before the missing one are replaced).
 void LoadPipeTypeIn(SqliteDatabase& db, int grp, int kan, RowTable& rows,
                     QStringList* saved = nullptr);
 // The 60 UPDATEs of rows on an open connection, inside its transaction; the
 // statement of row 1 goes to the clipboard of dialogs. Raises
-// ESQLiteException at the first that fails.
+// SqliteError at the first that fails.
 void WritePipeTypeIn(SqliteDatabase& db, const RowTable& rows, int grp, int kan, Dialogs& dialogs);
 
 enum class SaveOutcome { Saved, ChangedElsewhere };

@@ -5,7 +5,7 @@
 #include <cstdio>
 #include <exception>
 
-ESQLiteException::ESQLiteException(const QString& message, const QString& reason)
+SqliteError::SqliteError(const QString& message, const QString& reason)
     : std::runtime_error(message.toUtf8().toStdString()), reason_(reason) {}
 
 namespace {
@@ -14,10 +14,10 @@ namespace {
 // cursors alike.
 int columnIndex(const QStringList& cols, const QString& name) {
     if (cols.isEmpty())
-        throw ESQLiteException(QStringLiteral("Field ") + name +
-                               QStringLiteral(" Not found. Empty dataset"));
+        throw SqliteError(QStringLiteral("Field ") + name +
+                          QStringLiteral(" Not found. Empty dataset"));
     const int i = int(cols.indexOf(name.toUpper()));
-    if (i < 0) throw ESQLiteException(QStringLiteral("Field not found in dataset: ") + name);
+    if (i < 0) throw SqliteError(QStringLiteral("Field not found in dataset: ") + name);
     return i;
 }
 
@@ -98,10 +98,10 @@ SqliteDatabase::SqliteDatabase(const QString& FileName, OpenMode mode) {
             const QString msg = QString::fromUtf8(sqlite3_errmsg(fDB));
             sqlite3_close(fDB);
             fDB = nullptr;
-            throw ESQLiteException(
+            throw SqliteError(
                 QStringLiteral("Failed to open database \"%1\" : %2").arg(FileName, msg), msg);
         }
-        throw ESQLiteException(
+        throw SqliteError(
             QStringLiteral("Failed to open database \"%1\" : unknown error").arg(FileName));
     }
 }
@@ -134,12 +134,12 @@ int SqliteDatabase::RowsChanged() const {
 
 void SqliteDatabase::RaiseSqlError(const QString& message, const QString& SQL) const {
     const int code = fDB ? sqlite3_errcode(fDB) : 0;
-    if (code == SQLITE_OK) throw ESQLiteException(message);
+    if (code == SQLITE_OK) throw SqliteError(message);
     const QString text = QString::fromUtf8(sqlite3_errmsg(fDB));
-    throw ESQLiteException(message + QStringLiteral(".\rError [%1]: %2.\r\"%3\": %4")
-                                         .arg(code)
-                                         .arg(SQLiteErrorText(code), SQL, text),
-                           text);
+    throw SqliteError(message + QStringLiteral(".\rError [%1]: %2.\r\"%3\": %4")
+                                    .arg(code)
+                                    .arg(SQLiteErrorText(code), SQL, text),
+                      text);
 }
 
 sqlite3_stmt* SqliteDatabase::Prepare(const QString& SQL) {
@@ -353,13 +353,13 @@ void SqliteDatabase::UpdateBlob(const QString& SQL, const QByteArray& BlobData) 
 }
 
 void SqliteDatabase::BeginTransaction() {
-    if (fInTrans) throw ESQLiteException(QStringLiteral("Transaction already open"));
+    if (fInTrans) throw SqliteError(QStringLiteral("Transaction already open"));
     ExecSQL(QStringLiteral("BEGIN TRANSACTION"));
     fInTrans = true;
 }
 
 void SqliteDatabase::BeginImmediateTransaction() {
-    if (fInTrans) throw ESQLiteException(QStringLiteral("Transaction already open"));
+    if (fInTrans) throw SqliteError(QStringLiteral("Transaction already open"));
     ExecSQL(QStringLiteral("BEGIN IMMEDIATE TRANSACTION"));
     fInTrans = true;
 }
@@ -402,7 +402,7 @@ int SqliteDatabase::Backup(SqliteDatabase& TargetDB, const QString& targetName,
                            const QString& sourceName) {
     sqlite3_backup* b = sqlite3_backup_init(TargetDB.DB(), targetName.toUtf8().constData(), fDB,
                                             sourceName.toUtf8().constData());
-    if (!b) throw ESQLiteException(QStringLiteral("Could not initialize backup"));
+    if (!b) throw SqliteError(QStringLiteral("Could not initialize backup"));
     const int rc = sqlite3_backup_step(b, -1);
     sqlite3_backup_finish(b);
     return rc;
@@ -412,7 +412,7 @@ QString SqliteDatabase::Version() {
     return QString::fromUtf8(sqlite3_libversion());
 }
 
-void SqliteDatabase::AddCustomCollate(const QString& name, TCollateXCompare xCompare) {
+void SqliteDatabase::AddCustomCollate(const QString& name, CollationCompare xCompare) {
     sqlite3_create_collation(fDB, name.toUtf8().constData(), SQLITE_UTF8, nullptr, xCompare);
 }
 
@@ -471,8 +471,7 @@ SqliteTable::SqliteTable(SqliteDatabase& DB, const QString& SQL) {
     for (;;) {
         const int rc = sqlite3_step(stmt);
         if (rc == SQLITE_DONE) break;
-        if (rc == SQLITE_BUSY)
-            throw ESQLiteException(QStringLiteral("Could not prepare SQL statement"));
+        if (rc == SQLITE_BUSY) throw SqliteError(QStringLiteral("Could not prepare SQL statement"));
         if (rc != SQLITE_ROW) {
             sqlite3_reset(stmt);
             DB.RaiseSqlError(QStringLiteral("Could not retrieve data"), SQL);
@@ -522,9 +521,9 @@ SqliteTable::SqliteTable(SqliteDatabase& DB, const QString& SQL) {
 }
 
 const SqliteTable::Value& SqliteTable::current(int I) const {
-    if (Eof()) throw ESQLiteException(QStringLiteral("Table is at End of File"));
+    if (Eof()) throw SqliteError(QStringLiteral("Table is at End of File"));
     if (I < 0 || unsigned(I) >= fColCount)
-        throw ESQLiteException(QStringLiteral("List index out of bounds (%1)").arg(I));
+        throw SqliteError(QStringLiteral("List index out of bounds (%1)").arg(I));
     return fResults[std::size_t(fRow) * fColCount + unsigned(I)];
 }
 
@@ -546,7 +545,7 @@ std::int64_t SqliteTable::FieldAsInteger(int I) const {
     if (std::holds_alternative<std::monostate>(v)) return 0;
     if (const auto* i = std::get_if<std::int64_t>(&v)) return *i;
     if (const auto* d = std::get_if<double>(&v)) return std::int64_t(*d);
-    throw ESQLiteException(QStringLiteral("Not an integer or numeric field"));
+    throw SqliteError(QStringLiteral("Not an integer or numeric field"));
 }
 
 double SqliteTable::FieldAsDouble(int I) const {
@@ -554,14 +553,14 @@ double SqliteTable::FieldAsDouble(int I) const {
     if (std::holds_alternative<std::monostate>(v)) return 0;
     if (const auto* i = std::get_if<std::int64_t>(&v)) return double(*i);
     if (const auto* d = std::get_if<double>(&v)) return *d;
-    throw ESQLiteException(QStringLiteral("Not an integer or numeric field"));
+    throw SqliteError(QStringLiteral("Not an integer or numeric field"));
 }
 
 const QByteArray* SqliteTable::FieldAsBlob(int I) const {
     const Value& v = current(I);
     if (std::holds_alternative<std::monostate>(v)) return nullptr;
     if (fColTypes[std::size_t(I)] != SQLiteType::Blob)
-        throw ESQLiteException(QStringLiteral("Not a Blob field"));
+        throw SqliteError(QStringLiteral("Not a Blob field"));
     return std::get_if<QByteArray>(&v);
 }
 
@@ -620,8 +619,7 @@ std::int64_t SqliteTable::CountResult() const {
     if (Eof()) return 0;
     bool ok = false;
     const std::int64_t n = Fields(0).toLongLong(&ok);
-    if (!ok)
-        throw ESQLiteException(QStringLiteral("'%1' is not a valid integer value").arg(Fields(0)));
+    if (!ok) throw SqliteError(QStringLiteral("'%1' is not a valid integer value").arg(Fields(0)));
     return n;
 }
 

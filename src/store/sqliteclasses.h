@@ -1,7 +1,7 @@
 #pragma once
 // The classes of the database layer: a connection, a result set held in
 // memory, a forward-only cursor, named parameters, and the layer's one
-// exception. Every failure is an ESQLiteException.
+// exception. Every failure is an SqliteError.
 
 #include "store/sqliteapi.h"
 
@@ -17,9 +17,9 @@
 #include <vector>
 
 // The exception of the layer; what() is the UTF-8 message.
-class ESQLiteException : public std::runtime_error {
+class SqliteError : public std::runtime_error {
 public:
-    explicit ESQLiteException(const QString& message, const QString& reason = QString());
+    explicit SqliteError(const QString& message, const QString& reason = QString());
     QString Message() const { return QString::fromUtf8(what()); }
     // The library's own words for what went wrong ("database is locked"),
     // or the whole message where the library said nothing.
@@ -58,9 +58,9 @@ class SqliteTable;
 class SqliteCursor;
 
 // Called with the SQL of every statement that was prepared.
-using THookQuery = std::function<void(SqliteDatabase* Sender, const QString& SQL)>;
+using QueryHook = std::function<void(SqliteDatabase* Sender, const QString& SQL)>;
 // Collation over UTF-8 text.
-using TCollateXCompare = int (*)(void* UserData, int Buf1Len, const void* Buf1, int Buf2Len,
+using CollationCompare = int (*)(void* UserData, int Buf1Len, const void* Buf1, int Buf2Len,
                                  const void* Buf2);
 
 // One open connection. Lives on the stack of the operation that needs it:
@@ -84,7 +84,7 @@ public:
     sqlite3* DB() const { return fDB; }
     bool IsTransactionOpen() const { return fInTrans; }
     int RowsChanged() const;
-    THookQuery OnQuery;
+    QueryHook OnQuery;
 
     void ExecSQL(const QString& SQL);
     // ExecSQL of a statement already in UTF-8; the same failures.
@@ -121,7 +121,7 @@ public:
     int Backup(SqliteDatabase& TargetDB);
     int Backup(SqliteDatabase& TargetDB, const QString& targetName, const QString& sourceName);
     static QString Version();
-    void AddCustomCollate(const QString& name, TCollateXCompare xCompare);
+    void AddCustomCollate(const QString& name, CollationCompare xCompare);
     void AddSystemCollate();
 
     void ParamsClear();

@@ -19,7 +19,7 @@ bool CreateDataRoot(const QString& root, QStringList& created);
 // Writes a new database at path, with zero rows or, with demo, demo pipe
 // types whose computed prices are stored. The file is built aside and moved
 // into place when complete; an existing file is replaced only with force.
-// Raises ESQLiteException or std::runtime_error on failure.
+// Raises SqliteError or std::runtime_error on failure.
 void CreateSuiteDatabase(const QString& path, bool demo);
 
 // The command line "init [--demo] [--force] [--launch STRING]". Messages go

@@ -27,7 +27,7 @@ struct Edit : ::testing::Test {
         edit->setGeometry(0, 0, 120, 24);
         other = new QLineEdit(window.get());
         other->setGeometry(0, 30, 120, 24);
-        edit->OnChange = [this](TControlObject*) { ++changes; };
+        edit->OnChange = [this](ControlObject*) { ++changes; };
         window->show();
         window->activateWindow();
         ASSERT_TRUE(QTest::qWaitForWindowActive(window.get()));
@@ -98,7 +98,7 @@ TEST_F(Edit, FilterSignsAndDigitLimit) {
         EXPECT_EQ(edit->text(), QStringLiteral("12"));
     }
     int presses = 0;
-    edit->OnKeyPress = [&](TControlObject*, QChar&) { ++presses; };
+    edit->OnKeyPress = [&](ControlObject*, QChar&) { ++presses; };
     QTest::keyClick(edit, Qt::Key_Plus);
     EXPECT_EQ(edit->text(), QStringLiteral("+12"));
     EXPECT_EQ(presses, 0); // no OnKeyPress for a sign

@@ -7,10 +7,10 @@
 
 namespace {
 
-struct Box : TNumberEditCore {
+struct Box : NumberEditCore {
     int changes = 0;
     Box() {
-        OnChange = [this](TControlObject*) { ++changes; };
+        OnChange = [this](ControlObject*) { ++changes; };
     }
 };
 
@@ -23,9 +23,9 @@ TEST(NumberText, PlainAndGeneralForms) {
     EXPECT_EQ(FloatToGeneral(0.1L + 0.2L), QStringLiteral("0.3"));
     EXPECT_EQ(FormatThousands(-1234567), QStringLiteral("-1,234,567"));
     EXPECT_EQ(FormatThousands(999), QStringLiteral("999"));
-    EXPECT_THROW(TextToFloat(QStringLiteral(".")), EConvertError);
-    EXPECT_THROW(TextToInt64(QStringLiteral("99999999999999999999")), EConvertError);
-    EXPECT_THROW(TextToInt32(QStringLiteral("3000000000")), EConvertError);
+    EXPECT_THROW(TextToFloat(QStringLiteral(".")), ConvertError);
+    EXPECT_THROW(TextToInt64(QStringLiteral("99999999999999999999")), ConvertError);
+    EXPECT_THROW(TextToInt32(QStringLiteral("3000000000")), ConvertError);
 }
 
 TEST(NumberText, RoundingWorksOnTheDigits) {
@@ -129,7 +129,7 @@ TEST(NumberValue, LimitsAndArrowSteps) {
     b.StepByArrow(adDown);
     EXPECT_EQ(b.Text(), QStringLiteral("9.5"));
     // A handler may change the new value.
-    b.OnArrowKeyChange = [](TControlObject*, TArrowKeyDirection d, Extended& v) {
+    b.OnArrowKeyChange = [](ControlObject*, ArrowKeyDirection d, Extended& v) {
         if (d == adUp) v = 3;
     };
     b.StepByArrow(adUp);
@@ -243,7 +243,7 @@ TEST(NumberHex, FormatsParsesAndFilters) {
     b.SetValue(-1);
     EXPECT_EQ(b.Text(), QStringLiteral("00FFFFFFFF"));
     EXPECT_EQ(double(b.Value()), -1.0);
-    EXPECT_THROW(b.SetText(QStringLiteral("100000000")), EConvertError);
+    EXPECT_THROW(b.SetText(QStringLiteral("100000000")), ConvertError);
 }
 
 TEST(NumberValue, IntegerViewsAndConversionErrors) {
@@ -257,7 +257,7 @@ TEST(NumberValue, IntegerViewsAndConversionErrors) {
     b.SetCurrency(StrToCurr(QStringLiteral("1234.5678")));
     EXPECT_EQ(b.Text(), QStringLiteral("1234.5678"));
     EXPECT_EQ(CurrToStr(b.AsCurrency()), QStringLiteral("1234.5678"));
-    EXPECT_THROW(b.SetText(QStringLiteral("-.")), EConvertError);
+    EXPECT_THROW(b.SetText(QStringLiteral("-.")), ConvertError);
 }
 
 } // namespace

@@ -116,7 +116,7 @@ TEST(GradPan, GradientsRunAsTheTablesSay) {
     pan.SetColorEnd(RGBColor(200, 100, 255));
     pan.SetBackGroundEffect(bdDown);
     QImage im = pan.RenderImage();
-    const TGrArray down = MakeGradientTable(pan.ColorEnd(), pan.ColorStart());
+    const GrArray down = MakeGradientTable(pan.ColorEnd(), pan.ColorStart());
     EXPECT_EQ(px(im, 100, 0), pan.ColorEnd());
     EXPECT_EQ(px(im, 100, 99), down[99]);
     EXPECT_EQ(down[99], RGBColor(2, 1, 2)); // one step short of ColorStart, cut
@@ -124,7 +124,7 @@ TEST(GradPan, GradientsRunAsTheTablesSay) {
 
     pan.SetBackGroundEffect(bdVertIn);
     im = pan.RenderImage();
-    const TGrArray in = MakeGradientTable(pan.ColorStart(), pan.ColorEnd());
+    const GrArray in = MakeGradientTable(pan.ColorStart(), pan.ColorEnd());
     EXPECT_EQ(px(im, 0, 50), in[1]);
     EXPECT_EQ(px(im, 99, 50), in[99]);
     EXPECT_EQ(px(im, 100, 50), in[98]);
@@ -139,7 +139,7 @@ TEST(GradPan, GradientsRunAsTheTablesSay) {
     EXPECT_EQ(px(im, 0, 0), clWhite);
     EXPECT_EQ(px(im, 199, 99), clGray);
 
-    EXPECT_THROW(MakeGradientTable(clBtnFace, clWhite), EControlRangeError);
+    EXPECT_THROW(MakeGradientTable(clBtnFace, clWhite), ControlRangeError);
 }
 
 TEST(GradPan, TextEffectsUseTheirColours) {
@@ -186,7 +186,7 @@ TEST(GradPan, MoveableZonesMoveAndSize) {
     parent.show();
     ASSERT_TRUE(QTest::qWaitForWindowExposed(&parent));
     int moves = 0;
-    pan->OnPanelMove = [&](TControlObject* sender) {
+    pan->OnPanelMove = [&](ControlObject* sender) {
         EXPECT_EQ(sender, pan);
         ++moves;
     };
@@ -209,7 +209,7 @@ TEST(GradPan, MoveableZonesMoveAndSize) {
     // A failing move handler reaches the program's handler; the move stands.
     QString reported;
     SetControlsExceptionHandler([&](const QString& m) { reported = m; });
-    pan->OnPanelMove = [](TControlObject*) { throw EControlError(QStringLiteral("moved")); };
+    pan->OnPanelMove = [](ControlObject*) { throw ControlError(QStringLiteral("moved")); };
     drag(QPoint(100, 50), QPoint(5, 5));
     SetControlsExceptionHandler(nullptr);
     EXPECT_EQ(reported, QStringLiteral("moved"));

@@ -75,8 +75,8 @@ struct Grid : ::testing::Test {
     };
     std::vector<Band> bandsOf(int col, int row) {
         std::vector<Band> bands;
-        grid->OnDrawTextOneLine = [&](TControlObject*, PriceGrid*, const TRect& r, int c, int rw,
-                                      int, TGridDrawState, QString& text, TAlignment&, TTextLayout&,
+        grid->OnDrawTextOneLine = [&](ControlObject*, PriceGrid*, const TRect& r, int c, int rw,
+                                      int, GridDrawState, QString& text, TAlignment&, TextLayout&,
                                       bool&) {
             if (c == col && rw == row) bands.push_back({r, text});
         };
@@ -125,7 +125,7 @@ TEST_F(Grid, BandsSplitTheCellHeight) {
 }
 
 TEST_F(Grid, CaptionTypesMakeTheDrawnText) {
-    TSCGCellParam* p = grid->CellParams().Add();
+    SCGCellParam* p = grid->CellParams().Add();
     p->SetCol(3);
     p->SetRow(3);
     p->SetCaption(QStringLiteral("A"));
@@ -263,7 +263,7 @@ TEST_F(Grid, CellDivideOffWrapsLeftAligned) {
 
 TEST_F(Grid, FixedCellWithEntryKeepsFixedColourAndEntryAlignment) {
     grid->SetFixedAlignment(taRightJustify);
-    TSCGCellParam* p = grid->CellParams().Add();
+    SCGCellParam* p = grid->CellParams().Add();
     p->SetCol(2);
     p->SetRow(0);
     grid->SetCells(2, 0, QStringLiteral("W"));
@@ -276,7 +276,7 @@ TEST_F(Grid, FixedCellWithEntryKeepsFixedColourAndEntryAlignment) {
 TEST_F(Grid, OutCellTextCanvasResetDecidesTheColour) {
     grid->SetCells(2, 2, QStringLiteral("WWW"));
     bool keep = true;
-    grid->OnOutCellText = [&](TControlObject*, PriceGrid* g, const TRect&, int c, int r,
+    grid->OnOutCellText = [&](ControlObject*, PriceGrid* g, const TRect&, int c, int r,
                               const QString&, QString&, bool& reset) {
         if (c == 2 && r == 2) {
             g->Canvas()->Font.Color = RGBColor(255, 0, 0);
@@ -300,40 +300,40 @@ TEST_F(Grid, OutCellTextCanvasResetDecidesTheColour) {
 
 TEST_F(Grid, CurrentCellEventsFireInOrder) {
     std::vector<std::string> log;
-    TSCGCellParam* from = grid->CellParams().Add();
+    SCGCellParam* from = grid->CellParams().Add();
     from->SetCol(1);
     from->SetRow(1);
-    TSCGCellParam* to = grid->CellParams().Add();
+    SCGCellParam* to = grid->CellParams().Add();
     to->SetCol(2);
     to->SetRow(2);
     for (auto* p : {from, to}) {
         const std::string n = p == from ? "old." : "new.";
-        p->OnExitCell = [&log, n](TControlObject*, PriceGrid*, int, int, int, int) {
+        p->OnExitCell = [&log, n](ControlObject*, PriceGrid*, int, int, int, int) {
             log.push_back(n + "ExitCell");
         };
-        p->OnExitCol = [&log, n](TControlObject*, PriceGrid*, int, int) {
+        p->OnExitCol = [&log, n](ControlObject*, PriceGrid*, int, int) {
             log.push_back(n + "ExitCol");
         };
-        p->OnExitRow = [&log, n](TControlObject*, PriceGrid*, int, int) {
+        p->OnExitRow = [&log, n](ControlObject*, PriceGrid*, int, int) {
             log.push_back(n + "ExitRow");
         };
-        p->OnEnterCell = [&log, n](TControlObject*, PriceGrid*, int, int, int, int) {
+        p->OnEnterCell = [&log, n](ControlObject*, PriceGrid*, int, int, int, int) {
             log.push_back(n + "EnterCell");
         };
-        p->OnEnterCol = [&log, n](TControlObject*, PriceGrid*, int, int) {
+        p->OnEnterCol = [&log, n](ControlObject*, PriceGrid*, int, int) {
             log.push_back(n + "EnterCol");
         };
-        p->OnEnterRow = [&log, n](TControlObject*, PriceGrid*, int, int) {
+        p->OnEnterRow = [&log, n](ControlObject*, PriceGrid*, int, int) {
             log.push_back(n + "EnterRow");
         };
     }
-    grid->OnSelectCell = [&](TControlObject*, int, int, bool&) { log.push_back("SelectCell"); };
-    grid->OnCellChanged = [&](TControlObject*, int oc, int orow, int nc, int nr) {
+    grid->OnSelectCell = [&](ControlObject*, int, int, bool&) { log.push_back("SelectCell"); };
+    grid->OnCellChanged = [&](ControlObject*, int oc, int orow, int nc, int nr) {
         log.push_back("CellChanged " + std::to_string(oc) + std::to_string(orow) +
                       std::to_string(nc) + std::to_string(nr));
     };
-    grid->OnColChanged = [&](TControlObject*, int, int) { log.push_back("ColChanged"); };
-    grid->OnRowChanged = [&](TControlObject*, int, int) { log.push_back("RowChanged"); };
+    grid->OnColChanged = [&](ControlObject*, int, int) { log.push_back("ColChanged"); };
+    grid->OnRowChanged = [&](ControlObject*, int, int) { log.push_back("RowChanged"); };
     grid->Loaded(); // old cell := current cell (1, 1)
     log.clear();
     ASSERT_TRUE(grid->FocusCell(2, 2, true));
@@ -360,16 +360,16 @@ TEST_F(Grid, CurrentCellEventsFireInOrder) {
 }
 
 TEST_F(Grid, ARaisingHandlerRefusesTheMove) {
-    TSCGCellParam* p = grid->CellParams().Add();
+    SCGCellParam* p = grid->CellParams().Add();
     p->SetCol(1);
     p->SetRow(1);
     bool raise = true;
-    p->OnExitCell = [&](TControlObject*, PriceGrid*, int, int, int, int) {
-        if (raise) throw EControlError(QStringLiteral("no"));
+    p->OnExitCell = [&](ControlObject*, PriceGrid*, int, int, int, int) {
+        if (raise) throw ControlError(QStringLiteral("no"));
     };
     int changed = 0;
     std::pair<int, int> lastOld;
-    grid->OnCellChanged = [&](TControlObject*, int oc, int orow, int, int) {
+    grid->OnCellChanged = [&](ControlObject*, int oc, int orow, int, int) {
         ++changed;
         lastOld = {oc, orow};
     };
@@ -386,7 +386,7 @@ TEST_F(Grid, ARaisingHandlerRefusesTheMove) {
 }
 
 TEST_F(Grid, OptionsFollowTheCurrentCell) {
-    TSCGCellParam* p = grid->CellParams().Add();
+    SCGCellParam* p = grid->CellParams().Add();
     p->SetCol(2);
     p->SetRow(2);
     p->SetOptions(grid->Options() + goEditing);
@@ -406,11 +406,11 @@ TEST_F(Grid, KeysMoveTheCellAndOnKeyDownSeesThemFirst) {
     std::vector<int> keys;
     int clicks = 0;
     bool swallow = false;
-    grid->OnKeyDown = [&](TControlObject*, int& key, TShiftState) {
+    grid->OnKeyDown = [&](ControlObject*, int& key, ShiftState) {
         keys.push_back(key);
         if (swallow) key = 0;
     };
-    grid->onClicked = [&](TControlObject*) { ++clicks; };
+    grid->onClicked = [&](ControlObject*) { ++clicks; };
     QTest::keyClick(grid, Qt::Key_Down);
     QTest::keyClick(grid, Qt::Key_Right);
     EXPECT_EQ(grid->Col(), 2);
@@ -434,8 +434,8 @@ TEST_F(Grid, EditorOpensOnTypingAndClosesOnEnter) {
     ASSERT_NO_FATAL_FAILURE(focusGrid());
     std::vector<int> keys;
     std::vector<QString> edits;
-    grid->OnKeyDown = [&](TControlObject*, int& key, TShiftState) { keys.push_back(key); };
-    grid->OnSetEditText = [&](TControlObject*, int c, int r, const QString& v) {
+    grid->OnKeyDown = [&](ControlObject*, int& key, ShiftState) { keys.push_back(key); };
+    grid->OnSetEditText = [&](ControlObject*, int c, int r, const QString& v) {
         EXPECT_EQ(c, 1);
         EXPECT_EQ(r, 1);
         edits.push_back(v);
@@ -464,7 +464,7 @@ TEST_F(Grid, EditorOpensOnTypingAndClosesOnEnter) {
     EXPECT_EQ(grid->Cells(1, 1), QStringLiteral("50."));
 
     // A key handler can close the editor itself, as the price sheet does.
-    grid->OnKeyDown = [&](TControlObject*, int& key, TShiftState) {
+    grid->OnKeyDown = [&](ControlObject*, int& key, ShiftState) {
         if (key == VK_DOWN && grid->EditorMode()) grid->SetEditorMode(false);
     };
     // Backspace opens the editor on the emptied cell.
@@ -487,7 +487,7 @@ TEST_F(Grid, EveryPrintableKeyReachesTheCell) {
     grid->SetOptions(grid->Options() + goEditing);
     ASSERT_NO_FATAL_FAILURE(focusGrid());
     std::vector<int> keys;
-    grid->OnKeyDown = [&](TControlObject*, int& key, TShiftState) { keys.push_back(key); };
+    grid->OnKeyDown = [&](ControlObject*, int& key, ShiftState) { keys.push_back(key); };
     // Punctuation opens the editor and comes with the code of its key.
     QTest::keyClick(grid, Qt::Key_Equal);
     ASSERT_TRUE(grid->EditorMode());
@@ -514,28 +514,28 @@ TEST_F(Grid, HandlerFailuresGoToTheProgramsHandler) {
     QStringList reported;
     SetControlsExceptionHandler([&](const QString& m) { reported << m; });
     // A raising key handler ends the key: the cell doesn't move.
-    grid->OnKeyDown = [&](TControlObject*, int& key, TShiftState) {
-        if (key == VK_DOWN) throw EControlError(QStringLiteral("key"));
+    grid->OnKeyDown = [&](ControlObject*, int& key, ShiftState) {
+        if (key == VK_DOWN) throw ControlError(QStringLiteral("key"));
     };
     QTest::keyClick(grid, Qt::Key_Down);
     EXPECT_EQ(grid->Row(), 1);
     // The move is made before onClicked runs.
-    grid->onClicked = [&](TControlObject*) { throw EControlError(QStringLiteral("click")); };
+    grid->onClicked = [&](ControlObject*) { throw ControlError(QStringLiteral("click")); };
     QTest::keyClick(grid, Qt::Key_Right);
     EXPECT_EQ(grid->Col(), 2);
     QTest::mouseClick(grid, Qt::LeftButton, Qt::NoModifier,
                       grid->CellRect(3, 3).ToQRect().center());
     EXPECT_EQ(grid->Col(), 3);
     grid->onClicked = nullptr;
-    grid->OnSelectCell = [&](TControlObject*, int, int, bool&) {
-        throw EControlError(QStringLiteral("select"));
+    grid->OnSelectCell = [&](ControlObject*, int, int, bool&) {
+        throw ControlError(QStringLiteral("select"));
     };
     QTest::mouseClick(grid, Qt::LeftButton, Qt::NoModifier,
                       grid->CellRect(4, 4).ToQRect().center());
     EXPECT_EQ(grid->Col(), 3);
     grid->OnSelectCell = nullptr;
-    grid->OnSetEditText = [&](TControlObject*, int, int, const QString&) {
-        throw EControlError(QStringLiteral("edit"));
+    grid->OnSetEditText = [&](ControlObject*, int, int, const QString&) {
+        throw ControlError(QStringLiteral("edit"));
     };
     QTest::keyClick(grid, Qt::Key_5);
     EXPECT_TRUE(grid->EditorMode());
@@ -549,7 +549,7 @@ TEST_F(Grid, HandlerFailuresGoToTheProgramsHandler) {
 TEST_F(Grid, MouseSelectsCellsAndRanges) {
     ASSERT_NO_FATAL_FAILURE(focusGrid());
     int clicks = 0;
-    grid->onClicked = [&](TControlObject*) { ++clicks; };
+    grid->onClicked = [&](ControlObject*) { ++clicks; };
     QTest::mouseClick(grid, Qt::LeftButton, Qt::NoModifier,
                       grid->CellRect(3, 2).ToQRect().center());
     EXPECT_EQ(grid->Col(), 3);

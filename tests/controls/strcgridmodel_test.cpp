@@ -13,7 +13,7 @@ QString u8(const char* s) {
 template <typename F> QString failureText(F&& f) {
     try {
         f();
-    } catch (const EControlError& e) {
+    } catch (const ControlError& e) {
         return e.Message();
     }
     return QStringLiteral("<no exception>");
@@ -27,8 +27,8 @@ struct Model : ::testing::Test {
         grid.SetColor(clWhite);
         grid.SetFixedColor(7099731);
     }
-    TSCGCellParam* addRange(int col, int row, int colMax, int rowMax) {
-        TSCGCellParam* p = grid.CellParams().Add();
+    SCGCellParam* addRange(int col, int row, int colMax, int rowMax) {
+        SCGCellParam* p = grid.CellParams().Add();
         p->SetColMax(colMax);
         p->SetRowMax(rowMax);
         p->SetCol(col);
@@ -40,7 +40,7 @@ struct Model : ::testing::Test {
 
 TEST_F(Model, LastEntryWinsBetweenRangesAndSingleCells) {
     grid.SetCellAlignments(2, 2, taCenter); // single cell first
-    TSCGCellParam* range = addRange(1, 1, 3, 3);
+    SCGCellParam* range = addRange(1, 1, 3, 3);
     range->SetAlignment(taRightJustify);
     EXPECT_EQ(grid.GetCellAlignments(2, 2), taRightJustify); // the range added later wins
     grid.CellParams().Delete(0);
@@ -48,7 +48,7 @@ TEST_F(Model, LastEntryWinsBetweenRangesAndSingleCells) {
     EXPECT_EQ(grid.CellParams().Count(), 1);
     EXPECT_EQ(grid.GetCellColors(3, 3), 123);
     // A single cell appended after the range overrides it in that cell only.
-    TSCGCellParam* single = grid.CellParams().Add();
+    SCGCellParam* single = grid.CellParams().Add();
     single->SetCol(2);
     single->SetRow(2);
     single->SetAlignment(taCenter);
@@ -73,7 +73,7 @@ TEST_F(Model, ACreatedEntryFreezesTheCellsColours) {
     grid.SetFont(f);
     grid.SetCellColors(4, 4, 0x00FF00);
     ASSERT_EQ(grid.CellParams().Count(), 1);
-    TSCGCellParam* p = grid.CellParams()[0];
+    SCGCellParam* p = grid.CellParams()[0];
     EXPECT_TRUE(p->FontColorEnabled());
     EXPECT_TRUE(p->CellColorEnabled());
     EXPECT_EQ(p->FontColor(), 0x0000FF);
@@ -95,7 +95,7 @@ TEST_F(Model, ReadsWithoutAnEntryAndDefaultParamsDifferForFixedCells) {
     EXPECT_EQ(grid.GetCellColors(0, 0), clWhite);
     EXPECT_EQ(grid.GetDefaultCellParams(0, 0).BackColor, 7099731);
     EXPECT_EQ(grid.GetDefaultCellParams(3, 3).BackColor, clWhite);
-    const TCellDrawParams d = grid.GetCellParams(3, 3);
+    const CellDrawParams d = grid.GetCellParams(3, 3);
     EXPECT_EQ(d.FontWidth, 1);
     EXPECT_EQ(d.BrushStyle, bsClear);
     EXPECT_EQ(d.BrushColor, clWhite);
@@ -106,7 +106,7 @@ TEST_F(Model, ReadsWithoutAnEntryAndDefaultParamsDifferForFixedCells) {
 }
 
 TEST_F(Model, EnablingFlagsAreSetOnlyByCellColors) {
-    TSCGCellParam* p = grid.CellParams().Add();
+    SCGCellParam* p = grid.CellParams().Add();
     p->SetCol(3);
     p->SetRow(3);
     grid.SetCellFontColors(3, 3, 0x123456);
@@ -120,7 +120,7 @@ TEST_F(Model, EnablingFlagsAreSetOnlyByCellColors) {
 }
 
 TEST_F(Model, AnEntryWithoutRangeGovernsOnlyItsCell) {
-    TSCGCellParam* p = grid.CellParams().Add();
+    SCGCellParam* p = grid.CellParams().Add();
     p->SetColMax(5);
     p->SetCol(1);
     p->SetRow(1);
@@ -129,17 +129,17 @@ TEST_F(Model, AnEntryWithoutRangeGovernsOnlyItsCell) {
 }
 
 TEST_F(Model, RangeValidationRaisesAndRollsBack) {
-    TSCGCellParam* p = grid.CellParams().Add();
+    SCGCellParam* p = grid.CellParams().Add();
     p->SetColMax(1);
     p->SetCol(3);
     EXPECT_EQ(failureText([&] { p->SetRangeEnabled(true); }), u8("範囲が不正です"));
     EXPECT_FALSE(p->RangeEnabled());
-    EXPECT_THROW(p->SetRangeEnabled(true), EControlRangeError);
+    EXPECT_THROW(p->SetRangeEnabled(true), ControlRangeError);
 
-    TSCGCellParam* r = addRange(1, 1, 5, 5);
+    SCGCellParam* r = addRange(1, 1, 5, 5);
     EXPECT_EQ(failureText([&] { r->SetCol(9); }), u8("範囲が不正です"));
     EXPECT_EQ(r->Col(), 1);
-    EXPECT_THROW(r->SetRowMax(0), EControlRangeError);
+    EXPECT_THROW(r->SetRowMax(0), ControlRangeError);
     EXPECT_EQ(r->RowMax(), 5);
     r->SetRangeEnabled(false); // always succeeds
     EXPECT_NO_THROW(r->SetCol(9));
@@ -152,7 +152,7 @@ TEST_F(Model, RangeValidationRaisesAndRollsBack) {
               name + u8(".FontWidth の値が範囲を超えました"));
     EXPECT_NO_THROW(r->SetFontWidth(0));
     // While loading, the range check is skipped.
-    TSCGCellParam* loaded = grid.CellParams().Add();
+    SCGCellParam* loaded = grid.CellParams().Add();
     grid.BeginLoading();
     loaded->SetCol(4);
     loaded->SetRangeEnabled(true);
@@ -161,12 +161,12 @@ TEST_F(Model, RangeValidationRaisesAndRollsBack) {
 }
 
 TEST_F(Model, NamesLookupsAndTheirFailures) {
-    TSCGCellParam* a = grid.CellParams().Add();
-    TSCGCellParam* b = grid.CellParams().Add();
+    SCGCellParam* a = grid.CellParams().Add();
+    SCGCellParam* b = grid.CellParams().Add();
     EXPECT_EQ(a->Name(), u8("パラメータ1"));
     EXPECT_EQ(b->Name(), u8("パラメータ2"));
     grid.CellParams().Delete(0);
-    TSCGCellParam* c = grid.CellParams().Add(); // named by the count again
+    SCGCellParam* c = grid.CellParams().Add(); // named by the count again
     EXPECT_EQ(c->Name(), u8("パラメータ2"));
     EXPECT_EQ(grid.CellParams().ItemByName(u8("パラメータ2")), c);
     EXPECT_EQ(failureText([&] { grid.CellParams().ItemByName(QStringLiteral("x")); }),
@@ -178,7 +178,7 @@ TEST_F(Model, NamesLookupsAndTheirFailures) {
 TEST_F(Model, FontsNamingUseAndDeletion) {
     grid.AddFont(FontSpec(QStringLiteral("Noto Sans CJK JP"), 12));
     grid.AddFont(FontSpec(QStringLiteral("Noto Sans CJK JP"), 8));
-    TSCGCellFont* f0 = grid.Fonts()[0];
+    SCGCellFont* f0 = grid.Fonts()[0];
     EXPECT_EQ(f0->Name(), u8("フォント1"));
     EXPECT_EQ(f0->GetDisplayName(), u8("フォント1( Noto Sans CJK JP, 12 )"));
     EXPECT_EQ(failureText([&] { f0->SetName(QString()); }), u8("フォント名は空にできません"));
@@ -201,14 +201,14 @@ TEST_F(Model, FontsNamingUseAndDeletion) {
     // A refused CellFonts write makes no entry; -1 on a new cell makes one.
     const int before = grid.CellParams().Count();
     EXPECT_EQ(failureText([&] { grid.SetCellFonts(5, 5, 1); }), u8("ｲﾝﾃﾞｯｸｽが範囲を超えました。"));
-    EXPECT_THROW(grid.SetCellFonts(5, 5, -2), EControlRangeError);
+    EXPECT_THROW(grid.SetCellFonts(5, 5, -2), ControlRangeError);
     EXPECT_EQ(grid.CellParams().Count(), before);
     grid.SetCellFonts(6, 6, -1);
     EXPECT_EQ(grid.CellParams().Count(), before + 1);
     EXPECT_TRUE(grid.FindCellParam(6, 6)->FontName().isEmpty());
 
     // An unknown name ends empty, without an exception.
-    TSCGCellParam* p = grid.FindCellParam(2, 2, false);
+    SCGCellParam* p = grid.FindCellParam(2, 2, false);
     p->SetFontName(QStringLiteral("nowhere"));
     EXPECT_TRUE(p->FontName().isEmpty());
 
@@ -227,7 +227,7 @@ TEST_F(Model, FontsNamingUseAndDeletion) {
 
 TEST_F(Model, SetCellParamsWritesEveryFieldAndMovesARangeStart) {
     grid.AddFont(FontSpec());
-    TCellDrawParams d;
+    CellDrawParams d;
     d.Col = 4;
     d.Row = 5;
     d.Alignment = taCenter;
@@ -239,7 +239,7 @@ TEST_F(Model, SetCellParamsWritesEveryFieldAndMovesARangeStart) {
     d.BrushColor = 0x333333;
     d.FontIndex = 0;
     grid.SetCellParams(d);
-    const TCellDrawParams r = grid.GetCellParams(4, 5);
+    const CellDrawParams r = grid.GetCellParams(4, 5);
     EXPECT_EQ(r.Alignment, taCenter);
     EXPECT_EQ(r.FontColor, 0x111111);
     EXPECT_EQ(r.FontWidth, 3);
@@ -249,7 +249,7 @@ TEST_F(Model, SetCellParamsWritesEveryFieldAndMovesARangeStart) {
     EXPECT_EQ(r.BrushColor, 0x333333);
     EXPECT_EQ(r.FontIndex, 0);
 
-    TSCGCellParam* range = addRange(1, 1, 3, 3);
+    SCGCellParam* range = addRange(1, 1, 3, 3);
     d.Col = 2;
     d.Row = 2;
     d.FontIndex = -1;
@@ -286,15 +286,15 @@ TEST_F(Model, PositionCheckAllowsTheCountsThemselves) {
 }
 
 TEST_F(Model, AssignCopiesEveryFieldAndEvent) {
-    TSCGCellParam* a = addRange(1, 2, 3, 4);
+    SCGCellParam* a = addRange(1, 2, 3, 4);
     a->SetCaption(QStringLiteral("C"));
     a->SetCaptionType(ctTop);
     a->SetTag(7);
-    a->SetOptions(TGridOptions{goEditing});
+    a->SetOptions(GridOptions{goEditing});
     a->SetOptionsEnabled(true);
     int calls = 0;
-    a->OnEnterCell = [&](TControlObject*, PriceGrid*, int, int, int, int) { ++calls; };
-    TSCGCellParam* b = grid.CellParams().Add();
+    a->OnEnterCell = [&](ControlObject*, PriceGrid*, int, int, int, int) { ++calls; };
+    SCGCellParam* b = grid.CellParams().Add();
     b->Assign(*a);
     EXPECT_TRUE(b->RangeEnabled());
     EXPECT_EQ(b->ColMax(), 3);
@@ -307,8 +307,8 @@ TEST_F(Model, AssignCopiesEveryFieldAndEvent) {
     b->OnEnterCell(b, nullptr, 0, 0, 0, 0);
     EXPECT_EQ(calls, 1);
     // A new entry takes the grid's options of that moment.
-    grid.SetOptions(TGridOptions{goRowSelect});
-    EXPECT_EQ(grid.CellParams().Add()->Options(), TGridOptions{goRowSelect});
+    grid.SetOptions(GridOptions{goRowSelect});
+    EXPECT_EQ(grid.CellParams().Add()->Options(), GridOptions{goRowSelect});
 }
 
 } // namespace

@@ -288,7 +288,7 @@ TEST_F(FdkFile, ShortFileFailsAtTheMissingRecordAndKeepsWhatWasRead) {
     try {
         ReadFdkFile(path("short.fdk"), target);
         FAIL() << "no error";
-    } catch (const EInOutError& e) {
+    } catch (const FileError& e) {
         const QString text = QString::fromUtf8(e.what());
         EXPECT_TRUE(text.startsWith(QStringLiteral("入出力エラー"))) << e.what();
         EXPECT_TRUE(text.contains(path("short.fdk"))) << e.what();
@@ -311,7 +311,7 @@ TEST_F(FdkFile, EmptyFileReadsNoRow) {
     try {
         ReadFdkFile(path("empty.fdk"), target);
         FAIL() << "no error";
-    } catch (const EInOutError& e) {
+    } catch (const FileError& e) {
         EXPECT_TRUE(
             QString::fromUtf8(e.what()).contains(QStringLiteral("読み込んだ行はありません")));
     }
@@ -322,7 +322,7 @@ TEST_F(FdkFile, MissingFileAndMissingFolderAreInputOutputErrors) {
     auto message = [](const std::function<void()>& run) {
         try {
             run();
-        } catch (const EInOutError& e) {
+        } catch (const FileError& e) {
             return QString::fromUtf8(e.what());
         }
         return QString();
@@ -348,7 +348,7 @@ TEST_F(FdkFile, WritingReplacesAndAFailedWriteKeepsTheOldFile) {
     // A name that is a folder can't be replaced: the error comes and the
     // folder stays as it was.
     ASSERT_TRUE(QDir(dir.path()).mkdir(QStringLiteral("d.fdk")));
-    EXPECT_THROW(WriteFdkFile(path("d.fdk"), rows), EInOutError);
+    EXPECT_THROW(WriteFdkFile(path("d.fdk"), rows), FileError);
     EXPECT_TRUE(QFileInfo(path("d.fdk")).isDir());
     EXPECT_EQ(QDir(dir.path()).entryList(QDir::Files | QDir::Hidden),
               QStringList{QStringLiteral("a.fdk")});

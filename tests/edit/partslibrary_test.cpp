@@ -155,7 +155,7 @@ TEST_F(PartsLibrary, MakeFolderMakesTheWholePathOrSaysWhy) {
     try {
         MakePartsFolder(path("file/ex_data"));
         FAIL() << "no error";
-    } catch (const EInOutError& e) {
+    } catch (const FileError& e) {
         EXPECT_TRUE(QString::fromUtf8(e.what()).contains(path("file/ex_data")));
     }
 }

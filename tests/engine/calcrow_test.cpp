@@ -210,7 +210,7 @@ TEST_F(CalcRowTest, ZerosGiveZerosAtEveryOptionValue) {
 
 TEST_F(CalcRowTest, OverflowOnCostSideKeepsTheSubmittedSide) {
     rows()[1].costPrice = Currency::FromRaw(INT64_MAX); // c1 = NET x 1.1 does not fit
-    EXPECT_THROW(doc().calculateRow(1), EMathError);
+    EXPECT_THROW(doc().calculateRow(1), MathError);
     EXPECT_EQ(CurrToStr(rows()[1].submittedUnitPrice), "4092");
     EXPECT_EQ(CurrToStr(rows()[1].adoptedUnitPrice), "4090");
     EXPECT_EQ(CurrToStr(rows()[1].submittedAmounts[0]), "946");
@@ -221,7 +221,7 @@ TEST_F(CalcRowTest, OverflowOfTheCostRateKeepsTheSubmittedPrice) {
     doc().options().RateOn() = C("1");
     doc().options().RateCost() = Currency::FromRaw(INT64_MAX);
     rows()[1].listPrice = C("100000000");
-    EXPECT_THROW(doc().calculateRow(1), EMathError);
+    EXPECT_THROW(doc().calculateRow(1), MathError);
     EXPECT_NE(rows()[1].submittedPrice, C("860")); // already replaced from the list price
     EXPECT_EQ(rows()[1].costPrice, C("750"));      // not reached
 }
@@ -246,7 +246,7 @@ TEST_F(CalcRowTest, OverflowKeepsWhatWasReached) {
     doc().options().RateOn() = C("1");
     rows()[3].listPrice = Currency::FromRaw(INT64_MAX);
     doc().options().RateSubmitted() = C("1000");
-    EXPECT_THROW(doc().calculateRow(3), EMathError);
+    EXPECT_THROW(doc().calculateRow(3), MathError);
     // Nothing was stored before the failing step.
     EXPECT_EQ(rows()[3].submittedPrice.raw, 0);
     EXPECT_EQ(rows()[3].submittedUnitPrice.raw, 0);

@@ -39,12 +39,12 @@ TEST(StrToCurr, ParsesAndRoundsHalfToEven) {
 TEST(StrToCurr, RejectsTextThatIsNoNumber) {
     for (const char* bad : {"", " ", "abc", "1.2.3", "1,234", "12a", "-", ".", "1e", "e5",
                             "922337203685477.5808", "1e20", "１２"}) {
-        EXPECT_THROW(StrToCurr(S(bad)), EConvertError) << bad;
+        EXPECT_THROW(StrToCurr(S(bad)), ConvertError) << bad;
         EXPECT_EQ(StrToCurrDef(S(bad), Currency::FromRaw(7)).raw, 7) << bad;
     }
     try {
         StrToCurr(S("1.2.3"));
-    } catch (const EConvertError& e) {
+    } catch (const ConvertError& e) {
         EXPECT_TRUE(e.Message().contains(S("'1.2.3'")));
     }
 }

@@ -218,8 +218,8 @@ TEST(RoundDigits, OverflowOfPowerAndProduct) {
     // 12 characters at S = 3: m = 10^9 still fits 32 bits.
     EXPECT_EQ(CurrToStr(RoundDigits(C("123456789012"), C("3"), Down)), "123000000000");
     // 13 characters at S = 3, 14 at S = 4: the power overflows.
-    EXPECT_THROW(RoundDigits(C("1234567890123"), C("3"), Down), EIntOverflow);
-    EXPECT_THROW(RoundDigits(C("12345678901234"), C("4"), Down), EIntOverflow);
+    EXPECT_THROW(RoundDigits(C("1234567890123"), C("3"), Down), IntOverflow);
+    EXPECT_THROW(RoundDigits(C("12345678901234"), C("4"), Down), IntOverflow);
     EXPECT_EQ(CurrToStr(RoundDigits(C("1234567890123"), C("4"), Down)), "1234000000000");
 }
 
@@ -231,18 +231,18 @@ TEST(Conversions, CutAndStoreRangesAndRounding) {
     EXPECT_EQ(Store(-2.5L), -2);
     EXPECT_EQ(Cut(-9223372036854775808.0L), INT64_MIN);
     EXPECT_EQ(Cut(-0.99L), 0);
-    EXPECT_THROW(Cut(9223372036854775808.0L), EInvalidOp);
-    EXPECT_THROW(Store(9223372036854775808.0L), EInvalidOp);
-    EXPECT_THROW(Cut(-9223372036854775809.0L), EInvalidOp);
-    EXPECT_THROW(Cut(__builtin_nanl("")), EInvalidOp);
+    EXPECT_THROW(Cut(9223372036854775808.0L), InvalidOp);
+    EXPECT_THROW(Store(9223372036854775808.0L), InvalidOp);
+    EXPECT_THROW(Cut(-9223372036854775809.0L), InvalidOp);
+    EXPECT_THROW(Cut(__builtin_nanl("")), InvalidOp);
 }
 
 TEST(Conversions, OverflowAtStoreRaises) {
     // A product beyond 64 bits: the Store of the result fails.
     const Currency huge = Currency::FromRaw(INT64_MAX);
-    EXPECT_THROW(RoundElement(huge, C("100"), C("1"), Down), EInvalidOp);
-    EXPECT_THROW(RatePrice(huge, C("1000"), Down), EInvalidOp);
-    EXPECT_THROW(RoundDigits(huge, C("10"), Up), EInvalidOp);
+    EXPECT_THROW(RoundElement(huge, C("100"), C("1"), Down), InvalidOp);
+    EXPECT_THROW(RatePrice(huge, C("1000"), Down), InvalidOp);
+    EXPECT_THROW(RoundDigits(huge, C("10"), Up), InvalidOp);
 }
 
 } // namespace

@@ -178,7 +178,7 @@ TEST_F(ExcelStreamTest, StreamFileIsCodePage932WithCrLf) {
 }
 
 TEST_F(ExcelStreamTest, MissingTempFolderRaises) {
-    EXPECT_THROW(WriteExcelStream(ExcelStreamPath(dir.path()), {U("AutoFit;1;1;;")}), EInOutError);
+    EXPECT_THROW(WriteExcelStream(ExcelStreamPath(dir.path()), {U("AutoFit;1;1;;")}), FileError);
 }
 
 TEST(ExcelWorkbookPathTest, NamedByDateAndTime) {

@@ -217,7 +217,7 @@ TEST_F(ExcelWorkbookTest, RowZeroStopsTheRunAndLeavesNoFile) {
     try {
         WriteExcelWorkbook(stream({U("DATA;1;1;a;"), U("DATA;0;3;b;")}), book());
         FAIL() << "no error";
-    } catch (const EWorkbookError& e) {
+    } catch (const WorkbookError& e) {
         EXPECT_TRUE(e.Message().contains(U("2 行目"))) << e.what();
         EXPECT_TRUE(e.Message().contains(U("行 0"))) << e.what();
     }
@@ -228,17 +228,17 @@ TEST_F(ExcelWorkbookTest, RowZeroStopsTheRunAndLeavesNoFile) {
 TEST_F(ExcelWorkbookTest, ColumnThatIsNoNumberStopsAndKeepsAnOlderWorkbook) {
     WriteExcelWorkbook(stream({U("DATA;1;1;old;")}), book());
     ASSERT_TRUE(QFile::exists(book()));
-    EXPECT_THROW(WriteExcelWorkbook(stream({U("DATA;1;x;new;")}), book()), EWorkbookError);
+    EXPECT_THROW(WriteExcelWorkbook(stream({U("DATA;1;x;new;")}), book()), WorkbookError);
     EXPECT_EQ(ReadBack(book()).cells[U("A1")].value, U("old"));
-    EXPECT_THROW(WriteExcelWorkbook(stream({U("xlEdgeBottom;A;Q3;;")}), book()), EWorkbookError);
-    EXPECT_THROW(WriteExcelWorkbook(stream({U("AutoFit;0;1;;")}), book()), EWorkbookError);
+    EXPECT_THROW(WriteExcelWorkbook(stream({U("xlEdgeBottom;A;Q3;;")}), book()), WorkbookError);
+    EXPECT_THROW(WriteExcelWorkbook(stream({U("AutoFit;0;1;;")}), book()), WorkbookError);
     EXPECT_EQ(filesInDir().size(), 2);
 }
 
 TEST_F(ExcelWorkbookTest, UnreadableStreamOrUnwritableWorkbookRaise) {
-    EXPECT_THROW(WriteExcelWorkbook(dir.filePath(QStringLiteral("none.txt")), book()), EInOutError);
+    EXPECT_THROW(WriteExcelWorkbook(dir.filePath(QStringLiteral("none.txt")), book()), FileError);
     EXPECT_THROW(WriteExcelWorkbook(stream({}), dir.filePath(QStringLiteral("no/such/out.xlsx"))),
-                 EWorkbookError);
+                 WorkbookError);
     EXPECT_EQ(filesInDir(), QStringList{QStringLiteral("excelout.txt")});
 }
 

@@ -271,7 +271,7 @@ TEST(WriteExportFileTest, MissingFolderRaisesAndLeavesNothing) {
     ASSERT_TRUE(dir.isValid());
     const QString path = PrintDataPath(dir.path());
     EXPECT_EQ(path, dir.path() + U("/printdata/print_Data.dat"));
-    EXPECT_THROW(WriteExportFile(path, "x"), EInOutError);
+    EXPECT_THROW(WriteExportFile(path, "x"), FileError);
     EXPECT_FALSE(QDir(dir.filePath(QStringLiteral("printdata"))).exists());
 }
 

@@ -260,7 +260,7 @@ TEST_F(OutputForm, ExcelOutWithoutTempFolderFailsAndGivesTheCaptionBack) {
     open();
     const QString title = form->windowTitle();
     ASSERT_TRUE(QDir(DataRoot + U("/temp")).removeRecursively());
-    EXPECT_THROW(form->exportWorkbook(), EInOutError);
+    EXPECT_THROW(form->exportWorkbook(), FileError);
     EXPECT_EQ(form->windowTitle(), title);
     EXPECT_TRUE(dialogs->Documents().isEmpty());
     EXPECT_TRUE(QDir(DataRoot).entryList({U("*.xlsx")}, QDir::Files).isEmpty());

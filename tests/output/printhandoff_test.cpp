@@ -187,7 +187,7 @@ TEST_F(PrintHandOffFiles, MissingFolderFailsAtTheFirstFileAndWritesNothing) {
     load(1, 1);
     ASSERT_TRUE(QDir(PrintFolderPath(root)).removeRecursively());
     EXPECT_THROW(WritePrintHandOff(handOff(0, QDate(2026, 11, 23)), rows(), SheetOfRows(rows())),
-                 EInOutError);
+                 FileError);
     EXPECT_FALSE(QFile::exists(PrintDataPath(root)));
     EXPECT_FALSE(QFile::exists(PrintConfPath(root)));
     EXPECT_FALSE(QFile::exists(PrintHeaderPath(root)));

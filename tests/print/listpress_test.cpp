@@ -200,7 +200,7 @@ TEST(PrintJobReading, AmountsAtTheEndsOfThePriceRangeReadBack) {
         try {
             ParsePrintData({f.join(QLatin1Char(';'))}, job);
             ADD_FAILURE() << bad;
-        } catch (const EPrintInput& e) {
+        } catch (const PrintInput& e) {
             EXPECT_TRUE(e.Message().contains(U("「%1」は数値ではありません").arg(U(bad))))
                 << e.Message().toStdString();
         }

@@ -63,7 +63,7 @@ TEST(ApplicationTest, ExceptionsFromHandlersOfWidgets) {
     ScriptedDialogsScope dialogs;
     QPushButton button("登　録");
     QObject::connect(&button, &QPushButton::clicked,
-                     [] { throw EConvertError("'1,2x' is not a valid floating point value"); });
+                     [] { throw ConvertError("'1,2x' is not a valid floating point value"); });
     button.show();
     QTest::mouseClick(&button, Qt::LeftButton);
     ThrowingWidget widget;

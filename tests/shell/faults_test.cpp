@@ -340,7 +340,7 @@ TEST_F(Faults, AFullDiskKeepsTheOldCsvAndPrintFilesWhole) {
         try {
             f.exportCsvFile();
             ADD_FAILURE() << "the CSV was written on a full disk";
-        } catch (const EInOutError& e) {
+        } catch (const FileError& e) {
             EXPECT_TRUE(QString::fromUtf8(e.what()).contains(U("ディスクに空きがありません")))
                 << e.what();
         }

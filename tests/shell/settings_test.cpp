@@ -142,7 +142,7 @@ TEST_F(SettingsFiles, DisplayFile) {
     // A display file that can't be written raises.
     DisplaySettings f;
     EXPECT_THROW(WriteDisplaySettings(root + QStringLiteral("/conf/qorvale_p.disp/x"), f),
-                 EInOutError);
+                 FileError);
 }
 
 class ConfRecordTest : public ::testing::Test {

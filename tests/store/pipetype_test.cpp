@@ -40,7 +40,7 @@ protected:
     QString refusal(int grp, int kan) {
         try {
             save(grp, kan);
-        } catch (const ESQLiteException& e) {
+        } catch (const SqliteError& e) {
             return e.Reason();
         }
         return QString();

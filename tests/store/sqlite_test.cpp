@@ -33,7 +33,7 @@ protected:
     QString message(const std::function<void()>& f) {
         try {
             f();
-        } catch (const ESQLiteException& e) {
+        } catch (const SqliteError& e) {
             return e.Message();
         }
         return QStringLiteral("<no exception>");
@@ -113,10 +113,10 @@ TEST_F(SqliteLayer, OpenFailures) {
         message([&] { SqliteDatabase db(bad); }),
         QStringLiteral("Failed to open database \"%1\" : unable to open database file").arg(bad));
     // ExecStatement does not catch a failed open.
-    EXPECT_THROW(ExecStatement(bad, QStringLiteral("SELECT 1")), ESQLiteException);
+    EXPECT_THROW(ExecStatement(bad, QStringLiteral("SELECT 1")), SqliteError);
     // A missing file in a folder that is there is not created either.
     const QString missing = dir.filePath(QStringLiteral("none.db3"));
-    EXPECT_THROW(QueryToLines(missing, QStringLiteral("SELECT 1")), ESQLiteException);
+    EXPECT_THROW(QueryToLines(missing, QStringLiteral("SELECT 1")), SqliteError);
     EXPECT_FALSE(QFile::exists(missing));
     EXPECT_TRUE(dialogs->Boxes().empty());
     EXPECT_TRUE(dialogs->Messages().empty());
@@ -318,7 +318,7 @@ TEST_F(SqliteLayer, BusyDatabase) {
     try {
         QueryToLines(path, QStringLiteral("SELECT * FROM t"));
         ADD_FAILURE() << "the read went through";
-    } catch (const ESQLiteException& e) {
+    } catch (const SqliteError& e) {
         EXPECT_TRUE(e.Message().contains(QStringLiteral("The database file is locked")))
             << e.Message().toStdString();
         EXPECT_EQ(e.Reason(), QStringLiteral("database is locked"));
