@@ -6,7 +6,7 @@ QByteArray cut(const QByteArray& text, int width) {
     return text.size() > width ? text.left(width) : text;
 }
 
-void copyAll(PipeRow& to, const PipeRow& from, bool withNTANKA) {
+void copyAll(PipeRow& to, const PipeRow& from, bool withCostUnitPrice) {
     to.goodsBytes = cut(from.goodsBytes, GoodsWidth);
     to.sizeBytes = cut(from.sizeBytes, SizeWidth);
     to.kindBytes = cut(from.kindBytes, KindWidth);
@@ -16,7 +16,7 @@ void copyAll(PipeRow& to, const PipeRow& from, bool withNTANKA) {
     to.submittedPrice = from.submittedPrice;
     to.listPrice = from.listPrice;
     to.factors = from.factors;
-    if (withNTANKA) to.costUnitPrice = from.costUnitPrice;
+    if (withCostUnitPrice) to.costUnitPrice = from.costUnitPrice;
     to.submittedUnitPrice = from.submittedUnitPrice;
     to.adoptedUnitPrice = from.adoptedUnitPrice;
 }
