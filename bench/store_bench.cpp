@@ -24,8 +24,8 @@ namespace {
 // One demo database for the whole run, in a temporary folder.
 struct DemoDatabase {
     DemoDatabase() {
-        ExDatabasePath = dir.filePath(QStringLiteral("velmoraMainEX.db3"));
-        CreateSuiteDatabase(ExDatabasePath, true);
+        workspace.paths().exDatabase = dir.filePath(QStringLiteral("velmoraMainEX.db3"));
+        CreateSuiteDatabase(workspace.paths().exDatabase, true);
         InstallDialogs(std::make_unique<ConsoleDialogs>());
     }
     QTemporaryDir dir;
@@ -86,7 +86,7 @@ void BM_SaveOneTransaction(benchmark::State& state) {
     ws().load(1, 1);
     const QList<QByteArray> statements = saveStatements();
     sqlite3* db = nullptr;
-    sqlite3_open(ExDatabasePath.toUtf8().constData(), &db);
+    sqlite3_open(ws().paths().exDatabase.toUtf8().constData(), &db);
     for (auto _ : state)
         rawTransaction(db, statements);
     sqlite3_close(db);
@@ -101,7 +101,8 @@ void BM_SaveToRawRatio(benchmark::State& state) {
     doc().takeSnapshot();
     const QList<QByteArray> statements = saveStatements();
     sqlite3* db = nullptr;
-    sqlite3_open_v2(ExDatabasePath.toUtf8().constData(), &db, SQLITE_OPEN_READWRITE, nullptr);
+    sqlite3_open_v2(ws().paths().exDatabase.toUtf8().constData(), &db, SQLITE_OPEN_READWRITE,
+                    nullptr);
     QElapsedTimer clock;
     qint64 saving = 0, raw = 0;
     for (auto _ : state) {
@@ -128,8 +129,8 @@ void BM_RecalcToolToShellRatio(benchmark::State& state) {
     RunVelmoraSuite({QStringLiteral("init"), QStringLiteral("--demo")}, o, e);
     const QString db = ExDatabasePathIn(DatabaseFolderFrom(QString()));
     // The statements the run writes, computed here as the run computes them.
-    const QString saved = ExDatabasePath;
-    ExDatabasePath = db;
+    const QString saved = ws().paths().exDatabase;
+    ws().paths().exDatabase = db;
     QByteArray script;
     for (int kan = 1; kan <= 20; ++kan) {
         ws().load(1, kan);
@@ -140,7 +141,7 @@ void BM_RecalcToolToShellRatio(benchmark::State& state) {
             script += SaveStatement(rows()[n], 1, kan, n).toUtf8();
         script += "COMMIT;\n";
     }
-    ExDatabasePath = saved;
+    ws().paths().exDatabase = saved;
     QFile file(data.filePath(QStringLiteral("updates.sql")));
     file.open(QIODevice::WriteOnly);
     file.write(script);

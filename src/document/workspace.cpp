@@ -1,7 +1,6 @@
 #include "document/workspace.h"
 
 #include "engine/grouprewrite.h"
-#include "platform/datapaths.h"
 #include "store/sqliteclasses.h"
 
 #include <QFile>
@@ -22,11 +21,11 @@ Workspace::FileIdentity Workspace::identityOf(const QString& path) {
 
 SqliteDatabase& Workspace::database() {
     if (m_database &&
-        (m_databasePath != ExDatabasePath || identityOf(m_databasePath) != m_identity))
+        (m_databasePath != m_paths.exDatabase || identityOf(m_databasePath) != m_identity))
         closeDatabase();
     if (!m_database) {
-        m_database = std::make_unique<SqliteDatabase>(ExDatabasePath);
-        m_databasePath = ExDatabasePath;
+        m_database = std::make_unique<SqliteDatabase>(m_paths.exDatabase);
+        m_databasePath = m_paths.exDatabase;
         m_identity = identityOf(m_databasePath);
         m_knownVersion = -1;
     }
@@ -78,7 +77,7 @@ void Workspace::recalculateGroup(int kind, int grp, int currentKan, Dialogs& dia
                                  const std::function<void(const QString&, int)>& progress) {
     std::exception_ptr failure;
     try {
-        RewriteGroup(ExDatabasePath, dialogs, kind, grp, progress);
+        RewriteGroup(m_paths.exDatabase, dialogs, kind, grp, progress);
     } catch (...) {
         failure = std::current_exception();
     }

@@ -1,10 +1,11 @@
 #pragma once
 // What the program works on: the document of the pipe type on screen, the
 // copy buffer of the edit commands and the open connection to the database
-// at ExDatabasePath. One workspace per window; a worker thread makes its own
+// at its paths' exDatabase. One workspace per window; a worker thread makes its own
 // rows and connection and never touches these.
 
 #include "document/pipetypedocument.h"
+#include "platform/datapaths.h"
 #include "shell/confrecord.h"
 
 #include <QObject>
@@ -28,8 +29,11 @@ public:
     // The settings record of the database: the group names and the settings
     // carried along with them.
     ConfRecord& settings() { return m_settings; }
+    // Where the data lives; the window sets it as it is created and shown.
+    DataPaths& paths() { return m_paths; }
+    const DataPaths& paths() const { return m_paths; }
 
-    // The connection to the database at ExDatabasePath, opened on first use
+    // The connection to the database at paths().exDatabase, opened on first use
     // and opened again when the file there is no longer the one opened
     // (replaced, removed, its permissions or owner changed). Raises SqliteError
     // when it can't be opened; the file is never created.
@@ -47,7 +51,7 @@ public:
     // after a group rewrite. When that fails the document stays as it was
     // and the failure is raised.
     void bringBackPipeType(int grp, int kan);
-    // RewriteGroup on the database at ExDatabasePath, on a connection of its
+    // RewriteGroup on the database at paths().exDatabase, on a connection of its
     // own, then bringBackPipeType(grp, currentKan); the failure of the run,
     // else that of the bringing back, is raised at the end.
     void recalculateGroup(int kind, int grp, int currentKan, Dialogs& dialogs,
@@ -71,6 +75,7 @@ private:
     PipeTypeDocument m_document;
     RowTable m_copyBuffer;
     ConfRecord m_settings;
+    DataPaths m_paths;
     std::unique_ptr<SqliteDatabase> m_database;
     QString m_databasePath;
     FileIdentity m_identity;

@@ -268,7 +268,7 @@ void MainWindow::movePipeType(int d) {
     // "ERROR" has been shown and nothing moved.
     const QStringList statements = {moveStatement(g, ParkingKan, k), moveStatement(g, k, k + d),
                                     moveStatement(g, k + d, ParkingKan)};
-    if (!ExecStatements(ExDatabasePath, statements)) return;
+    if (!ExecStatements(paths().exDatabase, statements)) return;
     // The rows in memory now belong at k+d: the triple and the selection go
     // with them, so that a save writes them where they live now. Unsaved
     // changes stay in the rows and still count as changes.

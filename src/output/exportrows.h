@@ -12,7 +12,7 @@
 //   - sheet.statusPanels: the texts of status panels 0, 1 and 2;
 //   - options: both false (the dialog stays hidden in mode 2).
 // Call ExportRowsText(ExportPrint, rows, sheet, {}) and write the result
-// with WriteExportFile(PrintDataPath(DataRoot), text).
+// with WriteExportFile(PrintDataPath(dataRoot), text).
 
 #include "store/piperow.h"
 

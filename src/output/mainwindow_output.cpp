@@ -73,7 +73,7 @@ void MainWindow::exportRows(int mode) {
         ShowInfoDialog(this, QStringLiteral("確認"),
                        QStringLiteral("クリップボ－ドへコピ－しました。"));
     } else if (mode == ExportPrint) {
-        WriteExportFile(PrintDataPath(DataRoot), text);
+        WriteExportFile(PrintDataPath(paths().dataRoot), text);
     }
 }
 
@@ -94,9 +94,9 @@ void MainWindow::exportWorkbook() {
     } captionBack{this, windowTitle()};
     setWindowTitle(ExcelOutCaption);
 
-    const QString streamPath = ExcelStreamPath(DataRoot);
-    WriteExcelStream(streamPath, ExcelStream(ExDatabasePath, currentGroup, tabCaptions()));
-    const QString book = ExcelWorkbookPath(DataRoot, QDateTime::currentDateTime());
+    const QString streamPath = ExcelStreamPath(paths().dataRoot);
+    WriteExcelStream(streamPath, ExcelStream(paths().exDatabase, currentGroup, tabCaptions()));
+    const QString book = ExcelWorkbookPath(paths().dataRoot, QDateTime::currentDateTime());
     WriteExcelWorkbook(streamPath, book);
     if (!CurrentDialogs().OpenDocument(book))
         ShowTaskDialog(this, QStringLiteral("エラー"), QStringLiteral("起動に失敗しました"),

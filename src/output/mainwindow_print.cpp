@@ -34,7 +34,7 @@ void MainWindow::printPipeType() {
         sheet.statusPanels[std::size_t(i)] = statusPanel(i);
 
     PrintHandOff h;
-    h.dataRoot = DataRoot;
+    h.dataRoot = paths().dataRoot;
     h.styleIndex = printStyleRadio->ItemIndex();
     h.iconPath = ApplicationIconPath();
     h.date = PrintDate();
@@ -43,5 +43,6 @@ void MainWindow::printPipeType() {
     WritePrintHandOff(h, rows(), sheet);
 
     // Not waited for; a failed start is not reported.
-    CurrentDialogs().StartProcess(PrintProgramPath(), PrintProgramArguments(DataRoot), QString());
+    CurrentDialogs().StartProcess(PrintProgramPath(), PrintProgramArguments(paths().dataRoot),
+                                  QString());
 }

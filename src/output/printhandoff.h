@@ -1,6 +1,6 @@
 #pragma once
 // The hand-off to the print program: Print.conf and print_header.dat under
-// DataRoot/printdata (print_Data.dat comes from ExportRowsText), the style
+// <data root>/printdata (print_Data.dat comes from ExportRowsText), the style
 // file chosen by printStyleRadio, the Japanese era of a date, and how the print
 // program is started. No widgets: the form and the batch tool both use it.
 

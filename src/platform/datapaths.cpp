@@ -7,13 +7,6 @@
 
 const QString DefaultLaunchString = QStringLiteral("0;1;0;0;c:\\programData\\ostrel\\database\\;");
 
-QString DataRoot;
-QString DatabaseFolder;
-QString ExDatabasePath;
-QString MainDatabasePath;
-QString AddressDatabasePath;
-QString DxDatabasePath;
-
 namespace {
 constexpr int CommonAppData = 35;
 const QString ProgramDataPrefix = QStringLiteral("c:\\programdata\\");
@@ -55,4 +48,18 @@ QString DatabaseFolderFrom(const QString& launchString) {
 
 QString ExDatabasePathIn(const QString& databaseFolder) {
     return NativePath(databaseFolder + QStringLiteral("\\velmoraMainEX.db3"));
+}
+
+DataPaths DataPaths::fromLaunchString(const QString& launchString) {
+    DataPaths p;
+    p.dataRoot = DataRootPath();
+    p.databaseFolder = DatabaseFolderFrom(launchString); // the default string when empty
+    return p;
+}
+
+void DataPaths::nameDatabaseFiles() {
+    mainDatabase = NativePath(databaseFolder + QStringLiteral("\\velmoraMain.db3"));
+    addressDatabase = NativePath(databaseFolder + QStringLiteral("\\velmoraAddr.db3"));
+    exDatabase = ExDatabasePathIn(databaseFolder);
+    dxDatabase = NativePath(databaseFolder + QStringLiteral("\\velmoraMainDX.db3"));
 }

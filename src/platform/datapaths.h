@@ -28,11 +28,19 @@ QString DatabaseFolderFrom(const QString& launchString);
 // The database file of ex_kanzai and exconf in that folder.
 QString ExDatabasePathIn(const QString& databaseFolder);
 
-// The program-wide paths: the first two set at form creation, the database
-// files at form show. Only ExDatabasePath is ever opened.
-extern QString DataRoot;
-extern QString DatabaseFolder;
-extern QString MainDatabasePath;
-extern QString AddressDatabasePath;
-extern QString ExDatabasePath;
-extern QString DxDatabasePath;
+// The paths a window or a tool works with: the data root and the database
+// folder come from the launch string as the window is created, the database
+// files of that folder as it is shown. Only exDatabase is ever opened.
+struct DataPaths {
+    QString dataRoot;
+    QString databaseFolder;
+    QString mainDatabase;
+    QString addressDatabase;
+    QString exDatabase;
+    QString dxDatabase;
+
+    // The data root and the database folder of the launch string, no files yet.
+    static DataPaths fromLaunchString(const QString& launchString);
+    // Names the four database files of databaseFolder.
+    void nameDatabaseFiles();
+};

@@ -180,20 +180,21 @@ int RunPrintTool(const QStringList& args, QTextStream& out, QTextStream& err) {
         err << "qorvale-tool: --group, --kan and --pdf are needed\n" << usage;
         return 2;
     }
-    if (!FindToolDatabase(launch, err)) return 1;
+    DataPaths paths;
+    if (!FindToolDatabase(launch, paths, err)) return 1;
     const ConsoleDialogsScope console;
     try {
         PipeTypeDocument doc;
-        SqliteDatabase db(ExDatabasePath);
+        SqliteDatabase db(paths.exDatabase);
         doc.load(db, group, kan);
         doc.calculateAll();
         PrintHandOff h;
-        h.dataRoot = DataRoot;
+        h.dataRoot = paths.dataRoot;
         h.styleIndex = style;
         h.iconPath = ApplicationIconPath();
         h.date = PrintDate();
         WritePrintHandOff(h, doc.rows(), SheetOfRows(doc.rows()));
-        const PrintJob job = ReadPrintJob(DataRoot);
+        const PrintJob job = ReadPrintJob(paths.dataRoot);
         QString reason;
         if (!WritePriceSheetPdf(job, pdf, reason)) {
             err << "qorvale-tool: " << reason << "\n";

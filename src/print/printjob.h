@@ -1,6 +1,6 @@
 #pragma once
 // What the print program reads: Print.conf, print_header.dat and
-// print_Data.dat under DataRoot/printdata, and the style file Print.conf
+// print_Data.dat under <data root>/printdata, and the style file Print.conf
 // names. Bad input raises PrintInput with a Japanese message that names the
 // file and the line.
 
@@ -53,7 +53,7 @@ struct PrintJob {
     QString LabourCostText() const;
 };
 
-// The data root of the program's argument: "DataRoot;" or a plain folder.
+// The data root of the program's argument: "<data root>;" or a plain folder.
 QString DataRootOfArgument(const QString& argument);
 
 // Reads all of it; raises PrintInput.

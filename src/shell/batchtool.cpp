@@ -189,12 +189,11 @@ void printPipeType(QTextStream& out, PipeTypeDocument& doc, int group, int kan, 
 
 } // namespace
 
-bool FindToolDatabase(const QString& launch, QTextStream& err) {
-    DataRoot = DataRootPath();
-    DatabaseFolder = DatabaseFolderFrom(launch);
-    ExDatabasePath = ExDatabasePathIn(DatabaseFolder);
-    if (QFileInfo(ExDatabasePath).isFile()) return true;
-    err << "qorvale-tool: no database at " << QDir::cleanPath(ExDatabasePath)
+bool FindToolDatabase(const QString& launch, DataPaths& paths, QTextStream& err) {
+    paths = DataPaths::fromLaunchString(launch);
+    paths.nameDatabaseFiles();
+    if (QFileInfo(paths.exDatabase).isFile()) return true;
+    err << "qorvale-tool: no database at " << QDir::cleanPath(paths.exDatabase)
         << " (velmora-suite init creates one)\n";
     return false;
 }
@@ -212,20 +211,21 @@ int RunQorvaleTool(const QStringList& args, QTextStream& out, QTextStream& err) 
         err << "qorvale-tool: " << bad << "\n" << Usage;
         return 2;
     }
-    if (!FindToolDatabase(a.launch, err)) return 1;
+    DataPaths paths;
+    if (!FindToolDatabase(a.launch, paths, err)) return 1;
     // Boxes of the store ("ERROR") go to standard error.
     const ConsoleDialogsScope console;
 
     try {
         if (a.command == QLatin1String("show")) {
             PipeTypeDocument doc;
-            SqliteDatabase db(ExDatabasePath);
+            SqliteDatabase db(paths.exDatabase);
             doc.load(db, a.group, a.kan);
             doc.calculateAll();
             printPipeType(out, doc, a.group, a.kan, a.csv);
             return 0;
         }
-        if (const auto blocked = writeBlocked(ExDatabasePath)) {
+        if (const auto blocked = writeBlocked(paths.exDatabase)) {
             err << "qorvale-tool: the database is busy or read-only, nothing written: "
                 << oneLine(*blocked) << "\n";
             return 1;
@@ -239,7 +239,7 @@ int RunQorvaleTool(const QStringList& args, QTextStream& out, QTextStream& err) 
             // every pipe type wholly old or wholly new.
             QString failure;
             try {
-                if (!db) db = std::make_unique<SqliteDatabase>(ExDatabasePath);
+                if (!db) db = std::make_unique<SqliteDatabase>(paths.exDatabase);
                 RecalculatePipeType(*db, rows, a.group, kan, CurrentDialogs(), nullptr);
             } catch (const std::exception& e) {
                 failure = oneLine(QString::fromUtf8(e.what()));

@@ -2,6 +2,8 @@
 // The batch tool for scripts and checks: prints a pipe type, or recalculates
 // and stores the pipe types of a group the way the group recalculation does.
 
+#include "platform/datapaths.h"
+
 #include <QStringList>
 #include <QTextStream>
 
@@ -13,6 +15,6 @@
 int RunQorvaleTool(const QStringList& args, QTextStream& out, QTextStream& err);
 
 // Finds the database as the program does (field 5 of launch, else the
-// default folder) and sets the program-wide paths. False, with a line on
+// default folder) and gives its paths. False, with a line on
 // err, when there is no database file.
-bool FindToolDatabase(const QString& launch, QTextStream& err);
+bool FindToolDatabase(const QString& launch, DataPaths& paths, QTextStream& err);

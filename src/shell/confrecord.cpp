@@ -69,17 +69,16 @@ QString ConfInsertStatement(const ConfRecord& conf) {
            QStringLiteral(");");
 }
 
-void LoadGroupNames(ConfRecord& conf) {
+void LoadGroupNames(const QString& database, ConfRecord& conf) {
     conf.GroupNames = DefaultGroupNames();
-    const QStringList lines = QueryToLines(ExDatabasePath, ConfSelectStatement()).lines;
+    const QStringList lines = QueryToLines(database, ConfSelectStatement()).lines;
     if (lines.isEmpty()) return;
     ApplyConfText(NthField(lines.first(), 1), conf);
 }
 
-int SaveGroupNames(const ConfRecord& conf) {
+int SaveGroupNames(const QString& database, const ConfRecord& conf) {
     QString reason;
-    if (TryExecStatements(ExDatabasePath, {ConfDeleteStatement(), ConfInsertStatement(conf)},
-                          reason))
+    if (TryExecStatements(database, {ConfDeleteStatement(), ConfInsertStatement(conf)}, reason))
         return 1;
     ShowWriteFailure(nullptr, reason, QStringLiteral("グループ名を保存できませんでした。"));
     return 0;

@@ -30,10 +30,10 @@ QString ConfSelectStatement();
 QString ConfDeleteStatement();
 QString ConfInsertStatement(const ConfRecord& conf);
 
-// Sets the default names of conf, then reads the record from ExDatabasePath
-// into it when there is one. Raises SqliteError when the query fails.
-void LoadGroupNames(ConfRecord& conf);
-// Replaces the record on ExDatabasePath with conf: the delete and the insert
+// Sets the default names of conf, then reads the record from the database
+// file into it when there is one. Raises SqliteError when the query fails.
+void LoadGroupNames(const QString& database, ConfRecord& conf);
+// Replaces the record on the database file with conf: the delete and the insert
 // run in one transaction, so a failed insert keeps the old record. 1 on
 // success; 0 after one box "ERROR" with the database's reason.
-int SaveGroupNames(const ConfRecord& conf);
+int SaveGroupNames(const QString& database, const ConfRecord& conf);

@@ -54,8 +54,7 @@ MainWindow::~MainWindow() {
 }
 
 void MainWindow::initialise(const QString& launchString) {
-    DataRoot = DataRootPath();
-    networkFolder = ReadNetworkDir(DataRoot);
-    DatabaseFolder = DatabaseFolderFrom(launchString); // the default string when empty
+    workspace_->paths() = DataPaths::fromLaunchString(launchString);
+    networkFolder = ReadNetworkDir(paths().dataRoot);
     setWindowTitle(QStringLiteral("Qorvale-Ostrel-"));
 }

@@ -338,7 +338,7 @@ public:
     // Enables printAction and joins it to printPipeType; called as the
     // form is built.
     void setupPrintAction();
-    // "印  刷": writes the three hand-off files under DataRoot/printdata and
+    // "印  刷": writes the three hand-off files under the data root's printdata and
     // starts the print program without waiting.
     void printPipeType();
 
@@ -428,6 +428,7 @@ private:
     QAction* makeAction(const char* name, const QString& caption);
 
     RowTable& rows() { return workspace_->document().rows(); }
+    const DataPaths& paths() const { return workspace_->paths(); }
     Workspace* workspace_ = nullptr;
     QWidget* centralArea_ = nullptr;
     std::array<QLabel*, StatusPanelCount> statusPanels{};

@@ -118,7 +118,7 @@ void MainWindow::changeGroupOptions() {
     // take the options, so that none is left with new options and prices
     // computed under the old ones.
     if (saveCurrentPipeType(0) != SaveResult::Saved) return;
-    ExecStatement(ExDatabasePath, OptionChangeStatement(rows()[OptionRow], currentGroup));
+    ExecStatement(paths().exDatabase, OptionChangeStatement(rows()[OptionRow], currentGroup));
     rewriteGroup(1);
 }
 
@@ -130,7 +130,7 @@ void MainWindow::changeGroupLabourCosts() {
                              CurrToStr(cost) + QStringLiteral("円 提出=") + CurrToStr(submitted) +
                              QStringLiteral("円\r\n") + RecalcNotice))
         return;
-    ExecStatement(ExDatabasePath, LabourChangeStatement(cost, submitted));
+    ExecStatement(paths().exDatabase, LabourChangeStatement(cost, submitted));
     rewriteGroup(1);
     ShowInfoDialog(this, QStringLiteral("確認"), QStringLiteral("基礎工費を変更しました。"));
 }
@@ -158,7 +158,7 @@ void MainWindow::rewriteGroup(int kind) {
     // The worker has its own rows and connections and touches nothing of
     // the form: it hands the progress and its end over to this thread.
     const QString caption = windowTitle();
-    const QString path = ExDatabasePath;
+    const QString path = paths().exDatabase;
     Dialogs& dialogs = CurrentDialogs();
     const int grp = currentGroup;
     groupThread_ = QThread::create([this, kind, caption, path, &dialogs, grp] {

@@ -49,7 +49,7 @@ void MainWindow::showEvent(QShowEvent* event) {
 
 void MainWindow::prepareShow() {
     noDataFolder = false;
-    if (!QDir(DataRoot).exists()) {
+    if (!QDir(paths().dataRoot).exists()) {
         ShowTaskDialog(
             this, ApplicationTitle(),
             QStringLiteral("インストール直後は、Velmora本体を先に一度起動してください。"),
@@ -59,7 +59,7 @@ void MainWindow::prepareShow() {
         return;
     }
     WindowRect rect;
-    ReadWindowFile(DataRoot, WindowFileName, rect);
+    ReadWindowFile(paths().dataRoot, WindowFileName, rect);
     if (rect.Height > 0)
         setGeometry(rect.Left, rect.Top, rect.Width, rect.Height);
     else
@@ -67,7 +67,7 @@ void MainWindow::prepareShow() {
     releaseLabel->setText(formDialogs_.about ? formDialogs_.about->releaseText() : QString());
     readDisplayFile();
 
-    setStatusPanel(5, DatabaseFolder);
+    setStatusPanel(5, paths().databaseFolder);
     fileSeparator->setVisible(true);
     editSeparator->setVisible(true);
     QPalette tips = QToolTip::palette();
@@ -80,20 +80,17 @@ void MainWindow::prepareShow() {
          {pasteWholeTableItem, pastePricesItem, pasteAllFactorsItem, pasteLabourFactorsItem,
           pasteDetailItem, pasteDetailPricesItem, pasteDetailFactorsItem, pasteDetailLabourItem})
         a->setEnabled(false);
-    MainDatabasePath = NativePath(DatabaseFolder + QStringLiteral("\\velmoraMain.db3"));
-    AddressDatabasePath = NativePath(DatabaseFolder + QStringLiteral("\\velmoraAddr.db3"));
-    ExDatabasePath = ExDatabasePathIn(DatabaseFolder);
-    DxDatabasePath = NativePath(DatabaseFolder + QStringLiteral("\\velmoraMainDX.db3"));
+    workspace_->paths().nameDatabaseFiles();
 
     // A file that is no database of the suite is named and left as it is:
     // the window stays empty and nothing is written to the file.
-    const QString problem = ExDatabaseProblem(ExDatabasePath);
+    const QString problem = ExDatabaseProblem(paths().exDatabase);
     if (!problem.isEmpty()) {
         noDatabase = true;
         if (QWidget* sheet = centralWidget()) sheet->setEnabled(false);
         ShowTaskDialog(this, ApplicationTitle(), QStringLiteral("データベースを開けません。"),
                        TaskDialog::IconError, TaskDialog::ButtonOk,
-                       problem + QStringLiteral("\r\nファイル: ") + ExDatabasePath);
+                       problem + QStringLiteral("\r\nファイル: ") + paths().exDatabase);
         return;
     }
 
@@ -206,14 +203,14 @@ bool MainWindow::mayClose() {
 void MainWindow::finishClose() {
     if (noDataFolder) return;
     const QRect g = geometry();
-    WriteWindowFile(DataRoot, WindowFileName, g.top(), g.left(), g.width(), g.height());
+    WriteWindowFile(paths().dataRoot, WindowFileName, g.top(), g.left(), g.width(), g.height());
 }
 
 void MainWindow::readDisplayFile() {
     DisplaySettings s;
     s.TreeUse = treeListItem->isChecked();
     s.StatusUse = statusBarItem->isChecked();
-    if (ReadDisplaySettings(DataRoot, s)) {
+    if (ReadDisplaySettings(paths().dataRoot, s)) {
         treeListItem->setChecked(s.TreeUse);
         statusBarItem->setChecked(s.StatusUse);
         if (s.HasTreeViewWidth) setTreeWidth(s.TreeViewWidth);
@@ -236,5 +233,5 @@ void MainWindow::writeDisplayFile() {
     s.TreeUse = treeListItem->isChecked();
     s.StatusUse = statusBarItem->isChecked();
     s.TreeViewWidth = tree->width();
-    WriteDisplaySettings(DataRoot, s);
+    WriteDisplaySettings(paths().dataRoot, s);
 }

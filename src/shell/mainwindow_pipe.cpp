@@ -57,7 +57,7 @@ QTreeWidgetItem* MainWindow::selectedNode() const {
 
 void MainWindow::loadGroupNames() {
     ConfRecord& settings = workspace_->settings();
-    LoadGroupNames(settings);
+    LoadGroupNames(paths().exDatabase, settings);
     for (int g = 1; g <= 10; ++g) {
         setGroupName(g, settings.GroupNames[std::size_t(g - 1)]);
         treeNode((g - 1) * 21)->setText(0, groupName(g));
@@ -67,12 +67,12 @@ void MainWindow::loadGroupNames() {
 void MainWindow::saveGroupNames() {
     for (int g = 1; g <= 10; ++g)
         workspace_->settings().GroupNames[std::size_t(g - 1)] = groupName(g);
-    SaveGroupNames(workspace_->settings());
+    SaveGroupNames(paths().exDatabase, workspace_->settings());
 }
 
 void MainWindow::fillGroupNodes(int g) {
     const QStringList names =
-        QueryToLines(ExDatabasePath,
+        QueryToLines(paths().exDatabase,
                      QStringLiteral("SELECT GOODS FROM ex_kanzai where CTG='1' and GRP='") +
                          QString::number(g) + QStringLiteral("' and no='1';"))
             .lines;

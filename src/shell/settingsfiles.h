@@ -38,7 +38,7 @@ bool ReadTextFile(const QString& path, QStringList& lines);
 // complete.
 bool WriteTextFile(const QString& path, const QStringList& lines);
 
-// ---- window file: DataRoot/conf/<name>.ini
+// ---- window file: <data root>/conf/<name>.ini
 struct WindowRect {
     int Left = 0;
     int Top = 0;
@@ -58,13 +58,13 @@ void ReadWindowFile(const QString& folder, const QString& name, WindowRect& rect
 void WriteWindowFile(const QString& folder, const QString& name, int top, int left, int width,
                      int height);
 
-// ---- network file: DataRoot/conf/Network_conf.conf
+// ---- network file: <data root>/conf/Network_conf.conf
 QString NetworkFilePath(const QString& folder);
 // The value of "[Network_Dir]"; empty when the file or the key is missing.
 QString ReadNetworkDir(const QString& folder);
 QString NetworkDirOfLines(const QStringList& lines);
 
-// ---- display file: DataRoot/conf/qorvale_p.disp
+// ---- display file: <data root>/conf/qorvale_p.disp
 struct DisplaySettings {
     bool resultsSwitch = false; // stored, never read back
     bool TreeUse = true;        // check mark of treeListItem

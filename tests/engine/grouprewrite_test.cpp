@@ -62,19 +62,21 @@ class GroupRecalc : public ::testing::Test, protected OwnWorkspace {
 protected:
     void SetUp() override {
         ASSERT_TRUE(dir.isValid());
-        ExDatabasePath = dir.filePath(QStringLiteral("velmoraMainEX.db3"));
-        CreateSuiteDatabase(ExDatabasePath, true);
+        ws().paths().exDatabase = dir.filePath(QStringLiteral("velmoraMainEX.db3"));
+        CreateSuiteDatabase(ws().paths().exDatabase, true);
     }
     void TearDown() override { EXPECT_TRUE(dialogs->Unanswered().isEmpty()); }
 
-    void exec(const QString& sql) { ASSERT_EQ(ExecStatement(ExDatabasePath, sql), 1); }
+    void exec(const QString& sql) { ASSERT_EQ(ExecStatement(ws().paths().exDatabase, sql), 1); }
 
     // The computed columns of one pipe type as stored, one line a row.
-    QStringList storedPrices(int grp, int kan) { return StoredPrices(ExDatabasePath, grp, kan); }
+    QStringList storedPrices(int grp, int kan) {
+        return StoredPrices(ws().paths().exDatabase, grp, kan);
+    }
     // The same columns as the engine computes them from the stored figures
     // and options.
     QStringList expectedPrices(int grp, int kan) {
-        return ComputedPrices(ExDatabasePath, grp, kan);
+        return ComputedPrices(ws().paths().exDatabase, grp, kan);
     }
 
     // Row n of a pipe type as the engine computes it from the table.

@@ -200,7 +200,7 @@ TEST_F(OutputForm, PrintDataHasNoDialogNoMessageAndKeepsTheMinus) {
     form->exportRows(ExportPrint);
     EXPECT_EQ(form->materialGrid->Selection().Left, 1);
     EXPECT_TRUE(dialogs->Boxes().empty());
-    const QByteArray bytes = ReadBytes(PrintDataPath(DataRoot));
+    const QByteArray bytes = ReadBytes(PrintDataPath(dataRoot));
     const QList<QByteArray> lines = bytes.split('\n');
     ASSERT_EQ(lines.size(), 57); // 56 lines and the final line end
     EXPECT_TRUE(lines[56].isEmpty());
@@ -217,14 +217,13 @@ TEST_F(OutputForm, ExcelOutWritesStreamAndWorkbookAndOpensIt) {
     const QString title = form->windowTitle();
     form->excelOutAction->trigger();
     EXPECT_EQ(form->windowTitle(), title);
-    const QByteArray stream = ReadBytes(ExcelStreamPath(DataRoot));
-    EXPECT_EQ(stream, ToAnsi(ExcelStream(ExDatabasePath, 1, form->tabCaptions()).join(U("\r\n")) +
-                             U("\r\n")));
+    const QByteArray stream = ReadBytes(ExcelStreamPath(dataRoot));
+    EXPECT_EQ(stream, ToAnsi(ExcelStream(db, 1, form->tabCaptions()).join(U("\r\n")) + U("\r\n")));
     EXPECT_EQ(stream.count("AutoFit;1;1;;\r\n"), 6);
     ASSERT_EQ(dialogs->Documents().size(), 1);
     const QString book = dialogs->Documents()[0];
     EXPECT_TRUE(QFile::exists(book));
-    EXPECT_EQ(QFileInfo(book).absolutePath(), QFileInfo(DataRoot).absoluteFilePath());
+    EXPECT_EQ(QFileInfo(book).absolutePath(), QFileInfo(dataRoot).absoluteFilePath());
     EXPECT_TRUE(QRegularExpression(U("^\\d{8} \\d{6}\\.xlsx$"))
                     .match(QFileInfo(book).fileName())
                     .hasMatch())
@@ -236,7 +235,7 @@ TEST_F(OutputForm, ExcelOutExportsWhatIsSavedNotTheScreen) {
     open();
     rows()[2].setGoods(U("未保存の用途"));
     form->excelOutAction->trigger();
-    const QString stream = FromAnsi(ReadBytes(ExcelStreamPath(DataRoot)));
+    const QString stream = FromAnsi(ReadBytes(ExcelStreamPath(dataRoot)));
     EXPECT_FALSE(stream.contains(U("未保存の用途")));
     EXPECT_TRUE(stream.contains(U("DATA;2;2;給水;")));
 }
@@ -259,11 +258,11 @@ TEST_F(OutputForm, ExcelOutFailingToOpenShowsTheErrorBoxUnderTheBusyCaption) {
 TEST_F(OutputForm, ExcelOutWithoutTempFolderFailsAndGivesTheCaptionBack) {
     open();
     const QString title = form->windowTitle();
-    ASSERT_TRUE(QDir(DataRoot + U("/temp")).removeRecursively());
+    ASSERT_TRUE(QDir(dataRoot + U("/temp")).removeRecursively());
     EXPECT_THROW(form->exportWorkbook(), FileError);
     EXPECT_EQ(form->windowTitle(), title);
     EXPECT_TRUE(dialogs->Documents().isEmpty());
-    EXPECT_TRUE(QDir(DataRoot).entryList({U("*.xlsx")}, QDir::Files).isEmpty());
+    EXPECT_TRUE(QDir(dataRoot).entryList({U("*.xlsx")}, QDir::Files).isEmpty());
 }
 
 } // namespace

@@ -43,22 +43,22 @@ TEST_F(PrintCommand, WritesTheFilesAndStartsTheProgramWithDataRootAndSemicolon) 
     const auto& p = dialogs->Processes()[0];
     EXPECT_EQ(p.program, PrintProgramPath());
     EXPECT_TRUE(p.program.endsWith(QStringLiteral("/listpress")));
-    EXPECT_EQ(p.arguments, QStringList{DataRoot + QLatin1Char(';')});
+    EXPECT_EQ(p.arguments, QStringList{dataRoot + QLatin1Char(';')});
     EXPECT_TRUE(dialogs->Boxes().empty());
 
     // The submitted side is selected for the next redisplay.
     EXPECT_EQ(f.materialGrid->Selection(), (TGridRect{1, 5, 1, 5}));
 
-    const QByteArray conf = readAll(PrintConfPath(DataRoot));
+    const QByteArray conf = readAll(PrintConfPath(dataRoot));
     EXPECT_TRUE(conf.startsWith("[Version]=2.00\r\n[Application_Title]=Qorvale\r\n"));
-    EXPECT_TRUE(conf.contains(ToAnsi(StyleFilePath(DataRoot, 0)) + "\r\n"));
+    EXPECT_TRUE(conf.contains(ToAnsi(StyleFilePath(dataRoot, 0)) + "\r\n"));
     EXPECT_TRUE(conf.contains("[Icon_File]=" + ToAnsi(ApplicationIconPath()) + "\r\n"));
     EXPECT_TRUE(conf.endsWith("[File_Mask]=qvk\r\n"));
-    EXPECT_TRUE(readAll(PrintHeaderPath(DataRoot))
+    EXPECT_TRUE(readAll(PrintHeaderPath(dataRoot))
                     .startsWith(ToAnsi(U("[ta]=1989\r\n[tb]=昭和64\r\n[tc]=01\r\n[td]=07\r\n"
                                          "[te]=土\r\n[tf]=\r\n[tg]=\r\n[th]="))));
     // The rows as the window shows them, with its tab captions and panels.
-    const QByteArray data = readAll(PrintDataPath(DataRoot));
+    const QByteArray data = readAll(PrintDataPath(dataRoot));
     EXPECT_EQ(data.count('\n'), 56);
     EXPECT_TRUE(data.startsWith(ToAnsi(f.statusPanel(0) + QLatin1Char(';') + f.statusPanel(1) +
                                        QLatin1Char(';') + f.statusPanel(2) + U(";屋内一般;15A;"))));
@@ -67,32 +67,32 @@ TEST_F(PrintCommand, WritesTheFilesAndStartsTheProgramWithDataRootAndSemicolon) 
     f.printStyleRadio->SetItemIndex(2);
     f.printItem->trigger();
     const QList<QByteArray> a = conf.split('\n');
-    const QList<QByteArray> b = readAll(PrintConfPath(DataRoot)).split('\n');
+    const QList<QByteArray> b = readAll(PrintConfPath(dataRoot)).split('\n');
     ASSERT_EQ(a.size(), b.size());
     for (int i = 0; i < int(a.size()); ++i)
         EXPECT_EQ(a[i] == b[i], i != 3) << i;
-    EXPECT_EQ(readAll(PrintDataPath(DataRoot)), data);
+    EXPECT_EQ(readAll(PrintDataPath(dataRoot)), data);
     EXPECT_EQ(dialogs->Processes().size(), 2u);
 }
 
 TEST_F(PrintCommand, AFailedStartLeavesTheFilesAndSaysNothing) {
     MainWindow& f = open();
     for (const QString& p :
-         {PrintConfPath(DataRoot), PrintHeaderPath(DataRoot), PrintDataPath(DataRoot)})
+         {PrintConfPath(dataRoot), PrintHeaderPath(dataRoot), PrintDataPath(dataRoot)})
         QFile::remove(p);
     dialogs->SetStartResult(false);
     f.printAction->trigger();
     EXPECT_EQ(dialogs->Processes().size(), 1u);
     EXPECT_TRUE(dialogs->Boxes().empty());
     EXPECT_TRUE(dialogs->Messages().empty());
-    EXPECT_TRUE(QFile::exists(PrintConfPath(DataRoot)));
-    EXPECT_TRUE(QFile::exists(PrintHeaderPath(DataRoot)));
-    EXPECT_TRUE(QFile::exists(PrintDataPath(DataRoot)));
+    EXPECT_TRUE(QFile::exists(PrintConfPath(dataRoot)));
+    EXPECT_TRUE(QFile::exists(PrintHeaderPath(dataRoot)));
+    EXPECT_TRUE(QFile::exists(PrintDataPath(dataRoot)));
 }
 
 TEST_F(PrintCommand, MissingFolderShowsTheErrorAndStartsNothing) {
     MainWindow& f = open();
-    ASSERT_TRUE(QDir(PrintFolderPath(DataRoot)).removeRecursively());
+    ASSERT_TRUE(QDir(PrintFolderPath(dataRoot)).removeRecursively());
     dialogs->AnswerBox(TaskDialog::IdOk);
     f.printAction->trigger();
     EXPECT_TRUE(dialogs->Processes().empty());
@@ -107,8 +107,8 @@ TEST_F(PrintCommand, RefrigerantPipeTypeGivesOneTabAndMaskQvr) {
     QCoreApplication::processEvents();
     ASSERT_EQ(f.tabs->count(), 1);
     f.printAction->trigger();
-    EXPECT_TRUE(readAll(PrintConfPath(DataRoot)).endsWith("[File_Mask]=qvr\r\n"));
-    EXPECT_EQ(readAll(PrintDataPath(DataRoot)).count('\n'), 14);
+    EXPECT_TRUE(readAll(PrintConfPath(dataRoot)).endsWith("[File_Mask]=qvr\r\n"));
+    EXPECT_EQ(readAll(PrintDataPath(dataRoot)).count('\n'), 14);
 }
 
 } // namespace

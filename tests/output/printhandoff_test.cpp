@@ -78,7 +78,7 @@ TEST(PrintDateTest, FixedDateAndBackToToday) {
 }
 
 // A data folder made by the suite stand-in, with its demo database.
-class PrintHandOffFiles : public DemoDataFolder, protected OwnWorkspace {
+class PrintHandOffFiles : public DemoDataFolder {
 protected:
     void load(int grp, int kan) {
         doc().clearRows(RowCount);

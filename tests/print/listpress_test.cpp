@@ -137,7 +137,7 @@ int pdfPages(const QString& pdf) {
     return m.hasMatch() ? m.captured(1).toInt() : -1;
 }
 
-class ListpressProgram : public DemoDataFolder, protected OwnWorkspace {
+class ListpressProgram : public DemoDataFolder {
 protected:
     void handOff(int grp, int kan, int style) {
         ws().load(grp, kan);

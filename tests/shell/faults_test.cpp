@@ -191,13 +191,13 @@ TEST_F(Faults, AFullDiskAtClosingSaysSoAndClosesWithTheRowsSaved) {
     dialogs->AnswerBox(TaskDialog::IdYes); // save?
     f.saveButton->click();                 // saved before the disk fills
     ASSERT_TRUE(box(0).contains(U("保存しました。")));
-    const QByteArray display = bytesOf(DisplayFilePath(DataRoot));
-    QFile::remove(DisplayFilePath(DataRoot));
+    const QByteArray display = bytesOf(DisplayFilePath(dataRoot));
+    QFile::remove(DisplayFilePath(dataRoot));
     {
         DiskFull full(0);
         EXPECT_TRUE(f.close());
     }
-    EXPECT_FALSE(QFileInfo::exists(DisplayFilePath(DataRoot)));
+    EXPECT_FALSE(QFileInfo::exists(DisplayFilePath(dataRoot)));
     form.reset();
     ASSERT_EQ(dialogs->Boxes().size(), 2u);
     EXPECT_TRUE(japanese(box(1))) << box(1).toStdString();
@@ -211,9 +211,9 @@ TEST_F(Faults, ADataFolderThatGoesAwayClosesWithAMessageAndNoCrash) {
     MainWindow& f = open();
     const QStringList before = group(db, 1);
     // The data root is removed, and a file stands where it was.
-    ASSERT_TRUE(QDir(DataRoot).removeRecursively());
+    ASSERT_TRUE(QDir(dataRoot).removeRecursively());
     {
-        QFile blocker(DataRoot);
+        QFile blocker(dataRoot);
         ASSERT_TRUE(blocker.open(QIODevice::WriteOnly));
     }
     EXPECT_TRUE(f.close());
@@ -224,10 +224,10 @@ TEST_F(Faults, ADataFolderThatGoesAwayClosesWithAMessageAndNoCrash) {
     EXPECT_EQ(group(db, 1), before);
 
     // Only removed: the files come back at the next close, no message.
-    QFile::remove(DataRoot);
-    QDir().mkpath(DataRoot);
+    QFile::remove(dataRoot);
+    QDir().mkpath(dataRoot);
     open();
-    ASSERT_TRUE(QDir(DataRoot).removeRecursively());
+    ASSERT_TRUE(QDir(dataRoot).removeRecursively());
     EXPECT_TRUE(form->close());
     form.reset();
     EXPECT_EQ(dialogs->Boxes().size(), 1u) << box(1).toStdString();
@@ -289,8 +289,8 @@ TEST_F(Faults, AFullDiskKeepsALibraryEntryAndTheSettingsFilesWhole) {
     const QString entry = library + U("/既存.fdk");
     const QByteArray kept = bytesOf(entry);
     ASSERT_EQ(kept.size(), FdkFileSize);
-    WriteWindowFile(DataRoot, QStringLiteral("w"), 1, 2, 3, 4);
-    const QByteArray window = bytesOf(WindowFilePath(DataRoot, QStringLiteral("w")));
+    WriteWindowFile(dataRoot, QStringLiteral("w"), 1, 2, 3, 4);
+    const QByteArray window = bytesOf(WindowFilePath(dataRoot, QStringLiteral("w")));
     typeFactor(4, 2, "5");
     {
         DiskFull full(4096); // less than one entry
@@ -298,7 +298,7 @@ TEST_F(Faults, AFullDiskKeepsALibraryEntryAndTheSettingsFilesWhole) {
     }
     {
         DiskFull full(16); // less than the window file
-        WriteWindowFile(DataRoot, QStringLiteral("w"), 5, 6, 7, 8);
+        WriteWindowFile(dataRoot, QStringLiteral("w"), 5, 6, 7, 8);
     }
     qunsetenv("QORVALE_LIBRARY_DIR");
     ASSERT_EQ(dialogs->Boxes().size(), 2u);
@@ -306,7 +306,7 @@ TEST_F(Faults, AFullDiskKeepsALibraryEntryAndTheSettingsFilesWhole) {
         << box(1).toStdString();
     EXPECT_EQ(bytesOf(entry), kept);
     EXPECT_EQ(QDir(library).entryList(QDir::Files | QDir::Hidden).size(), 1);
-    EXPECT_EQ(bytesOf(WindowFilePath(DataRoot, QStringLiteral("w"))), window);
+    EXPECT_EQ(bytesOf(WindowFilePath(dataRoot, QStringLiteral("w"))), window);
     dialogs->AnswerBox(TaskDialog::IdNo); // close: do not save the rows
 }
 
@@ -321,11 +321,11 @@ TEST_F(Faults, AFullDiskKeepsTheOldCsvAndPrintFilesWhole) {
     old.close();
     f.printAction->trigger();
     ASSERT_EQ(dialogs->Processes().size(), 1u);
-    const QByteArray oldData = bytesOf(PrintDataPath(DataRoot));
+    const QByteArray oldData = bytesOf(PrintDataPath(dataRoot));
     ASSERT_GT(oldData.size(), 4096);
     const QStringList before = QDir(dir.path()).entryList(QDir::Files | QDir::Hidden);
     const QStringList printBefore =
-        QDir(PrintFolderPath(DataRoot)).entryList(QDir::Files | QDir::Hidden);
+        QDir(PrintFolderPath(dataRoot)).entryList(QDir::Files | QDir::Hidden);
 
     {
         DiskFull full(1024);
@@ -351,9 +351,9 @@ TEST_F(Faults, AFullDiskKeepsTheOldCsvAndPrintFilesWhole) {
     EXPECT_EQ(dialogs->Boxes()[0].icon, TaskDialog::IconError);
     // The old files as they were, nothing beside them, and no print run.
     EXPECT_EQ(bytesOf(csv), oldCsv);
-    EXPECT_EQ(bytesOf(PrintDataPath(DataRoot)), oldData);
+    EXPECT_EQ(bytesOf(PrintDataPath(dataRoot)), oldData);
     EXPECT_EQ(QDir(dir.path()).entryList(QDir::Files | QDir::Hidden), before);
-    EXPECT_EQ(QDir(PrintFolderPath(DataRoot)).entryList(QDir::Files | QDir::Hidden), printBefore);
+    EXPECT_EQ(QDir(PrintFolderPath(dataRoot)).entryList(QDir::Files | QDir::Hidden), printBefore);
     EXPECT_EQ(dialogs->Processes().size(), 1u);
     dialogs->AnswerBox(TaskDialog::IdNo); // close: do not save the rows
 }
@@ -365,9 +365,9 @@ TEST_F(Faults, PrintAndTempFoldersThatCannotBeWrittenKeepTheirFiles) {
     ASSERT_EQ(dialogs->Processes().size(), 1u);
     ASSERT_EQ(dialogs->Documents().size(), 1);
     ASSERT_TRUE(dialogs->Boxes().empty()) << box(0).toStdString();
-    const QString temp = QFileInfo(ExcelStreamPath(DataRoot)).absolutePath();
-    const QStringList files = {PrintConfPath(DataRoot), PrintHeaderPath(DataRoot),
-                               PrintDataPath(DataRoot), ExcelStreamPath(DataRoot)};
+    const QString temp = QFileInfo(ExcelStreamPath(dataRoot)).absolutePath();
+    const QStringList files = {PrintConfPath(dataRoot), PrintHeaderPath(dataRoot),
+                               PrintDataPath(dataRoot), ExcelStreamPath(dataRoot)};
     QList<QByteArray> kept;
     for (const QString& p : files) {
         kept << bytesOf(p);
@@ -375,9 +375,9 @@ TEST_F(Faults, PrintAndTempFoldersThatCannotBeWrittenKeepTheirFiles) {
     }
     ASSERT_TRUE(QFile::remove(dialogs->Documents()[0]));
     openFolders();
-    setMode(PrintFolderPath(DataRoot), 0555);
+    setMode(PrintFolderPath(dataRoot), 0555);
     setMode(temp, 0555);
-    setMode(DataRoot, 0555);
+    setMode(dataRoot, 0555);
     typeFactor(4, 2, "5"); // something on screen that differs from the files
     QString excelError;
     {
@@ -390,8 +390,8 @@ TEST_F(Faults, PrintAndTempFoldersThatCannotBeWrittenKeepTheirFiles) {
             excelError = QString::fromUtf8(e.what());
         }
     }
-    setMode(DataRoot, 0777);
-    setMode(PrintFolderPath(DataRoot), 0755);
+    setMode(dataRoot, 0777);
+    setMode(PrintFolderPath(dataRoot), 0755);
     setMode(temp, 0755);
     ASSERT_EQ(dialogs->Boxes().size(), 1u);
     EXPECT_TRUE(box(0).contains(U("ファイルを書き込めませんでした"))) << box(0).toStdString();
@@ -400,9 +400,9 @@ TEST_F(Faults, PrintAndTempFoldersThatCannotBeWrittenKeepTheirFiles) {
         << excelError.toStdString();
     for (int i = 0; i < int(files.size()); ++i)
         EXPECT_EQ(bytesOf(files[i]), kept[i]) << files[i].toStdString();
-    EXPECT_EQ(QDir(PrintFolderPath(DataRoot)).entryList(QDir::Files | QDir::Hidden).size(), 3);
+    EXPECT_EQ(QDir(PrintFolderPath(dataRoot)).entryList(QDir::Files | QDir::Hidden).size(), 3);
     EXPECT_EQ(QDir(temp).entryList(QDir::Files | QDir::Hidden).size(), 1);
-    EXPECT_TRUE(QDir(DataRoot).entryList({QStringLiteral("*.xlsx")}, QDir::Files).isEmpty());
+    EXPECT_TRUE(QDir(dataRoot).entryList({QStringLiteral("*.xlsx")}, QDir::Files).isEmpty());
     EXPECT_EQ(dialogs->Processes().size(), 1u);
     EXPECT_EQ(dialogs->Documents().size(), 1);
     dialogs->AnswerBox(TaskDialog::IdNo); // close: do not save the rows

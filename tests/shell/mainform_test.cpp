@@ -35,8 +35,8 @@ protected:
 TEST_F(MainFormTest, CreationSetsCaptionPathsAndGeometry) {
     MainWindow form("0;1;0;0;/srv/velmora/db/;");
     EXPECT_EQ(form.windowTitle(), "Qorvale-Ostrel-");
-    EXPECT_EQ(DataRoot, common.path() + "/ostrel/velmora_main");
-    EXPECT_EQ(DatabaseFolder, "/srv/velmora/db/");
+    EXPECT_EQ(form.workspace().paths().dataRoot, common.path() + "/ostrel/velmora_main");
+    EXPECT_EQ(form.workspace().paths().databaseFolder, "/srv/velmora/db/");
     EXPECT_EQ(form.objectName(), "MainWindow");
     EXPECT_EQ(form.size(), QSize(1444, 851));
     EXPECT_EQ(form.pos(), QPoint(2, 2));
@@ -45,7 +45,7 @@ TEST_F(MainFormTest, CreationSetsCaptionPathsAndGeometry) {
     EXPECT_FALSE(form.noDataFolder);
 
     MainWindow noArgument{QString()};
-    EXPECT_EQ(DatabaseFolder, common.path() + "/ostrel/database/");
+    EXPECT_EQ(noArgument.workspace().paths().databaseFolder, common.path() + "/ostrel/database/");
     EXPECT_TRUE(dialogs->Boxes().empty());
 }
 
@@ -233,9 +233,9 @@ TEST_F(MainFormTest, StatusBarAndViewMenu) {
         EXPECT_EQ(form.statusPanel(i), QString());
     }
     EXPECT_EQ(form.statusPanelLabel(7), nullptr);
-    form.setStatusPanel(5, DatabaseFolder);
+    form.setStatusPanel(5, form.workspace().paths().databaseFolder);
     form.setStatusPanel(9, "ignored");
-    EXPECT_EQ(form.statusPanel(5), DatabaseFolder);
+    EXPECT_EQ(form.statusPanel(5), form.workspace().paths().databaseFolder);
     EXPECT_TRUE(form.statusPanelLabel(0)->x() < form.statusPanelLabel(6)->x());
 
     form.statusBarItem->trigger();

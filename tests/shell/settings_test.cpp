@@ -149,13 +149,14 @@ class ConfRecordTest : public ::testing::Test {
 protected:
     void SetUp() override {
         ASSERT_TRUE(dir.isValid());
-        ExDatabasePath = dir.filePath(QStringLiteral("velmoraMainEX.db3"));
-        CreateSuiteDatabase(ExDatabasePath, false);
+        database = dir.filePath(QStringLiteral("velmoraMainEX.db3"));
+        CreateSuiteDatabase(database, false);
     }
     void TearDown() override { EXPECT_TRUE(dialogs->Unanswered().isEmpty()); }
 
     ConfRecord conf;
     QTemporaryDir dir;
+    QString database;
     ScriptedDialogsScope dialogs;
 };
 
@@ -175,41 +176,41 @@ TEST_F(ConfRecordTest, StatementsAndText) {
 }
 
 TEST_F(ConfRecordTest, NoRecordGivesDefaults) {
-    LoadGroupNames(conf);
+    LoadGroupNames(database, conf);
     EXPECT_EQ(conf.GroupNames, DefaultGroupNames());
     EXPECT_TRUE(conf.Removal.isEmpty());
     EXPECT_TRUE(conf.CutLevel.isEmpty());
 }
 
 TEST_F(ConfRecordTest, SaveAndLoadRoundTrip) {
-    LoadGroupNames(conf);
+    LoadGroupNames(database, conf);
     conf.Removal = QStringLiteral("r=1");
     conf.Recycle = QStringLiteral(" spaced ");
     conf.CutLevel = QStringLiteral("2");
     conf.GroupNames[0] = QStringLiteral("給水 (O'Neil; 改)");
     conf.GroupNames[4] = QString();
-    ASSERT_EQ(SaveGroupNames(conf), 1);
-    ASSERT_EQ(SaveGroupNames(conf), 1); // replaced, not added
+    ASSERT_EQ(SaveGroupNames(database, conf), 1);
+    ASSERT_EQ(SaveGroupNames(database, conf), 1); // replaced, not added
     const ConfRecord saved = conf;
 
     conf = ConfRecord{};
-    LoadGroupNames(conf);
+    LoadGroupNames(database, conf);
     EXPECT_EQ(conf.GroupNames, saved.GroupNames);
     EXPECT_EQ(s(conf.Removal), "r=1");
     EXPECT_EQ(s(conf.Recycle), " spaced ");
     EXPECT_EQ(s(conf.CutLevel), "2");
-    EXPECT_EQ(QueryToLines(ExDatabasePath, QStringLiteral("SELECT count(*) FROM exconf")).lines,
+    EXPECT_EQ(QueryToLines(database, QStringLiteral("SELECT count(*) FROM exconf")).lines,
               QStringList{QStringLiteral("1;")});
     EXPECT_TRUE(dialogs->Boxes().empty());
     EXPECT_TRUE(dialogs->Messages().empty());
 }
 
 TEST_F(ConfRecordTest, UnknownKeysAndMissingLinesInTheRecord) {
-    ASSERT_EQ(ExecStatement(ExDatabasePath,
-                            QStringLiteral("INSERT INTO exconf VALUES ('kanzai', "
-                                           "'[GROUP_NAME3]=換気\r\n[NOTE]=x\r\n[KETA]=4')")),
-              1);
-    LoadGroupNames(conf);
+    ASSERT_EQ(
+        ExecStatement(database, QStringLiteral("INSERT INTO exconf VALUES ('kanzai', "
+                                               "'[GROUP_NAME3]=換気\r\n[NOTE]=x\r\n[KETA]=4')")),
+        1);
+    LoadGroupNames(database, conf);
     EXPECT_EQ(conf.GroupNames[2], QStringLiteral("換気"));
     EXPECT_EQ(conf.GroupNames[0], QStringLiteral("給水"));
     EXPECT_EQ(s(conf.Keta), "4");
@@ -218,20 +219,20 @@ TEST_F(ConfRecordTest, UnknownKeysAndMissingLinesInTheRecord) {
 TEST_F(ConfRecordTest, FailedInsertKeepsTheOldRecord) {
     conf.GroupNames = DefaultGroupNames();
     conf.GroupNames[1] = QStringLiteral("汚水");
-    ASSERT_EQ(SaveGroupNames(conf), 1);
+    ASSERT_EQ(SaveGroupNames(database, conf), 1);
     // The insert fails (a trigger stands in for any failure after the delete).
-    ASSERT_EQ(ExecStatement(ExDatabasePath,
-                            QStringLiteral("CREATE TRIGGER no_insert BEFORE INSERT ON exconf "
-                                           "BEGIN SELECT RAISE(ABORT, 'refused'); END")),
-              1);
+    ASSERT_EQ(
+        ExecStatement(database, QStringLiteral("CREATE TRIGGER no_insert BEFORE INSERT ON exconf "
+                                               "BEGIN SELECT RAISE(ABORT, 'refused'); END")),
+        1);
     conf.GroupNames[1] = QStringLiteral("雨水");
-    EXPECT_EQ(SaveGroupNames(conf), 0);
+    EXPECT_EQ(SaveGroupNames(database, conf), 0);
     EXPECT_TRUE(dialogs->Messages().empty());
     ASSERT_EQ(dialogs->Boxes().size(), 1u);
     EXPECT_EQ(dialogs->Boxes()[0].instruction, QStringLiteral("ERROR"));
     EXPECT_TRUE(dialogs->Boxes()[0].content.startsWith(QStringLiteral("refused\r\n")))
         << dialogs->Boxes()[0].content.toStdString();
-    LoadGroupNames(conf);
+    LoadGroupNames(database, conf);
     EXPECT_EQ(conf.GroupNames[1], QStringLiteral("汚水"));
 }
 

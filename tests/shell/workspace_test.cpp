@@ -53,7 +53,7 @@ TEST_F(Workspace, StartShowsTheFirstPipeTypeWithTheEnginesPrices) {
     EXPECT_EQ(f.goodsBox->Text(), rows()[1].goods());
     EXPECT_EQ(f.tabs->count(), 4);
     EXPECT_EQ(f.tabs->tabText(0), U("屋内一般"));
-    EXPECT_EQ(f.statusPanel(5), DatabaseFolder);
+    EXPECT_EQ(f.statusPanel(5), f.workspace().paths().databaseFolder);
 
     // The prices on the sheet are the engine's on the stored rows.
     ws().load(1, 1);

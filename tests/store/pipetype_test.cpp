@@ -28,8 +28,8 @@ class PipeTypeStore : public ::testing::Test, protected OwnWorkspace {
 protected:
     void SetUp() override {
         ASSERT_TRUE(dir.isValid());
-        ExDatabasePath = dir.filePath(QStringLiteral("velmoraMainEX.db3"));
-        CreateSuiteDatabase(ExDatabasePath, false);
+        ws().paths().exDatabase = dir.filePath(QStringLiteral("velmoraMainEX.db3"));
+        CreateSuiteDatabase(ws().paths().exDatabase, false);
     }
     void TearDown() override { EXPECT_TRUE(dialogs->Unanswered().isEmpty()); }
 
@@ -45,9 +45,9 @@ protected:
         }
         return QString();
     }
-    void exec(const QString& sql) { ASSERT_EQ(ExecStatement(ExDatabasePath, sql), 1); }
+    void exec(const QString& sql) { ASSERT_EQ(ExecStatement(ws().paths().exDatabase, sql), 1); }
     QString stored(const char* column, int grp, int kan, int no) {
-        SqliteDatabase db(ExDatabasePath);
+        SqliteDatabase db(ws().paths().exDatabase);
         return db.GetTableString(
             QStringLiteral("SELECT %1 FROM ex_kanzai WHERE GRP=%2 AND KAN=%3 AND NO=%4")
                 .arg(QLatin1String(column))
@@ -251,8 +251,8 @@ TEST_F(PipeTypeStore, EveryCodePageCharacterSurvivesByteForByte) {
 }
 
 // Every column of the 60 rows, read with the library itself.
-QStringList dump(int grp, int kan) {
-    return SqliteRows(ExDatabasePath,
+QStringList dump(const QString& database, int grp, int kan) {
+    return SqliteRows(database,
                       QStringLiteral("SELECT * FROM ex_kanzai WHERE GRP=%1 AND KAN=%2 ORDER BY NO")
                           .arg(grp)
                           .arg(kan),
@@ -265,18 +265,18 @@ TEST_F(PipeTypeStore, ASaveLandsWholeOrNotAtAll) {
     for (int r = 1; r <= RowCount; ++r)
         rows()[r].setGoods(QStringLiteral("new%1").arg(r));
     doc().takeSnapshot();
-    const QStringList before = dump(7, 3);
+    const QStringList before = dump(ws().paths().exDatabase, 7, 3);
     auto failsWithNothingWritten = [&](const char* reason) {
         // Refused with the database's reason; the rows stay unsaved, so the
         // question comes again.
         EXPECT_EQ(refusal(7, 3), QString::fromUtf8(reason));
         EXPECT_EQ(doc().savedLines(), saved);
         EXPECT_TRUE(doc().isChanged());
-        EXPECT_EQ(dump(7, 3), before);
+        EXPECT_EQ(dump(ws().paths().exDatabase, 7, 3), before);
     };
     {
         // A trigger of another program refuses row 30 alone.
-        SqliteDatabase other(ExDatabasePath);
+        SqliteDatabase other(ws().paths().exDatabase);
         other.ExecSQL(QStringLiteral(
             "CREATE TRIGGER no30 BEFORE UPDATE ON ex_kanzai WHEN old.GRP=7 AND old.KAN=3 AND "
             "old.NO=30 BEGIN SELECT RAISE(ABORT, 'row 30 is held'); END;"));
@@ -285,12 +285,12 @@ TEST_F(PipeTypeStore, ASaveLandsWholeOrNotAtAll) {
     exec(QStringLiteral("DROP TRIGGER no30;"));
     {
         // A lock held for longer than the wait.
-        LockHolder other(ExDatabasePath, "IMMEDIATE");
+        LockHolder other(ws().paths().exDatabase, "IMMEDIATE");
         failsWithNothingWritten("database is locked");
     }
     // A lock let go within the wait is waited out, and the save goes through.
     {
-        LockHolder other(ExDatabasePath, "EXCLUSIVE", 0.5);
+        LockHolder other(ws().paths().exDatabase, "EXCLUSIVE", 0.5);
         EXPECT_EQ(save(7, 3), SaveOutcome::Saved);
     }
     EXPECT_FALSE(doc().isChanged());
@@ -307,10 +307,10 @@ TEST_F(PipeTypeStore, AChangeMadeElsewhereIsNotWrittenOverUnasked) {
     // the next one, after the load.
     exec(QStringLiteral("UPDATE ex_kanzai SET GROSS='999' WHERE GRP=7 AND KAN=4 AND NO=5;"));
     exec(QStringLiteral("UPDATE ex_kanzai SET GROSS='888' WHERE GRP=7 AND KAN=5 AND NO=5;"));
-    const QStringList theirs = dump(7, 4);
+    const QStringList theirs = dump(ws().paths().exDatabase, 7, 4);
     EXPECT_EQ(save(7, 4), SaveOutcome::ChangedElsewhere);
     EXPECT_TRUE(dialogs->Boxes().empty());
-    EXPECT_EQ(dump(7, 4), theirs);
+    EXPECT_EQ(dump(ws().paths().exDatabase, 7, 4), theirs);
     EXPECT_TRUE(doc().isChanged());
 
     // Written over on purpose; from then on our own save is what is stored.
@@ -334,19 +334,19 @@ TEST_F(PipeTypeStore, ASaveGoesToTheFileAtThePathNow) {
     rows()[1].setGoods(QStringLiteral("x"));
     doc().refreshLines();
     const QString copy = dir.filePath(QStringLiteral("copy.db3"));
-    ASSERT_TRUE(QFile::copy(ExDatabasePath, copy));
-    ASSERT_TRUE(QFile::remove(ExDatabasePath));
-    ASSERT_TRUE(QFile::rename(copy, ExDatabasePath));
+    ASSERT_TRUE(QFile::copy(ws().paths().exDatabase, copy));
+    ASSERT_TRUE(QFile::remove(ws().paths().exDatabase));
+    ASSERT_TRUE(QFile::rename(copy, ws().paths().exDatabase));
     EXPECT_EQ(save(1, 1), SaveOutcome::Saved);
     EXPECT_EQ(stored("GOODS", 1, 1, 1), QStringLiteral("x"));
 
     const QStringList saved = doc().savedLines();
     rows()[1].setGoods(QStringLiteral("y"));
     doc().refreshLines();
-    ASSERT_TRUE(QFile::remove(ExDatabasePath));
+    ASSERT_TRUE(QFile::remove(ws().paths().exDatabase));
     EXPECT_TRUE(refusal(1, 1).contains(QStringLiteral("unable to open")));
-    EXPECT_FALSE(QFileInfo::exists(ExDatabasePath));
-    ExDatabasePath = dir.filePath(QStringLiteral("no/such/folder/x.db3"));
+    EXPECT_FALSE(QFileInfo::exists(ws().paths().exDatabase));
+    ws().paths().exDatabase = dir.filePath(QStringLiteral("no/such/folder/x.db3"));
     EXPECT_TRUE(refusal(1, 1).contains(QStringLiteral("unable to open")));
     EXPECT_EQ(doc().savedLines(), saved);
     EXPECT_TRUE(dialogs->Boxes().empty());

@@ -107,7 +107,7 @@ TEST_F(SuiteAndTool, InitFollowsTheLaunchStringAndRefusesBadArguments) {
 
 TEST_F(SuiteAndTool, DemoDataHoldsItsComputedPrices) {
     ASSERT_EQ(suite({"init", "--demo"}), 0) << s(err);
-    ExDatabasePath = dbPath;
+    ws().paths().exDatabase = dbPath;
     for (const auto& [grp, kan] : {std::pair{1, 1}, std::pair{1, 3}, std::pair{10, 2}}) {
         ws().load(grp, kan);
         EXPECT_FALSE(rows()[1].goodsBytes.isEmpty());

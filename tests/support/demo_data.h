@@ -1,18 +1,19 @@
 #pragma once
 // A data folder made by the suite stand-in for one test, with its demo
-// database, and scripted dialogs: for tests of the files the program hands
+// database, a workspace on it, and scripted dialogs: for tests of the files the program hands
 // on, without the window.
 #include "platform/datapaths.h"
 #include "platform/scripteddialogs.h"
 #include "store/pipetypestore.h"
 #include "store/suitestandin.h"
+#include "support/ownworkspace.h"
 
 #include <QTemporaryDir>
 #include <QTextStream>
 
 #include <gtest/gtest.h>
 
-class DemoDataFolder : public ::testing::Test {
+class DemoDataFolder : public ::testing::Test, protected OwnWorkspace {
 protected:
     void SetUp() override {
         ASSERT_TRUE(dir.isValid());
@@ -22,7 +23,8 @@ protected:
         QTextStream o(&out), e(&err);
         ASSERT_EQ(RunVelmoraSuite({QStringLiteral("init"), QStringLiteral("--demo")}, o, e), 0);
         root = DataRootPath();
-        ExDatabasePath = ExDatabasePathIn(DatabaseFolderFrom(QString()));
+        ws().paths() = DataPaths::fromLaunchString(QString());
+        ws().paths().nameDatabaseFiles();
     }
     void TearDown() override { qputenv("QORVALE_COMMON_DATA", saved); }
 

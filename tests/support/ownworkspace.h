@@ -1,6 +1,6 @@
 #pragma once
 // A workspace of its own, for tests of the rows without a window: the
-// document, its rows and the connection to ExDatabasePath.
+// document, its rows and the connection to its paths' exDatabase.
 
 #include "document/workspace.h"
 

@@ -34,6 +34,7 @@ protected:
         ASSERT_EQ(RunVelmoraSuite({QStringLiteral("init"), QStringLiteral("--demo")}, o, e), 0)
             << err.toStdString();
         db = ExDatabasePathIn(DatabaseFolderFrom(QString()));
+        dataRoot = DataRootPath();
     }
     void TearDown() override {
         form.reset();
@@ -101,6 +102,7 @@ protected:
 
     QTemporaryDir dir;
     QString db;
+    QString dataRoot; // the data root of the window
     ScriptedDialogsScope dialogs;
     std::unique_ptr<MainWindow> form;
 };
