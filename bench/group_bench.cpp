@@ -5,6 +5,7 @@
 #include "engine/grouprewrite.h"
 #include "platform/dialogs.h"
 #include "platform/scripteddialogs.h"
+#include "shell/grouprewritecommands.h"
 #include "shell/mainwindow.h"
 #include "store/pipetypestore.h"
 
@@ -45,8 +46,8 @@ void BM_GroupRewriteRun(benchmark::State& state) {
         clock.start();
         last = 0;
         beat.start();
-        form->rewriteGroup(1);
-        form->waitForGroupRewrite();
+        form->groupRewrite()->rewriteGroup(1);
+        form->groupRewrite()->waitForEnd();
         beat.stop();
     }
     state.counters["longest_gap_ms"] = double(longest) / 1e6;
@@ -77,8 +78,8 @@ void BM_RunToSavesRatio(benchmark::State& state) {
     qint64 run = 0, saves = 0;
     for (auto _ : state) {
         clock.start();
-        form->rewriteGroup(1);
-        form->waitForGroupRewrite();
+        form->groupRewrite()->rewriteGroup(1);
+        form->groupRewrite()->waitForEnd();
         run += clock.nsecsElapsed();
         clock.start();
         for (int kan = 1; kan <= GroupPipeTypes; ++kan) {

@@ -4,6 +4,8 @@
 #include "controls/controlerrors.h"
 #include "platform/application.h"
 #include "platform/datapaths.h"
+#include "platform/dialogs.h"
+#include "shell/grouprewritecommands.h"
 #include "shell/settingsfiles.h"
 #include "store/piperow.h"
 
@@ -28,7 +30,7 @@ MainWindow::MainWindow(const QString& launchString, QWidget* parent) : QMainWind
     setCentralWidget(centralArea_);
     buildSheet();
     setupLibraryCommands();
-    connectGroupRewrites();
+    groupRewrite_ = new GroupRewriteCommands(*this, CurrentDialogs());
     connectOutputs();
     setupPrintAction();
     setGeometry(DefaultLeft, DefaultTop, DefaultWidth, DefaultHeight);
@@ -50,7 +52,7 @@ MainWindow::MainWindow(const QString& launchString, QWidget* parent) : QMainWind
 }
 
 MainWindow::~MainWindow() {
-    waitForGroupRewrite();
+    groupRewrite_->waitForEnd();
 }
 
 void MainWindow::initialise(const QString& launchString) {

@@ -34,6 +34,7 @@ class BoxLabel;
 class CheckBox;
 class EditCombo;
 class FixedList;
+class GroupRewriteCommands;
 class GradientPanel;
 class NumberEdit;
 class RadioGroup;
@@ -436,34 +437,11 @@ private:
     std::array<QMenu*, 10> groupMenus_{};
     std::array<QAction*, 10> groupNamingItems_{};
 
-    // ---- Group rewrites (mainwindow_group.cpp) ---------------------------
-public:
-    // The execute handlers of optionChangeAction and labourCostChangeAction.
-    void changeGroupOptions();
-    void changeGroupLabourCosts();
-    // Recalculates and saves the 20 pipe types of currentGroup on a worker
-    // thread; kind shows in the progress text. The form stays closed to the
-    // user until "終了しました。" has been shown.
-    void rewriteGroup(int kind);
-    // True from the start of a run until its end has been shown.
-    bool groupRewriteRunning() const { return groupRunning_; }
-    // Serves events until the run has ended and its thread is gone; at once
-    // when none runs.
-    void waitForGroupRewrite();
-    // The modal progress window of a run; null before the first run.
-    QDialog* groupProgressWindow() const { return groupProgress_; }
+    GroupRewriteCommands* groupRewrite_ = nullptr;
 
-private:
-    // Joins the two commands to their actions and menu items.
-    void connectGroupRewrites();
-    void showGroupProgress(const QStringList& texts, int step);
-    void endGroupRewrite(const QString& caption, std::exception_ptr failure);
-    bool groupRunning_ = false;
-    bool closeAfterGroupRewrite_ = false; // a close came during the run
-    QThread* groupThread_ = nullptr;
-    QDialog* groupProgress_ = nullptr;
-    QElapsedTimer groupProgressShown_; // when the progress window last changed
-    QPointer<QWidget> groupFocus_;
+public:
+    // The group rewrites of the edit menu and their run.
+    GroupRewriteCommands* groupRewrite() const { return groupRewrite_; }
 };
 
 // The program file's folder, as the install folder check shows it.

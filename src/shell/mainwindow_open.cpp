@@ -2,6 +2,8 @@
 // applied to the window.
 #include "shell/mainwindow.h"
 
+#include "shell/grouprewritecommands.h"
+
 #include "shell/aboutdialog.h"
 
 #include "controls/strcgrid.h"
@@ -136,8 +138,8 @@ void MainWindow::closeEvent(QCloseEvent* event) {
     // taken up again once its end has been shown. Waiting here instead would
     // mean an event loop inside the delivery of this event, which is where
     // the worker's calls into this thread can go unserved.
-    if (groupRunning_) {
-        closeAfterGroupRewrite_ = true;
+    if (groupRewrite_->running()) {
+        groupRewrite_->closeWhenEnded();
         event->ignore();
         return;
     }
@@ -178,7 +180,7 @@ bool MainWindow::closeWithUnsavedRows(const QString& heading) {
 
 bool MainWindow::mayClose() {
     if (noDataFolder) return true;
-    waitForGroupRewrite(); // no pipe type of a running group rewrite is left half-written
+    groupRewrite_->waitForEnd(); // no pipe type of a running group rewrite is left half-written
     if (!noDatabase) {
         applyControls();
         // A change made elsewhere: the user's answer keeps the window, with

@@ -1,6 +1,7 @@
 // The two group rewrites on the real window offscreen, on the demo database,
 // with the person at the keyboard played by the scripted dialogs. What is
 // stored is checked in the file, not in the rows in memory.
+#include "shell/grouprewritecommands.h"
 #include "controls/numberedit.h"
 #include "controls/strcgrid.h"
 #include "engine/calcrow.h"
@@ -70,10 +71,10 @@ protected:
         return n;
     }
     bool formClosedToTheUser() const {
-        return form->groupRewriteRunning() && !form->centralWidget()->isEnabled() &&
-               !form->menuBar()->isEnabled() && form->groupProgressWindow() &&
-               form->groupProgressWindow()->isVisible() &&
-               QApplication::activeModalWidget() == form->groupProgressWindow();
+        return form->groupRewrite()->running() && !form->centralWidget()->isEnabled() &&
+               !form->menuBar()->isEnabled() && form->groupRewrite()->progressWindow() &&
+               form->groupRewrite()->progressWindow()->isVisible() &&
+               QApplication::activeModalWidget() == form->groupRewrite()->progressWindow();
     }
 
     QStringList captions;
@@ -97,8 +98,8 @@ TEST_F(GroupRewrite, NoOnEitherQuestionChangesNothing) {
     f.optionChangeItem->trigger();
     dialogs->AnswerBox(TD::IdNo);
     f.labourCostChangeItem->trigger();
-    EXPECT_FALSE(f.groupRewriteRunning());
-    EXPECT_EQ(f.groupProgressWindow(), nullptr);
+    EXPECT_FALSE(f.groupRewrite()->running());
+    EXPECT_EQ(f.groupRewrite()->progressWindow(), nullptr);
     EXPECT_EQ(table(), before);
     EXPECT_TRUE(dialogs->Messages().empty());
 
@@ -144,9 +145,9 @@ TEST_F(GroupRewrite, OptionChangeGivesTheGroupTheDisplayedOptionsAndRecomputesIt
 
     dialogs->AnswerBox(TD::IdYes);
     f.optionChangeAction->trigger();
-    EXPECT_TRUE(f.groupRewriteRunning()); // the command ends while the thread works
-    f.waitForGroupRewrite();
-    EXPECT_FALSE(f.groupRewriteRunning());
+    EXPECT_TRUE(f.groupRewrite()->running()); // the command ends while the thread works
+    f.groupRewrite()->waitForEnd();
+    EXPECT_FALSE(f.groupRewrite()->running());
 
     PipeRow shown = rows()[OptionRow];
     PipeTypeOptions o(shown);
@@ -194,7 +195,7 @@ TEST_F(GroupRewrite, RefrigerantModeGoesToTheWholeGroup) {
     f.modeRadio->SetItemIndex(1);
     dialogs->AnswerBox(TD::IdYes);
     f.optionChangeAction->trigger();
-    f.waitForGroupRewrite();
+    f.groupRewrite()->waitForEnd();
     for (int kan = 1; kan <= GroupPipeTypes; ++kan)
         EXPECT_EQ(stored(1, kan, 60, "FLAG"), "1") << kan;
     EXPECT_EQ(stored(2, 1, 60, "FLAG"), "0");
@@ -225,14 +226,14 @@ TEST_F(GroupRewrite, BaseLabourCostsGoToEveryGroupButOnlyTheCurrentIsRecomputed)
     dialogs->AnswerBox(TD::IdYes);
     f.labourCostChangeAction->trigger();
     // "基礎工費を変更しました。" at once, while the thread works.
-    EXPECT_TRUE(f.groupRewriteRunning());
+    EXPECT_TRUE(f.groupRewrite()->running());
     ASSERT_EQ(dialogs->Boxes().size(), 2u);
     EXPECT_EQ(dialogs->Boxes()[0].content.section(U("\r\n"), 1, 1), U("原価=27000円 提出=31234円"));
     EXPECT_EQ(dialogs->Boxes()[1].instruction, U("確認"));
     EXPECT_EQ(dialogs->Boxes()[1].content, U("基礎工費を変更しました。"));
     EXPECT_EQ(dialogs->Boxes()[1].buttons, TD::ButtonOk);
     EXPECT_EQ(messagesWith("終了しました。"), 0);
-    f.waitForGroupRewrite();
+    f.groupRewrite()->waitForEnd();
     EXPECT_EQ(messagesWith("終了しました。"), 1);
 
     // Every option row with UKEY 60, in every group, and no other.
@@ -270,7 +271,7 @@ TEST_F(GroupRewrite, TheFormIsClosedToTheUserUntilTheEndHasBeenShown) {
         if (t != U("データ更新中:1-5-12/") || checked) return;
         checked = true;
         EXPECT_TRUE(formClosedToTheUser());
-        auto* bar = f.groupProgressWindow()->findChild<QProgressBar*>("GroupProgressBar");
+        auto* bar = f.groupRewrite()->progressWindow()->findChild<QProgressBar*>("GroupProgressBar");
         ASSERT_NE(bar, nullptr);
         EXPECT_EQ(bar->maximum(), GroupRewriteSteps);
         // The bar follows at most a screen frame behind the caption.
@@ -285,15 +286,15 @@ TEST_F(GroupRewrite, TheFormIsClosedToTheUserUntilTheEndHasBeenShown) {
         QTest::mouseClick(f.saveButton, Qt::LeftButton);
         f.optionChangeAction->trigger(); // asks nothing while a run works
         // The progress window stays up against Esc.
-        QTest::keyClick(f.groupProgressWindow(), Qt::Key_Escape);
-        EXPECT_TRUE(f.groupProgressWindow()->isVisible());
+        QTest::keyClick(f.groupRewrite()->progressWindow(), Qt::Key_Escape);
+        EXPECT_TRUE(f.groupRewrite()->progressWindow()->isVisible());
         // It still paints.
-        EXPECT_FALSE(f.groupProgressWindow()->grab().isNull());
+        EXPECT_FALSE(f.groupRewrite()->progressWindow()->grab().isNull());
     });
     dialogs->OnMessage = [&] { lockedAtTheEnd = formClosedToTheUser(); };
     dialogs->AnswerBox(TD::IdYes);
     f.optionChangeAction->trigger();
-    f.waitForGroupRewrite();
+    f.groupRewrite()->waitForEnd();
     EXPECT_TRUE(checked);
     EXPECT_TRUE(lockedAtTheEnd);
     EXPECT_EQ(messagesWith("終了しました。"), 1);
@@ -304,7 +305,7 @@ TEST_F(GroupRewrite, TheFormIsClosedToTheUserUntilTheEndHasBeenShown) {
     // Open again afterwards.
     EXPECT_TRUE(f.centralWidget()->isEnabled());
     EXPECT_TRUE(f.menuBar()->isEnabled());
-    EXPECT_FALSE(f.groupProgressWindow()->isVisible());
+    EXPECT_FALSE(f.groupRewrite()->progressWindow()->isVisible());
     EXPECT_EQ(QApplication::activeModalWidget(), nullptr);
     if (focusBefore) {
         EXPECT_EQ(f.focusWidget(), focusBefore);
@@ -328,7 +329,7 @@ TEST_F(GroupRewrite, AFailingStatementShowsErrorAndTheRunGoesOn) {
               optionsBefore.size());
     dialogs->AnswerBox(TD::IdYes);
     f.optionChangeAction->trigger();
-    f.waitForGroupRewrite();
+    f.groupRewrite()->waitForEnd();
 
     ASSERT_EQ(dialogs->Messages().size(), 2u);
     EXPECT_EQ(dialogs->Messages()[0].text, "ERROR");
@@ -357,8 +358,8 @@ TEST_F(GroupRewrite, OptionChangeStopsWhenTheCurrentPipeTypeCannotBeSaved) {
     // The other pipe types keep their options: none has new options with
     // prices computed under the old ones.
     EXPECT_EQ(storedCurrency(1, 2, 60, "DATA6"), otherDigits);
-    EXPECT_FALSE(f.groupRewriteRunning());
-    f.waitForGroupRewrite();
+    EXPECT_FALSE(f.groupRewrite()->running());
+    f.groupRewrite()->waitForEnd();
     ASSERT_EQ(dialogs->Boxes().size(), 2u);
     EXPECT_EQ(dialogs->Boxes()[1].instruction, "ERROR");
     EXPECT_TRUE(captions.filter(U("データ更新中:")).isEmpty());
@@ -394,7 +395,7 @@ TEST_F(GroupRewrite, ClosingDuringARunLeavesEveryPipeTypeOfTheGroupWhole) {
     EXPECT_FALSE(closedAtOnce);
     EXPECT_TRUE(visibleAtTheEnd);
     EXPECT_FALSE(f.isVisible());
-    EXPECT_FALSE(f.groupRewriteRunning());
+    EXPECT_FALSE(f.groupRewrite()->running());
     EXPECT_EQ(messagesWith("終了しました。"), 1);
     EXPECT_EQ(captions.filter(U("データ更新中:")).size(), GroupRewriteSteps);
     form.reset();
@@ -411,7 +412,7 @@ TEST_F(GroupRewrite, AFailureOnTheWorkerOpensTheFormAgainAndIsShown) {
     const QByteArray goods = rows()[1].goodsBytes;
     dialogs->AnswerBox(TD::IdYes);
     f.optionChangeAction->trigger();
-    f.waitForGroupRewrite();
+    f.groupRewrite()->waitForEnd();
 
     ASSERT_EQ(dialogs->Boxes().size(), 2u);
     const ScriptedDialogs::Box& failure = dialogs->Boxes()[1];
@@ -424,10 +425,10 @@ TEST_F(GroupRewrite, AFailureOnTheWorkerOpensTheFormAgainAndIsShown) {
     EXPECT_EQ(failure.buttons, TD::ButtonOk);
     EXPECT_EQ(messagesWith("終了しました。"), 0);
     EXPECT_EQ(f.windowTitle(), U("データ更新中:1-5-59/"));
-    EXPECT_FALSE(f.groupRewriteRunning());
+    EXPECT_FALSE(f.groupRewrite()->running());
     EXPECT_TRUE(f.centralWidget()->isEnabled());
     EXPECT_TRUE(f.menuBar()->isEnabled());
-    EXPECT_FALSE(f.groupProgressWindow()->isVisible());
+    EXPECT_FALSE(f.groupRewrite()->progressWindow()->isVisible());
     // The rows are the current pipe type's, not the broken one's.
     EXPECT_EQ(rows()[1].goodsBytes, goods);
     // The commands work again.
@@ -456,7 +457,7 @@ TEST_F(GroupRewrite, ACloseWhileTheFailureIsShownClosesAfterItWithoutHanging) {
     EXPECT_TRUE(dialogs->Boxes()[1].instruction.endsWith(U("List index out of bounds (59)")));
     EXPECT_FALSE(closedInBox);
     EXPECT_FALSE(f.isVisible());
-    EXPECT_FALSE(f.groupRewriteRunning());
+    EXPECT_FALSE(f.groupRewrite()->running());
 }
 
 } // namespace

@@ -1,29 +1,25 @@
-// The main form: the two group rewrites and the run of the recalculation on a
-// worker thread, with the progress window that keeps the user off the rows
-// while the worker owns them.
-#include "shell/mainwindow.h"
-
-#include "platform/guithread.h"
+#include "shell/grouprewritecommands.h"
 
 #include "controls/numberedit.h"
 #include "engine/grouprewrite.h"
 #include "platform/application.h"
 #include "platform/datapaths.h"
 #include "platform/dialogs.h"
+#include "platform/guithread.h"
+#include "shell/mainwindow.h"
 #include "store/modulewrappersqlite.h"
 #include "store/pipetypestore.h"
 
+#include <QAction>
 #include <QApplication>
 #include <QCloseEvent>
 #include <QDialog>
-#include <QElapsedTimer>
 #include <QLabel>
 #include <QMenuBar>
 #include <QProgressBar>
 #include <QThread>
 #include <QVBoxLayout>
 
-#include <type_traits>
 #include <utility>
 
 namespace {
@@ -37,6 +33,8 @@ bool askToGoOn(QWidget* form, const QString& question) {
                           TaskDialog::IconQuestion, TaskDialog::ButtonYes | TaskDialog::ButtonNo,
                           question) != TaskDialog::IdNo;
 }
+
+} // namespace
 
 // The window over the form while a run works: the progress text and a bar
 // over the 20 x 59 steps. The person cannot close it; it goes when the run
@@ -53,32 +51,32 @@ public:
             new QLabel(QStringLiteral("複合単価を再計算し、データベースに登録しています。"
                                       "しばらくお待ちください。"),
                        this);
-        Text = new QLabel(this);
-        Text->setObjectName(QStringLiteral("GroupProgressText"));
-        Bar = new QProgressBar(this);
-        Bar->setObjectName(QStringLiteral("GroupProgressBar"));
-        Bar->setRange(0, GroupRewriteSteps);
-        Bar->setMinimumWidth(420);
+        text = new QLabel(this);
+        text->setObjectName(QStringLiteral("GroupProgressText"));
+        bar = new QProgressBar(this);
+        bar->setObjectName(QStringLiteral("GroupProgressBar"));
+        bar->setRange(0, GroupRewriteSteps);
+        bar->setMinimumWidth(420);
         layout->addWidget(notice);
-        layout->addWidget(Text);
-        layout->addWidget(Bar);
+        layout->addWidget(text);
+        layout->addWidget(bar);
     }
 
-    void Start() {
-        Text->clear();
-        Bar->setValue(0);
+    void start() {
+        text->clear();
+        bar->setValue(0);
         closable = false;
         show();
         raise();
         activateWindow();
     }
-    void Finish() {
+    void finish() {
         closable = true;
         hide();
     }
 
-    QLabel* Text = nullptr;
-    QProgressBar* Bar = nullptr;
+    QLabel* text = nullptr;
+    QProgressBar* bar = nullptr;
 
 protected:
     // Esc and the window's close do nothing while the run works.
@@ -96,72 +94,83 @@ private:
     bool closable = true;
 };
 
-} // namespace
-
-void MainWindow::connectGroupRewrites() {
-    for (QAction* a : {optionChangeAction, labourCostChangeAction})
+GroupRewriteCommands::GroupRewriteCommands(MainWindow& window, Dialogs& dialogs)
+    : QObject(&window), m_window(window), m_dialogs(dialogs) {
+    for (QAction* a : {window.optionChangeAction, window.labourCostChangeAction})
         a->setEnabled(true);
-    connect(optionChangeAction, &QAction::triggered, this, &MainWindow::changeGroupOptions);
-    connect(labourCostChangeAction, &QAction::triggered, this, &MainWindow::changeGroupLabourCosts);
+    connect(window.optionChangeAction, &QAction::triggered, this,
+            &GroupRewriteCommands::changeGroupOptions);
+    connect(window.labourCostChangeAction, &QAction::triggered, this,
+            &GroupRewriteCommands::changeGroupLabourCosts);
 }
 
-void MainWindow::changeGroupOptions() {
-    if (groupRewriteRunning() || !rowsAreLoaded(QStringLiteral("実行できません。"))) return;
-    if (!askToGoOn(this, QStringLiteral("グループ内の計算オプションを、表示中のものに変更していい"
+GroupRewriteCommands::~GroupRewriteCommands() {
+    waitForEnd();
+}
+
+QDialog* GroupRewriteCommands::progressWindow() const {
+    return m_progress;
+}
+
+void GroupRewriteCommands::changeGroupOptions() {
+    if (m_running || !m_window.rowsAreLoaded(QStringLiteral("実行できません。"))) return;
+    if (!askToGoOn(&m_window, QStringLiteral("グループ内の計算オプションを、表示中のものに変更していい"
                                         "ですか?\r\n") +
                              RecalcNotice))
         return;
-    applyControls();
+    m_window.applyControls();
     // The run loads the current pipe type from the table again: rows whose
     // save did not reach the database would be lost by it, so they stay on
     // the form (the save has shown why). Only then do the other pipe types
     // take the options, so that none is left with new options and prices
     // computed under the old ones.
-    if (saveCurrentPipeType(0) != SaveResult::Saved) return;
-    ExecStatement(paths().exDatabase, OptionChangeStatement(rows()[OptionRow], currentGroup));
+    if (m_window.saveCurrentPipeType(0) != MainWindow::SaveResult::Saved) return;
+    ExecStatement(m_window.workspace().paths().exDatabase,
+                  OptionChangeStatement(m_window.document().rows()[OptionRow],
+                                        m_window.currentGroup));
     rewriteGroup(1);
 }
 
-void MainWindow::changeGroupLabourCosts() {
-    if (groupRewriteRunning() || !rowsAreLoaded(QStringLiteral("実行できません。"))) return;
-    const Currency cost = labourCostCostEdit->StoredCurrency();
-    const Currency submitted = labourCostSubmittedEdit->StoredCurrency();
-    if (!askToGoOn(this, QStringLiteral("全データの基礎工費を変更しますか?\r\n原価=") +
+void GroupRewriteCommands::changeGroupLabourCosts() {
+    if (m_running || !m_window.rowsAreLoaded(QStringLiteral("実行できません。"))) return;
+    const Currency cost = m_window.labourCostCostEdit->StoredCurrency();
+    const Currency submitted = m_window.labourCostSubmittedEdit->StoredCurrency();
+    if (!askToGoOn(&m_window, QStringLiteral("全データの基礎工費を変更しますか?\r\n原価=") +
                              CurrToStr(cost) + QStringLiteral("円 提出=") + CurrToStr(submitted) +
                              QStringLiteral("円\r\n") + RecalcNotice))
         return;
-    ExecStatement(paths().exDatabase, LabourChangeStatement(cost, submitted));
+    ExecStatement(m_window.workspace().paths().exDatabase, LabourChangeStatement(cost, submitted));
     rewriteGroup(1);
-    ShowInfoDialog(this, QStringLiteral("確認"), QStringLiteral("基礎工費を変更しました。"));
+    ShowInfoDialog(&m_window, QStringLiteral("確認"), QStringLiteral("基礎工費を変更しました。"));
 }
 
-void MainWindow::rewriteGroup(int kind) {
-    if (groupRunning_) return;
+void GroupRewriteCommands::rewriteGroup(int kind) {
+    if (m_running) return;
     // What was left of an earlier run's thread.
-    if (groupThread_) {
-        groupThread_->wait();
-        delete groupThread_;
-        groupThread_ = nullptr;
+    if (m_thread) {
+        m_thread->wait();
+        delete m_thread;
+        m_thread = nullptr;
     }
-    if (!groupProgress_) groupProgress_ = new GroupProgressDialog(this);
+    if (!m_progress) m_progress = new GroupProgressDialog(&m_window);
 
     // From here until the end has been shown the worker is the one user of
     // the rows: every control of the form and the menu are closed, and the
     // modal progress window takes the keyboard and the mouse.
-    groupRunning_ = true;
-    groupFocus_ = QApplication::focusWidget();
-    centralWidget()->setEnabled(false);
-    menuBar()->setEnabled(false);
-    static_cast<GroupProgressDialog*>(groupProgress_)->Start();
-    groupProgressShown_.invalidate();
+    m_running = true;
+    m_focus = QApplication::focusWidget();
+    m_window.centralWidget()->setEnabled(false);
+    m_window.menuBar()->setEnabled(false);
+    m_progress->start();
+    m_progressShown.invalidate();
 
     // The worker has its own rows and connections and touches nothing of
-    // the form: it hands the progress and its end over to this thread.
-    const QString caption = windowTitle();
-    const QString path = paths().exDatabase;
-    Dialogs& dialogs = CurrentDialogs();
-    const int grp = currentGroup;
-    groupThread_ = QThread::create([this, kind, caption, path, &dialogs, grp] {
+    // the window: it hands the progress and its end over to this thread.
+    const QString caption = m_window.windowTitle();
+    const QString path = m_window.workspace().paths().exDatabase;
+    Dialogs& dialogs = m_dialogs;
+    const int grp = m_window.currentGroup;
+    m_thread = QThread::create([this, kind, caption, path, &dialogs, grp] {
         std::exception_ptr failure;
         // The rows' progress goes over in batches, a few a screen frame; the
         // window still shows every row's caption in turn.
@@ -171,7 +180,7 @@ void MainWindow::rewriteGroup(int kind) {
         auto send = [&] {
             if (texts.isEmpty()) return;
             PostToThreadOf(this, [this, batch = std::exchange(texts, {}), step = lastStep] {
-                showGroupProgress(batch, step);
+                showProgress(batch, step);
             });
             sinceSent.start();
         };
@@ -185,84 +194,84 @@ void MainWindow::rewriteGroup(int kind) {
             failure = std::current_exception();
         }
         send(); // the last rows, before the end
-        OnGuiThread([this, caption, failure] { endGroupRewrite(caption, failure); });
+        OnGuiThread([this, caption, failure] { end(caption, failure); });
     });
-    groupThread_->setObjectName(QStringLiteral("groupRewrite"));
-    groupThread_->start();
+    m_thread->setObjectName(QStringLiteral("groupRewrite"));
+    m_thread->start();
 }
 
-void MainWindow::showGroupProgress(const QStringList& texts, int step) {
+void GroupRewriteCommands::showProgress(const QStringList& texts, int step) {
     for (const QString& text : texts)
-        setWindowTitle(text);
+        m_window.setWindowTitle(text);
     const QString& text = texts.last();
     // The caption follows every row; the progress window, whose layout costs
     // far more than the row, at most once a screen frame, and at the end.
-    if (groupProgressShown_.isValid() && groupProgressShown_.elapsed() < 16 &&
-        step < GroupRewriteSteps)
+    if (m_progressShown.isValid() && m_progressShown.elapsed() < 16 && step < GroupRewriteSteps)
         return;
-    groupProgressShown_.start();
-    auto* progress = static_cast<GroupProgressDialog*>(groupProgress_);
-    progress->Text->setText(text);
-    progress->Bar->setValue(step);
+    m_progressShown.start();
+    m_progress->text->setText(text);
+    m_progress->bar->setValue(step);
 }
 
-void MainWindow::endGroupRewrite(const QString& caption, std::exception_ptr failure) {
-    auto reopen = [this] {
-        // The snapshot is of the rows before the run: an undo now would bring
-        // them back out of step with the group.
-        document().setUndoAvailable(false);
-        static_cast<GroupProgressDialog*>(groupProgress_)->Finish();
-        centralWidget()->setEnabled(true);
-        menuBar()->setEnabled(true);
-        activateWindow();
-        if (groupFocus_) groupFocus_->setFocus();
-        groupRunning_ = false;
-    };
+void GroupRewriteCommands::reopenWindow() {
+    // The snapshot is of the rows before the run: an undo now would bring
+    // them back out of step with the group.
+    m_window.document().setUndoAvailable(false);
+    m_progress->finish();
+    m_window.centralWidget()->setEnabled(true);
+    m_window.menuBar()->setEnabled(true);
+    m_window.activateWindow();
+    if (m_focus) m_focus->setFocus();
+    m_running = false;
+}
+
+void GroupRewriteCommands::end(const QString& caption, std::exception_ptr failure) {
     // A close that came during the run goes on once the end has been shown.
     struct CloseWhenShown {
-        MainWindow* form;
+        GroupRewriteCommands* commands;
         ~CloseWhenShown() {
-            if (!form->closeAfterGroupRewrite_) return;
-            form->closeAfterGroupRewrite_ = false;
+            if (!commands->m_closeWhenEnded) return;
+            commands->m_closeWhenEnded = false;
             QMetaObject::invokeMethod(
-                form, [f = form] { f->close(); }, Qt::QueuedConnection);
+                &commands->m_window, [w = &commands->m_window] { w->close(); },
+                Qt::QueuedConnection);
         }
     } closeWhenShown{this};
     // The pipe type on the sheet as the run has stored it; the rows stay as
     // they were when it cannot be read.
     try {
-        workspace_->bringBackPipeType(currentGroup, currentPipeType);
+        m_window.workspace().bringBackPipeType(m_window.currentGroup, m_window.currentPipeType);
     } catch (...) {
         if (!failure) failure = std::current_exception();
     }
     if (failure) {
         // The run ends where it failed, its last progress in the caption;
-        // the failure is shown like any other and the form opens again. The
-        // run counts as going until then, so a close during the box waits
-        // for its end like any other.
-        static_cast<GroupProgressDialog*>(groupProgress_)->Finish();
+        // the failure is shown like any other and the window opens again.
+        // The run counts as going until then, so a close during the box
+        // waits for its end like any other.
+        m_progress->finish();
         ShowException(failure);
-        reopen();
+        reopenWindow();
         return;
     }
-    setWindowTitle(caption);
+    m_window.setWindowTitle(caption);
     try {
-        CurrentDialogs().Message(this, ApplicationTitle(), QStringLiteral("終了しました。"));
+        m_dialogs.Message(&m_window, ApplicationTitle(), QStringLiteral("終了しました。"));
     } catch (...) {
-        reopen();
+        reopenWindow();
         throw;
     }
-    reopen();
+    reopenWindow();
 }
 
-void MainWindow::waitForGroupRewrite() {
+void GroupRewriteCommands::waitForEnd() {
     // The worker's last step is a call into this thread, so the wait serves
     // events instead of blocking.
-    while (groupRunning_)
+    while (m_running)
         QCoreApplication::processEvents(QEventLoop::AllEvents | QEventLoop::WaitForMoreEvents);
-    if (groupThread_) {
-        groupThread_->wait();
-        delete groupThread_;
-        groupThread_ = nullptr;
+    if (m_thread) {
+        m_thread->wait();
+        delete m_thread;
+        m_thread = nullptr;
     }
 }
