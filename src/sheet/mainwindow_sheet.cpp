@@ -671,3 +671,10 @@ void MainWindow::layoutGrids() {
     // compositeGrid takes the rest of the panel; its columns fit in it.
     compositeGrid->setMinimumWidth(0);
 }
+
+QStringList MainWindow::tabCaptions() const {
+    QStringList captions;
+    for (int t = 0; t < tabs->count(); ++t)
+        captions << tabs->tabText(t);
+    return captions;
+}

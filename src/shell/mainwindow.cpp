@@ -4,6 +4,7 @@
 #include "controls/controlerrors.h"
 #include "platform/application.h"
 #include "platform/datapaths.h"
+#include "output/outputcommands.h"
 #include "platform/dialogs.h"
 #include "shell/grouprewritecommands.h"
 #include "shell/settingsfiles.h"
@@ -31,8 +32,7 @@ MainWindow::MainWindow(const QString& launchString, QWidget* parent) : QMainWind
     buildSheet();
     setupLibraryCommands();
     groupRewrite_ = new GroupRewriteCommands(*this, CurrentDialogs());
-    connectOutputs();
-    setupPrintAction();
+    outputs_ = new OutputCommands(*this, CurrentDialogs());
     setGeometry(DefaultLeft, DefaultTop, DefaultWidth, DefaultHeight);
     connect(&document(), &PipeTypeDocument::undoAvailableChanged, undoAction, &QAction::setEnabled);
     connectEditCommands();

@@ -35,6 +35,7 @@ class CheckBox;
 class EditCombo;
 class FixedList;
 class GroupRewriteCommands;
+class OutputCommands;
 class GradientPanel;
 class NumberEdit;
 class RadioGroup;
@@ -335,14 +336,6 @@ public:
     void groupNamingTriggered();
     void nameGroup(int tag);
 
-    // ---- Print hand-off (src/output/mainwindow_print.cpp) ---------------
-    // Enables printAction and joins it to printPipeType; called as the
-    // form is built.
-    void setupPrintAction();
-    // "印  刷": writes the three hand-off files under the data root's printdata and
-    // starts the print program without waiting.
-    void printPipeType();
-
     // Makes the menu item follow the action and run it.
     static void bindAction(QAction* item, QAction* action);
 
@@ -388,18 +381,8 @@ public:
     void movePipeType(int d);
     // The end of every paste: the rows to the screen, the node's name, undo.
     void finishPaste(bool renameNode);
-    // ---- Outputs (src/output/mainwindow_output.cpp) ---------------------
-    // Joins and enables the items of "外部データ入出力(&O)"; called at construction.
-    void connectOutputs();
-    // The pipe type on screen as text: 0 CSV file, 1 clipboard, 2 the data
-    // file of the print hand-off (no dialog, no message).
-    void exportRows(int mode);
     // The captions of tabs, in order.
     QStringList tabCaptions() const;
-    void exportCsvFile();
-    void exportToClipboard();
-    // "エクセル出力": the saved group as a workbook, opened on the desktop.
-    void exportWorkbook();
 
 protected:
     void showEvent(QShowEvent* event) override;
@@ -442,6 +425,11 @@ private:
 public:
     // The group rewrites of the edit menu and their run.
     GroupRewriteCommands* groupRewrite() const { return groupRewrite_; }
+    // The outputs and the print command.
+    OutputCommands* outputs() const { return outputs_; }
+
+private:
+    OutputCommands* outputs_ = nullptr;
 };
 
 // The program file's folder, as the install folder check shows it.

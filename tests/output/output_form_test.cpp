@@ -1,5 +1,6 @@
 // The outputs on the main window: CSV file, clipboard, the print data and
 // the workbook of a group, on the demo database.
+#include "output/outputcommands.h"
 #include "../support/modal.h"
 #include "../support/workspace_fixture.h"
 
@@ -59,7 +60,7 @@ protected:
         const QString path = dir.filePath(QStringLiteral("out.CSV"));
         answerOptions(headings, results);
         dialogs->AnswerFile(path);
-        form->exportCsvFile();
+        form->outputs()->exportCsvFile();
         return ReadBytes(path);
     }
     void selectGrid2(int col, int row) {
@@ -127,7 +128,7 @@ TEST_F(OutputForm, CsvGetsItsDefaultExtensionAndReplacesTheFile) {
     old.close();
     answerOptions(false, true);
     dialogs->AnswerFile(path);
-    form->exportCsvFile();
+    form->outputs()->exportCsvFile();
     const QByteArray bytes = ReadBytes(path + QStringLiteral(".CSV"));
     EXPECT_EQ(bytes, Golden("csv_piping_results.txt", bytes));
 }
@@ -145,7 +146,7 @@ TEST_F(OutputForm, ClipboardOfRefrigerantTypeWithFactors) {
     open();
     openRefrigerant();
     answerOptions(false, false);
-    form->exportToClipboard();
+    form->outputs()->exportToClipboard();
     const QByteArray text = ToAnsi(dialogs->Clipboard());
     QByteArray golden = Golden("csv_refrigerant_factors.txt", text + "\r\n");
     EXPECT_EQ(text + "\r\n", golden);
@@ -158,7 +159,7 @@ TEST_F(OutputForm, ClipboardMatchesTheCsvFileWithoutItsLastLineEnd) {
     open();
     const QByteArray file = csv(true, false);
     answerOptions(true, false);
-    form->exportToClipboard();
+    form->outputs()->exportToClipboard();
     EXPECT_EQ(ToAnsi(dialogs->Clipboard()) + "\r\n", file);
 }
 
@@ -166,7 +167,7 @@ TEST_F(OutputForm, CancelProducesNothingAndStillMovesTheSelection) {
     open();
     selectGrid2(3, 5);
     answerOptions(true, true, false);
-    form->exportCsvFile();
+    form->outputs()->exportCsvFile();
     EXPECT_TRUE(dialogs->FileQuestions().empty());
     EXPECT_TRUE(dialogs->Boxes().empty());
     EXPECT_EQ(form->materialGrid->Selection().Left, 1);
@@ -177,7 +178,7 @@ TEST_F(OutputForm, CancelProducesNothingAndStillMovesTheSelection) {
     selectGrid2(2, 3);
     dialogs->SetClipboard(U("before"));
     answerOptions(true, true, false);
-    form->exportToClipboard();
+    form->outputs()->exportToClipboard();
     EXPECT_EQ(dialogs->Clipboard(), U("before"));
     EXPECT_EQ(form->materialGrid->Selection().Left, 1);
     EXPECT_EQ(form->materialGrid->Selection().Top, 3);
@@ -187,7 +188,7 @@ TEST_F(OutputForm, CancelledSaveDialogWritesNothingAndSaysNothing) {
     open();
     answerOptions(true, false);
     dialogs->AnswerFile(QString());
-    form->exportCsvFile();
+    form->outputs()->exportCsvFile();
     EXPECT_TRUE(dialogs->Boxes().empty());
     EXPECT_EQ(QDir(dir.path()).entryList(QDir::Files), QStringList());
 }
@@ -197,7 +198,7 @@ TEST_F(OutputForm, PrintDataHasNoDialogNoMessageAndKeepsTheMinus) {
     selectGrid2(2, 4);
     rows()[1].submittedUnitPrice = StrToCurr(U("-1234"));
     rows()[1].submittedAmounts[4] = StrToCurr(U("-56789"));
-    form->exportRows(ExportPrint);
+    form->outputs()->exportRows(ExportPrint);
     EXPECT_EQ(form->materialGrid->Selection().Left, 1);
     EXPECT_TRUE(dialogs->Boxes().empty());
     const QByteArray bytes = ReadBytes(PrintDataPath(dataRoot));
@@ -246,7 +247,7 @@ TEST_F(OutputForm, ExcelOutFailingToOpenShowsTheErrorBoxUnderTheBusyCaption) {
     dialogs->SetOpenResult(false);
     QString captionDuringBox;
     dialogs->OnBox = [&] { captionDuringBox = form->windowTitle(); };
-    form->exportWorkbook();
+    form->outputs()->exportWorkbook();
     ASSERT_EQ(dialogs->Boxes().size(), 1u);
     EXPECT_EQ(dialogs->Boxes()[0].title, U("エラー"));
     EXPECT_EQ(dialogs->Boxes()[0].instruction, U("起動に失敗しました"));
@@ -259,7 +260,7 @@ TEST_F(OutputForm, ExcelOutWithoutTempFolderFailsAndGivesTheCaptionBack) {
     open();
     const QString title = form->windowTitle();
     ASSERT_TRUE(QDir(dataRoot + U("/temp")).removeRecursively());
-    EXPECT_THROW(form->exportWorkbook(), FileError);
+    EXPECT_THROW(form->outputs()->exportWorkbook(), FileError);
     EXPECT_EQ(form->windowTitle(), title);
     EXPECT_TRUE(dialogs->Documents().isEmpty());
     EXPECT_TRUE(QDir(dataRoot).entryList({U("*.xlsx")}, QDir::Files).isEmpty());

@@ -3,6 +3,7 @@
 // of a group rewrite, a data folder that goes away, a library folder that
 // cannot be written, a database file that is none. Each ends without a
 // crash, with a Japanese message, and with every row saved before intact.
+#include "output/outputcommands.h"
 #include "controls/strcgrid.h"
 #include "edit/fdkfile.h"
 #include "output/exceloptionsdialog.h"
@@ -338,7 +339,7 @@ TEST_F(Faults, AFullDiskKeepsTheOldCsvAndPrintFilesWhole) {
         dialogs->AnswerFile(csv);
         // The CSV command's failure goes to the program's error handler.
         try {
-            f.exportCsvFile();
+            f.outputs()->exportCsvFile();
             ADD_FAILURE() << "the CSV was written on a full disk";
         } catch (const FileError& e) {
             EXPECT_TRUE(QString::fromUtf8(e.what()).contains(U("ディスクに空きがありません")))
@@ -385,7 +386,7 @@ TEST_F(Faults, PrintAndTempFoldersThatCannotBeWrittenKeepTheirFiles) {
         f.printAction->trigger();
         // The Excel command's failure goes to the program's error handler.
         try {
-            f.exportWorkbook();
+            f.outputs()->exportWorkbook();
         } catch (const std::exception& e) {
             excelError = QString::fromUtf8(e.what());
         }

@@ -1,0 +1,123 @@
+#include "output/outputcommands.h"
+
+#include "controls/strcgrid.h"
+#include "output/exceloptionsdialog.h"
+#include "output/excelstream.h"
+#include "output/excelworkbook.h"
+#include "output/exportrows.h"
+#include "output/printhandoff.h"
+#include "platform/application.h"
+#include "platform/datapaths.h"
+#include "platform/dialogs.h"
+#include "shell/formwidgets.h"
+#include "shell/mainwindow.h"
+#include "store/codepage.h"
+#include "store/piperow.h"
+
+#include <QAction>
+#include <QCheckBox>
+#include <QDateTime>
+#include <QFileInfo>
+
+#include <memory>
+
+OutputCommands::OutputCommands(MainWindow& window, Dialogs& dialogs)
+    : QObject(&window), m_window(window), m_dialogs(dialogs) {
+    connect(window.csvFileItem, &QAction::triggered, this, &OutputCommands::exportCsvFile);
+    connect(window.clipboardItem, &QAction::triggered, this, &OutputCommands::exportToClipboard);
+    connect(window.excelOutAction, &QAction::triggered, this, &OutputCommands::exportWorkbook);
+    connect(window.printAction, &QAction::triggered, this, [this] {
+        try {
+            printPipeType();
+        } catch (...) {
+            HandleCurrentException();
+        }
+    });
+    for (QAction* a :
+         {window.csvFileItem, window.clipboardItem, window.excelOutAction, window.printAction})
+        a->setEnabled(true);
+}
+
+ExportSheet OutputCommands::sheetTexts() const {
+    ExportSheet sheet;
+    sheet.tabCaptions = m_window.tabCaptions();
+    for (int i = 0; i < 3; ++i)
+        sheet.statusPanels[std::size_t(i)] = m_window.statusPanel(i);
+    return sheet;
+}
+
+void OutputCommands::showSubmittedSide(int row) {
+    m_window.materialGrid->SetSelection(TGridRect{1, row, 1, row});
+}
+
+void OutputCommands::exportRows(int mode) {
+    const auto dialog = std::make_unique<ExcelOptionsDialog>(&m_window);
+    int result = ExcelOptionsDialog::ResultCancel;
+    if (mode != ExportPrint) result = dialog->exec();
+    showSubmittedSide(m_window.materialGrid->Selection().Top);
+    if (mode != ExportPrint && result == ExcelOptionsDialog::ResultCancel) return;
+
+    ExportOptions options;
+    options.headings = dialog->headingsCheck->isChecked();
+    options.resultsOnly = dialog->resultsCheck->isChecked();
+    const QByteArray text =
+        ExportRowsText(mode, m_window.document().rows(), sheetTexts(), options);
+
+    if (mode == ExportCsv) {
+        QString name = m_dialogs.SaveFileName(&m_window, QString(), QString(),
+                                              QStringLiteral("*.CSV"));
+        if (name.isEmpty()) return;
+        if (QFileInfo(name).suffix().isEmpty()) name += QStringLiteral(".CSV");
+        WriteExportFile(name, text);
+        ShowInfoDialog(&m_window, QStringLiteral("確認"), QStringLiteral("ＣＳＶ出力しました。"));
+    } else if (mode == ExportClipboard) {
+        m_dialogs.SetClipboardText(FromAnsi(text));
+        ShowInfoDialog(&m_window, QStringLiteral("確認"),
+                       QStringLiteral("クリップボ－ドへコピ－しました。"));
+    } else if (mode == ExportPrint) {
+        WriteExportFile(PrintDataPath(m_window.workspace().paths().dataRoot), text);
+    }
+}
+
+void OutputCommands::exportCsvFile() {
+    exportRows(ExportCsv);
+}
+
+void OutputCommands::exportToClipboard() {
+    exportRows(ExportClipboard);
+}
+
+void OutputCommands::exportWorkbook() {
+    // The caption comes back also when the output fails half way.
+    struct CaptionBack {
+        MainWindow& window;
+        QString kept;
+        ~CaptionBack() { window.setWindowTitle(kept); }
+    } captionBack{m_window, m_window.windowTitle()};
+    m_window.setWindowTitle(ExcelOutCaption);
+
+    const DataPaths& paths = m_window.workspace().paths();
+    const QString streamPath = ExcelStreamPath(paths.dataRoot);
+    WriteExcelStream(streamPath,
+                     ExcelStream(paths.exDatabase, m_window.currentGroup, m_window.tabCaptions()));
+    const QString book = ExcelWorkbookPath(paths.dataRoot, QDateTime::currentDateTime());
+    WriteExcelWorkbook(streamPath, book);
+    if (!m_dialogs.OpenDocument(book))
+        ShowTaskDialog(&m_window, QStringLiteral("エラー"), QStringLiteral("起動に失敗しました"),
+                       TaskDialog::IconError, TaskDialog::ButtonOk, QString());
+}
+
+void OutputCommands::printPipeType() {
+    showSubmittedSide(m_window.materialGrid->Row());
+    PrintHandOff h;
+    h.dataRoot = m_window.workspace().paths().dataRoot;
+    h.styleIndex = m_window.printStyleRadio->ItemIndex();
+    h.iconPath = ApplicationIconPath();
+    h.date = PrintDate();
+    // The rows as they stand: no snapshot, no save, no recalculation. A
+    // failed write raises and stops here, before the program is started.
+    WritePrintHandOff(h, m_window.document().rows(), sheetTexts());
+
+    // Not waited for; a failed start is not reported.
+    m_dialogs.StartProcess(PrintProgramPath(), PrintProgramArguments(h.dataRoot), QString());
+}
