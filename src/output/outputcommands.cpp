@@ -60,12 +60,11 @@ void OutputCommands::exportRows(int mode) {
     ExportOptions options;
     options.headings = dialog->headingsCheck->isChecked();
     options.resultsOnly = dialog->resultsCheck->isChecked();
-    const QByteArray text =
-        ExportRowsText(mode, m_window.document().rows(), sheetTexts(), options);
+    const QByteArray text = ExportRowsText(mode, m_window.document().rows(), sheetTexts(), options);
 
     if (mode == ExportCsv) {
-        QString name = m_dialogs.SaveFileName(&m_window, QString(), QString(),
-                                              QStringLiteral("*.CSV"));
+        QString name =
+            m_dialogs.SaveFileName(&m_window, QString(), QString(), QStringLiteral("*.CSV"));
         if (name.isEmpty()) return;
         if (QFileInfo(name).suffix().isEmpty()) name += QStringLiteral(".CSV");
         WriteExportFile(name, text);

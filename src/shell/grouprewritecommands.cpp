@@ -114,9 +114,10 @@ QDialog* GroupRewriteCommands::progressWindow() const {
 
 void GroupRewriteCommands::changeGroupOptions() {
     if (m_running || !m_window.rowsAreLoaded(QStringLiteral("実行できません。"))) return;
-    if (!askToGoOn(&m_window, QStringLiteral("グループ内の計算オプションを、表示中のものに変更していい"
-                                        "ですか?\r\n") +
-                             RecalcNotice))
+    if (!askToGoOn(&m_window,
+                   QStringLiteral("グループ内の計算オプションを、表示中のものに変更していい"
+                                  "ですか?\r\n") +
+                       RecalcNotice))
         return;
     m_window.applyControls();
     // The run loads the current pipe type from the table again: rows whose
@@ -125,9 +126,9 @@ void GroupRewriteCommands::changeGroupOptions() {
     // take the options, so that none is left with new options and prices
     // computed under the old ones.
     if (m_window.saveCurrentPipeType(0) != MainWindow::SaveResult::Saved) return;
-    ExecStatement(m_window.workspace().paths().exDatabase,
-                  OptionChangeStatement(m_window.document().rows()[OptionRow],
-                                        m_window.currentGroup));
+    ExecStatement(
+        m_window.workspace().paths().exDatabase,
+        OptionChangeStatement(m_window.document().rows()[OptionRow], m_window.currentGroup));
     rewriteGroup(1);
 }
 
@@ -136,8 +137,8 @@ void GroupRewriteCommands::changeGroupLabourCosts() {
     const Currency cost = m_window.labourCostCostEdit->StoredCurrency();
     const Currency submitted = m_window.labourCostSubmittedEdit->StoredCurrency();
     if (!askToGoOn(&m_window, QStringLiteral("全データの基礎工費を変更しますか?\r\n原価=") +
-                             CurrToStr(cost) + QStringLiteral("円 提出=") + CurrToStr(submitted) +
-                             QStringLiteral("円\r\n") + RecalcNotice))
+                                  CurrToStr(cost) + QStringLiteral("円 提出=") +
+                                  CurrToStr(submitted) + QStringLiteral("円\r\n") + RecalcNotice))
         return;
     ExecStatement(m_window.workspace().paths().exDatabase, LabourChangeStatement(cost, submitted));
     rewriteGroup(1);

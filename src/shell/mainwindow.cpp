@@ -2,9 +2,11 @@
 #include "shell/mainwindow.h"
 
 #include "controls/controlerrors.h"
+#include "edit/editcommands.h"
+#include "edit/librarycommands.h"
+#include "output/outputcommands.h"
 #include "platform/application.h"
 #include "platform/datapaths.h"
-#include "output/outputcommands.h"
 #include "platform/dialogs.h"
 #include "shell/grouprewritecommands.h"
 #include "shell/settingsfiles.h"
@@ -30,12 +32,12 @@ MainWindow::MainWindow(const QString& launchString, QWidget* parent) : QMainWind
     centralArea_->setObjectName(QStringLiteral("centralArea_"));
     setCentralWidget(centralArea_);
     buildSheet();
-    setupLibraryCommands();
+    library_ = new LibraryCommands(*this, CurrentDialogs());
     groupRewrite_ = new GroupRewriteCommands(*this, CurrentDialogs());
     outputs_ = new OutputCommands(*this, CurrentDialogs());
     setGeometry(DefaultLeft, DefaultTop, DefaultWidth, DefaultHeight);
     connect(&document(), &PipeTypeDocument::undoAvailableChanged, undoAction, &QAction::setEnabled);
-    connectEditCommands();
+    edits_ = new EditCommands(*this, CurrentDialogs());
     // Failures inside the controls' own event handling are shown like any
     // other failure.
     SetControlsExceptionHandler([](const QString& message) {

@@ -34,7 +34,9 @@ class BoxLabel;
 class CheckBox;
 class EditCombo;
 class FixedList;
+class EditCommands;
 class GroupRewriteCommands;
+class LibraryCommands;
 class OutputCommands;
 class GradientPanel;
 class NumberEdit;
@@ -339,48 +341,10 @@ public:
     // Makes the menu item follow the action and run it.
     static void bindAction(QAction* item, QAction* action);
 
-    // ---- The standard labour library (src/edit/mainwindow_library.cpp) ----
-    // Enables and joins saveLibraryAction and loadLibraryAction; run at construction.
-    void setupLibraryCommands();
-    void saveLibraryEntry();
-    void applyLibraryEntry();
-
-    // ---- Edit commands: copy and paste, moving, clearing, undo (src/edit) ----
-    // Enables the commands and joins them to their menu items.
-    void connectEditCommands();
-    QAction* detailPricesSeparator =
-        nullptr; // separator of copyDetailPricesItem and pasteDetailPricesItem, hidden
-    void copyWholeTable();
-    void copyPrices();
-    void copyAllFactors();
-    void copyLabourFactors();
-    void pasteWholeTable();
-    void pastePrices();
-    void pasteAllFactors();
-    void pasteLabourFactors();
-    void copyDetail();
-    void copyDetailPrices();
-    void copyDetailFactors();
-    void copyDetailLabour();
-    void copyDetailPricesAcross();
-    void pasteDetail();
-    void pasteDetailPrices();
-    void pasteDetailFactors();
-    void pasteDetailLabour();
-    void copyFirstDetailAcross();
-    void undo();
-    void moveUp();
-    void moveDown();
-    void clearPipeType();
-    void clearDetail();
-    // The eight paste items, in the order pasteWholeTableItem..4, pasteDetailItem..4.
-    std::array<QAction*, 8> pasteItems() const;
-    // The paste item of the last copy enabled, the other seven disabled.
-    void enableOnlyPaste(QAction* paste);
-    // Moves the pipe type on the sheet by d (-1 up, +1 down) in its group.
-    void movePipeType(int d);
-    // The end of every paste: the rows to the screen, the node's name, undo.
-    void finishPaste(bool renameNode);
+    // The pipe type on the sheet has been moved to place kan of its group:
+    // it stays current there, its node selected, the group's names shown
+    // again.
+    void followMovedPipeType(int kan);
     // The captions of tabs, in order.
     QStringList tabCaptions() const;
 
@@ -427,8 +391,14 @@ public:
     GroupRewriteCommands* groupRewrite() const { return groupRewrite_; }
     // The outputs and the print command.
     OutputCommands* outputs() const { return outputs_; }
+    // The standard labour library.
+    LibraryCommands* library() const { return library_; }
+    // Copy and paste, moving, clearing and undo.
+    EditCommands* edits() const { return edits_; }
 
 private:
+    EditCommands* edits_ = nullptr;
+    LibraryCommands* library_ = nullptr;
     OutputCommands* outputs_ = nullptr;
 };
 

@@ -437,3 +437,11 @@ void MainWindow::saveButtonClicked() {
 void MainWindow::saveItemTriggered() {
     saveCurrentPipeType(1);
 }
+
+void MainWindow::followMovedPipeType(int kan) {
+    currentPipeType = kan;
+    lastTreeNode_ = currentPipeTypeNode();
+    selectNodeQuietly(lastTreeNode_);
+    fillGroupNodes(currentGroup);
+    showPipeType();
+}

@@ -1,6 +1,7 @@
 // The edit commands on the real window offscreen, on a demo database made by
 // the suite stand-in: the menu items are triggered as the user's clicks would,
 // and the questions are answered by the scripted dialogs.
+#include "edit/editcommands.h"
 #include "controls/numberedit.h"
 #include "controls/strcgrid.h"
 #include "engine/calcrow.h"
@@ -127,10 +128,10 @@ TEST_F(EditCommands, MenuStateAtStartAfterACopyAndAfterAPaste) {
     EXPECT_FALSE(f.undoItem->isEnabled());
     EXPECT_FALSE(f.undoAction->isEnabled());
     // Out of reach.
-    ASSERT_NE(f.detailPricesSeparator, nullptr);
-    EXPECT_TRUE(f.detailPricesSeparator->isSeparator());
-    EXPECT_TRUE(f.detailMenu->actions().contains(f.detailPricesSeparator));
-    for (QAction* a : {f.copyDetailPricesItem, f.pasteDetailPricesItem, f.detailPricesSeparator,
+    ASSERT_NE(f.edits()->detailPricesSeparator(), nullptr);
+    EXPECT_TRUE(f.edits()->detailPricesSeparator()->isSeparator());
+    EXPECT_TRUE(f.detailMenu->actions().contains(f.edits()->detailPricesSeparator()));
+    for (QAction* a : {f.copyDetailPricesItem, f.pasteDetailPricesItem, f.edits()->detailPricesSeparator(),
                        f.copyDetailPricesAcrossItem})
         EXPECT_FALSE(a->isVisible()) << a->objectName().toStdString();
     // Piping mode: the spreading item is enabled and named by the tabs.
@@ -600,13 +601,13 @@ TEST_F(EditCommands, HiddenPriceSpreadTakesTheCopiedPricesAndDisablesThePastes) 
     // then spread over the other three.
     f.copyDetailPricesItem->trigger();
     EXPECT_TRUE(enabledPastes().isEmpty());
-    f.copyDetailPrices();
+    f.edits()->copyDetailPrices();
     f.copyAllFactorsItem->trigger();
     ASSERT_EQ(enabledPastes(), QStringList{QStringLiteral("pasteAllFactorsItem")});
     const QString option = fullRow(rows()[OptionRow]);
     for (int r = 16; r < OptionRow; ++r)
         rows()[r].costPrice = C("1");
-    f.copyDetailPricesAcross();
+    f.edits()->copyDetailPricesAcross();
     for (int r = 16; r < OptionRow; ++r)
         EXPECT_EQ(rows()[r].costPrice, ws().copyBuffer()[(r - 1) % 15 + 1].costPrice) << r;
     EXPECT_NE(rows()[17].costPrice, C("1"));

@@ -1,34 +1,34 @@
-// The main form: the standard labour library. An entry keeps every row of a
-// pipe type; applying one takes back only the sizes and the labour factors,
-// so the prices and the options of the pipe type on screen stay.
-#include "shell/mainwindow.h"
+#include "edit/librarycommands.h"
 
 #include "edit/fdkfile.h"
 #include "edit/labourlibrarydialog.h"
 #include "edit/partslibrary.h"
-#include "engine/calcrow.h"
 #include "platform/application.h"
 #include "platform/dialogs.h"
 #include "shell/formwidgets.h"
+#include "shell/mainwindow.h"
 #include "store/piperow.h"
 
 #include <QAction>
 
 #include <memory>
 
-void MainWindow::setupLibraryCommands() {
-    connect(saveLibraryAction, &QAction::triggered, this, &MainWindow::saveLibraryEntry);
-    connect(loadLibraryAction, &QAction::triggered, this, &MainWindow::applyLibraryEntry);
-    saveLibraryAction->setEnabled(true);
-    loadLibraryAction->setEnabled(true);
+LibraryCommands::LibraryCommands(MainWindow& window, Dialogs& dialogs)
+    : QObject(&window), m_window(window), m_dialogs(dialogs) {
+    connect(window.saveLibraryAction, &QAction::triggered, this,
+            &LibraryCommands::saveLibraryEntry);
+    connect(window.loadLibraryAction, &QAction::triggered, this,
+            &LibraryCommands::applyLibraryEntry);
+    window.saveLibraryAction->setEnabled(true);
+    window.loadLibraryAction->setEnabled(true);
 }
 
-void MainWindow::saveLibraryEntry() {
+void LibraryCommands::saveLibraryEntry() {
     // The name as it stands in the box, blanks and all.
-    const QString name = goodsBox->Text();
+    const QString name = m_window.goodsBox->Text();
     const QString problem = PartsNameProblem(name);
     if (!problem.isEmpty()) {
-        ShowInfoDialog(this, QStringLiteral("確認"), problem);
+        ShowInfoDialog(&m_window, QStringLiteral("確認"), problem);
         return;
     }
     // The rows as they stand: nothing is taken from the controls or
@@ -36,20 +36,20 @@ void MainWindow::saveLibraryEntry() {
     try {
         const QString folder = PartsLibraryFolder();
         MakePartsFolder(folder);
-        WriteFdkFile(PartsEntryPath(folder, name), rows());
+        WriteFdkFile(PartsEntryPath(folder, name), m_window.document().rows());
     } catch (...) {
         HandleCurrentException();
         return;
     }
-    ShowInfoDialog(this, QStringLiteral("確認"),
+    ShowInfoDialog(&m_window, QStringLiteral("確認"),
                    QStringLiteral("選択用標準歩掛として登録しました。"));
 }
 
-void MainWindow::applyLibraryEntry() {
-    LabourLibraryDialog* dialog = formDialogs_.library;
+void LibraryCommands::applyLibraryEntry() {
+    LabourLibraryDialog* dialog = m_window.formDialogs().library;
     std::unique_ptr<LabourLibraryDialog> own;
     if (!dialog) {
-        own = std::make_unique<LabourLibraryDialog>(this);
+        own = std::make_unique<LabourLibraryDialog>(&m_window);
         dialog = own.get();
     }
     dialog->setPanel(0, PartsExtension);
@@ -62,13 +62,13 @@ void MainWindow::applyLibraryEntry() {
     try {
         // A file that ends early stops here: the rows read so far keep what
         // they took, and the message says which they are.
-        ReadFdkFile(path, rows());
-        recalcAndShowTab();
+        ReadFdkFile(path, m_window.document().rows());
+        m_window.recalcAndShowTab();
         // No snapshot: the undo keeps the state before the last edit.
-        document().refreshLines();
+        m_window.document().refreshLines();
     } catch (...) {
         // The rows read before the failure count as changed all the same.
-        document().refreshLines();
+        m_window.document().refreshLines();
         HandleCurrentException();
     }
 }

@@ -1,0 +1,320 @@
+#include "edit/editcommands.h"
+
+#include "edit/fieldsets.h"
+#include "engine/calcrow.h"
+#include "platform/application.h"
+#include "platform/datapaths.h"
+#include "platform/dialogs.h"
+#include "shell/formwidgets.h"
+#include "shell/mainwindow.h"
+#include "store/modulewrappersqlite.h"
+#include "util/textlines.h"
+
+#include <QAction>
+#include <QMenu>
+#include <QTabBar>
+#include <QTreeWidget>
+
+namespace {
+
+// A command run from a menu item: a failure is shown like any other and the
+// program goes on.
+template <typename F> void guarded(F&& command) {
+    try {
+        command();
+    } catch (...) {
+        HandleCurrentException();
+    }
+}
+
+// One statement of a move: the pipe type at KAN old of group g gets KAN new.
+QString moveStatement(int g, int newKan, int oldKan) {
+    return QStringLiteral("UPDATE ex_kanzai SET KAN='") + QString::number(newKan) +
+           QStringLiteral("'") + QStringLiteral(" WHERE CTG=") + QStringLiteral("'") +
+           QStringLiteral("1") + QStringLiteral("'") + QStringLiteral(" and GRP=") +
+           QStringLiteral("'") + QString::number(g) + QStringLiteral("'") +
+           QStringLiteral(" and KAN=") + QStringLiteral("'") + QString::number(oldKan) +
+           QStringLiteral("'") + QStringLiteral(";") + QStringLiteral("\r\n");
+}
+
+// The position no pipe type uses, where one waits while two change places.
+constexpr int ParkingKan = 2000;
+constexpr int PipeTypesInGroup = 20;
+
+} // namespace
+
+EditCommands::EditCommands(MainWindow& window, Dialogs& dialogs)
+    : QObject(&window), m_window(window), m_dialogs(dialogs) {
+    auto join = [this](QAction* item, void (EditCommands::*handler)()) {
+        item->setEnabled(true);
+        connect(item, &QAction::triggered, this,
+                [this, handler] { guarded([&] { (this->*handler)(); }); });
+    };
+    join(m_window.copyWholeTableItem, &EditCommands::copyWholeTable);
+    join(m_window.copyPricesItem, &EditCommands::copyPrices);
+    join(m_window.copyAllFactorsItem, &EditCommands::copyAllFactors);
+    join(m_window.copyLabourFactorsItem, &EditCommands::copyLabourFactors);
+    join(m_window.pasteWholeTableItem, &EditCommands::pasteWholeTable);
+    join(m_window.pastePricesItem, &EditCommands::pastePrices);
+    join(m_window.pasteAllFactorsItem, &EditCommands::pasteAllFactors);
+    join(m_window.pasteLabourFactorsItem, &EditCommands::pasteLabourFactors);
+    join(m_window.copyDetailItem, &EditCommands::copyDetail);
+    join(m_window.copyDetailPricesItem, &EditCommands::copyDetailPrices);
+    join(m_window.copyDetailFactorsItem, &EditCommands::copyDetailFactors);
+    join(m_window.copyDetailLabourItem, &EditCommands::copyDetailLabour);
+    join(m_window.copyDetailPricesAcrossItem, &EditCommands::copyDetailPricesAcross);
+    join(m_window.pasteDetailItem, &EditCommands::pasteDetail);
+    join(m_window.pasteDetailPricesItem, &EditCommands::pasteDetailPrices);
+    join(m_window.pasteDetailFactorsItem, &EditCommands::pasteDetailFactors);
+    join(m_window.pasteDetailLabourItem, &EditCommands::pasteDetailLabour);
+    join(m_window.copyFirstDetailAcrossItem, &EditCommands::copyFirstDetailAcross);
+    join(m_window.clearPipeTypeItem, &EditCommands::clearPipeType);
+    join(m_window.clearDetailItem, &EditCommands::clearDetail);
+    // The paste items wait for a copy; the spreading of the first detail
+    // follows the mode, by showPipeType.
+    for (QAction* paste : pasteItems())
+        paste->setEnabled(false);
+    m_window.copyFirstDetailAcrossItem->setEnabled(false);
+    // The copy and paste of a detail's prices, their separator and the
+    // spreading of the copied prices stay out of reach.
+    m_detailPricesSeparator = new QAction(this);
+    m_detailPricesSeparator->setObjectName(QStringLiteral("detailPricesSeparator"));
+    m_detailPricesSeparator->setSeparator(true);
+    m_window.detailMenu->insertAction(m_window.pasteDetailFactorsItem, m_detailPricesSeparator);
+    for (QAction* hidden : {m_window.copyDetailPricesItem, m_window.pasteDetailPricesItem,
+                            m_detailPricesSeparator, m_window.copyDetailPricesAcrossItem})
+        hidden->setVisible(false);
+
+    connect(m_window.undoAction, &QAction::triggered, this,
+            [this] { guarded([this] { undo(); }); });
+    connect(m_window.moveUpAction, &QAction::triggered, this,
+            [this] { guarded([this] { moveUp(); }); });
+    connect(m_window.moveDownAction, &QAction::triggered, this,
+            [this] { guarded([this] { moveDown(); }); });
+    m_window.moveUpAction->setEnabled(true);
+    m_window.moveDownAction->setEnabled(true);
+}
+
+std::array<QAction*, 8> EditCommands::pasteItems() const {
+    return {m_window.pasteWholeTableItem,    m_window.pastePricesItem,
+            m_window.pasteAllFactorsItem,    m_window.pasteLabourFactorsItem,
+            m_window.pasteDetailItem,        m_window.pasteDetailPricesItem,
+            m_window.pasteDetailFactorsItem, m_window.pasteDetailLabourItem};
+}
+
+void EditCommands::enableOnlyPaste(QAction* paste) {
+    for (QAction* item : pasteItems())
+        item->setEnabled(item == paste);
+}
+
+void EditCommands::finishPaste(bool renameNode) {
+    m_window.showPipeType();
+    // The pasted rows count as changed: the next tree click or the close
+    // asks to save them.
+    m_window.document().refreshLines();
+    if (renameNode)
+        if (QTreeWidgetItem* node = m_window.currentPipeTypeNode())
+            node->setText(0, TrimBlanks(m_window.goodsBox->Text()));
+    // After showPipeType, which disables it.
+    m_window.document().setUndoAvailable(true);
+}
+
+// ---- Whole-table copy and paste ------------------------------------------------
+
+void EditCommands::copyWholeTable() {
+    CopyWholeTable(m_window.workspace().copyBuffer(), m_window.document().rows(), FieldSet::All);
+    enableOnlyPaste(m_window.pasteWholeTableItem);
+}
+
+void EditCommands::copyPrices() {
+    CopyWholeTable(m_window.workspace().copyBuffer(), m_window.document().rows(), FieldSet::Prices);
+    enableOnlyPaste(m_window.pastePricesItem);
+}
+
+void EditCommands::copyAllFactors() {
+    CopyWholeTable(m_window.workspace().copyBuffer(), m_window.document().rows(), FieldSet::Labour);
+    enableOnlyPaste(m_window.pasteAllFactorsItem);
+}
+
+void EditCommands::copyLabourFactors() {
+    CopyWholeTable(m_window.workspace().copyBuffer(), m_window.document().rows(),
+                   FieldSet::Pipefitter);
+    enableOnlyPaste(m_window.pasteLabourFactorsItem);
+}
+
+void EditCommands::pasteWholeTable() {
+    m_window.document().takeSnapshot();
+    CopyWholeTable(m_window.document().rows(), m_window.workspace().copyBuffer(), FieldSet::All);
+    finishPaste(true);
+}
+
+void EditCommands::pastePrices() {
+    m_window.document().takeSnapshot();
+    CopyWholeTable(m_window.document().rows(), m_window.workspace().copyBuffer(), FieldSet::Prices);
+    finishPaste(false);
+}
+
+void EditCommands::pasteAllFactors() {
+    m_window.document().takeSnapshot();
+    CopyWholeTable(m_window.document().rows(), m_window.workspace().copyBuffer(), FieldSet::Labour);
+    finishPaste(false);
+}
+
+void EditCommands::pasteLabourFactors() {
+    m_window.document().takeSnapshot();
+    CopyWholeTable(m_window.document().rows(), m_window.workspace().copyBuffer(),
+                   FieldSet::Pipefitter);
+    finishPaste(false);
+}
+
+// ---- Detail copy and paste ----------------------------------------------------------
+
+void EditCommands::copyDetail() {
+    CopyDetailOut(m_window.workspace().copyBuffer(), m_window.document().rows(),
+                  m_window.currentTab(), FieldSet::All);
+    enableOnlyPaste(m_window.pasteDetailItem);
+}
+
+void EditCommands::copyDetailPrices() {
+    CopyDetailOut(m_window.workspace().copyBuffer(), m_window.document().rows(),
+                  m_window.currentTab(), FieldSet::Prices);
+    enableOnlyPaste(m_window.pasteDetailPricesItem);
+}
+
+void EditCommands::copyDetailFactors() {
+    CopyDetailOut(m_window.workspace().copyBuffer(), m_window.document().rows(),
+                  m_window.currentTab(), FieldSet::Labour);
+    enableOnlyPaste(m_window.pasteDetailFactorsItem);
+}
+
+void EditCommands::copyDetailLabour() {
+    CopyDetailOut(m_window.workspace().copyBuffer(), m_window.document().rows(),
+                  m_window.currentTab(), FieldSet::Pipefitter);
+    enableOnlyPaste(m_window.pasteDetailLabourItem);
+}
+
+void EditCommands::pasteDetail() {
+    m_window.document().takeSnapshot();
+    PasteDetailIn(m_window.document().rows(), m_window.workspace().copyBuffer(),
+                  m_window.currentTab(), FieldSet::AllButCostUnitPrice);
+    finishPaste(false);
+}
+
+void EditCommands::pasteDetailPrices() {
+    m_window.document().takeSnapshot();
+    PasteDetailIn(m_window.document().rows(), m_window.workspace().copyBuffer(),
+                  m_window.currentTab(), FieldSet::Prices);
+    finishPaste(false);
+}
+
+void EditCommands::pasteDetailFactors() {
+    m_window.document().takeSnapshot();
+    PasteDetailIn(m_window.document().rows(), m_window.workspace().copyBuffer(),
+                  m_window.currentTab(), FieldSet::Labour);
+    finishPaste(false);
+}
+
+void EditCommands::pasteDetailLabour() {
+    m_window.document().takeSnapshot();
+    PasteDetailIn(m_window.document().rows(), m_window.workspace().copyBuffer(),
+                  m_window.currentTab(), FieldSet::Pipefitter);
+    finishPaste(false);
+}
+
+// ---- Spreading the first detail --------------------------------------------------------
+
+void EditCommands::copyFirstDetailAcross() {
+    m_window.document().takeSnapshot();
+    SpreadFirstDetail(m_window.document().rows());
+    m_window.tabs->setCurrentIndex(0);
+    finishPaste(false);
+}
+
+void EditCommands::copyDetailPricesAcross() {
+    SpreadBufferPrices(m_window.document().rows(), m_window.workspace().copyBuffer());
+    m_window.showPipeType();
+    m_window.document().refreshLines();
+    m_window.document().setUndoAvailable(false); // no snapshot was taken
+    enableOnlyPaste(nullptr);
+}
+
+// ---- Undo -------------------------------------------------------------------------------
+
+void EditCommands::undo() {
+    m_window.document().restoreSnapshot();
+    m_window.tabs->setCurrentIndex(0);
+    m_window.showPipeType();
+    if (QTreeWidgetItem* node = m_window.currentPipeTypeNode())
+        node->setText(0, TrimBlanks(m_window.goodsBox->Text()));
+    m_window.document().refreshLines();
+    m_window.document().setUndoAvailable(false);
+}
+
+// ---- Moving ------------------------------------------------------------------------------
+
+void EditCommands::moveUp() {
+    movePipeType(-1);
+}
+
+void EditCommands::moveDown() {
+    movePipeType(+1);
+}
+
+void EditCommands::movePipeType(int d) {
+    // Without a loaded pipe type the database is missing or not the suite's:
+    // nothing is written to it.
+    if (!m_window.rowsAreLoaded(QStringLiteral("移動できません。"))) return;
+    const int g = m_window.currentGroup;
+    const int k = m_window.currentPipeType;
+    if ((d < 0 && k <= 1) || (d > 0 && k >= PipeTypesInGroup)) {
+        ShowInfoDialog(&m_window, QStringLiteral("確認"), QStringLiteral("移動できません。"));
+        return;
+    }
+    // The three steps go in one transaction: a failure in the middle would
+    // leave a pipe type parked or two on one place. On failure the box
+    // "ERROR" has been shown and nothing moved.
+    const QStringList statements = {moveStatement(g, ParkingKan, k), moveStatement(g, k, k + d),
+                                    moveStatement(g, k + d, ParkingKan)};
+    if (!ExecStatements(m_window.workspace().paths().exDatabase, statements)) return;
+    // The rows in memory now belong at k+d: the triple and the selection go
+    // with them, so that a save writes them where they live now. Unsaved
+    // changes stay in the rows and still count as changes.
+    m_window.followMovedPipeType(k + d);
+}
+
+// ---- Clearing ----------------------------------------------------------------------------
+
+void EditCommands::clearPipeType() {
+    if (ShowTaskDialog(&m_window, ApplicationTitle(), QStringLiteral("確認"),
+                       TaskDialog::IconQuestion, TaskDialog::ButtonYes | TaskDialog::ButtonNo,
+                       QStringLiteral("現在の内容をすべてクリア－しますか？")) != TaskDialog::IdYes)
+        return;
+    m_window.document().takeSnapshot();
+    ClearPipeTypeRows(m_window.document().rows());
+    m_window.tabs->setCurrentIndex(0);
+    for (int r = 1; r <= SheetLines; ++r)
+        m_window.document().calculateRow(r);
+    for (int r = 1; r <= SheetLines; ++r)
+        m_window.showGridRow(r);
+    for (int r = 1; r <= SheetLines; ++r)
+        m_window.showPriceCells(r);
+    if (QTreeWidgetItem* node = m_window.currentPipeTypeNode()) node->setText(0, QString());
+    m_window.document().refreshLines();
+}
+
+void EditCommands::clearDetail() {
+    if (ShowTaskDialog(&m_window, ApplicationTitle(), QStringLiteral("確認"),
+                       TaskDialog::IconQuestion, TaskDialog::ButtonYes | TaskDialog::ButtonNo,
+                       QStringLiteral("現在の細目をクリア－しますか？")) != TaskDialog::IdYes)
+        return;
+    const int t = m_window.currentTab();
+    m_window.document().takeSnapshot();
+    ClearDetailRows(m_window.document().rows(), t);
+    for (int r = 1; r <= SheetLines; ++r)
+        m_window.document().calculateRow(r);
+    for (int g = 1; g <= SheetLines; ++g)
+        m_window.showGridRow(t * TabRows + g);
+    for (int r = 1; r <= SheetLines; ++r)
+        m_window.showPriceCells(r);
+    m_window.document().refreshLines();
+}
