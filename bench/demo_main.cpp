@@ -1,7 +1,5 @@
-// Entry of the benchmarks that run the real window: the offscreen platform,
-// a demo data folder made by the suite stand-in for the run, and scripted
-// dialogs so that no box waits for a person.
-#include "platform/scripteddialogs.h"
+// Entry of the benchmarks that run the real window: the offscreen platform
+// and a demo data folder made by the suite stand-in for the run.
 #include "store/suitestandin.h"
 
 #include <QApplication>
@@ -19,7 +17,6 @@ int main(int argc, char** argv) {
     QTextStream sink(&out);
     if (RunVelmoraSuite({QStringLiteral("init"), QStringLiteral("--demo")}, sink, sink) != 0)
         return 1;
-    ScriptedDialogsScope dialogs;
     benchmark::Initialize(&argc, argv);
     benchmark::RunSpecifiedBenchmarks();
     benchmark::Shutdown();

@@ -2,9 +2,9 @@
 // worker thread against 20 plain saves of the same pipe types on the main
 // thread, and the longest time the main thread went without serving an event
 // during the run. Offscreen, real database.
+#include "benchdialogs.h"
 #include "engine/grouprewrite.h"
 #include "platform/dialogs.h"
-#include "platform/scripteddialogs.h"
 #include "shell/grouprewritecommands.h"
 #include "shell/mainwindow.h"
 #include "store/pipetypestore.h"
@@ -21,7 +21,7 @@
 namespace {
 
 std::unique_ptr<MainWindow> openForm() {
-    auto form = std::make_unique<MainWindow>(QString());
+    auto form = std::make_unique<MainWindow>(benchDialogs(), QString());
     form->show();
     QCoreApplication::processEvents();
     QCoreApplication::processEvents();
@@ -62,7 +62,7 @@ void BM_TwentyPlainSaves(benchmark::State& state) {
             form->workspace().load(form->currentGroup, kan);
             form->document().calculateAll(); // as the window shows a pipe type
             form->workspace().save(form->currentGroup, kan, SaveCheck::AgainstLoaded,
-                                   CurrentDialogs());
+                                   benchDialogs());
         }
     }
     form->workspace().load(form->currentGroup, form->currentPipeType);
@@ -86,7 +86,7 @@ void BM_RunToSavesRatio(benchmark::State& state) {
             form->workspace().load(form->currentGroup, kan);
             form->document().calculateAll(); // as the window shows a pipe type
             form->workspace().save(form->currentGroup, kan, SaveCheck::AgainstLoaded,
-                                   CurrentDialogs());
+                                   benchDialogs());
         }
         saves += clock.nsecsElapsed();
         form->workspace().load(form->currentGroup, form->currentPipeType);
@@ -103,7 +103,7 @@ void BM_RecalculateGroupAlone(benchmark::State& state) {
     auto form = openForm();
     for (auto _ : state)
         form->workspace().recalculateGroup(1, form->currentGroup, form->currentPipeType,
-                                           CurrentDialogs(), nullptr);
+                                           benchDialogs(), nullptr);
     form->close();
 }
 BENCHMARK(BM_RecalculateGroupAlone)->Unit(benchmark::kMillisecond)->MinTime(5.0)->UseRealTime();

@@ -29,7 +29,6 @@ const QString Columns = QStringLiteral(
 // copies of the six demo pipe types of the group.
 struct FullGroup {
     FullGroup() {
-        InstallDialogs(std::make_unique<ConsoleDialogs>());
         db = dir.filePath(QStringLiteral("velmoraMainEX.db3"));
         CreateSuiteDatabase(db, true);
         QStringList sqls;

@@ -1,6 +1,7 @@
 // Loading and saving a pipe type on a demo database, against one transaction
 // holding the same 60 updates. Run with --benchmark_repetitions for medians.
 
+#include "benchdialogs.h"
 #include "document/workspace.h"
 #include "platform/consoledialogs.h"
 #include "platform/datapaths.h"
@@ -26,7 +27,6 @@ struct DemoDatabase {
     DemoDatabase() {
         workspace.paths().exDatabase = dir.filePath(QStringLiteral("velmoraMainEX.db3"));
         CreateSuiteDatabase(workspace.paths().exDatabase, true);
-        InstallDialogs(std::make_unique<ConsoleDialogs>());
     }
     QTemporaryDir dir;
     Workspace workspace;
@@ -46,7 +46,7 @@ RowTable& rows() {
     return doc().rows();
 }
 void save() {
-    ws().save(1, 1, SaveCheck::AgainstLoaded, CurrentDialogs());
+    ws().save(1, 1, SaveCheck::AgainstLoaded, benchDialogs());
 }
 
 void BM_LoadPipeType(benchmark::State& state) {

@@ -1,6 +1,6 @@
 // The workspace on the demo data: program start to the first pipe type shown,
 // and a tree click to the new pipe type shown. Offscreen, real database.
-#include "platform/scripteddialogs.h"
+#include "benchdialogs.h"
 #include "shell/mainwindow.h"
 
 #include <QApplication>
@@ -19,7 +19,7 @@ void runShowStep() {
 
 void BM_StartToFirstPipeType(benchmark::State& state) {
     for (auto _ : state) {
-        auto form = std::make_unique<MainWindow>(QString());
+        auto form = std::make_unique<MainWindow>(benchDialogs(), QString());
         form->show();
         runShowStep();
         benchmark::DoNotOptimize(form->goodsBox);
@@ -32,7 +32,7 @@ void BM_StartToFirstPipeType(benchmark::State& state) {
 BENCHMARK(BM_StartToFirstPipeType)->Unit(benchmark::kMillisecond)->MinTime(3.0);
 
 void BM_TreeClickToPipeTypeShown(benchmark::State& state) {
-    auto form = std::make_unique<MainWindow>(QString());
+    auto form = std::make_unique<MainWindow>(benchDialogs(), QString());
     form->show();
     runShowStep();
     int node = 1;

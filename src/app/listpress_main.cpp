@@ -20,8 +20,8 @@ int main(int argc, char** argv) {
     if (ListpressNeedsNoWindow(args) && qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
         qputenv("QT_QPA_PLATFORM", "offscreen");
     QApplication app(argc, argv);
-    InstallDialogs(std::make_unique<QtDialogs>());
+    QtDialogs dialogs;
     QTextStream out(stdout);
     QTextStream err(stderr);
-    return RunListpress(app.arguments().mid(1), out, err);
+    return RunListpress(app.arguments().mid(1), dialogs, out, err);
 }

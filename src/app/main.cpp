@@ -18,6 +18,6 @@ int main(int argc, char** argv) {
             "  the default folder under $QORVALE_COMMON_DATA or ~/.local/share is used.\n"));
     if (standard >= 0) return standard;
     Application app(argc, argv);
-    InstallDialogs(std::make_unique<QtDialogs>());
+    app.setDialogs(std::make_unique<QtDialogs>());
     return ProgramBody(app);
 }

@@ -2,20 +2,9 @@
 
 #include <QDebug>
 
-namespace {
-ControlsExceptionHandler& handlerSlot() {
-    static ControlsExceptionHandler handler;
-    return handler;
-}
-} // namespace
-
-void SetControlsExceptionHandler(ControlsExceptionHandler handler) {
-    handlerSlot() = std::move(handler);
-}
-
-void HandleControlsException(const QString& message) {
-    if (handlerSlot())
-        handlerSlot()(message);
+void ReportControlFailure(const FailureHandler& handler, const QString& message) {
+    if (handler)
+        handler(message);
     else
         qWarning().noquote() << message;
 }

@@ -1,5 +1,6 @@
 #pragma once
-// Failures of the controls and the application-wide handler that shows them.
+// Failures of the controls, and where a control hands those of its own event
+// handling.
 
 #include <QString>
 
@@ -20,9 +21,9 @@ public:
     using ControlError::ControlError;
 };
 
-// Where a failure goes that a widget's event handling cannot pass on (Qt
-// event handlers must not throw): the program sets it to its top-level
-// handler, which shows the text. Without one the text goes to qWarning.
-using ControlsExceptionHandler = std::function<void(const QString& message)>;
-void SetControlsExceptionHandler(ControlsExceptionHandler handler);
-void HandleControlsException(const QString& message);
+// Where a control hands a failure that its event handling cannot pass on
+// (Qt event handlers must not throw): the window sets each control's
+// OnFailure to show the text as it shows any failure.
+using FailureHandler = std::function<void(const QString& message)>;
+// Hands message to handler; without one the text goes to qWarning.
+void ReportControlFailure(const FailureHandler& handler, const QString& message);

@@ -323,7 +323,7 @@ void GradientPanel::paintEvent(QPaintEvent* event) {
     try {
         RenderImage();
     } catch (const std::exception& e) {
-        HandleControlsException(QString::fromUtf8(e.what()));
+        ReportControlFailure(OnFailure, QString::fromUtf8(e.what()));
     }
     QPainter painter(this);
     painter.drawImage(0, 0, FBuffer);
@@ -373,7 +373,7 @@ void GradientPanel::moveEvent(QMoveEvent* event) {
     try {
         if (OnPanelMove) OnPanelMove(this);
     } catch (const std::exception& e) {
-        HandleControlsException(QString::fromUtf8(e.what()));
+        ReportControlFailure(OnFailure, QString::fromUtf8(e.what()));
     }
     QWidget::moveEvent(event);
 }

@@ -94,6 +94,8 @@ public:
     bool Moveable() const { return FMoveable; }
     void SetMoveable(bool value);
     NotifyEvent OnPanelMove;
+    // Gets the failures of painting and of OnPanelMove.
+    FailureHandler OnFailure;
 
     // The panel's own settings.
     QString Caption() const { return FCaption; }

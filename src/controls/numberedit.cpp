@@ -28,11 +28,11 @@ Qt::Alignment qtAlignment(TAlignment a) {
     }
 }
 
-template <typename F> void guarded(F&& f) {
+template <typename F> void guarded(const FailureHandler& onFailure, F&& f) {
     try {
         f();
     } catch (const std::exception& e) {
-        HandleControlsException(QString::fromUtf8(e.what()));
+        ReportControlFailure(onFailure, QString::fromUtf8(e.what()));
     }
 }
 
@@ -49,7 +49,7 @@ NumberEdit::NumberEdit(QWidget* parent) : QLineEdit(parent) {
 NumberEdit::~NumberEdit() = default;
 
 void NumberEdit::TextChangedByBox() {
-    guarded([this] { Change(); });
+    guarded(OnFailure, [this] { Change(); });
 }
 
 void NumberEdit::SetText(const QString& value) {
@@ -95,7 +95,7 @@ void NumberEdit::PasteFromClipboard() {
     const QMimeData* data = QGuiApplication::clipboard()->mimeData();
     if (!data || !data->hasText()) return;
     const QString clip = data->text();
-    guarded([&] { PasteText(clip); });
+    guarded(OnFailure, [&] { PasteText(clip); });
 }
 
 void NumberEdit::keyPressEvent(QKeyEvent* event) {
@@ -130,12 +130,12 @@ void NumberEdit::keyPressEvent(QKeyEvent* event) {
     if (navigation) {
         // Keys without a character: caret movement, delete, arrows.
         QLineEdit::keyPressEvent(event);
-        guarded([&] { KeyDown(vk, ShiftStateOf(event->modifiers())); });
+        guarded(OnFailure, [&] { KeyDown(vk, ShiftStateOf(event->modifiers())); });
         return;
     }
     FCtrlFromEvent = event->modifiers().testFlag(Qt::ControlModifier);
     QChar key;
-    guarded([&] { key = KeyPressFilter(ch); });
+    guarded(OnFailure, [&] { key = KeyPressFilter(ch); });
     FCtrlFromEvent = false;
     if (key.isNull()) return;
     if (OnKeyPress) OnKeyPress(this, key);
@@ -162,7 +162,7 @@ void NumberEdit::focusInEvent(QFocusEvent* event) {
 }
 
 void NumberEdit::focusOutEvent(QFocusEvent* event) {
-    if (event->reason() != Qt::PopupFocusReason) guarded([this] { DoExit(); });
+    if (event->reason() != Qt::PopupFocusReason) guarded(OnFailure, [this] { DoExit(); });
     QLineEdit::focusOutEvent(event);
 }
 
@@ -190,7 +190,7 @@ void NumberEdit::mouseReleaseEvent(QMouseEvent* event) {
     if (!data || !data->hasText()) return;
     const QString clip = data->text();
     deselect();
-    guarded([&] { PasteText(clip); });
+    guarded(OnFailure, [&] { PasteText(clip); });
 }
 
 void NumberEdit::contextMenuEvent(QContextMenuEvent* event) {

@@ -9,7 +9,7 @@
 //   OnChange, OnKeyPress     as the form's handlers expect them
 //
 // A conversion error raised while typing or leaving the box goes to
-// HandleControlsException (controlerrors.h); the text stays as it was.
+// its OnFailure (controlerrors.h); the text stays as it was.
 
 #include "controls/controlerrors.h"
 #include "controls/numbereditcore.h"
@@ -24,6 +24,9 @@ class NumberEdit : public QLineEdit, public NumberEditCore {
 public:
     explicit NumberEdit(QWidget* parent = nullptr);
     ~NumberEdit() override;
+
+    // Gets the failures of the box's event handling.
+    FailureHandler OnFailure;
 
     QString Text() const override { return QLineEdit::text(); }
     void SetText(const QString& value) override;

@@ -15,11 +15,11 @@ namespace {
 // not cross: a failure of a handler (a key handler's conversion error, a
 // refused move) goes to the program's handler, as the desktop's message loop
 // shows it, and the input ends there.
-template <typename F> void RunGuarded(F&& f) {
+template <typename F> void RunGuarded(const FailureHandler& onFailure, F&& f) {
     try {
         f();
     } catch (const std::exception& e) {
-        HandleControlsException(QString::fromUtf8(e.what()));
+        ReportControlFailure(onFailure, QString::fromUtf8(e.what()));
     }
 }
 
@@ -46,7 +46,7 @@ bool InplaceEdit::event(QEvent* event) {
 }
 
 void InplaceEdit::keyPressEvent(QKeyEvent* event) {
-    RunGuarded([&] {
+    RunGuarded(FGrid->OnFailure, [&] {
         const int code = VirtualKeyOf(event);
         int key = code;
         const ShiftState shift = ShiftStateOf(event->modifiers());
@@ -136,7 +136,7 @@ void PriceGrid::CreateEditor() {
 }
 
 void PriceGrid::EditorTextEdited(const QString& text) {
-    RunGuarded([&] {
+    RunGuarded(OnFailure, [&] {
         if (Cells(Col(), Row()) == text) return;
         SetCells(Col(), Row(), text);
         if (OnSetEditText) OnSetEditText(this, Col(), Row(), text);
@@ -259,7 +259,7 @@ void PriceGrid::paintEvent(QPaintEvent* event) {
         RenderImage();
     } catch (const std::exception& e) {
         FCanvas = nullptr;
-        HandleControlsException(QString::fromUtf8(e.what()));
+        ReportControlFailure(OnFailure, QString::fromUtf8(e.what()));
     }
     QPainter painter(this);
     painter.drawImage(0, 0, FBuffer);
@@ -661,7 +661,7 @@ void PriceGrid::DoEnter() {
 }
 
 void PriceGrid::focusInEvent(QFocusEvent* event) {
-    RunGuarded([&] {
+    RunGuarded(OnFailure, [&] {
         QWidget::focusInEvent(event);
         DoEnter();
         update();
@@ -721,7 +721,7 @@ bool PriceGrid::GridKey(int key, ShiftState shift) {
 }
 
 void PriceGrid::keyPressEvent(QKeyEvent* event) {
-    RunGuarded([&] {
+    RunGuarded(OnFailure, [&] {
         const int code = VirtualKeyOf(event);
         int key = code;
         const ShiftState shift = ShiftStateOf(event->modifiers());
@@ -765,7 +765,7 @@ int PriceGrid::ColumnBorderAt(int x, int y) const {
 }
 
 void PriceGrid::mousePressEvent(QMouseEvent* event) {
-    RunGuarded([&] {
+    RunGuarded(OnFailure, [&] {
         if (event->button() != Qt::LeftButton) return;
         setFocus(Qt::MouseFocusReason);
         const QPoint pos = event->position().toPoint();
@@ -787,7 +787,7 @@ void PriceGrid::mousePressEvent(QMouseEvent* event) {
 }
 
 void PriceGrid::mouseMoveEvent(QMouseEvent* event) {
-    RunGuarded([&] {
+    RunGuarded(OnFailure, [&] {
         const QPoint pos = event->position().toPoint();
         if (FSizingCol >= 0) {
             SetColWidths(FSizingCol, std::max(0, FSizingStartWidth + pos.x() - FSizingStartX));
@@ -810,7 +810,7 @@ void PriceGrid::mouseReleaseEvent(QMouseEvent* event) {
 }
 
 void PriceGrid::mouseDoubleClickEvent(QMouseEvent* event) {
-    RunGuarded([&] {
+    RunGuarded(OnFailure, [&] {
         if (event->button() != Qt::LeftButton) return;
         const QPoint pos = event->position().toPoint();
         int c, r;

@@ -18,6 +18,7 @@
 // on moving to another cell and on SetEditorMode(false). Each edit writes
 // the cell's string at once and fires OnSetEditText.
 
+#include "controls/controlerrors.h"
 #include "controls/strcgridmodel.h"
 
 #include <QLineEdit>
@@ -58,6 +59,7 @@ public:
     SetEditEvent OnSetEditText;   // the editor changed the cell's string
     KeyEvent OnKeyDown;           // every key, also those typed in the editor
     NotifyEvent onClicked;        // the current cell was set by mouse or key
+    FailureHandler OnFailure;     // failures of the grid's event handling
     DrawCellEvent OnDrawCell;     // after a cell's text is drawn
 
     // ---- events of PriceGrid

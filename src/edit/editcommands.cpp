@@ -19,11 +19,11 @@ namespace {
 
 // A command run from a menu item: a failure is shown like any other and the
 // program goes on.
-template <typename F> void guarded(F&& command) {
+template <typename F> void guarded(Dialogs& dialogs, F&& command) {
     try {
         command();
     } catch (...) {
-        HandleCurrentException();
+        HandleCurrentException(dialogs);
     }
 }
 
@@ -48,7 +48,7 @@ EditCommands::EditCommands(MainWindow& window, Dialogs& dialogs)
     auto join = [this](QAction* item, void (EditCommands::*handler)()) {
         item->setEnabled(true);
         connect(item, &QAction::triggered, this,
-                [this, handler] { guarded([&] { (this->*handler)(); }); });
+                [this, handler] { guarded(m_dialogs, [&] { (this->*handler)(); }); });
     };
     join(m_window.copyWholeTableItem, &EditCommands::copyWholeTable);
     join(m_window.copyPricesItem, &EditCommands::copyPrices);
@@ -86,11 +86,11 @@ EditCommands::EditCommands(MainWindow& window, Dialogs& dialogs)
         hidden->setVisible(false);
 
     connect(m_window.undoAction, &QAction::triggered, this,
-            [this] { guarded([this] { undo(); }); });
+            [this] { guarded(m_dialogs, [this] { undo(); }); });
     connect(m_window.moveUpAction, &QAction::triggered, this,
-            [this] { guarded([this] { moveUp(); }); });
+            [this] { guarded(m_dialogs, [this] { moveUp(); }); });
     connect(m_window.moveDownAction, &QAction::triggered, this,
-            [this] { guarded([this] { moveDown(); }); });
+            [this] { guarded(m_dialogs, [this] { moveDown(); }); });
     m_window.moveUpAction->setEnabled(true);
     m_window.moveDownAction->setEnabled(true);
 }
@@ -267,7 +267,8 @@ void EditCommands::movePipeType(int d) {
     const int g = m_window.currentGroup;
     const int k = m_window.currentPipeType;
     if ((d < 0 && k <= 1) || (d > 0 && k >= PipeTypesInGroup)) {
-        ShowInfoDialog(&m_window, QStringLiteral("確認"), QStringLiteral("移動できません。"));
+        ShowInfoDialog(m_dialogs, &m_window, QStringLiteral("確認"),
+                       QStringLiteral("移動できません。"));
         return;
     }
     // The three steps go in one transaction: a failure in the middle would
@@ -275,7 +276,7 @@ void EditCommands::movePipeType(int d) {
     // "ERROR" has been shown and nothing moved.
     const QStringList statements = {moveStatement(g, ParkingKan, k), moveStatement(g, k, k + d),
                                     moveStatement(g, k + d, ParkingKan)};
-    if (!ExecStatements(m_window.workspace().paths().exDatabase, statements)) return;
+    if (!ExecStatements(m_dialogs, m_window.workspace().paths().exDatabase, statements)) return;
     // The rows in memory now belong at k+d: the triple and the selection go
     // with them, so that a save writes them where they live now. Unsaved
     // changes stay in the rows and still count as changes.
@@ -285,7 +286,7 @@ void EditCommands::movePipeType(int d) {
 // ---- Clearing ----------------------------------------------------------------------------
 
 void EditCommands::clearPipeType() {
-    if (ShowTaskDialog(&m_window, ApplicationTitle(), QStringLiteral("確認"),
+    if (ShowTaskDialog(m_dialogs, &m_window, ApplicationTitle(), QStringLiteral("確認"),
                        TaskDialog::IconQuestion, TaskDialog::ButtonYes | TaskDialog::ButtonNo,
                        QStringLiteral("現在の内容をすべてクリア－しますか？")) != TaskDialog::IdYes)
         return;
@@ -303,7 +304,7 @@ void EditCommands::clearPipeType() {
 }
 
 void EditCommands::clearDetail() {
-    if (ShowTaskDialog(&m_window, ApplicationTitle(), QStringLiteral("確認"),
+    if (ShowTaskDialog(m_dialogs, &m_window, ApplicationTitle(), QStringLiteral("確認"),
                        TaskDialog::IconQuestion, TaskDialog::ButtonYes | TaskDialog::ButtonNo,
                        QStringLiteral("現在の細目をクリア－しますか？")) != TaskDialog::IdYes)
         return;

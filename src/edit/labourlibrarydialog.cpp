@@ -12,7 +12,8 @@
 #include <QPushButton>
 #include <QStatusBar>
 
-LabourLibraryDialog::LabourLibraryDialog(QWidget* parent) : QDialog(parent) {
+LabourLibraryDialog::LabourLibraryDialog(Dialogs& dialogs, QWidget* parent)
+    : QDialog(parent), m_dialogs(dialogs) {
     setObjectName(QStringLiteral("LabourLibraryDialog"));
     setWindowTitle(QStringLiteral("標準歩掛選択"));
     setModal(true);
@@ -96,8 +97,8 @@ void LabourLibraryDialog::prepareShow() {
 void LabourLibraryDialog::deleteEntry() {
     const int index = itemIndex();
     if (index < 0) return;
-    if (ShowTaskDialog(this, ApplicationTitle(), QStringLiteral("確認"), TaskDialog::IconQuestion,
-                       TaskDialog::ButtonYes | TaskDialog::ButtonNo,
+    if (ShowTaskDialog(m_dialogs, this, ApplicationTitle(), QStringLiteral("確認"),
+                       TaskDialog::IconQuestion, TaskDialog::ButtonYes | TaskDialog::ButtonNo,
                        QStringLiteral("削除していいですか?")) != TaskDialog::IdYes)
         return;
     // A file that will not go reports nothing; the entry leaves the list all

@@ -6,6 +6,7 @@
 #include <QDialog>
 #include <QString>
 
+class Dialogs;
 class QLabel;
 class QListWidget;
 class QPushButton;
@@ -14,7 +15,7 @@ class QStatusBar;
 class LabourLibraryDialog : public QDialog {
     Q_OBJECT
 public:
-    explicit LabourLibraryDialog(QWidget* parent = nullptr);
+    explicit LabourLibraryDialog(Dialogs& dialogs, QWidget* parent = nullptr);
     ~LabourLibraryDialog() override;
 
     // Modal results.
@@ -56,6 +57,7 @@ private:
 
     QString folder_;
     QLabel* panel0_ = nullptr;
+    Dialogs& m_dialogs;
 };
 
 // The dialog made at start and reused.

@@ -28,7 +28,7 @@ void LibraryCommands::saveLibraryEntry() {
     const QString name = m_window.goodsBox->Text();
     const QString problem = PartsNameProblem(name);
     if (!problem.isEmpty()) {
-        ShowInfoDialog(&m_window, QStringLiteral("確認"), problem);
+        ShowInfoDialog(m_dialogs, &m_window, QStringLiteral("確認"), problem);
         return;
     }
     // The rows as they stand: nothing is taken from the controls or
@@ -38,10 +38,10 @@ void LibraryCommands::saveLibraryEntry() {
         MakePartsFolder(folder);
         WriteFdkFile(PartsEntryPath(folder, name), m_window.document().rows());
     } catch (...) {
-        HandleCurrentException();
+        HandleCurrentException(m_dialogs);
         return;
     }
-    ShowInfoDialog(&m_window, QStringLiteral("確認"),
+    ShowInfoDialog(m_dialogs, &m_window, QStringLiteral("確認"),
                    QStringLiteral("選択用標準歩掛として登録しました。"));
 }
 
@@ -49,7 +49,7 @@ void LibraryCommands::applyLibraryEntry() {
     LabourLibraryDialog* dialog = m_window.formDialogs().library;
     std::unique_ptr<LabourLibraryDialog> own;
     if (!dialog) {
-        own = std::make_unique<LabourLibraryDialog>(&m_window);
+        own = std::make_unique<LabourLibraryDialog>(m_dialogs, &m_window);
         dialog = own.get();
     }
     dialog->setPanel(0, PartsExtension);
@@ -69,6 +69,6 @@ void LibraryCommands::applyLibraryEntry() {
     } catch (...) {
         // The rows read before the failure count as changed all the same.
         m_window.document().refreshLines();
-        HandleCurrentException();
+        HandleCurrentException(m_dialogs);
     }
 }

@@ -30,7 +30,7 @@ OutputCommands::OutputCommands(MainWindow& window, Dialogs& dialogs)
         try {
             printPipeType();
         } catch (...) {
-            HandleCurrentException();
+            HandleCurrentException(m_dialogs);
         }
     });
     for (QAction* a :
@@ -68,10 +68,11 @@ void OutputCommands::exportRows(int mode) {
         if (name.isEmpty()) return;
         if (QFileInfo(name).suffix().isEmpty()) name += QStringLiteral(".CSV");
         WriteExportFile(name, text);
-        ShowInfoDialog(&m_window, QStringLiteral("確認"), QStringLiteral("ＣＳＶ出力しました。"));
+        ShowInfoDialog(m_dialogs, &m_window, QStringLiteral("確認"),
+                       QStringLiteral("ＣＳＶ出力しました。"));
     } else if (mode == ExportClipboard) {
         m_dialogs.SetClipboardText(FromAnsi(text));
-        ShowInfoDialog(&m_window, QStringLiteral("確認"),
+        ShowInfoDialog(m_dialogs, &m_window, QStringLiteral("確認"),
                        QStringLiteral("クリップボ－ドへコピ－しました。"));
     } else if (mode == ExportPrint) {
         WriteExportFile(PrintDataPath(m_window.workspace().paths().dataRoot), text);
@@ -102,8 +103,9 @@ void OutputCommands::exportWorkbook() {
     const QString book = ExcelWorkbookPath(paths.dataRoot, QDateTime::currentDateTime());
     WriteExcelWorkbook(streamPath, book);
     if (!m_dialogs.OpenDocument(book))
-        ShowTaskDialog(&m_window, QStringLiteral("エラー"), QStringLiteral("起動に失敗しました"),
-                       TaskDialog::IconError, TaskDialog::ButtonOk, QString());
+        ShowTaskDialog(m_dialogs, &m_window, QStringLiteral("エラー"),
+                       QStringLiteral("起動に失敗しました"), TaskDialog::IconError,
+                       TaskDialog::ButtonOk, QString());
 }
 
 void OutputCommands::printPipeType() {

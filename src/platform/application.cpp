@@ -70,8 +70,8 @@ bool Application::TrySetStyle(const QString& name, bool showError) {
         setStyle(new HintPauseStyle(style));
         return true;
     }
-    if (showError)
-        ShowTaskDialog(activeWindow(), title,
+    if (showError && m_dialogs)
+        ShowTaskDialog(*m_dialogs, activeWindow(), title,
                        QStringLiteral("スタイル \"%1\" を適用できません。").arg(name),
                        TaskDialog::IconError, TaskDialog::ButtonOk, QString());
     return false;
@@ -81,7 +81,10 @@ bool Application::notify(QObject* receiver, QEvent* event) {
     try {
         return QApplication::notify(receiver, event);
     } catch (...) {
-        HandleCurrentException();
+        if (m_dialogs)
+            HandleCurrentException(*m_dialogs);
+        else
+            qWarning("%s", qPrintable(ExceptionText(std::current_exception())));
         return false;
     }
 }
@@ -96,12 +99,18 @@ QString ExceptionText(const std::exception_ptr& error) {
     }
 }
 
-void ShowException(const std::exception_ptr& error) {
+Application::~Application() = default;
+
+void Application::setDialogs(std::unique_ptr<Dialogs> dialogs) {
+    m_dialogs = std::move(dialogs);
+}
+
+void ShowException(Dialogs& dialogs, const std::exception_ptr& error) {
     const QString text = ExceptionText(error);
     auto* app = qobject_cast<Application*>(QCoreApplication::instance());
     const QString title = app ? app->Title() : ApplicationTitle();
     try {
-        ShowTaskDialog(QApplication::activeWindow(), title, text, TaskDialog::IconError,
+        ShowTaskDialog(dialogs, QApplication::activeWindow(), title, text, TaskDialog::IconError,
                        TaskDialog::ButtonOk, QString());
     } catch (...) {
         // No dialog implementation to show it with: the text goes to stderr.
@@ -109,6 +118,6 @@ void ShowException(const std::exception_ptr& error) {
     }
 }
 
-void HandleCurrentException() {
-    ShowException(std::current_exception());
+void HandleCurrentException(Dialogs& dialogs) {
+    ShowException(dialogs, std::current_exception());
 }

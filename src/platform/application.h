@@ -6,13 +6,22 @@
 #include <QString>
 
 #include <exception>
+#include <memory>
+
+class Dialogs;
 
 class Application : public QApplication {
     Q_OBJECT
 public:
     Application(int& argc, char** argv);
+    ~Application() override;
 
     QString Title() const { return title; }
+    // The dialogs of the program: the boxes of the top-level handler and of
+    // a style that can't be applied. Until they are set, failures go to
+    // standard error.
+    void setDialogs(std::unique_ptr<Dialogs> dialogs);
+    Dialogs* dialogs() const { return m_dialogs.get(); }
     void SetTitle(const QString& text) { title = text; }
 
     // Applies a built-in visual style. On failure the error box is shown
@@ -25,6 +34,7 @@ public:
 
 private:
     QString title;
+    std::unique_ptr<Dialogs> m_dialogs;
 };
 
 // Puts a window in the middle of the screen it is on (or the primary one).
@@ -38,6 +48,6 @@ bool InstallJapaneseTranslation(QCoreApplication& app);
 QString ExceptionText(const std::exception_ptr& error);
 // Shows an exception as the top-level handler does: a box with the
 // application title, the exception's text, an error icon and OK.
-void ShowException(const std::exception_ptr& error);
+void ShowException(Dialogs& dialogs, const std::exception_ptr& error);
 // ShowException of the exception being handled; for catch (...) blocks.
-void HandleCurrentException();
+void HandleCurrentException(Dialogs& dialogs);

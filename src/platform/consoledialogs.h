@@ -27,7 +27,6 @@ public:
     QString ClipboardText() override { return clipboard_; }
     void SetClipboardText(const QString& text) override { clipboard_ = text; }
     void Beep() override {}
-    bool ShiftDown() override { return false; }
     bool StartProcess(const QString& program, const QStringList& arguments,
                       const QString& workingDir) override;
     bool OpenDocument(const QString& path) override;
@@ -42,17 +41,4 @@ private:
     int answer_;
     QString clipboard_;
     int printed_ = 0;
-};
-
-// Installs ConsoleDialogs on standard error for the life of the scope and
-// puts the previous implementation back at its end.
-class ConsoleDialogsScope {
-public:
-    ConsoleDialogsScope() : previous_(InstallDialogs(std::make_unique<ConsoleDialogs>(stderr))) {}
-    ~ConsoleDialogsScope() { InstallDialogs(std::move(previous_)); }
-    ConsoleDialogsScope(const ConsoleDialogsScope&) = delete;
-    ConsoleDialogsScope& operator=(const ConsoleDialogsScope&) = delete;
-
-private:
-    std::unique_ptr<Dialogs> previous_;
 };

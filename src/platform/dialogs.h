@@ -69,7 +69,6 @@ public:
     // set one after another land in that order.
     virtual void SetClipboardText(const QString& text) = 0;
     virtual void Beep() = 0;
-    virtual bool ShiftDown() = 0;
     // Starts a program and does not wait; false when it could not be started.
     virtual bool StartProcess(const QString& program, const QStringList& arguments,
                               const QString& workingDir) = 0;
@@ -77,16 +76,11 @@ public:
     virtual bool OpenDocument(const QString& path) = 0;
 };
 
-// The installed implementation. Never null once the program or a test has
-// installed one.
-Dialogs& CurrentDialogs();
-// Installs an implementation and gives back the previous one.
-std::unique_ptr<Dialogs> InstallDialogs(std::unique_ptr<Dialogs> dialogs);
-
 // The application title shown on boxes ("Qorvale Works　配管材").
 QString ApplicationTitle();
 
 // The program's two box helpers.
-int ShowTaskDialog(QWidget* form, const QString& title, const QString& instruction, int icon,
-                   int buttons, const QString& content);
-int ShowInfoDialog(QWidget* form, const QString& instruction, const QString& content);
+int ShowTaskDialog(Dialogs& dialogs, QWidget* form, const QString& title,
+                   const QString& instruction, int icon, int buttons, const QString& content);
+int ShowInfoDialog(Dialogs& dialogs, QWidget* form, const QString& instruction,
+                   const QString& content);

@@ -178,11 +178,6 @@ void QtDialogs::Beep() {
     onGuiThread([] { QApplication::beep(); });
 }
 
-bool QtDialogs::ShiftDown() {
-    return onGuiThread(
-        [] { return QGuiApplication::queryKeyboardModifiers().testFlag(Qt::ShiftModifier); });
-}
-
 // Starting a process needs no GUI thread.
 bool QtDialogs::StartProcess(const QString& program, const QStringList& arguments,
                              const QString& workingDir) {

@@ -28,7 +28,6 @@ public:
     QString ClipboardText() override;
     void SetClipboardText(const QString& text) override;
     void Beep() override;
-    bool ShiftDown() override;
     bool StartProcess(const QString& program, const QStringList& arguments,
                       const QString& workingDir) override;
     // path is a file, or an address with a scheme ("https://...").

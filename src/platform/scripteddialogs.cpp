@@ -49,7 +49,6 @@ void ScriptedDialogs::ClearRecords() {
     processes.clear();
     documents.clear();
     beeps = 0;
-    shiftQueries = 0;
     unanswered.clear();
 }
 
@@ -166,19 +165,4 @@ void ScriptedDialogs::SetClipboardText(const QString& text) {
 
 void ScriptedDialogs::Beep() {
     OnGuiThread([&] { ++beeps; });
-}
-
-bool ScriptedDialogs::ShiftDown() {
-    return OnGuiThread([&] {
-        ++shiftQueries;
-        return shift;
-    });
-}
-
-ScriptedDialogsScope::ScriptedDialogsScope() : dialogs(new ScriptedDialogs) {
-    previous = InstallDialogs(std::unique_ptr<Dialogs>(dialogs));
-}
-
-ScriptedDialogsScope::~ScriptedDialogsScope() {
-    InstallDialogs(std::move(previous));
 }

@@ -59,7 +59,6 @@ public:
     // A file or folder name; an empty text answers as a cancel.
     void AnswerFile(const QString& name) { fileAnswers.push_back(name); }
     // State answers, valid until changed.
-    void SetShiftDown(bool down) { shift = down; }
     void SetStartResult(bool ok) { startResult = ok; }
     void SetOpenResult(bool ok) { openResult = ok; }
     void SetClipboard(const QString& text) { clipboard = text; }
@@ -77,7 +76,6 @@ public:
     const QStringList& Documents() const { return documents; }
     QString Clipboard() const { return clipboard; }
     int Beeps() const { return beeps; }
-    int ShiftQueries() const { return shiftQueries; }
     // One line for each question that had no fitting scripted answer.
     const QStringList& Unanswered() const { return unanswered; }
     // Answers given by the test and not yet asked for.
@@ -100,7 +98,6 @@ public:
     QString ClipboardText() override;
     void SetClipboardText(const QString& text) override;
     void Beep() override;
-    bool ShiftDown() override;
     bool StartProcess(const QString& program, const QStringList& arguments,
                       const QString& workingDir) override;
     bool OpenDocument(const QString& path) override;
@@ -113,7 +110,6 @@ private:
     std::deque<int> boxAnswers;
     std::deque<std::optional<QString>> inputAnswers;
     std::deque<QString> fileAnswers;
-    bool shift = false;
     bool startResult = true;
     bool openResult = true;
 
@@ -125,23 +121,5 @@ private:
     QStringList documents;
     QString clipboard;
     int beeps = 0;
-    int shiftQueries = 0;
     QStringList unanswered;
-};
-
-// Installs a fresh ScriptedDialogs for the life of the scope and puts the
-// previous implementation back at its end.
-class ScriptedDialogsScope {
-public:
-    ScriptedDialogsScope();
-    ~ScriptedDialogsScope();
-    ScriptedDialogsScope(const ScriptedDialogsScope&) = delete;
-    ScriptedDialogsScope& operator=(const ScriptedDialogsScope&) = delete;
-
-    ScriptedDialogs& operator*() const { return *dialogs; }
-    ScriptedDialogs* operator->() const { return dialogs; }
-
-private:
-    ScriptedDialogs* dialogs;
-    std::unique_ptr<Dialogs> previous;
 };

@@ -110,7 +110,7 @@ bool ListpressNeedsNoWindow(const QStringList& args) {
            args.contains(QStringLiteral("-h"));
 }
 
-int RunListpress(const QStringList& args, QTextStream& out, QTextStream& err) {
+int RunListpress(const QStringList& args, Dialogs& dialogs, QTextStream& out, QTextStream& err) {
     Args a;
     const QString bad = parse(args, a);
     if (!bad.isEmpty()) {
@@ -128,8 +128,8 @@ int RunListpress(const QStringList& args, QTextStream& out, QTextStream& err) {
     } catch (const PrintInput& e) {
         err << "listpress: " << e.Message() << "\n";
         if (window && a.screenshot.isEmpty())
-            CurrentDialogs().TaskDialog(nullptr, QStringLiteral("listpress"), U("印刷できません"),
-                                        TaskDialog::IconError, TaskDialog::ButtonOk, e.Message());
+            dialogs.TaskDialog(nullptr, QStringLiteral("listpress"), U("印刷できません"),
+                               TaskDialog::IconError, TaskDialog::ButtonOk, e.Message());
         return 1;
     }
     if (!job.styleNote.isEmpty()) err << "listpress: " << job.styleNote << "\n";
@@ -182,7 +182,6 @@ int RunPrintTool(const QStringList& args, QTextStream& out, QTextStream& err) {
     }
     DataPaths paths;
     if (!FindToolDatabase(launch, paths, err)) return 1;
-    const ConsoleDialogsScope console;
     try {
         PipeTypeDocument doc;
         SqliteDatabase db(paths.exDatabase);

@@ -7,6 +7,8 @@
 #include <QStringList>
 #include <QTextStream>
 
+class Dialogs;
+
 // The command line (without the program name):
 //   listpress DATAROOT;                 print preview window
 //   listpress --pdf FILE DATAROOT;      writes the PDF, no window
@@ -15,7 +17,7 @@
 //   listpress --help
 // Exit code 0 on success, 1 on bad input or a failed write, 2 on bad
 // arguments. Needs the application object (QApplication for the window).
-int RunListpress(const QStringList& args, QTextStream& out, QTextStream& err);
+int RunListpress(const QStringList& args, Dialogs& dialogs, QTextStream& out, QTextStream& err);
 
 // True when the arguments ask for no window (--pdf or --help), so the
 // program can run without a display.

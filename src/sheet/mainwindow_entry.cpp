@@ -85,7 +85,7 @@ bool MainWindow::gridKeyCommits(PriceGrid* grid, int key) {
         return true;
     default:
         grid->SetEditorMode(false);
-        CurrentDialogs().Beep();
+        dialogs_.Beep();
         return true;
     }
 }
@@ -95,7 +95,7 @@ void MainWindow::compositeKeyDown(int& key, unsigned shift) {
         // The columns show results: no key turns them into factors.
         const KeyAction action = GridKeyAction(key, compositeGrid->EditorMode());
         const bool modifier = key == 16 || key == 17 || key == 18;
-        if (action != KeyAction::MoveOnly && !modifier) CurrentDialogs().Beep();
+        if (action != KeyAction::MoveOnly && !modifier) dialogs_.Beep();
         return;
     }
     // The fill-down follows the Shift state that came with this key.
@@ -112,7 +112,7 @@ void MainWindow::commitCompositeCell(int key, bool shiftDown) {
     const int c = compositeCol, g = compositeRow;
     const int base = tabBase();
     if (modeRadio->ItemIndex() == 1 && c == 9) {
-        ShowInfoDialog(this, QStringLiteral("確認"),
+        ShowInfoDialog(dialogs_, this, QStringLiteral("確認"),
                        QStringLiteral("冷媒モードです。この列のセルは編集できません。"));
         showGridRow(base + g);
         return;

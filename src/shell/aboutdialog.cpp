@@ -35,9 +35,11 @@ QPixmap emblemPicture() {
 
 } // namespace
 
-AboutDialog::AboutDialog(QWidget* parent) : AboutDialog(ProgramVersionBlock(), parent) {}
+AboutDialog::AboutDialog(Dialogs& dialogs, QWidget* parent)
+    : AboutDialog(dialogs, ProgramVersionBlock(), parent) {}
 
-AboutDialog::AboutDialog(const VersionBlock& block, QWidget* parent) : QDialog(parent) {
+AboutDialog::AboutDialog(Dialogs& dialogs, const VersionBlock& block, QWidget* parent)
+    : QDialog(parent), m_dialogs(dialogs) {
     build();
     ReadVersionBlock(this, block);
 }
@@ -97,7 +99,7 @@ void AboutDialog::build() {
 }
 
 void AboutDialog::openLink(const QString& link) {
-    CurrentDialogs().OpenDocument(link);
+    m_dialogs.OpenDocument(link);
 }
 
 bool ReadVersionBlock(AboutDialog* form, const VersionBlock& block) {

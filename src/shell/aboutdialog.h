@@ -5,6 +5,7 @@
 
 #include <QDialog>
 
+class Dialogs;
 class QLabel;
 class QPushButton;
 
@@ -12,9 +13,9 @@ class AboutDialog : public QDialog {
     Q_OBJECT
 public:
     // Reads the program's version block, as the dialog's creation step.
-    explicit AboutDialog(QWidget* parent = nullptr);
+    explicit AboutDialog(Dialogs& dialogs, QWidget* parent = nullptr);
     // Reads the given block instead.
-    AboutDialog(const VersionBlock& block, QWidget* parent);
+    AboutDialog(Dialogs& dialogs, const VersionBlock& block, QWidget* parent);
     ~AboutDialog() override;
 
     QLabel* appNameLabel;
@@ -36,6 +37,7 @@ private:
     friend bool ReadVersionBlock(AboutDialog* form, const VersionBlock& block);
     void build();
     QString releaseText_;
+    Dialogs& m_dialogs;
 };
 
 // Fills the dialog from a version block and its release text. False, with

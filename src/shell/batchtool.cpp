@@ -214,7 +214,7 @@ int RunQorvaleTool(const QStringList& args, QTextStream& out, QTextStream& err) 
     DataPaths paths;
     if (!FindToolDatabase(a.launch, paths, err)) return 1;
     // Boxes of the store ("ERROR") go to standard error.
-    const ConsoleDialogsScope console;
+    ConsoleDialogs console(stderr);
 
     try {
         if (a.command == QLatin1String("show")) {
@@ -240,7 +240,7 @@ int RunQorvaleTool(const QStringList& args, QTextStream& out, QTextStream& err) 
             QString failure;
             try {
                 if (!db) db = std::make_unique<SqliteDatabase>(paths.exDatabase);
-                RecalculatePipeType(*db, rows, a.group, kan, CurrentDialogs(), nullptr);
+                RecalculatePipeType(*db, rows, a.group, kan, console, nullptr);
             } catch (const std::exception& e) {
                 failure = oneLine(QString::fromUtf8(e.what()));
             }

@@ -76,10 +76,11 @@ void LoadGroupNames(const QString& database, ConfRecord& conf) {
     ApplyConfText(NthField(lines.first(), 1), conf);
 }
 
-int SaveGroupNames(const QString& database, const ConfRecord& conf) {
+int SaveGroupNames(Dialogs& dialogs, const QString& database, const ConfRecord& conf) {
     QString reason;
     if (TryExecStatements(database, {ConfDeleteStatement(), ConfInsertStatement(conf)}, reason))
         return 1;
-    ShowWriteFailure(nullptr, reason, QStringLiteral("グループ名を保存できませんでした。"));
+    ShowWriteFailure(dialogs, nullptr, reason,
+                     QStringLiteral("グループ名を保存できませんでした。"));
     return 0;
 }

@@ -3,6 +3,8 @@
 // the group names and four settings that are only carried along.
 
 #include <QString>
+
+class Dialogs;
 #include <QStringList>
 
 #include <array>
@@ -36,4 +38,4 @@ void LoadGroupNames(const QString& database, ConfRecord& conf);
 // Replaces the record on the database file with conf: the delete and the insert
 // run in one transaction, so a failed insert keeps the old record. 1 on
 // success; 0 after one box "ERROR" with the database's reason.
-int SaveGroupNames(const QString& database, const ConfRecord& conf);
+int SaveGroupNames(Dialogs& dialogs, const QString& database, const ConfRecord& conf);

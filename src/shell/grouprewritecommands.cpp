@@ -28,8 +28,8 @@ const QString RecalcNotice =
     QStringLiteral("複合単価を再計算し、データベースに登録し直します。時間がかかりますので、"
                    "変換中は少々お待ちください。");
 
-bool askToGoOn(QWidget* form, const QString& question) {
-    return ShowTaskDialog(form, ApplicationTitle(), QStringLiteral("確認"),
+bool askToGoOn(Dialogs& dialogs, QWidget* form, const QString& question) {
+    return ShowTaskDialog(dialogs, form, ApplicationTitle(), QStringLiteral("確認"),
                           TaskDialog::IconQuestion, TaskDialog::ButtonYes | TaskDialog::ButtonNo,
                           question) != TaskDialog::IdNo;
 }
@@ -114,7 +114,7 @@ QDialog* GroupRewriteCommands::progressWindow() const {
 
 void GroupRewriteCommands::changeGroupOptions() {
     if (m_running || !m_window.rowsAreLoaded(QStringLiteral("実行できません。"))) return;
-    if (!askToGoOn(&m_window,
+    if (!askToGoOn(m_dialogs, &m_window,
                    QStringLiteral("グループ内の計算オプションを、表示中のものに変更していい"
                                   "ですか?\r\n") +
                        RecalcNotice))
@@ -127,7 +127,7 @@ void GroupRewriteCommands::changeGroupOptions() {
     // computed under the old ones.
     if (m_window.saveCurrentPipeType(0) != MainWindow::SaveResult::Saved) return;
     ExecStatement(
-        m_window.workspace().paths().exDatabase,
+        m_dialogs, m_window.workspace().paths().exDatabase,
         OptionChangeStatement(m_window.document().rows()[OptionRow], m_window.currentGroup));
     rewriteGroup(1);
 }
@@ -136,13 +136,16 @@ void GroupRewriteCommands::changeGroupLabourCosts() {
     if (m_running || !m_window.rowsAreLoaded(QStringLiteral("実行できません。"))) return;
     const Currency cost = m_window.labourCostCostEdit->StoredCurrency();
     const Currency submitted = m_window.labourCostSubmittedEdit->StoredCurrency();
-    if (!askToGoOn(&m_window, QStringLiteral("全データの基礎工費を変更しますか?\r\n原価=") +
-                                  CurrToStr(cost) + QStringLiteral("円 提出=") +
-                                  CurrToStr(submitted) + QStringLiteral("円\r\n") + RecalcNotice))
+    if (!askToGoOn(m_dialogs, &m_window,
+                   QStringLiteral("全データの基礎工費を変更しますか?\r\n原価=") + CurrToStr(cost) +
+                       QStringLiteral("円 提出=") + CurrToStr(submitted) +
+                       QStringLiteral("円\r\n") + RecalcNotice))
         return;
-    ExecStatement(m_window.workspace().paths().exDatabase, LabourChangeStatement(cost, submitted));
+    ExecStatement(m_dialogs, m_window.workspace().paths().exDatabase,
+                  LabourChangeStatement(cost, submitted));
     rewriteGroup(1);
-    ShowInfoDialog(&m_window, QStringLiteral("確認"), QStringLiteral("基礎工費を変更しました。"));
+    ShowInfoDialog(m_dialogs, &m_window, QStringLiteral("確認"),
+                   QStringLiteral("基礎工費を変更しました。"));
 }
 
 void GroupRewriteCommands::rewriteGroup(int kind) {
@@ -251,7 +254,7 @@ void GroupRewriteCommands::end(const QString& caption, std::exception_ptr failur
         // The run counts as going until then, so a close during the box
         // waits for its end like any other.
         m_progress->finish();
-        ShowException(failure);
+        ShowException(m_dialogs, failure);
         reopenWindow();
         return;
     }

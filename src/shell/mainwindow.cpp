@@ -2,6 +2,9 @@
 #include "shell/mainwindow.h"
 
 #include "controls/controlerrors.h"
+#include "controls/gradpan.h"
+#include "controls/numberedit.h"
+#include "controls/strcgrid.h"
 #include "edit/editcommands.h"
 #include "edit/librarycommands.h"
 #include "output/outputcommands.h"
@@ -19,7 +22,8 @@ QString LaunchStringArgument() {
     return QCoreApplication::arguments().value(1);
 }
 
-MainWindow::MainWindow(const QString& launchString, QWidget* parent) : QMainWindow(parent) {
+MainWindow::MainWindow(Dialogs& dialogs, const QString& launchString, QWidget* parent)
+    : QMainWindow(parent), dialogs_(dialogs) {
     setObjectName(QStringLiteral("MainWindow"));
     workspace_ = new Workspace(this);
     // The form's font: a Japanese UI face at the size of a desktop form.
@@ -32,24 +36,29 @@ MainWindow::MainWindow(const QString& launchString, QWidget* parent) : QMainWind
     centralArea_->setObjectName(QStringLiteral("centralArea_"));
     setCentralWidget(centralArea_);
     buildSheet();
-    library_ = new LibraryCommands(*this, CurrentDialogs());
-    groupRewrite_ = new GroupRewriteCommands(*this, CurrentDialogs());
-    outputs_ = new OutputCommands(*this, CurrentDialogs());
+    library_ = new LibraryCommands(*this, dialogs_);
+    groupRewrite_ = new GroupRewriteCommands(*this, dialogs_);
+    outputs_ = new OutputCommands(*this, dialogs_);
     setGeometry(DefaultLeft, DefaultTop, DefaultWidth, DefaultHeight);
     connect(&document(), &PipeTypeDocument::undoAvailableChanged, undoAction, &QAction::setEnabled);
-    edits_ = new EditCommands(*this, CurrentDialogs());
+    edits_ = new EditCommands(*this, dialogs_);
     // Failures inside the controls' own event handling are shown like any
     // other failure.
-    SetControlsExceptionHandler([](const QString& message) {
-        ShowException(std::make_exception_ptr(std::runtime_error(message.toStdString())));
-    });
+    const FailureHandler showFailure = [this](const QString& message) {
+        ShowException(dialogs_, std::make_exception_ptr(std::runtime_error(message.toStdString())));
+    };
+    for (NumberEdit* edit : findChildren<NumberEdit*>())
+        edit->OnFailure = showFailure;
+    for (PriceGrid* grid : {compositeGrid, materialGrid})
+        grid->OnFailure = showFailure;
+    velmoraEmblem->OnFailure = showFailure;
 
     // A failure in the creation step is shown like any other, and the form
     // stays.
     try {
         initialise(launchString);
     } catch (...) {
-        HandleCurrentException();
+        HandleCurrentException(dialogs_);
     }
 }
 

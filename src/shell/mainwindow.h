@@ -28,6 +28,7 @@ class QTreeWidget;
 class QTreeWidgetItem;
 class QLineEdit;
 class AboutDialog;
+class Dialogs;
 class LabourLibraryDialog;
 class SizeDialog;
 class BoxLabel;
@@ -62,8 +63,11 @@ public:
     Workspace& workspace() { return *workspace_; }
     PipeTypeDocument& document() { return workspace_->document(); }
     // Builds the form and runs its creation step with the given launch string.
-    explicit MainWindow(const QString& launchString = LaunchStringArgument(),
+    explicit MainWindow(Dialogs& dialogs, const QString& launchString = LaunchStringArgument(),
                         QWidget* parent = nullptr);
+    // Every box, question, file choice, clipboard text and program start of
+    // the window goes through these.
+    Dialogs& dialogs() const { return dialogs_; }
     ~MainWindow() override;
 
     static constexpr int DefaultLeft = 2;
@@ -377,6 +381,7 @@ private:
 
     RowTable& rows() { return workspace_->document().rows(); }
     const DataPaths& paths() const { return workspace_->paths(); }
+    Dialogs& dialogs_;
     Workspace* workspace_ = nullptr;
     QWidget* centralArea_ = nullptr;
     std::array<QLabel*, StatusPanelCount> statusPanels{};

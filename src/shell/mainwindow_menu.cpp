@@ -272,8 +272,8 @@ void MainWindow::nameGroup(int tag) {
     if (noDatabase && !rowsAreLoaded(QStringLiteral("名称を変更できません。"))) return;
     const int g = tag + 1;
     QString name = groupName(g);
-    if (!CurrentDialogs().InputQuery(this, QStringLiteral("Qorvale"),
-                                     QStringLiteral("グル－プ名を入力してください"), name))
+    if (!dialogs_.InputQuery(this, QStringLiteral("Qorvale"),
+                             QStringLiteral("グル－プ名を入力してください"), name))
         return;
     setGroupName(g, name);
     if (QTreeWidgetItem* node = treeNode(tag * 21)) node->setText(0, name);

@@ -44,7 +44,7 @@ void MainWindow::showEvent(QShowEvent* event) {
         try {
             prepareShow();
         } catch (...) {
-            HandleCurrentException();
+            HandleCurrentException(dialogs_);
         }
     });
 }
@@ -53,7 +53,7 @@ void MainWindow::prepareShow() {
     noDataFolder = false;
     if (!QDir(paths().dataRoot).exists()) {
         ShowTaskDialog(
-            this, ApplicationTitle(),
+            dialogs_, this, ApplicationTitle(),
             QStringLiteral("インストール直後は、Velmora本体を先に一度起動してください。"),
             TaskDialog::IconInformation, TaskDialog::ButtonYes, QString());
         noDataFolder = true;
@@ -90,8 +90,9 @@ void MainWindow::prepareShow() {
     if (!problem.isEmpty()) {
         noDatabase = true;
         if (QWidget* sheet = centralWidget()) sheet->setEnabled(false);
-        ShowTaskDialog(this, ApplicationTitle(), QStringLiteral("データベースを開けません。"),
-                       TaskDialog::IconError, TaskDialog::ButtonOk,
+        ShowTaskDialog(dialogs_, this, ApplicationTitle(),
+                       QStringLiteral("データベースを開けません。"), TaskDialog::IconError,
+                       TaskDialog::ButtonOk,
                        problem + QStringLiteral("\r\nファイル: ") + paths().exDatabase);
         return;
     }
@@ -149,7 +150,7 @@ void MainWindow::closeEvent(QCloseEvent* event) {
     try {
         canClose = mayClose();
     } catch (...) {
-        HandleCurrentException();
+        HandleCurrentException(dialogs_);
         canClose = noDataFolder || !rowsLoaded || !document().isChanged() ||
                    closeWithUnsavedRows(QStringLiteral("変更が保存されていません。"));
     }
@@ -166,7 +167,7 @@ bool MainWindow::closeWithUnsavedRows(const QString& heading) {
     // the window. Only "閉じる" drops the rows.
     for (;;) {
         const int answer = ShowTaskDialog(
-            this, ApplicationTitle(), heading, TaskDialog::IconWarning,
+            dialogs_, this, ApplicationTitle(), heading, TaskDialog::IconWarning,
             TaskDialog::ButtonRetry | TaskDialog::ButtonCancel | TaskDialog::ButtonClose,
             QStringLiteral("「再試行」でもう一度保存します。\r\n"
                            "「キャンセル」で画面に戻ります。\r\n"
@@ -196,8 +197,9 @@ bool MainWindow::mayClose() {
     try {
         writeDisplayFile();
     } catch (const FileError& e) {
-        ShowTaskDialog(this, ApplicationTitle(), QStringLiteral("表示設定を保存できませんでした。"),
-                       TaskDialog::IconWarning, TaskDialog::ButtonOk, QString::fromUtf8(e.what()));
+        ShowTaskDialog(dialogs_, this, ApplicationTitle(),
+                       QStringLiteral("表示設定を保存できませんでした。"), TaskDialog::IconWarning,
+                       TaskDialog::ButtonOk, QString::fromUtf8(e.what()));
     }
     return true;
 }

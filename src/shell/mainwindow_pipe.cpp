@@ -67,7 +67,7 @@ void MainWindow::loadGroupNames() {
 void MainWindow::saveGroupNames() {
     for (int g = 1; g <= 10; ++g)
         workspace_->settings().GroupNames[std::size_t(g - 1)] = groupName(g);
-    SaveGroupNames(paths().exDatabase, workspace_->settings());
+    SaveGroupNames(dialogs_, paths().exDatabase, workspace_->settings());
 }
 
 void MainWindow::fillGroupNodes(int g) {
@@ -101,7 +101,7 @@ bool MainWindow::rowsAreLoaded(const QString& refusal) {
     // After a start whose load failed the rows belong to no pipe type:
     // writing them, or the controls showing them, would blank real data.
     if (!rowsLoaded)
-        ShowInfoDialog(this, QStringLiteral("確認"),
+        ShowInfoDialog(dialogs_, this, QStringLiteral("確認"),
                        QStringLiteral("管種が読み込まれていないため、") + refusal);
     return rowsLoaded;
 }
@@ -115,7 +115,7 @@ MainWindow::SaveResult MainWindow::saveCurrentPipeType(int showMessage) {
         {
             const WaitCursor wait; // while a lock of another program is waited out
             try {
-                outcome = workspace_->save(currentGroup, currentPipeType, check, CurrentDialogs());
+                outcome = workspace_->save(currentGroup, currentPipeType, check, dialogs_);
             } catch (const SqliteError& e) {
                 failure = e.Reason();
             } catch (const std::exception& e) {
@@ -125,16 +125,17 @@ MainWindow::SaveResult MainWindow::saveCurrentPipeType(int showMessage) {
         if (!failure.isEmpty()) {
             // Nothing of the pipe type was written; the rows stay unsaved,
             // so the question comes again.
-            ShowWriteFailure(this, failure, NotSavedText);
+            ShowWriteFailure(dialogs_, this, failure, NotSavedText);
             return SaveResult::Failed;
         }
         if (outcome == SaveOutcome::Saved) {
             if (showMessage == 1)
-                ShowInfoDialog(this, QStringLiteral("確認"), QStringLiteral("保存しました。"));
+                ShowInfoDialog(dialogs_, this, QStringLiteral("確認"),
+                               QStringLiteral("保存しました。"));
             return SaveResult::Saved;
         }
         const int answer = ShowTaskDialog(
-            this, ApplicationTitle(),
+            dialogs_, this, ApplicationTitle(),
             QStringLiteral("この管種は読み込んだ後に他で変更されています。"),
             TaskDialog::IconWarning,
             TaskDialog::ButtonOverwrite | TaskDialog::ButtonReload | TaskDialog::ButtonCancel,
@@ -147,7 +148,7 @@ MainWindow::SaveResult MainWindow::saveCurrentPipeType(int showMessage) {
             continue;
         }
         if (answer == TaskDialog::IdReload &&
-            ShowTaskDialog(this, ApplicationTitle(), QStringLiteral("確認"),
+            ShowTaskDialog(dialogs_, this, ApplicationTitle(), QStringLiteral("確認"),
                            TaskDialog::IconQuestion, TaskDialog::ButtonYes | TaskDialog::ButtonNo,
                            QStringLiteral("変更を破棄して読み直しますか?")) == TaskDialog::IdYes &&
             loadAndShow(nullptr))
@@ -160,8 +161,8 @@ MainWindow::SaveResult MainWindow::saveCurrentPipeType(int showMessage) {
 MainWindow::SaveResult MainWindow::askToSave() {
     if (!rowsLoaded || !document().isChanged()) return SaveResult::Saved;
     const int answer =
-        ShowTaskDialog(this, ApplicationTitle(), QStringLiteral("確認"), TaskDialog::IconQuestion,
-                       TaskDialog::ButtonYes | TaskDialog::ButtonCancel,
+        ShowTaskDialog(dialogs_, this, ApplicationTitle(), QStringLiteral("確認"),
+                       TaskDialog::IconQuestion, TaskDialog::ButtonYes | TaskDialog::ButtonCancel,
                        goodsBox->Text() + QStringLiteral("\r\nデータを保存しますか?"));
     if (answer != TaskDialog::IdYes) return SaveResult::Saved;
     return saveCurrentPipeType(0);
@@ -189,7 +190,7 @@ bool MainWindow::loadAndShow(const std::function<void()>& select) {
             setStatusPanel(i, panels[i]);
         lastTreeNode_ = currentPipeTypeNode();
         selectNodeQuietly(lastTreeNode_);
-        HandleCurrentException();
+        HandleCurrentException(dialogs_);
         return false;
     }
     document().takeSnapshot();
@@ -259,8 +260,8 @@ void MainWindow::treeMouseReleased() {
     QTreeWidgetItem* node = selectedNode();
     if (!node || (noDatabase && !rowsAreLoaded(QStringLiteral("名称を変更できません。")))) return;
     QString name = node->text(0);
-    if (!CurrentDialogs().InputQuery(this, QStringLiteral("Qorvale"),
-                                     QStringLiteral("名称を入力してください"), name))
+    if (!dialogs_.InputQuery(this, QStringLiteral("Qorvale"),
+                             QStringLiteral("名称を入力してください"), name))
         return;
     node->setText(0, name);
     const int index = absoluteIndex(node);

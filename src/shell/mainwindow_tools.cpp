@@ -26,17 +26,17 @@ void MainWindow::showAbout() {
         formDialogs_.about->exec();
         return;
     }
-    AboutDialog dialog(this);
+    AboutDialog dialog(dialogs_, this);
     dialog.exec();
 }
 
 void MainWindow::showInstallFolder() {
-    ShowInfoDialog(this, QStringLiteral("確認"),
+    ShowInfoDialog(dialogs_, this, QStringLiteral("確認"),
                    QStringLiteral("現在のインストールフォルダー\r\n") + InstallFolder());
 }
 
 void MainWindow::startCalculator() {
     const QString program = CalculatorProgram();
     if (program.isEmpty()) return;
-    CurrentDialogs().StartProcess(program, {}, QString());
+    dialogs_.StartProcess(program, {}, QString());
 }

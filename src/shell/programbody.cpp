@@ -11,10 +11,11 @@ int ProgramBody(Application& app) {
     app.TrySetStyle(QStringLiteral("Fusion"));
     app.SetTitle(ApplicationTitle());
 
-    MainWindow mainForm;
-    AboutDialog versionInfo;
+    Dialogs& dialogs = *app.dialogs();
+    MainWindow mainForm(dialogs);
+    AboutDialog versionInfo(dialogs);
     SizeDialog sizeSet;
-    LabourLibraryDialog partsSelect;
+    LabourLibraryDialog partsSelect(dialogs);
     mainForm.setFormDialogs({&versionInfo, &sizeSet, &partsSelect});
 
     mainForm.show();

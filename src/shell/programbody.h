@@ -4,6 +4,5 @@
 
 class Application;
 
-// Runs the program on an application object whose dialog implementation is
-// installed. Gives the exit code, 0.
+// Runs the program on an application object whose dialogs are set. Gives the exit code, 0.
 int ProgramBody(Application& app);

@@ -4,10 +4,6 @@
 
 namespace {
 
-void showError() {
-    CurrentDialogs().Message(nullptr, ApplicationTitle(), QStringLiteral("ERROR"));
-}
-
 // Runs the statements in one transaction on db. On a failure the transaction
 // is rolled back and reason tells why; a rollback that fails raises.
 bool runTransaction(SqliteDatabase& db, const QStringList& sqls, QString& reason) {
@@ -26,19 +22,20 @@ bool runTransaction(SqliteDatabase& db, const QStringList& sqls, QString& reason
     return false;
 }
 
-int runGuarded(const QString& path, const QStringList& sqls) {
+int runGuarded(Dialogs& dialogs, const QString& path, const QStringList& sqls) {
     SqliteDatabase db(path);
     QString reason;
     if (runTransaction(db, sqls, reason)) return 1;
-    showError();
+    dialogs.Message(nullptr, ApplicationTitle(), QStringLiteral("ERROR"));
     return 0;
 }
 
 } // namespace
 
-void ShowWriteFailure(QWidget* form, const QString& reason, const QString& what) {
-    ShowTaskDialog(form, ApplicationTitle(), QStringLiteral("ERROR"), TaskDialog::IconError,
-                   TaskDialog::ButtonOk, reason + QStringLiteral("\r\n") + what);
+void ShowWriteFailure(Dialogs& dialogs, QWidget* form, const QString& reason, const QString& what) {
+    ShowTaskDialog(dialogs, form, ApplicationTitle(), QStringLiteral("ERROR"),
+                   TaskDialog::IconError, TaskDialog::ButtonOk,
+                   reason + QStringLiteral("\r\n") + what);
 }
 
 int TryExecStatements(const QString& path, const QStringList& sqls, QString& reason) {
@@ -77,12 +74,12 @@ QueryResult QueryToLines(const QString& path, const QString& sql) {
     return QueryLines(db, sql);
 }
 
-int ExecStatement(const QString& path, const QString& sql) {
-    return runGuarded(path, QStringList{sql});
+int ExecStatement(Dialogs& dialogs, const QString& path, const QString& sql) {
+    return runGuarded(dialogs, path, QStringList{sql});
 }
 
-int ExecStatements(const QString& path, const QStringList& sqls) {
-    return runGuarded(path, sqls);
+int ExecStatements(Dialogs& dialogs, const QString& path, const QStringList& sqls) {
+    return runGuarded(dialogs, path, sqls);
 }
 
 QString FieldOfLine(const QStringList& columns, const QString& line, const QString& columnName) {

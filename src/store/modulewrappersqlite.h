@@ -14,6 +14,7 @@
 #include <QString>
 #include <QStringList>
 
+class Dialogs;
 class QWidget;
 
 // The rows of a query as result lines, and its column names in upper case.
@@ -35,10 +36,10 @@ QueryResult QueryToLines(const QString& path, const QString& sql);
 // Runs one statement in a transaction of its own. 1 on success; on failure
 // the transaction is rolled back, the box "ERROR" is shown and the result is
 // 0. A failure to open the file or to roll back raises SqliteError.
-int ExecStatement(const QString& path, const QString& sql);
+int ExecStatement(Dialogs& dialogs, const QString& path, const QString& sql);
 
 // The same for several statements in one transaction: all of them or none.
-int ExecStatements(const QString& path, const QStringList& sqls);
+int ExecStatements(Dialogs& dialogs, const QString& path, const QStringList& sqls);
 
 // The same, showing nothing and raising nothing: 1 on success; 0 on any
 // failure, the opening of the file included, with the database's own words
@@ -47,7 +48,7 @@ int TryExecStatements(const QString& path, const QStringList& sqls, QString& rea
 
 // The one box of a write that did not reach the database: "ERROR", with the
 // database's reason and what was not written.
-void ShowWriteFailure(QWidget* form, const QString& reason, const QString& what);
+void ShowWriteFailure(Dialogs& dialogs, QWidget* form, const QString& reason, const QString& what);
 
 // The value of a column of a result line with the given column names; the
 // name is looked up without regard to case. Empty for an unknown column.

@@ -199,12 +199,12 @@ TEST_F(Edit, MiddleClickPasteGoesThroughTheFilter) {
 
 TEST_F(Edit, ConversionErrorsGoToTheHandlerAndLeaveTheText) {
     QString reported;
-    SetControlsExceptionHandler([&](const QString& m) { reported = m; });
+    edit->OnFailure = [&](const QString& m) { reported = m; };
     clear();
     type("-.");
     EXPECT_EQ(edit->text(), QStringLiteral("-."));
     EXPECT_FALSE(reported.isEmpty());
-    SetControlsExceptionHandler(nullptr);
+    edit->OnFailure = nullptr;
 }
 
 } // namespace

@@ -208,10 +208,10 @@ TEST(GradPan, MoveableZonesMoveAndSize) {
     EXPECT_EQ(pan->geometry(), QRect(50, 60, 240, 110));
     // A failing move handler reaches the program's handler; the move stands.
     QString reported;
-    SetControlsExceptionHandler([&](const QString& m) { reported = m; });
+    pan->OnFailure = [&](const QString& m) { reported = m; };
     pan->OnPanelMove = [](ControlObject*) { throw ControlError(QStringLiteral("moved")); };
     drag(QPoint(100, 50), QPoint(5, 5));
-    SetControlsExceptionHandler(nullptr);
+    pan->OnFailure = nullptr;
     EXPECT_EQ(reported, QStringLiteral("moved"));
     EXPECT_EQ(pan->geometry(), QRect(55, 65, 240, 110));
 }

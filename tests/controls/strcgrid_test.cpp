@@ -512,7 +512,7 @@ TEST_F(Grid, HandlerFailuresGoToTheProgramsHandler) {
     grid->SetOptions(grid->Options() + goEditing);
     ASSERT_NO_FATAL_FAILURE(focusGrid());
     QStringList reported;
-    SetControlsExceptionHandler([&](const QString& m) { reported << m; });
+    grid->OnFailure = [&](const QString& m) { reported << m; };
     // A raising key handler ends the key: the cell doesn't move.
     grid->OnKeyDown = [&](ControlObject*, int& key, ShiftState) {
         if (key == VK_DOWN) throw ControlError(QStringLiteral("key"));
@@ -540,7 +540,7 @@ TEST_F(Grid, HandlerFailuresGoToTheProgramsHandler) {
     QTest::keyClick(grid, Qt::Key_5);
     EXPECT_TRUE(grid->EditorMode());
     EXPECT_EQ(grid->Cells(3, 3), QStringLiteral("5"));
-    SetControlsExceptionHandler(nullptr);
+    grid->OnFailure = nullptr;
     EXPECT_EQ(reported,
               (QStringList{QStringLiteral("key"), QStringLiteral("click"), QStringLiteral("click"),
                            QStringLiteral("select"), QStringLiteral("edit")}));

@@ -1,9 +1,9 @@
 // The edit commands on the real window offscreen, on a demo database made by
 // the suite stand-in: the menu items are triggered as the user's clicks would,
 // and the questions are answered by the scripted dialogs.
-#include "edit/editcommands.h"
 #include "controls/numberedit.h"
 #include "controls/strcgrid.h"
+#include "edit/editcommands.h"
 #include "engine/calcrow.h"
 #include "shell/formwidgets.h"
 #include "store/pipetypestore.h"
@@ -106,13 +106,13 @@ TEST_F(EditCommands, EveryCommandThatChangesTheRowsMakesTheNextClickAsk) {
                           {f.copyFirstDetailAcrossItem, false}};
     int kan = 2;
     for (const Step& step : steps) {
-        if (step.confirm) dialogs->AnswerBox(TaskDialog::IdYes);
+        if (step.confirm) dialogs.AnswerBox(TaskDialog::IdYes);
         step.command->trigger();
-        const std::size_t boxes = dialogs->Boxes().size();
-        dialogs->AnswerBox(TaskDialog::IdCancel); // do not save, go on
+        const std::size_t boxes = dialogs.Boxes().size();
+        dialogs.AnswerBox(TaskDialog::IdCancel); // do not save, go on
         clickNode(++kan);
-        ASSERT_EQ(dialogs->Boxes().size(), boxes + 1) << step.command->objectName().toStdString();
-        EXPECT_TRUE(dialogs->Boxes().back().content.endsWith(U("データを保存しますか?")));
+        ASSERT_EQ(dialogs.Boxes().size(), boxes + 1) << step.command->objectName().toStdString();
+        EXPECT_TRUE(dialogs.Boxes().back().content.endsWith(U("データを保存しますか?")));
         EXPECT_EQ(f.currentPipeType, kan);
     }
 }
@@ -131,8 +131,8 @@ TEST_F(EditCommands, MenuStateAtStartAfterACopyAndAfterAPaste) {
     ASSERT_NE(f.edits()->detailPricesSeparator(), nullptr);
     EXPECT_TRUE(f.edits()->detailPricesSeparator()->isSeparator());
     EXPECT_TRUE(f.detailMenu->actions().contains(f.edits()->detailPricesSeparator()));
-    for (QAction* a : {f.copyDetailPricesItem, f.pasteDetailPricesItem, f.edits()->detailPricesSeparator(),
-                       f.copyDetailPricesAcrossItem})
+    for (QAction* a : {f.copyDetailPricesItem, f.pasteDetailPricesItem,
+                       f.edits()->detailPricesSeparator(), f.copyDetailPricesAcrossItem})
         EXPECT_FALSE(a->isVisible()) << a->objectName().toStdString();
     // Piping mode: the spreading item is enabled and named by the tabs.
     EXPECT_TRUE(f.copyFirstDetailAcrossItem->isEnabled());
@@ -188,7 +188,7 @@ TEST_F(EditCommands, WholeAllCopyCarriesModeRatesAndRoundingToAnotherPipeType) {
     f.modeRadio->SetItemIndex(1); // refrigerant mode
     ASSERT_EQ(doc().options().ModeFlag(), 1);
     f.copyWholeTableItem->trigger();
-    dialogs->AnswerBox(TaskDialog::IdCancel); // not saved
+    dialogs.AnswerBox(TaskDialog::IdCancel); // not saved
     clickNode(2);
     ASSERT_EQ(f.currentPipeType, 2);
     ASSERT_EQ(f.modeRadio->ItemIndex(), 0);
@@ -369,7 +369,7 @@ TEST_F(EditCommands, UndoOfAClearOrAPasteBringsTheFlagsBack) {
     clickNode(9 * 21 + 1);           // group 10, pipe type 1: refrigerant mode
     rows()[7].modeFlag = 2;
     for (QAction* command : {f.clearPipeTypeItem, f.pasteWholeTableItem}) {
-        if (command == f.clearPipeTypeItem) dialogs->AnswerBox(TaskDialog::IdYes);
+        if (command == f.clearPipeTypeItem) dialogs.AnswerBox(TaskDialog::IdYes);
         command->trigger();
         ASSERT_EQ(rows()[7].modeFlag + rows()[OptionRow].modeFlag, 0);
         f.undoAction->trigger();
@@ -410,18 +410,18 @@ TEST_F(EditCommands, ClearPipeTypeAsksClearsAndUndoBringsTheTreeTextBack) {
     MainWindow& f = open();
     const QString name = f.treeNode(1)->text(0);
     const RowTable before = rows();
-    dialogs->AnswerBox(TaskDialog::IdNo);
+    dialogs.AnswerBox(TaskDialog::IdNo);
     f.clearPipeTypeItem->trigger();
-    ASSERT_EQ(dialogs->Boxes().size(), 1u);
-    EXPECT_EQ(dialogs->Boxes()[0].instruction, U("確認"));
-    EXPECT_EQ(dialogs->Boxes()[0].content, U("現在の内容をすべてクリア－しますか？"));
-    EXPECT_EQ(dialogs->Boxes()[0].icon, TaskDialog::IconQuestion);
-    EXPECT_EQ(dialogs->Boxes()[0].buttons, TaskDialog::ButtonYes | TaskDialog::ButtonNo);
+    ASSERT_EQ(dialogs.Boxes().size(), 1u);
+    EXPECT_EQ(dialogs.Boxes()[0].instruction, U("確認"));
+    EXPECT_EQ(dialogs.Boxes()[0].content, U("現在の内容をすべてクリア－しますか？"));
+    EXPECT_EQ(dialogs.Boxes()[0].icon, TaskDialog::IconQuestion);
+    EXPECT_EQ(dialogs.Boxes()[0].buttons, TaskDialog::ButtonYes | TaskDialog::ButtonNo);
     EXPECT_EQ(fullRow(rows()[1]), fullRow(before[1]));
     EXPECT_EQ(f.treeNode(1)->text(0), name);
 
     f.tabs->setCurrentIndex(2);
-    dialogs->AnswerBox(TaskDialog::IdYes);
+    dialogs.AnswerBox(TaskDialog::IdYes);
     f.clearPipeTypeItem->trigger();
     for (int r = 1; r <= RowCount; ++r) {
         EXPECT_TRUE(rows()[r].goodsBytes.isEmpty() && rows()[r].sizeBytes.isEmpty() &&
@@ -452,14 +452,14 @@ TEST_F(EditCommands, MoveAtTheEndsSaysSoAndChangesNothing) {
     MainWindow& f = open();
     const QByteArray group = storedGroup(1);
     f.moveUpItem->trigger(); // up on the first
-    ASSERT_EQ(dialogs->Boxes().size(), 1u);
-    EXPECT_EQ(dialogs->Boxes()[0].instruction, U("確認"));
-    EXPECT_EQ(dialogs->Boxes()[0].content, U("移動できません。"));
+    ASSERT_EQ(dialogs.Boxes().size(), 1u);
+    EXPECT_EQ(dialogs.Boxes()[0].instruction, U("確認"));
+    EXPECT_EQ(dialogs.Boxes()[0].content, U("移動できません。"));
     EXPECT_EQ(f.currentPipeType, 1);
     clickNode(20);
     f.popupMoveDownItem->trigger(); // down on the twentieth, from the tree's pop-up menu
-    ASSERT_EQ(dialogs->Boxes().size(), 2u);
-    EXPECT_EQ(dialogs->Boxes()[1].content, U("移動できません。"));
+    ASSERT_EQ(dialogs.Boxes().size(), 2u);
+    EXPECT_EQ(dialogs.Boxes()[1].content, U("移動できません。"));
     EXPECT_EQ(f.currentPipeType, 20);
     EXPECT_EQ(storedGroup(1), group);
 }
@@ -490,8 +490,8 @@ TEST_F(EditCommands, MoveCarriesTheSelectionAndASaveLeavesTheNeighbourByteIdenti
     EXPECT_EQ(storedBytes(1, 3), third);
 
     QTest::mouseClick(f.saveButton, Qt::LeftButton);
-    ASSERT_FALSE(dialogs->Boxes().empty());
-    EXPECT_EQ(dialogs->Boxes().back().content, U("保存しました。"));
+    ASSERT_FALSE(dialogs.Boxes().empty());
+    EXPECT_EQ(dialogs.Boxes().back().content, U("保存しました。"));
     EXPECT_EQ(storedBytes(1, 2), first); // the neighbour, untouched
     EXPECT_EQ(stored(1, 1, 60, "DATA5"), QStringLiteral("31000"));
     EXPECT_EQ(stored(1, 1, 1, "GOODS"), name2);
@@ -508,10 +508,10 @@ TEST_F(EditCommands, ClearDetailKeepsSizesAndPricesAndShowsZeroFactors) {
     MainWindow& f = open();
     const RowTable before = rows();
     f.tabs->setCurrentIndex(1);
-    dialogs->AnswerBox(TaskDialog::IdYes);
+    dialogs.AnswerBox(TaskDialog::IdYes);
     f.clearDetailItem->trigger();
-    ASSERT_EQ(dialogs->Boxes().size(), 1u);
-    EXPECT_EQ(dialogs->Boxes()[0].content, U("現在の細目をクリア－しますか？"));
+    ASSERT_EQ(dialogs.Boxes().size(), 1u);
+    EXPECT_EQ(dialogs.Boxes()[0].content, U("現在の細目をクリア－しますか？"));
     EXPECT_EQ(f.tabs->currentIndex(), 1);
     for (int g = 1; g <= 14; ++g) {
         const int r = 15 + g;
@@ -552,7 +552,7 @@ TEST_F(EditCommands, OptionRowIntactAfterTheDetailCommandsOnTheFourthTab) {
     f.copyDetailLabourItem->trigger();
     onTab4(f.pasteDetailLabourItem);
     onTab4(f.copyFirstDetailAcrossItem);
-    dialogs->AnswerBox(TaskDialog::IdYes);
+    dialogs.AnswerBox(TaskDialog::IdYes);
     onTab4(f.clearDetailItem);
     EXPECT_TRUE(rows()[59].factor(5).IsZero());
     // The controls still show the options, and a save stores them.
@@ -569,7 +569,7 @@ TEST_F(EditCommands, WholeTablePasteStillCarriesTheOptionRow) {
     f.labourCostSubmittedEdit->SetValue(27000);
     f.applyControls();
     f.copyLabourFactorsItem->trigger(); // pipefitter: DATA5 of every row, row 60 included
-    dialogs->AnswerBox(TaskDialog::IdCancel);
+    dialogs.AnswerBox(TaskDialog::IdCancel);
     clickNode(2);
     ASSERT_EQ(f.labourCostSubmittedEdit->Value(), 24200);
     const Currency labour3 = rows()[3].factor(2);

@@ -69,7 +69,7 @@ protected:
         qputenv("QORVALE_LIBRARY_DIR", library.toUtf8());
         ResetFdkRecordBuffer();
         // Made at start-up, as the program body does.
-        partsSelect = std::make_unique<LabourLibraryDialog>();
+        partsSelect = std::make_unique<LabourLibraryDialog>(dialogs);
     }
     void TearDown() override {
         partsSelect.reset();
@@ -149,10 +149,10 @@ TEST_F(Library, SaveWritesTheRowsAsTheyStandByteForByte) {
     const RowTable shown = rows();
     // Typed into the box but not applied: the file has the row's old GOODS.
     saveAs(U("標準　鋼管"));
-    ASSERT_EQ(dialogs->Boxes().size(), 1u);
-    EXPECT_EQ(dialogs->Boxes()[0].instruction, U("確認"));
-    EXPECT_EQ(dialogs->Boxes()[0].content, U("選択用標準歩掛として登録しました。"));
-    EXPECT_EQ(dialogs->Boxes()[0].title, ApplicationTitle());
+    ASSERT_EQ(dialogs.Boxes().size(), 1u);
+    EXPECT_EQ(dialogs.Boxes()[0].instruction, U("確認"));
+    EXPECT_EQ(dialogs.Boxes()[0].content, U("選択用標準歩掛として登録しました。"));
+    EXPECT_EQ(dialogs.Boxes()[0].title, ApplicationTitle());
 
     const QByteArray bytes = readAll(entry(U("標準　鋼管")));
     GoldenRecords golden;
@@ -180,8 +180,8 @@ TEST_F(Library, SavingTwiceReplacesWithoutAsking) {
     saveAs(QStringLiteral("entry"));
     rows()[3].factor(5) = Currency::FromRaw(777);
     saveAs(QStringLiteral("entry"));
-    ASSERT_EQ(dialogs->Boxes().size(), 2u);
-    for (const auto& box : dialogs->Boxes())
+    ASSERT_EQ(dialogs.Boxes().size(), 2u);
+    for (const auto& box : dialogs.Boxes())
         EXPECT_EQ(box.content, U("選択用標準歩掛として登録しました。"));
     const QByteArray bytes = readAll(entry(QStringLiteral("entry")));
     EXPECT_EQ(bytes.size(), 22560);
@@ -201,13 +201,13 @@ TEST_F(Library, NamesThatCanNotBeAFileGiveAMessageAndNoFile) {
     open();
     for (const QString& name :
          {QString(), QStringLiteral("  "), QStringLiteral("a/b"), QStringLiteral("../outside")}) {
-        dialogs->ClearRecords();
+        dialogs.ClearRecords();
         saveAs(name);
-        ASSERT_EQ(dialogs->Boxes().size(), 1u) << name.toStdString();
-        EXPECT_EQ(dialogs->Boxes()[0].instruction, U("確認"));
-        EXPECT_TRUE(dialogs->Boxes()[0].content.startsWith(U("標準歩掛の名前")))
-            << dialogs->Boxes()[0].content.toStdString();
-        EXPECT_NE(dialogs->Boxes()[0].content, U("選択用標準歩掛として登録しました。"));
+        ASSERT_EQ(dialogs.Boxes().size(), 1u) << name.toStdString();
+        EXPECT_EQ(dialogs.Boxes()[0].instruction, U("確認"));
+        EXPECT_TRUE(dialogs.Boxes()[0].content.startsWith(U("標準歩掛の名前")))
+            << dialogs.Boxes()[0].content.toStdString();
+        EXPECT_NE(dialogs.Boxes()[0].content, U("選択用標準歩掛として登録しました。"));
     }
     EXPECT_FALSE(QFileInfo::exists(library));
     EXPECT_FALSE(QFileInfo::exists(dir.filePath(QStringLiteral("library/outside.fdk"))));
@@ -221,10 +221,10 @@ TEST_F(Library, AFileNameOf255BytesIsTakenAndOneOf256IsRefused) {
     for (const QString& name : {QString(251, QLatin1Char('a')), QStringLiteral("ab") + kanji,
                                 QString(252, QLatin1Char('a')), QStringLiteral("abc") + kanji}) {
         const bool fits = QFile::encodeName(name + QStringLiteral(".fdk")).size() == 255;
-        dialogs->ClearRecords();
+        dialogs.ClearRecords();
         saveAs(name);
-        ASSERT_EQ(dialogs->Boxes().size(), 1u);
-        EXPECT_EQ(dialogs->Boxes()[0].content.startsWith(U("標準歩掛の名前が長すぎます。")), !fits);
+        ASSERT_EQ(dialogs.Boxes().size(), 1u);
+        EXPECT_EQ(dialogs.Boxes()[0].content.startsWith(U("標準歩掛の名前が長すぎます。")), !fits);
         EXPECT_EQ(QFileInfo(library + QLatin1Char('/') + name + QStringLiteral(".fdk")).isFile(),
                   fits);
     }
@@ -236,10 +236,10 @@ TEST_F(Library, ASaveThatCanNotWriteSaysSoInJapanese) {
     QDir().mkpath(dir.filePath(QStringLiteral("library")));
     writeAll(library, QByteArray("x"));
     saveAs(QStringLiteral("entry"));
-    ASSERT_EQ(dialogs->Boxes().size(), 1u);
-    EXPECT_EQ(dialogs->Boxes()[0].icon, TaskDialog::IconError);
-    EXPECT_TRUE(dialogs->Boxes()[0].instruction.startsWith(U("入出力エラー")));
-    EXPECT_TRUE(dialogs->Boxes()[0].instruction.contains(library));
+    ASSERT_EQ(dialogs.Boxes().size(), 1u);
+    EXPECT_EQ(dialogs.Boxes()[0].icon, TaskDialog::IconError);
+    EXPECT_TRUE(dialogs.Boxes()[0].instruction.startsWith(U("入出力エラー")));
+    EXPECT_TRUE(dialogs.Boxes()[0].instruction.contains(library));
 }
 
 TEST_F(Library, TheDialogListsTheEntriesInTheFoldersOrder) {
@@ -298,7 +298,7 @@ TEST_F(Library, AMissingFolderListsNothing) {
     });
     EXPECT_EQ(count, 0);
     EXPECT_FALSE(QFileInfo::exists(library));
-    EXPECT_TRUE(dialogs->Boxes().empty());
+    EXPECT_TRUE(dialogs.Boxes().empty());
 }
 
 class LibraryLoad : public Library {
@@ -371,7 +371,7 @@ TEST_F(LibraryLoad, AnEntryChangesSizesAndFactorsOfRowsOneTo59AndNothingElse) {
     EXPECT_TRUE(doc().isChanged());
     expectSameRows(doc().snapshot(), undoBefore);
     EXPECT_TRUE(f.undoAction->isEnabled());
-    EXPECT_TRUE(dialogs->Boxes().empty());
+    EXPECT_TRUE(dialogs.Boxes().empty());
 }
 
 TEST_F(LibraryLoad, TheCurrentTabIsShown) {
@@ -418,7 +418,7 @@ TEST_F(LibraryLoad, NoEntrySelectedTouchesNothing) {
     EXPECT_EQ(partsSelect->result(), LabourLibraryDialog::ResultSelect);
     expectSameRows(rows(), before);
     EXPECT_EQ(doc().currentLines(), lines);
-    EXPECT_TRUE(dialogs->Boxes().empty());
+    EXPECT_TRUE(dialogs.Boxes().empty());
 }
 
 TEST_F(LibraryLoad, CancelCloseAndEscapeChangeNothingWhileADeletionStays) {
@@ -428,7 +428,7 @@ TEST_F(LibraryLoad, CancelCloseAndEscapeChangeNothingWhileADeletionStays) {
     const RowTable before = rows();
     const QStringList lines = doc().currentLines();
     const bool undo = f.undoAction->isEnabled();
-    dialogs->AnswerBox(TaskDialog::IdYes);
+    dialogs.AnswerBox(TaskDialog::IdYes);
     QStringList left;
     runDialog([&left](LabourLibraryDialog* d) {
         d->entryList->setCurrentItem(d->entryList->findItems("gone", Qt::MatchExactly).first());
@@ -437,8 +437,8 @@ TEST_F(LibraryLoad, CancelCloseAndEscapeChangeNothingWhileADeletionStays) {
             left << d->entryList->item(i)->text();
         d->cancelButton->click();
     });
-    ASSERT_EQ(dialogs->Boxes().size(), 1u);
-    const auto& question = dialogs->Boxes()[0];
+    ASSERT_EQ(dialogs.Boxes().size(), 1u);
+    const auto& question = dialogs.Boxes()[0];
     EXPECT_EQ(question.instruction, U("確認"));
     EXPECT_EQ(question.content, U("削除していいですか?"));
     EXPECT_EQ(question.icon, TaskDialog::IconQuestion);
@@ -466,8 +466,8 @@ TEST_F(LibraryLoad, DeleteAnsweredNoKeepsTheEntryAndAFailedDeleteStillLeavesTheL
     open();
     writeEntry(QStringLiteral("a"));
     writeEntry(QStringLiteral("b"));
-    dialogs->AnswerBox(TaskDialog::IdNo);
-    dialogs->AnswerBox(TaskDialog::IdYes);
+    dialogs.AnswerBox(TaskDialog::IdNo);
+    dialogs.AnswerBox(TaskDialog::IdYes);
     int afterNo = 0, afterFailed = 0;
     runDialog([&](LabourLibraryDialog* d) {
         // With nothing selected the button asks nothing.
@@ -484,7 +484,7 @@ TEST_F(LibraryLoad, DeleteAnsweredNoKeepsTheEntryAndAFailedDeleteStillLeavesTheL
     });
     EXPECT_EQ(afterNo, 2);
     EXPECT_EQ(afterFailed, 1);
-    EXPECT_EQ(dialogs->Boxes().size(), 2u);
+    EXPECT_EQ(dialogs.Boxes().size(), 2u);
     EXPECT_TRUE(QFileInfo::exists(entry(QStringLiteral("b"))));
 }
 
@@ -495,8 +495,8 @@ TEST_F(LibraryLoad, AShortFileStopsWithTheErrorAndKeepsTheRowsReadBeforeIt) {
     const QStringList lines = doc().currentLines();
     const QString shown = cell1(0, 1);
     pick(QStringLiteral("short"));
-    ASSERT_EQ(dialogs->Boxes().size(), 1u);
-    const auto& box = dialogs->Boxes()[0];
+    ASSERT_EQ(dialogs.Boxes().size(), 1u);
+    const auto& box = dialogs.Boxes()[0];
     EXPECT_EQ(box.icon, TaskDialog::IconError);
     EXPECT_TRUE(box.instruction.startsWith(U("入出力エラー"))) << box.instruction.toStdString();
     EXPECT_TRUE(box.instruction.contains(entry(QStringLiteral("short"))));
@@ -522,10 +522,10 @@ TEST_F(LibraryLoad, AfterALoadLeavingThePipeTypeAsksToSave) {
     open();
     writeEntry(QStringLiteral("entry"));
     pick(QStringLiteral("entry"));
-    dialogs->AnswerBox(TaskDialog::IdCancel);
+    dialogs.AnswerBox(TaskDialog::IdCancel);
     clickNode(2);
-    ASSERT_EQ(dialogs->Boxes().size(), 1u);
-    EXPECT_TRUE(dialogs->Boxes()[0].content.endsWith(U("データを保存しますか?")));
+    ASSERT_EQ(dialogs.Boxes().size(), 1u);
+    EXPECT_TRUE(dialogs.Boxes()[0].content.endsWith(U("データを保存しますか?")));
     EXPECT_EQ(stored(1, 1, 1, "SIZE"), QStringLiteral("15A")); // not saved
 }
 
@@ -553,7 +553,7 @@ TEST_F(LibraryLoad, EntryFromOnePipeTypeOnAnotherSurvivesARestart) {
     EXPECT_EQ(cell1(0, 1), first[1].size());
     const RowTable applied = rows();
     // Leaving the pipe type asks; yes saves.
-    dialogs->AnswerBox(TaskDialog::IdYes);
+    dialogs.AnswerBox(TaskDialog::IdYes);
     clickNode(1);
     closeForm();
     open();

@@ -65,9 +65,11 @@ protected:
         ws().paths().exDatabase = dir.filePath(QStringLiteral("velmoraMainEX.db3"));
         CreateSuiteDatabase(ws().paths().exDatabase, true);
     }
-    void TearDown() override { EXPECT_TRUE(dialogs->Unanswered().isEmpty()); }
+    void TearDown() override { EXPECT_TRUE(dialogs.Unanswered().isEmpty()); }
 
-    void exec(const QString& sql) { ASSERT_EQ(ExecStatement(ws().paths().exDatabase, sql), 1); }
+    void exec(const QString& sql) {
+        ASSERT_EQ(ExecStatement(dialogs, ws().paths().exDatabase, sql), 1);
+    }
 
     // The computed columns of one pipe type as stored, one line a row.
     QStringList storedPrices(int grp, int kan) {
@@ -90,7 +92,7 @@ protected:
     }
 
     QTemporaryDir dir;
-    ScriptedDialogsScope dialogs;
+    ScriptedDialogs dialogs;
 };
 
 TEST_F(GroupRecalc, EveryPipeTypeOfTheGroupIsComputedUnderItsStoredOptionsAndSaved) {
@@ -118,7 +120,7 @@ TEST_F(GroupRecalc, EveryPipeTypeOfTheGroupIsComputedUnderItsStoredOptionsAndSav
     doc().takeSnapshot();
     rows()[3].listPrice = c("123456"); // not saved: the run loads from the table
     std::vector<std::pair<QString, int>> progress;
-    ws().recalculateGroup(1, 2, 7, *dialogs, [&](const QString& text, int step) {
+    ws().recalculateGroup(1, 2, 7, dialogs, [&](const QString& text, int step) {
         progress.emplace_back(text, step);
     });
 
@@ -146,7 +148,7 @@ TEST_F(GroupRecalc, TheCurrentPipeTypeComesBackAsStoredWithItsPrices) {
     doc().calculateAll();
     doc().refreshLines();
     ASSERT_TRUE(doc().isChanged());
-    ws().recalculateGroup(1, 1, 3, *dialogs, nullptr);
+    ws().recalculateGroup(1, 1, 3, dialogs, nullptr);
     // Group 1's pipe type 3, computed, with doc().savedLines() from the table: the
     // entry is gone from the rows, and the rows differ from doc().currentLines().
     EXPECT_EQ(doc().savedLines(), asLoaded);
@@ -162,8 +164,8 @@ TEST_F(GroupRecalc, TheCurrentPipeTypeComesBackAsStoredWithItsPrices) {
         EXPECT_EQ(CurrToStr(shown[n].submittedAmounts[4]), fields[7]) << n;
     }
     // Nothing was asked; the statement of the last save is on the clipboard.
-    EXPECT_TRUE(dialogs->Boxes().empty());
-    EXPECT_TRUE(dialogs->Clipboard().contains(QStringLiteral("KAN='20' and NO='1';")));
+    EXPECT_TRUE(dialogs.Boxes().empty());
+    EXPECT_TRUE(dialogs.Clipboard().contains(QStringLiteral("KAN='20' and NO='1';")));
 }
 
 TEST_F(GroupRecalc, AFailedLoadEndsTheRunWithTheCurrentRowsBack) {
@@ -182,7 +184,7 @@ TEST_F(GroupRecalc, AFailedLoadEndsTheRunWithTheCurrentRowsBack) {
     const RowTable current = rows();
     int lastStep = 0;
     QString lastText;
-    EXPECT_THROW(ws().recalculateGroup(1, 1, 2, *dialogs,
+    EXPECT_THROW(ws().recalculateGroup(1, 1, 2, dialogs,
                                        [&](const QString& text, int step) {
                                            lastStep = step;
                                            lastText = text;
@@ -210,7 +212,7 @@ TEST_F(GroupRecalc, AFailedLoadEndsTheRunWithTheCurrentRowsBack) {
     const RowTable before = rows();
     exec(
         QStringLiteral("DELETE FROM ex_kanzai WHERE CTG='1' AND GRP='1' AND KAN='2' AND NO='60';"));
-    EXPECT_THROW(ws().recalculateGroup(1, 1, 2, *dialogs, nullptr), std::runtime_error);
+    EXPECT_THROW(ws().recalculateGroup(1, 1, 2, dialogs, nullptr), std::runtime_error);
     for (int n = 1; n <= RowCount; ++n)
         ASSERT_EQ(RowLine(rows()[n]), RowLine(before[n])) << n;
 }

@@ -1,8 +1,8 @@
 // The outputs on the main window: CSV file, clipboard, the print data and
 // the workbook of a group, on the demo database.
-#include "output/outputcommands.h"
 #include "../support/modal.h"
 #include "../support/workspace_fixture.h"
+#include "output/outputcommands.h"
 
 #include "output/exceloptionsdialog.h"
 #include "output/excelstream.h"
@@ -59,7 +59,7 @@ protected:
     QByteArray csv(bool headings, bool results) {
         const QString path = dir.filePath(QStringLiteral("out.CSV"));
         answerOptions(headings, results);
-        dialogs->AnswerFile(path);
+        dialogs.AnswerFile(path);
         form->outputs()->exportCsvFile();
         return ReadBytes(path);
     }
@@ -94,8 +94,8 @@ TEST_F(OutputForm, MenuItemsAreJoined) {
     EXPECT_TRUE(form->excelOutItem->isEnabled());
     answerOptions(false, false, false);
     form->clipboardItem->trigger();
-    EXPECT_TRUE(dialogs->Messages().empty());
-    EXPECT_TRUE(dialogs->Boxes().empty());
+    EXPECT_TRUE(dialogs.Messages().empty());
+    EXPECT_TRUE(dialogs.Boxes().empty());
 }
 
 TEST_F(OutputForm, CsvOfPipingTypeWithHeadingsAndFactors) {
@@ -105,12 +105,12 @@ TEST_F(OutputForm, CsvOfPipingTypeWithHeadingsAndFactors) {
     EXPECT_EQ(bytes, Golden("csv_piping_headings_factors.txt", bytes));
     EXPECT_TRUE(bytes.endsWith(",\r\n"));
     EXPECT_FALSE(bytes.startsWith("\xEF\xBB\xBF"));
-    ASSERT_EQ(dialogs->FileQuestions().size(), 1u);
-    EXPECT_EQ(dialogs->FileQuestions()[0].kind, U("save"));
-    EXPECT_EQ(dialogs->FileQuestions()[0].filter, U("*.CSV"));
-    ASSERT_EQ(dialogs->Boxes().size(), 1u);
-    EXPECT_EQ(dialogs->Boxes()[0].instruction, U("確認"));
-    EXPECT_EQ(dialogs->Boxes()[0].content, U("ＣＳＶ出力しました。"));
+    ASSERT_EQ(dialogs.FileQuestions().size(), 1u);
+    EXPECT_EQ(dialogs.FileQuestions()[0].kind, U("save"));
+    EXPECT_EQ(dialogs.FileQuestions()[0].filter, U("*.CSV"));
+    ASSERT_EQ(dialogs.Boxes().size(), 1u);
+    EXPECT_EQ(dialogs.Boxes()[0].instruction, U("確認"));
+    EXPECT_EQ(dialogs.Boxes()[0].content, U("ＣＳＶ出力しました。"));
 }
 
 TEST_F(OutputForm, CsvOfPipingTypeWithResultsOnly) {
@@ -127,7 +127,7 @@ TEST_F(OutputForm, CsvGetsItsDefaultExtensionAndReplacesTheFile) {
     old.write(QByteArray(20000, 'x'));
     old.close();
     answerOptions(false, true);
-    dialogs->AnswerFile(path);
+    dialogs.AnswerFile(path);
     form->outputs()->exportCsvFile();
     const QByteArray bytes = ReadBytes(path + QStringLiteral(".CSV"));
     EXPECT_EQ(bytes, Golden("csv_piping_results.txt", bytes));
@@ -147,12 +147,12 @@ TEST_F(OutputForm, ClipboardOfRefrigerantTypeWithFactors) {
     openRefrigerant();
     answerOptions(false, false);
     form->outputs()->exportToClipboard();
-    const QByteArray text = ToAnsi(dialogs->Clipboard());
+    const QByteArray text = ToAnsi(dialogs.Clipboard());
     QByteArray golden = Golden("csv_refrigerant_factors.txt", text + "\r\n");
     EXPECT_EQ(text + "\r\n", golden);
     EXPECT_FALSE(text.endsWith("\n")) << "no line end after the last row";
-    ASSERT_EQ(dialogs->Boxes().size(), 1u);
-    EXPECT_EQ(dialogs->Boxes()[0].content, U("クリップボ－ドへコピ－しました。"));
+    ASSERT_EQ(dialogs.Boxes().size(), 1u);
+    EXPECT_EQ(dialogs.Boxes()[0].content, U("クリップボ－ドへコピ－しました。"));
 }
 
 TEST_F(OutputForm, ClipboardMatchesTheCsvFileWithoutItsLastLineEnd) {
@@ -160,7 +160,7 @@ TEST_F(OutputForm, ClipboardMatchesTheCsvFileWithoutItsLastLineEnd) {
     const QByteArray file = csv(true, false);
     answerOptions(true, false);
     form->outputs()->exportToClipboard();
-    EXPECT_EQ(ToAnsi(dialogs->Clipboard()) + "\r\n", file);
+    EXPECT_EQ(ToAnsi(dialogs.Clipboard()) + "\r\n", file);
 }
 
 TEST_F(OutputForm, CancelProducesNothingAndStillMovesTheSelection) {
@@ -168,18 +168,18 @@ TEST_F(OutputForm, CancelProducesNothingAndStillMovesTheSelection) {
     selectGrid2(3, 5);
     answerOptions(true, true, false);
     form->outputs()->exportCsvFile();
-    EXPECT_TRUE(dialogs->FileQuestions().empty());
-    EXPECT_TRUE(dialogs->Boxes().empty());
+    EXPECT_TRUE(dialogs.FileQuestions().empty());
+    EXPECT_TRUE(dialogs.Boxes().empty());
     EXPECT_EQ(form->materialGrid->Selection().Left, 1);
     EXPECT_EQ(form->materialGrid->Selection().Right, 1);
     EXPECT_EQ(form->materialGrid->Selection().Top, 5);
     EXPECT_EQ(form->materialGrid->Selection().Bottom, 5);
 
     selectGrid2(2, 3);
-    dialogs->SetClipboard(U("before"));
+    dialogs.SetClipboard(U("before"));
     answerOptions(true, true, false);
     form->outputs()->exportToClipboard();
-    EXPECT_EQ(dialogs->Clipboard(), U("before"));
+    EXPECT_EQ(dialogs.Clipboard(), U("before"));
     EXPECT_EQ(form->materialGrid->Selection().Left, 1);
     EXPECT_EQ(form->materialGrid->Selection().Top, 3);
 }
@@ -187,9 +187,9 @@ TEST_F(OutputForm, CancelProducesNothingAndStillMovesTheSelection) {
 TEST_F(OutputForm, CancelledSaveDialogWritesNothingAndSaysNothing) {
     open();
     answerOptions(true, false);
-    dialogs->AnswerFile(QString());
+    dialogs.AnswerFile(QString());
     form->outputs()->exportCsvFile();
-    EXPECT_TRUE(dialogs->Boxes().empty());
+    EXPECT_TRUE(dialogs.Boxes().empty());
     EXPECT_EQ(QDir(dir.path()).entryList(QDir::Files), QStringList());
 }
 
@@ -200,7 +200,7 @@ TEST_F(OutputForm, PrintDataHasNoDialogNoMessageAndKeepsTheMinus) {
     rows()[1].submittedAmounts[4] = StrToCurr(U("-56789"));
     form->outputs()->exportRows(ExportPrint);
     EXPECT_EQ(form->materialGrid->Selection().Left, 1);
-    EXPECT_TRUE(dialogs->Boxes().empty());
+    EXPECT_TRUE(dialogs.Boxes().empty());
     const QByteArray bytes = ReadBytes(PrintDataPath(dataRoot));
     const QList<QByteArray> lines = bytes.split('\n');
     ASSERT_EQ(lines.size(), 57); // 56 lines and the final line end
@@ -221,15 +221,15 @@ TEST_F(OutputForm, ExcelOutWritesStreamAndWorkbookAndOpensIt) {
     const QByteArray stream = ReadBytes(ExcelStreamPath(dataRoot));
     EXPECT_EQ(stream, ToAnsi(ExcelStream(db, 1, form->tabCaptions()).join(U("\r\n")) + U("\r\n")));
     EXPECT_EQ(stream.count("AutoFit;1;1;;\r\n"), 6);
-    ASSERT_EQ(dialogs->Documents().size(), 1);
-    const QString book = dialogs->Documents()[0];
+    ASSERT_EQ(dialogs.Documents().size(), 1);
+    const QString book = dialogs.Documents()[0];
     EXPECT_TRUE(QFile::exists(book));
     EXPECT_EQ(QFileInfo(book).absolutePath(), QFileInfo(dataRoot).absoluteFilePath());
     EXPECT_TRUE(QRegularExpression(U("^\\d{8} \\d{6}\\.xlsx$"))
                     .match(QFileInfo(book).fileName())
                     .hasMatch())
         << book.toStdString();
-    EXPECT_TRUE(dialogs->Boxes().empty());
+    EXPECT_TRUE(dialogs.Boxes().empty());
 }
 
 TEST_F(OutputForm, ExcelOutExportsWhatIsSavedNotTheScreen) {
@@ -244,14 +244,14 @@ TEST_F(OutputForm, ExcelOutExportsWhatIsSavedNotTheScreen) {
 TEST_F(OutputForm, ExcelOutFailingToOpenShowsTheErrorBoxUnderTheBusyCaption) {
     open();
     const QString title = form->windowTitle();
-    dialogs->SetOpenResult(false);
+    dialogs.SetOpenResult(false);
     QString captionDuringBox;
-    dialogs->OnBox = [&] { captionDuringBox = form->windowTitle(); };
+    dialogs.OnBox = [&] { captionDuringBox = form->windowTitle(); };
     form->outputs()->exportWorkbook();
-    ASSERT_EQ(dialogs->Boxes().size(), 1u);
-    EXPECT_EQ(dialogs->Boxes()[0].title, U("エラー"));
-    EXPECT_EQ(dialogs->Boxes()[0].instruction, U("起動に失敗しました"));
-    EXPECT_EQ(dialogs->Boxes()[0].icon, TaskDialog::IconError);
+    ASSERT_EQ(dialogs.Boxes().size(), 1u);
+    EXPECT_EQ(dialogs.Boxes()[0].title, U("エラー"));
+    EXPECT_EQ(dialogs.Boxes()[0].instruction, U("起動に失敗しました"));
+    EXPECT_EQ(dialogs.Boxes()[0].icon, TaskDialog::IconError);
     EXPECT_EQ(captionDuringBox, U("エクセルファイル出力中・・・しばらくお待ちください"));
     EXPECT_EQ(form->windowTitle(), title);
 }
@@ -262,7 +262,7 @@ TEST_F(OutputForm, ExcelOutWithoutTempFolderFailsAndGivesTheCaptionBack) {
     ASSERT_TRUE(QDir(dataRoot + U("/temp")).removeRecursively());
     EXPECT_THROW(form->outputs()->exportWorkbook(), FileError);
     EXPECT_EQ(form->windowTitle(), title);
-    EXPECT_TRUE(dialogs->Documents().isEmpty());
+    EXPECT_TRUE(dialogs.Documents().isEmpty());
     EXPECT_TRUE(QDir(dataRoot).entryList({U("*.xlsx")}, QDir::Files).isEmpty());
 }
 

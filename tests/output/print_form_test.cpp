@@ -39,12 +39,12 @@ TEST_F(PrintCommand, WritesTheFilesAndStartsTheProgramWithDataRootAndSemicolon) 
 
     f.printItem->trigger();
 
-    ASSERT_EQ(dialogs->Processes().size(), 1u);
-    const auto& p = dialogs->Processes()[0];
+    ASSERT_EQ(dialogs.Processes().size(), 1u);
+    const auto& p = dialogs.Processes()[0];
     EXPECT_EQ(p.program, PrintProgramPath());
     EXPECT_TRUE(p.program.endsWith(QStringLiteral("/listpress")));
     EXPECT_EQ(p.arguments, QStringList{dataRoot + QLatin1Char(';')});
-    EXPECT_TRUE(dialogs->Boxes().empty());
+    EXPECT_TRUE(dialogs.Boxes().empty());
 
     // The submitted side is selected for the next redisplay.
     EXPECT_EQ(f.materialGrid->Selection(), (TGridRect{1, 5, 1, 5}));
@@ -72,7 +72,7 @@ TEST_F(PrintCommand, WritesTheFilesAndStartsTheProgramWithDataRootAndSemicolon) 
     for (int i = 0; i < int(a.size()); ++i)
         EXPECT_EQ(a[i] == b[i], i != 3) << i;
     EXPECT_EQ(readAll(PrintDataPath(dataRoot)), data);
-    EXPECT_EQ(dialogs->Processes().size(), 2u);
+    EXPECT_EQ(dialogs.Processes().size(), 2u);
 }
 
 TEST_F(PrintCommand, AFailedStartLeavesTheFilesAndSaysNothing) {
@@ -80,11 +80,11 @@ TEST_F(PrintCommand, AFailedStartLeavesTheFilesAndSaysNothing) {
     for (const QString& p :
          {PrintConfPath(dataRoot), PrintHeaderPath(dataRoot), PrintDataPath(dataRoot)})
         QFile::remove(p);
-    dialogs->SetStartResult(false);
+    dialogs.SetStartResult(false);
     f.printAction->trigger();
-    EXPECT_EQ(dialogs->Processes().size(), 1u);
-    EXPECT_TRUE(dialogs->Boxes().empty());
-    EXPECT_TRUE(dialogs->Messages().empty());
+    EXPECT_EQ(dialogs.Processes().size(), 1u);
+    EXPECT_TRUE(dialogs.Boxes().empty());
+    EXPECT_TRUE(dialogs.Messages().empty());
     EXPECT_TRUE(QFile::exists(PrintConfPath(dataRoot)));
     EXPECT_TRUE(QFile::exists(PrintHeaderPath(dataRoot)));
     EXPECT_TRUE(QFile::exists(PrintDataPath(dataRoot)));
@@ -93,12 +93,12 @@ TEST_F(PrintCommand, AFailedStartLeavesTheFilesAndSaysNothing) {
 TEST_F(PrintCommand, MissingFolderShowsTheErrorAndStartsNothing) {
     MainWindow& f = open();
     ASSERT_TRUE(QDir(PrintFolderPath(dataRoot)).removeRecursively());
-    dialogs->AnswerBox(TaskDialog::IdOk);
+    dialogs.AnswerBox(TaskDialog::IdOk);
     f.printAction->trigger();
-    EXPECT_TRUE(dialogs->Processes().empty());
-    ASSERT_EQ(dialogs->Boxes().size(), 1u);
-    EXPECT_EQ(dialogs->Boxes()[0].icon, TaskDialog::IconError);
-    EXPECT_TRUE(dialogs->Boxes()[0].instruction.contains(QStringLiteral("print_Data.dat")));
+    EXPECT_TRUE(dialogs.Processes().empty());
+    ASSERT_EQ(dialogs.Boxes().size(), 1u);
+    EXPECT_EQ(dialogs.Boxes()[0].icon, TaskDialog::IconError);
+    EXPECT_TRUE(dialogs.Boxes()[0].instruction.contains(QStringLiteral("print_Data.dat")));
 }
 
 TEST_F(PrintCommand, RefrigerantPipeTypeGivesOneTabAndMaskQvr) {

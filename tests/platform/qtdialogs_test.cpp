@@ -147,11 +147,10 @@ TEST(QtDialogsTest, MessageAndInputBox) {
     EXPECT_EQ(value, "上水");
 }
 
-TEST(QtDialogsTest, ClipboardShiftAndProcesses) {
+TEST(QtDialogsTest, ClipboardAndProcesses) {
     QtDialogs dialogs;
     dialogs.SetClipboardText("1;2;3");
     EXPECT_EQ(dialogs.ClipboardText(), "1;2;3");
-    EXPECT_FALSE(dialogs.ShiftDown());
     EXPECT_TRUE(dialogs.StartProcess("true", {}, QString()));
     EXPECT_FALSE(dialogs.StartProcess("/nonexistent/program", {}, QString()));
 }

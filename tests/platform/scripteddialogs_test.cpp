@@ -15,171 +15,157 @@ namespace TD = ::TaskDialog;
 namespace {
 
 TEST(ScriptedDialogsTest, BoxesTakeScriptedAnswersInOrder) {
-    ScriptedDialogsScope d;
-    d->AnswerBox(TD::IdYes);
-    d->AnswerBox(TD::IdCancel);
+    ScriptedDialogs d;
+    d.AnswerBox(TD::IdYes);
+    d.AnswerBox(TD::IdCancel);
     const int yesCancel = TD::ButtonYes | TD::ButtonCancel;
-    EXPECT_EQ(ShowTaskDialog(nullptr, "T", "確認", TD::IconQuestion, yesCancel, "body"), TD::IdYes);
-    EXPECT_EQ(ShowTaskDialog(nullptr, "T", "again", TD::IconQuestion, yesCancel, ""), TD::IdCancel);
-    ASSERT_EQ(d->Boxes().size(), 2u);
-    const ScriptedDialogs::Box& b = d->Boxes()[0];
+    EXPECT_EQ(ShowTaskDialog(d, nullptr, "T", "確認", TD::IconQuestion, yesCancel, "body"),
+              TD::IdYes);
+    EXPECT_EQ(ShowTaskDialog(d, nullptr, "T", "again", TD::IconQuestion, yesCancel, ""),
+              TD::IdCancel);
+    ASSERT_EQ(d.Boxes().size(), 2u);
+    const ScriptedDialogs::Box& b = d.Boxes()[0];
     EXPECT_EQ(b.title, "T");
     EXPECT_EQ(b.instruction, "確認");
     EXPECT_EQ(b.content, "body");
     EXPECT_EQ(b.icon, TD::IconQuestion);
     EXPECT_EQ(b.buttons, yesCancel);
     EXPECT_EQ(b.result, TD::IdYes);
-    EXPECT_TRUE(d->Unanswered().isEmpty());
-    EXPECT_EQ(d->PendingAnswers(), 0);
+    EXPECT_TRUE(d.Unanswered().isEmpty());
+    EXPECT_EQ(d.PendingAnswers(), 0);
 }
 
 TEST(ScriptedDialogsTest, OkBoxesNeedNoAnswerButQuestionsDo) {
-    ScriptedDialogsScope d;
-    EXPECT_EQ(ShowInfoDialog(nullptr, "確認", "保存しました。"), TD::IdOk);
-    EXPECT_TRUE(d->Unanswered().isEmpty());
-    const ScriptedDialogs::Box& info = d->Boxes().at(0);
+    ScriptedDialogs d;
+    EXPECT_EQ(ShowInfoDialog(d, nullptr, "確認", "保存しました。"), TD::IdOk);
+    EXPECT_TRUE(d.Unanswered().isEmpty());
+    const ScriptedDialogs::Box& info = d.Boxes().at(0);
     EXPECT_EQ(info.title, ApplicationTitle());
     EXPECT_EQ(info.icon, TD::IconNone);
     EXPECT_EQ(info.buttons, TD::ButtonOk);
 
     // Unscripted questions get the answer that changes nothing, and are noted.
-    EXPECT_EQ(ShowTaskDialog(nullptr, "T", "q1", 0, TD::ButtonYes | TD::ButtonCancel, ""),
+    EXPECT_EQ(ShowTaskDialog(d, nullptr, "T", "q1", 0, TD::ButtonYes | TD::ButtonCancel, ""),
               TD::IdCancel);
-    EXPECT_EQ(ShowTaskDialog(nullptr, "T", "q2", 0, TD::ButtonYes | TD::ButtonNo, ""), TD::IdNo);
-    EXPECT_EQ(ShowTaskDialog(nullptr, "T", "q3", 0, TD::ButtonRetry | TD::ButtonClose, ""),
+    EXPECT_EQ(ShowTaskDialog(d, nullptr, "T", "q2", 0, TD::ButtonYes | TD::ButtonNo, ""), TD::IdNo);
+    EXPECT_EQ(ShowTaskDialog(d, nullptr, "T", "q3", 0, TD::ButtonRetry | TD::ButtonClose, ""),
               TD::IdClose);
-    EXPECT_EQ(d->Unanswered().size(), 3);
-    EXPECT_TRUE(d->Unanswered()[0].contains("q1"));
+    EXPECT_EQ(d.Unanswered().size(), 3);
+    EXPECT_TRUE(d.Unanswered()[0].contains("q1"));
 
     // An answer that is none of the box's buttons is a scripting mistake.
-    d->AnswerBox(TD::IdNo);
-    EXPECT_EQ(ShowTaskDialog(nullptr, "T", "q4", 0, TD::ButtonYes | TD::ButtonCancel, ""),
+    d.AnswerBox(TD::IdNo);
+    EXPECT_EQ(ShowTaskDialog(d, nullptr, "T", "q4", 0, TD::ButtonYes | TD::ButtonCancel, ""),
               TD::IdCancel);
-    EXPECT_EQ(d->Unanswered().size(), 4);
+    EXPECT_EQ(d.Unanswered().size(), 4);
 }
 
 TEST(ScriptedDialogsTest, TextsAreCutAt2049Characters) {
-    ScriptedDialogsScope d;
+    ScriptedDialogs d;
     const QString longText(3000, QChar(u'あ'));
-    ShowTaskDialog(nullptr, longText, longText, 0, TD::ButtonOk, longText);
-    const ScriptedDialogs::Box& b = d->Boxes().at(0);
+    ShowTaskDialog(d, nullptr, longText, longText, 0, TD::ButtonOk, longText);
+    const ScriptedDialogs::Box& b = d.Boxes().at(0);
     EXPECT_EQ(b.title.size(), 2049);
     EXPECT_EQ(b.instruction.size(), 2049);
     EXPECT_EQ(b.content.size(), 2049);
 }
 
 TEST(ScriptedDialogsTest, InputsAndFiles) {
-    ScriptedDialogsScope d;
-    d->AnswerInput("新しい名前");
-    d->CancelInput();
+    ScriptedDialogs d;
+    d.AnswerInput("新しい名前");
+    d.CancelInput();
     QString value = "給水";
-    EXPECT_TRUE(CurrentDialogs().InputQuery(nullptr, "Qorvale", "prompt", value));
+    EXPECT_TRUE(d.InputQuery(nullptr, "Qorvale", "prompt", value));
     EXPECT_EQ(value, "新しい名前");
     value = "kept";
-    EXPECT_FALSE(CurrentDialogs().InputQuery(nullptr, "Qorvale", "prompt", value));
+    EXPECT_FALSE(d.InputQuery(nullptr, "Qorvale", "prompt", value));
     EXPECT_EQ(value, "kept");
-    EXPECT_TRUE(d->Unanswered().isEmpty());
-    EXPECT_FALSE(CurrentDialogs().InputQuery(nullptr, "Qorvale", "unscripted", value));
+    EXPECT_TRUE(d.Unanswered().isEmpty());
+    EXPECT_FALSE(d.InputQuery(nullptr, "Qorvale", "unscripted", value));
     EXPECT_EQ(value, "kept");
-    EXPECT_EQ(d->Unanswered().size(), 1);
-    ASSERT_EQ(d->Inputs().size(), 3u);
-    EXPECT_EQ(d->Inputs()[0].initial, "給水");
-    EXPECT_EQ(d->Inputs()[1].accepted, false);
+    EXPECT_EQ(d.Unanswered().size(), 1);
+    ASSERT_EQ(d.Inputs().size(), 3u);
+    EXPECT_EQ(d.Inputs()[0].initial, "給水");
+    EXPECT_EQ(d.Inputs()[1].accepted, false);
 
-    d->AnswerFile("/tmp/out.csv");
-    d->AnswerFile(QString());
-    d->AnswerFile("/tmp/folder");
-    EXPECT_EQ(CurrentDialogs().SaveFileName(nullptr, "CSV", "/tmp", "CSV (*.csv)"), "/tmp/out.csv");
-    EXPECT_EQ(CurrentDialogs().OpenFileName(nullptr, "Open", "/tmp", "*"), QString());
-    EXPECT_EQ(CurrentDialogs().FolderName(nullptr, "Folder", "/tmp"), "/tmp/folder");
-    EXPECT_EQ(d->Unanswered().size(), 1);
-    EXPECT_EQ(CurrentDialogs().OpenFileName(nullptr, "Open", "/tmp", "*"), QString());
-    EXPECT_EQ(d->Unanswered().size(), 2);
-    ASSERT_EQ(d->FileQuestions().size(), 4u);
-    EXPECT_EQ(d->FileQuestions()[0].kind, "save");
-    EXPECT_EQ(d->FileQuestions()[0].filter, "CSV (*.csv)");
-    EXPECT_EQ(d->FileQuestions()[2].kind, "folder");
+    d.AnswerFile("/tmp/out.csv");
+    d.AnswerFile(QString());
+    d.AnswerFile("/tmp/folder");
+    EXPECT_EQ(d.SaveFileName(nullptr, "CSV", "/tmp", "CSV (*.csv)"), "/tmp/out.csv");
+    EXPECT_EQ(d.OpenFileName(nullptr, "Open", "/tmp", "*"), QString());
+    EXPECT_EQ(d.FolderName(nullptr, "Folder", "/tmp"), "/tmp/folder");
+    EXPECT_EQ(d.Unanswered().size(), 1);
+    EXPECT_EQ(d.OpenFileName(nullptr, "Open", "/tmp", "*"), QString());
+    EXPECT_EQ(d.Unanswered().size(), 2);
+    ASSERT_EQ(d.FileQuestions().size(), 4u);
+    EXPECT_EQ(d.FileQuestions()[0].kind, "save");
+    EXPECT_EQ(d.FileQuestions()[0].filter, "CSV (*.csv)");
+    EXPECT_EQ(d.FileQuestions()[2].kind, "folder");
 }
 
 TEST(ScriptedDialogsTest, SideEffectsAreRecorded) {
-    ScriptedDialogsScope d;
-    Dialogs& dialogs = CurrentDialogs();
+    ScriptedDialogs d;
+    Dialogs& dialogs = d;
     dialogs.SetClipboardText("a\tb\r\n");
     EXPECT_EQ(dialogs.ClipboardText(), "a\tb\r\n");
     dialogs.Beep();
     dialogs.Beep();
-    EXPECT_EQ(d->Beeps(), 2);
-    EXPECT_FALSE(dialogs.ShiftDown());
-    d->SetShiftDown(true);
-    EXPECT_TRUE(dialogs.ShiftDown());
-    EXPECT_EQ(d->ShiftQueries(), 2);
+    EXPECT_EQ(d.Beeps(), 2);
     EXPECT_TRUE(dialogs.StartProcess("/usr/bin/listpress", {"a", "b"}, "/work"));
-    d->SetStartResult(false);
+    d.SetStartResult(false);
     EXPECT_FALSE(dialogs.StartProcess("calc", {}, QString()));
-    ASSERT_EQ(d->Processes().size(), 2u);
-    EXPECT_EQ(d->Processes()[0].arguments, QStringList({"a", "b"}));
-    EXPECT_EQ(d->Processes()[0].workingDir, "/work");
+    ASSERT_EQ(d.Processes().size(), 2u);
+    EXPECT_EQ(d.Processes()[0].arguments, QStringList({"a", "b"}));
+    EXPECT_EQ(d.Processes()[0].workingDir, "/work");
     EXPECT_TRUE(dialogs.OpenDocument("/tmp/book.xlsx"));
-    EXPECT_EQ(d->Documents(), QStringList{"/tmp/book.xlsx"});
+    EXPECT_EQ(d.Documents(), QStringList{"/tmp/book.xlsx"});
     dialogs.Message(nullptr, "ERROR", "no such table");
-    ASSERT_EQ(d->Messages().size(), 1u);
-    EXPECT_EQ(d->Messages()[0].text, "no such table");
-    d->ClearRecords();
-    EXPECT_TRUE(d->Messages().empty());
-    EXPECT_EQ(d->Beeps(), 0);
-}
-
-TEST(ScriptedDialogsTest, ScopeRestoresThePreviousImplementation) {
-    ScriptedDialogsScope outer;
-    {
-        ScriptedDialogsScope inner;
-        ShowInfoDialog(nullptr, "inner", "");
-        EXPECT_EQ(inner->Boxes().size(), 1u);
-    }
-    ShowInfoDialog(nullptr, "outer", "");
-    ASSERT_EQ(outer->Boxes().size(), 1u);
-    EXPECT_EQ(outer->Boxes()[0].instruction, "outer");
+    ASSERT_EQ(d.Messages().size(), 1u);
+    EXPECT_EQ(d.Messages()[0].text, "no such table");
+    d.ClearRecords();
+    EXPECT_TRUE(d.Messages().empty());
+    EXPECT_EQ(d.Beeps(), 0);
 }
 
 TEST(ScriptedDialogsTest, CallsFromAnotherThreadRunOnTheGuiThreadAndWait) {
     // The group recalculation saves, and so puts text on the clipboard and
     // may show boxes, from a worker thread while the test reads the records.
-    ScriptedDialogsScope d;
+    ScriptedDialogs d;
     QThread* gui = QThread::currentThread();
     ASSERT_EQ(gui, QCoreApplication::instance()->thread());
     std::vector<QThread*> messageThreads;
-    d->OnMessage = [&] { messageThreads.push_back(QThread::currentThread()); };
-    d->AnswerBox(TD::IdNo);
+    d.OnMessage = [&] { messageThreads.push_back(QThread::currentThread()); };
+    d.AnswerBox(TD::IdNo);
     std::atomic<bool> done{false};
     int answer = 0;
     QString clipboardSeen;
     std::thread worker([&] {
         for (int i = 0; i < 50; ++i)
-            CurrentDialogs().SetClipboardText(QStringLiteral("UPDATE %1").arg(i));
-        clipboardSeen = CurrentDialogs().ClipboardText();
-        CurrentDialogs().Message(nullptr, "T", "ERROR");
-        answer = ShowTaskDialog(nullptr, "T", "確認", TD::IconQuestion,
+            d.SetClipboardText(QStringLiteral("UPDATE %1").arg(i));
+        clipboardSeen = d.ClipboardText();
+        d.Message(nullptr, "T", "ERROR");
+        answer = ShowTaskDialog(d, nullptr, "T", "確認", TD::IconQuestion,
                                 TD::ButtonYes | TD::ButtonNo, "q");
-        CurrentDialogs().Beep();
+        d.Beep();
         done = true;
     });
     // Nothing of the worker's happens while this thread serves no events.
     QThread::msleep(50);
-    EXPECT_TRUE(d->Clipboard().isEmpty());
+    EXPECT_TRUE(d.Clipboard().isEmpty());
     EXPECT_FALSE(done);
     while (!done)
         QCoreApplication::processEvents(QEventLoop::AllEvents, 10);
     worker.join();
     EXPECT_EQ(clipboardSeen, "UPDATE 49");
-    EXPECT_EQ(d->Clipboard(), "UPDATE 49");
-    ASSERT_EQ(d->Messages().size(), 1u);
-    EXPECT_EQ(d->Messages()[0].text, "ERROR");
+    EXPECT_EQ(d.Clipboard(), "UPDATE 49");
+    ASSERT_EQ(d.Messages().size(), 1u);
+    EXPECT_EQ(d.Messages()[0].text, "ERROR");
     ASSERT_EQ(messageThreads.size(), 1u);
     EXPECT_EQ(messageThreads[0], gui);
     EXPECT_EQ(answer, TD::IdNo);
-    EXPECT_EQ(d->Boxes().size(), 1u);
-    EXPECT_EQ(d->Beeps(), 1);
-    EXPECT_TRUE(d->Unanswered().isEmpty());
+    EXPECT_EQ(d.Boxes().size(), 1u);
+    EXPECT_EQ(d.Beeps(), 1);
+    EXPECT_TRUE(d.Unanswered().isEmpty());
 }
 
 } // namespace

@@ -57,7 +57,7 @@ TEST_F(CellEntry, FactorEnterStoresRecalculatesAndMovesDown) {
     EXPECT_EQ(f.compositeGrid->Selection(), GridRect(5, 4, 5, 4));
     EXPECT_TRUE(doc().isChanged());
     EXPECT_TRUE(f.undoAction->isEnabled());
-    EXPECT_EQ(dialogs->Beeps(), 0);
+    EXPECT_EQ(dialogs.Beeps(), 0);
 }
 
 TEST_F(CellEntry, LastLineWrapsToTheFirst) {
@@ -73,9 +73,7 @@ TEST_F(CellEntry, ShiftEnterFillsDownOnlyLinesWithASize) {
     rows()[12].sizeBytes.clear();
     f.showGridRow(12);
     const Currency old12 = rows()[12].factor(4);
-    // The Shift that counts is the one the key event carries, whatever the
-    // keyboard says by the time the handler runs.
-    dialogs->SetShiftDown(false);
+    // The Shift that counts is the one the key event carries.
     enter(f.compositeGrid, 7, 10, QStringLiteral("0.2"), Qt::ShiftModifier);
     for (int r : {10, 11, 13, 14})
         EXPECT_EQ(rows()[r].factor(4), C("0.2")) << r;
@@ -93,31 +91,31 @@ TEST_F(CellEntry, UpDownCommitQuietlyLeftRightWithABeep) {
     type(f.compositeGrid, QStringLiteral("1.2"));
     press(f.compositeGrid, Qt::Key_Down);
     EXPECT_EQ(rows()[5].factor(1), C("1.2"));
-    EXPECT_EQ(dialogs->Beeps(), 0);
+    EXPECT_EQ(dialogs.Beeps(), 0);
     select(f.compositeGrid, 4, 7);
     type(f.compositeGrid, QStringLiteral("1.3"));
     press(f.compositeGrid, Qt::Key_Left);
     EXPECT_EQ(rows()[7].factor(1), C("1.3"));
-    EXPECT_EQ(dialogs->Beeps(), 1);
+    EXPECT_EQ(dialogs.Beeps(), 1);
     // The minus key is one of the other keys.
     select(f.compositeGrid, 4, 8);
     press(f.compositeGrid, Qt::Key_Minus);
-    EXPECT_EQ(dialogs->Beeps(), 2);
+    EXPECT_EQ(dialogs.Beeps(), 2);
 }
 
 TEST_F(CellEntry, NoNumberInTheFactorGridStoresZero) {
     MainWindow& f = open();
     enter(f.compositeGrid, 4, 2, QStringLiteral("1.2.3"));
     EXPECT_EQ(rows()[2].factor(1).raw, 0);
-    EXPECT_TRUE(dialogs->Boxes().empty());
+    EXPECT_TRUE(dialogs.Boxes().empty());
 }
 
 TEST_F(CellEntry, NoNumberInThePriceGridShowsTheErrorAndKeepsTheRow) {
     MainWindow& f = open();
     const Currency gross = rows()[2].submittedPrice;
     enter(f.materialGrid, 1, 2, QStringLiteral("1.2.3"));
-    ASSERT_EQ(dialogs->Boxes().size(), 1u);
-    EXPECT_TRUE(dialogs->Boxes()[0].instruction.contains(QStringLiteral("1.2.3")));
+    ASSERT_EQ(dialogs.Boxes().size(), 1u);
+    EXPECT_TRUE(dialogs.Boxes()[0].instruction.contains(QStringLiteral("1.2.3")));
     EXPECT_EQ(rows()[2].submittedPrice, gross);
     EXPECT_EQ(cell2(1, 2), QStringLiteral("1.2.3"));
 }
@@ -163,9 +161,9 @@ TEST_F(CellEntry, RefrigerantColumnNineIsRefused) {
     ASSERT_EQ(doc().options().ModeFlag(), 1);
     const Currency old = rows()[2].factor(6);
     enter(f.compositeGrid, 9, 2, QStringLiteral("3"));
-    ASSERT_EQ(dialogs->Boxes().size(), 1u);
-    EXPECT_EQ(dialogs->Boxes()[0].instruction, QStringLiteral("確認"));
-    EXPECT_EQ(dialogs->Boxes()[0].content, U("冷媒モードです。この列のセルは編集できません。"));
+    ASSERT_EQ(dialogs.Boxes().size(), 1u);
+    EXPECT_EQ(dialogs.Boxes()[0].instruction, QStringLiteral("確認"));
+    EXPECT_EQ(dialogs.Boxes()[0].content, U("冷媒モードです。この列のセルは編集できません。"));
     EXPECT_EQ(rows()[2].factor(6), old);
     EXPECT_TRUE(cell1(9, 2).isEmpty());
 }
@@ -190,7 +188,7 @@ TEST_F(CellEntry, ResultsViewTurnsNoTextIntoFactors) {
     press(f.compositeGrid, Qt::Key_Return);
     EXPECT_FALSE(f.compositeGrid->EditorMode());
     EXPECT_EQ(rows()[3].factors, before);
-    EXPECT_EQ(dialogs->Beeps(), 2);
+    EXPECT_EQ(dialogs.Beeps(), 2);
     QTest::mouseClick(f.resultsSwitch, Qt::LeftButton);
     enter(f.compositeGrid, 4, 3, QStringLiteral("1.5"));
     EXPECT_EQ(rows()[3].factor(1), C("1.5"));
@@ -234,8 +232,8 @@ TEST_F(CellEntry, NewPipeTypeByKeyboardAloneSurvivesARestart) {
     f.activateWindow();
     ASSERT_TRUE(QTest::qWaitForWindowActive(&f));
     QTest::keyClick(f.labourCostCostEdit, Qt::Key_S, Qt::ControlModifier);
-    ASSERT_FALSE(dialogs->Boxes().empty());
-    EXPECT_EQ(dialogs->Boxes().back().content, U("保存しました。"));
+    ASSERT_FALSE(dialogs.Boxes().empty());
+    EXPECT_EQ(dialogs.Boxes().back().content, U("保存しました。"));
     closeForm();
     MainWindow& g = open();
     clickNode(21 + 20);
@@ -253,7 +251,7 @@ TEST_F(CellEntry, EnterInThePriceGridAtStartStoresNothing) {
     press(f.materialGrid, Qt::Key_Return); // remembered column 4: no field
     EXPECT_EQ(rows()[1].submittedPrice, gross);
     EXPECT_EQ(f.materialRow, 2);
-    EXPECT_TRUE(dialogs->Boxes().empty());
+    EXPECT_TRUE(dialogs.Boxes().empty());
     EXPECT_TRUE(f.undoAction->isEnabled()); // the snapshot was taken
     EXPECT_EQ(doc().currentLines(), before);
 }
@@ -272,7 +270,7 @@ TEST_F(CellEntry, UpCommitsWithoutABeep) {
     type(f.compositeGrid, QStringLiteral("0.3"));
     press(f.compositeGrid, Qt::Key_Up);
     EXPECT_EQ(rows()[6].factor(7), C("0.3"));
-    EXPECT_EQ(dialogs->Beeps(), 0);
+    EXPECT_EQ(dialogs.Beeps(), 0);
     // With no editor open, up only moves.
     const auto before = rows()[5].factors;
     select(f.compositeGrid, 10, 5);

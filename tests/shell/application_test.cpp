@@ -32,6 +32,13 @@ Application& app() {
     return *qobject_cast<Application*>(QCoreApplication::instance());
 }
 
+// Scripted dialogs set on the application for the life of one test.
+struct AppDialogs {
+    ScriptedDialogs* dialogs = new ScriptedDialogs;
+    AppDialogs() { app().setDialogs(std::unique_ptr<Dialogs>(dialogs)); }
+    ~AppDialogs() { app().setDialogs(nullptr); }
+};
+
 // Throws from its mouse handler.
 class ThrowingWidget : public QWidget {
 protected:
@@ -39,7 +46,8 @@ protected:
 };
 
 TEST(ApplicationTest, ExceptionFromATimerIsShownAndTheLoopGoesOn) {
-    ScriptedDialogsScope dialogs;
+    const AppDialogs scope;
+    ScriptedDialogs& dialogs = *scope.dialogs;
     QEventLoop loop;
     bool after = false;
     QTimer::singleShot(0, [] { throw std::runtime_error("no such table: ex_kanzai"); });
@@ -49,18 +57,19 @@ TEST(ApplicationTest, ExceptionFromATimerIsShownAndTheLoopGoesOn) {
     });
     loop.exec();
     EXPECT_TRUE(after);
-    ASSERT_EQ(dialogs->Boxes().size(), 1u);
-    const ScriptedDialogs::Box& box = dialogs->Boxes()[0];
+    ASSERT_EQ(dialogs.Boxes().size(), 1u);
+    const ScriptedDialogs::Box& box = dialogs.Boxes()[0];
     EXPECT_EQ(box.title, app().Title());
     EXPECT_EQ(box.title, ApplicationTitle());
     EXPECT_EQ(box.instruction, "no such table: ex_kanzai");
     EXPECT_EQ(box.icon, TD::IconError);
     EXPECT_EQ(box.buttons, TD::ButtonOk);
-    EXPECT_TRUE(dialogs->Unanswered().isEmpty());
+    EXPECT_TRUE(dialogs.Unanswered().isEmpty());
 }
 
 TEST(ApplicationTest, ExceptionsFromHandlersOfWidgets) {
-    ScriptedDialogsScope dialogs;
+    const AppDialogs scope;
+    ScriptedDialogs& dialogs = *scope.dialogs;
     QPushButton button("登　録");
     QObject::connect(&button, &QPushButton::clicked,
                      [] { throw ConvertError("'1,2x' is not a valid floating point value"); });
@@ -73,25 +82,27 @@ TEST(ApplicationTest, ExceptionsFromHandlersOfWidgets) {
     // The button still works after its handler failed.
     QTest::mouseClick(&button, Qt::LeftButton);
 
-    ASSERT_EQ(dialogs->Boxes().size(), 3u);
-    EXPECT_EQ(dialogs->Boxes()[0].instruction, "'1,2x' is not a valid floating point value");
-    EXPECT_EQ(dialogs->Boxes()[1].instruction, "不明な例外が発生しました。");
-    EXPECT_EQ(dialogs->Boxes()[2].instruction, dialogs->Boxes()[0].instruction);
+    ASSERT_EQ(dialogs.Boxes().size(), 3u);
+    EXPECT_EQ(dialogs.Boxes()[0].instruction, "'1,2x' is not a valid floating point value");
+    EXPECT_EQ(dialogs.Boxes()[1].instruction, "不明な例外が発生しました。");
+    EXPECT_EQ(dialogs.Boxes()[2].instruction, dialogs.Boxes()[0].instruction);
 }
 
 TEST(ApplicationTest, StyleThatCannotBeSetShowsAnErrorAndGoesOn) {
-    ScriptedDialogsScope dialogs;
+    const AppDialogs scope;
+    ScriptedDialogs& dialogs = *scope.dialogs;
     EXPECT_FALSE(app().TrySetStyle("NoSuchStyle"));
-    ASSERT_EQ(dialogs->Boxes().size(), 1u);
-    EXPECT_TRUE(dialogs->Boxes()[0].instruction.contains("NoSuchStyle"));
-    EXPECT_EQ(dialogs->Boxes()[0].icon, TD::IconError);
+    ASSERT_EQ(dialogs.Boxes().size(), 1u);
+    EXPECT_TRUE(dialogs.Boxes()[0].instruction.contains("NoSuchStyle"));
+    EXPECT_EQ(dialogs.Boxes()[0].icon, TD::IconError);
     EXPECT_FALSE(app().TrySetStyle("NoSuchStyle", false));
-    EXPECT_EQ(dialogs->Boxes().size(), 1u);
+    EXPECT_EQ(dialogs.Boxes().size(), 1u);
     EXPECT_TRUE(app().TrySetStyle("Fusion"));
 }
 
 TEST(ApplicationTest, ProgramBodyShowsTheMainFormAndEndsWithZero) {
-    ScriptedDialogsScope dialogs;
+    const AppDialogs scope;
+    ScriptedDialogs& dialogs = *scope.dialogs;
     QTemporaryDir common;
     qputenv("QORVALE_COMMON_DATA", common.path().toUtf8());
     QString out;
@@ -99,7 +110,7 @@ TEST(ApplicationTest, ProgramBodyShowsTheMainFormAndEndsWithZero) {
     ASSERT_EQ(RunVelmoraSuite({QStringLiteral("init")}, sink, sink), 0);
     // A pipe type of zeros gets its default captions and options on the
     // screen, so closing asks about saving: the answer is cancel.
-    dialogs->AnswerBox(TaskDialog::IdCancel);
+    dialogs.AnswerBox(TaskDialog::IdCancel);
     QString caption;
     bool dialogsMade = false;
     QString release;
@@ -126,7 +137,7 @@ TEST(ApplicationTest, ProgramBodyShowsTheMainFormAndEndsWithZero) {
     EXPECT_EQ(proxy->baseStyle()->name().toLower(), "fusion");
     EXPECT_EQ(app().style()->styleHint(QStyle::SH_ToolTip_WakeUpDelay), 600);
     EXPECT_TRUE(release.startsWith("Release Version "));
-    EXPECT_TRUE(dialogs->Unanswered().isEmpty());
+    EXPECT_TRUE(dialogs.Unanswered().isEmpty());
 }
 
 } // namespace

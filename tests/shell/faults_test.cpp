@@ -3,11 +3,11 @@
 // of a group rewrite, a data folder that goes away, a library folder that
 // cannot be written, a database file that is none. Each ends without a
 // crash, with a Japanese message, and with every row saved before intact.
-#include "output/outputcommands.h"
 #include "controls/strcgrid.h"
 #include "edit/fdkfile.h"
 #include "output/exceloptionsdialog.h"
 #include "output/excelstream.h"
+#include "output/outputcommands.h"
 #include "output/printhandoff.h"
 #include "shell/formwidgets.h"
 #include "shell/settingsfiles.h"
@@ -112,7 +112,7 @@ class Faults : public WorkspaceFixture {
 protected:
     // The box i, its instruction and its content together.
     QString box(std::size_t i) const {
-        const auto& boxes = dialogs->Boxes();
+        const auto& boxes = dialogs.Boxes();
         return i < boxes.size() ? boxes[i].instruction + QLatin1Char('|') + boxes[i].content
                                 : QStringLiteral("(no box)");
     }
@@ -147,12 +147,12 @@ TEST_F(Faults, AReadOnlyDatabaseRefusesTheSaveAndKeepsEverything) {
     }
     setMode(QFileInfo(db).absolutePath(), 0755);
     setMode(db, 0644);
-    ASSERT_EQ(dialogs->Boxes().size(), 1u);
+    ASSERT_EQ(dialogs.Boxes().size(), 1u);
     EXPECT_TRUE(box(0).startsWith(U("ERROR|"))) << box(0).toStdString();
     EXPECT_TRUE(
         box(0).endsWith(U("この管種は保存されていません。データベースの内容は変わっていません。")))
         << box(0).toStdString();
-    EXPECT_TRUE(dialogs->Messages().empty());
+    EXPECT_TRUE(dialogs.Messages().empty());
     EXPECT_EQ(doc().savedLines(), saved);
     EXPECT_TRUE(doc().isChanged());
     EXPECT_EQ(group(db, 1), before);
@@ -172,7 +172,7 @@ TEST_F(Faults, AFullDiskRefusesTheSaveAndKeepsEverything) {
         DiskFull full(512); // not even the journal of one statement fits
         f.saveButton->click();
     }
-    ASSERT_EQ(dialogs->Boxes().size(), 1u) << box(1).toStdString();
+    ASSERT_EQ(dialogs.Boxes().size(), 1u) << box(1).toStdString();
     EXPECT_TRUE(box(0).startsWith(U("ERROR|"))) << box(0).toStdString();
     EXPECT_TRUE(
         box(0).endsWith(U("この管種は保存されていません。データベースの内容は変わっていません。")))
@@ -189,8 +189,8 @@ TEST_F(Faults, AFullDiskRefusesTheSaveAndKeepsEverything) {
 TEST_F(Faults, AFullDiskAtClosingSaysSoAndClosesWithTheRowsSaved) {
     MainWindow& f = open();
     typeFactor(4, 2, "6");
-    dialogs->AnswerBox(TaskDialog::IdYes); // save?
-    f.saveButton->click();                 // saved before the disk fills
+    dialogs.AnswerBox(TaskDialog::IdYes); // save?
+    f.saveButton->click();                // saved before the disk fills
     ASSERT_TRUE(box(0).contains(U("保存しました。")));
     const QByteArray display = bytesOf(DisplayFilePath(dataRoot));
     QFile::remove(DisplayFilePath(dataRoot));
@@ -200,7 +200,7 @@ TEST_F(Faults, AFullDiskAtClosingSaysSoAndClosesWithTheRowsSaved) {
     }
     EXPECT_FALSE(QFileInfo::exists(DisplayFilePath(dataRoot)));
     form.reset();
-    ASSERT_EQ(dialogs->Boxes().size(), 2u);
+    ASSERT_EQ(dialogs.Boxes().size(), 2u);
     EXPECT_TRUE(japanese(box(1))) << box(1).toStdString();
     EXPECT_TRUE(box(1).contains(U("表示設定"))) << box(1).toStdString();
     EXPECT_EQ(stored(1, 1, 2, "DATA1"), QStringLiteral("6"));
@@ -219,7 +219,7 @@ TEST_F(Faults, ADataFolderThatGoesAwayClosesWithAMessageAndNoCrash) {
     }
     EXPECT_TRUE(f.close());
     form.reset();
-    ASSERT_EQ(dialogs->Boxes().size(), 1u);
+    ASSERT_EQ(dialogs.Boxes().size(), 1u);
     EXPECT_TRUE(japanese(box(0))) << box(0).toStdString();
     EXPECT_TRUE(box(0).contains(U("表示設定"))) << box(0).toStdString();
     EXPECT_EQ(group(db, 1), before);
@@ -231,7 +231,7 @@ TEST_F(Faults, ADataFolderThatGoesAwayClosesWithAMessageAndNoCrash) {
     ASSERT_TRUE(QDir(dataRoot).removeRecursively());
     EXPECT_TRUE(form->close());
     form.reset();
-    EXPECT_EQ(dialogs->Boxes().size(), 1u) << box(1).toStdString();
+    EXPECT_EQ(dialogs.Boxes().size(), 1u) << box(1).toStdString();
     EXPECT_EQ(group(db, 1), before);
 }
 
@@ -260,7 +260,7 @@ TEST_F(Faults, ALibraryFolderThatCannotBeWrittenKeepsItsEntries) {
         f.saveLibraryItem->trigger(); // a new one
     }
     setMode(library, 0755);
-    ASSERT_EQ(dialogs->Boxes().size(), 3u);
+    ASSERT_EQ(dialogs.Boxes().size(), 3u);
     for (std::size_t i = 1; i <= 2; ++i) {
         EXPECT_TRUE(box(i).contains(U("入出力エラー: 標準歩掛のファイル"))) << box(i).toStdString();
         EXPECT_TRUE(box(i).contains(U("理由: "))) << box(i).toStdString();
@@ -278,7 +278,7 @@ TEST_F(Faults, ALibraryFolderThatCannotBeWrittenKeepsItsEntries) {
     EXPECT_TRUE(box(3).contains(U("標準歩掛のフォルダーを作成できません。")))
         << box(3).toStdString();
     qunsetenv("QORVALE_LIBRARY_DIR");
-    dialogs->AnswerBox(TaskDialog::IdNo); // close: do not save the rows
+    dialogs.AnswerBox(TaskDialog::IdNo); // close: do not save the rows
 }
 
 TEST_F(Faults, AFullDiskKeepsALibraryEntryAndTheSettingsFilesWhole) {
@@ -302,13 +302,13 @@ TEST_F(Faults, AFullDiskKeepsALibraryEntryAndTheSettingsFilesWhole) {
         WriteWindowFile(dataRoot, QStringLiteral("w"), 5, 6, 7, 8);
     }
     qunsetenv("QORVALE_LIBRARY_DIR");
-    ASSERT_EQ(dialogs->Boxes().size(), 2u);
+    ASSERT_EQ(dialogs.Boxes().size(), 2u);
     EXPECT_TRUE(box(1).contains(U("入出力エラー: 標準歩掛のファイルに書き込めません。")))
         << box(1).toStdString();
     EXPECT_EQ(bytesOf(entry), kept);
     EXPECT_EQ(QDir(library).entryList(QDir::Files | QDir::Hidden).size(), 1);
     EXPECT_EQ(bytesOf(WindowFilePath(dataRoot, QStringLiteral("w"))), window);
-    dialogs->AnswerBox(TaskDialog::IdNo); // close: do not save the rows
+    dialogs.AnswerBox(TaskDialog::IdNo); // close: do not save the rows
 }
 
 TEST_F(Faults, AFullDiskKeepsTheOldCsvAndPrintFilesWhole) {
@@ -321,7 +321,7 @@ TEST_F(Faults, AFullDiskKeepsTheOldCsvAndPrintFilesWhole) {
     old.write(oldCsv);
     old.close();
     f.printAction->trigger();
-    ASSERT_EQ(dialogs->Processes().size(), 1u);
+    ASSERT_EQ(dialogs.Processes().size(), 1u);
     const QByteArray oldData = bytesOf(PrintDataPath(dataRoot));
     ASSERT_GT(oldData.size(), 4096);
     const QStringList before = QDir(dir.path()).entryList(QDir::Files | QDir::Hidden);
@@ -336,7 +336,7 @@ TEST_F(Faults, AFullDiskKeepsTheOldCsvAndPrintFilesWhole) {
             d->headingsCheck->setChecked(true);
             d->runButton->click();
         });
-        dialogs->AnswerFile(csv);
+        dialogs.AnswerFile(csv);
         // The CSV command's failure goes to the program's error handler.
         try {
             f.outputs()->exportCsvFile();
@@ -347,25 +347,25 @@ TEST_F(Faults, AFullDiskKeepsTheOldCsvAndPrintFilesWhole) {
         }
         f.printAction->trigger();
     }
-    ASSERT_EQ(dialogs->Boxes().size(), 1u) << box(0).toStdString();
+    ASSERT_EQ(dialogs.Boxes().size(), 1u) << box(0).toStdString();
     EXPECT_TRUE(box(0).contains(U("ファイルを書き込めませんでした"))) << box(0).toStdString();
-    EXPECT_EQ(dialogs->Boxes()[0].icon, TaskDialog::IconError);
+    EXPECT_EQ(dialogs.Boxes()[0].icon, TaskDialog::IconError);
     // The old files as they were, nothing beside them, and no print run.
     EXPECT_EQ(bytesOf(csv), oldCsv);
     EXPECT_EQ(bytesOf(PrintDataPath(dataRoot)), oldData);
     EXPECT_EQ(QDir(dir.path()).entryList(QDir::Files | QDir::Hidden), before);
     EXPECT_EQ(QDir(PrintFolderPath(dataRoot)).entryList(QDir::Files | QDir::Hidden), printBefore);
-    EXPECT_EQ(dialogs->Processes().size(), 1u);
-    dialogs->AnswerBox(TaskDialog::IdNo); // close: do not save the rows
+    EXPECT_EQ(dialogs.Processes().size(), 1u);
+    dialogs.AnswerBox(TaskDialog::IdNo); // close: do not save the rows
 }
 
 TEST_F(Faults, PrintAndTempFoldersThatCannotBeWrittenKeepTheirFiles) {
     MainWindow& f = open();
     f.printAction->trigger();
     f.excelOutAction->trigger();
-    ASSERT_EQ(dialogs->Processes().size(), 1u);
-    ASSERT_EQ(dialogs->Documents().size(), 1);
-    ASSERT_TRUE(dialogs->Boxes().empty()) << box(0).toStdString();
+    ASSERT_EQ(dialogs.Processes().size(), 1u);
+    ASSERT_EQ(dialogs.Documents().size(), 1);
+    ASSERT_TRUE(dialogs.Boxes().empty()) << box(0).toStdString();
     const QString temp = QFileInfo(ExcelStreamPath(dataRoot)).absolutePath();
     const QStringList files = {PrintConfPath(dataRoot), PrintHeaderPath(dataRoot),
                                PrintDataPath(dataRoot), ExcelStreamPath(dataRoot)};
@@ -374,7 +374,7 @@ TEST_F(Faults, PrintAndTempFoldersThatCannotBeWrittenKeepTheirFiles) {
         kept << bytesOf(p);
         setMode(p, 0444);
     }
-    ASSERT_TRUE(QFile::remove(dialogs->Documents()[0]));
+    ASSERT_TRUE(QFile::remove(dialogs.Documents()[0]));
     openFolders();
     setMode(PrintFolderPath(dataRoot), 0555);
     setMode(temp, 0555);
@@ -394,9 +394,9 @@ TEST_F(Faults, PrintAndTempFoldersThatCannotBeWrittenKeepTheirFiles) {
     setMode(dataRoot, 0777);
     setMode(PrintFolderPath(dataRoot), 0755);
     setMode(temp, 0755);
-    ASSERT_EQ(dialogs->Boxes().size(), 1u);
+    ASSERT_EQ(dialogs.Boxes().size(), 1u);
     EXPECT_TRUE(box(0).contains(U("ファイルを書き込めませんでした"))) << box(0).toStdString();
-    EXPECT_EQ(dialogs->Boxes()[0].icon, TaskDialog::IconError);
+    EXPECT_EQ(dialogs.Boxes()[0].icon, TaskDialog::IconError);
     EXPECT_TRUE(excelError.contains(U("ファイルを書き込めませんでした")))
         << excelError.toStdString();
     for (int i = 0; i < int(files.size()); ++i)
@@ -404,9 +404,9 @@ TEST_F(Faults, PrintAndTempFoldersThatCannotBeWrittenKeepTheirFiles) {
     EXPECT_EQ(QDir(PrintFolderPath(dataRoot)).entryList(QDir::Files | QDir::Hidden).size(), 3);
     EXPECT_EQ(QDir(temp).entryList(QDir::Files | QDir::Hidden).size(), 1);
     EXPECT_TRUE(QDir(dataRoot).entryList({QStringLiteral("*.xlsx")}, QDir::Files).isEmpty());
-    EXPECT_EQ(dialogs->Processes().size(), 1u);
-    EXPECT_EQ(dialogs->Documents().size(), 1);
-    dialogs->AnswerBox(TaskDialog::IdNo); // close: do not save the rows
+    EXPECT_EQ(dialogs.Processes().size(), 1u);
+    EXPECT_EQ(dialogs.Documents().size(), 1);
+    dialogs.AnswerBox(TaskDialog::IdNo); // close: do not save the rows
 }
 
 // A database refused at the start: every command that writes is refused
@@ -425,24 +425,24 @@ protected:
         const QStringList files = listing();
         const QByteArray before = bytesOf(db);
         MainWindow& f = open();
-        ASSERT_GE(dialogs->Boxes().size(), 1u);
+        ASSERT_GE(dialogs.Boxes().size(), 1u);
         EXPECT_TRUE(box(0).contains(U("データベースを開けません。"))) << box(0).toStdString();
         EXPECT_TRUE(box(0).contains(U(reason))) << box(0).toStdString();
-        EXPECT_EQ(dialogs->Boxes().size(), 1u) << box(1).toStdString();
+        EXPECT_EQ(dialogs.Boxes().size(), 1u) << box(1).toStdString();
         const QList<QAction*> writers = {
             f.moveUpAction,       f.moveDownAction,         f.saveItem,
             f.optionChangeAction, f.labourCostChangeAction, f.groupNamingItem(3)};
         for (QAction* a : writers) {
-            const std::size_t n = dialogs->Boxes().size();
+            const std::size_t n = dialogs.Boxes().size();
             a->trigger();
-            ASSERT_EQ(dialogs->Boxes().size(), n + 1) << a->objectName().toStdString();
+            ASSERT_EQ(dialogs.Boxes().size(), n + 1) << a->objectName().toStdString();
             EXPECT_TRUE(box(n).contains(U("管種が読み込まれていないため、")))
                 << box(n).toStdString();
         }
-        EXPECT_TRUE(dialogs->Inputs().empty());
+        EXPECT_TRUE(dialogs.Inputs().empty());
         EXPECT_TRUE(f.close());
         form.reset();
-        EXPECT_EQ(dialogs->Boxes().size(), 1u + writers.size());
+        EXPECT_EQ(dialogs.Boxes().size(), 1u + writers.size());
         EXPECT_EQ(bytesOf(db), before);
         EXPECT_EQ(listing(), files);
     }

@@ -1,12 +1,12 @@
 // The two group rewrites on the real window offscreen, on the demo database,
 // with the person at the keyboard played by the scripted dialogs. What is
 // stored is checked in the file, not in the rows in memory.
-#include "shell/grouprewritecommands.h"
 #include "controls/numberedit.h"
 #include "controls/strcgrid.h"
 #include "engine/calcrow.h"
 #include "engine/grouprewrite.h"
 #include "shell/formwidgets.h"
+#include "shell/grouprewritecommands.h"
 #include "store/pipetypestore.h"
 #include "support/storedprices.h"
 
@@ -28,7 +28,7 @@ const char* const OptionColumns[12] = {"DATA5", "DATA4", "NET",   "NTANKA", "GTA
 
 class GroupRewrite : public WorkspaceFixture {
 protected:
-    void exec(const QString& sql) { ASSERT_EQ(ExecStatement(db, sql), 1); }
+    void exec(const QString& sql) { ASSERT_EQ(ExecStatement(dialogs, db, sql), 1); }
 
     // The whole table, one line a row.
     QStringList table() {
@@ -66,7 +66,7 @@ protected:
     }
     int messagesWith(const char* text) const {
         int n = 0;
-        for (const ScriptedDialogs::ShownMessage& m : dialogs->Messages())
+        for (const ScriptedDialogs::ShownMessage& m : dialogs.Messages())
             n += m.text == U(text);
         return n;
     }
@@ -94,23 +94,23 @@ TEST_F(GroupRewrite, NoOnEitherQuestionChangesNothing) {
     f.labourCostCostEdit->SetValue(2345.04); // as a float x 10000: 23450399.99...
     const QStringList before = table();
 
-    dialogs->AnswerBox(TD::IdNo);
+    dialogs.AnswerBox(TD::IdNo);
     f.optionChangeItem->trigger();
-    dialogs->AnswerBox(TD::IdNo);
+    dialogs.AnswerBox(TD::IdNo);
     f.labourCostChangeItem->trigger();
     EXPECT_FALSE(f.groupRewrite()->running());
     EXPECT_EQ(f.groupRewrite()->progressWindow(), nullptr);
     EXPECT_EQ(table(), before);
-    EXPECT_TRUE(dialogs->Messages().empty());
+    EXPECT_TRUE(dialogs.Messages().empty());
 
-    ASSERT_EQ(dialogs->Boxes().size(), 2u);
-    const ScriptedDialogs::Box& option = dialogs->Boxes()[0];
+    ASSERT_EQ(dialogs.Boxes().size(), 2u);
+    const ScriptedDialogs::Box& option = dialogs.Boxes()[0];
     EXPECT_EQ(option.title, ApplicationTitle());
     EXPECT_EQ(option.instruction, U("確認"));
     EXPECT_EQ(option.content, OptionQuestion);
     EXPECT_EQ(option.icon, TD::IconQuestion);
     EXPECT_EQ(option.buttons, TD::ButtonYes | TD::ButtonNo);
-    const ScriptedDialogs::Box& labour = dialogs->Boxes()[1];
+    const ScriptedDialogs::Box& labour = dialogs.Boxes()[1];
     EXPECT_EQ(labour.instruction, U("確認"));
     EXPECT_EQ(labour.content,
               U("全データの基礎工費を変更しますか?\r\n原価=2345.04円 提出=12345円\r\n"
@@ -143,7 +143,7 @@ TEST_F(GroupRewrite, OptionChangeGivesTheGroupTheDisplayedOptionsAndRecomputesIt
         stale += storedCurrency(1, kan, 60, "DATA2") != doc().options().AdoptedDigits();
     ASSERT_GT(stale, 0);
 
-    dialogs->AnswerBox(TD::IdYes);
+    dialogs.AnswerBox(TD::IdYes);
     f.optionChangeAction->trigger();
     EXPECT_TRUE(f.groupRewrite()->running()); // the command ends while the thread works
     f.groupRewrite()->waitForEnd();
@@ -185,15 +185,15 @@ TEST_F(GroupRewrite, OptionChangeGivesTheGroupTheDisplayedOptionsAndRecomputesIt
     EXPECT_EQ(captions.last(), U("Qorvale-Ostrel-"));
     EXPECT_EQ(f.windowTitle(), U("Qorvale-Ostrel-"));
     EXPECT_EQ(messagesWith("終了しました。"), 1);
-    EXPECT_EQ(dialogs->Messages().back().title, ApplicationTitle());
+    EXPECT_EQ(dialogs.Messages().back().title, ApplicationTitle());
     // No "保存しました。": every save was silent.
-    ASSERT_EQ(dialogs->Boxes().size(), 1u);
+    ASSERT_EQ(dialogs.Boxes().size(), 1u);
 }
 
 TEST_F(GroupRewrite, RefrigerantModeGoesToTheWholeGroup) {
     MainWindow& f = open();
     f.modeRadio->SetItemIndex(1);
-    dialogs->AnswerBox(TD::IdYes);
+    dialogs.AnswerBox(TD::IdYes);
     f.optionChangeAction->trigger();
     f.groupRewrite()->waitForEnd();
     for (int kan = 1; kan <= GroupPipeTypes; ++kan)
@@ -223,15 +223,15 @@ TEST_F(GroupRewrite, BaseLabourCostsGoToEveryGroupButOnlyTheCurrentIsRecomputed)
     f.labourCostCostEdit->SetValue(27000);
     ASSERT_NE(doc().options().LabourSubmitted(), Currency::FromInt(31234));
 
-    dialogs->AnswerBox(TD::IdYes);
+    dialogs.AnswerBox(TD::IdYes);
     f.labourCostChangeAction->trigger();
     // "基礎工費を変更しました。" at once, while the thread works.
     EXPECT_TRUE(f.groupRewrite()->running());
-    ASSERT_EQ(dialogs->Boxes().size(), 2u);
-    EXPECT_EQ(dialogs->Boxes()[0].content.section(U("\r\n"), 1, 1), U("原価=27000円 提出=31234円"));
-    EXPECT_EQ(dialogs->Boxes()[1].instruction, U("確認"));
-    EXPECT_EQ(dialogs->Boxes()[1].content, U("基礎工費を変更しました。"));
-    EXPECT_EQ(dialogs->Boxes()[1].buttons, TD::ButtonOk);
+    ASSERT_EQ(dialogs.Boxes().size(), 2u);
+    EXPECT_EQ(dialogs.Boxes()[0].content.section(U("\r\n"), 1, 1), U("原価=27000円 提出=31234円"));
+    EXPECT_EQ(dialogs.Boxes()[1].instruction, U("確認"));
+    EXPECT_EQ(dialogs.Boxes()[1].content, U("基礎工費を変更しました。"));
+    EXPECT_EQ(dialogs.Boxes()[1].buttons, TD::ButtonOk);
     EXPECT_EQ(messagesWith("終了しました。"), 0);
     f.groupRewrite()->waitForEnd();
     EXPECT_EQ(messagesWith("終了しました。"), 1);
@@ -271,7 +271,8 @@ TEST_F(GroupRewrite, TheFormIsClosedToTheUserUntilTheEndHasBeenShown) {
         if (t != U("データ更新中:1-5-12/") || checked) return;
         checked = true;
         EXPECT_TRUE(formClosedToTheUser());
-        auto* bar = f.groupRewrite()->progressWindow()->findChild<QProgressBar*>("GroupProgressBar");
+        auto* bar =
+            f.groupRewrite()->progressWindow()->findChild<QProgressBar*>("GroupProgressBar");
         ASSERT_NE(bar, nullptr);
         EXPECT_EQ(bar->maximum(), GroupRewriteSteps);
         // The bar follows at most a screen frame behind the caption.
@@ -291,14 +292,14 @@ TEST_F(GroupRewrite, TheFormIsClosedToTheUserUntilTheEndHasBeenShown) {
         // It still paints.
         EXPECT_FALSE(f.groupRewrite()->progressWindow()->grab().isNull());
     });
-    dialogs->OnMessage = [&] { lockedAtTheEnd = formClosedToTheUser(); };
-    dialogs->AnswerBox(TD::IdYes);
+    dialogs.OnMessage = [&] { lockedAtTheEnd = formClosedToTheUser(); };
+    dialogs.AnswerBox(TD::IdYes);
     f.optionChangeAction->trigger();
     f.groupRewrite()->waitForEnd();
     EXPECT_TRUE(checked);
     EXPECT_TRUE(lockedAtTheEnd);
     EXPECT_EQ(messagesWith("終了しました。"), 1);
-    EXPECT_EQ(dialogs->Boxes().size(), 1u); // the question, and no save
+    EXPECT_EQ(dialogs.Boxes().size(), 1u); // the question, and no save
     EXPECT_EQ(f.currentPipeType, 1);
     EXPECT_EQ(cell1(2, 3), cellBefore);
 
@@ -327,13 +328,13 @@ TEST_F(GroupRewrite, AFailingStatementShowsErrorAndTheRunGoesOn) {
     f.elementRadio->SetItemIndex(f.elementRadio->ItemIndex() == 1 ? 2 : 1);
     ASSERT_LT(optionsBefore.count(CurrToStr(doc().options().ElementDigits())),
               optionsBefore.size());
-    dialogs->AnswerBox(TD::IdYes);
+    dialogs.AnswerBox(TD::IdYes);
     f.optionChangeAction->trigger();
     f.groupRewrite()->waitForEnd();
 
-    ASSERT_EQ(dialogs->Messages().size(), 2u);
-    EXPECT_EQ(dialogs->Messages()[0].text, "ERROR");
-    EXPECT_EQ(dialogs->Messages()[1].text, U("終了しました。"));
+    ASSERT_EQ(dialogs.Messages().size(), 2u);
+    EXPECT_EQ(dialogs.Messages()[0].text, "ERROR");
+    EXPECT_EQ(dialogs.Messages()[1].text, U("終了しました。"));
     QStringList optionsAfter;
     for (int kan = 2; kan <= GroupPipeTypes; ++kan)
         optionsAfter << stored(1, kan, 60, "DATA6");
@@ -353,15 +354,15 @@ TEST_F(GroupRewrite, OptionChangeStopsWhenTheCurrentPipeTypeCannotBeSaved) {
     doc().refreshLines();
     const Currency otherDigits = storedCurrency(1, 2, 60, "DATA6");
     f.elementRadio->SetItemIndex(DigitIndexOf(otherDigits) == 3 ? 2 : 3);
-    dialogs->AnswerBox(TD::IdYes);
+    dialogs.AnswerBox(TD::IdYes);
     f.optionChangeAction->trigger();
     // The other pipe types keep their options: none has new options with
     // prices computed under the old ones.
     EXPECT_EQ(storedCurrency(1, 2, 60, "DATA6"), otherDigits);
     EXPECT_FALSE(f.groupRewrite()->running());
     f.groupRewrite()->waitForEnd();
-    ASSERT_EQ(dialogs->Boxes().size(), 2u);
-    EXPECT_EQ(dialogs->Boxes()[1].instruction, "ERROR");
+    ASSERT_EQ(dialogs.Boxes().size(), 2u);
+    EXPECT_EQ(dialogs.Boxes()[1].instruction, "ERROR");
     EXPECT_TRUE(captions.filter(U("データ更新中:")).isEmpty());
     EXPECT_EQ(messagesWith("終了しました。"), 0);
     EXPECT_EQ(rows()[3].listPrice, Currency::FromInt(2468));
@@ -384,8 +385,8 @@ TEST_F(GroupRewrite, ClosingDuringARunLeavesEveryPipeTypeOfTheGroupWhole) {
         QTimer::singleShot(0, &f, [&] { closedAtOnce = f.close(); });
     });
     // The close is refused while the run goes and taken up after its end.
-    dialogs->OnMessage = [&] { visibleAtTheEnd = f.isVisible(); };
-    dialogs->AnswerBox(TD::IdYes);
+    dialogs.OnMessage = [&] { visibleAtTheEnd = f.isVisible(); };
+    dialogs.AnswerBox(TD::IdYes);
     f.optionChangeAction->trigger();
     QElapsedTimer waited;
     waited.start();
@@ -410,12 +411,12 @@ TEST_F(GroupRewrite, AFailureOnTheWorkerOpensTheFormAgainAndIsShown) {
     MainWindow& f = open();
     recordCaptions();
     const QByteArray goods = rows()[1].goodsBytes;
-    dialogs->AnswerBox(TD::IdYes);
+    dialogs.AnswerBox(TD::IdYes);
     f.optionChangeAction->trigger();
     f.groupRewrite()->waitForEnd();
 
-    ASSERT_EQ(dialogs->Boxes().size(), 2u);
-    const ScriptedDialogs::Box& failure = dialogs->Boxes()[1];
+    ASSERT_EQ(dialogs.Boxes().size(), 2u);
+    const ScriptedDialogs::Box& failure = dialogs.Boxes()[1];
     // Where the run stopped, and why: pipe types 7 to 20 are as they were.
     EXPECT_TRUE(failure.instruction.startsWith(
         U("グループの再計算を管種7で中止しました。管種7から後は変更されていません。")))
@@ -432,9 +433,9 @@ TEST_F(GroupRewrite, AFailureOnTheWorkerOpensTheFormAgainAndIsShown) {
     // The rows are the current pipe type's, not the broken one's.
     EXPECT_EQ(rows()[1].goodsBytes, goods);
     // The commands work again.
-    dialogs->AnswerBox(TD::IdNo);
+    dialogs.AnswerBox(TD::IdNo);
     f.optionChangeItem->trigger();
-    EXPECT_EQ(dialogs->Boxes().size(), 3u);
+    EXPECT_EQ(dialogs.Boxes().size(), 3u);
 }
 
 TEST_F(GroupRewrite, ACloseWhileTheFailureIsShownClosesAfterItWithoutHanging) {
@@ -442,19 +443,19 @@ TEST_F(GroupRewrite, ACloseWhileTheFailureIsShownClosesAfterItWithoutHanging) {
     // came then and waited for the worker would wait for ever.
     exec(QStringLiteral("DELETE FROM ex_kanzai WHERE GRP='1' AND KAN='7' AND NO='60';"));
     MainWindow& f = open();
-    dialogs->AnswerBox(TD::IdYes);
+    dialogs.AnswerBox(TD::IdYes);
     bool closedInBox = true;
-    dialogs->OnBox = [&] {
-        if (dialogs->Boxes().size() == 2) closedInBox = f.close();
+    dialogs.OnBox = [&] {
+        if (dialogs.Boxes().size() == 2) closedInBox = f.close();
     };
     f.optionChangeAction->trigger();
     QElapsedTimer waited;
     waited.start();
     while (f.isVisible() && waited.elapsed() < 60000)
         QTest::qWait(5);
-    dialogs->OnBox = nullptr;
-    ASSERT_GE(dialogs->Boxes().size(), 2u);
-    EXPECT_TRUE(dialogs->Boxes()[1].instruction.endsWith(U("List index out of bounds (59)")));
+    dialogs.OnBox = nullptr;
+    ASSERT_GE(dialogs.Boxes().size(), 2u);
+    EXPECT_TRUE(dialogs.Boxes()[1].instruction.endsWith(U("List index out of bounds (59)")));
     EXPECT_FALSE(closedInBox);
     EXPECT_FALSE(f.isVisible());
     EXPECT_FALSE(f.groupRewrite()->running());

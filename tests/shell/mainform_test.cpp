@@ -29,11 +29,11 @@ protected:
     void SetUp() override { qputenv("QORVALE_COMMON_DATA", common.path().toUtf8()); }
     void TearDown() override { qunsetenv("QORVALE_COMMON_DATA"); }
     QTemporaryDir common;
-    ScriptedDialogsScope dialogs;
+    ScriptedDialogs dialogs;
 };
 
 TEST_F(MainFormTest, CreationSetsCaptionPathsAndGeometry) {
-    MainWindow form("0;1;0;0;/srv/velmora/db/;");
+    MainWindow form(dialogs, "0;1;0;0;/srv/velmora/db/;");
     EXPECT_EQ(form.windowTitle(), "Qorvale-Ostrel-");
     EXPECT_EQ(form.workspace().paths().dataRoot, common.path() + "/ostrel/velmora_main");
     EXPECT_EQ(form.workspace().paths().databaseFolder, "/srv/velmora/db/");
@@ -44,9 +44,9 @@ TEST_F(MainFormTest, CreationSetsCaptionPathsAndGeometry) {
     EXPECT_EQ(form.currentCategory, 1);
     EXPECT_FALSE(form.noDataFolder);
 
-    MainWindow noArgument{QString()};
+    MainWindow noArgument{dialogs, QString()};
     EXPECT_EQ(noArgument.workspace().paths().databaseFolder, common.path() + "/ostrel/database/");
-    EXPECT_TRUE(dialogs->Boxes().empty());
+    EXPECT_TRUE(dialogs.Boxes().empty());
 }
 
 struct MenuRow {
@@ -118,7 +118,7 @@ const MenuRow MenuTable[] = {
 };
 
 TEST_F(MainFormTest, MainMenuHoldsEveryItemOfTheTable) {
-    MainWindow form{QString()};
+    MainWindow form{dialogs, QString()};
     ASSERT_EQ(form.mainMenu, form.menuBar());
     EXPECT_EQ(form.mainMenu->objectName(), "mainMenu");
 
@@ -166,7 +166,7 @@ TEST_F(MainFormTest, MainMenuHoldsEveryItemOfTheTable) {
 }
 
 TEST_F(MainFormTest, MenuItemsFollowTheirActions) {
-    MainWindow form{QString()};
+    MainWindow form{dialogs, QString()};
     int undos = 0;
     QObject::connect(form.undoAction, &QAction::triggered, [&undos] { ++undos; });
     EXPECT_EQ(form.undoAction->shortcut(), QKeySequence(Qt::Key_Escape));
@@ -194,7 +194,7 @@ TEST_F(MainFormTest, MenuItemsFollowTheirActions) {
 }
 
 TEST_F(MainFormTest, GroupsAreNamedFromTheMenu) {
-    MainWindow form{QString()};
+    MainWindow form{dialogs, QString()};
     for (int g = 1; g <= 10; ++g) {
         EXPECT_EQ(form.groupName(g),
                   QString::fromUtf8(MainWindow::DefaultGroupNames[std::size_t(g - 1)]));
@@ -206,23 +206,23 @@ TEST_F(MainFormTest, GroupsAreNamedFromTheMenu) {
     EXPECT_EQ(form.groupNamingItem(10)->objectName(), "groupNamingItem10");
     EXPECT_EQ(form.groupMenu(11), nullptr);
 
-    dialogs->AnswerInput("上水");
+    dialogs.AnswerInput("上水");
     form.groupNamingItem(2)->trigger();
     EXPECT_EQ(form.groupName(2), "上水");
     EXPECT_EQ(form.groupMenu(2)->menuAction()->text(), "上水");
-    const ScriptedDialogs::Input& asked = dialogs->Inputs().at(0);
+    const ScriptedDialogs::Input& asked = dialogs.Inputs().at(0);
     EXPECT_EQ(asked.title, "Qorvale");
     EXPECT_EQ(asked.prompt, "グル－プ名を入力してください");
     EXPECT_EQ(asked.initial, "排水");
 
-    dialogs->CancelInput();
+    dialogs.CancelInput();
     form.groupNamingItem(10)->trigger();
     EXPECT_EQ(form.groupName(10), "冷媒");
-    EXPECT_TRUE(dialogs->Unanswered().isEmpty());
+    EXPECT_TRUE(dialogs.Unanswered().isEmpty());
 }
 
 TEST_F(MainFormTest, StatusBarAndViewMenu) {
-    MainWindow form{QString()};
+    MainWindow form{dialogs, QString()};
     form.show();
     ASSERT_EQ(form.statusBar(), form.statusLine);
     EXPECT_EQ(form.statusLine->objectName(), "statusLine");
@@ -260,7 +260,7 @@ TEST_F(MainFormTest, StatusBarAndViewMenu) {
 }
 
 TEST_F(MainFormTest, ExitClosesTheForm) {
-    MainWindow form{QString()};
+    MainWindow form{dialogs, QString()};
     form.show();
     ASSERT_TRUE(form.isVisible());
     form.exitItem->trigger();
@@ -268,8 +268,8 @@ TEST_F(MainFormTest, ExitClosesTheForm) {
 }
 
 TEST_F(MainFormTest, AboutCommandShowsTheVersionDialog) {
-    MainWindow form{QString()};
-    AboutDialog about;
+    MainWindow form{dialogs, QString()};
+    AboutDialog about(dialogs);
     form.setFormDialogs({&about, nullptr, nullptr});
     QWidget* shown = nullptr;
     WhenModal([&shown](QWidget* w) {
@@ -282,10 +282,10 @@ TEST_F(MainFormTest, AboutCommandShowsTheVersionDialog) {
 }
 
 TEST_F(MainFormTest, InstallFolderIsShownInAnInfoBox) {
-    MainWindow form{QString()};
+    MainWindow form{dialogs, QString()};
     form.installFolderItem->trigger();
-    ASSERT_EQ(dialogs->Boxes().size(), 1u);
-    const ScriptedDialogs::Box& box = dialogs->Boxes()[0];
+    ASSERT_EQ(dialogs.Boxes().size(), 1u);
+    const ScriptedDialogs::Box& box = dialogs.Boxes()[0];
     EXPECT_EQ(box.title, ApplicationTitle());
     EXPECT_EQ(box.instruction, "確認");
     EXPECT_EQ(box.content,
@@ -295,13 +295,13 @@ TEST_F(MainFormTest, InstallFolderIsShownInAnInfoBox) {
 }
 
 TEST_F(MainFormTest, CalculatorStartsWhenOneIsInstalled) {
-    MainWindow form{QString()};
+    MainWindow form{dialogs, QString()};
     const QByteArray oldPath = qgetenv("PATH");
     QTemporaryDir bin;
     qputenv("PATH", bin.path().toUtf8());
     form.calculatorItem->trigger();
-    EXPECT_TRUE(dialogs->Processes().empty());
-    EXPECT_TRUE(dialogs->Boxes().empty());
+    EXPECT_TRUE(dialogs.Processes().empty());
+    EXPECT_TRUE(dialogs.Boxes().empty());
 
     const QString calculator = bin.path() + "/gnome-calculator";
     QFile file(calculator);
@@ -309,13 +309,13 @@ TEST_F(MainFormTest, CalculatorStartsWhenOneIsInstalled) {
     file.write("#!/bin/sh\n");
     file.close();
     file.setPermissions(QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
-    dialogs->SetStartResult(false); // a failed start says nothing
+    dialogs.SetStartResult(false); // a failed start says nothing
     form.calculatorItem->trigger();
     qputenv("PATH", oldPath);
-    ASSERT_EQ(dialogs->Processes().size(), 1u);
-    EXPECT_EQ(dialogs->Processes()[0].program, calculator);
-    EXPECT_TRUE(dialogs->Processes()[0].arguments.isEmpty());
-    EXPECT_TRUE(dialogs->Boxes().empty());
+    ASSERT_EQ(dialogs.Processes().size(), 1u);
+    EXPECT_EQ(dialogs.Processes()[0].program, calculator);
+    EXPECT_TRUE(dialogs.Processes()[0].arguments.isEmpty());
+    EXPECT_TRUE(dialogs.Boxes().empty());
 }
 
 } // namespace

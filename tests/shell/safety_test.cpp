@@ -42,7 +42,7 @@ using Holder = LockHolder;
 class Safety : public WorkspaceFixture {
 protected:
     bool boxSays(std::size_t i, const char* instruction, const char* content) const {
-        const auto& boxes = dialogs->Boxes();
+        const auto& boxes = dialogs.Boxes();
         return i < boxes.size() && boxes[i].instruction == U(instruction) &&
                boxes[i].content.contains(U(content));
     }
@@ -57,12 +57,12 @@ TEST_F(Safety, AFailedLoadLeavesTheClickUndone) {
     ASSERT_EQ(b.size(), 60);
     {
         Holder other(db, "EXCLUSIVE");
-        dialogs->AnswerBox(TaskDialog::IdCancel); // do not save, go to pipe type 2
+        dialogs.AnswerBox(TaskDialog::IdCancel); // do not save, go to pipe type 2
         clickNode(2);
         // The failure is shown, and everything stays with pipe type 1.
-        ASSERT_EQ(dialogs->Boxes().size(), 2u);
-        EXPECT_TRUE(dialogs->Boxes()[1].instruction.contains(U("locked")))
-            << dialogs->Boxes()[1].instruction.toStdString();
+        ASSERT_EQ(dialogs.Boxes().size(), 2u);
+        EXPECT_TRUE(dialogs.Boxes()[1].instruction.contains(U("locked")))
+            << dialogs.Boxes()[1].instruction.toStdString();
         EXPECT_EQ(f.currentGroup, 1);
         EXPECT_EQ(f.currentPipeType, 1);
         EXPECT_EQ(f.selectedNode(), f.treeNode(1));
@@ -81,14 +81,15 @@ TEST_F(Safety, AFailedLoadLeavesTheClickUndone) {
 // A pipe type whose rows end at 29: its load stops half-way, and all 60 rows
 // stay those of the pipe type that was on screen.
 TEST_F(Safety, ALoadThatStopsHalfWayLeavesTheRowsThatWereShown) {
-    ASSERT_EQ(ExecStatement(db, QStringLiteral("DELETE FROM ex_kanzai WHERE CTG='1' AND GRP='1' "
-                                               "AND KAN='2' AND NO>='30';")),
+    ASSERT_EQ(ExecStatement(dialogs, db,
+                            QStringLiteral("DELETE FROM ex_kanzai WHERE CTG='1' AND GRP='1' "
+                                           "AND KAN='2' AND NO>='30';")),
               1);
     MainWindow& f = open();
     const RowTable shown = rows();
     clickNode(2);
-    ASSERT_EQ(dialogs->Boxes().size(), 1u);
-    EXPECT_EQ(dialogs->Boxes()[0].instruction, U("List index out of bounds (29)"));
+    ASSERT_EQ(dialogs.Boxes().size(), 1u);
+    EXPECT_EQ(dialogs.Boxes()[0].instruction, U("List index out of bounds (29)"));
     EXPECT_EQ(f.currentPipeType, 1);
     for (int r = 1; r <= RowCount; ++r)
         EXPECT_EQ(RowLine(rows()[r]), RowLine(shown[r])) << r;
@@ -110,26 +111,26 @@ TEST_F(Safety, ASaveAsksBeforeWritingOverAChangeMadeElsewhere) {
         ASSERT_TRUE(r.isEmpty()) << r.join(' ').toStdString();
     };
     auto asked = [&](std::size_t i) {
-        return i < dialogs->Boxes().size() &&
-               dialogs->Boxes()[i].instruction ==
+        return i < dialogs.Boxes().size() &&
+               dialogs.Boxes()[i].instruction ==
                    U("この管種は読み込んだ後に他で変更されています。") &&
-               dialogs->Boxes()[i].buttons == (TaskDialog::ButtonOverwrite |
-                                               TaskDialog::ButtonReload | TaskDialog::ButtonCancel);
+               dialogs.Boxes()[i].buttons == (TaskDialog::ButtonOverwrite |
+                                              TaskDialog::ButtonReload | TaskDialog::ButtonCancel);
     };
     // キャンセル: nothing written, the user's rows stay on screen, unsaved.
     typeFactor(4, 3, "7");
     otherChanges("1111");
     const QStringList theirs = dumpPipeType(db, 1, 1);
-    dialogs->AnswerBox(TaskDialog::IdCancel);
+    dialogs.AnswerBox(TaskDialog::IdCancel);
     f.saveButton->click();
-    ASSERT_EQ(dialogs->Boxes().size(), 1u);
+    ASSERT_EQ(dialogs.Boxes().size(), 1u);
     EXPECT_TRUE(asked(0));
     EXPECT_EQ(dumpPipeType(db, 1, 1), theirs);
     EXPECT_EQ(rows()[3].factor(1), Currency::FromInt(7));
     EXPECT_TRUE(doc().isChanged());
 
     // 上書き保存: the user's rows are written, the other change is gone.
-    dialogs->AnswerBox(TaskDialog::IdOverwrite);
+    dialogs.AnswerBox(TaskDialog::IdOverwrite);
     f.saveItem->trigger();
     EXPECT_TRUE(asked(1));
     EXPECT_TRUE(boxSays(2, "確認", "保存しました。"));
@@ -142,12 +143,12 @@ TEST_F(Safety, ASaveAsksBeforeWritingOverAChangeMadeElsewhere) {
     typeFactor(4, 4, "5");
     otherChanges("2222");
     const QStringList before = dumpPipeType(db, 1, 1);
-    dialogs->AnswerBox(TaskDialog::IdReload);
-    dialogs->AnswerBox(TaskDialog::IdYes);
+    dialogs.AnswerBox(TaskDialog::IdReload);
+    dialogs.AnswerBox(TaskDialog::IdYes);
     f.saveButton->click();
     EXPECT_TRUE(asked(3));
     EXPECT_TRUE(boxSays(4, "確認", "変更を破棄して読み直しますか?"));
-    ASSERT_EQ(dialogs->Boxes().size(), 5u);
+    ASSERT_EQ(dialogs.Boxes().size(), 5u);
     EXPECT_EQ(dumpPipeType(db, 1, 1), before);
     EXPECT_EQ(rows()[2].submittedPrice, Currency::FromInt(2222));
     EXPECT_EQ(rows()[4].factor(1), StrToCurr(stored(1, 1, 4, "DATA1")));
@@ -156,23 +157,23 @@ TEST_F(Safety, ASaveAsksBeforeWritingOverAChangeMadeElsewhere) {
     // The question of a tree click: キャンセル keeps the user on the rows.
     typeFactor(4, 5, "6");
     otherChanges("3333");
-    dialogs->AnswerBox(TaskDialog::IdYes); // save?
-    dialogs->AnswerBox(TaskDialog::IdCancel);
+    dialogs.AnswerBox(TaskDialog::IdYes); // save?
+    dialogs.AnswerBox(TaskDialog::IdCancel);
     clickNode(2);
     EXPECT_TRUE(asked(6));
     EXPECT_EQ(f.currentPipeType, 1);
     EXPECT_EQ(f.selectedNode(), f.treeNode(1));
     EXPECT_EQ(stored(1, 1, 2, "GROSS"), QStringLiteral("3333"));
     // At closing, キャンセル keeps the window; 上書き保存 saves and closes.
-    dialogs->AnswerBox(TaskDialog::IdYes);
-    dialogs->AnswerBox(TaskDialog::IdCancel);
+    dialogs.AnswerBox(TaskDialog::IdYes);
+    dialogs.AnswerBox(TaskDialog::IdCancel);
     EXPECT_FALSE(f.close());
     EXPECT_TRUE(asked(8));
-    dialogs->AnswerBox(TaskDialog::IdYes);
-    dialogs->AnswerBox(TaskDialog::IdOverwrite);
+    dialogs.AnswerBox(TaskDialog::IdYes);
+    dialogs.AnswerBox(TaskDialog::IdOverwrite);
     EXPECT_TRUE(f.close());
     EXPECT_EQ(stored(1, 1, 5, "DATA1"), QStringLiteral("6"));
-    EXPECT_EQ(dialogs->Boxes().size(), 11u);
+    EXPECT_EQ(dialogs.Boxes().size(), 11u);
 }
 
 TEST_F(Safety, SavesUnderALockSayTheyFailedAndLoseNothing) {
@@ -185,18 +186,18 @@ TEST_F(Safety, SavesUnderALockSayTheyFailedAndLoseNothing) {
 
     // The button: one box with the database's reason, no success.
     f.saveButton->click();
-    ASSERT_EQ(dialogs->Boxes().size(), 1u);
+    ASSERT_EQ(dialogs.Boxes().size(), 1u);
     EXPECT_TRUE(boxSays(0, "ERROR", "database is locked"));
-    EXPECT_TRUE(dialogs->Messages().empty());
+    EXPECT_TRUE(dialogs.Messages().empty());
     EXPECT_TRUE(doc().isChanged());
 
     // Ctrl+S the same.
     f.saveItem->trigger();
     EXPECT_TRUE(boxSays(1, "ERROR", "database is locked"));
-    ASSERT_EQ(dialogs->Boxes().size(), 2u);
+    ASSERT_EQ(dialogs.Boxes().size(), 2u);
 
     // The save of the tree click fails: the user stays on the rows.
-    dialogs->AnswerBox(TaskDialog::IdYes);
+    dialogs.AnswerBox(TaskDialog::IdYes);
     clickNode(3);
     EXPECT_TRUE(boxSays(3, "ERROR", "database is locked"));
     EXPECT_EQ(f.currentPipeType, 1);
@@ -204,14 +205,14 @@ TEST_F(Safety, SavesUnderALockSayTheyFailedAndLoseNothing) {
     EXPECT_EQ(rows()[2].factor(2), Currency::FromInt(3));
 
     // Closing: the failed save asks what to do; cancel keeps the window.
-    dialogs->AnswerBox(TaskDialog::IdYes);    // save?
-    dialogs->AnswerBox(TaskDialog::IdCancel); // try again, stay, or close?
+    dialogs.AnswerBox(TaskDialog::IdYes);    // save?
+    dialogs.AnswerBox(TaskDialog::IdCancel); // try again, stay, or close?
     EXPECT_FALSE(f.close());
     EXPECT_TRUE(f.isVisible());
-    ASSERT_EQ(dialogs->Boxes().size(), 7u);
+    ASSERT_EQ(dialogs.Boxes().size(), 7u);
     EXPECT_TRUE(boxSays(5, "ERROR", "database is locked"));
     EXPECT_TRUE(boxSays(6, "データを保存できませんでした。", "「閉じる」で保存せずに終了します。"));
-    EXPECT_EQ(dialogs->Boxes()[6].buttons,
+    EXPECT_EQ(dialogs.Boxes()[6].buttons,
               TaskDialog::ButtonRetry | TaskDialog::ButtonCancel | TaskDialog::ButtonClose);
 
     // Nothing of the store changed all along.
@@ -222,7 +223,7 @@ TEST_F(Safety, SavesUnderALockSayTheyFailedAndLoseNothing) {
 
     // Free again: the close saves and goes.
     other.release();
-    dialogs->AnswerBox(TaskDialog::IdYes);
+    dialogs.AnswerBox(TaskDialog::IdYes);
     EXPECT_TRUE(f.close());
     EXPECT_EQ(stored(1, 1, 2, "DATA2"), QStringLiteral("3"));
     EXPECT_EQ(dumpPipeType(db, 1, 2), before.mid(60, 60));
@@ -233,14 +234,14 @@ TEST_F(Safety, RetryAtClosingSavesOnceTheFileIsFree) {
     typeFactor(6, 4, "8");
     auto other = std::make_unique<Holder>(db, "IMMEDIATE");
     // The other program lets go while the question is up.
-    dialogs->OnBox = [&] {
-        if (dialogs->Boxes().back().instruction == U("データを保存できませんでした。"))
+    dialogs.OnBox = [&] {
+        if (dialogs.Boxes().back().instruction == U("データを保存できませんでした。"))
             other.reset();
     };
-    dialogs->AnswerBox(TaskDialog::IdYes);   // save?
-    dialogs->AnswerBox(TaskDialog::IdRetry); // try again
+    dialogs.AnswerBox(TaskDialog::IdYes);   // save?
+    dialogs.AnswerBox(TaskDialog::IdRetry); // try again
     EXPECT_TRUE(f.close());
-    dialogs->OnBox = nullptr;
+    dialogs.OnBox = nullptr;
     EXPECT_EQ(stored(1, 1, 4, "DATA3"), QStringLiteral("8"));
 }
 
@@ -251,20 +252,20 @@ TEST_F(Safety, AStartWhoseLoadFailedNeverWritesItsEmptyRows) {
         open();
     }
     MainWindow& f = *form;
-    ASSERT_FALSE(dialogs->Boxes().empty()); // the start's failure was shown
+    ASSERT_FALSE(dialogs.Boxes().empty()); // the start's failure was shown
     EXPECT_FALSE(f.rowsLoaded);
-    dialogs->ClearRecords();
+    dialogs.ClearRecords();
     f.saveButton->click();
-    ASSERT_EQ(dialogs->Boxes().size(), 1u);
+    ASSERT_EQ(dialogs.Boxes().size(), 1u);
     EXPECT_TRUE(boxSays(0, "確認", "管種が読み込まれていないため、保存できません。"));
     // Nor do the group commands write the empty options over the group.
     const QStringList group2 = dumpPipeType(db, 1, 2);
     f.optionChangeItem->trigger();
     f.labourCostChangeItem->trigger();
-    ASSERT_EQ(dialogs->Boxes().size(), 3u);
+    ASSERT_EQ(dialogs.Boxes().size(), 3u);
     EXPECT_TRUE(boxSays(2, "確認", "管種が読み込まれていないため、実行できません。"));
     EXPECT_TRUE(f.close()); // nothing to ask
-    EXPECT_EQ(dialogs->Boxes().size(), 3u);
+    EXPECT_EQ(dialogs.Boxes().size(), 3u);
     EXPECT_EQ(dumpPipeType(db, 1, 1), before);
     EXPECT_EQ(dumpPipeType(db, 1, 2), group2);
 }
@@ -273,23 +274,23 @@ TEST_F(Safety, AShiftClickThatWasUndoneNamesNothing) {
     MainWindow& f = open();
     typeFactor(4, 2, "5");
     Holder other(db, "IMMEDIATE");
-    dialogs->AnswerBox(TaskDialog::IdYes); // save? It fails.
+    dialogs.AnswerBox(TaskDialog::IdYes); // save? It fails.
     clickNode(4, Qt::ShiftModifier);
     for (int i = 0; i < 3; ++i)
         QCoreApplication::processEvents();
     EXPECT_TRUE(boxSays(1, "ERROR", "database is locked"));
     EXPECT_EQ(f.selectedNode(), f.treeNode(1));
-    EXPECT_TRUE(dialogs->Inputs().empty());
+    EXPECT_TRUE(dialogs.Inputs().empty());
 }
 
 TEST_F(Safety, AFailedGroupNameSaveSaysSoOnce) {
     MainWindow& f = open();
     Holder other(db, "IMMEDIATE");
-    dialogs->AnswerInput(U("上水"));
+    dialogs.AnswerInput(U("上水"));
     f.groupNamingItem(1)->trigger();
-    ASSERT_EQ(dialogs->Boxes().size(), 1u);
+    ASSERT_EQ(dialogs.Boxes().size(), 1u);
     EXPECT_TRUE(boxSays(0, "ERROR", "database is locked"));
-    EXPECT_TRUE(dialogs->Messages().empty());
+    EXPECT_TRUE(dialogs.Messages().empty());
 }
 
 TEST_F(Safety, AnOverflowInShowPipeTypeLeavesTheOptionsWorking) {
@@ -327,10 +328,10 @@ TEST_F(Safety, EscapeInAnOpenEditorCommitsEvenWithUndoOn) {
     ASSERT_TRUE(f.compositeGrid->FocusCell(6, 5, true));
     QTest::keyClick(f.compositeGrid, '9');
     ASSERT_TRUE(f.compositeGrid->EditorMode());
-    const int beeps = dialogs->Beeps();
+    const int beeps = dialogs.Beeps();
     QTest::keyClick(f.compositeGrid->InplaceEditor(), Qt::Key_Escape);
     EXPECT_FALSE(f.compositeGrid->EditorMode());
-    EXPECT_EQ(dialogs->Beeps(), beeps + 1);
+    EXPECT_EQ(dialogs.Beeps(), beeps + 1);
     EXPECT_EQ(rows()[5].factor(3), Currency::FromInt(9));
     EXPECT_EQ(rows()[1].factor(1), Currency::FromInt(2)); // no undo ran
 }
@@ -338,7 +339,6 @@ TEST_F(Safety, EscapeInAnOpenEditorCommitsEvenWithUndoOn) {
 TEST_F(Safety, PlainEnterDoesNotFillDownWhateverTheKeyboardSays) {
     MainWindow& f = open();
     const Currency below = rows()[9].factor(1);
-    dialogs->SetShiftDown(true);
     typeFactor(4, 8, "4");
     EXPECT_EQ(rows()[8].factor(1), Currency::FromInt(4));
     EXPECT_EQ(rows()[9].factor(1), below);
@@ -380,20 +380,20 @@ TEST_F(Safety, ShiftClickAnswersTheSaveQuestionBeforeTheNamingBox) {
     // The box runs the event loop as a modal box does; no other box may
     // come up from inside it.
     std::size_t inputsDuringBox = 0;
-    dialogs->OnBox = [&] {
-        const std::size_t before = dialogs->Inputs().size();
+    dialogs.OnBox = [&] {
+        const std::size_t before = dialogs.Inputs().size();
         QCoreApplication::processEvents();
         QCoreApplication::processEvents();
-        inputsDuringBox += dialogs->Inputs().size() - before;
+        inputsDuringBox += dialogs.Inputs().size() - before;
     };
-    dialogs->AnswerBox(TaskDialog::IdYes);
-    dialogs->AnswerInput(U("新しい名前"));
+    dialogs.AnswerBox(TaskDialog::IdYes);
+    dialogs.AnswerInput(U("新しい名前"));
     clickNode(4, Qt::ShiftModifier);
     for (int i = 0; i < 3; ++i)
         QCoreApplication::processEvents();
-    dialogs->OnBox = nullptr;
+    dialogs.OnBox = nullptr;
     EXPECT_EQ(inputsDuringBox, 0u);
-    ASSERT_EQ(dialogs->Inputs().size(), 1u);
+    ASSERT_EQ(dialogs.Inputs().size(), 1u);
     EXPECT_EQ(f.currentPipeType, 4);
     EXPECT_EQ(f.treeNode(4)->text(0), U("新しい名前"));
     EXPECT_EQ(stored(1, 1, 2, "DATA1"), QStringLiteral("5"));
@@ -416,10 +416,10 @@ TEST_F(Safety, TheSavedGeometryIsTakenUnchanged) {
 }
 
 TEST_F(Safety, TheTreeShowsWholeNamesInItsHint) {
-    ASSERT_EQ(
-        ExecStatement(db, U("UPDATE ex_kanzai SET GOODS='水道用硬質塩化ﾋﾞﾆﾙﾗｲﾆﾝｸﾞ鋼管(VA) 屋内"
-                            "一般配管用の長い名前' WHERE GRP='1' AND KAN='6' AND NO='1';")),
-        1);
+    ASSERT_EQ(ExecStatement(dialogs, db,
+                            U("UPDATE ex_kanzai SET GOODS='水道用硬質塩化ﾋﾞﾆﾙﾗｲﾆﾝｸﾞ鋼管(VA) 屋内"
+                              "一般配管用の長い名前' WHERE GRP='1' AND KAN='6' AND NO='1';")),
+              1);
     MainWindow& f = open();
     const QRect r = f.tree->visualItemRect(f.treeNode(6));
     QHelpEvent help(QEvent::ToolTip, r.center(), f.tree->viewport()->mapToGlobal(r.center()));
@@ -443,7 +443,7 @@ TEST_F(Safety, TheRateCheckBoxIsAPlainCheckBoxAndTheGridsAreFlat) {
 TEST_F(Safety, TheNetworkFileIsReadAsTheFormIsCreated) {
     QDir().mkpath(DataRootPath() + QStringLiteral("/conf"));
     ASSERT_TRUE(WriteTextFile(NetworkFilePath(DataRootPath()), {U("[Network_Dir]=//server/共有")}));
-    MainWindow created{QString()}; // not shown: creation alone
+    MainWindow created{dialogs, QString()}; // not shown: creation alone
     EXPECT_EQ(created.networkFolder, U("//server/共有"));
 }
 

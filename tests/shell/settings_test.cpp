@@ -152,12 +152,12 @@ protected:
         database = dir.filePath(QStringLiteral("velmoraMainEX.db3"));
         CreateSuiteDatabase(database, false);
     }
-    void TearDown() override { EXPECT_TRUE(dialogs->Unanswered().isEmpty()); }
+    void TearDown() override { EXPECT_TRUE(dialogs.Unanswered().isEmpty()); }
 
     ConfRecord conf;
     QTemporaryDir dir;
     QString database;
-    ScriptedDialogsScope dialogs;
+    ScriptedDialogs dialogs;
 };
 
 TEST_F(ConfRecordTest, StatementsAndText) {
@@ -189,8 +189,8 @@ TEST_F(ConfRecordTest, SaveAndLoadRoundTrip) {
     conf.CutLevel = QStringLiteral("2");
     conf.GroupNames[0] = QStringLiteral("給水 (O'Neil; 改)");
     conf.GroupNames[4] = QString();
-    ASSERT_EQ(SaveGroupNames(database, conf), 1);
-    ASSERT_EQ(SaveGroupNames(database, conf), 1); // replaced, not added
+    ASSERT_EQ(SaveGroupNames(dialogs, database, conf), 1);
+    ASSERT_EQ(SaveGroupNames(dialogs, database, conf), 1); // replaced, not added
     const ConfRecord saved = conf;
 
     conf = ConfRecord{};
@@ -201,15 +201,15 @@ TEST_F(ConfRecordTest, SaveAndLoadRoundTrip) {
     EXPECT_EQ(s(conf.CutLevel), "2");
     EXPECT_EQ(QueryToLines(database, QStringLiteral("SELECT count(*) FROM exconf")).lines,
               QStringList{QStringLiteral("1;")});
-    EXPECT_TRUE(dialogs->Boxes().empty());
-    EXPECT_TRUE(dialogs->Messages().empty());
+    EXPECT_TRUE(dialogs.Boxes().empty());
+    EXPECT_TRUE(dialogs.Messages().empty());
 }
 
 TEST_F(ConfRecordTest, UnknownKeysAndMissingLinesInTheRecord) {
-    ASSERT_EQ(
-        ExecStatement(database, QStringLiteral("INSERT INTO exconf VALUES ('kanzai', "
-                                               "'[GROUP_NAME3]=換気\r\n[NOTE]=x\r\n[KETA]=4')")),
-        1);
+    ASSERT_EQ(ExecStatement(dialogs, database,
+                            QStringLiteral("INSERT INTO exconf VALUES ('kanzai', "
+                                           "'[GROUP_NAME3]=換気\r\n[NOTE]=x\r\n[KETA]=4')")),
+              1);
     LoadGroupNames(database, conf);
     EXPECT_EQ(conf.GroupNames[2], QStringLiteral("換気"));
     EXPECT_EQ(conf.GroupNames[0], QStringLiteral("給水"));
@@ -219,19 +219,19 @@ TEST_F(ConfRecordTest, UnknownKeysAndMissingLinesInTheRecord) {
 TEST_F(ConfRecordTest, FailedInsertKeepsTheOldRecord) {
     conf.GroupNames = DefaultGroupNames();
     conf.GroupNames[1] = QStringLiteral("汚水");
-    ASSERT_EQ(SaveGroupNames(database, conf), 1);
+    ASSERT_EQ(SaveGroupNames(dialogs, database, conf), 1);
     // The insert fails (a trigger stands in for any failure after the delete).
-    ASSERT_EQ(
-        ExecStatement(database, QStringLiteral("CREATE TRIGGER no_insert BEFORE INSERT ON exconf "
-                                               "BEGIN SELECT RAISE(ABORT, 'refused'); END")),
-        1);
+    ASSERT_EQ(ExecStatement(dialogs, database,
+                            QStringLiteral("CREATE TRIGGER no_insert BEFORE INSERT ON exconf "
+                                           "BEGIN SELECT RAISE(ABORT, 'refused'); END")),
+              1);
     conf.GroupNames[1] = QStringLiteral("雨水");
-    EXPECT_EQ(SaveGroupNames(database, conf), 0);
-    EXPECT_TRUE(dialogs->Messages().empty());
-    ASSERT_EQ(dialogs->Boxes().size(), 1u);
-    EXPECT_EQ(dialogs->Boxes()[0].instruction, QStringLiteral("ERROR"));
-    EXPECT_TRUE(dialogs->Boxes()[0].content.startsWith(QStringLiteral("refused\r\n")))
-        << dialogs->Boxes()[0].content.toStdString();
+    EXPECT_EQ(SaveGroupNames(dialogs, database, conf), 0);
+    EXPECT_TRUE(dialogs.Messages().empty());
+    ASSERT_EQ(dialogs.Boxes().size(), 1u);
+    EXPECT_EQ(dialogs.Boxes()[0].instruction, QStringLiteral("ERROR"));
+    EXPECT_TRUE(dialogs.Boxes()[0].content.startsWith(QStringLiteral("refused\r\n")))
+        << dialogs.Boxes()[0].content.toStdString();
     LoadGroupNames(database, conf);
     EXPECT_EQ(conf.GroupNames[1], QStringLiteral("汚水"));
 }

@@ -14,8 +14,8 @@
 namespace {
 
 TEST(VersionInfoTest, ShowsTheVersionOfTheBuild) {
-    ScriptedDialogsScope dialogs;
-    AboutDialog about;
+    ScriptedDialogs dialogs;
+    AboutDialog about(dialogs);
     const QString version = QStringLiteral(QORVALE_VERSION);
     EXPECT_EQ(about.windowTitle(), "製品案内");
     EXPECT_EQ(about.appNameLabel->text(), ApplicationTitle());
@@ -30,13 +30,14 @@ TEST(VersionInfoTest, ShowsTheVersionOfTheBuild) {
     ASSERT_FALSE(about.imageLabel->pixmap().isNull());
 
     about.openLink(ProductPageUrl);
-    EXPECT_EQ(dialogs->Documents(), QStringList{ProductPageUrl});
+    EXPECT_EQ(dialogs.Documents(), QStringList{ProductPageUrl});
 }
 
 TEST(VersionInfoTest, ReadsTheProductVersionOfABlock) {
+    ScriptedDialogs dialogs;
     VersionBlock block;
     block.values = {{"ProductVersion", "5.5.5.2"}, {"CompanyName", "Maker"}};
-    AboutDialog about(block, nullptr);
+    AboutDialog about(dialogs, block, nullptr);
     EXPECT_EQ(about.versionLabel->text(), "ProductVersion   : 5.5.5.2");
     EXPECT_EQ(about.releaseText(), "Release Version 5.5.5.2");
     EXPECT_EQ(about.companyLabel->text(), "Maker");
@@ -44,7 +45,8 @@ TEST(VersionInfoTest, ReadsTheProductVersionOfABlock) {
 }
 
 TEST(VersionInfoTest, NoBlockLeavesTheDesignTexts) {
-    AboutDialog about(VersionBlock{}, nullptr);
+    ScriptedDialogs dialogs;
+    AboutDialog about(dialogs, VersionBlock{}, nullptr);
     EXPECT_FALSE(ReadVersionBlock(&about, VersionBlock{}));
     EXPECT_EQ(about.releaseText(), QString());
     EXPECT_EQ(about.versionLabel->text(), "Version");
@@ -52,14 +54,16 @@ TEST(VersionInfoTest, NoBlockLeavesTheDesignTexts) {
 }
 
 TEST(VersionInfoTest, CloseButtonEndsTheDialog) {
-    AboutDialog about;
+    ScriptedDialogs dialogs;
+    AboutDialog about(dialogs);
     WhenModal([](QWidget* w) { qobject_cast<AboutDialog*>(w)->closeButton->click(); });
     EXPECT_EQ(about.exec(), QDialog::Accepted);
 }
 
 TEST(VersionInfoTest, DialogsMadeAtStart) {
+    ScriptedDialogs dialogs;
     SizeDialog sizeSet;
-    LabourLibraryDialog partsSelect;
+    LabourLibraryDialog partsSelect(dialogs);
     EXPECT_EQ(sizeSet.windowTitle(), "サイズ設定");
     EXPECT_EQ(partsSelect.windowTitle(), "標準歩掛選択");
     EXPECT_TRUE(sizeSet.isModal());

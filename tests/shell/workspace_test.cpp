@@ -70,16 +70,16 @@ TEST_F(Workspace, StartShowsTheFirstPipeTypeWithTheEnginesPrices) {
 
 TEST_F(Workspace, MissingDataFolderRefusesAndWritesNothing) {
     QDir(DataRootPath()).removeRecursively();
-    dialogs->AnswerBox(TaskDialog::IdYes);
+    dialogs.AnswerBox(TaskDialog::IdYes);
     MainWindow& f = open();
     EXPECT_TRUE(f.noDataFolder);
-    ASSERT_EQ(dialogs->Boxes().size(), 1u);
+    ASSERT_EQ(dialogs.Boxes().size(), 1u);
     // An information box with the text alone, no heading, one yes button.
-    EXPECT_EQ(dialogs->Boxes()[0].instruction,
+    EXPECT_EQ(dialogs.Boxes()[0].instruction,
               U("インストール直後は、Velmora本体を先に一度起動してください。"));
-    EXPECT_EQ(dialogs->Boxes()[0].content, QString());
-    EXPECT_EQ(dialogs->Boxes()[0].icon, TaskDialog::IconInformation);
-    EXPECT_EQ(dialogs->Boxes()[0].buttons, TaskDialog::ButtonYes);
+    EXPECT_EQ(dialogs.Boxes()[0].content, QString());
+    EXPECT_EQ(dialogs.Boxes()[0].icon, TaskDialog::IconInformation);
+    EXPECT_EQ(dialogs.Boxes()[0].buttons, TaskDialog::ButtonYes);
     EXPECT_FALSE(f.isVisible());
     closeForm();
     EXPECT_FALSE(QDir(DataRootPath()).exists());
@@ -95,7 +95,7 @@ TEST_F(Workspace, ClickOnAnotherPipeTypeLoadsItAtTabZero) {
     ws().load(1, 2);
     EXPECT_EQ(f.goodsBox->Text(), rows()[1].goods());
     EXPECT_EQ(cell1(0, 1), rows()[1].size());
-    EXPECT_TRUE(dialogs->Boxes().empty()); // nothing changed, nothing asked
+    EXPECT_TRUE(dialogs.Boxes().empty()); // nothing changed, nothing asked
 }
 
 TEST_F(Workspace, OptionChangeRecalculatesAllRowsAndShowsThem) {
@@ -133,8 +133,8 @@ TEST_F(Workspace, SaveWritesAllRowsAndSaysSo) {
     MainWindow& f = open();
     f.labourCostSubmittedEdit->SetValue(21000);
     QTest::mouseClick(f.saveButton, Qt::LeftButton);
-    ASSERT_FALSE(dialogs->Boxes().empty());
-    EXPECT_EQ(dialogs->Boxes().back().content, U("保存しました。"));
+    ASSERT_FALSE(dialogs.Boxes().empty());
+    EXPECT_EQ(dialogs.Boxes().back().content, U("保存しました。"));
     EXPECT_EQ(stored(1, 1, 60, "DATA5"), U("21000"));
     for (int no : {1, 14, 30, 59}) {
         EXPECT_EQ(stored(1, 1, no, "GTANKA"), CurrToStr(rows()[no].submittedUnitPrice)) << no;
@@ -168,11 +168,11 @@ TEST_F(Workspace, TreeClickAsksAboutChangesAndSavesOnYes) {
     MainWindow& f = open();
     f.labourCostSubmittedEdit->SetValue(22000);
     f.applyControls();
-    dialogs->AnswerBox(TaskDialog::IdYes);
+    dialogs.AnswerBox(TaskDialog::IdYes);
     clickNode(2);
-    ASSERT_EQ(dialogs->Boxes().size(), 1u);
-    EXPECT_TRUE(dialogs->Boxes()[0].content.endsWith(U("データを保存しますか?")));
-    EXPECT_EQ(dialogs->Boxes()[0].buttons, TaskDialog::ButtonYes | TaskDialog::ButtonCancel);
+    ASSERT_EQ(dialogs.Boxes().size(), 1u);
+    EXPECT_TRUE(dialogs.Boxes()[0].content.endsWith(U("データを保存しますか?")));
+    EXPECT_EQ(dialogs.Boxes()[0].buttons, TaskDialog::ButtonYes | TaskDialog::ButtonCancel);
     EXPECT_EQ(stored(1, 1, 60, "DATA5"), U("22000"));
     EXPECT_EQ(f.currentPipeType, 2);
 }
@@ -182,7 +182,7 @@ TEST_F(Workspace, TreeClickCancelLosesTheChange) {
     const QString old = stored(1, 1, 60, "DATA5");
     f.labourCostSubmittedEdit->SetValue(23000);
     f.applyControls();
-    dialogs->AnswerBox(TaskDialog::IdCancel);
+    dialogs.AnswerBox(TaskDialog::IdCancel);
     clickNode(2);
     EXPECT_EQ(stored(1, 1, 60, "DATA5"), old);
 }
@@ -192,9 +192,9 @@ TEST_F(Workspace, GroupNodeClickAsksButLoadsNothing) {
     const QString goods = f.goodsBox->Text();
     f.labourCostSubmittedEdit->SetValue(24000);
     f.applyControls();
-    dialogs->AnswerBox(TaskDialog::IdCancel);
+    dialogs.AnswerBox(TaskDialog::IdCancel);
     clickNode(21); // group 2
-    EXPECT_EQ(dialogs->Boxes().size(), 1u);
+    EXPECT_EQ(dialogs.Boxes().size(), 1u);
     EXPECT_EQ(f.currentGroup, 1);
     EXPECT_EQ(f.goodsBox->Text(), goods);
 }
@@ -203,16 +203,16 @@ TEST_F(Workspace, ClosingAsksAndCancelClosesWithoutSaving) {
     MainWindow& f = open();
     const QString old = stored(1, 1, 60, "DATA5");
     f.labourCostSubmittedEdit->SetValue(25000); // applied by the close query itself
-    dialogs->AnswerBox(TaskDialog::IdCancel);
+    dialogs.AnswerBox(TaskDialog::IdCancel);
     closeForm();
-    ASSERT_EQ(dialogs->Boxes().size(), 1u);
+    ASSERT_EQ(dialogs.Boxes().size(), 1u);
     EXPECT_EQ(stored(1, 1, 60, "DATA5"), old);
 }
 
 TEST_F(Workspace, ClosingWithYesSaves) {
     MainWindow& f = open();
     f.labourCostSubmittedEdit->SetValue(26000);
-    dialogs->AnswerBox(TaskDialog::IdYes);
+    dialogs.AnswerBox(TaskDialog::IdYes);
     closeForm();
     EXPECT_EQ(stored(1, 1, 60, "DATA5"), U("26000"));
 }
@@ -220,12 +220,12 @@ TEST_F(Workspace, ClosingWithYesSaves) {
 TEST_F(Workspace, ClosingUnchangedAsksNothing) {
     open();
     closeForm();
-    EXPECT_TRUE(dialogs->Boxes().empty());
+    EXPECT_TRUE(dialogs.Boxes().empty());
 }
 
 TEST_F(Workspace, RenamedGroupSurvivesRestart) {
     MainWindow& f = open();
-    dialogs->AnswerInput(U("上水"));
+    dialogs.AnswerInput(U("上水"));
     f.nameGroup(0);
     EXPECT_EQ(f.treeNode(0)->text(0), U("上水"));
     closeForm();
@@ -293,13 +293,14 @@ TEST_F(Workspace, SideSelectionAndToggle) {
 // Stored options with distinct values: each control shows its own, and
 // each control writes its own field back.
 TEST_F(Workspace, OptionControlsMapToTheirFieldsBothWays) {
-    ASSERT_EQ(ExecStatement(
-                  db, QStringLiteral("UPDATE ex_kanzai SET YOSAN='1', FLAG='0', NET='55', "
+    ASSERT_EQ(
+        ExecStatement(dialogs, db,
+                      QStringLiteral("UPDATE ex_kanzai SET YOSAN='1', FLAG='0', NET='55', "
                                      "GROSS='65', DATA2='100', DATA3='0.5', DATA4='15000', "
                                      "DATA5='18000', DATA6='10', DATA7='0', NTANKA='1', "
                                      "GTANKA='1000', FTANKA='0.5' where CTG='1' and GRP='1' and "
                                      "KAN='1' and NO='60';")),
-              1);
+        1);
     MainWindow& f = open();
     EXPECT_EQ(f.otherCostRadio->ItemIndex(), 1);
     EXPECT_EQ(f.modeRadio->ItemIndex(), 0);
@@ -360,15 +361,15 @@ TEST_F(Workspace, EnterInANameBoxNamesTheNodeAndApplies) {
 
 TEST_F(Workspace, ShiftReleaseOnTheTreeNamesTheNode) {
     MainWindow& f = open();
-    dialogs->AnswerInput(U("仮の名前"));
+    dialogs.AnswerInput(U("仮の名前"));
     clickNode(3, Qt::ShiftModifier);
     QCoreApplication::processEvents();
-    ASSERT_EQ(dialogs->Inputs().size(), 1u);
-    EXPECT_EQ(dialogs->Inputs()[0].prompt, U("名称を入力してください"));
+    ASSERT_EQ(dialogs.Inputs().size(), 1u);
+    EXPECT_EQ(dialogs.Inputs()[0].prompt, U("名称を入力してください"));
     EXPECT_EQ(f.treeNode(3)->text(0), U("仮の名前"));
     EXPECT_EQ(f.currentPipeType, 3); // the click loaded it first
     // On a group node the menu caption follows, and the record is written.
-    dialogs->AnswerInput(U("上水"));
+    dialogs.AnswerInput(U("上水"));
     clickNode(42, Qt::ShiftModifier);
     QCoreApplication::processEvents();
     EXPECT_EQ(f.groupName(3), U("上水"));
@@ -432,11 +433,13 @@ TEST_F(Workspace, DisplayFileHidesTheTreeAndSetsItsWidth) {
 }
 
 TEST_F(Workspace, TreeNamesAndDetailCaptionsFromTheStore) {
-    ASSERT_EQ(ExecStatement(db, QStringLiteral("UPDATE ex_kanzai SET GOODS='   ' where CTG='1' "
-                                               "and GRP='3' and KAN='1' and NO='1';")),
+    ASSERT_EQ(ExecStatement(dialogs, db,
+                            QStringLiteral("UPDATE ex_kanzai SET GOODS='   ' where CTG='1' "
+                                           "and GRP='3' and KAN='1' and NO='1';")),
               1);
-    ASSERT_EQ(ExecStatement(db, QStringLiteral("UPDATE ex_kanzai SET KIND='' where CTG='1' and "
-                                               "GRP='1' and KAN='1' and NO='16';")),
+    ASSERT_EQ(ExecStatement(dialogs, db,
+                            QStringLiteral("UPDATE ex_kanzai SET KIND='' where CTG='1' and "
+                                           "GRP='1' and KAN='1' and NO='16';")),
               1);
     MainWindow& f = open();
     EXPECT_EQ(f.treeNode(43)->text(0), QString()); // blanks only: an empty name

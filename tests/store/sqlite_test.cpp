@@ -28,7 +28,7 @@ protected:
         db.ExecSQL(QStringLiteral("INSERT INTO t VALUES (1, 'a;b', 1234.56789, 'x', NULL)"));
         db.ExecSQL(QStringLiteral("INSERT INTO t VALUES (2, NULL, 2.5, 7, x'414243')"));
     }
-    void TearDown() override { EXPECT_TRUE(dialogs->Unanswered().isEmpty()); }
+    void TearDown() override { EXPECT_TRUE(dialogs.Unanswered().isEmpty()); }
 
     QString message(const std::function<void()>& f) {
         try {
@@ -41,7 +41,7 @@ protected:
 
     QTemporaryDir dir;
     QString path;
-    ScriptedDialogsScope dialogs;
+    ScriptedDialogs dialogs;
 };
 
 TEST(SqliteErrorTextTest, KnownAndUnknownCodes) {
@@ -91,18 +91,19 @@ TEST_F(SqliteLayer, FailedQueryRaisesAndLeavesNoConnection) {
 }
 
 TEST_F(SqliteLayer, ExecStatementCommitsOrShowsError) {
-    EXPECT_EQ(ExecStatement(path, QStringLiteral("UPDATE t SET NAME='z' WHERE ID=2")), 1);
-    EXPECT_TRUE(dialogs->Boxes().empty());
-    EXPECT_TRUE(dialogs->Messages().empty());
-    EXPECT_EQ(ExecStatement(path, QStringLiteral("UPDATE nope SET x=1")), 0);
-    EXPECT_TRUE(dialogs->Boxes().empty());
-    ASSERT_EQ(dialogs->Messages().size(), 1u);
-    EXPECT_EQ(dialogs->Messages()[0].text, QStringLiteral("ERROR"));
+    EXPECT_EQ(ExecStatement(dialogs, path, QStringLiteral("UPDATE t SET NAME='z' WHERE ID=2")), 1);
+    EXPECT_TRUE(dialogs.Boxes().empty());
+    EXPECT_TRUE(dialogs.Messages().empty());
+    EXPECT_EQ(ExecStatement(dialogs, path, QStringLiteral("UPDATE nope SET x=1")), 0);
+    EXPECT_TRUE(dialogs.Boxes().empty());
+    ASSERT_EQ(dialogs.Messages().size(), 1u);
+    EXPECT_EQ(dialogs.Messages()[0].text, QStringLiteral("ERROR"));
     EXPECT_EQ(QueryToLines(path, QStringLiteral("SELECT NAME FROM t WHERE ID=2")).lines,
               QStringList{QStringLiteral("z;")});
     // All or nothing for several statements.
-    EXPECT_EQ(ExecStatements(path, {QStringLiteral("DELETE FROM t"), QStringLiteral("bad sql")}),
-              0);
+    EXPECT_EQ(
+        ExecStatements(dialogs, path, {QStringLiteral("DELETE FROM t"), QStringLiteral("bad sql")}),
+        0);
     EXPECT_EQ(QueryToLines(path, QStringLiteral("SELECT count(*) FROM t")).lines,
               QStringList{QStringLiteral("2;")});
 }
@@ -113,13 +114,13 @@ TEST_F(SqliteLayer, OpenFailures) {
         message([&] { SqliteDatabase db(bad); }),
         QStringLiteral("Failed to open database \"%1\" : unable to open database file").arg(bad));
     // ExecStatement does not catch a failed open.
-    EXPECT_THROW(ExecStatement(bad, QStringLiteral("SELECT 1")), SqliteError);
+    EXPECT_THROW(ExecStatement(dialogs, bad, QStringLiteral("SELECT 1")), SqliteError);
     // A missing file in a folder that is there is not created either.
     const QString missing = dir.filePath(QStringLiteral("none.db3"));
     EXPECT_THROW(QueryToLines(missing, QStringLiteral("SELECT 1")), SqliteError);
     EXPECT_FALSE(QFile::exists(missing));
-    EXPECT_TRUE(dialogs->Boxes().empty());
-    EXPECT_TRUE(dialogs->Messages().empty());
+    EXPECT_TRUE(dialogs.Boxes().empty());
+    EXPECT_TRUE(dialogs.Messages().empty());
 }
 
 TEST_F(SqliteLayer, StatementFailureTexts) {
@@ -324,12 +325,12 @@ TEST_F(SqliteLayer, BusyDatabase) {
         EXPECT_EQ(e.Reason(), QStringLiteral("database is locked"));
     }
     // A write reports "ERROR" with result 0.
-    EXPECT_EQ(ExecStatement(path, QStringLiteral("UPDATE t SET NAME='q'")), 0);
-    EXPECT_TRUE(dialogs->Boxes().empty());
-    ASSERT_EQ(dialogs->Messages().size(), 1u);
-    EXPECT_EQ(dialogs->Messages()[0].text, QStringLiteral("ERROR"));
+    EXPECT_EQ(ExecStatement(dialogs, path, QStringLiteral("UPDATE t SET NAME='q'")), 0);
+    EXPECT_TRUE(dialogs.Boxes().empty());
+    ASSERT_EQ(dialogs.Messages().size(), 1u);
+    EXPECT_EQ(dialogs.Messages()[0].text, QStringLiteral("ERROR"));
     other.ExecSQL(QStringLiteral("ROLLBACK"));
-    EXPECT_EQ(ExecStatement(path, QStringLiteral("UPDATE t SET NAME='q'")), 1);
+    EXPECT_EQ(ExecStatement(dialogs, path, QStringLiteral("UPDATE t SET NAME='q'")), 1);
 }
 
 // A connection that has read the schema already meets a competing writer at

@@ -3,6 +3,7 @@
 
 #include "engine/calcrow.h"
 #include "platform/datapaths.h"
+#include "platform/scripteddialogs.h"
 #include "shell/batchtool.h"
 #include "store/modulewrappersqlite.h"
 #include "store/pipetypestore.h"
@@ -50,6 +51,7 @@ protected:
     }
 
     QTemporaryDir dir;
+    ScriptedDialogs dialogs;
     QByteArray saved;
     QString dbPath, root, out, err;
 };
@@ -83,8 +85,9 @@ TEST_F(SuiteAndTool, InitCreatesTheShapeTheProgramReliesOn) {
         EXPECT_EQ(kans[i], QStringLiteral("%1;").arg(i + 1));
 
     // Never overwritten unless told to.
-    ASSERT_EQ(ExecStatement(dbPath, QStringLiteral("UPDATE ex_kanzai SET GOODS='mine' WHERE "
-                                                   "GRP=1 AND KAN=1 AND NO=1")),
+    ASSERT_EQ(ExecStatement(dialogs, dbPath,
+                            QStringLiteral("UPDATE ex_kanzai SET GOODS='mine' WHERE "
+                                           "GRP=1 AND KAN=1 AND NO=1")),
               1);
     ASSERT_EQ(suite({"init", "--demo"}), 0) << s(err);
     EXPECT_TRUE(out.contains(QStringLiteral("left unchanged"))) << s(out);
@@ -150,8 +153,9 @@ TEST_F(SuiteAndTool, ToolShowsAndRecalculates) {
     }
 
     // A changed base labour cost is taken up by the recalculation of the group.
-    ASSERT_EQ(ExecStatement(dbPath, QStringLiteral("UPDATE ex_kanzai SET DATA5='30000' WHERE "
-                                                   "GRP=1 AND NO=60")),
+    ASSERT_EQ(ExecStatement(dialogs, dbPath,
+                            QStringLiteral("UPDATE ex_kanzai SET DATA5='30000' WHERE "
+                                           "GRP=1 AND NO=60")),
               1);
     const auto before = value(QStringLiteral(
         "SELECT CAST(GTANKA AS INTEGER) FROM ex_kanzai WHERE GRP=1 AND KAN=2 AND NO=1"));

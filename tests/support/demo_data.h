@@ -31,5 +31,5 @@ protected:
     QTemporaryDir dir;
     QByteArray saved;
     QString root; // the data root
-    ScriptedDialogsScope dialogs;
+    ScriptedDialogs dialogs;
 };

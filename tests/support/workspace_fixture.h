@@ -39,8 +39,8 @@ protected:
     void TearDown() override {
         form.reset();
         qunsetenv("QORVALE_COMMON_DATA");
-        EXPECT_TRUE(dialogs->Unanswered().isEmpty())
-            << dialogs->Unanswered().join('\n').toStdString();
+        EXPECT_TRUE(dialogs.Unanswered().isEmpty())
+            << dialogs.Unanswered().join('\n').toStdString();
     }
 
     // The window's workspace, its document and rows.
@@ -50,7 +50,7 @@ protected:
 
     // Opens the window and runs its show step.
     MainWindow& open() {
-        form = std::make_unique<MainWindow>(QString());
+        form = std::make_unique<MainWindow>(dialogs, QString());
         form->show();
         QCoreApplication::processEvents();
         QCoreApplication::processEvents();
@@ -103,6 +103,6 @@ protected:
     QTemporaryDir dir;
     QString db;
     QString dataRoot; // the data root of the window
-    ScriptedDialogsScope dialogs;
+    ScriptedDialogs dialogs;
     std::unique_ptr<MainWindow> form;
 };
