@@ -16,6 +16,13 @@ QORVALE_PACKAGES=(
   poppler-utils
 )
 
+# Only for scripts/camelcase.sh, which adds them to the list above: clang-tidy
+# with clang-apply-replacements, clang-format, and libclang for Python.
+QORVALE_RENAME_PACKAGES=(
+  clang-tidy-14 clang-tools-14 clang-format-14
+  python3-clang-14 python3-yaml
+)
+
 qorvale_missing_packages() {
   local p missing=()
   for p in "${QORVALE_PACKAGES[@]}"; do
