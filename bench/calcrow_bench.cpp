@@ -12,29 +12,29 @@ void fillMix(RowTable& rows, std::mt19937_64& rng) {
     std::uniform_int_distribution<std::int64_t> factor(0, 20000);
     for (int r = 1; r < RowCount; ++r) {
         PipeRow& row = rows[r];
-        row.listPrice = Currency::FromRaw(price(rng) * 100);
-        row.submittedPrice = Currency::FromRaw(price(rng) * 100);
-        row.costPrice = Currency::FromRaw(price(rng) * 80);
+        row.listPrice = Currency::fromRaw(price(rng) * 100);
+        row.submittedPrice = Currency::fromRaw(price(rng) * 100);
+        row.costPrice = Currency::fromRaw(price(rng) * 80);
         for (Currency& d : row.factors)
-            d = Currency::FromRaw(factor(rng));
+            d = Currency::fromRaw(factor(rng));
     }
 }
 
 void setOptions(PipeTypeDocument& doc, int variant) {
     PipeTypeOptions o = doc.options();
-    o.ModeFlag() = variant & 1;
-    o.OtherMethod() = (variant >> 1) & 1;
-    o.RateOn() = Currency::FromInt((variant >> 2) & 1);
-    o.ElementDigits() = DigitSteps[std::size_t((variant >> 3) % 4)];
-    o.ElementFraction() = FractionSteps[std::size_t(variant % 3)];
-    o.AdoptedDigits() = DigitSteps[std::size_t(variant % 6)];
-    o.AdoptedFraction() = FractionSteps[std::size_t((variant + 1) % 3)];
+    o.modeFlag() = variant & 1;
+    o.otherMethod() = (variant >> 1) & 1;
+    o.rateOn() = Currency::fromInt((variant >> 2) & 1);
+    o.elementDigits() = DigitSteps[std::size_t((variant >> 3) % 4)];
+    o.elementFraction() = FractionSteps[std::size_t(variant % 3)];
+    o.adoptedDigits() = DigitSteps[std::size_t(variant % 6)];
+    o.adoptedFraction() = FractionSteps[std::size_t((variant + 1) % 3)];
     o.UnitDigits() = DigitSteps[std::size_t((variant + 2) % 6)];
     o.UnitFraction() = FractionSteps[std::size_t((variant + 2) % 3)];
-    o.LabourSubmitted() = Currency::FromInt(18000 + variant);
-    o.LabourCost() = Currency::FromInt(15000 + variant);
-    o.RateSubmitted() = Currency::FromInt(70);
-    o.RateCost() = Currency::FromInt(60);
+    o.labourSubmitted() = Currency::fromInt(18000 + variant);
+    o.labourCost() = Currency::fromInt(15000 + variant);
+    o.rateSubmitted() = Currency::fromInt(70);
+    o.rateCost() = Currency::fromInt(60);
 }
 
 void BM_CalcRow(benchmark::State& state) {

@@ -9,20 +9,20 @@
 namespace {
 
 void styleLikeTheSheet(PriceGridModel& g) {
-    g.SetColCount(11);
-    g.SetRowCount(15);
-    SCGCellParam* range = g.CellParams().Add();
-    range->SetColMax(2);
-    range->SetRowMax(14);
-    range->SetCol(1);
-    range->SetRow(1);
-    range->SetRangeEnabled(true);
+    g.setColCount(11);
+    g.setRowCount(15);
+    SCGCellParam* range = g.cellParams().add();
+    range->setColMax(2);
+    range->setRowMax(14);
+    range->setCol(1);
+    range->setRow(1);
+    range->setRangeEnabled(true);
     for (int r = 0; r <= 14; ++r)
         for (int c = 0; c < 11; ++c) {
-            g.SetCellFontColors(c, r, clBlack);
-            g.SetCellFontWidths(c, r, 1);
-            g.SetCellAlignments(c, r, taRightJustify);
-            g.SetCellColors(c, r, clWhite);
+            g.setCellFontColors(c, r, clBlack);
+            g.setCellFontWidths(c, r, 1);
+            g.setCellAlignments(c, r, taRightJustify);
+            g.setCellColors(c, r, clWhite);
         }
 }
 
@@ -33,22 +33,22 @@ void BM_GridLookupAllCells(benchmark::State& state) {
         int found = 0;
         for (int r = 0; r < 15; ++r)
             for (int c = 0; c < 11; ++c)
-                found += g.FindCellParam(c, r) != nullptr;
+                found += g.findCellParam(c, r) != nullptr;
         benchmark::DoNotOptimize(found);
     }
-    state.counters["entries"] = g.CellParams().Count();
+    state.counters["entries"] = g.cellParams().count();
 }
 BENCHMARK(BM_GridLookupAllCells);
 
 void BM_NumberBoxValueWrite(benchmark::State& state) {
     NumberEditCore box;
-    box.SetFigure(2);
-    box.SetFixed(true);
-    box.SetComma(true);
-    box.SetRoundMode(rmRound);
+    box.setFigure(2);
+    box.setFixed(true);
+    box.setComma(true);
+    box.setRoundMode(rmRound);
     long double v = 1234.5L;
     for (auto _ : state) {
-        box.SetValue(v);
+        box.setValue(v);
         v += 0.37L;
         benchmark::DoNotOptimize(box.Text());
     }

@@ -15,7 +15,7 @@ int main(int argc, char** argv) {
     qputenv("QORVALE_COMMON_DATA", dir.path().toUtf8());
     QString out;
     QTextStream sink(&out);
-    if (RunVelmoraSuite({QStringLiteral("init"), QStringLiteral("--demo")}, sink, sink) != 0)
+    if (runVelmoraSuite({QStringLiteral("init"), QStringLiteral("--demo")}, sink, sink) != 0)
         return 1;
     benchmark::Initialize(&argc, argv);
     benchmark::RunSpecifiedBenchmarks();

@@ -30,7 +30,7 @@ const QString Columns = QStringLiteral(
 struct FullGroup {
     FullGroup() {
         db = dir.filePath(QStringLiteral("velmoraMainEX.db3"));
-        CreateSuiteDatabase(db, true);
+        createSuiteDatabase(db, true);
         QStringList sqls;
         for (int k = 7; k <= 20; ++k)
             sqls << QStringLiteral("INSERT OR REPLACE INTO ex_kanzai (CTG, GRP, KAN, NO, %1) "
@@ -40,9 +40,9 @@ struct FullGroup {
                         .arg(k)
                         .arg((k - 1) % 6 + 1);
         QString reason;
-        if (!TryExecStatements(db, sqls, reason)) throw std::runtime_error(reason.toStdString());
+        if (!tryExecStatements(db, sqls, reason)) throw std::runtime_error(reason.toStdString());
         QDir(dir.path()).mkdir(QStringLiteral("temp"));
-        stream = ExcelStreamPath(dir.path());
+        stream = excelStreamPath(dir.path());
         book = dir.filePath(QStringLiteral("book.xlsx"));
     }
     QTemporaryDir dir;
@@ -59,28 +59,28 @@ FullGroup& group() {
 void BM_ExcelStream(benchmark::State& state) {
     FullGroup& g = group();
     for (auto _ : state) {
-        const QStringList lines = ExcelStream(g.db, 1, g.tabs);
-        WriteExcelStream(g.stream, lines);
+        const QStringList lines = excelStream(g.db, 1, g.tabs);
+        writeExcelStream(g.stream, lines);
         benchmark::DoNotOptimize(lines.size());
     }
-    state.counters["lines"] = double(ExcelStream(g.db, 1, g.tabs).size());
+    state.counters["lines"] = double(excelStream(g.db, 1, g.tabs).size());
     state.counters["pipe_types"] =
-        double(ExcelStream(g.db, 1, g.tabs).count(QStringLiteral("AutoFit;1;1;;")));
+        double(excelStream(g.db, 1, g.tabs).count(QStringLiteral("AutoFit;1;1;;")));
 }
 
 void BM_ExcelWorkbook(benchmark::State& state) {
     FullGroup& g = group();
-    WriteExcelStream(g.stream, ExcelStream(g.db, 1, g.tabs));
+    writeExcelStream(g.stream, excelStream(g.db, 1, g.tabs));
     for (auto _ : state)
-        WriteExcelWorkbook(g.stream, g.book);
+        writeExcelWorkbook(g.stream, g.book);
     state.counters["workbook_bytes"] = double(QFileInfo(g.book).size());
 }
 
 void BM_ExcelOutWhole(benchmark::State& state) {
     FullGroup& g = group();
     for (auto _ : state) {
-        WriteExcelStream(g.stream, ExcelStream(g.db, 1, g.tabs));
-        WriteExcelWorkbook(g.stream, g.book);
+        writeExcelStream(g.stream, excelStream(g.db, 1, g.tabs));
+        writeExcelWorkbook(g.stream, g.book);
     }
     state.counters["workbook_bytes"] = double(QFileInfo(g.book).size());
     state.counters["stream_bytes"] = double(QFileInfo(g.stream).size());

@@ -26,7 +26,7 @@ namespace {
 struct DemoDatabase {
     DemoDatabase() {
         workspace.paths().exDatabase = dir.filePath(QStringLiteral("velmoraMainEX.db3"));
-        CreateSuiteDatabase(workspace.paths().exDatabase, true);
+        createSuiteDatabase(workspace.paths().exDatabase, true);
     }
     QTemporaryDir dir;
     Workspace workspace;
@@ -77,7 +77,7 @@ void rawTransaction(sqlite3* db, const QList<QByteArray>& statements) {
 QList<QByteArray> saveStatements() {
     QList<QByteArray> statements;
     for (int n = 1; n <= RowCount; ++n)
-        statements << SaveStatement(rows()[n], 1, 1, n).toUtf8();
+        statements << saveStatement(rows()[n], 1, 1, n).toUtf8();
     return statements;
 }
 
@@ -126,8 +126,8 @@ void BM_RecalcToolToShellRatio(benchmark::State& state) {
     qputenv("QORVALE_COMMON_DATA", data.path().toUtf8());
     QString out, err;
     QTextStream o(&out), e(&err);
-    RunVelmoraSuite({QStringLiteral("init"), QStringLiteral("--demo")}, o, e);
-    const QString db = ExDatabasePathIn(DatabaseFolderFrom(QString()));
+    runVelmoraSuite({QStringLiteral("init"), QStringLiteral("--demo")}, o, e);
+    const QString db = exDatabasePathIn(databaseFolderFrom(QString()));
     // The statements the run writes, computed here as the run computes them.
     const QString saved = ws().paths().exDatabase;
     ws().paths().exDatabase = db;
@@ -138,7 +138,7 @@ void BM_RecalcToolToShellRatio(benchmark::State& state) {
             doc().calculateRow(r);
         script += "BEGIN IMMEDIATE;\n";
         for (int n = 1; n <= RowCount; ++n)
-            script += SaveStatement(rows()[n], 1, kan, n).toUtf8();
+            script += saveStatement(rows()[n], 1, kan, n).toUtf8();
         script += "COMMIT;\n";
     }
     ws().paths().exDatabase = saved;

@@ -12,7 +12,7 @@ namespace {
 int wholeCharBytes(const QByteArray& b, int n) {
     int i = 0;
     while (i < n) {
-        const int len = IsLeadByte(static_cast<unsigned char>(b[i])) ? 2 : 1;
+        const int len = isLeadByte(static_cast<unsigned char>(b[i])) ? 2 : 1;
         if (i + len > n) break;
         i += len;
     }
@@ -29,19 +29,19 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     const QByteArray bytes(rest.data(), qsizetype(rest.size()));
 
     // Bytes as a file or a row holds them.
-    const QString decoded = FromAnsi(bytes);
+    const QString decoded = fromAnsi(bytes);
     FUZZ_CHECK(decoded.size() <= bytes.size());
-    const QByteArray encoded = ToAnsi(decoded);
+    const QByteArray encoded = toAnsi(decoded);
     FUZZ_CHECK(encoded.size() <= bytes.size());
-    FUZZ_CHECK_EQ(ToAnsi(FromAnsi(encoded)), encoded);
+    FUZZ_CHECK_EQ(toAnsi(fromAnsi(encoded)), encoded);
 
     const QByteArray cutBytes = CutBytes(bytes, cut);
     FUZZ_CHECK(cutBytes.size() <= cut);
     FUZZ_CHECK(bytes.startsWith(cutBytes));
-    const QString cutText = FromAnsi(cutBytes);
+    const QString cutText = fromAnsi(cutBytes);
     FUZZ_CHECK(decoded.startsWith(cutText));
-    FUZZ_CHECK_EQ(cutText, FromAnsi(bytes.left(wholeCharBytes(bytes, int(cutBytes.size())))));
-    FUZZ_CHECK(ToAnsi(cutText).size() <= cutBytes.size());
+    FUZZ_CHECK_EQ(cutText, fromAnsi(bytes.left(wholeCharBytes(bytes, int(cutBytes.size())))));
+    FUZZ_CHECK(toAnsi(cutText).size() <= cutBytes.size());
 
     // Text as a user types or pastes it.
     if (asText) {
@@ -49,14 +49,14 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         for (std::size_t i = 0; i + 1 < rest.size(); i += 2)
             text += QChar(char16_t(static_cast<unsigned char>(rest[i]) |
                                    static_cast<unsigned char>(rest[i + 1]) << 8));
-        const QByteArray a = ToAnsi(text);
-        FUZZ_CHECK_EQ(ToAnsi(FromAnsi(a)), a);
-        const QByteArray c = ToAnsiCut(text, cut);
+        const QByteArray a = toAnsi(text);
+        FUZZ_CHECK_EQ(toAnsi(fromAnsi(a)), a);
+        const QByteArray c = toAnsiCut(text, cut);
         FUZZ_CHECK(c.size() <= cut);
         FUZZ_CHECK(a.startsWith(c));
-        const QString back = FromAnsi(c);
-        FUZZ_CHECK(FromAnsi(a).startsWith(back));
-        FUZZ_CHECK_EQ(back, FromAnsi(a.left(wholeCharBytes(a, int(c.size())))));
+        const QString back = fromAnsi(c);
+        FUZZ_CHECK(fromAnsi(a).startsWith(back));
+        FUZZ_CHECK_EQ(back, fromAnsi(a.left(wholeCharBytes(a, int(c.size())))));
     }
     return 0;
 }

@@ -66,16 +66,16 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     // Marks in the fields a read never touches.
     for (int r = 1; r <= FdkRecordCount; ++r) {
         rows[r].key = r;
-        rows[r].costPrice = Currency::FromRaw(r);
+        rows[r].costPrice = Currency::fromRaw(r);
         rows[r].goodsBytes = "goods";
     }
     const int whole = int(file.size() / FdkRecordSize);
     bool failed = false;
     try {
         if (real)
-            ReadFdkFile(path, rows);
+            readFdkFile(path, rows);
         else
-            ReadFdkBytes(file, path, rows);
+            readFdkBytes(file, path, rows);
     } catch (const FileError& e) {
         failed = true;
         FUZZ_CHECK(QString::fromUtf8(e.what()).startsWith(QStringLiteral("入出力エラー")));
@@ -95,13 +95,13 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     RowTable again;
     if (real) {
         const QString copy = folder() + QStringLiteral("/copy.fdk");
-        WriteFdkFile(copy, rows);
+        writeFdkFile(copy, rows);
         FUZZ_CHECK_EQ(QFile(copy).size(), FdkFileSize);
-        ReadFdkFile(copy, again);
+        readFdkFile(copy, again);
     } else {
-        const QByteArray copy = FdkFileBytes(rows);
+        const QByteArray copy = fdkFileBytes(rows);
         FUZZ_CHECK_EQ(copy.size(), FdkFileSize);
-        ReadFdkBytes(copy, path, again);
+        readFdkBytes(copy, path, again);
     }
     for (int r = 1; r <= FdkReadRows; ++r) {
         FUZZ_CHECK_EQ(again[r].otherMethod, rows[r].otherMethod);

@@ -13,16 +13,16 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     }();
     (void)once;
     FuzzedDataProvider in(data, size);
-    const QString launch = in.ConsumeBool() ? FuzzUtf8(in, 300) : FuzzText(in, 300);
+    const QString launch = in.ConsumeBool() ? fuzzUtf8(in, 300) : fuzzText(in, 300);
 
-    const QString folder = DatabaseFolderFrom(launch);
+    const QString folder = databaseFolderFrom(launch);
     FUZZ_CHECK(folder.endsWith(QLatin1Char('/')));
     FUZZ_CHECK(!folder.contains(QLatin1Char('\\')));
-    const QString field = NthField(launch.isEmpty() ? DefaultLaunchString : launch, 5);
+    const QString field = nthField(launch.isEmpty() ? DefaultLaunchString : launch, 5);
     if (field.isEmpty()) {
         FUZZ_CHECK_EQ(folder, QStringLiteral("/srv/common data/ostrel/database/"));
     } else {
-        QString expected = NativePath(field);
+        QString expected = nativePath(field);
         if (!expected.endsWith(QLatin1Char('/'))) expected += QLatin1Char('/');
         FUZZ_CHECK_EQ(folder, expected);
         if (!field.startsWith(QStringLiteral("c:\\programdata\\"), Qt::CaseInsensitive))
@@ -31,10 +31,10 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
             FUZZ_CHECK(folder.startsWith(QStringLiteral("/srv/common data/")));
     }
 
-    const QString db = ExDatabasePathIn(folder);
+    const QString db = exDatabasePathIn(folder);
     FUZZ_CHECK(db.startsWith(folder));
     FUZZ_CHECK(db.endsWith(QStringLiteral("/velmoraMainEX.db3")));
     FUZZ_CHECK(!db.contains(QLatin1Char('\\')));
-    FUZZ_CHECK(!NativePath(launch).contains(QLatin1Char('\\')));
+    FUZZ_CHECK(!nativePath(launch).contains(QLatin1Char('\\')));
     return 0;
 }

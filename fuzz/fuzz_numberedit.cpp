@@ -25,7 +25,7 @@ void checkFiltered(const NumberEditCore& e) {
             FUZZ_CHECK(i == 0);
             continue;
         }
-        if (e.NumberType() == ntHex) {
+        if (e.numberType() == ntHex) {
             FUZZ_CHECK(isHexDigit(c));
             continue;
         }
@@ -34,13 +34,13 @@ void checkFiltered(const NumberEditCore& e) {
             continue;
         }
         if (c == QLatin1Char(',')) {
-            FUZZ_CHECK(e.Comma());
+            FUZZ_CHECK(e.comma());
             continue;
         }
         FUZZ_CHECK(c >= QLatin1Char('0') && c <= QLatin1Char('9'));
     }
     FUZZ_CHECK(points <= 1);
-    FUZZ_CHECK(e.SelStart() >= 0 && e.SelStart() <= int(t.size()));
+    FUZZ_CHECK(e.selStart() >= 0 && e.selStart() <= int(t.size()));
 }
 
 } // namespace
@@ -48,22 +48,22 @@ void checkFiltered(const NumberEditCore& e) {
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     FuzzedDataProvider in(data, size);
     NumberEditCore e;
-    e.SetNumberType(in.ConsumeBool() ? ntDecimal : ntHex);
-    e.SetComma(in.ConsumeBool());
-    e.SetFigure(in.ConsumeIntegralInRange(-1, 6));
-    e.SetFixed(in.ConsumeBool());
-    e.SetValidMinus(in.ConsumeBool());
-    e.SetMaxIntLength(in.ConsumeIntegralInRange(0, 12));
-    e.SetRoundMode(TRoundMode(in.ConsumeIntegralInRange(0, 2)));
-    e.SetZeroVisible(in.ConsumeBool());
-    e.SetAllowKeys(true);
+    e.setNumberType(in.ConsumeBool() ? ntDecimal : ntHex);
+    e.setComma(in.ConsumeBool());
+    e.setFigure(in.ConsumeIntegralInRange(-1, 6));
+    e.setFixed(in.ConsumeBool());
+    e.setValidMinus(in.ConsumeBool());
+    e.setMaxIntLength(in.ConsumeIntegralInRange(0, 12));
+    e.setRoundMode(TRoundMode(in.ConsumeIntegralInRange(0, 2)));
+    e.setZeroVisible(in.ConsumeBool());
+    e.setAllowKeys(true);
     if (in.ConsumeBool()) {
-        e.SetMin(Extended(in.ConsumeIntegralInRange(-100000, 0)));
-        e.SetMax(Extended(in.ConsumeIntegralInRange(0, 100000)));
-        e.SetLimit(true);
+        e.setMin(Extended(in.ConsumeIntegralInRange(-100000, 0)));
+        e.setMax(Extended(in.ConsumeIntegralInRange(0, 100000)));
+        e.setLimit(true);
     }
     e.SetText(QString());
-    e.DoEnter();
+    e.doEnter();
 
     try {
         const int steps = in.ConsumeIntegralInRange(1, 24);
@@ -71,40 +71,40 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
             switch (in.ConsumeIntegralInRange(0, 5)) {
             case 0:
             case 1: { // typing
-                const QString typed = in.ConsumeBool() ? FuzzUtf8(in, 8) : FuzzText(in, 4);
-                e.TypeText(typed);
+                const QString typed = in.ConsumeBool() ? fuzzUtf8(in, 8) : fuzzText(in, 4);
+                e.typeText(typed);
                 break;
             }
             case 2: // paste
-                e.PasteText(in.ConsumeBool() ? FuzzUtf8(in, 40) : FuzzText(in, 20));
+                e.pasteText(in.ConsumeBool() ? fuzzUtf8(in, 40) : fuzzText(in, 20));
                 break;
             case 3: { // caret and selection
                 const int len = int(e.Text().size());
-                e.SetSelStart(in.ConsumeIntegralInRange(0, len));
-                e.SetSelLength(in.ConsumeIntegralInRange(0, len - e.SelStart()));
+                e.setSelStart(in.ConsumeIntegralInRange(0, len));
+                e.setSelLength(in.ConsumeIntegralInRange(0, len - e.selStart()));
                 break;
             }
             case 4: { // arrow keys
                 int key = in.ConsumeBool() ? 38 : 40;
-                e.KeyDown(key, ShiftState{});
+                e.keyDown(key, ShiftState{});
                 break;
             }
             default: // leave the box and come back
-                e.DoExit();
-                e.DoEnter();
+                e.doExit();
+                e.doEnter();
                 break;
             }
-            if (e.Limit() && e.LimitOptions() == LimitBoth) {
-                FUZZ_CHECK(e.Value() >= e.Min());
-                FUZZ_CHECK(e.Value() <= e.Max());
+            if (e.limit() && e.limitOptions() == LimitBoth) {
+                FUZZ_CHECK(e.value() >= e.min());
+                FUZZ_CHECK(e.value() <= e.max());
             }
             checkFiltered(e);
         }
-        e.DoExit();
+        e.doExit();
         checkFiltered(e);
         // What the box shows after leaving it reads back as its value.
         QString shown = e.Text();
-        if (!shown.isEmpty()) FUZZ_CHECK(e.ParseNumberText(shown) == e.Value());
+        if (!shown.isEmpty()) FUZZ_CHECK(e.parseNumberText(shown) == e.value());
     } catch (const ConvertError&) {
         // Text the filter lets through but that is no number in range: the
         // platform's conversion error, as the box documents.

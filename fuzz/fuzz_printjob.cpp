@@ -17,13 +17,13 @@
 
 namespace {
 
-QString U(const char* t) {
+QString u(const char* t) {
     return QString::fromUtf8(t);
 }
 
 // Text from pieces that code page 932 holds; a ";" only when allowed.
-QString SafeText(FuzzedDataProvider& in, int maxLength, bool semicolon) {
-    static const QString pieces = U("0123456789 .,-=ABCabcxyz[]_配管工継手鋼管屋内ｱｶﾞ　（）①");
+QString safeText(FuzzedDataProvider& in, int maxLength, bool semicolon) {
+    static const QString pieces = u("0123456789 .,-=ABCabcxyz[]_配管工継手鋼管屋内ｱｶﾞ　（）①");
     QString s;
     const int n = in.ConsumeIntegralInRange(0, maxLength);
     for (int i = 0; i < n; ++i)
@@ -33,14 +33,14 @@ QString SafeText(FuzzedDataProvider& in, int maxLength, bool semicolon) {
     return s;
 }
 
-Currency AnyAmount(FuzzedDataProvider& in) {
+Currency anyAmount(FuzzedDataProvider& in) {
     switch (in.ConsumeIntegralInRange(0, 3)) {
     case 0:
-        return Currency::FromRaw(in.ConsumeIntegral<std::int64_t>());
+        return Currency::fromRaw(in.ConsumeIntegral<std::int64_t>());
     case 1:
-        return Currency::FromRaw(0);
+        return Currency::fromRaw(0);
     default: // amounts as they are: up to a thousand million yen
-        return Currency::FromRaw(
+        return Currency::fromRaw(
             in.ConsumeIntegralInRange<std::int64_t>(-10000000000000LL, 10000000000000LL));
     }
 }
@@ -48,7 +48,7 @@ Currency AnyAmount(FuzzedDataProvider& in) {
 // What the sheet takes for a number: a sign, digits with or without
 // thousands separators, one point, at least one digit; blanks and
 // separators around it.
-bool NumberText(const QString& text) {
+bool numberText(const QString& text) {
     static const QRegularExpression form(
         QStringLiteral("^[\\s,]*[+-]?[0-9,]*(\\.[0-9,]*)?[\\s,]*$"),
         QRegularExpression::UseUnicodePropertiesOption);
@@ -57,83 +57,83 @@ bool NumberText(const QString& text) {
 }
 
 // Any bytes as the three files.
-void AnyFiles(FuzzedDataProvider& in) {
+void anyFiles(FuzzedDataProvider& in) {
     const QStringList conf =
-        TextLinesOfBytes(QByteArray::fromStdString(in.ConsumeRandomLengthString(300)));
+        textLinesOfBytes(QByteArray::fromStdString(in.ConsumeRandomLengthString(300)));
     const QStringList header =
-        TextLinesOfBytes(QByteArray::fromStdString(in.ConsumeRandomLengthString(300)));
+        textLinesOfBytes(QByteArray::fromStdString(in.ConsumeRandomLengthString(300)));
     const QStringList data =
-        TextLinesOfBytes(QByteArray::fromStdString(in.ConsumeRemainingBytesAsString()));
+        textLinesOfBytes(QByteArray::fromStdString(in.ConsumeRemainingBytesAsString()));
     PrintJob job;
     const char* stage = "Print.conf";
     try {
-        ParsePrintConf(conf, job);
+        parsePrintConf(conf, job);
         stage = "print_header.dat";
-        ParsePrintHeader(header, job);
+        parsePrintHeader(header, job);
         stage = "print_Data.dat";
-        ParsePrintData(data, job);
+        parsePrintData(data, job);
     } catch (const PrintInput& e) {
-        FUZZ_CHECK(e.Message().startsWith(QString::fromLatin1(stage)));
+        FUZZ_CHECK(e.message().startsWith(QString::fromLatin1(stage)));
         return;
     }
-    FUZZ_CHECK(NumberText(job.labourCost));
+    FUZZ_CHECK(numberText(job.labourCost));
     FUZZ_CHECK(!job.blocks.isEmpty());
     for (const PrintBlock& b : job.blocks) {
         FUZZ_CHECK(b.lines.size() <= 14);
         for (const PrintFields& f : b.lines) {
             for (std::size_t k = 2; k < f.size(); ++k)
-                FUZZ_CHECK(f[k].isEmpty() || NumberText(f[k]));
+                FUZZ_CHECK(f[k].isEmpty() || numberText(f[k]));
         }
     }
 }
 
 // Rows as the hand-off writes them, read back by the print program.
-void HandOff(FuzzedDataProvider& in) {
+void handOff(FuzzedDataProvider& in) {
     RowTable rows;
     const bool refrigerant = in.ConsumeBool();
     rows[OptionRow].modeFlag = refrigerant ? 1 : 0;
-    rows[OptionRow].factor(5) = AnyAmount(in);
+    rows[OptionRow].factor(5) = anyAmount(in);
     // Any text may hold a ";": the hand-off writes it as "；".
     for (int r = 1; r <= 5; ++r)
-        rows[r].setGoods(SafeText(in, 30, true));
+        rows[r].setGoods(safeText(in, 30, true));
     for (int t = 0; t < 4; ++t)
-        rows[t * TabRows + 1].setKind(SafeText(in, 12, true));
+        rows[t * TabRows + 1].setKind(safeText(in, 12, true));
     const int filled = in.ConsumeIntegralInRange(0, 59);
     for (int r = 1; r <= filled; ++r) {
         PipeRow& row = rows[r];
-        row.setSize(SafeText(in, 6, true));
-        row.setUnit(SafeText(in, 3, true));
-        row.adoptedUnitPrice = AnyAmount(in);
-        row.submittedPrice = AnyAmount(in);
-        row.submittedUnitPrice = AnyAmount(in);
+        row.setSize(safeText(in, 6, true));
+        row.setUnit(safeText(in, 3, true));
+        row.adoptedUnitPrice = anyAmount(in);
+        row.submittedPrice = anyAmount(in);
+        row.submittedUnitPrice = anyAmount(in);
         for (int e = 0; e < 7; ++e) {
-            row.factors[std::size_t(e)] = AnyAmount(in);
-            row.submittedAmounts[std::size_t(e)] = AnyAmount(in);
+            row.factors[std::size_t(e)] = anyAmount(in);
+            row.submittedAmounts[std::size_t(e)] = anyAmount(in);
         }
     }
     const QDate date = QDate(1868, 10, 23).addDays(in.ConsumeIntegralInRange(0, 120000));
-    const QString stylePath = U("/data/print/") + SafeText(in, 20, true) + U(".qvk");
-    const ExportSheet sheet = SheetOfRows(rows);
+    const QString stylePath = u("/data/print/") + safeText(in, 20, true) + u(".qvk");
+    const ExportSheet sheet = sheetOfRows(rows);
 
     PrintJob job;
-    ParsePrintConf(
-        TextLinesOfBytes(PrintConfText(stylePath, QStringLiteral("/x.ico"), refrigerant)), job);
-    ParsePrintHeader(TextLinesOfBytes(PrintHeaderText(date, rows)), job);
-    ParsePrintData(
-        TextLinesOfBytes(ExportRowsText(ExportPrint, rows, sheet, {}) + QByteArray("\r\n")), job);
+    parsePrintConf(
+        textLinesOfBytes(printConfText(stylePath, QStringLiteral("/x.ico"), refrigerant)), job);
+    parsePrintHeader(textLinesOfBytes(printHeaderText(date, rows)), job);
+    parsePrintData(
+        textLinesOfBytes(exportRowsText(ExportPrint, rows, sheet, {}) + QByteArray("\r\n")), job);
 
     FUZZ_CHECK_EQ(job.styleFile, stylePath);
     FUZZ_CHECK_EQ(job.Refrigerant(), refrigerant);
-    FUZZ_CHECK_EQ(job.labourCost, CurrToStr(rows[OptionRow].factor(5)));
+    FUZZ_CHECK_EQ(job.labourCost, currToStr(rows[OptionRow].factor(5)));
     FUZZ_CHECK_EQ(job.buildingPage, rows[4].goods() + rows[5].goods());
     // The date of the page has no leading zeros: "令和8年1月7日（水）".
-    FUZZ_CHECK_EQ(job.DateText(),
-                  EraYearText(date).replace(QRegularExpression(U("(\\D)0+(\\d)")), U("\\1\\2")) +
-                      U("年%1月%2日（%3）")
+    FUZZ_CHECK_EQ(job.dateText(),
+                  eraYearText(date).replace(QRegularExpression(u("(\\D)0+(\\d)")), u("\\1\\2")) +
+                      u("年%1月%2日（%3）")
                           .arg(date.month())
                           .arg(date.day())
-                          .arg(JapaneseShortWeekday(date)));
-    auto written = [](QString text) { return text.replace(QLatin1Char(';'), U("；")); };
+                          .arg(japaneseShortWeekday(date)));
+    auto written = [](QString text) { return text.replace(QLatin1Char(';'), u("；")); };
     for (int i = 0; i < 3; ++i)
         FUZZ_CHECK_EQ(job.names[std::size_t(i)], written(rows[i + 1].goods()));
     FUZZ_CHECK_EQ(job.blocks.size(), sheet.tabCaptions.size());
@@ -146,15 +146,15 @@ void HandOff(FuzzedDataProvider& in) {
             PrintFields want;
             want[0] = written(row.size()).trimmed();
             want[1] = written(row.unit()).trimmed();
-            want[2] = FormatAmount(row.adoptedUnitPrice);
-            want[3] = FormatAmount(row.submittedPrice);
+            want[2] = formatAmount(row.adoptedUnitPrice);
+            want[3] = formatAmount(row.submittedPrice);
             for (int e = 0; e < 7; ++e) {
-                want[std::size_t(4 + e)] = CurrToStr(row.factors[std::size_t(e)]);
+                want[std::size_t(4 + e)] = currToStr(row.factors[std::size_t(e)]);
                 want[std::size_t(11 + e)] =
                     e == 5 && refrigerant ? QString()
-                                          : FormatAmount(row.submittedAmounts[std::size_t(e)]);
+                                          : formatAmount(row.submittedAmounts[std::size_t(e)]);
             }
-            want[18] = FormatAmount(row.submittedUnitPrice);
+            want[18] = formatAmount(row.submittedUnitPrice);
             // A line is printed with a size, be it blanks, or a value.
             bool shown = !row.size().isEmpty();
             for (std::size_t k = 2; k < want.size(); ++k)
@@ -170,32 +170,32 @@ void HandOff(FuzzedDataProvider& in) {
 }
 
 // Style files: any bytes, and a style written then read.
-void Styles(FuzzedDataProvider& in) {
+void styles(FuzzedDataProvider& in) {
     const QString file = QStringLiteral("style.qvk");
     PrintStyle any;
     QString reason;
-    if (ParseStyleLines(
-            TextLinesOfBytes(QByteArray::fromStdString(in.ConsumeRandomLengthString(400))), file,
+    if (parseStyleLines(
+            textLinesOfBytes(QByteArray::fromStdString(in.ConsumeRandomLengthString(400))), file,
             any, reason)) {
         FUZZ_CHECK(!any.columns.isEmpty());
         for (const StyleColumn& c : any.columns)
-            FUZZ_CHECK(StyleFieldIndex(c.key) >= 0);
+            FUZZ_CHECK(styleFieldIndex(c.key) >= 0);
     } else {
         FUZZ_CHECK(reason.contains(file));
     }
 
     PrintStyle s;
-    s.name = SafeText(in, 8, true);
-    s.title = SafeText(in, 12, true);
+    s.name = safeText(in, 8, true);
+    s.title = safeText(in, 12, true);
     const int columns = in.ConsumeIntegralInRange(1, 20);
     for (int i = 0; i < columns; ++i) {
-        const QStringList& keys = StyleFieldKeys();
+        const QStringList& keys = styleFieldKeys();
         s.columns.push_back({keys[in.ConsumeIntegralInRange<int>(0, int(keys.size()) - 1)],
-                             SafeText(in, 6, false), SafeText(in, 6, false),
-                             SafeText(in, 6, false)});
+                             safeText(in, 6, false), safeText(in, 6, false),
+                             safeText(in, 6, false)});
     }
     PrintStyle back;
-    FUZZ_CHECK(ParseStyleLines(TextLinesOfBytes(StyleFileText(s)), file, back, reason));
+    FUZZ_CHECK(parseStyleLines(textLinesOfBytes(styleFileText(s)), file, back, reason));
     FUZZ_CHECK_EQ(back.name, s.name);
     FUZZ_CHECK_EQ(back.title, s.title);
     FUZZ_CHECK_EQ(back.columns.size(), s.columns.size());
@@ -213,13 +213,13 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     FuzzedDataProvider in(data, size);
     switch (in.ConsumeIntegralInRange(0, 2)) {
     case 0:
-        AnyFiles(in);
+        anyFiles(in);
         break;
     case 1:
-        HandOff(in);
+        handOff(in);
         break;
     default:
-        Styles(in);
+        styles(in);
         break;
     }
     return 0;

@@ -33,12 +33,12 @@ QString oneLine(QString s) {
 
 // The lines of any bytes, as a file holding them reads.
 QStringList linesOf(const std::string& bytes) {
-    return TextLinesOfBytes(QByteArray::fromStdString(bytes));
+    return textLinesOfBytes(QByteArray::fromStdString(bytes));
 }
 
-// Lines as a file holding them reads after they were written.
+// lines as a file holding them reads after they were written.
 QStringList written(const QStringList& lines) {
-    return TextLinesOfBytes(TextFileBytes(lines));
+    return textLinesOfBytes(textFileBytes(lines));
 }
 
 void checkSameRect(const WindowRect& a, const WindowRect& b) {
@@ -53,29 +53,29 @@ void checkSameRect(const WindowRect& a, const WindowRect& b) {
 void realFiles(FuzzedDataProvider& in) {
     const QString dir = folder();
     const std::string bytes = in.ConsumeRandomLengthString(400);
-    putFile(WindowFilePath(dir, QStringLiteral("qorvale_k")), bytes);
+    putFile(windowFilePath(dir, QStringLiteral("qorvale_k")), bytes);
     WindowRect r;
-    ReadWindowFile(dir, QStringLiteral("qorvale_k"), r);
-    checkSameRect(r, WindowRectOfLines(linesOf(bytes)));
-    WriteWindowFile(dir, QStringLiteral("qorvale_k"), r.Top, r.Left, r.Width, r.Height);
+    readWindowFile(dir, QStringLiteral("qorvale_k"), r);
+    checkSameRect(r, windowRectOfLines(linesOf(bytes)));
+    writeWindowFile(dir, QStringLiteral("qorvale_k"), r.Top, r.Left, r.Width, r.Height);
     WindowRect again;
-    ReadWindowFile(dir, QStringLiteral("qorvale_k"), again);
+    readWindowFile(dir, QStringLiteral("qorvale_k"), again);
     checkSameRect(again, r);
 
-    putFile(DisplayFilePath(dir), bytes);
+    putFile(displayFilePath(dir), bytes);
     DisplaySettings s, expected;
-    FUZZ_CHECK(ReadDisplaySettings(dir, s));
-    ApplyDisplayLines(linesOf(bytes), expected);
+    FUZZ_CHECK(readDisplaySettings(dir, s));
+    applyDisplayLines(linesOf(bytes), expected);
     FUZZ_CHECK_EQ(s.TreeUse, expected.TreeUse);
     FUZZ_CHECK_EQ(s.StatusUse, expected.StatusUse);
     FUZZ_CHECK_EQ(s.TreeViewWidth, expected.TreeViewWidth);
-    WriteDisplaySettings(dir, s);
+    writeDisplaySettings(dir, s);
     DisplaySettings back;
-    FUZZ_CHECK(ReadDisplaySettings(dir, back));
+    FUZZ_CHECK(readDisplaySettings(dir, back));
     FUZZ_CHECK_EQ(back.TreeViewWidth, s.TreeViewWidth);
 
-    putFile(NetworkFilePath(dir), bytes);
-    FUZZ_CHECK_EQ(ReadNetworkDir(dir), NetworkDirOfLines(linesOf(bytes)));
+    putFile(networkFilePath(dir), bytes);
+    FUZZ_CHECK_EQ(readNetworkDir(dir), networkDirOfLines(linesOf(bytes)));
 }
 
 } // namespace
@@ -90,8 +90,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     case 2:
     case 3:
     case 4: { // window file, any bytes: its values written then read again
-        const WindowRect r = WindowRectOfLines(linesOf(in.ConsumeRandomLengthString(400)));
-        checkSameRect(WindowRectOfLines(written(WindowLines(r.Top, r.Left, r.Width, r.Height))), r);
+        const WindowRect r = windowRectOfLines(linesOf(in.ConsumeRandomLengthString(400)));
+        checkSameRect(windowRectOfLines(written(windowLines(r.Top, r.Left, r.Width, r.Height))), r);
         break;
     }
     case 5:
@@ -100,7 +100,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     case 8: { // window file, values
         const int top = in.ConsumeIntegral<int>(), left = in.ConsumeIntegral<int>();
         const int width = in.ConsumeIntegral<int>(), height = in.ConsumeIntegral<int>();
-        const WindowRect r = WindowRectOfLines(written(WindowLines(top, left, width, height)));
+        const WindowRect r = windowRectOfLines(written(windowLines(top, left, width, height)));
         FUZZ_CHECK_EQ(r.Top, top);
         FUZZ_CHECK_EQ(r.Left, left);
         FUZZ_CHECK_EQ(r.Width, width);
@@ -114,13 +114,13 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     case 13:
     case 14: { // display file: any bytes, then its own values back
         DisplaySettings s;
-        ApplyDisplayLines(linesOf(in.ConsumeRandomLengthString(400)), s);
+        applyDisplayLines(linesOf(in.ConsumeRandomLengthString(400)), s);
         if (!s.HasTreeViewWidth) s.TreeViewWidth = in.ConsumeIntegral<int>();
         s.resultsSwitch = in.ConsumeBool();
         DisplaySettings back;
         back.TreeUse = !s.TreeUse;
         back.StatusUse = !s.StatusUse;
-        ApplyDisplayLines(written(DisplayLines(s)), back);
+        applyDisplayLines(written(displayLines(s)), back);
         FUZZ_CHECK_EQ(back.TreeUse, s.TreeUse);
         FUZZ_CHECK_EQ(back.StatusUse, s.StatusUse);
         FUZZ_CHECK_EQ(back.TreeViewWidth, s.TreeViewWidth);
@@ -133,26 +133,26 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     case 18:
     case 19:
     case 20: { // network file: any bytes, then a value written and read
-        (void)NetworkDirOfLines(linesOf(in.ConsumeRandomLengthString(400)));
-        const QString value = oneLine(in.ConsumeBool() ? FuzzUtf8(in, 100) : FuzzText(in, 50));
+        (void)networkDirOfLines(linesOf(in.ConsumeRandomLengthString(400)));
+        const QString value = oneLine(in.ConsumeBool() ? fuzzUtf8(in, 100) : fuzzText(in, 50));
         const QStringList lines = {QStringLiteral("[Version]=1"),
-                                   KeyLine(QStringLiteral("[Network_Dir]"), value)};
+                                   keyLine(QStringLiteral("[Network_Dir]"), value)};
         // The file is code page 932: what the code page lacks reads as "?".
-        FUZZ_CHECK_EQ(NetworkDirOfLines(written(lines)), FromAnsi(ToAnsi(value)));
+        FUZZ_CHECK_EQ(networkDirOfLines(written(lines)), fromAnsi(toAnsi(value)));
         break;
     }
     default: { // exconf text: any text applies; values written then read
         ConfRecord any;
-        ApplyConfText(FuzzText(in, 300), any);
+        applyConfText(fuzzText(in, 300), any);
         ConfRecord c;
-        c.Removal = oneLine(FuzzText(in, 8));
-        c.Recycle = oneLine(FuzzText(in, 8));
-        c.Keta = oneLine(FuzzUtf8(in, 8));
-        c.CutLevel = oneLine(FuzzUtf8(in, 8));
+        c.Removal = oneLine(fuzzText(in, 8));
+        c.Recycle = oneLine(fuzzText(in, 8));
+        c.Keta = oneLine(fuzzUtf8(in, 8));
+        c.CutLevel = oneLine(fuzzUtf8(in, 8));
         for (QString& name : c.GroupNames)
-            name = oneLine(in.ConsumeBool() ? FuzzUtf8(in, 24) : FuzzText(in, 12));
+            name = oneLine(in.ConsumeBool() ? fuzzUtf8(in, 24) : fuzzText(in, 12));
         ConfRecord back;
-        ApplyConfText(ConfText(c), back);
+        applyConfText(confText(c), back);
         FUZZ_CHECK_EQ(back.Removal, c.Removal);
         FUZZ_CHECK_EQ(back.Recycle, c.Recycle);
         FUZZ_CHECK_EQ(back.Keta, c.Keta);
@@ -160,7 +160,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         for (int g = 0; g < GroupCount; ++g)
             FUZZ_CHECK_EQ(back.GroupNames[std::size_t(g)], c.GroupNames[std::size_t(g)]);
         // The record text stands in a statement: no quote breaks it out.
-        const QString sql = ConfInsertStatement(c);
+        const QString sql = confInsertStatement(c);
         FUZZ_CHECK(sql.endsWith(QStringLiteral("');")));
         break;
     }

@@ -25,7 +25,7 @@ constexpr int MaxColumn = 16384;
 
 // "A" .. "Z", "AA" .. : the column's letters, written here independently of
 // the reader.
-QString ColumnLetters(int column) {
+QString columnLetters(int column) {
     QString s;
     for (; column > 0; column = (column - 1) / 26)
         s.prepend(QChar(char16_t('A' + (column - 1) % 26)));
@@ -34,7 +34,7 @@ QString ColumnLetters(int column) {
 
 // A cell text the stream can carry: no ";" and no line break, and only what
 // code page 932 holds, so that it comes back as it went.
-QString CellText(FuzzedDataProvider& in) {
+QString cellText(FuzzedDataProvider& in) {
     static const QString pieces =
         QString::fromUtf8("0123456789.-+ ABCxyz,_eE亜配管工継手ｱｶﾞ　（）－①");
     QString s;
@@ -44,34 +44,34 @@ QString CellText(FuzzedDataProvider& in) {
     return s;
 }
 
-QString Shown(const WorkbookCell& c) {
+QString shown(const WorkbookCell& c) {
     return c.number ? QString::number(c.text.toDouble(), 'g', 11) : c.text;
 }
 
-void CheckSheetShape(const WorkbookSheet& sheet) {
+void checkSheetShape(const WorkbookSheet& sheet) {
     for (const auto& [column, cells] : sheet.columns) {
         FUZZ_CHECK(column >= 1 && column <= MaxColumn);
         for (const auto& [row, cell] : cells) {
             FUZZ_CHECK(row >= 1 && row <= MaxRow);
-            FUZZ_CHECK_EQ(cell.number, IsPlainNumber(cell.text));
+            FUZZ_CHECK_EQ(cell.number, isPlainNumber(cell.text));
         }
     }
     for (const auto& [column, width] : sheet.widths) {
         FUZZ_CHECK(column >= 1 && column <= MaxColumn);
-        FUZZ_CHECK(width >= FittedWidth(1));
+        FUZZ_CHECK(width >= fittedWidth(1));
         // Kept to two decimals.
         FUZZ_CHECK(std::fabs(width * 100 - std::round(width * 100)) < 1e-6);
     }
 }
 
 // Any bytes as the stream file.
-void AnyStream(const std::string& bytes) {
-    const QStringList lines = SplitTextLines(FromAnsi(QByteArray::fromStdString(bytes)));
+void anyStream(const std::string& bytes) {
+    const QStringList lines = splitTextLines(fromAnsi(QByteArray::fromStdString(bytes)));
     try {
-        CheckSheetShape(ReplayExcelStream(lines));
+        checkSheetShape(replayExcelStream(lines));
     } catch (const WorkbookError& e) {
         // "エクセル出力の指示 N 行目..." and the line itself at the end.
-        const QString m = e.Message();
+        const QString m = e.message();
         const QString head = QString::fromUtf8("エクセル出力の指示 ");
         FUZZ_CHECK(m.startsWith(head));
         const int n = m.mid(head.size()).section(QLatin1Char(' '), 0, 0).toInt();
@@ -82,7 +82,7 @@ void AnyStream(const std::string& bytes) {
 }
 
 // A stream of known instructions, against a model of the sheet.
-void KnownStream(FuzzedDataProvider& in) {
+void knownStream(FuzzedDataProvider& in) {
     struct ModelCell {
         QString text;
         bool bottom = false, top = false;
@@ -98,7 +98,7 @@ void KnownStream(FuzzedDataProvider& in) {
         case 1: {
             const int row = in.ConsumeIntegralInRange(1, 30);
             const int column = in.ConsumeIntegralInRange(1, 20);
-            const QString text = CellText(in);
+            const QString text = cellText(in);
             lines << QStringLiteral("DATA;%1;%2;%3;").arg(row).arg(column).arg(text);
             model[{column, row}].text = text;
             break;
@@ -109,7 +109,7 @@ void KnownStream(FuzzedDataProvider& in) {
             const int c1 = in.ConsumeIntegralInRange(1, 20), c2 = in.ConsumeIntegralInRange(1, 20);
             const int r1 = in.ConsumeIntegralInRange(1, 30), r2 = in.ConsumeIntegralInRange(1, 30);
             auto name = [&](int c, int r) {
-                const QString n = ColumnLetters(c) + QString::number(r);
+                const QString n = columnLetters(c) + QString::number(r);
                 return in.ConsumeBool() ? n.toLower() : n;
             };
             lines << QStringLiteral("%1;%2;%3;;")
@@ -128,8 +128,8 @@ void KnownStream(FuzzedDataProvider& in) {
                 if (at.first == column && !cell.text.isEmpty()) {
                     WorkbookCell c;
                     c.text = cell.text;
-                    c.number = IsPlainNumber(cell.text);
-                    w = std::max(w, DisplayCells(Shown(c)));
+                    c.number = isPlainNumber(cell.text);
+                    w = std::max(w, displayCells(shown(c)));
                 }
             if (w < 0)
                 widest.erase(column);
@@ -140,10 +140,10 @@ void KnownStream(FuzzedDataProvider& in) {
         }
     }
     // Through the file's code page and line ends, as the program writes it.
-    const QStringList read = SplitTextLines(FromAnsi(ToAnsi(JoinTextLines(lines))));
+    const QStringList read = splitTextLines(fromAnsi(toAnsi(joinTextLines(lines))));
     FUZZ_CHECK_EQ(read.size(), lines.size());
-    const WorkbookSheet sheet = ReplayExcelStream(read);
-    CheckSheetShape(sheet);
+    const WorkbookSheet sheet = replayExcelStream(read);
+    checkSheetShape(sheet);
     std::size_t cells = 0;
     for (const auto& [column, rows] : sheet.columns)
         for (const auto& [row, cell] : rows) {
@@ -159,35 +159,35 @@ void KnownStream(FuzzedDataProvider& in) {
     for (const auto& [column, w] : widest) {
         const auto it = sheet.widths.find(column);
         FUZZ_CHECK(it != sheet.widths.end());
-        FUZZ_CHECK_EQ(it->second, FittedWidth(w));
+        FUZZ_CHECK_EQ(it->second, fittedWidth(w));
     }
 }
 
 // Cell names: every cell of the sheet reads back, in either case; a name
 // outside the sheet or with anything behind its digits does not.
-void CellNames(FuzzedDataProvider& in) {
+void cellNames(FuzzedDataProvider& in) {
     const int column = in.ConsumeIntegralInRange(1, MaxColumn + 2);
     const int row = in.ConsumeIntegralInRange(0, MaxRow + 2);
-    QString name = ColumnLetters(column) + QString::number(row);
+    QString name = columnLetters(column) + QString::number(row);
     if (in.ConsumeBool()) name = name.toLower();
     const bool inSheet = column <= MaxColumn && row >= 1 && row <= MaxRow;
     int c = -1, r = -1;
-    FUZZ_CHECK_EQ(ParseCellName(name, c, r), inSheet);
+    FUZZ_CHECK_EQ(parseCellName(name, c, r), inSheet);
     if (inSheet) {
         FUZZ_CHECK_EQ(c, column);
         FUZZ_CHECK_EQ(r, row);
     }
-    const QString tail = FuzzText(in, 4);
+    const QString tail = fuzzText(in, 4);
     if (!tail.isEmpty()) {
         bool digits = true;
         for (QChar ch : tail)
             digits = digits && ch >= QLatin1Char('0') && ch <= QLatin1Char('9');
-        if (!digits) FUZZ_CHECK(!ParseCellName(name + tail, c, r));
+        if (!digits) FUZZ_CHECK(!parseCellName(name + tail, c, r));
     }
     // Display cells: one or two a character.
-    const QString text = FuzzText(in, 40);
+    const QString text = fuzzText(in, 40);
     const int n = int(text.toUcs4().size());
-    const int cells = DisplayCells(text);
+    const int cells = displayCells(text);
     FUZZ_CHECK(cells >= n && cells <= 2 * n);
 }
 
@@ -197,7 +197,7 @@ QString folder() {
 }
 
 // The stream file to a workbook file that already exists: whole or kept.
-void WorkbookFile(const std::string& bytes) {
+void workbookFile(const std::string& bytes) {
     const QString stream = folder() + QStringLiteral("/excelout.txt");
     const QString book = folder() + QStringLiteral("/book.xlsx");
     const QByteArray old("old workbook");
@@ -209,7 +209,7 @@ void WorkbookFile(const std::string& bytes) {
     }
     bool written = true;
     try {
-        WriteExcelWorkbook(stream, book);
+        writeExcelWorkbook(stream, book);
     } catch (const WorkbookError&) {
         written = false;
     }
@@ -230,18 +230,18 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     FuzzedDataProvider in(data, size);
     switch (in.ConsumeIntegralInRange(0, 63)) {
     case 0: // a real file now and then: a workbook costs a thousand replays
-        WorkbookFile(in.ConsumeRemainingBytesAsString());
+        workbookFile(in.ConsumeRemainingBytesAsString());
         break;
     case 1:
     case 2:
     case 3:
-        CellNames(in);
+        cellNames(in);
         break;
     default:
         if (in.ConsumeBool())
-            KnownStream(in);
+            knownStream(in);
         else
-            AnyStream(in.ConsumeRemainingBytesAsString());
+            anyStream(in.ConsumeRemainingBytesAsString());
         break;
     }
     return 0;

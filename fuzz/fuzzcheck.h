@@ -48,7 +48,7 @@ template <typename T> QString FuzzShow(const T& v) {
 }
 
 // Any UTF-16 text, lone surrogates and control characters included.
-inline QString FuzzText(FuzzedDataProvider& in, std::size_t maxUnits) {
+inline QString fuzzText(FuzzedDataProvider& in, std::size_t maxUnits) {
     const std::string bytes = in.ConsumeRandomLengthString(maxUnits * 2);
     QString s;
     for (std::size_t i = 0; i + 1 < bytes.size(); i += 2)
@@ -59,6 +59,6 @@ inline QString FuzzText(FuzzedDataProvider& in, std::size_t maxUnits) {
 
 // Text as a user or a file would give it: UTF-8, so mostly ASCII with some
 // Japanese.
-inline QString FuzzUtf8(FuzzedDataProvider& in, std::size_t maxBytes) {
+inline QString fuzzUtf8(FuzzedDataProvider& in, std::size_t maxBytes) {
     return QString::fromStdString(in.ConsumeRandomLengthString(maxBytes));
 }

@@ -9,7 +9,7 @@
 #include <memory>
 
 int main(int argc, char** argv) {
-    const int standard = StandardOptions(
+    const int standard = standardOptions(
         argc, argv, QStringLiteral("controls-sample"),
         QStringLiteral("usage: controls-sample [OUT.png]\n"
                        "       controls-sample --help | --version\n"
@@ -18,8 +18,8 @@ int main(int argc, char** argv) {
     if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");
     QApplication app(argc, argv);
     const QString out = argc > 1 ? QString::fromLocal8Bit(argv[1]) : QStringLiteral("controls.png");
-    std::unique_ptr<QWidget> sample(CreateControlsSample());
-    if (!GrabControlsSample(sample.get()).save(out)) {
+    std::unique_ptr<QWidget> sample(createControlsSample());
+    if (!grabControlsSample(sample.get()).save(out)) {
         std::fprintf(stderr, "cannot write %s\n", qPrintable(out));
         return 1;
     }

@@ -9,7 +9,7 @@
 namespace {
 
 Currency c(const char* text) {
-    return StrToCurr(QString::fromLatin1(text));
+    return strToCurr(QString::fromLatin1(text));
 }
 
 void setExample(PipeTypeDocument& doc) {
@@ -22,23 +22,23 @@ void setExample(PipeTypeDocument& doc) {
     for (int i = 0; i < 7; ++i)
         r.factors[std::size_t(i)] = c(factors[i]);
     PipeTypeOptions o = doc.options();
-    o.LabourSubmitted() = c("18000");
-    o.LabourCost() = c("15000");
-    o.ElementDigits() = c("1");
-    o.ElementFraction() = c("0.9");
-    o.AdoptedDigits() = c("10");
-    o.AdoptedFraction() = c("0");
+    o.labourSubmitted() = c("18000");
+    o.labourCost() = c("15000");
+    o.elementDigits() = c("1");
+    o.elementFraction() = c("0.9");
+    o.adoptedDigits() = c("10");
+    o.adoptedFraction() = c("0");
     o.UnitDigits() = c("10");
     o.UnitFraction() = c("0.9");
-    o.RateSubmitted() = c("70");
-    o.RateCost() = c("60");
+    o.rateSubmitted() = c("70");
+    o.rateCost() = c("60");
 }
 
 void printSide(const char* side, const std::array<Currency, 7>& e, Currency total) {
     std::printf("  %-9s", side);
     for (Currency x : e)
-        std::printf(" %8s", qPrintable(FormatGeneral(x)));
-    std::printf(" %8s", qPrintable(FormatAmount(total)));
+        std::printf(" %8s", qPrintable(formatGeneral(x)));
+    std::printf(" %8s", qPrintable(formatAmount(total)));
 }
 
 void printCase(PipeTypeDocument& doc, const char* title) {
@@ -46,7 +46,7 @@ void printCase(PipeTypeDocument& doc, const char* title) {
     const PipeRow& r = doc.rows()[1];
     std::printf("%s\n", title);
     printSide("submitted", r.submittedAmounts, r.submittedUnitPrice);
-    std::printf("  adopted %s\n", qPrintable(FormatAmount(r.adoptedUnitPrice)));
+    std::printf("  adopted %s\n", qPrintable(formatAmount(r.adoptedUnitPrice)));
     printSide("cost", r.costAmounts, r.costUnitPrice);
     std::printf("\n");
 }
@@ -54,7 +54,7 @@ void printCase(PipeTypeDocument& doc, const char* title) {
 } // namespace
 
 int main(int argc, char** argv) {
-    const int standard = StandardOptions(
+    const int standard = standardOptions(
         argc, argv, QStringLiteral("qorvale-demo"),
         QStringLiteral("usage: qorvale-demo\n"
                        "       qorvale-demo --help | --version\n"
@@ -71,19 +71,19 @@ int main(int argc, char** argv) {
     setExample(doc);
     printCase(doc, "Piping mode, other cost on labour:");
     setExample(doc);
-    doc.options().OtherMethod() = 1;
+    doc.options().otherMethod() = 1;
     printCase(doc, "Piping mode, other cost on all elements:");
     setExample(doc);
-    doc.options().ModeFlag() = 1;
+    doc.options().modeFlag() = 1;
     printCase(doc, "Refrigerant mode:");
     setExample(doc);
-    doc.options().RateOn() = c("1");
+    doc.options().rateOn() = c("1");
     printCase(doc, "Unit prices from the list price (70 / 60 per cent):");
     setExample(doc);
-    doc.options().ElementDigits() = c("100");
-    doc.options().ElementFraction() = c("0.5");
-    doc.options().AdoptedDigits() = c("3");
-    doc.options().AdoptedFraction() = c("0.5");
+    doc.options().elementDigits() = c("100");
+    doc.options().elementFraction() = c("0.5");
+    doc.options().adoptedDigits() = c("3");
+    doc.options().adoptedFraction() = c("0.5");
     printCase(doc, "Two decimals per element, half up; adopted to three significant digits:");
     return 0;
 }

@@ -10,18 +10,18 @@
 
 int main(int argc, char** argv) {
     // Help, version and a wrong option are answered before any window.
-    const int standard = StandardOptions(argc, argv, QStringLiteral("listpress"), ListpressUsage(),
+    const int standard = standardOptions(argc, argv, QStringLiteral("listpress"), listpressUsage(),
                                          {QStringLiteral("--pdf"), QStringLiteral("--screenshot")});
     if (standard >= 0) return standard;
     QStringList args;
     for (int i = 1; i < argc; ++i)
         args << QString::fromLocal8Bit(argv[i]);
     // Writing a PDF needs no display.
-    if (ListpressNeedsNoWindow(args) && qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
+    if (listpressNeedsNoWindow(args) && qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
         qputenv("QT_QPA_PLATFORM", "offscreen");
     QApplication app(argc, argv);
     QtDialogs dialogs;
     QTextStream out(stdout);
     QTextStream err(stderr);
-    return RunListpress(app.arguments().mid(1), dialogs, out, err);
+    return runListpress(app.arguments().mid(1), dialogs, out, err);
 }

@@ -7,7 +7,7 @@
 #include <memory>
 
 int main(int argc, char** argv) {
-    const int standard = StandardOptions(
+    const int standard = standardOptions(
         argc, argv, QStringLiteral("qorvale"),
         QStringLiteral(
             "usage: qorvale [LAUNCHSTRING]\n"
@@ -19,5 +19,5 @@ int main(int argc, char** argv) {
     if (standard >= 0) return standard;
     Application app(argc, argv);
     app.setDialogs(std::make_unique<QtDialogs>());
-    return ProgramBody(app);
+    return programBody(app);
 }

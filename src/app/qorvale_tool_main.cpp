@@ -15,8 +15,8 @@ int main(int argc, char** argv) {
         // object, but no display.
         if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");
         QGuiApplication app(argc, argv);
-        return RunPrintTool(app.arguments().mid(1), out, err);
+        return runPrintTool(app.arguments().mid(1), out, err);
     }
     QCoreApplication app(argc, argv);
-    return RunQorvaleTool(app.arguments().mid(1), out, err);
+    return runQorvaleTool(app.arguments().mid(1), out, err);
 }

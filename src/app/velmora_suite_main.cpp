@@ -9,5 +9,5 @@ int main(int argc, char** argv) {
     QCoreApplication app(argc, argv);
     QTextStream out(stdout);
     QTextStream err(stderr);
-    return RunVelmoraSuite(app.arguments().mid(1), out, err);
+    return runVelmoraSuite(app.arguments().mid(1), out, err);
 }

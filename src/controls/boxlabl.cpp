@@ -15,55 +15,55 @@ CustomBoxLabel::CustomBoxLabel(QWidget* parent) : QWidget(parent) {
 
 CustomBoxLabel::~CustomBoxLabel() = default;
 
-void CustomBoxLabel::SetAlignment(TAlignment value) {
+void CustomBoxLabel::setAlignment(TAlignment value) {
     if (value == FAlignment) return;
     FAlignment = value;
     update();
 }
 
-void CustomBoxLabel::SetHorizontalAlign(HorizontalAlignment value) {
+void CustomBoxLabel::setHorizontalAlign(HorizontalAlignment value) {
     if (value == FHoriAlign) return;
     FHoriAlign = value;
     update();
 }
 
-void CustomBoxLabel::SetTextBorder(int value) {
+void CustomBoxLabel::setTextBorder(int value) {
     if (value == FTextBorder) return;
     FTextBorder = value;
     update();
 }
 
-void CustomBoxLabel::SetBevelInner(BevelStyle value) {
+void CustomBoxLabel::setBevelInner(BevelStyle value) {
     if (value == FBevelInner) return;
     FBevelInner = value;
     update();
 }
 
-void CustomBoxLabel::SetBevelOuter(BevelStyle value) {
+void CustomBoxLabel::setBevelOuter(BevelStyle value) {
     if (value == FBevelOuter) return;
     FBevelOuter = value;
     update();
 }
 
-void CustomBoxLabel::SetBevelWidth(int value) {
+void CustomBoxLabel::setBevelWidth(int value) {
     if (value == FBevelWidth) return;
     FBevelWidth = value;
     update();
 }
 
-void CustomBoxLabel::SetWordWrap(bool value) {
+void CustomBoxLabel::setWordWrap(bool value) {
     if (value == FWordWrap) return;
     FWordWrap = value;
     update();
 }
 
-void CustomBoxLabel::SetBorderStyle(TBorderStyle value) {
+void CustomBoxLabel::setBorderStyle(TBorderStyle value) {
     if (value == FBorderStyle) return;
     FBorderStyle = value;
     update();
 }
 
-void CustomBoxLabel::SetColor(TColor value) {
+void CustomBoxLabel::setColor(TColor value) {
     if (value == FColor) return;
     FColor = value;
     update();
@@ -74,51 +74,51 @@ void CustomBoxLabel::SetFont(const FontSpec& value) {
     update();
 }
 
-void CustomBoxLabel::SetLabelText(const QString& value) {
+void CustomBoxLabel::setLabelText(const QString& value) {
     if (value == FCaption) return;
     FCaption = value;
     update();
 }
 
-void CustomBoxLabel::SetAsFloat(double value) {
+void CustomBoxLabel::setAsFloat(double value) {
     FValue = value;
     if (FFormatString.isEmpty()) {
         char buf[512];
         std::snprintf(buf, sizeof buf, "%10.*f", qMax(0, int(FDecimals)), value);
-        SetLabelText(QString::fromLatin1(buf).trimmed());
+        setLabelText(QString::fromLatin1(buf).trimmed());
         return;
     }
     try {
-        SetLabelText(FormatFloatArg(FFormatString, value));
+        setLabelText(formatFloatArg(FFormatString, value));
     } catch (const ControlError&) {
-        SetLabelText(QStringLiteral("Format Error"));
+        setLabelText(QStringLiteral("Format Error"));
     }
 }
 
-void CustomBoxLabel::SetAsInteger(std::int32_t value) {
+void CustomBoxLabel::setAsInteger(std::int32_t value) {
     FValue = value;
     if (FFormatString.isEmpty()) {
         char buf[512];
         std::snprintf(buf, sizeof buf, "%10.*f", qMax(0, int(FDecimals)), double(value));
-        SetLabelText(QString::fromLatin1(buf).trimmed());
+        setLabelText(QString::fromLatin1(buf).trimmed());
         return;
     }
     try {
-        SetLabelText(FormatIntArg(FFormatString, value));
+        setLabelText(formatIntArg(FFormatString, value));
     } catch (const ControlError&) {
-        SetLabelText(QStringLiteral("Format Error"));
+        setLabelText(QStringLiteral("Format Error"));
     }
 }
 
-double CustomBoxLabel::AsFloat() const {
+double CustomBoxLabel::asFloat() const {
     bool ok = false;
-    const double v = GetLabelText().trimmed().toDouble(&ok);
+    const double v = getLabelText().trimmed().toDouble(&ok);
     return ok ? v : 0.0;
 }
 
-std::int32_t CustomBoxLabel::AsInteger() const {
+std::int32_t CustomBoxLabel::asInteger() const {
     bool ok = false;
-    const int v = GetLabelText().trimmed().toInt(&ok);
+    const int v = getLabelText().trimmed().toInt(&ok);
     return ok ? v : 0;
 }
 
@@ -137,26 +137,26 @@ int roundEven(double v) {
 void bevel(TCanvas& cv, int W, int H, int BW, int inset, TColor light, TColor dark) {
     for (int I = 0; I < BW; ++I) {
         cv.Pen.Color = light;
-        cv.MoveTo(W - 1 - I - inset, I + inset);
-        cv.LineTo(I + inset, I + inset);
-        cv.LineTo(I + inset, H - I - inset);
+        cv.moveTo(W - 1 - I - inset, I + inset);
+        cv.lineTo(I + inset, I + inset);
+        cv.lineTo(I + inset, H - I - inset);
         cv.Pen.Color = dark;
-        cv.MoveTo(W - 1 - I - inset, I + inset);
-        cv.LineTo(W - 1 - I - inset, H - 1 - I - inset);
-        cv.LineTo(I + inset, H - 1 - I - inset);
+        cv.moveTo(W - 1 - I - inset, I + inset);
+        cv.lineTo(W - 1 - I - inset, H - 1 - I - inset);
+        cv.lineTo(I + inset, H - 1 - I - inset);
     }
 }
 
 } // namespace
 
-QImage CustomBoxLabel::RenderImage() {
+QImage CustomBoxLabel::renderImage() {
     const int W = width(), H = height();
-    FBuffer = NewCanvasImage(W, H, FColor);
+    FBuffer = newCanvasImage(W, H, FColor);
     TCanvas cv(FBuffer);
     cv.Font = FFont;
     cv.Brush.Style = bsSolid;
     cv.Brush.Color = FColor;
-    cv.FillRect(Rect(0, 0, W, H));
+    cv.fillRect(Rect(0, 0, W, H));
     cv.Pen.Style = psSolid;
     cv.Pen.Width = 1;
     cv.Pen.Color = clBlack;
@@ -170,7 +170,7 @@ QImage CustomBoxLabel::RenderImage() {
     }
     if (FBorderStyle == bsSingle) {
         cv.Pen.Color = clBlack;
-        cv.Rectangle(Inner, Inner, W - Inner, H - Inner);
+        cv.rectangle(Inner, Inner, W - Inner, H - Inner);
         ++Inner;
         ++Offset;
     }
@@ -180,9 +180,9 @@ QImage CustomBoxLabel::RenderImage() {
         Offset += BW;
         Inner += BW;
     }
-    const QString text = GetLabelText().left(255);
+    const QString text = getLabelText().left(255);
     TRect R = Rect(0, 0, W, H);
-    cv.DrawText(text, R, DT_CALCRECT | (FWordWrap ? unsigned(DT_WORDBREAK) : 0u));
+    cv.drawText(text, R, DT_CALCRECT | (FWordWrap ? unsigned(DT_WORDBREAK) : 0u));
     const TRect C = Rect(0, 0, W, H);
     switch (FHoriAlign) {
     case haTop:
@@ -224,14 +224,14 @@ QImage CustomBoxLabel::RenderImage() {
     if (FWordWrap) flags |= DT_WORDBREAK;
     cv.Brush.Style = bsClear;
     if (isEnabled()) {
-        cv.DrawText(text, R, flags);
+        cv.drawText(text, R, flags);
     } else {
         const TColor keep = cv.Font.Color;
         cv.Font.Color = clWhite;
         TRect shifted = Rect(R.Left + 1, R.Top + 1, R.Right + 1, R.Bottom + 1);
-        cv.DrawText(text, shifted, flags);
+        cv.drawText(text, shifted, flags);
         cv.Font.Color = clGray;
-        cv.DrawText(text, R, flags);
+        cv.drawText(text, R, flags);
         cv.Font.Color = keep;
     }
     return FBuffer;
@@ -239,7 +239,7 @@ QImage CustomBoxLabel::RenderImage() {
 
 void CustomBoxLabel::paintEvent(QPaintEvent* event) {
     Q_UNUSED(event);
-    RenderImage();
+    renderImage();
     QPainter painter(this);
     painter.drawImage(0, 0, FBuffer);
 }

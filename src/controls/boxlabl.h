@@ -1,12 +1,12 @@
 #pragma once
 // BoxLabel: a painted label. A box filled with Color, an outer and an inner
 // bevel with an optional one-pixel border between them, and the caption
-// placed in it by Alignment (horizontal) and HorizontalAlign (vertical, in
-// spite of its name). Numbers written through AsFloat / AsInteger become the
-// caption by FormatString, or with Decimals fraction digits when it is
+// placed in it by Alignment (horizontal) and horizontalAlign (vertical, in
+// spite of its name). Numbers written through asFloat / asInteger become the
+// caption by formatString, or with decimals fraction digits when it is
 // empty; a format that does not fit shows "Format Error".
 //
-// The label paints into an off-screen image (RenderImage); paintEvent only
+// The label paints into an off-screen image (renderImage); paintEvent only
 // copies it.
 
 #include "controls/graphics.h"
@@ -25,48 +25,48 @@ public:
     explicit CustomBoxLabel(QWidget* parent = nullptr);
     ~CustomBoxLabel() override;
 
-    TAlignment Alignment() const { return FAlignment; }
-    void SetAlignment(TAlignment value);
-    HorizontalAlignment HorizontalAlign() const { return FHoriAlign; }
-    void SetHorizontalAlign(HorizontalAlignment value);
-    QString Caption() const { return GetLabelText(); }
-    void SetCaption(const QString& value) { SetLabelText(value); }
+    TAlignment alignment() const { return FAlignment; }
+    void setAlignment(TAlignment value);
+    HorizontalAlignment horizontalAlign() const { return FHoriAlign; }
+    void setHorizontalAlign(HorizontalAlignment value);
+    QString caption() const { return getLabelText(); }
+    void setCaption(const QString& value) { setLabelText(value); }
     // Stored only; the drawing takes no account of it.
-    int TextBorder() const { return FTextBorder; }
-    void SetTextBorder(int value);
-    BevelStyle BevelInner() const { return FBevelInner; }
-    void SetBevelInner(BevelStyle value);
-    BevelStyle BevelOuter() const { return FBevelOuter; }
-    void SetBevelOuter(BevelStyle value);
-    int BevelWidth() const { return FBevelWidth; }
-    void SetBevelWidth(int value);
+    int textBorder() const { return FTextBorder; }
+    void setTextBorder(int value);
+    BevelStyle bevelInner() const { return FBevelInner; }
+    void setBevelInner(BevelStyle value);
+    BevelStyle bevelOuter() const { return FBevelOuter; }
+    void setBevelOuter(BevelStyle value);
+    int bevelWidth() const { return FBevelWidth; }
+    void setBevelWidth(int value);
     // Counts from the next number written.
-    QString FormatString() const { return FFormatString; }
-    void SetFormatString(const QString& value) { FFormatString = value; }
-    bool WordWrap() const { return FWordWrap; }
-    void SetWordWrap(bool value);
-    TBorderStyle BorderStyle() const { return FBorderStyle; }
-    void SetBorderStyle(TBorderStyle value);
-    std::int8_t Decimals() const { return FDecimals; }
-    void SetDecimals(std::int8_t value) { FDecimals = value; }
-    TColor Color() const { return FColor; }
-    void SetColor(TColor value);
+    QString formatString() const { return FFormatString; }
+    void setFormatString(const QString& value) { FFormatString = value; }
+    bool wordWrap() const { return FWordWrap; }
+    void setWordWrap(bool value);
+    TBorderStyle borderStyle() const { return FBorderStyle; }
+    void setBorderStyle(TBorderStyle value);
+    std::int8_t decimals() const { return FDecimals; }
+    void setDecimals(std::int8_t value) { FDecimals = value; }
+    TColor color() const { return FColor; }
+    void setColor(TColor value);
     const FontSpec& Font() const { return FFont; }
     void SetFont(const FontSpec& value);
 
     // The number last written; reading parses the caption leniently (0 for
     // text that is no number).
-    double AsFloat() const;
-    void SetAsFloat(double value);
-    std::int32_t AsInteger() const;
-    void SetAsInteger(std::int32_t value);
-    double StoredValue() const { return FValue; }
+    double asFloat() const;
+    void setAsFloat(double value);
+    std::int32_t asInteger() const;
+    void setAsInteger(std::int32_t value);
+    double storedValue() const { return FValue; }
 
     // Paints the label into an image of its size and returns it.
-    QImage RenderImage();
+    QImage renderImage();
 
-    virtual QString GetLabelText() const { return FCaption; }
-    virtual void SetLabelText(const QString& value);
+    virtual QString getLabelText() const { return FCaption; }
+    virtual void setLabelText(const QString& value);
 
 protected:
     void paintEvent(QPaintEvent* event) override;

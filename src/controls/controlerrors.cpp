@@ -2,7 +2,7 @@
 
 #include <QDebug>
 
-void ReportControlFailure(const FailureHandler& handler, const QString& message) {
+void reportControlFailure(const FailureHandler& handler, const QString& message) {
     if (handler)
         handler(message);
     else

@@ -12,7 +12,7 @@ class ControlError : public std::runtime_error {
 public:
     explicit ControlError(const QString& message)
         : std::runtime_error(message.toUtf8().toStdString()) {}
-    QString Message() const { return QString::fromUtf8(what()); }
+    QString message() const { return QString::fromUtf8(what()); }
 };
 
 // A value or an index outside its range.
@@ -26,4 +26,4 @@ public:
 // OnFailure to show the text as it shows any failure.
 using FailureHandler = std::function<void(const QString& message)>;
 // Hands message to handler; without one the text goes to qWarning.
-void ReportControlFailure(const FailureHandler& handler, const QString& message);
+void reportControlFailure(const FailureHandler& handler, const QString& message);

@@ -11,8 +11,8 @@ class QWidget;
 class PriceGrid;
 
 // Builds the sample window (not shown).
-QWidget* CreateControlsSample(QWidget* parent = nullptr);
+QWidget* createControlsSample(QWidget* parent = nullptr);
 // The sample's grid, found by its object name.
-PriceGrid* SampleGrid(QWidget* sample);
+PriceGrid* sampleGrid(QWidget* sample);
 // Shows the sample, gives its grid the focus and grabs it.
-QImage GrabControlsSample(QWidget* sample);
+QImage grabControlsSample(QWidget* sample);

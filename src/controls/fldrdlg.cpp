@@ -5,7 +5,7 @@
 #include <QTimer>
 #include <QWidget>
 
-unsigned FolderDlgFlags(FolderDialogOptions options) {
+unsigned folderDlgFlags(FolderDialogOptions options) {
     static const unsigned flags[] = {0x1000, 0x2000, 0x0002, 0x0008, 0x0001, 0x0004};
     unsigned out = 0;
     for (int i = 0; i < 6; ++i)
@@ -17,7 +17,7 @@ FolderDialog::FolderDialog(QObject* owner) : QObject(owner) {}
 
 FolderDialog::~FolderDialog() = default;
 
-bool FolderDialog::Execute() {
+bool FolderDialog::execute() {
     QWidget* ownerWidget = qobject_cast<QWidget*>(parent());
     QFileDialog dialog(ownerWidget, FTitle, FRootID);
     dialog.setObjectName(QStringLiteral("FolderDialog"));

@@ -1,12 +1,12 @@
 #pragma once
-// FolderDialog: the folder picker. Execute shows a modal folder dialog
+// FolderDialog: the folder picker. execute shows a modal folder dialog
 // (Qt's own, the same on every desktop) with Title, starting at RootID;
 // a cancelled dialog returns false and changes nothing, a choice sets
-// FolderName (at most 260 characters, native separators) and returns true.
+// folderName (at most 260 characters, native separators) and returns true.
 //
 // BrowseCallBackProc, if set, is called with BFFM_INITIALIZED once the
 // dialog is up and with BFFM_SELCHANGED and the folder on each change of
-// the current folder, each time with Param.
+// the current folder, each time with param.
 
 #include <QObject>
 #include <QString>
@@ -27,7 +27,7 @@ enum FolderDialogOption {
 // A set of FolderDialogOption as bits (1 << option).
 using FolderDialogOptions = unsigned;
 // The browse flags of the options, as the desktop's folder picker has them.
-unsigned FolderDlgFlags(FolderDialogOptions options);
+unsigned folderDlgFlags(FolderDialogOptions options);
 
 constexpr unsigned BFFM_INITIALIZED = 1;
 constexpr unsigned BFFM_SELCHANGED = 2;
@@ -41,21 +41,21 @@ public:
     explicit FolderDialog(QObject* owner = nullptr);
     ~FolderDialog() override;
 
-    QString Title() const { return FTitle; }
-    void SetTitle(const QString& value) { FTitle = value; }
-    FolderDialogOptions Option() const { return FOptions; }
-    void SetOption(FolderDialogOptions value) { FOptions = value; }
+    QString title() const { return FTitle; }
+    void setTitle(const QString& value) { FTitle = value; }
+    FolderDialogOptions option() const { return FOptions; }
+    void setOption(FolderDialogOptions value) { FOptions = value; }
     // The folder the tree starts at (write-only in use).
-    void SetRootID(const QString& value) { FRootID = value; }
-    void SetBrowseCallBackProc(FolderBrowseCallback value) {
+    void setRootId(const QString& value) { FRootID = value; }
+    void setBrowseCallBackProc(FolderBrowseCallback value) {
         FBrowseCallBackProc = std::move(value);
     }
-    std::intptr_t Param() const { return FParam; }
-    void SetParam(std::intptr_t value) { FParam = value; }
-    int Image() const { return FImage; }
-    QString FolderName() const { return FFolderName; }
+    std::intptr_t param() const { return FParam; }
+    void setParam(std::intptr_t value) { FParam = value; }
+    int image() const { return FImage; }
+    QString folderName() const { return FFolderName; }
 
-    bool Execute();
+    bool execute();
 
 private:
     QString FRootID;

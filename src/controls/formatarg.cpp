@@ -102,7 +102,7 @@ template <typename Render> QString formatOne(const QString& format, Render rende
 
 } // namespace
 
-QString FormatFloatArg(const QString& format, long double value) {
+QString formatFloatArg(const QString& format, long double value) {
     return formatOne(format, [&](char type, int prec) -> QString {
         switch (type) {
         case 'f':
@@ -123,7 +123,7 @@ QString FormatFloatArg(const QString& format, long double value) {
     });
 }
 
-QString FormatIntArg(const QString& format, std::int64_t value) {
+QString formatIntArg(const QString& format, std::int64_t value) {
     return formatOne(format, [&](char type, int prec) -> QString {
         QString digits;
         switch (type) {

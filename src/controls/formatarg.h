@@ -11,5 +11,5 @@
 
 #include <cstdint>
 
-QString FormatFloatArg(const QString& format, long double value);
-QString FormatIntArg(const QString& format, std::int64_t value);
+QString formatFloatArg(const QString& format, long double value);
+QString formatIntArg(const QString& format, std::int64_t value);

@@ -5,107 +5,107 @@
 
 #include <cmath>
 
-GrArray MakeGradientTable(TColor a, TColor b) {
-    if (IsSystemColor(a) || IsSystemColor(b))
+GrArray makeGradientTable(TColor a, TColor b) {
+    if (isSystemColor(a) || isSystemColor(b))
         throw ControlRangeError(QStringLiteral("Range check error"));
-    const double sr = (GetRValue(b) - GetRValue(a)) / 100.0;
-    const double sg = (GetGValue(b) - GetGValue(a)) / 100.0;
-    const double sb = (GetBValue(b) - GetBValue(a)) / 100.0;
+    const double sr = (getRValue(b) - getRValue(a)) / 100.0;
+    const double sg = (getGValue(b) - getGValue(a)) / 100.0;
+    const double sb = (getBValue(b) - getBValue(a)) / 100.0;
     GrArray table{};
     for (int I = 0; I < 100; ++I) {
-        const int r = int(GetRValue(a) + I * sr);
-        const int g = int(GetGValue(a) + I * sg);
-        const int bl = int(GetBValue(a) + I * sb);
-        table[std::size_t(I)] = RGBColor(r, g, bl);
+        const int r = int(getRValue(a) + I * sr);
+        const int g = int(getGValue(a) + I * sg);
+        const int bl = int(getBValue(a) + I * sb);
+        table[std::size_t(I)] = rgbColor(r, g, bl);
     }
     return table;
 }
 
-int MulDiv(int number, int numerator, int denominator) {
+int mulDiv(int number, int numerator, int denominator) {
     if (denominator == 0) return -1;
     return int(std::llround(double(number) * double(numerator) / double(denominator)));
 }
 
 GradientPanel::GradientPanel(QWidget* parent) : QWidget(parent) {
     setAttribute(Qt::WA_OpaquePaintEvent);
-    FBitmap = NewCanvasImage(50, 50, clWhite);
+    FBitmap = newCanvasImage(50, 50, clWhite);
     {
         TCanvas cv(FBitmap);
         cv.Pen.Color = clBlack;
         cv.Brush.Color = clWhite;
-        cv.Rectangle(0, 0, 50, 50);
+        cv.rectangle(0, 0, 50, 50);
     }
     resize(185, 41);
 }
 
 GradientPanel::~GradientPanel() = default;
 
-void GradientPanel::SetBackGroundEffect(TDirection value) {
+void GradientPanel::setBackGroundEffect(TDirection value) {
     FBackGroundEffect = value;
     update();
 }
-void GradientPanel::SetVertAlign(TVertAlign value) {
+void GradientPanel::setVertAlign(TVertAlign value) {
     FVertAlign = value;
     update();
 }
-void GradientPanel::SetColorEnd(TColor value) {
+void GradientPanel::setColorEnd(TColor value) {
     FColorEnd = value;
     update();
 }
-void GradientPanel::SetColorStart(TColor value) {
+void GradientPanel::setColorStart(TColor value) {
     FColorStart = value;
     update();
 }
-void GradientPanel::SetColorShadow(TColor value) {
+void GradientPanel::setColorShadow(TColor value) {
     FColorShadow = value;
     update();
 }
-void GradientPanel::SetTextEffect(TTextEffect value) {
+void GradientPanel::setTextEffect(TTextEffect value) {
     FTextEffect = value;
     update();
 }
-void GradientPanel::SetTextRotation(TTextRotation value) {
+void GradientPanel::setTextRotation(TTextRotation value) {
     FTextRotation = value;
     update();
 }
-void GradientPanel::SetCtl3D(bool value) {
+void GradientPanel::setCtl3D(bool value) {
     FCtl3D = value;
     update();
 }
-void GradientPanel::SetBitmap(const QImage& value) {
+void GradientPanel::setBitmap(const QImage& value) {
     FBitmap = value.copy();
     if (FBackGroundEffect == bdStretchImage || FBackGroundEffect == bdTileImage) update();
 }
-void GradientPanel::SetMoveable(bool value) {
+void GradientPanel::setMoveable(bool value) {
     FMoveable = value;
     setMouseTracking(value);
     if (!value) unsetCursor();
 }
-void GradientPanel::SetCaption(const QString& value) {
+void GradientPanel::setCaption(const QString& value) {
     FCaption = value;
     update();
 }
-void GradientPanel::SetAlignment(TAlignment value) {
+void GradientPanel::setAlignment(TAlignment value) {
     FAlignment = value;
     update();
 }
-void GradientPanel::SetBevelInner(BevelStyle value) {
+void GradientPanel::setBevelInner(BevelStyle value) {
     FBevelInner = value;
     update();
 }
-void GradientPanel::SetBevelOuter(BevelStyle value) {
+void GradientPanel::setBevelOuter(BevelStyle value) {
     FBevelOuter = value;
     update();
 }
-void GradientPanel::SetBevelWidth(int value) {
+void GradientPanel::setBevelWidth(int value) {
     FBevelWidth = value;
     update();
 }
-void GradientPanel::SetBorderWidth(int value) {
+void GradientPanel::setBorderWidth(int value) {
     FBorderWidth = value;
     update();
 }
-void GradientPanel::SetColor(TColor value) {
+void GradientPanel::setColor(TColor value) {
     FColor = value;
     update();
 }
@@ -114,12 +114,12 @@ void GradientPanel::SetFont(const FontSpec& value) {
     update();
 }
 
-void GradientPanel::PaintBackground(TCanvas& cv) {
+void GradientPanel::paintBackground(TCanvas& cv) {
     const int W = width(), H = height();
     cv.Brush.Style = bsSolid;
     auto flat = [&] {
         cv.Brush.Color = FColorStart;
-        cv.FillRect(Rect(0, 0, W, H));
+        cv.fillRect(Rect(0, 0, W, H));
     };
     switch (FBackGroundEffect) {
     case bdFlat:
@@ -130,15 +130,15 @@ void GradientPanel::PaintBackground(TCanvas& cv) {
     case bdLeft:
     case bdRight: {
         const bool forward = FBackGroundEffect == bdUp || FBackGroundEffect == bdLeft;
-        FGradient = forward ? MakeGradientTable(FColorStart, FColorEnd)
-                            : MakeGradientTable(FColorEnd, FColorStart);
+        FGradient = forward ? makeGradientTable(FColorStart, FColorEnd)
+                            : makeGradientTable(FColorEnd, FColorStart);
         const bool vertical = FBackGroundEffect == bdUp || FBackGroundEffect == bdDown;
         for (int I = 0; I < 100; ++I) {
             cv.Brush.Color = FGradient[std::size_t(I)];
             if (vertical)
-                cv.FillRect(Rect(0, MulDiv(I, H, 100), W, MulDiv(I + 1, H, 100)));
+                cv.fillRect(Rect(0, mulDiv(I, H, 100), W, mulDiv(I + 1, H, 100)));
             else
-                cv.FillRect(Rect(MulDiv(I, W, 100), 0, MulDiv(I + 1, W, 100), H));
+                cv.fillRect(Rect(mulDiv(I, W, 100), 0, mulDiv(I + 1, W, 100), H));
         }
         return;
     }
@@ -147,16 +147,16 @@ void GradientPanel::PaintBackground(TCanvas& cv) {
     case bdVertIn:
     case bdVertOut: {
         const bool in = FBackGroundEffect == bdHorzIn || FBackGroundEffect == bdVertIn;
-        FGradient = in ? MakeGradientTable(FColorStart, FColorEnd)
-                       : MakeGradientTable(FColorEnd, FColorStart);
+        FGradient = in ? makeGradientTable(FColorStart, FColorEnd)
+                       : makeGradientTable(FColorEnd, FColorStart);
         const bool stacked = FBackGroundEffect == bdHorzIn || FBackGroundEffect == bdHorzOut;
         for (int I = 0; I < 100; ++I) {
             const int entry = I < 50 ? 2 * I + 1 : 98 - 2 * (I - 50);
             cv.Brush.Color = FGradient[std::size_t(entry)];
             if (stacked)
-                cv.FillRect(Rect(0, MulDiv(I, H, 100), W, MulDiv(I + 1, H, 100)));
+                cv.fillRect(Rect(0, mulDiv(I, H, 100), W, mulDiv(I + 1, H, 100)));
             else
-                cv.FillRect(Rect(MulDiv(I, W, 100), 0, MulDiv(I + 1, W, 100), H));
+                cv.fillRect(Rect(mulDiv(I, W, 100), 0, mulDiv(I + 1, W, 100), H));
         }
         return;
     }
@@ -167,7 +167,7 @@ void GradientPanel::PaintBackground(TCanvas& cv) {
             return;
         }
         const int inset = FCtl3D ? 2 * FBevelWidth + FBorderWidth : 0;
-        QPainter& p = cv.Painter();
+        QPainter& p = cv.painter();
         if (FBackGroundEffect == bdStretchImage) {
             p.drawImage(QRect(inset, inset, W - 2 * inset - 1, H - 2 * inset - 1), FBitmap);
         } else {
@@ -182,11 +182,11 @@ void GradientPanel::PaintBackground(TCanvas& cv) {
     }
 }
 
-void GradientPanel::PaintCaption(TCanvas& cv) {
+void GradientPanel::paintCaption(TCanvas& cv) {
     if (FCaption.isEmpty()) return;
     const int W = width(), H = height();
     const int Inset = FBevelWidth + FBorderWidth;
-    const int TH = cv.TextHeight(QStringLiteral("^_"));
+    const int TH = cv.textHeight(QStringLiteral("^_"));
     int X = 0, Y = 0;
     // 0: the text's start at the point, 1: its middle, 2: its end.
     int anchor = 0;
@@ -219,20 +219,20 @@ void GradientPanel::PaintCaption(TCanvas& cv) {
         anchor = FVertAlign == vlTop ? 0 : FVertAlign == vlCenter ? 1 : 2;
         break;
     }
-    const int TW = cv.TextWidth(FCaption);
+    const int TW = cv.textWidth(FCaption);
     const int along = anchor == 0 ? 0 : anchor == 1 ? -TW / 2 : -TW;
-    QPainter& p = cv.Painter();
+    QPainter& p = cv.painter();
     auto pass = [&](int dx, int dy, TColor color) {
         cv.Font.Color = color;
         cv.Brush.Style = bsClear;
         if (FTextRotation == trNone) {
-            cv.TextOut(X + dx + along, Y + dy, FCaption);
+            cv.textOut(X + dx + along, Y + dy, FCaption);
             return;
         }
         p.save();
         p.translate(X + dx, Y + dy);
         p.rotate(FTextRotation == TrUp ? -90 : 90);
-        cv.TextOut(along, 0, FCaption);
+        cv.textOut(along, 0, FCaption);
         p.restore();
     };
     const TColor K = FFont.Color;
@@ -270,7 +270,7 @@ void GradientPanel::PaintCaption(TCanvas& cv) {
     cv.Font.Color = K;
 }
 
-void GradientPanel::PaintBevels(TCanvas& cv) {
+void GradientPanel::paintBevels(TCanvas& cv) {
     const int W = width(), H = height();
     const int BW = FBevelWidth;
     cv.Pen.Style = psSolid;
@@ -281,15 +281,15 @@ void GradientPanel::PaintBevels(TCanvas& cv) {
         for (int I = 0; I < BW; ++I) {
             const int o = inset + I;
             cv.Pen.Color = light;
-            cv.MoveTo(o, o);
-            cv.LineTo(W - inset, o);
-            cv.MoveTo(o, o);
-            cv.LineTo(o, H - inset);
+            cv.moveTo(o, o);
+            cv.lineTo(W - inset, o);
+            cv.moveTo(o, o);
+            cv.lineTo(o, H - inset);
             cv.Pen.Color = dark;
-            cv.MoveTo(o, H - 1 - o);
-            cv.LineTo(W - o, H - 1 - o);
-            cv.MoveTo(W - 1 - o, inset == 0 ? H - 1 - o : H - inset - 1);
-            cv.LineTo(W - 1 - o, o);
+            cv.moveTo(o, H - 1 - o);
+            cv.lineTo(W - o, H - 1 - o);
+            cv.moveTo(W - 1 - o, inset == 0 ? H - 1 - o : H - inset - 1);
+            cv.lineTo(W - 1 - o, o);
         }
     };
     if (FBevelOuter != bvNone) draw(FBevelOuter, 0);
@@ -301,35 +301,35 @@ void GradientPanel::PaintBevels(TCanvas& cv) {
             cv.Pen.Color = FColor;
             cv.Brush.Style = bsClear;
             for (int K = 1; K <= FBorderWidth; ++K)
-                cv.Rectangle(O + K, O + K, W - K - O, H - K - O);
+                cv.rectangle(O + K, O + K, W - K - O, H - K - O);
         }
     }
 }
 
-QImage GradientPanel::RenderImage() {
-    FBuffer = NewCanvasImage(width(), height(), FColor);
+QImage GradientPanel::renderImage() {
+    FBuffer = newCanvasImage(width(), height(), FColor);
     TCanvas cv(FBuffer);
     cv.Font = FFont;
     cv.Pen.Style = psSolid;
     cv.Pen.Mode = pmCopy;
-    PaintBackground(cv);
-    PaintCaption(cv);
-    PaintBevels(cv);
+    paintBackground(cv);
+    paintCaption(cv);
+    paintBevels(cv);
     return FBuffer;
 }
 
 void GradientPanel::paintEvent(QPaintEvent* event) {
     Q_UNUSED(event);
     try {
-        RenderImage();
+        renderImage();
     } catch (const std::exception& e) {
-        ReportControlFailure(OnFailure, QString::fromUtf8(e.what()));
+        reportControlFailure(OnFailure, QString::fromUtf8(e.what()));
     }
     QPainter painter(this);
     painter.drawImage(0, 0, FBuffer);
 }
 
-int GradientPanel::HitTest(int x, int y) const {
+int GradientPanel::hitTest(int x, int y) const {
     if (!FMoveable) return HTNOWHERE;
     const int M = FMarge;
     const bool left = x < M, right = width() - x < M;
@@ -373,14 +373,14 @@ void GradientPanel::moveEvent(QMoveEvent* event) {
     try {
         if (OnPanelMove) OnPanelMove(this);
     } catch (const std::exception& e) {
-        ReportControlFailure(OnFailure, QString::fromUtf8(e.what()));
+        reportControlFailure(OnFailure, QString::fromUtf8(e.what()));
     }
     QWidget::moveEvent(event);
 }
 
 void GradientPanel::mousePressEvent(QMouseEvent* event) {
     const QPoint pos = event->position().toPoint();
-    FDragZone = event->button() == Qt::LeftButton ? HitTest(pos.x(), pos.y()) : HTNOWHERE;
+    FDragZone = event->button() == Qt::LeftButton ? hitTest(pos.x(), pos.y()) : HTNOWHERE;
     FDragStart = event->globalPosition().toPoint();
     FDragGeometry = geometry();
     if (FDragZone == HTNOWHERE) QWidget::mousePressEvent(event);
@@ -390,7 +390,7 @@ void GradientPanel::mouseMoveEvent(QMouseEvent* event) {
     if (FDragZone == HTNOWHERE || !(event->buttons() & Qt::LeftButton)) {
         if (FMoveable) {
             const QPoint pos = event->position().toPoint();
-            setCursor(zoneCursor(HitTest(pos.x(), pos.y())));
+            setCursor(zoneCursor(hitTest(pos.x(), pos.y())));
         }
         QWidget::mouseMoveEvent(event);
         return;

@@ -2,19 +2,19 @@
 // GradientPanel: a panel with a gradient or image background, a caption with a
 // text effect and rotation, bevels, and optional moving and sizing by mouse.
 //
-// Backgrounds (BackGroundEffect): bdFlat fills with ColorStart; bdUp/bdDown
+// Backgrounds (backGroundEffect): bdFlat fills with colorStart; bdUp/bdDown
 // and bdLeft/bdRight run a 100-step gradient over the height or width;
 // bdHorzIn/Out and bdVertIn/Out run it out and back symmetrically;
-// bdStretchImage and bdTileImage paint Bitmap. ColorStart and ColorEnd must
+// bdStretchImage and bdTileImage paint bitmap. colorStart and colorEnd must
 // be plain RGB (a system colour raises ControlRangeError when a gradient is
 // built).
 //
-// Moveable panels answer HitTest with the desktop's zone codes, within
-// Marge pixels of a border a sizing zone and elsewhere the caption zone;
+// moveable panels answer hitTest with the desktop's zone codes, within
+// marge pixels of a border a sizing zone and elsewhere the caption zone;
 // dragging a border sizes the panel, dragging inside moves it, and every
 // move fires OnPanelMove.
 //
-// The panel paints into an off-screen image (RenderImage); paintEvent only
+// The panel paints into an off-screen image (renderImage); paintEvent only
 // copies it.
 
 #include "controls/boxlabl.h"
@@ -61,9 +61,9 @@ enum THitTest {
 // The gradient table from a to b: entry I is a + I * (b - a) / 100 in each
 // of red, green and blue, the fraction cut off; entry 99 is one step short
 // of b.
-GrArray MakeGradientTable(TColor a, TColor b);
+GrArray makeGradientTable(TColor a, TColor b);
 // Windows-style multiply-divide, rounded half away from zero.
-int MulDiv(int number, int numerator, int denominator);
+int mulDiv(int number, int numerator, int denominator);
 
 class GradientPanel : public QWidget, public ControlObject {
     Q_OBJECT
@@ -71,54 +71,54 @@ public:
     explicit GradientPanel(QWidget* parent = nullptr);
     ~GradientPanel() override;
 
-    TDirection BackGroundEffect() const { return FBackGroundEffect; }
-    void SetBackGroundEffect(TDirection value);
-    TVertAlign VertAlign() const { return FVertAlign; }
-    void SetVertAlign(TVertAlign value);
-    TColor ColorEnd() const { return FColorEnd; }
-    void SetColorEnd(TColor value);
-    TColor ColorStart() const { return FColorStart; }
-    void SetColorStart(TColor value);
-    TColor ColorShadow() const { return FColorShadow; }
-    void SetColorShadow(TColor value);
-    TTextEffect TextEffect() const { return FTextEffect; }
-    void SetTextEffect(TTextEffect value);
-    TTextRotation TextRotation() const { return FTextRotation; }
-    void SetTextRotation(TTextRotation value);
-    bool Ctl3D() const { return FCtl3D; }
-    void SetCtl3D(bool value);
-    const QImage& Bitmap() const { return FBitmap; }
-    void SetBitmap(const QImage& value);
-    int Marge() const { return FMarge; }
-    void SetMarge(int value) { FMarge = value; }
-    bool Moveable() const { return FMoveable; }
-    void SetMoveable(bool value);
+    TDirection backGroundEffect() const { return FBackGroundEffect; }
+    void setBackGroundEffect(TDirection value);
+    TVertAlign vertAlign() const { return FVertAlign; }
+    void setVertAlign(TVertAlign value);
+    TColor colorEnd() const { return FColorEnd; }
+    void setColorEnd(TColor value);
+    TColor colorStart() const { return FColorStart; }
+    void setColorStart(TColor value);
+    TColor colorShadow() const { return FColorShadow; }
+    void setColorShadow(TColor value);
+    TTextEffect textEffect() const { return FTextEffect; }
+    void setTextEffect(TTextEffect value);
+    TTextRotation textRotation() const { return FTextRotation; }
+    void setTextRotation(TTextRotation value);
+    bool ctl3D() const { return FCtl3D; }
+    void setCtl3D(bool value);
+    const QImage& bitmap() const { return FBitmap; }
+    void setBitmap(const QImage& value);
+    int marge() const { return FMarge; }
+    void setMarge(int value) { FMarge = value; }
+    bool moveable() const { return FMoveable; }
+    void setMoveable(bool value);
     NotifyEvent OnPanelMove;
     // Gets the failures of painting and of OnPanelMove.
     FailureHandler OnFailure;
 
     // The panel's own settings.
-    QString Caption() const { return FCaption; }
-    void SetCaption(const QString& value);
-    TAlignment Alignment() const { return FAlignment; }
-    void SetAlignment(TAlignment value);
-    BevelStyle BevelInner() const { return FBevelInner; }
-    void SetBevelInner(BevelStyle value);
-    BevelStyle BevelOuter() const { return FBevelOuter; }
-    void SetBevelOuter(BevelStyle value);
-    int BevelWidth() const { return FBevelWidth; }
-    void SetBevelWidth(int value);
-    int BorderWidth() const { return FBorderWidth; }
-    void SetBorderWidth(int value);
-    TColor Color() const { return FColor; }
-    void SetColor(TColor value);
+    QString caption() const { return FCaption; }
+    void setCaption(const QString& value);
+    TAlignment alignment() const { return FAlignment; }
+    void setAlignment(TAlignment value);
+    BevelStyle bevelInner() const { return FBevelInner; }
+    void setBevelInner(BevelStyle value);
+    BevelStyle bevelOuter() const { return FBevelOuter; }
+    void setBevelOuter(BevelStyle value);
+    int bevelWidth() const { return FBevelWidth; }
+    void setBevelWidth(int value);
+    int borderWidth() const { return FBorderWidth; }
+    void setBorderWidth(int value);
+    TColor color() const { return FColor; }
+    void setColor(TColor value);
     const FontSpec& Font() const { return FFont; }
     void SetFont(const FontSpec& value);
 
-    // The zone of a point in client coordinates; HTNOWHERE unless Moveable.
-    int HitTest(int x, int y) const;
+    // The zone of a point in client coordinates; HTNOWHERE unless moveable.
+    int hitTest(int x, int y) const;
     // Paints the panel into an image of its size and returns it.
-    QImage RenderImage();
+    QImage renderImage();
 
 protected:
     void paintEvent(QPaintEvent* event) override;
@@ -128,9 +128,9 @@ protected:
     void mouseReleaseEvent(QMouseEvent* event) override;
 
 private:
-    void PaintBackground(TCanvas& cv);
-    void PaintCaption(TCanvas& cv);
-    void PaintBevels(TCanvas& cv);
+    void paintBackground(TCanvas& cv);
+    void paintCaption(TCanvas& cv);
+    void paintBevels(TCanvas& cv);
 
     TDirection FBackGroundEffect = bdVertIn;
     TVertAlign FVertAlign = vlCenter;

@@ -5,61 +5,61 @@
 
 #include <cstdlib>
 
-TColor ColorToRGB(TColor color) {
-    if (!IsSystemColor(color)) return color & 0xFFFFFF;
+TColor colorToRgb(TColor color) {
+    if (!isSystemColor(color)) return color & 0xFFFFFF;
     switch (color & 0xFF) {
     case 5: // window background
         return clWhite;
     case 8: // window text
         return clBlack;
     case 13: // selection background
-        return RGBColor(0, 120, 215);
+        return rgbColor(0, 120, 215);
     case 14: // selection text
         return clWhite;
     case 15: // button face
-        return RGBColor(240, 240, 240);
+        return rgbColor(240, 240, 240);
     case 16: // button shadow
-        return RGBColor(160, 160, 160);
+        return rgbColor(160, 160, 160);
     case 20: // button highlight
         return clWhite;
     case 21: // dark shadow
-        return RGBColor(105, 105, 105);
+        return rgbColor(105, 105, 105);
     case 22: // light
-        return RGBColor(227, 227, 227);
+        return rgbColor(227, 227, 227);
     default:
-        return RGBColor(128, 128, 128);
+        return rgbColor(128, 128, 128);
     }
 }
 
-bool IsSystemColor(TColor color) {
+bool isSystemColor(TColor color) {
     return (std::uint32_t(color) & 0xFF000000u) == 0xFF000000u;
 }
 
-QColor ToQColor(TColor color) {
-    const TColor c = ColorToRGB(color);
-    return QColor(GetRValue(c), GetGValue(c), GetBValue(c));
+QColor toQColor(TColor color) {
+    const TColor c = colorToRgb(color);
+    return QColor(getRValue(c), getGValue(c), getBValue(c));
 }
 
-TColor FromQColor(const QColor& color) {
-    return RGBColor(color.red(), color.green(), color.blue());
+TColor fromQColor(const QColor& color) {
+    return rgbColor(color.red(), color.green(), color.blue());
 }
 
-QString DefaultFontName() {
+QString defaultFontName() {
     return QStringLiteral("Noto Sans CJK JP");
 }
 
-FontSpec::FontSpec() : FontSpec(DefaultFontName(), 9) {}
+FontSpec::FontSpec() : FontSpec(defaultFontName(), 9) {}
 
 FontSpec::FontSpec(const QString& name, int pointSize, TColor color) : Color(color) {
     Font.setFamily(name);
     Font.setPointSize(pointSize);
 }
 
-QImage NewCanvasImage(int width, int height, TColor fill) {
+QImage newCanvasImage(int width, int height, TColor fill) {
     QImage image(qMax(1, width), qMax(1, height), QImage::Format_RGB32);
     image.setDotsPerMeterX(3780); // 96 dpi
     image.setDotsPerMeterY(3780);
-    image.fill(ToQColor(fill));
+    image.fill(toQColor(fill));
     return image;
 }
 
@@ -88,7 +88,7 @@ Qt::BrushStyle qtBrushStyle(TBrushStyle style) {
 }
 
 QBrush qtBrush(const TBrush& brush) {
-    return QBrush(ToQColor(brush.Color), qtBrushStyle(brush.Style));
+    return QBrush(toQColor(brush.Color), qtBrushStyle(brush.Style));
 }
 
 } // namespace
@@ -103,32 +103,32 @@ TCanvas::~TCanvas() {
     FPainter.end();
 }
 
-void TCanvas::FillRect(const TRect& r) {
-    if (r.Width() <= 0 || r.Height() <= 0 || Brush.Style == bsClear) return;
-    FPainter.fillRect(r.ToQRect(), qtBrush(Brush));
+void TCanvas::fillRect(const TRect& r) {
+    if (r.width() <= 0 || r.height() <= 0 || Brush.Style == bsClear) return;
+    FPainter.fillRect(r.toQRect(), qtBrush(Brush));
 }
 
-void TCanvas::Rectangle(int left, int top, int right, int bottom) {
+void TCanvas::rectangle(int left, int top, int right, int bottom) {
     if (right < left) std::swap(left, right);
     if (bottom < top) std::swap(top, bottom);
     const bool outline = Pen.Style != psClear;
     if (Brush.Style != bsClear) {
         const TRect inner = outline ? Rect(left + 1, top + 1, right - 1, bottom - 1)
                                     : Rect(left, top, right - 1, bottom - 1);
-        FillRect(inner);
+        fillRect(inner);
     }
     if (outline && right > left && bottom > top) {
         const QPoint keep = FPenPos;
-        MoveTo(left, top);
-        LineTo(right - 1, top);
-        LineTo(right - 1, bottom - 1);
-        LineTo(left, bottom - 1);
-        LineTo(left, top);
+        moveTo(left, top);
+        lineTo(right - 1, top);
+        lineTo(right - 1, bottom - 1);
+        lineTo(left, bottom - 1);
+        lineTo(left, top);
         FPenPos = keep;
     }
 }
 
-void TCanvas::MoveTo(int x, int y) {
+void TCanvas::moveTo(int x, int y) {
     FPenPos = QPoint(x, y);
 }
 
@@ -138,15 +138,15 @@ void TCanvas::drawPixelRun(int fromX, int fromY, int toX, int toY) {
     const int dy = -std::abs(toY - fromY), sy = fromY < toY ? 1 : -1;
     int err = dx + dy;
     int x = fromX, y = fromY;
-    const QColor color = ToQColor(Pen.Color);
+    const QColor color = toQColor(Pen.Color);
     while (x != toX || y != toY) {
         if (Pen.Mode == pmCopy) {
             FPainter.fillRect(QRect(x, y, 1, 1), color);
         } else if (FImage->rect().contains(x, y)) {
-            const TColor under = Pixel(x, y);
+            const TColor under = pixel(x, y);
             const TColor value = Pen.Mode == pmNot ? (~under & 0xFFFFFF)
-                                                   : ((under ^ ColorToRGB(Pen.Color)) & 0xFFFFFF);
-            SetPixel(x, y, value);
+                                                   : ((under ^ colorToRgb(Pen.Color)) & 0xFFFFFF);
+            setPixel(x, y, value);
         }
         const int e2 = 2 * err;
         if (e2 >= dy) {
@@ -160,7 +160,7 @@ void TCanvas::drawPixelRun(int fromX, int fromY, int toX, int toY) {
     }
 }
 
-void TCanvas::LineTo(int x, int y) {
+void TCanvas::lineTo(int x, int y) {
     const QPoint from = FPenPos;
     FPenPos = QPoint(x, y);
     if (Pen.Style == psClear) return;
@@ -168,7 +168,7 @@ void TCanvas::LineTo(int x, int y) {
         drawPixelRun(from.x(), from.y(), x, y);
         return;
     }
-    QPen pen(ToQColor(Pen.Color));
+    QPen pen(toQColor(Pen.Color));
     pen.setWidth(qMax(1, Pen.Width));
     switch (Pen.Style) {
     case psDash:
@@ -196,33 +196,33 @@ void TCanvas::drawGlyphs(int x, int y, const QString& text) {
     if (Brush.Style != bsClear)
         FPainter.fillRect(QRect(x, y, fm.horizontalAdvance(text), fm.height()), qtBrush(Brush));
     FPainter.setFont(Font.Font);
-    FPainter.setPen(ToQColor(Font.Color));
+    FPainter.setPen(toQColor(Font.Color));
     FPainter.drawText(QPoint(x, y + fm.ascent()), text);
     FPainter.setPen(Qt::NoPen);
 }
 
-void TCanvas::TextOut(int x, int y, const QString& text) {
+void TCanvas::textOut(int x, int y, const QString& text) {
     drawGlyphs(x, y, text);
 }
 
-void TCanvas::TextRect(const TRect& r, int x, int y, const QString& text) {
-    if (r.Width() <= 0 || r.Height() <= 0) return;
+void TCanvas::textRect(const TRect& r, int x, int y, const QString& text) {
+    if (r.width() <= 0 || r.height() <= 0) return;
     FPainter.save();
-    FPainter.setClipRect(r.ToQRect());
+    FPainter.setClipRect(r.toQRect());
     drawGlyphs(x, y, text);
     FPainter.restore();
 }
 
-int TCanvas::TextWidth(const QString& text) {
+int TCanvas::textWidth(const QString& text) {
     return QFontMetrics(Font.Font, FImage).horizontalAdvance(text);
 }
 
-int TCanvas::TextHeight(const QString& text) {
+int TCanvas::textHeight(const QString& text) {
     Q_UNUSED(text);
     return QFontMetrics(Font.Font, FImage).height();
 }
 
-void TCanvas::DrawText(const QString& text, TRect& r, unsigned flags) {
+void TCanvas::drawText(const QString& text, TRect& r, unsigned flags) {
     int qflags = 0;
     if (flags & DT_CENTER)
         qflags |= Qt::AlignHCenter;
@@ -241,7 +241,7 @@ void TCanvas::DrawText(const QString& text, TRect& r, unsigned flags) {
     if (flags & DT_CALCRECT) {
         QRect bounds;
         if (flags & DT_WORDBREAK)
-            bounds = fm.boundingRect(QRect(0, 0, qMax(1, r.Width()), 1 << 20), qflags, text);
+            bounds = fm.boundingRect(QRect(0, 0, qMax(1, r.width()), 1 << 20), qflags, text);
         else
             bounds = QRect(0, 0, fm.horizontalAdvance(text), fm.height());
         r.Right = r.Left + bounds.width();
@@ -249,26 +249,26 @@ void TCanvas::DrawText(const QString& text, TRect& r, unsigned flags) {
         return;
     }
     FPainter.save();
-    if (!(flags & DT_NOCLIP)) FPainter.setClipRect(r.ToQRect());
+    if (!(flags & DT_NOCLIP)) FPainter.setClipRect(r.toQRect());
     FPainter.setFont(Font.Font);
     if (Brush.Style != bsClear) {
-        QRect bounds = fm.boundingRect(r.ToQRect(), qflags, text);
+        QRect bounds = fm.boundingRect(r.toQRect(), qflags, text);
         FPainter.fillRect(bounds, qtBrush(Brush));
     }
-    FPainter.setPen(ToQColor(Font.Color));
-    FPainter.drawText(r.ToQRect(), qflags, text);
+    FPainter.setPen(toQColor(Font.Color));
+    FPainter.drawText(r.toQRect(), qflags, text);
     FPainter.restore();
 }
 
-TColor TCanvas::Pixel(int x, int y) const {
+TColor TCanvas::pixel(int x, int y) const {
     if (!FImage->rect().contains(x, y)) return clNone;
-    return FromQColor(QColor(FImage->pixel(x, y)));
+    return fromQColor(QColor(FImage->pixel(x, y)));
 }
 
-void TCanvas::SetPixel(int x, int y, TColor color) {
+void TCanvas::setPixel(int x, int y, TColor color) {
     FPainter.save();
     FPainter.setClipping(false);
     FPainter.setCompositionMode(QPainter::CompositionMode_Source);
-    FPainter.fillRect(QRect(x, y, 1, 1), ToQColor(color));
+    FPainter.fillRect(QRect(x, y, 1, 1), toQColor(color));
     FPainter.restore();
 }

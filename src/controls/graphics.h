@@ -32,20 +32,20 @@ constexpr TColor clBtnHighlight = clSystemColor | 20;
 
 // RGB value (0x00BBGGRR) of a colour; system colours map to a fixed light
 // theme, so that a picture is the same on every desktop.
-TColor ColorToRGB(TColor color);
-bool IsSystemColor(TColor color);
-QColor ToQColor(TColor color);
-TColor FromQColor(const QColor& color);
-constexpr TColor RGBColor(int r, int g, int b) {
+TColor colorToRgb(TColor color);
+bool isSystemColor(TColor color);
+QColor toQColor(TColor color);
+TColor fromQColor(const QColor& color);
+constexpr TColor rgbColor(int r, int g, int b) {
     return TColor(r | (g << 8) | (b << 16));
 }
-constexpr int GetRValue(TColor c) {
+constexpr int getRValue(TColor c) {
     return c & 0xFF;
 }
-constexpr int GetGValue(TColor c) {
+constexpr int getGValue(TColor c) {
     return (c >> 8) & 0xFF;
 }
-constexpr int GetBValue(TColor c) {
+constexpr int getBValue(TColor c) {
     return (c >> 16) & 0xFF;
 }
 
@@ -55,10 +55,10 @@ struct TRect {
     int Right = 0;
     int Bottom = 0;
 
-    int Width() const { return Right - Left; }
-    int Height() const { return Bottom - Top; }
-    bool Contains(int x, int y) const { return x >= Left && x < Right && y >= Top && y < Bottom; }
-    QRect ToQRect() const { return QRect(Left, Top, Right - Left, Bottom - Top); }
+    int width() const { return Right - Left; }
+    int height() const { return Bottom - Top; }
+    bool contains(int x, int y) const { return x >= Left && x < Right && y >= Top && y < Bottom; }
+    QRect toQRect() const { return QRect(Left, Top, Right - Left, Bottom - Top); }
     friend bool operator==(const TRect& a, const TRect& b) {
         return a.Left == b.Left && a.Top == b.Top && a.Right == b.Right && a.Bottom == b.Bottom;
     }
@@ -106,21 +106,21 @@ struct FontSpec {
 
     FontSpec();
     FontSpec(const QString& name, int pointSize, TColor color = clWindowText);
-    QString Name() const { return Font.family(); }
-    void SetName(const QString& name) { Font.setFamily(name); }
-    int Size() const { return Font.pointSize(); }
-    void SetSize(int points) { Font.setPointSize(points); }
-    bool Bold() const { return Font.bold(); }
-    void SetBold(bool on) { Font.setBold(on); }
+    QString name() const { return Font.family(); }
+    void setName(const QString& name) { Font.setFamily(name); }
+    int size() const { return Font.pointSize(); }
+    void setSize(int points) { Font.setPointSize(points); }
+    bool bold() const { return Font.bold(); }
+    void setBold(bool on) { Font.setBold(on); }
     friend bool operator==(const FontSpec& a, const FontSpec& b) {
         return a.Font == b.Font && a.Color == b.Color;
     }
 };
 
 // The family used when nothing else is set: the Japanese UI font.
-QString DefaultFontName();
+QString defaultFontName();
 
-// Flags of TCanvas::DrawText.
+// Flags of TCanvas::drawText.
 enum DrawTextFlag : unsigned {
     DT_LEFT = 0x0,
     DT_CENTER = 0x1,
@@ -134,7 +134,7 @@ enum DrawTextFlag : unsigned {
 };
 
 // A canvas over a QImage. Brush, Pen and Font are plain values that each
-// call reads, so they can be saved and restored by copying. Pixel reads and
+// call reads, so they can be saved and restored by copying. pixel reads and
 // writes work while the canvas paints.
 class TCanvas {
 public:
@@ -149,35 +149,35 @@ public:
     TPen Pen;
     FontSpec Font;
 
-    QImage& Image() { return *FImage; }
-    QPainter& Painter() { return FPainter; }
+    QImage& image() { return *FImage; }
+    QPainter& painter() { return FPainter; }
 
     // The rectangle in the brush, right and bottom edges excluded.
-    void FillRect(const TRect& r);
+    void fillRect(const TRect& r);
     // Outline in the pen and inside in the brush, from (left, top) up to but
     // not including (right, bottom); with a clear pen the filled area is one pixel
     // smaller on the right and bottom.
-    void Rectangle(int left, int top, int right, int bottom);
-    void Rectangle(const TRect& r) { Rectangle(r.Left, r.Top, r.Right, r.Bottom); }
-    void MoveTo(int x, int y);
+    void rectangle(int left, int top, int right, int bottom);
+    void rectangle(const TRect& r) { rectangle(r.Left, r.Top, r.Right, r.Bottom); }
+    void moveTo(int x, int y);
     // A line in the pen from the pen position to (x, y), the end point
     // excluded; the pen position moves there.
-    void LineTo(int x, int y);
-    QPoint PenPos() const { return FPenPos; }
+    void lineTo(int x, int y);
+    QPoint penPos() const { return FPenPos; }
 
     // Text with its top left at (x, y): with a solid brush its cell is
     // filled first, with a clear brush only the glyphs are drawn.
-    void TextOut(int x, int y, const QString& text);
-    // Like TextOut, clipped to r.
-    void TextRect(const TRect& r, int x, int y, const QString& text);
-    int TextWidth(const QString& text);
-    int TextHeight(const QString& text);
+    void textOut(int x, int y, const QString& text);
+    // Like textOut, clipped to r.
+    void textRect(const TRect& r, int x, int y, const QString& text);
+    int textWidth(const QString& text);
+    int textHeight(const QString& text);
     // Formatted text in r by DT_ flags; with DT_CALCRECT nothing is drawn
     // and r receives the text's extent (keeping Left and Top).
-    void DrawText(const QString& text, TRect& r, unsigned flags);
+    void drawText(const QString& text, TRect& r, unsigned flags);
 
-    TColor Pixel(int x, int y) const;
-    void SetPixel(int x, int y, TColor color);
+    TColor pixel(int x, int y) const;
+    void setPixel(int x, int y, TColor color);
 
 private:
     void drawPixelRun(int fromX, int fromY, int toX, int toY);
@@ -189,4 +189,4 @@ private:
 };
 
 // A new image of the given size, 96 dpi, filled with the colour.
-QImage NewCanvasImage(int width, int height, TColor fill = clWhite);
+QImage newCanvasImage(int width, int height, TColor fill = clWhite);

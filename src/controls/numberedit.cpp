@@ -32,7 +32,7 @@ template <typename F> void guarded(const FailureHandler& onFailure, F&& f) {
     try {
         f();
     } catch (const std::exception& e) {
-        ReportControlFailure(onFailure, QString::fromUtf8(e.what()));
+        reportControlFailure(onFailure, QString::fromUtf8(e.what()));
     }
 }
 
@@ -43,13 +43,13 @@ NumberEdit::NumberEdit(QWidget* parent) : QLineEdit(parent) {
     QLineEdit::setText(QStringLiteral("0"));
     setAttribute(Qt::WA_InputMethodEnabled, false); // input method closed
     setAcceptDrops(false);                          // text comes in by keys and paste only
-    connect(this, &QLineEdit::textChanged, this, [this](const QString&) { TextChangedByBox(); });
+    connect(this, &QLineEdit::textChanged, this, [this](const QString&) { textChangedByBox(); });
 }
 
 NumberEdit::~NumberEdit() = default;
 
-void NumberEdit::TextChangedByBox() {
-    guarded(OnFailure, [this] { Change(); });
+void NumberEdit::textChangedByBox() {
+    guarded(OnFailure, [this] { change(); });
 }
 
 void NumberEdit::SetText(const QString& value) {
@@ -57,29 +57,29 @@ void NumberEdit::SetText(const QString& value) {
     QLineEdit::setText(value);
 }
 
-int NumberEdit::SelStart() const {
+int NumberEdit::selStart() const {
     return hasSelectedText() ? selectionStart() : cursorPosition();
 }
 
-int NumberEdit::SelLength() const {
+int NumberEdit::selLength() const {
     return hasSelectedText() ? int(selectedText().size()) : 0;
 }
 
-void NumberEdit::SetSelStart(int value) {
+void NumberEdit::setSelStart(int value) {
     deselect();
     setCursorPosition(qBound(0, value, int(QLineEdit::text().size())));
 }
 
-void NumberEdit::SetSelLength(int value) {
-    const int start = SelStart();
+void NumberEdit::setSelLength(int value) {
+    const int start = selStart();
     if (value <= 0)
-        SetSelStart(start);
+        setSelStart(start);
     else
         setSelection(start, value);
 }
 
-bool NumberEdit::CtrlDown() const {
-    return FCtrlFromEvent || NumberEditCore::CtrlDown();
+bool NumberEdit::ctrlDown() const {
+    return FCtrlFromEvent || NumberEditCore::ctrlDown();
 }
 
 void NumberEdit::SetModified(bool value) {
@@ -87,20 +87,20 @@ void NumberEdit::SetModified(bool value) {
     setModified(value);
 }
 
-void NumberEdit::AlignmentChanged() {
+void NumberEdit::alignmentChanged() {
     setAlignment(qtAlignment(Alignment()));
 }
 
-void NumberEdit::PasteFromClipboard() {
+void NumberEdit::pasteFromClipboard() {
     const QMimeData* data = QGuiApplication::clipboard()->mimeData();
     if (!data || !data->hasText()) return;
     const QString clip = data->text();
-    guarded(OnFailure, [&] { PasteText(clip); });
+    guarded(OnFailure, [&] { pasteText(clip); });
 }
 
 void NumberEdit::keyPressEvent(QKeyEvent* event) {
     if (event->matches(QKeySequence::Paste)) {
-        PasteFromClipboard();
+        pasteFromClipboard();
         return;
     }
     if (event->matches(QKeySequence::Copy) || event->matches(QKeySequence::Cut) ||
@@ -109,7 +109,7 @@ void NumberEdit::keyPressEvent(QKeyEvent* event) {
         QLineEdit::keyPressEvent(event);
         return;
     }
-    int vk = VirtualKeyOf(event);
+    int vk = virtualKeyOf(event);
     // The character the key types, as the desktop's character message has it.
     QChar ch;
     switch (event->key()) {
@@ -130,12 +130,12 @@ void NumberEdit::keyPressEvent(QKeyEvent* event) {
     if (navigation) {
         // Keys without a character: caret movement, delete, arrows.
         QLineEdit::keyPressEvent(event);
-        guarded(OnFailure, [&] { KeyDown(vk, ShiftStateOf(event->modifiers())); });
+        guarded(OnFailure, [&] { keyDown(vk, shiftStateOf(event->modifiers())); });
         return;
     }
     FCtrlFromEvent = event->modifiers().testFlag(Qt::ControlModifier);
     QChar key;
-    guarded(OnFailure, [&] { key = KeyPressFilter(ch); });
+    guarded(OnFailure, [&] { key = keyPressFilter(ch); });
     FCtrlFromEvent = false;
     if (key.isNull()) return;
     if (OnKeyPress) OnKeyPress(this, key);
@@ -158,15 +158,15 @@ void NumberEdit::keyPressEvent(QKeyEvent* event) {
 // box is not left then, as on the desktop, where menus take no focus.
 void NumberEdit::focusInEvent(QFocusEvent* event) {
     QLineEdit::focusInEvent(event);
-    if (event->reason() != Qt::PopupFocusReason) DoEnter();
+    if (event->reason() != Qt::PopupFocusReason) doEnter();
 }
 
 void NumberEdit::focusOutEvent(QFocusEvent* event) {
-    if (event->reason() != Qt::PopupFocusReason) guarded(OnFailure, [this] { DoExit(); });
+    if (event->reason() != Qt::PopupFocusReason) guarded(OnFailure, [this] { doExit(); });
     QLineEdit::focusOutEvent(event);
 }
 
-QAction* NumberEdit::FindPasteAction(QMenu* menu) {
+QAction* NumberEdit::findPasteAction(QMenu* menu) {
     const QString shortcut = QKeySequence(QKeySequence::Paste).toString(QKeySequence::NativeText);
     for (QAction* action : menu->actions()) {
         if (action->objectName() == QLatin1String("edit-paste")) return action;
@@ -190,15 +190,15 @@ void NumberEdit::mouseReleaseEvent(QMouseEvent* event) {
     if (!data || !data->hasText()) return;
     const QString clip = data->text();
     deselect();
-    guarded(OnFailure, [&] { PasteText(clip); });
+    guarded(OnFailure, [&] { pasteText(clip); });
 }
 
 void NumberEdit::contextMenuEvent(QContextMenuEvent* event) {
     // The standard menu, with its paste going through the paste filter.
     std::unique_ptr<QMenu> menu(createStandardContextMenu());
-    if (QAction* paste = FindPasteAction(menu.get())) {
+    if (QAction* paste = findPasteAction(menu.get())) {
         disconnect(paste, &QAction::triggered, nullptr, nullptr);
-        connect(paste, &QAction::triggered, this, [this] { PasteFromClipboard(); });
+        connect(paste, &QAction::triggered, this, [this] { pasteFromClipboard(); });
     }
     menu->exec(event->globalPos());
 }

@@ -4,7 +4,7 @@
 // hexadecimal) is NumberEditCore's; this widget maps the edit primitives
 // onto the QLineEdit and routes keys, paste, focus and text changes.
 //
-//   Value() / SetValue(v)    the number; writing shows the formatted text
+//   Value() / setValue(v)    the number; writing shows the formatted text
 //   Text()                   the text in the box (QLineEdit::text())
 //   OnChange, OnKeyPress     as the form's handlers expect them
 //
@@ -30,17 +30,17 @@ public:
 
     QString Text() const override { return QLineEdit::text(); }
     void SetText(const QString& value) override;
-    int SelStart() const override;
-    int SelLength() const override;
-    void SetSelStart(int value) override;
-    void SetSelLength(int value) override;
-    bool CtrlDown() const override;
+    int selStart() const override;
+    int selLength() const override;
+    void setSelStart(int value) override;
+    void setSelLength(int value) override;
+    bool ctrlDown() const override;
     void SetModified(bool value) override;
 
     // Pastes the clipboard's text through the paste filter.
-    void PasteFromClipboard();
+    void pasteFromClipboard();
     // The paste entry of a standard edit menu (by its name or its shortcut).
-    static QAction* FindPasteAction(QMenu* menu);
+    static QAction* findPasteAction(QMenu* menu);
 
 protected:
     void keyPressEvent(QKeyEvent* event) override;
@@ -49,10 +49,10 @@ protected:
     void contextMenuEvent(QContextMenuEvent* event) override;
     // The middle button's paste of the selection goes through the filter.
     void mouseReleaseEvent(QMouseEvent* event) override;
-    void Invalidate() override { update(); }
-    void AlignmentChanged() override;
+    void invalidate() override { update(); }
+    void alignmentChanged() override;
 
 private:
-    void TextChangedByBox();
+    void textChangedByBox();
     bool FCtrlFromEvent = false;
 };

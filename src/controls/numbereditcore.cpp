@@ -53,29 +53,29 @@ bool tryInt64(const QString& text, std::int64_t& out, int base = 10) {
 }
 
 std::int64_t roundTextToInt64(const NumberEditCore& edit, Extended value) {
-    QString s = edit.RoundNumberText(PlainNumberText(value), 0);
+    QString s = edit.roundNumberText(plainNumberText(value), 0);
     const int d = s.indexOf(kDecimal);
     if (d >= 0) s = s.left(d);
-    return TextToInt64(s);
+    return textToInt64(s);
 }
 
 } // namespace
 
-std::int64_t TextToInt64(const QString& text) {
+std::int64_t textToInt64(const QString& text) {
     std::int64_t v = 0;
     if (!tryInt64(text, v)) notInteger(text);
     return v;
 }
 
-std::int32_t TextToInt32(const QString& text) {
-    const std::int64_t v = TextToInt64(text);
+std::int32_t textToInt32(const QString& text) {
+    const std::int64_t v = textToInt64(text);
     if (v < std::numeric_limits<std::int32_t>::min() ||
         v > std::numeric_limits<std::int32_t>::max())
         notInteger(text);
     return std::int32_t(v);
 }
 
-Extended TextToFloat(const QString& text) {
+Extended textToFloat(const QString& text) {
     static const QRegularExpression pattern(
         QStringLiteral(R"(^\s*[+-]?(\d+\.?\d*|\.\d+)([eE][+-]?\d+)?\s*$)"));
     if (!pattern.match(text).hasMatch())
@@ -83,7 +83,7 @@ Extended TextToFloat(const QString& text) {
     return std::strtold(text.trimmed().toLatin1().constData(), nullptr);
 }
 
-QString FloatToGeneral(Extended value) {
+QString floatToGeneral(Extended value) {
     if (value == 0) return QStringLiteral("0");
     char buf[64];
     std::snprintf(buf, sizeof buf, "%.15Lg", value);
@@ -99,8 +99,8 @@ QString FloatToGeneral(Extended value) {
     return mantissa + QLatin1Char('E') + sign + exponent;
 }
 
-QString PlainNumberText(Extended value) {
-    const QString general = FloatToGeneral(value);
+QString plainNumberText(Extended value) {
+    const QString general = floatToGeneral(value);
     const int e = general.indexOf(QLatin1Char('E'));
     if (e < 0) return general;
     QString mantissa = general.left(e);
@@ -123,7 +123,7 @@ QString PlainNumberText(Extended value) {
     return sign + digits.left(intDigits) + kDecimal + digits.mid(intDigits);
 }
 
-QString FormatThousands(std::int64_t value) {
+QString formatThousands(std::int64_t value) {
     const bool negative = value < 0;
     const unsigned long long magnitude = negative ? 0ull - static_cast<unsigned long long>(value)
                                                   : static_cast<unsigned long long>(value);
@@ -148,23 +148,23 @@ void NumberEditCore::SetText(const QString& value) {
     FText = value;
     FSelStart = int(value.size());
     FSelLength = 0;
-    Change();
+    change();
 }
 
-void NumberEditCore::SetSelStart(int value) {
+void NumberEditCore::setSelStart(int value) {
     FSelStart = qBound(0, value, int(Text().size()));
     FSelLength = 0;
 }
 
-void NumberEditCore::SetSelLength(int value) {
-    FSelLength = qBound(0, value, int(Text().size()) - SelStart());
+void NumberEditCore::setSelLength(int value) {
+    FSelLength = qBound(0, value, int(Text().size()) - selStart());
 }
 
-void NumberEditCore::BaseChange() {
+void NumberEditCore::baseChange() {
     if (OnChange) OnChange(this);
 }
 
-void NumberEditCore::WriteTextGuarded(const QString& text) {
+void NumberEditCore::writeTextGuarded(const QString& text) {
     const bool keep = FChangeSave;
     FChangeSave = true;
     SetText(text);
@@ -174,79 +174,79 @@ void NumberEditCore::WriteTextGuarded(const QString& text) {
 void NumberEditCore::SetAlignment(TAlignment value) {
     if (value == FAlignment) return;
     FAlignment = value;
-    AlignmentChanged();
+    alignmentChanged();
 }
 
-void NumberEditCore::SetComma(bool value) {
+void NumberEditCore::setComma(bool value) {
     FComma = value;
-    WriteTextGuarded(FormatNumberText());
-    Invalidate();
+    writeTextGuarded(formatNumberText());
+    invalidate();
 }
 
-void NumberEditCore::SetFigure(int value) {
+void NumberEditCore::setFigure(int value) {
     FFigure = value;
-    SetText(FormatNumberText());
-    Invalidate();
+    SetText(formatNumberText());
+    invalidate();
 }
 
-void NumberEditCore::SetFixed(bool value) {
+void NumberEditCore::setFixed(bool value) {
     FFixed = value;
-    SetText(FormatNumberText());
-    Invalidate();
+    SetText(formatNumberText());
+    invalidate();
 }
 
-void NumberEditCore::SetLimit(bool value) {
+void NumberEditCore::setLimit(bool value) {
     FLimit = value;
     if (FLimit) {
-        if (HasLimit(loMin) && FValue < FMin) FValue = FMin;
-        if (HasLimit(loMax) && FValue > FMax) FValue = FMax;
-        SetText(FormatNumberText());
-        Invalidate();
+        if (hasLimit(loMin) && FValue < FMin) FValue = FMin;
+        if (hasLimit(loMax) && FValue > FMax) FValue = FMax;
+        SetText(formatNumberText());
+        invalidate();
     }
 }
 
-void NumberEditCore::SetLimitOptions(TLimitOptions value) {
+void NumberEditCore::setLimitOptions(TLimitOptions value) {
     FLimitOptions = value;
     if (FLimit) {
-        if (HasLimit(loMin) && FValue < FMin) FValue = FMin;
-        if (HasLimit(loMax) && FValue > FMax) FValue = FMax;
-        SetText(FormatNumberText());
-        Invalidate();
+        if (hasLimit(loMin) && FValue < FMin) FValue = FMin;
+        if (hasLimit(loMax) && FValue > FMax) FValue = FMax;
+        SetText(formatNumberText());
+        invalidate();
     }
 }
 
-void NumberEditCore::SetMax(Extended value) {
+void NumberEditCore::setMax(Extended value) {
     FMax = value;
     if (FMin > FMax) FMin = FMax;
-    if ((FValue < FMin || FValue > FMax) && FLimit && HasLimit(loMax)) {
+    if ((FValue < FMin || FValue > FMax) && FLimit && hasLimit(loMax)) {
         FValue = FMax;
-        SetText(FormatNumberText());
-        Invalidate();
+        SetText(formatNumberText());
+        invalidate();
     }
 }
 
-void NumberEditCore::SetMin(Extended value) {
+void NumberEditCore::setMin(Extended value) {
     FMin = value;
     if (FMax < FMin) FMax = FMin;
-    if ((FValue < FMin || FValue > FMax) && FLimit && HasLimit(loMin)) {
+    if ((FValue < FMin || FValue > FMax) && FLimit && hasLimit(loMin)) {
         FValue = FMin;
-        SetText(FormatNumberText());
-        Invalidate();
+        SetText(formatNumberText());
+        invalidate();
     }
 }
 
-void NumberEditCore::SetValidMinus(bool value) {
+void NumberEditCore::setValidMinus(bool value) {
     FValidMinus = value;
-    if (FNumberType == ntHex) SetText(FormatNumberText());
+    if (FNumberType == ntHex) SetText(formatNumberText());
 }
 
-void NumberEditCore::SetZeroVisible(bool value) {
+void NumberEditCore::setZeroVisible(bool value) {
     if (value == FZeroVisible) return;
     FZeroVisible = value;
-    if (FValue == 0) SetText(FormatNumberText());
+    if (FValue == 0) SetText(formatNumberText());
 }
 
-QString NumberEditCore::HexText(std::int64_t value, bool allowMinus) const {
+QString NumberEditCore::hexText(std::int64_t value, bool allowMinus) const {
     const int width = std::max(FFigure, 1);
     if (allowMinus) {
         const unsigned long long magnitude = value < 0
@@ -263,54 +263,54 @@ QString NumberEditCore::HexText(std::int64_t value, bool allowMinus) const {
         .rightJustified(width, QLatin1Char('0'));
 }
 
-void NumberEditCore::SetNumberType(TNumberType value) {
+void NumberEditCore::setNumberType(TNumberType value) {
     if (value == FNumberType) return;
     if (value == ntDecimal) {
         FNumberType = value;
-        SetText(FloatToGeneral(FValue));
+        SetText(floatToGeneral(FValue));
     } else {
-        const std::int32_t v = IntValue();
+        const std::int32_t v = intValue();
         FNumberType = value;
-        SetText(HexText(v, false));
+        SetText(hexText(v, false));
     }
-    Invalidate();
+    invalidate();
 }
 
-void NumberEditCore::SetValue(Extended value) {
-    if (FLimit && HasLimit(loMin) && value < FMin)
+void NumberEditCore::setValue(Extended value) {
+    if (FLimit && hasLimit(loMin) && value < FMin)
         FValue = FMin;
-    else if (FLimit && HasLimit(loMax) && value > FMax)
+    else if (FLimit && hasLimit(loMax) && value > FMax)
         FValue = FMax;
     else
         FValue = value;
-    SetText(FormatNumberText());
+    SetText(formatNumberText());
 }
 
-void NumberEditCore::SetCurrency(Currency value) {
-    SetValue(TextToFloat(CurrToStr(value)));
+void NumberEditCore::setCurrency(Currency value) {
+    setValue(textToFloat(currToStr(value)));
 }
 
-Currency NumberEditCore::AsCurrency() const {
-    return StrToCurr(PlainNumberText(FValue));
+Currency NumberEditCore::asCurrency() const {
+    return strToCurr(plainNumberText(FValue));
 }
 
-Currency NumberEditCore::StoredCurrency() const {
-    return Currency::FromRaw(Store(FValue * 10000.0L));
+Currency NumberEditCore::storedCurrency() const {
+    return Currency::fromRaw(store(FValue * 10000.0L));
 }
 
-std::int64_t NumberEditCore::AsInt64() const {
+std::int64_t NumberEditCore::asInt64() const {
     return roundTextToInt64(*this, FValue);
 }
 
-std::int32_t NumberEditCore::IntValue() const {
-    return std::int32_t(std::clamp<std::int64_t>(AsInt64(),
+std::int32_t NumberEditCore::intValue() const {
+    return std::int32_t(std::clamp<std::int64_t>(asInt64(),
                                                  std::numeric_limits<std::int32_t>::min(),
                                                  std::numeric_limits<std::int32_t>::max()));
 }
 
-QString NumberEditCore::AsText() const {
-    if (FNumberType == ntDecimal) return FloatToGeneral(FValue);
-    const std::int64_t v = AsInt64();
+QString NumberEditCore::asText() const {
+    if (FNumberType == ntDecimal) return floatToGeneral(FValue);
+    const std::int64_t v = asInt64();
     const unsigned long long magnitude =
         v < 0 ? 0ull - static_cast<unsigned long long>(v) : static_cast<unsigned long long>(v);
     QString digits = QString::number(magnitude, 16).toUpper();
@@ -318,7 +318,7 @@ QString NumberEditCore::AsText() const {
     return digits;
 }
 
-Extended NumberEditCore::ParseNumberText(QString& S) const {
+Extended NumberEditCore::parseNumberText(QString& S) const {
     if (S.isEmpty() || S == QLatin1String("-") || S == QLatin1String("+")) return 0;
     if (FNumberType == ntDecimal) {
         QString stripped;
@@ -326,8 +326,8 @@ Extended NumberEditCore::ParseNumberText(QString& S) const {
             if (c != kThousands && c.unicode() >= 32) stripped += c;
         S = stripped;
         if (S.isEmpty()) return 0;
-        if (!S.contains(kDecimal)) return Extended(TextToInt64(S));
-        return TextToFloat(S);
+        if (!S.contains(kDecimal)) return Extended(textToInt64(S));
+        return textToFloat(S);
     }
     if (FValidMinus) {
         QString rest = S;
@@ -339,14 +339,14 @@ Extended NumberEditCore::ParseNumberText(QString& S) const {
         return negative ? -Extended(v) : Extended(v);
     }
     std::int64_t v = 0;
-    // 32 bits of digits, leading zeros aside (a Figure-wide text may have more
+    // 32 bits of digits, leading zeros aside (a figure-wide text may have more
     // than eight); the top bit set gives a negative value.
     if (isSign(S.at(0)) || !tryInt64(S, v, 16) || v > 0xFFFFFFFFll)
         notInteger(QLatin1Char('$') + S);
     return Extended(std::int32_t(std::uint32_t(v)));
 }
 
-QString NumberEditCore::RoundNumberText(const QString& AText, int ADigits) const {
+QString NumberEditCore::roundNumberText(const QString& AText, int ADigits) const {
     // Stripped as decimal text, whatever the box's number type.
     QString S;
     for (QChar c : AText)
@@ -381,28 +381,28 @@ QString NumberEditCore::RoundNumberText(const QString& AText, int ADigits) const
         const bool negative = intPart.startsWith(QLatin1Char('-'));
         QString digits = intPart;
         if (!digits.isEmpty() && isSign(digits.at(0))) digits = digits.mid(1);
-        const std::int32_t magnitude = digits.isEmpty() ? 0 : TextToInt32(digits);
+        const std::int32_t magnitude = digits.isEmpty() ? 0 : textToInt32(digits);
         intPart =
             (negative ? QStringLiteral("-") : QString()) + QString::number(qint64(magnitude) + 1);
     }
     return intPart + kDecimal + kept;
 }
 
-QString NumberEditCore::FormatNumberText() {
+QString NumberEditCore::formatNumberText() {
     if (FLimit) {
-        if (HasLimit(loMin) && FValue < FMin) FValue = FMin;
-        if (HasLimit(loMax) && FValue > FMax) FValue = FMax;
+        if (hasLimit(loMin) && FValue < FMin) FValue = FMin;
+        if (hasLimit(loMax) && FValue > FMax) FValue = FMax;
     }
     QString S;
     if (FNumberType == ntDecimal) {
         const bool plus = Text().startsWith(QLatin1Char('+'));
-        S = RoundNumberText(PlainNumberText(FValue), FFigure);
+        S = roundNumberText(plainNumberText(FValue), FFigure);
         if (FComma) {
             const bool minus = S.startsWith(QLatin1Char('-'));
             const int d = S.indexOf(kDecimal);
             const QString intPart = d < 0 ? S : S.left(d);
             const QString fraction = d < 0 ? QString() : S.mid(d);
-            S = FormatThousands(TextToInt32(intPart)) + fraction;
+            S = formatThousands(textToInt32(intPart)) + fraction;
             if (minus && !S.startsWith(QLatin1Char('-'))) S.prepend(QLatin1Char('-'));
         }
         if (FFigure >= 0 && FFixed) {
@@ -422,20 +422,20 @@ QString NumberEditCore::FormatNumberText() {
         if (plus) S.prepend(QLatin1Char('+'));
         if (S.endsWith(kDecimal)) S.chop(1);
     } else {
-        QString r = RoundNumberText(FloatToGeneral(FValue), 0);
+        QString r = roundNumberText(floatToGeneral(FValue), 0);
         if (r.endsWith(kDecimal)) r.chop(1);
-        const std::int64_t v = TextToInt64(r);
+        const std::int64_t v = textToInt64(r);
         FValue = Extended(v);
-        S = HexText(v, FValidMinus);
+        S = hexText(v, FValidMinus);
     }
     QString copy = S;
-    const Extended v = ParseNumberText(copy);
+    const Extended v = parseNumberText(copy);
     FValue = v;
     if (v == 0 && !FZeroVisible) return QString();
     return S;
 }
 
-void NumberEditCore::Change() {
+void NumberEditCore::change() {
     if (FChangeSave) return;
     const QString text = Text();
     if (text.isEmpty() || text == QLatin1String("-") || text == QLatin1String("+")) {
@@ -443,7 +443,7 @@ void NumberEditCore::Change() {
         return;
     }
     QString stripped = text;
-    FValue = ParseNumberText(stripped);
+    FValue = parseNumberText(stripped);
     if (FComma && FNumberType == ntDecimal) {
         const bool minus = stripped.startsWith(QLatin1Char('-'));
         const int d = stripped.indexOf(kDecimal);
@@ -452,40 +452,40 @@ void NumberEditCore::Change() {
         const QString fraction = d < 0 ? QString() : stripped.mid(d);
         std::int64_t n = 0;
         if (!tryInt64(intPart, n)) n = 0;
-        QString formatted = FormatThousands(n) + fraction;
+        QString formatted = formatThousands(n) + fraction;
         if (minus && !formatted.startsWith(QLatin1Char('-'))) formatted.prepend(QLatin1Char('-'));
-        int caret = SelStart();
-        WriteTextGuarded(formatted);
+        int caret = selStart();
+        writeTextGuarded(formatted);
         if (formatted.size() > oldLength)
             ++caret;
         else if (formatted.size() < oldLength)
             --caret;
-        SetSelStart(qBound(0, caret, int(formatted.size())));
+        setSelStart(qBound(0, caret, int(formatted.size())));
     }
-    if (FNumberType == ntDecimal) FValue = TextToFloat(RoundNumberText(Text(), FFigure));
+    if (FNumberType == ntDecimal) FValue = textToFloat(roundNumberText(Text(), FFigure));
     if (FLimit) {
-        if (HasLimit(loMin) && FValue < FMin) FValue = FMin;
-        if (HasLimit(loMax) && FValue > FMax) FValue = FMax;
+        if (hasLimit(loMin) && FValue < FMin) FValue = FMin;
+        if (hasLimit(loMax) && FValue > FMax) FValue = FMax;
     }
-    BaseChange();
+    baseChange();
 }
 
-void NumberEditCore::DoEnter() {
+void NumberEditCore::doEnter() {
     if (FAutoSelect) {
-        SetSelStart(0);
-        SetSelLength(Text().size());
+        setSelStart(0);
+        setSelLength(Text().size());
     } else {
-        SetSelStart(Text().size());
+        setSelStart(Text().size());
     }
     FKeyin = false;
 }
 
-void NumberEditCore::DoExit() {
+void NumberEditCore::doExit() {
     FChangeSave = true;
     try {
         QString s = Text();
-        FValue = ParseNumberText(s);
-        SetText(FormatNumberText());
+        FValue = parseNumberText(s);
+        SetText(formatNumberText());
         SetModified(FKeyin);
     } catch (...) {
         FChangeSave = false;
@@ -494,47 +494,47 @@ void NumberEditCore::DoExit() {
     FChangeSave = false;
 }
 
-void NumberEditCore::KeyDown(int& key, ShiftState shift) {
+void NumberEditCore::keyDown(int& key, ShiftState shift) {
     Q_UNUSED(shift);
     if (!FAllowKeys) return;
     if (key == 38)
-        StepByArrow(adUp);
+        stepByArrow(adUp);
     else if (key == 40)
-        StepByArrow(adDown);
+        stepByArrow(adDown);
 }
 
-void NumberEditCore::StepByArrow(ArrowKeyDirection Direction) {
+void NumberEditCore::stepByArrow(ArrowKeyDirection Direction) {
     Extended n = FValue;
     if (Direction == adUp)
-        n = FValue + GetIncrement();
+        n = FValue + getIncrement();
     else if (Direction == adDown)
-        n = FValue - GetIncrement();
+        n = FValue - getIncrement();
     if (FLimit) {
-        if (HasLimit(loMin) && n < FMin)
-            n = (FWrap && HasLimit(loMax)) ? FMax : FMin;
-        else if (HasLimit(loMax) && n > FMax)
-            n = (FWrap && HasLimit(loMin)) ? FMin : FMax;
+        if (hasLimit(loMin) && n < FMin)
+            n = (FWrap && hasLimit(loMax)) ? FMax : FMin;
+        else if (hasLimit(loMax) && n > FMax)
+            n = (FWrap && hasLimit(loMin)) ? FMin : FMax;
     }
-    DoArrowKeyChange(Direction, n);
-    SetValue(n);
+    doArrowKeyChange(Direction, n);
+    setValue(n);
 }
 
-void NumberEditCore::DoArrowKeyChange(ArrowKeyDirection Direction, Extended& NewValue) {
+void NumberEditCore::doArrowKeyChange(ArrowKeyDirection Direction, Extended& NewValue) {
     if (OnArrowKeyChange) OnArrowKeyChange(this, Direction, NewValue);
 }
 
-bool NumberEditCore::IsValidChar(QChar key) const {
+bool NumberEditCore::isValidChar(QChar key) const {
     const ushort k = key.unicode();
     const bool control = k == 8 || k == 9 || k == 13;
     const bool digit = k >= '0' && k <= '9';
     if (FNumberType == ntHex) {
-        if (CtrlDown()) return true;
+        if (ctrlDown()) return true;
         if (control || digit || (k >= 'A' && k <= 'F') || (k >= 'a' && k <= 'f')) return true;
         if (k == '-') return FValidMinus;
         if (k == '+') return Text().startsWith(QLatin1Char('-'));
         return false;
     }
-    if (!CtrlDown()) {
+    if (!ctrlDown()) {
         if (k > 255) return false;
         if (!(control || digit || k == '+' || k == '-' || key == kDecimal)) return false;
     }
@@ -548,23 +548,23 @@ bool NumberEditCore::IsValidChar(QChar key) const {
         if (isSign(c) || c == kThousands) --C;
     if (FMaxIntLength > C) return true;
     if (control || k == '+' || k == '-' || key == kDecimal) return true;
-    if (SelStart() >= D) return true;
-    if (SelLength() > 0) {
-        const QString selected = text.mid(SelStart(), SelLength());
+    if (selStart() >= D) return true;
+    if (selLength() > 0) {
+        const QString selected = text.mid(selStart(), selLength());
         const bool single =
             selected.size() == 1 &&
             (selected.at(0) == kThousands || selected.at(0) == kDecimal || isSign(selected.at(0)));
-        if (!single && SelStart() < D) return true;
+        if (!single && selStart() < D) return true;
     }
     return false;
 }
 
-QChar NumberEditCore::KeyPressFilter(QChar key) {
-    if (!IsValidChar(key)) return QChar(0);
+QChar NumberEditCore::keyPressFilter(QChar key) {
+    if (!isValidChar(key)) return QChar(0);
     if (isSign(key)) {
-        int caret = SelStart();
+        int caret = selStart();
         QString text = Text();
-        if (caret == 0 && SelLength() > 0) text.remove(0, SelLength());
+        if (caret == 0 && selLength() > 0) text.remove(0, selLength());
         const bool hasSign = !text.isEmpty() && isSign(text.at(0));
         const bool hasMinus = hasSign && text.at(0) == QLatin1Char('-');
         if (key == QLatin1Char('-')) {
@@ -591,17 +591,17 @@ QChar NumberEditCore::KeyPressFilter(QChar key) {
         }
         caret = std::max(0, caret);
         SetText(text);
-        SetSelStart(std::min(caret, int(Text().size())));
+        setSelStart(std::min(caret, int(Text().size())));
         return QChar(0);
     }
     if (key == kDecimal && Text().contains(kDecimal)) return QChar(0);
     return key;
 }
 
-void NumberEditCore::PasteText(const QString& clip) {
-    int P = SelStart() + 1;
+void NumberEditCore::pasteText(const QString& clip) {
+    int P = selStart() + 1;
     QString T = Text();
-    T.remove(SelStart(), SelLength());
+    T.remove(selStart(), selLength());
     for (int i = P - 1; i < T.size(); ++i)
         if (isSign(T.at(i))) return;
     bool inserted = false;
@@ -624,11 +624,11 @@ void NumberEditCore::PasteText(const QString& clip) {
         inserted = true;
     }
     SetText(T);
-    SetSelStart(std::min(P - 1, int(Text().size())));
+    setSelStart(std::min(P - 1, int(Text().size())));
 }
 
-void NumberEditCore::TypeChar(QChar key) {
-    QChar k = KeyPressFilter(key);
+void NumberEditCore::typeChar(QChar key) {
+    QChar k = keyPressFilter(key);
     if (k.isNull()) return;
     if (OnKeyPress) OnKeyPress(this, k);
     if (k.isNull()) return;
@@ -636,27 +636,27 @@ void NumberEditCore::TypeChar(QChar key) {
     const ushort code = k.unicode();
     if (code == 13 || code == 9) return;
     QString text = Text();
-    int start = SelStart();
+    int start = selStart();
     if (code == 8) {
-        if (SelLength() > 0) {
-            text.remove(start, SelLength());
+        if (selLength() > 0) {
+            text.remove(start, selLength());
         } else if (start > 0) {
             text.remove(start - 1, 1);
             --start;
         }
     } else {
-        text.remove(start, SelLength());
+        text.remove(start, selLength());
         text.insert(start, k);
         ++start;
     }
-    // The caret stands behind the typed character when Change runs.
+    // The caret stands behind the typed character when change runs.
     FText = text;
     FSelStart = start;
     FSelLength = 0;
-    Change();
+    change();
 }
 
-void NumberEditCore::TypeText(const QString& text) {
+void NumberEditCore::typeText(const QString& text) {
     for (QChar c : text)
-        TypeChar(c);
+        typeChar(c);
 }

@@ -2,7 +2,7 @@
 // The logic of NumberEdit, a single-line edit box for numbers, without a
 // window. The number is kept twice: as the text in the box and as Value.
 // Keys and pasted text are filtered, thousands separators are put in while
-// typing when Comma is on, rounding works on the decimal text (15
+// typing when comma is on, rounding works on the decimal text (15
 // significant digits) and not on the float, limits and arrow steps apply.
 //
 // The edit primitives (text, caret, selection, the Ctrl key, OnChange) are
@@ -37,16 +37,16 @@ using ChangeEvent = std::function<void(ControlObject* Sender)>;
 
 // The float at 15 significant digits in the general form ("1234.5",
 // "1.5E-7", "1.5E+20"), as the box shows numbers.
-QString FloatToGeneral(Extended value);
+QString floatToGeneral(Extended value);
 // The general form with the exponent written out: 1.5E-7 gives
 // "0.00000015", 1.5E+20 gives "15" and 19 zeros.
-QString PlainNumberText(Extended value);
+QString plainNumberText(Extended value);
 // Integer with "," every three digits ("#,##0").
-QString FormatThousands(std::int64_t value);
+QString formatThousands(std::int64_t value);
 // Strict conversions; bad text raises ConvertError.
-std::int64_t TextToInt64(const QString& text);
-std::int32_t TextToInt32(const QString& text);
-Extended TextToFloat(const QString& text);
+std::int64_t textToInt64(const QString& text);
+std::int32_t textToInt32(const QString& text);
+Extended textToFloat(const QString& text);
 
 class NumberEditCore : public ControlObject {
 public:
@@ -57,103 +57,103 @@ public:
     TAlignment Alignment() const { return FAlignment; }
     void SetAlignment(TAlignment value);
     // Up and Down step the value by Increment.
-    bool AllowKeys() const { return FAllowKeys; }
-    void SetAllowKeys(bool value) { FAllowKeys = value; }
+    bool allowKeys() const { return FAllowKeys; }
+    void setAllowKeys(bool value) { FAllowKeys = value; }
     // Thousands separators.
-    bool Comma() const { return FComma; }
-    void SetComma(bool value);
+    bool comma() const { return FComma; }
+    void setComma(bool value);
     // Digits after the separator; negative: no limit, no rounding.
-    int Figure() const { return FFigure; }
-    void SetFigure(int value);
-    // Pad with zeros to exactly Figure fraction digits.
-    bool Fixed() const { return FFixed; }
-    void SetFixed(bool value);
-    virtual Extended GetIncrement() const { return FIncrement; }
-    virtual void SetIncrement(Extended value) { FIncrement = value; }
-    bool Limit() const { return FLimit; }
-    void SetLimit(bool value);
-    TLimitOptions LimitOptions() const { return FLimitOptions; }
-    void SetLimitOptions(TLimitOptions value);
-    TNumberType NumberType() const { return FNumberType; }
-    void SetNumberType(TNumberType value);
-    Extended Max() const { return FMax; }
-    void SetMax(Extended value);
-    Extended Min() const { return FMin; }
-    void SetMin(Extended value);
+    int figure() const { return FFigure; }
+    void setFigure(int value);
+    // Pad with zeros to exactly figure fraction digits.
+    bool fixed() const { return FFixed; }
+    void setFixed(bool value);
+    virtual Extended getIncrement() const { return FIncrement; }
+    virtual void setIncrement(Extended value) { FIncrement = value; }
+    bool limit() const { return FLimit; }
+    void setLimit(bool value);
+    TLimitOptions limitOptions() const { return FLimitOptions; }
+    void setLimitOptions(TLimitOptions value);
+    TNumberType numberType() const { return FNumberType; }
+    void setNumberType(TNumberType value);
+    Extended max() const { return FMax; }
+    void setMax(Extended value);
+    Extended min() const { return FMin; }
+    void setMin(Extended value);
     // Most digits before the separator; below 1: no limit.
-    int MaxIntLength() const { return FMaxIntLength; }
-    void SetMaxIntLength(int value) { FMaxIntLength = value; }
-    TRoundMode RoundMode() const { return FRoundMode; }
-    void SetRoundMode(TRoundMode value) { FRoundMode = value; }
+    int maxIntLength() const { return FMaxIntLength; }
+    void setMaxIntLength(int value) { FMaxIntLength = value; }
+    TRoundMode roundMode() const { return FRoundMode; }
+    void setRoundMode(TRoundMode value) { FRoundMode = value; }
     // Hexadecimal only: negative values allowed.
-    bool ValidMinus() const { return FValidMinus; }
-    void SetValidMinus(bool value);
-    bool Wrap() const { return FWrap; }
-    void SetWrap(bool value) { FWrap = value; }
+    bool validMinus() const { return FValidMinus; }
+    void setValidMinus(bool value);
+    bool wrap() const { return FWrap; }
+    void setWrap(bool value) { FWrap = value; }
     // False: a zero value shows as an empty box.
-    bool ZeroVisible() const { return FZeroVisible; }
-    void SetZeroVisible(bool value);
-    bool AutoSelect() const { return FAutoSelect; }
-    void SetAutoSelect(bool value) { FAutoSelect = value; }
+    bool zeroVisible() const { return FZeroVisible; }
+    void setZeroVisible(bool value);
+    bool autoSelect() const { return FAutoSelect; }
+    void setAutoSelect(bool value) { FAutoSelect = value; }
 
     // ---- the number
-    Extended Value() const { return FValue; }
+    Extended value() const { return FValue; }
     // Applies the limits, then shows the formatted text (OnChange fires).
-    void SetValue(Extended value);
+    void setValue(Extended value);
     // Same, from a Currency amount.
-    void SetCurrency(Currency value);
+    void setCurrency(Currency value);
     // Value as Currency: its general text rounded to four decimals.
-    Currency AsCurrency() const;
+    Currency asCurrency() const;
     // Value as Currency: times 10000, stored to the nearest unit.
-    Currency StoredCurrency() const;
-    std::int64_t AsInt64() const;
-    void SetAsInt64(std::int64_t value) { SetValue(Extended(value)); }
-    std::int32_t AsInteger() const { return IntValue(); }
-    void SetAsInteger(std::int32_t value) { SetValue(Extended(value)); }
-    std::int32_t IntValue() const;
-    QString AsText() const;
+    Currency storedCurrency() const;
+    std::int64_t asInt64() const;
+    void setAsInt64(std::int64_t value) { setValue(Extended(value)); }
+    std::int32_t asInteger() const { return intValue(); }
+    void setAsInteger(std::int32_t value) { setValue(Extended(value)); }
+    std::int32_t intValue() const;
+    QString asText() const;
     // The text to show for Value; also makes Value the number shown.
-    QString FormattedText() { return FormatNumberText(); }
+    QString formattedText() { return formatNumberText(); }
 
     // ---- the logic, in the order the edit box calls it
-    Extended ParseNumberText(QString& S) const;
-    QString RoundNumberText(const QString& AText, int ADigits) const;
-    QString FormatNumberText();
+    Extended parseNumberText(QString& S) const;
+    QString roundNumberText(const QString& AText, int ADigits) const;
+    QString formatNumberText();
     // The text changed (typing, paste or a write).
-    void Change();
-    void DoEnter();
-    void DoExit();
+    void change();
+    void doEnter();
+    void doExit();
     // Key codes as the desktop uses them: 38 up, 40 down.
-    void KeyDown(int& key, ShiftState shift);
-    bool IsValidChar(QChar key) const;
+    void keyDown(int& key, ShiftState shift);
+    bool isValidChar(QChar key) const;
     // Steps 1-3 of a typed character: the filter and the sign keys. Returns
     // the character that goes on into the box, or QChar(0) when dropped.
-    QChar KeyPressFilter(QChar key);
+    QChar keyPressFilter(QChar key);
     // Inserts clipboard text as the paste filter allows.
-    void PasteText(const QString& clip);
-    virtual void StepByArrow(ArrowKeyDirection Direction);
-    virtual void DoArrowKeyChange(ArrowKeyDirection Direction, Extended& NewValue);
+    void pasteText(const QString& clip);
+    virtual void stepByArrow(ArrowKeyDirection Direction);
+    virtual void doArrowKeyChange(ArrowKeyDirection Direction, Extended& NewValue);
 
     // Without a window: one typed character as the box would take it
     // (filter, OnKeyPress, insertion over the selection, backspace).
-    void TypeChar(QChar key);
-    void TypeText(const QString& text);
+    void typeChar(QChar key);
+    void typeText(const QString& text);
 
     // True when the user typed since entering the box.
-    bool Keyin() const { return FKeyin; }
-    bool Modified() const { return FModified; }
+    bool keyin() const { return FKeyin; }
+    bool modified() const { return FModified; }
 
     // ---- edit primitives; in memory unless overridden
     virtual QString Text() const { return FText; }
-    // Writes the text; a change runs Change(), as the edit box does.
+    // Writes the text; a change runs change(), as the edit box does.
     virtual void SetText(const QString& value);
-    virtual int SelStart() const { return FSelStart; }
-    virtual int SelLength() const { return FSelLength; }
+    virtual int selStart() const { return FSelStart; }
+    virtual int selLength() const { return FSelLength; }
     // Moves the caret and clears the selection.
-    virtual void SetSelStart(int value);
-    virtual void SetSelLength(int value);
-    virtual bool CtrlDown() const { return FCtrlDown; }
-    void SetCtrlDownForTyping(bool down) { FCtrlDown = down; }
+    virtual void setSelStart(int value);
+    virtual void setSelLength(int value);
+    virtual bool ctrlDown() const { return FCtrlDown; }
+    void setCtrlDownForTyping(bool down) { FCtrlDown = down; }
     virtual void SetModified(bool value) { FModified = value; }
 
     ChangeEvent OnChange;
@@ -161,16 +161,16 @@ public:
     ArrowKeyEvent OnArrowKeyChange;
 
 protected:
-    virtual void BaseChange();
-    virtual void Invalidate() {}
-    virtual void AlignmentChanged() {}
-    void WriteTextGuarded(const QString& text);
+    virtual void baseChange();
+    virtual void invalidate() {}
+    virtual void alignmentChanged() {}
+    void writeTextGuarded(const QString& text);
     bool FChangeSave = false;
     bool FKeyin = false;
 
 private:
-    bool HasLimit(LimitOption o) const { return (FLimitOptions & (1u << o)) != 0; }
-    QString HexText(std::int64_t value, bool allowMinus) const;
+    bool hasLimit(LimitOption o) const { return (FLimitOptions & (1u << o)) != 0; }
+    QString hexText(std::int64_t value, bool allowMinus) const;
 
     TAlignment FAlignment = taRightJustify;
     bool FAllowKeys = false;

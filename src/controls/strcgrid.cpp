@@ -15,11 +15,11 @@ namespace {
 // not cross: a failure of a handler (a key handler's conversion error, a
 // refused move) goes to the program's handler, as the desktop's message loop
 // shows it, and the input ends there.
-template <typename F> void RunGuarded(const FailureHandler& onFailure, F&& f) {
+template <typename F> void runGuarded(const FailureHandler& onFailure, F&& f) {
     try {
         f();
     } catch (const std::exception& e) {
-        ReportControlFailure(onFailure, QString::fromUtf8(e.what()));
+        reportControlFailure(onFailure, QString::fromUtf8(e.what()));
     }
 }
 
@@ -46,21 +46,21 @@ bool InplaceEdit::event(QEvent* event) {
 }
 
 void InplaceEdit::keyPressEvent(QKeyEvent* event) {
-    RunGuarded(FGrid->OnFailure, [&] {
-        const int code = VirtualKeyOf(event);
+    runGuarded(FGrid->OnFailure, [&] {
+        const int code = virtualKeyOf(event);
         int key = code;
-        const ShiftState shift = ShiftStateOf(event->modifiers());
+        const ShiftState shift = shiftStateOf(event->modifiers());
         // A handler that raises ends the key here.
         if (FGrid->OnKeyDown) FGrid->OnKeyDown(FGrid, key, shift);
         if (key == 0 && code != 0) return;
         switch (key) {
         case VK_RETURN:
-            FGrid->HideEditor();
+            FGrid->hideEditor();
             return;
         case VK_ESCAPE:
-            if (FGrid->EditorMode()) {
-                FGrid->SetCells(FGrid->Col(), FGrid->Row(), FGrid->FEditorOriginal);
-                FGrid->HideEditor();
+            if (FGrid->editorMode()) {
+                FGrid->setCells(FGrid->col(), FGrid->row(), FGrid->FEditorOriginal);
+                FGrid->hideEditor();
             }
             return;
         case VK_UP:
@@ -68,12 +68,12 @@ void InplaceEdit::keyPressEvent(QKeyEvent* event) {
         case VK_PRIOR:
         case VK_NEXT:
         case VK_TAB:
-            FGrid->HideEditor();
-            FGrid->GridKey(key, shift);
+            FGrid->hideEditor();
+            FGrid->gridKey(key, shift);
             return;
         default:
             // Unless the handler closed the editor, the key edits the text.
-            if (FGrid->EditorMode()) QLineEdit::keyPressEvent(event);
+            if (FGrid->editorMode()) QLineEdit::keyPressEvent(event);
         }
     });
 }
@@ -90,161 +90,161 @@ PriceGrid::PriceGrid(QWidget* parent) : QWidget(parent) {
 
 PriceGrid::~PriceGrid() = default;
 
-QLineEdit* PriceGrid::InplaceEditor() const {
+QLineEdit* PriceGrid::inplaceEditor() const {
     return FEditor;
 }
 
-bool PriceGrid::EditorMode() const {
+bool PriceGrid::editorMode() const {
     return FEditor && FEditor->isVisible();
 }
 
-void PriceGrid::SetEditorMode(bool open) {
+void PriceGrid::setEditorMode(bool open) {
     if (open)
-        ShowEditor();
+        showEditor();
     else
-        HideEditor();
+        hideEditor();
 }
 
-void PriceGrid::ApplyCellFontToEditor(SCGCellParam* AParam) {
+void PriceGrid::applyCellFontToEditor(SCGCellParam* AParam) {
     if (!FEditor) return;
-    const FontSpec font = AParam && !AParam->FontName().isEmpty()
-                              ? Fonts()[Fonts().IndexOfName(AParam->FontName())]->Font()
+    const FontSpec font = AParam && !AParam->fontName().isEmpty()
+                              ? fonts()[fonts().indexOfName(AParam->fontName())]->font()
                               : Font();
     FEditor->setFont(font.Font);
     QPalette pal = FEditor->palette();
-    pal.setColor(QPalette::Text, ToQColor(font.Color == clWindowText ? clBlack : font.Color));
+    pal.setColor(QPalette::Text, toQColor(font.Color == clWindowText ? clBlack : font.Color));
     pal.setColor(QPalette::Base, Qt::white);
     FEditor->setPalette(pal);
 }
 
-void PriceGrid::SetImeModeOf(QWidget* widget, TImeMode mode) {
+void PriceGrid::setImeModeOf(QWidget* widget, TImeMode mode) {
     widget->setAttribute(Qt::WA_InputMethodEnabled, mode != imDisable && mode != imClose);
 }
 
-void PriceGrid::ApplyImeMode() {
-    SetImeModeOf(this, ImeMode());
-    if (FEditor) SetImeModeOf(FEditor, ImeMode());
+void PriceGrid::applyImeMode() {
+    setImeModeOf(this, imeMode());
+    if (FEditor) setImeModeOf(FEditor, imeMode());
 }
 
-void PriceGrid::CreateEditor() {
+void PriceGrid::createEditor() {
     FEditor = new InplaceEdit(this);
-    SCGCellParam* p = FindCellParam(Col(), Row(), false);
-    ApplyCellFontToEditor(p);
-    SetImeModeOf(FEditor, p ? p->ImeMode() : ImeMode());
+    SCGCellParam* p = findCellParam(col(), row(), false);
+    applyCellFontToEditor(p);
+    setImeModeOf(FEditor, p ? p->imeMode() : imeMode());
     connect(FEditor, &QLineEdit::textEdited, this,
-            [this](const QString& text) { EditorTextEdited(text); });
+            [this](const QString& text) { editorTextEdited(text); });
 }
 
-void PriceGrid::EditorTextEdited(const QString& text) {
-    RunGuarded(OnFailure, [&] {
-        if (Cells(Col(), Row()) == text) return;
-        SetCells(Col(), Row(), text);
-        if (OnSetEditText) OnSetEditText(this, Col(), Row(), text);
+void PriceGrid::editorTextEdited(const QString& text) {
+    runGuarded(OnFailure, [&] {
+        if (cells(col(), row()) == text) return;
+        setCells(col(), row(), text);
+        if (OnSetEditText) OnSetEditText(this, col(), row(), text);
     });
 }
 
-void PriceGrid::ShowEditor() {
-    if (!InForceOptions().Contains(goEditing)) return;
-    if (Col() < FixedCols() || Row() < FixedRows()) return;
-    if (!FEditor) CreateEditor();
-    const TRect r = CellRect(Col(), Row());
-    FEditor->setGeometry(r.ToQRect());
-    FEditorOriginal = Cells(Col(), Row());
+void PriceGrid::showEditor() {
+    if (!inForceOptions().contains(goEditing)) return;
+    if (col() < fixedCols() || row() < fixedRows()) return;
+    if (!FEditor) createEditor();
+    const TRect r = cellRect(col(), row());
+    FEditor->setGeometry(r.toQRect());
+    FEditorOriginal = cells(col(), row());
     FEditor->setText(FEditorOriginal);
     FEditor->show();
     FEditor->setFocus();
     FEditor->selectAll();
 }
 
-void PriceGrid::HideEditor() {
-    if (!EditorMode()) return;
+void PriceGrid::hideEditor() {
+    if (!editorMode()) return;
     const bool hadFocus = FEditor->hasFocus();
     FEditor->hide();
     if (hadFocus) setFocus();
-    InvalidateCell(Col(), Row());
+    invalidateCell(col(), row());
 }
 
-void PriceGrid::SetCol(int value) {
-    FocusCell(value, Row(), true);
+void PriceGrid::setCol(int value) {
+    focusCell(value, row(), true);
 }
 
-void PriceGrid::SetRow(int value) {
-    FocusCell(Col(), value, true);
+void PriceGrid::setRow(int value) {
+    focusCell(col(), value, true);
 }
 
-bool PriceGrid::FocusCell(int ACol, int ARow, bool AMoveAnchor) {
-    ACol = std::clamp(ACol, FixedCols(), ColCount() - 1);
-    ARow = std::clamp(ARow, FixedRows(), RowCount() - 1);
-    if (!SelectCell(ACol, ARow)) return false;
-    HideEditor();
-    const bool rowSelect = InForceOptions().Contains(goRowSelect);
-    const bool range = InForceOptions().Contains(goRangeSelect);
+bool PriceGrid::focusCell(int ACol, int ARow, bool AMoveAnchor) {
+    ACol = std::clamp(ACol, fixedCols(), colCount() - 1);
+    ARow = std::clamp(ARow, fixedRows(), rowCount() - 1);
+    if (!selectCell(ACol, ARow)) return false;
+    hideEditor();
+    const bool rowSelect = inForceOptions().contains(goRowSelect);
+    const bool range = inForceOptions().contains(goRangeSelect);
     if (AMoveAnchor || !range || rowSelect)
-        SetCurrentRaw(ACol, ARow, ACol, ARow);
+        setCurrentRaw(ACol, ARow, ACol, ARow);
     else
-        SetCurrentRaw(ACol, ARow, FAnchorCol, FAnchorRow);
-    Invalidate();
+        setCurrentRaw(ACol, ARow, FAnchorCol, FAnchorRow);
+    invalidate();
     if (onClicked) onClicked(this);
     return true;
 }
 
-void PriceGrid::SetSelection(const TGridRect& value) {
-    SetCurrentRaw(value.Right, value.Bottom, value.Left, value.Top);
-    Invalidate();
+void PriceGrid::setSelection(const TGridRect& value) {
+    setCurrentRaw(value.Right, value.Bottom, value.Left, value.Top);
+    invalidate();
 }
 
 void PriceGrid::Repaint() {
     repaint();
 }
 
-void PriceGrid::Invalidate() {
+void PriceGrid::invalidate() {
     update();
 }
 
-void PriceGrid::InvalidateCell(int ACol, int ARow) {
-    const TRect r = CellRect(ACol, ARow);
-    update(r.ToQRect().adjusted(0, 0, 1, 1));
+void PriceGrid::invalidateCell(int ACol, int ARow) {
+    const TRect r = cellRect(ACol, ARow);
+    update(r.toQRect().adjusted(0, 0, 1, 1));
 }
 
-void PriceGrid::GeometryChanged() {
+void PriceGrid::geometryChanged() {
     updateGeometry();
-    if (EditorMode()) FEditor->setGeometry(CellRect(Col(), Row()).ToQRect());
+    if (editorMode()) FEditor->setGeometry(cellRect(col(), row()).toQRect());
     update();
 }
 
-bool PriceGrid::GridFocused() const {
+bool PriceGrid::gridFocused() const {
     return hasFocus() || (FEditor && FEditor->isVisible() && FEditor->hasFocus());
 }
 
 QSize PriceGrid::sizeHint() const {
-    return QSize(GridWidth(), GridHeight());
+    return QSize(gridWidth(), gridHeight());
 }
 
 // ---------------------------------------------------------------- painting
 
-QImage PriceGrid::RenderImage() {
-    FBuffer = NewCanvasImage(width(), height(), Color());
+QImage PriceGrid::renderImage() {
+    FBuffer = newCanvasImage(width(), height(), color());
     TCanvas canvas(FBuffer);
     FCanvas = &canvas;
     canvas.Font = Font();
     if (BeforeDraw) BeforeDraw(this);
-    DrawGridLines();
-    const TGridRect sel = Selection();
-    const bool rowSelect = InForceOptions().Contains(goRowSelect);
-    const bool focused = GridFocused();
-    for (int r = 0; r < RowCount(); ++r) {
-        for (int c = 0; c < ColCount(); ++c) {
-            const TRect rect = CellRect(c, r);
-            if (rect.Left >= width() || rect.Top >= height() || rect.Width() <= 0 ||
-                rect.Height() <= 0)
+    drawGridLines();
+    const TGridRect sel = selection();
+    const bool rowSelect = inForceOptions().contains(goRowSelect);
+    const bool focused = gridFocused();
+    for (int r = 0; r < rowCount(); ++r) {
+        for (int c = 0; c < colCount(); ++c) {
+            const TRect rect = cellRect(c, r);
+            if (rect.Left >= width() || rect.Top >= height() || rect.width() <= 0 ||
+                rect.height() <= 0)
                 continue;
             GridDrawState state = 0;
-            const bool fixed = c < FixedCols() || r < FixedRows();
+            const bool fixed = c < fixedCols() || r < fixedRows();
             if (fixed) state |= gdFixed;
-            if (!fixed && (rowSelect ? (r >= sel.Top && r <= sel.Bottom) : sel.Contains(c, r)))
+            if (!fixed && (rowSelect ? (r >= sel.Top && r <= sel.Bottom) : sel.contains(c, r)))
                 state |= gdSelected;
-            if (focused && c == Col() && r == Row()) state |= gdFocused;
-            DrawCell(c, r, rect, state);
+            if (focused && c == col() && r == row()) state |= gdFocused;
+            drawCell(c, r, rect, state);
         }
     }
     FCanvasBrushStyle = canvas.Brush.Style;
@@ -256,60 +256,60 @@ QImage PriceGrid::RenderImage() {
 void PriceGrid::paintEvent(QPaintEvent* event) {
     Q_UNUSED(event);
     try {
-        RenderImage();
+        renderImage();
     } catch (const std::exception& e) {
         FCanvas = nullptr;
-        ReportControlFailure(OnFailure, QString::fromUtf8(e.what()));
+        reportControlFailure(OnFailure, QString::fromUtf8(e.what()));
     }
     QPainter painter(this);
     painter.drawImage(0, 0, FBuffer);
 }
 
-void PriceGrid::DrawGridLines() {
+void PriceGrid::drawGridLines() {
     TCanvas& cv = *FCanvas;
-    const int w = GridWidth();
-    const int h = GridHeight();
-    const int fixedW = CellRect(FixedCols(), 0).Left;
-    const int fixedH = CellRect(0, FixedRows()).Top;
+    const int w = gridWidth();
+    const int h = gridHeight();
+    const int fixedW = cellRect(fixedCols(), 0).Left;
+    const int fixedH = cellRect(0, fixedRows()).Top;
     cv.Pen.Style = psSolid;
     cv.Pen.Width = 1;
-    for (int c = 0; c < ColCount(); ++c) {
-        const int lw = VertLineWidth(c);
+    for (int c = 0; c < colCount(); ++c) {
+        const int lw = vertLineWidth(c);
         if (lw <= 0) continue;
-        const int x = CellRect(c, 0).Right;
-        const bool fixed = c < FixedCols();
+        const int x = cellRect(c, 0).Right;
+        const bool fixed = c < fixedCols();
         cv.Brush.Style = bsSolid;
         cv.Brush.Color = fixed ? clBlack : clSilver;
-        cv.FillRect(Rect(x, 0, x + lw, fixed ? h : fixedH));
+        cv.fillRect(Rect(x, 0, x + lw, fixed ? h : fixedH));
         if (!fixed) {
-            cv.Brush.Color = InForceOptions().Contains(goVertLine) ? clSilver : Color();
-            cv.FillRect(Rect(x, fixedH, x + lw, h));
-            cv.Brush.Color = InForceOptions().Contains(goFixedVertLine) ? clBlack : FixedColor();
-            cv.FillRect(Rect(x, 0, x + lw, fixedH));
+            cv.Brush.Color = inForceOptions().contains(goVertLine) ? clSilver : color();
+            cv.fillRect(Rect(x, fixedH, x + lw, h));
+            cv.Brush.Color = inForceOptions().contains(goFixedVertLine) ? clBlack : fixedColor();
+            cv.fillRect(Rect(x, 0, x + lw, fixedH));
         }
     }
-    for (int r = 0; r < RowCount(); ++r) {
-        const int lw = HorzLineWidth(r);
+    for (int r = 0; r < rowCount(); ++r) {
+        const int lw = horzLineWidth(r);
         if (lw <= 0) continue;
-        const int y = CellRect(0, r).Bottom;
-        const bool fixed = r < FixedRows();
+        const int y = cellRect(0, r).Bottom;
+        const bool fixed = r < fixedRows();
         cv.Brush.Style = bsSolid;
         cv.Brush.Color = fixed ? clBlack : clSilver;
-        cv.FillRect(Rect(fixed ? 0 : fixedW, y, w, y + lw));
+        cv.fillRect(Rect(fixed ? 0 : fixedW, y, w, y + lw));
         if (!fixed && fixedW > 0) {
-            cv.Brush.Color = InForceOptions().Contains(goFixedHorzLine) ? clBlack : FixedColor();
-            cv.FillRect(Rect(0, y, fixedW, y + lw));
+            cv.Brush.Color = inForceOptions().contains(goFixedHorzLine) ? clBlack : fixedColor();
+            cv.fillRect(Rect(0, y, fixedW, y + lw));
         }
     }
 }
 
-void PriceGrid::SaveCanvas() {
+void PriceGrid::saveCanvas() {
     FSaveBrush = FCanvas->Brush;
     FSavePen = FCanvas->Pen;
     FSaveFont = FCanvas->Font;
 }
 
-void PriceGrid::ResetCanvas() {
+void PriceGrid::resetCanvas() {
     FCanvas->Brush = FSaveBrush;
     FCanvas->Pen = FSavePen;
     FCanvas->Font = FSaveFont;
@@ -318,9 +318,9 @@ void PriceGrid::ResetCanvas() {
 namespace {
 
 QString captionText(const SCGCellParam* p, const QString& S) {
-    const QString C = p->Caption();
+    const QString C = p->caption();
     const QString CR(QChar(13));
-    switch (p->CaptionType()) {
+    switch (p->captionType()) {
     case ctCaption:
         return C.isEmpty() ? S : C;
     case ctCellText:
@@ -339,26 +339,26 @@ QString captionText(const SCGCellParam* p, const QString& S) {
 
 } // namespace
 
-void PriceGrid::DrawCell(int ACol, int ARow, const TRect& ARect, GridDrawState AState) {
+void PriceGrid::drawCell(int ACol, int ARow, const TRect& ARect, GridDrawState AState) {
     TCanvas& cv = *FCanvas;
-    if (DefaultDrawing()) {
+    if (defaultDrawing()) {
         // The plain string grid's own look.
         const bool selected = (AState & gdSelected) && !(AState & gdFocused);
         cv.Brush.Style = bsSolid;
-        cv.Brush.Color = (AState & gdFixed) ? FixedColor() : selected ? clHighlight : Color();
-        cv.FillRect(ARect);
+        cv.Brush.Color = (AState & gdFixed) ? fixedColor() : selected ? clHighlight : color();
+        cv.fillRect(ARect);
         cv.Font = Font();
         if (selected) cv.Font.Color = clHighlightText;
         cv.Brush.Style = bsClear;
-        cv.TextRect(ARect, ARect.Left + 2, ARect.Top + 2, Cells(ACol, ARow));
-        if (AState & gdFocused) DrawFocusFrame(ACol, ARow, ARect, true, true);
+        cv.textRect(ARect, ARect.Left + 2, ARect.Top + 2, cells(ACol, ARow));
+        if (AState & gdFocused) drawFocusFrame(ACol, ARow, ARect, true, true);
         return;
     }
-    SCGCellParam* p = FindCellParam(ACol, ARow, false);
-    const GridOptions options = p && p->OptionsEnabled() ? p->Options() : Options();
-    DoFillCell(ACol, ARow, AState, p, false);
-    const bool focusColors = PrepareFocusColors(p, AState);
-    SaveCanvas();
+    SCGCellParam* p = findCellParam(ACol, ARow, false);
+    const GridOptions options = p && p->optionsEnabled() ? p->options() : Options();
+    doFillCell(ACol, ARow, AState, p, false);
+    const bool focusColors = prepareFocusColors(p, AState);
+    saveCanvas();
 
     int overstrike = 1;
     TAlignment alignment;
@@ -368,67 +368,67 @@ void PriceGrid::DrawCell(int ACol, int ARow, const TRect& ARect, GridDrawState A
     bool reset = true;
     if (!p) {
         const bool fixed = AState & gdFixed;
-        alignment = fixed ? FixedAlignment() : Alignment();
-        layout = fixed ? FixedLayout() : Layout();
-        text = Cells(ACol, ARow);
+        alignment = fixed ? fixedAlignment() : Alignment();
+        layout = fixed ? fixedLayout() : Layout();
+        text = cells(ACol, ARow);
         if (OnOutCellText) {
             OnOutCellText(this, this, ARect, ACol, ARow, FText, text, reset);
             called = true;
         }
     } else {
-        overstrike = p->FontWidth();
-        alignment = p->Alignment();
-        layout = p->Layout();
-        text = captionText(p, Cells(ACol, ARow));
+        overstrike = p->fontWidth();
+        alignment = p->alignment();
+        layout = p->layout();
+        text = captionText(p, cells(ACol, ARow));
         if (p->OnOutCellText) {
-            p->OnOutCellText(p, this, ARect, ACol, ARow, p->Caption(), text, reset);
+            p->OnOutCellText(p, this, ARect, ACol, ARow, p->caption(), text, reset);
             called = true;
         }
     }
     if (called) {
         if (reset)
-            ResetCanvas();
+            resetCanvas();
         else
-            SaveCanvas();
+            saveCanvas();
     }
-    if (focusColors) cv.FillRect(ARect);
+    if (focusColors) cv.fillRect(ARect);
 
-    if (CellDivide()) {
-        DrawCellText(ACol, ARow, ARect, AState, p, options, text, alignment, layout, overstrike);
+    if (cellDivide()) {
+        drawCellText(ACol, ARow, ARect, AState, p, options, text, alignment, layout, overstrike);
     } else {
         TRect r = Rect(ARect.Left + 2, ARect.Top + 2, ARect.Right - 2, ARect.Bottom - 2);
-        cv.DrawText(text, r, DT_LEFT | DT_WORDBREAK);
+        cv.drawText(text, r, DT_LEFT | DT_WORDBREAK);
     }
 
     if (OnDrawCell) OnDrawCell(this, ACol, ARow, ARect, AState);
     if (p && p->OnDrawCell) p->OnDrawCell(p, this, ACol, ARow, ARect, AState);
 
-    if (GridFocused()) {
-        const bool rowSelect = options.Contains(goRowSelect);
+    if (gridFocused()) {
+        const bool rowSelect = options.contains(goRowSelect);
         if (!rowSelect && (AState & gdFocused)) {
-            DrawFocusFrame(ACol, ARow, ARect, true, true);
-        } else if (rowSelect && ARow == Row()) {
-            int first = FixedCols(), last = ColCount() - 1;
-            if (p && p->OptionsEnabled()) {
-                first = p->Col();
-                last = p->ColMax();
+            drawFocusFrame(ACol, ARow, ARect, true, true);
+        } else if (rowSelect && ARow == row()) {
+            int first = fixedCols(), last = colCount() - 1;
+            if (p && p->optionsEnabled()) {
+                first = p->col();
+                last = p->colMax();
             }
             const bool left = ACol == first;
             const bool right = ACol == last && !left;
-            DrawFocusFrame(ACol, ARow, ARect, left, right);
+            drawFocusFrame(ACol, ARow, ARect, left, right);
         }
     }
-    if (AState & gdFixed) DrawFixedFrame(ARect);
+    if (AState & gdFixed) drawFixedFrame(ARect);
 }
 
-void PriceGrid::DrawCellText(int ACol, int ARow, const TRect& ARect, GridDrawState AState,
+void PriceGrid::drawCellText(int ACol, int ARow, const TRect& ARect, GridDrawState AState,
                              SCGCellParam* AParam, GridOptions AOptions, const QString& AText,
                              TAlignment AAlignment, TextLayout ALayout, int AOverstrike) {
     TCanvas& cv = *FCanvas;
     const QString text = AText.isEmpty() ? QString(QChar(13)) : AText;
-    FCellTextDrawList = SplitTextLines(text);
+    FCellTextDrawList = splitTextLines(text);
     const int count = FCellTextDrawList.size();
-    const int H = ARect.Height() / count;
+    const int H = ARect.height() / count;
     const bool fixed = AState & gdFixed;
     for (int i = 0; i < count; ++i) {
         TRect L = ARect;
@@ -437,18 +437,18 @@ void PriceGrid::DrawCellText(int ACol, int ARow, const TRect& ARect, GridDrawSta
         QString line = FCellTextDrawList[i];
         TAlignment alignment = AAlignment;
         TextLayout layout = ALayout;
-        bool innerLine = AOptions.Contains(goHorzLine);
+        bool innerLine = AOptions.contains(goHorzLine);
         if (OnDrawTextOneLine) {
-            ResetCanvas();
+            resetCanvas();
             OnDrawTextOneLine(this, this, L, ACol, ARow, i, AState, line, alignment, layout,
                               innerLine);
         }
         if (AParam && AParam->OnDrawTextOneLine) {
-            ResetCanvas();
+            resetCanvas();
             AParam->OnDrawTextOneLine(AParam, this, L, ACol, ARow, i, AState, line, alignment,
                                       layout, innerLine);
         }
-        const int W = cv.TextWidth(line);
+        const int W = cv.textWidth(line);
         int X;
         switch (alignment) {
         case taRightJustify:
@@ -460,7 +460,7 @@ void PriceGrid::DrawCellText(int ACol, int ARow, const TRect& ARect, GridDrawSta
         default:
             X = ARect.Left + 2;
         }
-        const int T = cv.TextHeight(line);
+        const int T = cv.textHeight(line);
         int Y;
         switch (layout) {
         case tlCenter:
@@ -475,60 +475,60 @@ void PriceGrid::DrawCellText(int ACol, int ARow, const TRect& ARect, GridDrawSta
         const TBrushStyle keep = cv.Brush.Style;
         cv.Brush.Style = bsClear;
         for (int k = 0; k < AOverstrike; ++k)
-            cv.TextRect(L, X + k, Y, line);
+            cv.textRect(L, X + k, Y, line);
         cv.Brush.Style = keep;
         if (innerLine) {
             cv.Pen.Width = 1;
             cv.Pen.Style = psSolid;
             if (i > 0) {
-                cv.Pen.Color = fixed && Ctl3D() ? clBtnHighlight : RGBColor(192, 192, 192);
-                cv.MoveTo(L.Left, L.Top);
-                cv.LineTo(L.Right, L.Top);
+                cv.Pen.Color = fixed && ctl3D() ? clBtnHighlight : rgbColor(192, 192, 192);
+                cv.moveTo(L.Left, L.Top);
+                cv.lineTo(L.Right, L.Top);
             }
             if (i < count - 1 && fixed) {
                 cv.Pen.Color = clBtnShadow;
-                cv.MoveTo(L.Left, L.Bottom - 1);
-                cv.LineTo(L.Right, L.Bottom - 1);
+                cv.moveTo(L.Left, L.Bottom - 1);
+                cv.lineTo(L.Right, L.Bottom - 1);
             }
         }
     }
 }
 
-void PriceGrid::DoFillCell(int ACol, int ARow, GridDrawState AState, SCGCellParam* AParam,
+void PriceGrid::doFillCell(int ACol, int ARow, GridDrawState AState, SCGCellParam* AParam,
                            bool AUseFocus) {
     TCanvas& cv = *FCanvas;
-    const TRect R = CellRect(ACol, ARow);
-    if (AParam && !AParam->FontName().isEmpty())
-        cv.Font = Fonts()[Fonts().IndexOfName(AParam->FontName())]->Font();
+    const TRect R = cellRect(ACol, ARow);
+    if (AParam && !AParam->fontName().isEmpty())
+        cv.Font = fonts()[fonts().indexOfName(AParam->fontName())]->font();
     else
         cv.Font = Font();
-    if (ACol < FixedCols() || ARow < FixedRows()) AUseFocus = false;
+    if (ACol < fixedCols() || ARow < fixedRows()) AUseFocus = false;
     if (!AParam && (AState & gdFixed)) {
         cv.Brush.Style = bsSolid;
-        cv.Brush.Color = FixedColor();
-        cv.FillRect(R);
+        cv.Brush.Color = fixedColor();
+        cv.fillRect(R);
     } else {
         if (AUseFocus) {
-            PrepareFocusColors(AParam, AState);
-            cv.FillRect(R);
+            prepareFocusColors(AParam, AState);
+            cv.fillRect(R);
         } else if (AParam) {
             cv.Brush.Style = bsSolid;
-            cv.Brush.Color = AParam->CellColorEnabled() ? AParam->CellColor()
-                             : (AState & gdFixed)       ? FixedColor()
-                                                        : Color();
-            cv.FillRect(R);
-            if (AParam->FontColorEnabled()) cv.Font.Color = AParam->FontColor();
+            cv.Brush.Color = AParam->cellColorEnabled() ? AParam->cellColor()
+                             : (AState & gdFixed)       ? fixedColor()
+                                                        : color();
+            cv.fillRect(R);
+            if (AParam->fontColorEnabled()) cv.Font.Color = AParam->fontColor();
         } else {
             cv.Brush.Style = bsSolid;
-            cv.Brush.Color = Color();
-            cv.FillRect(R);
+            cv.Brush.Color = color();
+            cv.fillRect(R);
             cv.Font.Color = Font().Color;
         }
-        if (AParam && AParam->BrushEnabled()) {
-            cv.Brush = AParam->Brush();
+        if (AParam && AParam->brushEnabled()) {
+            cv.Brush = AParam->brush();
             cv.Pen.Width = 0;
             cv.Pen.Style = psClear;
-            cv.Rectangle(R.Left, R.Top, R.Right + 1, R.Bottom + 1);
+            cv.rectangle(R.Left, R.Top, R.Right + 1, R.Bottom + 1);
         }
     }
     cv.Brush.Style = bsClear;
@@ -538,84 +538,84 @@ void PriceGrid::DoFillCell(int ACol, int ARow, GridDrawState AState, SCGCellPara
     cv.Pen.Mode = pmCopy;
 }
 
-void PriceGrid::FillCell(int ACol, int ARow, GridDrawState AState) {
+void PriceGrid::fillCell(int ACol, int ARow, GridDrawState AState) {
     if (!FCanvas) return;
-    DoFillCell(ACol, ARow, AState, FindCellParam(ACol, ARow, false), true);
+    doFillCell(ACol, ARow, AState, findCellParam(ACol, ARow, false), true);
 }
 
-bool PriceGrid::PrepareFocusColors(SCGCellParam* AParam, GridDrawState AState) {
+bool PriceGrid::prepareFocusColors(SCGCellParam* AParam, GridDrawState AState) {
     const GridOptions options =
-        AParam && AParam->OptionsEnabled() ? AParam->Options() : InForceOptions();
-    const bool selected = (GridFocused() || FocusDraw()) && (AState & gdSelected) &&
-                          (options.Contains(goDrawFocusSelected) || !(AState & gdFocused) ||
-                           options.Contains(goRowSelect));
+        AParam && AParam->optionsEnabled() ? AParam->options() : inForceOptions();
+    const bool selected = (gridFocused() || focusDraw()) && (AState & gdSelected) &&
+                          (options.contains(goDrawFocusSelected) || !(AState & gdFocused) ||
+                           options.contains(goRowSelect));
     if (!selected) return false;
     TCanvas& cv = *FCanvas;
-    cv.Brush.Color = FocusCellColor();
+    cv.Brush.Color = focusCellColor();
     if (cv.Brush.Style == bsClear) cv.Brush.Style = bsSolid;
-    if (FocusCellFontColorEnabled())
-        cv.Font.Color = FocusCellFontColor();
-    else if (AParam && AParam->FontColorEnabled())
-        cv.Font.Color = AParam->FontColor();
+    if (focusCellFontColorEnabled())
+        cv.Font.Color = focusCellFontColor();
+    else if (AParam && AParam->fontColorEnabled())
+        cv.Font.Color = AParam->fontColor();
     return true;
 }
 
-void PriceGrid::InvertFramePixel(int X, int Y) {
+void PriceGrid::invertFramePixel(int X, int Y) {
     TCanvas& cv = *FCanvas;
-    const TColor C = cv.Pixel(X, Y);
+    const TColor C = cv.pixel(X, Y);
     if (C == clNone) return;
     TColor N = ~C & 0xFFFFFF;
-    const int diff = std::abs(GetRValue(C) - GetRValue(N)) + std::abs(GetGValue(C) - GetGValue(N)) +
-                     std::abs(GetBValue(C) - GetBValue(N));
+    const int diff = std::abs(getRValue(C) - getRValue(N)) + std::abs(getGValue(C) - getGValue(N)) +
+                     std::abs(getBValue(C) - getBValue(N));
     if (diff < 24) N = clWhite;
-    cv.SetPixel(X, Y, N);
+    cv.setPixel(X, Y, N);
 }
 
-void PriceGrid::DrawFocusFrame(int ACol, int ARow, const TRect& ARect, bool ALeftEdge,
+void PriceGrid::drawFocusFrame(int ACol, int ARow, const TRect& ARect, bool ALeftEdge,
                                bool ARightEdge) {
-    if (ACol < FixedCols() || ARow < FixedRows()) return;
+    if (ACol < fixedCols() || ARow < fixedRows()) return;
     TCanvas& cv = *FCanvas;
     cv.Pen.Style = psSolid;
     cv.Brush.Style = bsSolid;
     const TRect R = Rect(ARect.Left, ARect.Top, ARect.Right - 1, ARect.Bottom - 1);
     for (int I = 0; I <= (R.Right - R.Left) / 2; ++I) {
-        InvertFramePixel(R.Left + 2 * I, R.Top);
-        InvertFramePixel(R.Left + 2 * I, R.Bottom);
+        invertFramePixel(R.Left + 2 * I, R.Top);
+        invertFramePixel(R.Left + 2 * I, R.Bottom);
     }
     for (int I = 1; I <= (R.Bottom - R.Top - 1) / 2; ++I) {
-        if (ALeftEdge) InvertFramePixel(R.Left, R.Top + 2 * I);
-        if (ARightEdge) InvertFramePixel(R.Right, R.Top + 2 * I);
+        if (ALeftEdge) invertFramePixel(R.Left, R.Top + 2 * I);
+        if (ARightEdge) invertFramePixel(R.Right, R.Top + 2 * I);
     }
 }
 
-void PriceGrid::DrawFixedFrame(const TRect& ARect) {
-    if (!Ctl3D() || !FCanvas) return;
+void PriceGrid::drawFixedFrame(const TRect& ARect) {
+    if (!ctl3D() || !FCanvas) return;
     TCanvas& cv = *FCanvas;
     cv.Pen.Style = psSolid;
     cv.Pen.Mode = pmCopy;
     cv.Pen.Width = 1;
     cv.Pen.Color = clBtnHighlight;
-    cv.MoveTo(ARect.Right - 1, ARect.Top);
-    cv.LineTo(ARect.Left, ARect.Top);
-    cv.LineTo(ARect.Left, ARect.Bottom - 1);
+    cv.moveTo(ARect.Right - 1, ARect.Top);
+    cv.lineTo(ARect.Left, ARect.Top);
+    cv.lineTo(ARect.Left, ARect.Bottom - 1);
     cv.Pen.Color = clGray;
-    cv.LineTo(ARect.Right - 1, ARect.Bottom - 1);
-    cv.LineTo(ARect.Right - 1, ARect.Top);
+    cv.lineTo(ARect.Right - 1, ARect.Bottom - 1);
+    cv.lineTo(ARect.Right - 1, ARect.Top);
 }
 
 // ---------------------------------------------------------------- current cell
 
-bool PriceGrid::SelectCell(int ACol, int ARow) {
+bool PriceGrid::selectCell(int ACol, int ARow) {
     bool result = true;
     if (OnSelectCell) OnSelectCell(this, ACol, ARow, result);
-    SCGCellParam* newParam = FindCellParam(ACol, ARow, false);
-    SCGCellParam* oldParam = FindCellParam(FOldCol, FOldRow, false);
+    SCGCellParam* newParam = findCellParam(ACol, ARow, false);
+    SCGCellParam* oldParam = findCellParam(FOldCol, FOldRow, false);
     if (FEditor) {
-        ApplyCellFontToEditor(newParam);
-        SetImeModeOf(FEditor,
-                     newParam && newParam->ImeModeEnabled() ? newParam->ImeMode() : ImeMode());
+        applyCellFontToEditor(newParam);
+        setImeModeOf(FEditor,
+                     newParam && newParam->imeModeEnabled() ? newParam->imeMode() : imeMode());
     }
-    SetInForceOptions(newParam && newParam->OptionsEnabled() ? newParam->Options() : Options());
+    setInForceOptions(newParam && newParam->optionsEnabled() ? newParam->options() : Options());
     const int oc = FOldCol, orow = FOldRow;
     if (ACol != oc || ARow != orow) {
         try {
@@ -648,22 +648,22 @@ bool PriceGrid::SelectCell(int ACol, int ARow) {
     return result;
 }
 
-void PriceGrid::Loaded() {
-    PriceGridModel::Loaded();
-    FOldCol = Col();
-    FOldRow = Row();
-    SelectCell(Col(), Row());
-    Invalidate();
+void PriceGrid::loaded() {
+    PriceGridModel::loaded();
+    FOldCol = col();
+    FOldRow = row();
+    selectCell(col(), row());
+    invalidate();
 }
 
-void PriceGrid::DoEnter() {
-    SelectCell(Col(), Row());
+void PriceGrid::doEnter() {
+    selectCell(col(), row());
 }
 
 void PriceGrid::focusInEvent(QFocusEvent* event) {
-    RunGuarded(OnFailure, [&] {
+    runGuarded(OnFailure, [&] {
         QWidget::focusInEvent(event);
-        DoEnter();
+        doEnter();
         update();
     });
 }
@@ -675,45 +675,45 @@ void PriceGrid::focusOutEvent(QFocusEvent* event) {
 
 // ---------------------------------------------------------------- keyboard and mouse
 
-void PriceGrid::MoveBy(int dCol, int dRow, bool extend) {
-    const bool range = extend && InForceOptions().Contains(goRangeSelect);
-    FocusCell(Col() + dCol, Row() + dRow, !range);
+void PriceGrid::moveBy(int dCol, int dRow, bool extend) {
+    const bool range = extend && inForceOptions().contains(goRangeSelect);
+    focusCell(col() + dCol, row() + dRow, !range);
 }
 
-bool PriceGrid::GridKey(int key, ShiftState shift) {
+bool PriceGrid::gridKey(int key, ShiftState shift) {
     const bool extend = shift & ssShift;
-    const int page = std::max(1, (height() / std::max(1, DefaultRowHeight())) - FixedRows());
+    const int page = std::max(1, (height() / std::max(1, defaultRowHeight())) - fixedRows());
     switch (key) {
     case VK_LEFT:
-        MoveBy(-1, 0, extend);
+        moveBy(-1, 0, extend);
         return true;
     case VK_RIGHT:
-        MoveBy(1, 0, extend);
+        moveBy(1, 0, extend);
         return true;
     case VK_UP:
-        MoveBy(0, -1, extend);
+        moveBy(0, -1, extend);
         return true;
     case VK_DOWN:
-        MoveBy(0, 1, extend);
+        moveBy(0, 1, extend);
         return true;
     case VK_PRIOR:
-        MoveBy(0, -page, extend);
+        moveBy(0, -page, extend);
         return true;
     case VK_NEXT:
-        MoveBy(0, page, extend);
+        moveBy(0, page, extend);
         return true;
     case VK_HOME:
-        FocusCell(FixedCols(), Row(), !extend);
+        focusCell(fixedCols(), row(), !extend);
         return true;
     case VK_END:
-        FocusCell(ColCount() - 1, Row(), !extend);
+        focusCell(colCount() - 1, row(), !extend);
         return true;
     case VK_TAB:
-        if (!InForceOptions().Contains(goTabs)) return false;
-        MoveBy((shift & ssShift) ? -1 : 1, 0, false);
+        if (!inForceOptions().contains(goTabs)) return false;
+        moveBy((shift & ssShift) ? -1 : 1, 0, false);
         return true;
     case VK_F1 + 1: // F2
-        ShowEditor();
+        showEditor();
         return true;
     default:
         return false;
@@ -721,32 +721,32 @@ bool PriceGrid::GridKey(int key, ShiftState shift) {
 }
 
 void PriceGrid::keyPressEvent(QKeyEvent* event) {
-    RunGuarded(OnFailure, [&] {
-        const int code = VirtualKeyOf(event);
+    runGuarded(OnFailure, [&] {
+        const int code = virtualKeyOf(event);
         int key = code;
-        const ShiftState shift = ShiftStateOf(event->modifiers());
+        const ShiftState shift = shiftStateOf(event->modifiers());
         // A handler that raises ends the key here.
         if (OnKeyDown) OnKeyDown(this, key, shift);
         if (key == 0 && code != 0) return;
-        if (GridKey(key, shift)) return;
-        if (key == VK_BACK && !EditorMode() && InForceOptions().Contains(goEditing) &&
+        if (gridKey(key, shift)) return;
+        if (key == VK_BACK && !editorMode() && inForceOptions().contains(goEditing) &&
             !(shift & (ssCtrl | ssAlt))) {
             // Backspace goes into the cell like a typed character: the editor
             // opens with the whole text selected, and the key deletes it.
-            ShowEditor();
-            if (EditorMode() && !FEditor->text().isEmpty()) {
+            showEditor();
+            if (editorMode() && !FEditor->text().isEmpty()) {
                 FEditor->clear();
-                EditorTextEdited(QString());
+                editorTextEdited(QString());
             }
             return;
         }
         const QString text = event->text();
-        if (!EditorMode() && InForceOptions().Contains(goEditing) && text.size() == 1 &&
+        if (!editorMode() && inForceOptions().contains(goEditing) && text.size() == 1 &&
             text.at(0).isPrint() && !(shift & (ssCtrl | ssAlt))) {
-            ShowEditor();
-            if (EditorMode()) {
+            showEditor();
+            if (editorMode()) {
                 FEditor->setText(text);
-                EditorTextEdited(text);
+                editorTextEdited(text);
             }
             return;
         }
@@ -754,52 +754,52 @@ void PriceGrid::keyPressEvent(QKeyEvent* event) {
     });
 }
 
-int PriceGrid::ColumnBorderAt(int x, int y) const {
-    if (!InForceOptions().Contains(goColSizing) || FixedRows() == 0) return -1;
-    if (y >= CellRect(0, FixedRows()).Top) return -1;
-    for (int c = 0; c < ColCount(); ++c) {
-        const int right = CellRect(c, 0).Right;
+int PriceGrid::columnBorderAt(int x, int y) const {
+    if (!inForceOptions().contains(goColSizing) || fixedRows() == 0) return -1;
+    if (y >= cellRect(0, fixedRows()).Top) return -1;
+    for (int c = 0; c < colCount(); ++c) {
+        const int right = cellRect(c, 0).Right;
         if (std::abs(x - right) <= 2) return c;
     }
     return -1;
 }
 
 void PriceGrid::mousePressEvent(QMouseEvent* event) {
-    RunGuarded(OnFailure, [&] {
+    runGuarded(OnFailure, [&] {
         if (event->button() != Qt::LeftButton) return;
         setFocus(Qt::MouseFocusReason);
         const QPoint pos = event->position().toPoint();
-        const int border = ColumnBorderAt(pos.x(), pos.y());
+        const int border = columnBorderAt(pos.x(), pos.y());
         if (border >= 0) {
             FSizingCol = border;
             FSizingStartX = pos.x();
-            FSizingStartWidth = ColWidths(border);
+            FSizingStartWidth = colWidths(border);
             return;
         }
         int c, r;
-        if (!MouseToCell(pos.x(), pos.y(), c, r)) return;
-        if (c < FixedCols() || r < FixedRows()) return;
+        if (!mouseToCell(pos.x(), pos.y(), c, r)) return;
+        if (c < fixedCols() || r < fixedRows()) return;
         const bool extend = event->modifiers().testFlag(Qt::ShiftModifier) &&
-                            InForceOptions().Contains(goRangeSelect);
-        FocusCell(c, r, !extend);
-        FSelecting = InForceOptions().Contains(goRangeSelect);
+                            inForceOptions().contains(goRangeSelect);
+        focusCell(c, r, !extend);
+        FSelecting = inForceOptions().contains(goRangeSelect);
     });
 }
 
 void PriceGrid::mouseMoveEvent(QMouseEvent* event) {
-    RunGuarded(OnFailure, [&] {
+    runGuarded(OnFailure, [&] {
         const QPoint pos = event->position().toPoint();
         if (FSizingCol >= 0) {
-            SetColWidths(FSizingCol, std::max(0, FSizingStartWidth + pos.x() - FSizingStartX));
+            setColWidths(FSizingCol, std::max(0, FSizingStartWidth + pos.x() - FSizingStartX));
             return;
         }
-        setCursor(ColumnBorderAt(pos.x(), pos.y()) >= 0 ? Qt::SplitHCursor : Qt::ArrowCursor);
+        setCursor(columnBorderAt(pos.x(), pos.y()) >= 0 ? Qt::SplitHCursor : Qt::ArrowCursor);
         if (!FSelecting || !(event->buttons() & Qt::LeftButton)) return;
         int c, r;
-        if (!MouseToCell(pos.x(), pos.y(), c, r)) return;
-        c = std::max(c, FixedCols());
-        r = std::max(r, FixedRows());
-        if (c != Col() || r != Row()) FocusCell(c, r, false);
+        if (!mouseToCell(pos.x(), pos.y(), c, r)) return;
+        c = std::max(c, fixedCols());
+        r = std::max(r, fixedRows());
+        if (c != col() || r != row()) focusCell(c, r, false);
     });
 }
 
@@ -810,11 +810,11 @@ void PriceGrid::mouseReleaseEvent(QMouseEvent* event) {
 }
 
 void PriceGrid::mouseDoubleClickEvent(QMouseEvent* event) {
-    RunGuarded(OnFailure, [&] {
+    runGuarded(OnFailure, [&] {
         if (event->button() != Qt::LeftButton) return;
         const QPoint pos = event->position().toPoint();
         int c, r;
-        if (!MouseToCell(pos.x(), pos.y(), c, r)) return;
-        if (c == Col() && r == Row()) ShowEditor();
+        if (!mouseToCell(pos.x(), pos.y(), c, r)) return;
+        if (c == col() && r == row()) showEditor();
     });
 }

@@ -5,8 +5,8 @@
 // grid's events; and on top of it the cell drawing and current-cell
 // tracking of PriceGrid.
 //
-// Painting: every cell of the grid is drawn by DrawCell into an off-screen
-// image (RenderImage), and paintEvent only copies that image to the screen,
+// Painting: every cell of the grid is drawn by drawCell into an off-screen
+// image (renderImage), and paintEvent only copies that image to the screen,
 // so a picture can be checked pixel by pixel.
 //
 // Keys: OnKeyDown receives every key pressed in the grid and in its
@@ -15,7 +15,7 @@
 // on a double click, on F2, or on typing into the current cell, while
 // goEditing is in force (typing puts the character in, Backspace empties
 // the cell); it closes on Enter, on Escape (restoring the cell),
-// on moving to another cell and on SetEditorMode(false). Each edit writes
+// on moving to another cell and on setEditorMode(false). Each edit writes
 // the cell's string at once and fires OnSetEditText.
 
 #include "controls/controlerrors.h"
@@ -71,47 +71,47 @@ public:
     NotifyEvent BeforeDraw;
 
     // The control's own text, handed to OnOutCellText as ACaption.
-    QString Text() const { return FText; }
-    void SetText(const QString& value) { FText = value; }
+    QString text() const { return FText; }
+    void setText(const QString& value) { FText = value; }
 
-    // True from a SelectCell until the end of the next complete paint.
-    bool CurrentCellMoved() const { return FCurrentCellMoved; }
+    // True from a selectCell until the end of the next complete paint.
+    bool currentCellMoved() const { return FCurrentCellMoved; }
     // The in-place editor; null until it is first opened.
-    QLineEdit* InplaceEditor() const;
-    bool EditorMode() const;
-    void SetEditorMode(bool open);
-    void ShowEditor();
-    void HideEditor();
+    QLineEdit* inplaceEditor() const;
+    bool editorMode() const;
+    void setEditorMode(bool open);
+    void showEditor();
+    void hideEditor();
 
-    // Moves the current cell through SelectCell (which may refuse) and
+    // Moves the current cell through selectCell (which may refuse) and
     // makes it the whole selection. Returns false when refused.
-    void SetCol(int value);
-    void SetRow(int value);
-    bool FocusCell(int ACol, int ARow, bool AMoveAnchor);
+    void setCol(int value);
+    void setRow(int value);
+    bool focusCell(int ACol, int ARow, bool AMoveAnchor);
     // Sets the selection; the current cell becomes its bottom right, the
-    // anchor its top left. No SelectCell, no events.
-    void SetSelection(const TGridRect& value);
+    // anchor its top left. No selectCell, no events.
+    void setSelection(const TGridRect& value);
 
     void Repaint();
-    void Invalidate() override;
-    void InvalidateCell(int ACol, int ARow) override;
+    void invalidate() override;
+    void invalidateCell(int ACol, int ARow) override;
 
     // Paints every cell into the off-screen image and returns it.
-    QImage RenderImage();
+    QImage renderImage();
     // The canvas of the paint in progress; null outside a paint.
-    TCanvas* Canvas() const { return FCanvas; }
+    TCanvas* canvas() const { return FCanvas; }
     // True while the grid or its editor has the input focus.
-    bool GridFocused() const;
+    bool gridFocused() const;
 
     // Fills a cell as a selected cell would be (during a paint).
-    void FillCell(int ACol, int ARow, GridDrawState AState);
-    // The raised frame of a fixed cell (with Ctl3D only).
-    void DrawFixedFrame(const TRect& ARect);
+    void fillCell(int ACol, int ARow, GridDrawState AState);
+    // The raised frame of a fixed cell (with ctl3D only).
+    void drawFixedFrame(const TRect& ARect);
 
-    void Loaded() override;
-    virtual bool SelectCell(int ACol, int ARow);
-    virtual void DrawCell(int ACol, int ARow, const TRect& ARect, GridDrawState AState);
-    virtual void DoFillCell(int ACol, int ARow, GridDrawState AState, SCGCellParam* AParam,
+    void loaded() override;
+    virtual bool selectCell(int ACol, int ARow);
+    virtual void drawCell(int ACol, int ARow, const TRect& ARect, GridDrawState AState);
+    virtual void doFillCell(int ACol, int ARow, GridDrawState AState, SCGCellParam* AParam,
                             bool AUseFocus);
 
     QSize sizeHint() const override;
@@ -125,31 +125,31 @@ protected:
     void mouseDoubleClickEvent(QMouseEvent* event) override;
     void focusInEvent(QFocusEvent* event) override;
     void focusOutEvent(QFocusEvent* event) override;
-    void GeometryChanged() override;
-    void ApplyImeMode() override;
-    void DoEnter();
+    void geometryChanged() override;
+    void applyImeMode() override;
+    void doEnter();
 
 private:
     friend class InplaceEdit;
-    bool PrepareFocusColors(SCGCellParam* AParam, GridDrawState AState);
-    void DrawFocusFrame(int ACol, int ARow, const TRect& ARect, bool ALeftEdge, bool ARightEdge);
-    void InvertFramePixel(int X, int Y);
-    void DrawCellText(int ACol, int ARow, const TRect& ARect, GridDrawState AState,
+    bool prepareFocusColors(SCGCellParam* AParam, GridDrawState AState);
+    void drawFocusFrame(int ACol, int ARow, const TRect& ARect, bool ALeftEdge, bool ARightEdge);
+    void invertFramePixel(int X, int Y);
+    void drawCellText(int ACol, int ARow, const TRect& ARect, GridDrawState AState,
                       SCGCellParam* AParam, GridOptions AOptions, const QString& AText,
                       TAlignment AAlignment, TextLayout ALayout, int AOverstrike);
-    void ResetCanvas();
-    void SaveCanvas();
-    void DrawGridLines();
-    void CreateEditor();
-    void ApplyCellFontToEditor(SCGCellParam* AParam);
+    void resetCanvas();
+    void saveCanvas();
+    void drawGridLines();
+    void createEditor();
+    void applyCellFontToEditor(SCGCellParam* AParam);
     // Input-method modes map onto Qt's input method switch: disabled and
     // closed turn it off, the others leave it on.
-    static void SetImeModeOf(QWidget* widget, TImeMode mode);
-    void EditorTextEdited(const QString& text);
+    static void setImeModeOf(QWidget* widget, TImeMode mode);
+    void editorTextEdited(const QString& text);
     // Key handling shared by the grid and the editor; true when handled.
-    bool GridKey(int key, ShiftState shift);
-    void MoveBy(int dCol, int dRow, bool extend);
-    int ColumnBorderAt(int x, int y) const;
+    bool gridKey(int key, ShiftState shift);
+    void moveBy(int dCol, int dRow, bool extend);
+    int columnBorderAt(int x, int y) const;
 
     QString FText;
     QImage FBuffer;

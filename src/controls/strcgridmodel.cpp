@@ -21,16 +21,16 @@ QString u8(const char* text) {
 // ---------------------------------------------------------------- SCGCellParam
 
 SCGCellParam::SCGCellParam(SCGCellParams* ACollection) : FCollection(ACollection) {
-    if (FCollection && FCollection->Owner()) FOptions = FCollection->Owner()->Options();
+    if (FCollection && FCollection->owner()) FOptions = FCollection->owner()->Options();
 }
 
 SCGCellParam::~SCGCellParam() = default;
 
-int SCGCellParam::Index() const {
-    return FCollection ? FCollection->IndexOf(this) : -1;
+int SCGCellParam::index() const {
+    return FCollection ? FCollection->indexOf(this) : -1;
 }
 
-void SCGCellParam::Assign(const SCGCellParam& source) {
+void SCGCellParam::assign(const SCGCellParam& source) {
     if (&source == this) return;
     FAlignment = source.FAlignment;
     FCol = source.FCol;
@@ -64,174 +64,174 @@ void SCGCellParam::Assign(const SCGCellParam& source) {
     OnOutCellText = source.OnOutCellText;
     OnDrawTextOneLine = source.OnDrawTextOneLine;
     OnDrawCell = source.OnDrawCell;
-    Changed();
+    changed();
 }
 
-QString SCGCellParam::GetDisplayName() const {
+QString SCGCellParam::getDisplayName() const {
     return QString::asprintf("%s (%3d,%3d)-(%3d,%3d)", FName.toUtf8().constData(), FCol, FRow,
                              FColMax, FRowMax);
 }
 
-QString SCGCellParam::Failure(const char* text) const {
-    return GetDisplayName() + u8(text);
+QString SCGCellParam::failure(const char* text) const {
+    return getDisplayName() + u8(text);
 }
 
-void SCGCellParam::Changed() {
-    if (FCollection) FCollection->Update(this);
+void SCGCellParam::changed() {
+    if (FCollection) FCollection->update(this);
 }
 
-bool SCGCellParam::GridLoading() const {
-    return FCollection && FCollection->Owner() && FCollection->Owner()->IsLoading();
+bool SCGCellParam::gridLoading() const {
+    return FCollection && FCollection->owner() && FCollection->owner()->isLoading();
 }
 
-bool SCGCellParam::Governs(int col, int row) const {
+bool SCGCellParam::governs(int col, int row) const {
     if (FRangeEnabled) return FCol <= col && col <= FColMax && FRow <= row && row <= FRowMax;
     return FCol == col && FRow == row;
 }
 
-void SCGCellParam::SetAlignment(TAlignment value) {
+void SCGCellParam::setAlignment(TAlignment value) {
     FAlignment = value;
-    Changed();
+    changed();
 }
 
-void SCGCellParam::SetCol(int value) {
-    if (value < 0) throw ControlRangeError(Failure(".Col の値が 0 を下まわりました"));
+void SCGCellParam::setCol(int value) {
+    if (value < 0) throw ControlRangeError(failure(".Col の値が 0 を下まわりました"));
     const int old = FCol;
     FCol = value;
     try {
-        SetRangeEnabled(FRangeEnabled);
+        setRangeEnabled(FRangeEnabled);
     } catch (...) {
         FCol = old;
         throw;
     }
-    Changed();
+    changed();
 }
 
-void SCGCellParam::SetColMax(int value) {
+void SCGCellParam::setColMax(int value) {
     const int old = FColMax;
     FColMax = value;
     try {
-        SetRangeEnabled(FRangeEnabled);
+        setRangeEnabled(FRangeEnabled);
     } catch (...) {
         FColMax = old;
         throw;
     }
-    Changed();
+    changed();
 }
 
-void SCGCellParam::SetRow(int value) {
-    if (value < 0) throw ControlRangeError(Failure(".Row の値が 0 を下まわりました"));
+void SCGCellParam::setRow(int value) {
+    if (value < 0) throw ControlRangeError(failure(".Row の値が 0 を下まわりました"));
     const int old = FRow;
     FRow = value;
     try {
-        SetRangeEnabled(FRangeEnabled);
+        setRangeEnabled(FRangeEnabled);
     } catch (...) {
         FRow = old;
         throw;
     }
-    Changed();
+    changed();
 }
 
-void SCGCellParam::SetRowMax(int value) {
+void SCGCellParam::setRowMax(int value) {
     const int old = FRowMax;
     FRowMax = value;
     try {
-        SetRangeEnabled(FRangeEnabled);
+        setRangeEnabled(FRangeEnabled);
     } catch (...) {
         FRowMax = old;
         throw;
     }
-    Changed();
+    changed();
 }
 
-void SCGCellParam::SetRangeEnabled(bool value) {
-    if (value && !GridLoading() && (FCol > FColMax || FRow > FRowMax))
+void SCGCellParam::setRangeEnabled(bool value) {
+    if (value && !gridLoading() && (FCol > FColMax || FRow > FRowMax))
         throw ControlRangeError(u8(kRangeError));
     FRangeEnabled = value;
-    Changed();
+    changed();
 }
 
-void SCGCellParam::SetCaption(const QString& value) {
+void SCGCellParam::setCaption(const QString& value) {
     FCaption = value;
-    Changed();
+    changed();
 }
 
-void SCGCellParam::SetCaptionType(SCGCellCaptionType value) {
+void SCGCellParam::setCaptionType(SCGCellCaptionType value) {
     FCaptionType = value;
-    Changed();
+    changed();
 }
 
-void SCGCellParam::SetCellColor(TColor value) {
+void SCGCellParam::setCellColor(TColor value) {
     FCellColor = value;
-    Changed();
+    changed();
 }
 
-void SCGCellParam::SetCellColorEnabled(bool value) {
+void SCGCellParam::setCellColorEnabled(bool value) {
     FCellColorEnabled = value;
-    Changed();
+    changed();
 }
 
-void SCGCellParam::SetBrush(const TBrush& value) {
+void SCGCellParam::setBrush(const TBrush& value) {
     FBrush = value;
-    Changed();
+    changed();
 }
 
-void SCGCellParam::SetBrushStyle(TBrushStyle value) {
+void SCGCellParam::setBrushStyle(TBrushStyle value) {
     FBrush.Style = value;
-    Changed();
+    changed();
 }
 
-void SCGCellParam::SetBrushColor(TColor value) {
+void SCGCellParam::setBrushColor(TColor value) {
     FBrush.Color = value;
-    Changed();
+    changed();
 }
 
-void SCGCellParam::SetBrushEnabled(bool value) {
+void SCGCellParam::setBrushEnabled(bool value) {
     FBrushEnabled = value;
-    Changed();
+    changed();
 }
 
-void SCGCellParam::SetFontName(const QString& value) {
+void SCGCellParam::setFontName(const QString& value) {
     FFontName = value;
-    if (!value.isEmpty() && !GridLoading() && FCollection && FCollection->Owner()) {
+    if (!value.isEmpty() && !gridLoading() && FCollection && FCollection->owner()) {
         try {
-            FCollection->Owner()->Fonts().IndexOfName(value);
+            FCollection->owner()->fonts().indexOfName(value);
         } catch (const ControlError&) {
             FFontName.clear();
         }
     }
-    Changed();
+    changed();
 }
 
-void SCGCellParam::SetFontColor(TColor value) {
+void SCGCellParam::setFontColor(TColor value) {
     FFontColor = value;
-    Changed();
+    changed();
 }
 
-void SCGCellParam::SetFontColorEnabled(bool value) {
+void SCGCellParam::setFontColorEnabled(bool value) {
     FFontColorEnabled = value;
-    Changed();
+    changed();
 }
 
-void SCGCellParam::SetFontWidth(int value) {
-    if (value < 0) throw ControlRangeError(Failure(".FontWidth の値が範囲を超えました"));
+void SCGCellParam::setFontWidth(int value) {
+    if (value < 0) throw ControlRangeError(failure(".FontWidth の値が範囲を超えました"));
     FFontWidth = value;
-    Changed();
+    changed();
 }
 
-void SCGCellParam::SetLayout(TextLayout value) {
+void SCGCellParam::setLayout(TextLayout value) {
     FLayout = value;
-    Changed();
+    changed();
 }
 
-void SCGCellParam::SetOptions(GridOptions value) {
+void SCGCellParam::setOptions(GridOptions value) {
     FOptions = value;
-    Changed();
+    changed();
 }
 
-void SCGCellParam::SetOptionsEnabled(bool value) {
+void SCGCellParam::setOptionsEnabled(bool value) {
     FOptionsEnabled = value;
-    Changed();
+    changed();
 }
 
 // ---------------------------------------------------------------- SCGCellParams
@@ -240,60 +240,60 @@ SCGCellParams::SCGCellParams(PriceGridModel* AOwner) : FOwner(AOwner) {}
 
 SCGCellParams::~SCGCellParams() = default;
 
-SCGCellParam* SCGCellParams::Add() {
+SCGCellParam* SCGCellParams::add() {
     FItems.push_back(std::make_unique<SCGCellParam>(this));
     SCGCellParam* item = FItems.back().get();
-    item->SetName(u8("パラメータ") + QString::number(Count()));
+    item->setName(u8("パラメータ") + QString::number(count()));
     return item;
 }
 
 void SCGCellParams::Delete(int index) {
-    if (index < 0 || index >= Count()) listIndexError(index);
+    if (index < 0 || index >= count()) listIndexError(index);
     FItems.erase(FItems.begin() + index);
 }
 
-void SCGCellParams::Clear() {
+void SCGCellParams::clear() {
     FItems.clear();
 }
 
-int SCGCellParams::IndexOf(const SCGCellParam* item) const {
-    for (int i = 0; i < Count(); ++i)
+int SCGCellParams::indexOf(const SCGCellParam* item) const {
+    for (int i = 0; i < count(); ++i)
         if (FItems[std::size_t(i)].get() == item) return i;
     return -1;
 }
 
-SCGCellParam* SCGCellParams::GetPropertyItem(int index) const {
-    if (index < 0 || index >= Count()) listIndexError(index);
+SCGCellParam* SCGCellParams::getPropertyItem(int index) const {
+    if (index < 0 || index >= count()) listIndexError(index);
     return FItems[std::size_t(index)].get();
 }
 
-void SCGCellParams::SetPropertyItem(int index, const SCGCellParam& value) {
-    GetPropertyItem(index)->Assign(value);
+void SCGCellParams::setPropertyItem(int index, const SCGCellParam& value) {
+    getPropertyItem(index)->assign(value);
 }
 
-SCGCellParam* SCGCellParams::ItemByName(const QString& AName) const {
-    for (int i = Count() - 1; i >= 0; --i)
-        if (FItems[std::size_t(i)]->Name() == AName) return FItems[std::size_t(i)].get();
+SCGCellParam* SCGCellParams::itemByName(const QString& AName) const {
+    for (int i = count() - 1; i >= 0; --i)
+        if (FItems[std::size_t(i)]->name() == AName) return FItems[std::size_t(i)].get();
     throw ControlRangeError(AName + u8(" はセルパラメータの中にありません"));
 }
 
-SCGCellParam* SCGCellParams::ItemByPos(int ACol, int ARow) const {
-    for (int i = Count() - 1; i >= 0; --i)
-        if (FItems[std::size_t(i)]->Governs(ACol, ARow)) return FItems[std::size_t(i)].get();
+SCGCellParam* SCGCellParams::itemByPos(int ACol, int ARow) const {
+    for (int i = count() - 1; i >= 0; --i)
+        if (FItems[std::size_t(i)]->governs(ACol, ARow)) return FItems[std::size_t(i)].get();
     throw ControlRangeError(
         QString::asprintf("列 %d, 行%d にはセルパラメータがありません", ACol, ARow));
 }
 
-void SCGCellParams::Assign(const SCGCellParams& source) {
+void SCGCellParams::assign(const SCGCellParams& source) {
     if (&source == this) return;
-    Clear();
+    clear();
     for (const auto& item : source.FItems) {
         FItems.push_back(std::make_unique<SCGCellParam>(this));
-        FItems.back()->Assign(*item);
+        FItems.back()->assign(*item);
     }
 }
 
-void SCGCellParams::Update(SCGCellParam* item) {
+void SCGCellParams::update(SCGCellParam* item) {
     // At run time a change of an entry repaints nothing: the caller asks
     // for the repaint.
     Q_UNUSED(item);
@@ -302,48 +302,48 @@ void SCGCellParams::Update(SCGCellParam* item) {
 // ---------------------------------------------------------------- SCGCellFont
 
 SCGCellFont::SCGCellFont(SCGCellFonts* ACollection) : FCollection(ACollection) {
-    if (FCollection && FCollection->Owner()) FFont = FCollection->Owner()->Font();
+    if (FCollection && FCollection->owner()) FFont = FCollection->owner()->Font();
 }
 
 SCGCellFont::~SCGCellFont() {
-    if (!FCollection || !FCollection->Owner()) return;
-    SCGCellParams& params = FCollection->Owner()->CellParams();
-    for (int i = 0; i < params.Count(); ++i)
+    if (!FCollection || !FCollection->owner()) return;
+    SCGCellParams& params = FCollection->owner()->cellParams();
+    for (int i = 0; i < params.count(); ++i)
         if (params[i]->FFontName == FName && !FName.isEmpty()) params[i]->FFontName.clear();
 }
 
-int SCGCellFont::Index() const {
-    return FCollection ? FCollection->IndexOf(this) : -1;
+int SCGCellFont::index() const {
+    return FCollection ? FCollection->indexOf(this) : -1;
 }
 
-void SCGCellFont::SetFont(const FontSpec& value) {
+void SCGCellFont::setFont(const FontSpec& value) {
     FFont = value;
 }
 
-void SCGCellFont::SetName(const QString& value) {
+void SCGCellFont::setName(const QString& value) {
     if (value.isEmpty()) throw ControlError(u8("フォント名は空にできません"));
-    const bool loading = FCollection && FCollection->Owner() && FCollection->Owner()->IsLoading();
+    const bool loading = FCollection && FCollection->owner() && FCollection->owner()->isLoading();
     if (!loading && FCollection) {
-        for (int i = 0; i < FCollection->Count(); ++i)
-            if (FCollection->GetPropertyItem(i)->Name() == value)
+        for (int i = 0; i < FCollection->count(); ++i)
+            if (FCollection->getPropertyItem(i)->name() == value)
                 throw ControlError(u8("このフォント名はすでに使用されています"));
     }
     const QString old = FName;
     FName = value;
-    if (FCollection && FCollection->Owner() && !old.isEmpty()) {
-        SCGCellParams& params = FCollection->Owner()->CellParams();
-        for (int i = 0; i < params.Count(); ++i)
+    if (FCollection && FCollection->owner() && !old.isEmpty()) {
+        SCGCellParams& params = FCollection->owner()->cellParams();
+        for (int i = 0; i < params.count(); ++i)
             if (params[i]->FFontName == old) params[i]->FFontName = value;
     }
 }
 
-void SCGCellFont::Assign(const SCGCellFont& source) {
+void SCGCellFont::assign(const SCGCellFont& source) {
     FFont = source.FFont;
     FName = source.FName;
 }
 
-QString SCGCellFont::GetDisplayName() const {
-    return QStringLiteral("%1( %2, %3 )").arg(FName, FFont.Name()).arg(FFont.Size());
+QString SCGCellFont::getDisplayName() const {
+    return QStringLiteral("%1( %2, %3 )").arg(FName, FFont.name()).arg(FFont.size());
 }
 
 // ---------------------------------------------------------------- SCGCellFonts
@@ -351,53 +351,53 @@ QString SCGCellFont::GetDisplayName() const {
 SCGCellFonts::SCGCellFonts(PriceGridModel* AOwner) : FOwner(AOwner) {}
 
 SCGCellFonts::~SCGCellFonts() {
-    Clear();
+    clear();
 }
 
-SCGCellFont* SCGCellFonts::Add() {
+SCGCellFont* SCGCellFonts::add() {
     FItems.push_back(std::make_unique<SCGCellFont>(this));
     SCGCellFont* item = FItems.back().get();
-    item->FName = u8("フォント") + QString::number(Count());
+    item->FName = u8("フォント") + QString::number(count());
     return item;
 }
 
 void SCGCellFonts::Delete(int index) {
-    if (index < 0 || index >= Count()) listIndexError(index);
+    if (index < 0 || index >= count()) listIndexError(index);
     FItems.erase(FItems.begin() + index);
 }
 
-void SCGCellFonts::Clear() {
+void SCGCellFonts::clear() {
     while (!FItems.empty())
         FItems.pop_back();
 }
 
-int SCGCellFonts::IndexOf(const SCGCellFont* item) const {
-    for (int i = 0; i < Count(); ++i)
+int SCGCellFonts::indexOf(const SCGCellFont* item) const {
+    for (int i = 0; i < count(); ++i)
         if (FItems[std::size_t(i)].get() == item) return i;
     return -1;
 }
 
-SCGCellFont* SCGCellFonts::GetPropertyItem(int index) const {
-    if (index < 0 || index >= Count()) listIndexError(index);
+SCGCellFont* SCGCellFonts::getPropertyItem(int index) const {
+    if (index < 0 || index >= count()) listIndexError(index);
     return FItems[std::size_t(index)].get();
 }
 
-void SCGCellFonts::SetPropertyItem(int index, const SCGCellFont& value) {
-    GetPropertyItem(index)->Assign(value);
+void SCGCellFonts::setPropertyItem(int index, const SCGCellFont& value) {
+    getPropertyItem(index)->assign(value);
 }
 
-int SCGCellFonts::IndexOfName(const QString& AFontName) const {
-    for (int i = 0; i < Count(); ++i)
-        if (FItems[std::size_t(i)]->Name() == AFontName) return i;
+int SCGCellFonts::indexOfName(const QString& AFontName) const {
+    for (int i = 0; i < count(); ++i)
+        if (FItems[std::size_t(i)]->name() == AFontName) return i;
     throw ControlError(u8(kFontNotRegistered));
 }
 
-void SCGCellFonts::Assign(const SCGCellFonts& source) {
+void SCGCellFonts::assign(const SCGCellFonts& source) {
     if (&source == this) return;
-    Clear();
+    clear();
     for (const auto& item : source.FItems) {
         FItems.push_back(std::make_unique<SCGCellFont>(this));
-        FItems.back()->Assign(*item);
+        FItems.back()->assign(*item);
     }
 }
 
@@ -406,244 +406,244 @@ void SCGCellFonts::Assign(const SCGCellFonts& source) {
 PriceGridModel::PriceGridModel()
     : FCellParams(std::make_unique<SCGCellParams>(this)),
       FFonts(std::make_unique<SCGCellFonts>(this)) {
-    SetInForceOptions(FInsideOptions);
-    SetDefaultDrawing(false);
+    setInForceOptions(FInsideOptions);
+    setDefaultDrawing(false);
 }
 
 PriceGridModel::~PriceGridModel() {
-    // Fonts first: a destroyed font clears the names in the entries.
-    FFonts->Clear();
+    // fonts first: a destroyed font clears the names in the entries.
+    FFonts->clear();
 }
 
-void PriceGridModel::SetFocusCellColor(TColor value) {
+void PriceGridModel::setFocusCellColor(TColor value) {
     FFocusCellColor = value;
-    Invalidate();
+    invalidate();
 }
 
-void PriceGridModel::SetFocusCellFontColor(TColor value) {
+void PriceGridModel::setFocusCellFontColor(TColor value) {
     FFocusCellFontColor = value;
-    Invalidate();
+    invalidate();
 }
 
-void PriceGridModel::SetFocusCellFontColorEnabled(bool value) {
+void PriceGridModel::setFocusCellFontColorEnabled(bool value) {
     FFocusCellFontColorEnabled = value;
-    Invalidate();
+    invalidate();
 }
 
-void PriceGridModel::SetImeMode(TImeMode value) {
+void PriceGridModel::setImeMode(TImeMode value) {
     FImeMode = value;
-    ApplyImeMode();
+    applyImeMode();
 }
 
-void PriceGridModel::SetOptions(GridOptions value) {
+void PriceGridModel::setOptions(GridOptions value) {
     FInsideOptions = value;
-    SetInForceOptions(value);
+    setInForceOptions(value);
 }
 
-SCGCellParam* PriceGridModel::FindCellParam(int ACol, int ARow, bool ACreate) {
-    for (int i = FCellParams->Count() - 1; i >= 0; --i) {
-        SCGCellParam* p = FCellParams->GetPropertyItem(i);
-        if (p->Governs(ACol, ARow)) return p;
+SCGCellParam* PriceGridModel::findCellParam(int ACol, int ARow, bool ACreate) {
+    for (int i = FCellParams->count() - 1; i >= 0; --i) {
+        SCGCellParam* p = FCellParams->getPropertyItem(i);
+        if (p->governs(ACol, ARow)) return p;
     }
     if (!ACreate) return nullptr;
-    SCGCellParam* p = FCellParams->Add();
-    p->SetCaption(QString());
-    p->SetFontColor(Font().Color);
-    p->SetCellColor(ACol >= FixedCols() && ARow >= FixedRows() ? Color() : FixedColor());
-    p->SetCellColorEnabled(true);
-    p->SetFontColorEnabled(true);
-    p->SetCol(ACol);
-    p->SetRow(ARow);
+    SCGCellParam* p = FCellParams->add();
+    p->setCaption(QString());
+    p->setFontColor(Font().Color);
+    p->setCellColor(ACol >= fixedCols() && ARow >= fixedRows() ? color() : fixedColor());
+    p->setCellColorEnabled(true);
+    p->setFontColorEnabled(true);
+    p->setCol(ACol);
+    p->setRow(ARow);
     return p;
 }
 
-const SCGCellParam* PriceGridModel::FindCellParam(int ACol, int ARow) const {
-    for (int i = FCellParams->Count() - 1; i >= 0; --i) {
-        const SCGCellParam* p = FCellParams->GetPropertyItem(i);
-        if (p->Governs(ACol, ARow)) return p;
+const SCGCellParam* PriceGridModel::findCellParam(int ACol, int ARow) const {
+    for (int i = FCellParams->count() - 1; i >= 0; --i) {
+        const SCGCellParam* p = FCellParams->getPropertyItem(i);
+        if (p->governs(ACol, ARow)) return p;
     }
     return nullptr;
 }
 
-void PriceGridModel::CheckCellPos(int ACol, int ARow) const {
-    if (ACol < 0 || ARow < 0 || ACol > ColCount() || ARow > RowCount())
+void PriceGridModel::checkCellPos(int ACol, int ARow) const {
+    if (ACol < 0 || ARow < 0 || ACol > colCount() || ARow > rowCount())
         throw ControlRangeError(u8(kPositionError));
 }
 
-void PriceGridModel::ClearAllCellParams() {
-    FCellParams->Clear();
-    FFonts->Clear();
+void PriceGridModel::clearAllCellParams() {
+    FCellParams->clear();
+    FFonts->clear();
 }
 
-CellDrawParams PriceGridModel::GetDefaultCellParams(int ACol, int ARow) const {
+CellDrawParams PriceGridModel::getDefaultCellParams(int ACol, int ARow) const {
     CellDrawParams d;
     d.Col = ACol;
     d.Row = ARow;
     d.Alignment = FAlignment;
     d.FontColor = Font().Color;
     d.FontWidth = 1;
-    d.BackColor = ACol >= FixedCols() && ARow >= FixedRows() ? Color() : FixedColor();
+    d.BackColor = ACol >= fixedCols() && ARow >= fixedRows() ? color() : fixedColor();
     d.BrushEnabled = false;
     d.BrushStyle = bsClear;
-    d.BrushColor = Color();
+    d.BrushColor = color();
     d.FontIndex = -1;
     return d;
 }
 
-CellDrawParams PriceGridModel::GetCellParams(int ACol, int ARow) const {
-    CheckCellPos(ACol, ARow);
-    const SCGCellParam* p = FindCellParam(ACol, ARow);
-    if (!p) return GetDefaultCellParams(ACol, ARow);
+CellDrawParams PriceGridModel::getCellParams(int ACol, int ARow) const {
+    checkCellPos(ACol, ARow);
+    const SCGCellParam* p = findCellParam(ACol, ARow);
+    if (!p) return getDefaultCellParams(ACol, ARow);
     CellDrawParams d;
     d.Col = ACol;
     d.Row = ARow;
-    d.Alignment = p->Alignment();
-    d.FontColor = p->FontColor();
-    d.FontWidth = p->FontWidth();
-    d.BackColor = p->CellColor();
-    d.BrushEnabled = p->BrushEnabled();
-    d.BrushStyle = p->Brush().Style;
-    d.BrushColor = p->Brush().Color;
-    d.FontIndex = p->FontName().isEmpty() ? -1 : FFonts->IndexOfName(p->FontName());
+    d.Alignment = p->alignment();
+    d.FontColor = p->fontColor();
+    d.FontWidth = p->fontWidth();
+    d.BackColor = p->cellColor();
+    d.BrushEnabled = p->brushEnabled();
+    d.BrushStyle = p->brush().Style;
+    d.BrushColor = p->brush().Color;
+    d.FontIndex = p->fontName().isEmpty() ? -1 : FFonts->indexOfName(p->fontName());
     return d;
 }
 
-void PriceGridModel::SetCellParams(const CellDrawParams& AValue) {
-    CheckCellPos(AValue.Col, AValue.Row);
-    SCGCellParam* p = FindCellParam(AValue.Col, AValue.Row, true);
-    p->SetCol(AValue.Col);
-    p->SetRow(AValue.Row);
-    p->SetAlignment(AValue.Alignment);
-    p->SetFontColor(AValue.FontColor);
-    p->SetFontColorEnabled(true);
-    p->SetFontWidth(AValue.FontWidth);
-    p->SetCellColor(AValue.BackColor);
-    p->SetCellColorEnabled(true);
-    p->SetBrushEnabled(AValue.BrushEnabled);
-    p->SetBrushStyle(AValue.BrushStyle);
-    p->SetBrushColor(AValue.BrushColor);
-    p->SetFontName(AValue.FontIndex == -1 ? QString()
-                                          : FFonts->GetPropertyItem(AValue.FontIndex)->Name());
+void PriceGridModel::setCellParams(const CellDrawParams& AValue) {
+    checkCellPos(AValue.Col, AValue.Row);
+    SCGCellParam* p = findCellParam(AValue.Col, AValue.Row, true);
+    p->setCol(AValue.Col);
+    p->setRow(AValue.Row);
+    p->setAlignment(AValue.Alignment);
+    p->setFontColor(AValue.FontColor);
+    p->setFontColorEnabled(true);
+    p->setFontWidth(AValue.FontWidth);
+    p->setCellColor(AValue.BackColor);
+    p->setCellColorEnabled(true);
+    p->setBrushEnabled(AValue.BrushEnabled);
+    p->setBrushStyle(AValue.BrushStyle);
+    p->setBrushColor(AValue.BrushColor);
+    p->setFontName(AValue.FontIndex == -1 ? QString()
+                                          : FFonts->getPropertyItem(AValue.FontIndex)->name());
 }
 
-void PriceGridModel::AddFont(const FontSpec& AFont) {
-    FFonts->Add()->SetFont(AFont);
+void PriceGridModel::addFont(const FontSpec& AFont) {
+    FFonts->add()->setFont(AFont);
 }
 
-void PriceGridModel::DeleteFont(int AIndex) {
-    if (AIndex < 0 || AIndex >= FFonts->Count()) throw ControlRangeError(u8(kIndexError));
-    const QString name = FFonts->GetPropertyItem(AIndex)->Name();
-    for (int i = 0; i < FCellParams->Count(); ++i)
-        if (FCellParams->GetPropertyItem(i)->FontName() == name)
+void PriceGridModel::deleteFont(int AIndex) {
+    if (AIndex < 0 || AIndex >= FFonts->count()) throw ControlRangeError(u8(kIndexError));
+    const QString name = FFonts->getPropertyItem(AIndex)->name();
+    for (int i = 0; i < FCellParams->count(); ++i)
+        if (FCellParams->getPropertyItem(i)->fontName() == name)
             throw ControlError(u8("使用中のﾌｫﾝﾄを削除しようとしました。"));
     FFonts->Delete(AIndex);
 }
 
-TAlignment PriceGridModel::GetCellAlignments(int ACol, int ARow) const {
-    CheckCellPos(ACol, ARow);
-    const SCGCellParam* p = FindCellParam(ACol, ARow);
-    return p ? p->Alignment() : FAlignment;
+TAlignment PriceGridModel::getCellAlignments(int ACol, int ARow) const {
+    checkCellPos(ACol, ARow);
+    const SCGCellParam* p = findCellParam(ACol, ARow);
+    return p ? p->alignment() : FAlignment;
 }
 
-void PriceGridModel::SetCellAlignments(int ACol, int ARow, TAlignment AValue) {
-    CheckCellPos(ACol, ARow);
-    FindCellParam(ACol, ARow, true)->SetAlignment(AValue);
+void PriceGridModel::setCellAlignments(int ACol, int ARow, TAlignment AValue) {
+    checkCellPos(ACol, ARow);
+    findCellParam(ACol, ARow, true)->setAlignment(AValue);
 }
 
-TColor PriceGridModel::GetCellFontColors(int ACol, int ARow) const {
-    CheckCellPos(ACol, ARow);
-    const SCGCellParam* p = FindCellParam(ACol, ARow);
-    return p ? p->FontColor() : Font().Color;
+TColor PriceGridModel::getCellFontColors(int ACol, int ARow) const {
+    checkCellPos(ACol, ARow);
+    const SCGCellParam* p = findCellParam(ACol, ARow);
+    return p ? p->fontColor() : Font().Color;
 }
 
-void PriceGridModel::SetCellFontColors(int ACol, int ARow, TColor AValue) {
-    CheckCellPos(ACol, ARow);
-    FindCellParam(ACol, ARow, true)->SetFontColor(AValue);
+void PriceGridModel::setCellFontColors(int ACol, int ARow, TColor AValue) {
+    checkCellPos(ACol, ARow);
+    findCellParam(ACol, ARow, true)->setFontColor(AValue);
 }
 
-int PriceGridModel::GetCellFontWidths(int ACol, int ARow) const {
-    CheckCellPos(ACol, ARow);
-    const SCGCellParam* p = FindCellParam(ACol, ARow);
-    return p ? p->FontWidth() : 1;
+int PriceGridModel::getCellFontWidths(int ACol, int ARow) const {
+    checkCellPos(ACol, ARow);
+    const SCGCellParam* p = findCellParam(ACol, ARow);
+    return p ? p->fontWidth() : 1;
 }
 
-void PriceGridModel::SetCellFontWidths(int ACol, int ARow, int AValue) {
-    CheckCellPos(ACol, ARow);
-    FindCellParam(ACol, ARow, true)->SetFontWidth(AValue);
+void PriceGridModel::setCellFontWidths(int ACol, int ARow, int AValue) {
+    checkCellPos(ACol, ARow);
+    findCellParam(ACol, ARow, true)->setFontWidth(AValue);
 }
 
-TColor PriceGridModel::GetCellColors(int ACol, int ARow) const {
-    CheckCellPos(ACol, ARow);
-    const SCGCellParam* p = FindCellParam(ACol, ARow);
-    return p ? p->CellColor() : Color();
+TColor PriceGridModel::getCellColors(int ACol, int ARow) const {
+    checkCellPos(ACol, ARow);
+    const SCGCellParam* p = findCellParam(ACol, ARow);
+    return p ? p->cellColor() : color();
 }
 
-void PriceGridModel::SetCellColors(int ACol, int ARow, TColor AValue) {
-    CheckCellPos(ACol, ARow);
-    SCGCellParam* p = FindCellParam(ACol, ARow, true);
-    p->SetCellColor(AValue);
-    p->SetCellColorEnabled(true);
+void PriceGridModel::setCellColors(int ACol, int ARow, TColor AValue) {
+    checkCellPos(ACol, ARow);
+    SCGCellParam* p = findCellParam(ACol, ARow, true);
+    p->setCellColor(AValue);
+    p->setCellColorEnabled(true);
 }
 
-bool PriceGridModel::GetCellBrushEnabled(int ACol, int ARow) const {
-    CheckCellPos(ACol, ARow);
-    const SCGCellParam* p = FindCellParam(ACol, ARow);
-    return p ? p->BrushEnabled() : false;
+bool PriceGridModel::getCellBrushEnabled(int ACol, int ARow) const {
+    checkCellPos(ACol, ARow);
+    const SCGCellParam* p = findCellParam(ACol, ARow);
+    return p ? p->brushEnabled() : false;
 }
 
-void PriceGridModel::SetCellBrushEnabled(int ACol, int ARow, bool AValue) {
-    CheckCellPos(ACol, ARow);
-    FindCellParam(ACol, ARow, true)->SetBrushEnabled(AValue);
+void PriceGridModel::setCellBrushEnabled(int ACol, int ARow, bool AValue) {
+    checkCellPos(ACol, ARow);
+    findCellParam(ACol, ARow, true)->setBrushEnabled(AValue);
 }
 
-TBrushStyle PriceGridModel::GetCellBrushStyles(int ACol, int ARow) const {
-    CheckCellPos(ACol, ARow);
-    const SCGCellParam* p = FindCellParam(ACol, ARow);
-    return p ? p->Brush().Style : FCanvasBrushStyle;
+TBrushStyle PriceGridModel::getCellBrushStyles(int ACol, int ARow) const {
+    checkCellPos(ACol, ARow);
+    const SCGCellParam* p = findCellParam(ACol, ARow);
+    return p ? p->brush().Style : FCanvasBrushStyle;
 }
 
-void PriceGridModel::SetCellBrushStyles(int ACol, int ARow, TBrushStyle AValue) {
-    CheckCellPos(ACol, ARow);
-    FindCellParam(ACol, ARow, true)->SetBrushStyle(AValue);
+void PriceGridModel::setCellBrushStyles(int ACol, int ARow, TBrushStyle AValue) {
+    checkCellPos(ACol, ARow);
+    findCellParam(ACol, ARow, true)->setBrushStyle(AValue);
 }
 
-TColor PriceGridModel::GetCellBrushColors(int ACol, int ARow) const {
-    CheckCellPos(ACol, ARow);
-    const SCGCellParam* p = FindCellParam(ACol, ARow);
-    return p ? p->Brush().Color : Color();
+TColor PriceGridModel::getCellBrushColors(int ACol, int ARow) const {
+    checkCellPos(ACol, ARow);
+    const SCGCellParam* p = findCellParam(ACol, ARow);
+    return p ? p->brush().Color : color();
 }
 
-void PriceGridModel::SetCellBrushColors(int ACol, int ARow, TColor AValue) {
-    CheckCellPos(ACol, ARow);
-    FindCellParam(ACol, ARow, true)->SetBrushColor(AValue);
+void PriceGridModel::setCellBrushColors(int ACol, int ARow, TColor AValue) {
+    checkCellPos(ACol, ARow);
+    findCellParam(ACol, ARow, true)->setBrushColor(AValue);
 }
 
-int PriceGridModel::GetCellFonts(int ACol, int ARow) const {
-    CheckCellPos(ACol, ARow);
-    const SCGCellParam* p = FindCellParam(ACol, ARow);
-    if (!p || p->FontName().isEmpty()) return -1;
-    return FFonts->IndexOfName(p->FontName());
+int PriceGridModel::getCellFonts(int ACol, int ARow) const {
+    checkCellPos(ACol, ARow);
+    const SCGCellParam* p = findCellParam(ACol, ARow);
+    if (!p || p->fontName().isEmpty()) return -1;
+    return FFonts->indexOfName(p->fontName());
 }
 
-void PriceGridModel::SetCellFonts(int ACol, int ARow, int AValue) {
-    CheckCellPos(ACol, ARow);
-    if (AValue < -1 || AValue >= FFonts->Count()) throw ControlRangeError(u8(kIndexError));
-    SCGCellParam* p = FindCellParam(ACol, ARow, true);
-    p->SetFontName(AValue == -1 ? QString() : FFonts->GetPropertyItem(AValue)->Name());
+void PriceGridModel::setCellFonts(int ACol, int ARow, int AValue) {
+    checkCellPos(ACol, ARow);
+    if (AValue < -1 || AValue >= FFonts->count()) throw ControlRangeError(u8(kIndexError));
+    SCGCellParam* p = findCellParam(ACol, ARow, true);
+    p->setFontName(AValue == -1 ? QString() : FFonts->getPropertyItem(AValue)->name());
 }
 
-QString PriceGridModel::GetPropertyCellLines(int ACol, int ARow, int AIndex) const {
-    CheckCellPos(ACol, ARow);
-    const QStringList lines = SplitTextLines(Cells(ACol, ARow));
+QString PriceGridModel::getPropertyCellLines(int ACol, int ARow, int AIndex) const {
+    checkCellPos(ACol, ARow);
+    const QStringList lines = splitTextLines(cells(ACol, ARow));
     return AIndex >= 0 && AIndex < lines.size() ? lines[AIndex] : QString();
 }
 
-void PriceGridModel::SetPropertyCellLines(int ACol, int ARow, int AIndex, const QString& AValue) {
-    CheckCellPos(ACol, ARow);
+void PriceGridModel::setPropertyCellLines(int ACol, int ARow, int AIndex, const QString& AValue) {
+    checkCellPos(ACol, ARow);
     if (AIndex < 0) throw ControlRangeError(u8(kIndexError));
-    QStringList lines = SplitTextLines(Cells(ACol, ARow));
+    QStringList lines = splitTextLines(cells(ACol, ARow));
     while (lines.size() <= AIndex)
         lines << QString();
     lines[AIndex] = AValue;
-    SetCells(ACol, ARow, JoinTextLines(lines));
+    setCells(ACol, ARow, joinTextLines(lines));
 }

@@ -2,16 +2,16 @@
 // The cell model of PriceGrid: per-cell look kept in two ordered
 // collections that the grid owns.
 //
-//   CellParams (SCGCellParams): entries of SCGCellParam. An entry governs
-//     one cell (Col, Row), or the rectangle Col..ColMax, Row..RowMax when
-//     RangeEnabled is set.
-//   Fonts (SCGCellFonts): named fonts; an entry names one in FontName.
+//   cellParams (SCGCellParams): entries of SCGCellParam. An entry governs
+//     one cell (Col, Row), or the rectangle Col..colMax, Row..rowMax when
+//     rangeEnabled is set.
+//   fonts (SCGCellFonts): named fonts; an entry names one in fontName.
 //
-// The per-cell properties (GetCellColors / SetCellColors and the others)
+// The per-cell properties (getCellColors / setCellColors and the others)
 // are views on the entries: a read looks up the entry that governs the cell,
 // searching from the last entry to the first, so the entry added last wins;
 // a write changes that entry, or appends a new one for the cell. Every
-// per-cell call first checks the position: 0 <= col <= ColCount and
+// per-cell call first checks the position: 0 <= col <= colCount and
 // 0 <= row <= RowCount (the counts themselves pass).
 //
 // Failures are ControlError / ControlRangeError with fixed texts.
@@ -26,7 +26,7 @@ class PriceGrid;
 class PriceGridModel;
 class SCGCellParam;
 
-// How an entry's Caption (C) and the cell's string (S) make the drawn text.
+// How an entry's caption (C) and the cell's string (S) make the drawn text.
 enum SCGCellCaptionType {
     ctCaption = 0,  // C, or S if C is empty
     ctCellText = 1, // S, or C if S is empty
@@ -75,81 +75,81 @@ using SCGDrawCellEvent = std::function<void(ControlObject* Sender, PriceGrid* AG
 class SCGCellParams;
 class SCGCellFonts;
 
-// One entry of CellParams. Created through SCGCellParams::Add (or by a
+// One entry of cellParams. Created through SCGCellParams::add (or by a
 // per-cell write), owned by the collection.
 class SCGCellParam : public ControlObject {
 public:
     explicit SCGCellParam(SCGCellParams* ACollection);
     ~SCGCellParam() override;
 
-    SCGCellParams* Collection() const { return FCollection; }
-    int Index() const;
+    SCGCellParams* collection() const { return FCollection; }
+    int index() const;
 
     // Copies every setting and event of another entry.
-    void Assign(const SCGCellParam& source);
-    // "Name (col,row)-(colmax,rowmax)", each number three wide.
-    QString GetDisplayName() const;
+    void assign(const SCGCellParam& source);
+    // "name (col,row)-(colmax,rowmax)", each number three wide.
+    QString getDisplayName() const;
 
-    TAlignment Alignment() const { return FAlignment; }
-    void SetAlignment(TAlignment value);
-    // Below 0 raises; with RangeEnabled, a Col past ColMax raises and Col
+    TAlignment alignment() const { return FAlignment; }
+    void setAlignment(TAlignment value);
+    // Below 0 raises; with rangeEnabled, a Col past colMax raises and Col
     // keeps its old value.
-    int Col() const { return FCol; }
-    void SetCol(int value);
-    int ColMax() const { return FColMax; }
-    void SetColMax(int value);
-    QString Caption() const { return FCaption; }
-    void SetCaption(const QString& value);
-    SCGCellCaptionType CaptionType() const { return FCaptionType; }
-    void SetCaptionType(SCGCellCaptionType value);
-    TColor CellColor() const { return FCellColor; }
-    void SetCellColor(TColor value);
-    bool CellColorEnabled() const { return FCellColorEnabled; }
-    void SetCellColorEnabled(bool value);
-    const TBrush& Brush() const { return FBrush; }
-    void SetBrush(const TBrush& value);
-    void SetBrushStyle(TBrushStyle value);
-    void SetBrushColor(TColor value);
-    bool BrushEnabled() const { return FBrushEnabled; }
-    void SetBrushEnabled(bool value);
-    // Name of an item of the grid's Fonts, empty for the grid's own font.
-    // A name that Fonts doesn't hold leaves it empty, without an error.
-    QString FontName() const { return FFontName; }
-    void SetFontName(const QString& value);
-    TColor FontColor() const { return FFontColor; }
-    void SetFontColor(TColor value);
-    bool FontColorEnabled() const { return FFontColorEnabled; }
-    void SetFontColorEnabled(bool value);
+    int col() const { return FCol; }
+    void setCol(int value);
+    int colMax() const { return FColMax; }
+    void setColMax(int value);
+    QString caption() const { return FCaption; }
+    void setCaption(const QString& value);
+    SCGCellCaptionType captionType() const { return FCaptionType; }
+    void setCaptionType(SCGCellCaptionType value);
+    TColor cellColor() const { return FCellColor; }
+    void setCellColor(TColor value);
+    bool cellColorEnabled() const { return FCellColorEnabled; }
+    void setCellColorEnabled(bool value);
+    const TBrush& brush() const { return FBrush; }
+    void setBrush(const TBrush& value);
+    void setBrushStyle(TBrushStyle value);
+    void setBrushColor(TColor value);
+    bool brushEnabled() const { return FBrushEnabled; }
+    void setBrushEnabled(bool value);
+    // name of an item of the grid's fonts, empty for the grid's own font.
+    // A name that fonts doesn't hold leaves it empty, without an error.
+    QString fontName() const { return FFontName; }
+    void setFontName(const QString& value);
+    TColor fontColor() const { return FFontColor; }
+    void setFontColor(TColor value);
+    bool fontColorEnabled() const { return FFontColorEnabled; }
+    void setFontColorEnabled(bool value);
     // Overstrike count: the text is drawn this many times, each one pixel
     // to the right; 0 draws no text. Below 0 raises.
-    int FontWidth() const { return FFontWidth; }
-    void SetFontWidth(int value);
-    TImeMode ImeMode() const { return FImeMode; }
-    void SetImeMode(TImeMode value) { FImeMode = value; }
-    bool ImeModeEnabled() const { return FImeModeEnabled; }
-    void SetImeModeEnabled(bool value) { FImeModeEnabled = value; }
-    TextLayout Layout() const { return FLayout; }
-    void SetLayout(TextLayout value);
-    QString Name() const { return FName; }
-    void SetName(const QString& value) { FName = value; }
+    int fontWidth() const { return FFontWidth; }
+    void setFontWidth(int value);
+    TImeMode imeMode() const { return FImeMode; }
+    void setImeMode(TImeMode value) { FImeMode = value; }
+    bool imeModeEnabled() const { return FImeModeEnabled; }
+    void setImeModeEnabled(bool value) { FImeModeEnabled = value; }
+    TextLayout layout() const { return FLayout; }
+    void setLayout(TextLayout value);
+    QString name() const { return FName; }
+    void setName(const QString& value) { FName = value; }
     // Options in force while this entry's cell is current (if enabled).
-    GridOptions Options() const { return FOptions; }
-    void SetOptions(GridOptions value);
-    bool OptionsEnabled() const { return FOptionsEnabled; }
-    void SetOptionsEnabled(bool value);
-    // Setting True needs Col <= ColMax and Row <= RowMax (checked unless the
+    GridOptions options() const { return FOptions; }
+    void setOptions(GridOptions value);
+    bool optionsEnabled() const { return FOptionsEnabled; }
+    void setOptionsEnabled(bool value);
+    // Setting True needs Col <= colMax and Row <= rowMax (checked unless the
     // grid is loading); the flag stays as it was on failure.
-    bool RangeEnabled() const { return FRangeEnabled; }
-    void SetRangeEnabled(bool value);
-    int Row() const { return FRow; }
-    void SetRow(int value);
-    int RowMax() const { return FRowMax; }
-    void SetRowMax(int value);
-    int Tag() const { return FTag; }
-    void SetTag(int value) { FTag = value; }
+    bool rangeEnabled() const { return FRangeEnabled; }
+    void setRangeEnabled(bool value);
+    int row() const { return FRow; }
+    void setRow(int value);
+    int rowMax() const { return FRowMax; }
+    void setRowMax(int value);
+    int tag() const { return FTag; }
+    void setTag(int value) { FTag = value; }
 
     // True when this entry governs the cell.
-    bool Governs(int col, int row) const;
+    bool governs(int col, int row) const;
 
     SCGParamsCellChangedEvent OnEnterCell, OnExitCell;
     SCGParamsColChangedEvent OnEnterCol, OnExitCol;
@@ -160,9 +160,9 @@ public:
 
 private:
     friend class SCGCellFont;
-    void Changed();
-    bool GridLoading() const;
-    QString Failure(const char* text) const;
+    void changed();
+    bool gridLoading() const;
+    QString failure(const char* text) const;
 
     SCGCellParams* FCollection;
     TAlignment FAlignment = taLeftJustify;
@@ -198,25 +198,25 @@ public:
     SCGCellParams(const SCGCellParams&) = delete;
     SCGCellParams& operator=(const SCGCellParams&) = delete;
 
-    PriceGridModel* Owner() const { return FOwner; }
-    int Count() const { return int(FItems.size()); }
-    SCGCellParam* Add();
+    PriceGridModel* owner() const { return FOwner; }
+    int count() const { return int(FItems.size()); }
+    SCGCellParam* add();
     void Delete(int index);
-    void Clear();
-    int IndexOf(const SCGCellParam* item) const;
+    void clear();
+    int indexOf(const SCGCellParam* item) const;
     // The entry at index; out of range raises.
-    SCGCellParam* GetPropertyItem(int index) const;
+    SCGCellParam* getPropertyItem(int index) const;
     // Assigns value to the entry at index.
-    void SetPropertyItem(int index, const SCGCellParam& value);
-    SCGCellParam* operator[](int index) const { return GetPropertyItem(index); }
+    void setPropertyItem(int index, const SCGCellParam& value);
+    SCGCellParam* operator[](int index) const { return getPropertyItem(index); }
     // Last entry of that name; raises if none.
-    SCGCellParam* ItemByName(const QString& AName) const;
+    SCGCellParam* itemByName(const QString& AName) const;
     // The entry that governs the cell; raises if none.
-    SCGCellParam* ItemByPos(int ACol, int ARow) const;
+    SCGCellParam* itemByPos(int ACol, int ARow) const;
     // Replaces the entries by copies of those of source.
-    void Assign(const SCGCellParams& source);
+    void assign(const SCGCellParams& source);
     // Called by an entry on each change; at run time it repaints nothing.
-    void Update(SCGCellParam* item);
+    void update(SCGCellParam* item);
 
 private:
     friend class SCGCellParam;
@@ -231,16 +231,16 @@ public:
     explicit SCGCellFont(SCGCellFonts* ACollection);
     ~SCGCellFont() override;
 
-    int Index() const;
-    const FontSpec& Font() const { return FFont; }
-    void SetFont(const FontSpec& value);
-    QString Name() const { return FName; }
+    int index() const;
+    const FontSpec& font() const { return FFont; }
+    void setFont(const FontSpec& value);
+    QString name() const { return FName; }
     // Empty raises; unless the grid is loading, a name that any item has,
     // this one included, raises. Entries naming the old name follow.
-    void SetName(const QString& value);
-    void Assign(const SCGCellFont& source);
-    // "Name( family, size )".
-    QString GetDisplayName() const;
+    void setName(const QString& value);
+    void assign(const SCGCellFont& source);
+    // "name( family, size )".
+    QString getDisplayName() const;
 
 private:
     friend class SCGCellFonts;
@@ -256,19 +256,19 @@ public:
     SCGCellFonts(const SCGCellFonts&) = delete;
     SCGCellFonts& operator=(const SCGCellFonts&) = delete;
 
-    PriceGridModel* Owner() const { return FOwner; }
-    int Count() const { return int(FItems.size()); }
-    SCGCellFont* Add();
-    // Removes the item; entries that named it get an empty FontName.
+    PriceGridModel* owner() const { return FOwner; }
+    int count() const { return int(FItems.size()); }
+    SCGCellFont* add();
+    // Removes the item; entries that named it get an empty fontName.
     void Delete(int index);
-    void Clear();
-    int IndexOf(const SCGCellFont* item) const;
-    SCGCellFont* GetPropertyItem(int index) const;
-    void SetPropertyItem(int index, const SCGCellFont& value);
-    SCGCellFont* operator[](int index) const { return GetPropertyItem(index); }
+    void clear();
+    int indexOf(const SCGCellFont* item) const;
+    SCGCellFont* getPropertyItem(int index) const;
+    void setPropertyItem(int index, const SCGCellFont& value);
+    SCGCellFont* operator[](int index) const { return getPropertyItem(index); }
     // Index of the first font of that name; raises if none.
-    int IndexOfName(const QString& AFontName) const;
-    void Assign(const SCGCellFonts& source);
+    int indexOfName(const QString& AFontName) const;
+    void assign(const SCGCellFonts& source);
 
 private:
     PriceGridModel* FOwner;
@@ -282,91 +282,91 @@ public:
     PriceGridModel();
     ~PriceGridModel() override;
 
-    SCGCellParams& CellParams() { return *FCellParams; }
-    const SCGCellParams& CellParams() const { return *FCellParams; }
-    SCGCellFonts& Fonts() { return *FFonts; }
-    const SCGCellFonts& Fonts() const { return *FFonts; }
-    int FontCount() const { return FFonts->Count(); }
+    SCGCellParams& cellParams() { return *FCellParams; }
+    const SCGCellParams& cellParams() const { return *FCellParams; }
+    SCGCellFonts& fonts() { return *FFonts; }
+    const SCGCellFonts& fonts() const { return *FFonts; }
+    int fontCount() const { return FFonts->count(); }
 
     // Look of cells that no entry governs.
     TAlignment Alignment() const { return FAlignment; }
-    void SetAlignment(TAlignment value) { FAlignment = value; }
-    TAlignment FixedAlignment() const { return FFixedAlignment; }
-    void SetFixedAlignment(TAlignment value) { FFixedAlignment = value; }
-    TextLayout FixedLayout() const { return FFixedLayout; }
-    void SetFixedLayout(TextLayout value) { FFixedLayout = value; }
+    void setAlignment(TAlignment value) { FAlignment = value; }
+    TAlignment fixedAlignment() const { return FFixedAlignment; }
+    void setFixedAlignment(TAlignment value) { FFixedAlignment = value; }
+    TextLayout fixedLayout() const { return FFixedLayout; }
+    void setFixedLayout(TextLayout value) { FFixedLayout = value; }
     TextLayout Layout() const { return FLayout; }
     void SetLayout(TextLayout value) { FLayout = value; }
     // Selection colours stay while the grid has no input focus.
-    bool FocusDraw() const { return FFocusDraw; }
-    void SetFocusDraw(bool value) { FFocusDraw = value; }
-    TColor FocusCellColor() const { return FFocusCellColor; }
-    void SetFocusCellColor(TColor value);
-    TColor FocusCellFontColor() const { return FFocusCellFontColor; }
-    void SetFocusCellFontColor(TColor value);
-    bool FocusCellFontColorEnabled() const { return FFocusCellFontColorEnabled; }
-    void SetFocusCellFontColorEnabled(bool value);
-    TImeMode ImeMode() const { return FImeMode; }
-    void SetImeMode(TImeMode value);
+    bool focusDraw() const { return FFocusDraw; }
+    void setFocusDraw(bool value) { FFocusDraw = value; }
+    TColor focusCellColor() const { return FFocusCellColor; }
+    void setFocusCellColor(TColor value);
+    TColor focusCellFontColor() const { return FFocusCellFontColor; }
+    void setFocusCellFontColor(TColor value);
+    bool focusCellFontColorEnabled() const { return FFocusCellFontColorEnabled; }
+    void setFocusCellFontColorEnabled(bool value);
+    TImeMode imeMode() const { return FImeMode; }
+    void setImeMode(TImeMode value);
     // Split the cell's text into lines, each drawn in its own band.
-    bool CellDivide() const { return FCellDivide; }
-    void SetCellDivide(bool value) { FCellDivide = value; }
+    bool cellDivide() const { return FCellDivide; }
+    void setCellDivide(bool value) { FCellDivide = value; }
     // The options the user set; writing also puts them in force at once.
     GridOptions Options() const { return FInsideOptions; }
-    void SetOptions(GridOptions value);
+    void setOptions(GridOptions value);
 
     // Loading from a stored form: range and font checks are skipped until
-    // Loaded().
-    void BeginLoading() { FLoading = true; }
-    bool IsLoading() const { return FLoading; }
-    virtual void Loaded() { FLoading = false; }
+    // loaded().
+    void beginLoading() { FLoading = true; }
+    bool isLoading() const { return FLoading; }
+    virtual void loaded() { FLoading = false; }
 
     // The one lookup: from the last entry to the first; with create, a new
     // entry for the cell when none governs it, carrying the cell's present
     // colours.
-    SCGCellParam* FindCellParam(int ACol, int ARow, bool ACreate);
-    const SCGCellParam* FindCellParam(int ACol, int ARow) const;
+    SCGCellParam* findCellParam(int ACol, int ARow, bool ACreate);
+    const SCGCellParam* findCellParam(int ACol, int ARow) const;
     // Raises "ｾﾙ位置がｸﾞﾘｯﾄﾞの範囲を超えました。" unless
-    // 0 <= ACol <= ColCount and 0 <= ARow <= RowCount.
-    void CheckCellPos(int ACol, int ARow) const;
+    // 0 <= ACol <= colCount and 0 <= ARow <= RowCount.
+    void checkCellPos(int ACol, int ARow) const;
 
-    void ClearAllCellParams();
-    CellDrawParams GetDefaultCellParams(int ACol, int ARow) const;
-    CellDrawParams GetCellParams(int ACol, int ARow) const;
-    void SetCellParams(const CellDrawParams& AValue);
-    void AddFont(const FontSpec& AFont);
-    void DeleteFont(int AIndex);
+    void clearAllCellParams();
+    CellDrawParams getDefaultCellParams(int ACol, int ARow) const;
+    CellDrawParams getCellParams(int ACol, int ARow) const;
+    void setCellParams(const CellDrawParams& AValue);
+    void addFont(const FontSpec& AFont);
+    void deleteFont(int AIndex);
 
-    TAlignment GetCellAlignments(int ACol, int ARow) const;
-    void SetCellAlignments(int ACol, int ARow, TAlignment AValue);
-    TColor GetCellFontColors(int ACol, int ARow) const;
-    void SetCellFontColors(int ACol, int ARow, TColor AValue);
-    int GetCellFontWidths(int ACol, int ARow) const;
-    void SetCellFontWidths(int ACol, int ARow, int AValue);
-    TColor GetCellColors(int ACol, int ARow) const;
-    void SetCellColors(int ACol, int ARow, TColor AValue);
-    bool GetCellBrushEnabled(int ACol, int ARow) const;
-    void SetCellBrushEnabled(int ACol, int ARow, bool AValue);
-    TBrushStyle GetCellBrushStyles(int ACol, int ARow) const;
-    void SetCellBrushStyles(int ACol, int ARow, TBrushStyle AValue);
-    TColor GetCellBrushColors(int ACol, int ARow) const;
-    void SetCellBrushColors(int ACol, int ARow, TColor AValue);
-    // Index in Fonts, -1 for the grid's font. A write outside -1..last
+    TAlignment getCellAlignments(int ACol, int ARow) const;
+    void setCellAlignments(int ACol, int ARow, TAlignment AValue);
+    TColor getCellFontColors(int ACol, int ARow) const;
+    void setCellFontColors(int ACol, int ARow, TColor AValue);
+    int getCellFontWidths(int ACol, int ARow) const;
+    void setCellFontWidths(int ACol, int ARow, int AValue);
+    TColor getCellColors(int ACol, int ARow) const;
+    void setCellColors(int ACol, int ARow, TColor AValue);
+    bool getCellBrushEnabled(int ACol, int ARow) const;
+    void setCellBrushEnabled(int ACol, int ARow, bool AValue);
+    TBrushStyle getCellBrushStyles(int ACol, int ARow) const;
+    void setCellBrushStyles(int ACol, int ARow, TBrushStyle AValue);
+    TColor getCellBrushColors(int ACol, int ARow) const;
+    void setCellBrushColors(int ACol, int ARow, TColor AValue);
+    // Index in fonts, -1 for the grid's font. A write outside -1..last
     // raises before any entry is made.
-    int GetCellFonts(int ACol, int ARow) const;
-    void SetCellFonts(int ACol, int ARow, int AValue);
+    int getCellFonts(int ACol, int ARow) const;
+    void setCellFonts(int ACol, int ARow, int AValue);
 
     // One line of the cell's string; empty past the last line. A write
     // pads with empty lines and stores the lines each ended by CR LF.
-    QString GetPropertyCellLines(int ACol, int ARow, int AIndex) const;
-    void SetPropertyCellLines(int ACol, int ARow, int AIndex, const QString& AValue);
+    QString getPropertyCellLines(int ACol, int ARow, int AIndex) const;
+    void setPropertyCellLines(int ACol, int ARow, int AIndex, const QString& AValue);
 
     // Style of the painting canvas's brush as the last paint left it; what
-    // GetCellBrushStyles gives for a cell without an entry.
-    TBrushStyle CanvasBrushStyle() const { return FCanvasBrushStyle; }
+    // getCellBrushStyles gives for a cell without an entry.
+    TBrushStyle canvasBrushStyle() const { return FCanvasBrushStyle; }
 
 protected:
-    virtual void ApplyImeMode() {}
+    virtual void applyImeMode() {}
     TBrushStyle FCanvasBrushStyle = bsSolid;
     int FOldCol = 0;
     int FOldRow = 0;

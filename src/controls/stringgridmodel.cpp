@@ -15,7 +15,7 @@ StringGridModel::StringGridModel() {
 
 StringGridModel::~StringGridModel() = default;
 
-void StringGridModel::SetColCount(int value) {
+void StringGridModel::setColCount(int value) {
     value = std::max(1, value);
     if (value == FColCount) return;
     FColCount = value;
@@ -23,11 +23,11 @@ void StringGridModel::SetColCount(int value) {
     for (int& w : FColWidths)
         if (w <= 0) w = FDefaultColWidth;
     if (FFixedCols >= value) FFixedCols = value - 1;
-    SetCurrentRaw(std::min(FCol, value - 1), FRow, std::min(FAnchorCol, value - 1), FAnchorRow);
-    GeometryChanged();
+    setCurrentRaw(std::min(FCol, value - 1), FRow, std::min(FAnchorCol, value - 1), FAnchorRow);
+    geometryChanged();
 }
 
-void StringGridModel::SetRowCount(int value) {
+void StringGridModel::setRowCount(int value) {
     value = std::max(1, value);
     if (value == FRowCount) return;
     FRowCount = value;
@@ -35,141 +35,141 @@ void StringGridModel::SetRowCount(int value) {
     for (int& h : FRowHeights)
         if (h <= 0) h = FDefaultRowHeight;
     if (FFixedRows >= value) FFixedRows = value - 1;
-    SetCurrentRaw(FCol, std::min(FRow, value - 1), FAnchorCol, std::min(FAnchorRow, value - 1));
-    GeometryChanged();
+    setCurrentRaw(FCol, std::min(FRow, value - 1), FAnchorCol, std::min(FAnchorRow, value - 1));
+    geometryChanged();
 }
 
-void StringGridModel::SetFixedCols(int value) {
+void StringGridModel::setFixedCols(int value) {
     FFixedCols = std::clamp(value, 0, FColCount - 1);
-    if (FCol < FFixedCols) SetCurrentRaw(FFixedCols, FRow, FFixedCols, FRow);
-    GeometryChanged();
+    if (FCol < FFixedCols) setCurrentRaw(FFixedCols, FRow, FFixedCols, FRow);
+    geometryChanged();
 }
 
-void StringGridModel::SetFixedRows(int value) {
+void StringGridModel::setFixedRows(int value) {
     FFixedRows = std::clamp(value, 0, FRowCount - 1);
-    if (FRow < FFixedRows) SetCurrentRaw(FCol, FFixedRows, FCol, FFixedRows);
-    GeometryChanged();
+    if (FRow < FFixedRows) setCurrentRaw(FCol, FFixedRows, FCol, FFixedRows);
+    geometryChanged();
 }
 
-QString StringGridModel::Cells(int col, int row) const {
+QString StringGridModel::cells(int col, int row) const {
     return FCells.value(cellKey(col, row));
 }
 
-void StringGridModel::SetCells(int col, int row, const QString& value) {
+void StringGridModel::setCells(int col, int row, const QString& value) {
     if (value.isEmpty())
         FCells.remove(cellKey(col, row));
     else
         FCells.insert(cellKey(col, row), value);
-    if (col >= 0 && col < FColCount && row >= 0 && row < FRowCount) InvalidateCell(col, row);
+    if (col >= 0 && col < FColCount && row >= 0 && row < FRowCount) invalidateCell(col, row);
 }
 
-void StringGridModel::SetDefaultColWidth(int value) {
+void StringGridModel::setDefaultColWidth(int value) {
     FDefaultColWidth = std::max(0, value);
     FColWidths.fill(FDefaultColWidth, FColCount);
-    GeometryChanged();
+    geometryChanged();
 }
 
-void StringGridModel::SetDefaultRowHeight(int value) {
+void StringGridModel::setDefaultRowHeight(int value) {
     FDefaultRowHeight = std::max(0, value);
     FRowHeights.fill(FDefaultRowHeight, FRowCount);
-    GeometryChanged();
+    geometryChanged();
 }
 
-int StringGridModel::ColWidths(int col) const {
+int StringGridModel::colWidths(int col) const {
     return col >= 0 && col < FColCount ? FColWidths[col] : FDefaultColWidth;
 }
 
-void StringGridModel::SetColWidths(int col, int value) {
+void StringGridModel::setColWidths(int col, int value) {
     if (col < 0 || col >= FColCount) return;
     FColWidths[col] = std::max(0, value);
-    GeometryChanged();
+    geometryChanged();
 }
 
-int StringGridModel::RowHeights(int row) const {
+int StringGridModel::rowHeights(int row) const {
     return row >= 0 && row < FRowCount ? FRowHeights[row] : FDefaultRowHeight;
 }
 
-void StringGridModel::SetRowHeights(int row, int value) {
+void StringGridModel::setRowHeights(int row, int value) {
     if (row < 0 || row >= FRowCount) return;
     FRowHeights[row] = std::max(0, value);
-    GeometryChanged();
+    geometryChanged();
 }
 
-void StringGridModel::SetGridLineWidth(int value) {
+void StringGridModel::setGridLineWidth(int value) {
     FGridLineWidth = std::max(0, value);
-    GeometryChanged();
+    geometryChanged();
 }
 
-void StringGridModel::SetColor(TColor value) {
+void StringGridModel::setColor(TColor value) {
     FColor = value;
-    Invalidate();
+    invalidate();
 }
 
-void StringGridModel::SetFixedColor(TColor value) {
+void StringGridModel::setFixedColor(TColor value) {
     FFixedColor = value;
-    Invalidate();
+    invalidate();
 }
 
 void StringGridModel::SetFont(const FontSpec& value) {
     FFont = value;
-    Invalidate();
+    invalidate();
 }
 
-void StringGridModel::SetDefaultDrawing(bool value) {
+void StringGridModel::setDefaultDrawing(bool value) {
     FDefaultDrawing = value;
-    Invalidate();
+    invalidate();
 }
 
-void StringGridModel::SetCtl3D(bool value) {
+void StringGridModel::setCtl3D(bool value) {
     FCtl3D = value;
-    Invalidate();
+    invalidate();
 }
 
-TGridRect StringGridModel::Selection() const {
-    return GridRect(std::min(FCol, FAnchorCol), std::min(FRow, FAnchorRow),
+TGridRect StringGridModel::selection() const {
+    return gridRect(std::min(FCol, FAnchorCol), std::min(FRow, FAnchorRow),
                     std::max(FCol, FAnchorCol), std::max(FRow, FAnchorRow));
 }
 
-void StringGridModel::SetInForceOptions(GridOptions value) {
+void StringGridModel::setInForceOptions(GridOptions value) {
     if (value == FInForceOptions) return;
     FInForceOptions = value;
-    OptionsInForceChanged();
-    GeometryChanged();
+    optionsInForceChanged();
+    geometryChanged();
 }
 
-void StringGridModel::SetCurrentRaw(int col, int row, int anchorCol, int anchorRow) {
+void StringGridModel::setCurrentRaw(int col, int row, int anchorCol, int anchorRow) {
     FCol = col;
     FRow = row;
     FAnchorCol = anchorCol;
     FAnchorRow = anchorRow;
 }
 
-int StringGridModel::VertLineWidth(int col) const {
+int StringGridModel::vertLineWidth(int col) const {
     const bool fixed = col < FFixedCols;
-    return FInForceOptions.Contains(fixed ? goFixedVertLine : goVertLine) ? FGridLineWidth : 0;
+    return FInForceOptions.contains(fixed ? goFixedVertLine : goVertLine) ? FGridLineWidth : 0;
 }
 
-int StringGridModel::HorzLineWidth(int row) const {
+int StringGridModel::horzLineWidth(int row) const {
     const bool fixed = row < FFixedRows;
-    return FInForceOptions.Contains(fixed ? goFixedHorzLine : goHorzLine) ? FGridLineWidth : 0;
+    return FInForceOptions.contains(fixed ? goFixedHorzLine : goHorzLine) ? FGridLineWidth : 0;
 }
 
-TRect StringGridModel::CellRect(int col, int row) const {
+TRect StringGridModel::cellRect(int col, int row) const {
     int x = 0;
     for (int c = 0; c < col && c < FColCount; ++c)
-        x += ColWidths(c) + VertLineWidth(c);
+        x += colWidths(c) + vertLineWidth(c);
     int y = 0;
     for (int r = 0; r < row && r < FRowCount; ++r)
-        y += RowHeights(r) + HorzLineWidth(r);
-    return Rect(x, y, x + ColWidths(col), y + RowHeights(row));
+        y += rowHeights(r) + horzLineWidth(r);
+    return Rect(x, y, x + colWidths(col), y + rowHeights(row));
 }
 
-bool StringGridModel::MouseToCell(int x, int y, int& col, int& row) const {
+bool StringGridModel::mouseToCell(int x, int y, int& col, int& row) const {
     col = -1;
     row = -1;
     int left = 0;
     for (int c = 0; c < FColCount; ++c) {
-        const int right = left + ColWidths(c) + VertLineWidth(c);
+        const int right = left + colWidths(c) + vertLineWidth(c);
         if (x >= left && x < right) {
             col = c;
             break;
@@ -178,7 +178,7 @@ bool StringGridModel::MouseToCell(int x, int y, int& col, int& row) const {
     }
     int top = 0;
     for (int r = 0; r < FRowCount; ++r) {
-        const int bottom = top + RowHeights(r) + HorzLineWidth(r);
+        const int bottom = top + rowHeights(r) + horzLineWidth(r);
         if (y >= top && y < bottom) {
             row = r;
             break;
@@ -188,16 +188,16 @@ bool StringGridModel::MouseToCell(int x, int y, int& col, int& row) const {
     return col >= 0 && row >= 0;
 }
 
-int StringGridModel::GridWidth() const {
+int StringGridModel::gridWidth() const {
     int w = 0;
     for (int c = 0; c < FColCount; ++c)
-        w += ColWidths(c) + VertLineWidth(c);
+        w += colWidths(c) + vertLineWidth(c);
     return w;
 }
 
-int StringGridModel::GridHeight() const {
+int StringGridModel::gridHeight() const {
     int h = 0;
     for (int r = 0; r < FRowCount; ++r)
-        h += RowHeights(r) + HorzLineWidth(r);
+        h += rowHeights(r) + horzLineWidth(r);
     return h;
 }

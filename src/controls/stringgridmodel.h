@@ -43,7 +43,7 @@ enum GridOption {
     goThumbTracking = 14,
 };
 
-// A set of GridOption: `opts.Contains(goEditing)`, `opts + goEditing`,
+// A set of GridOption: `opts.contains(goEditing)`, `opts + goEditing`,
 // `opts - goEditing`, `GridOptions{goVertLine, goHorzLine}`.
 class GridOptions {
 public:
@@ -52,15 +52,15 @@ public:
         for (GridOption o : options)
             FBits |= bit(o);
     }
-    static GridOptions FromBits(unsigned bits) {
+    static GridOptions fromBits(unsigned bits) {
         GridOptions o;
         o.FBits = bits;
         return o;
     }
-    unsigned Bits() const { return FBits; }
-    bool Contains(GridOption o) const { return (FBits & bit(o)) != 0; }
-    GridOptions operator+(GridOption o) const { return FromBits(FBits | bit(o)); }
-    GridOptions operator-(GridOption o) const { return FromBits(FBits & ~bit(o)); }
+    unsigned bits() const { return FBits; }
+    bool contains(GridOption o) const { return (FBits & bit(o)) != 0; }
+    GridOptions operator+(GridOption o) const { return fromBits(FBits | bit(o)); }
+    GridOptions operator-(GridOption o) const { return fromBits(FBits & ~bit(o)); }
     GridOptions& operator+=(GridOption o) { return *this = *this + o; }
     GridOptions& operator-=(GridOption o) { return *this = *this - o; }
     friend bool operator==(GridOptions a, GridOptions b) { return a.FBits == b.FBits; }
@@ -97,14 +97,14 @@ struct TGridRect {
     int Top = 0;
     int Right = 0;
     int Bottom = 0;
-    bool Contains(int col, int row) const {
+    bool contains(int col, int row) const {
         return col >= Left && col <= Right && row >= Top && row <= Bottom;
     }
     friend bool operator==(const TGridRect& a, const TGridRect& b) {
         return a.Left == b.Left && a.Top == b.Top && a.Right == b.Right && a.Bottom == b.Bottom;
     }
 };
-inline TGridRect GridRect(int left, int top, int right, int bottom) {
+inline TGridRect gridRect(int left, int top, int right, int bottom) {
     return TGridRect{left, top, right, bottom};
 }
 
@@ -113,80 +113,80 @@ public:
     StringGridModel();
     ~StringGridModel() override;
 
-    int ColCount() const { return FColCount; }
-    void SetColCount(int value);
-    int RowCount() const { return FRowCount; }
-    void SetRowCount(int value);
-    int FixedCols() const { return FFixedCols; }
-    void SetFixedCols(int value);
-    int FixedRows() const { return FFixedRows; }
-    void SetFixedRows(int value);
+    int colCount() const { return FColCount; }
+    void setColCount(int value);
+    int rowCount() const { return FRowCount; }
+    void setRowCount(int value);
+    int fixedCols() const { return FFixedCols; }
+    void setFixedCols(int value);
+    int fixedRows() const { return FFixedRows; }
+    void setFixedRows(int value);
 
     // Any position can be read and written, also outside the grid; only
     // the cells of the grid are shown.
-    QString Cells(int col, int row) const;
-    void SetCells(int col, int row, const QString& value);
+    QString cells(int col, int row) const;
+    void setCells(int col, int row, const QString& value);
 
-    int DefaultColWidth() const { return FDefaultColWidth; }
+    int defaultColWidth() const { return FDefaultColWidth; }
     // Also gives every column this width.
-    void SetDefaultColWidth(int value);
-    int DefaultRowHeight() const { return FDefaultRowHeight; }
+    void setDefaultColWidth(int value);
+    int defaultRowHeight() const { return FDefaultRowHeight; }
     // Also gives every row this height.
-    void SetDefaultRowHeight(int value);
-    int ColWidths(int col) const;
-    void SetColWidths(int col, int value);
-    int RowHeights(int row) const;
-    void SetRowHeights(int row, int value);
+    void setDefaultRowHeight(int value);
+    int colWidths(int col) const;
+    void setColWidths(int col, int value);
+    int rowHeights(int row) const;
+    void setRowHeights(int row, int value);
     // Width of the grid lines between cells, 1 by default.
-    int GridLineWidth() const { return FGridLineWidth; }
-    void SetGridLineWidth(int value);
+    int gridLineWidth() const { return FGridLineWidth; }
+    void setGridLineWidth(int value);
 
-    TColor Color() const { return FColor; }
-    void SetColor(TColor value);
-    TColor FixedColor() const { return FFixedColor; }
-    void SetFixedColor(TColor value);
+    TColor color() const { return FColor; }
+    void setColor(TColor value);
+    TColor fixedColor() const { return FFixedColor; }
+    void setFixedColor(TColor value);
     const FontSpec& Font() const { return FFont; }
     void SetFont(const FontSpec& value);
     // The framework's own cell drawing instead of the grid's.
-    bool DefaultDrawing() const { return FDefaultDrawing; }
-    void SetDefaultDrawing(bool value);
+    bool defaultDrawing() const { return FDefaultDrawing; }
+    void setDefaultDrawing(bool value);
     // Raised frames of fixed cells, and lighter inner lines in fixed cells.
-    bool Ctl3D() const { return FCtl3D; }
-    void SetCtl3D(bool value);
+    bool ctl3D() const { return FCtl3D; }
+    void setCtl3D(bool value);
 
     // The current cell.
-    int Col() const { return FCol; }
-    int Row() const { return FRow; }
+    int col() const { return FCol; }
+    int row() const { return FRow; }
     // The selected cells; a single cell when no range is selected.
-    TGridRect Selection() const;
+    TGridRect selection() const;
 
     // The options in force at this moment.
-    GridOptions InForceOptions() const { return FInForceOptions; }
-    void SetInForceOptions(GridOptions value);
+    GridOptions inForceOptions() const { return FInForceOptions; }
+    void setInForceOptions(GridOptions value);
 
     // Geometry, in pixels from the top left of the grid; Right and Bottom
     // exclusive, the grid line after a cell is not part of it.
-    TRect CellRect(int col, int row) const;
+    TRect cellRect(int col, int row) const;
     // Cell under a point, or false when it lies on no cell.
-    bool MouseToCell(int x, int y, int& col, int& row) const;
+    bool mouseToCell(int x, int y, int& col, int& row) const;
     // The size needed to show every cell.
-    int GridWidth() const;
-    int GridHeight() const;
-    int VertLineWidth(int col) const;
-    int HorzLineWidth(int row) const;
+    int gridWidth() const;
+    int gridHeight() const;
+    int vertLineWidth(int col) const;
+    int horzLineWidth(int row) const;
 
     // Repaint requests; the widget implements them.
-    virtual void Invalidate() {}
-    virtual void InvalidateCell(int col, int row) {
+    virtual void invalidate() {}
+    virtual void invalidateCell(int col, int row) {
         Q_UNUSED(col);
         Q_UNUSED(row);
     }
 
 protected:
     // Sets the current cell, anchor and selection without any event.
-    void SetCurrentRaw(int col, int row, int anchorCol, int anchorRow);
-    virtual void GeometryChanged() {}
-    virtual void OptionsInForceChanged() {}
+    void setCurrentRaw(int col, int row, int anchorCol, int anchorRow);
+    virtual void geometryChanged() {}
+    virtual void optionsInForceChanged() {}
 
     int FAnchorCol = 1;
     int FAnchorRow = 1;

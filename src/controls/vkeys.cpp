@@ -1,6 +1,6 @@
 #include "controls/vkeys.h"
 
-int VirtualKeyOf(int qtKey, Qt::KeyboardModifiers modifiers) {
+int virtualKeyOf(int qtKey, Qt::KeyboardModifiers modifiers) {
     const bool keypad = modifiers.testFlag(Qt::KeypadModifier);
     if (qtKey >= Qt::Key_0 && qtKey <= Qt::Key_9)
         return keypad ? VK_NUMPAD0 + (qtKey - Qt::Key_0) : 48 + (qtKey - Qt::Key_0);
@@ -111,7 +111,7 @@ int VirtualKeyOf(int qtKey, Qt::KeyboardModifiers modifiers) {
     }
 }
 
-ShiftState ShiftStateOf(Qt::KeyboardModifiers modifiers) {
+ShiftState shiftStateOf(Qt::KeyboardModifiers modifiers) {
     ShiftState s = 0;
     if (modifiers.testFlag(Qt::ShiftModifier)) s |= ssShift;
     if (modifiers.testFlag(Qt::AltModifier)) s |= ssAlt;

@@ -49,8 +49,8 @@ enum VirtualKey : int {
 // punctuation keys 186-192 and 219-222 (a shifted character has the code of
 // its key); 0 for keys without one. Such a key is still typed: a key
 // handler swallows a key by setting a code that was not 0 to 0.
-int VirtualKeyOf(int qtKey, Qt::KeyboardModifiers modifiers);
-inline int VirtualKeyOf(const QKeyEvent* e) {
-    return VirtualKeyOf(e->key(), e->modifiers());
+int virtualKeyOf(int qtKey, Qt::KeyboardModifiers modifiers);
+inline int virtualKeyOf(const QKeyEvent* e) {
+    return virtualKeyOf(e->key(), e->modifiers());
 }
-ShiftState ShiftStateOf(Qt::KeyboardModifiers modifiers);
+ShiftState shiftStateOf(Qt::KeyboardModifiers modifiers);

@@ -64,12 +64,12 @@ bool PipeTypeDocument::isChanged() const {
 void PipeTypeDocument::rebuildCurrentLines() {
     m_currentLines.clear();
     for (int r = 1; r <= RowCount; ++r)
-        m_currentLines.append(RowLine(m_rows[r]));
+        m_currentLines.append(rowLine(m_rows[r]));
 }
 
 void PipeTypeDocument::calculateRow(int r) {
     if (r == OptionRow) return;
-    CalcRowWith(m_rows[r], options());
+    calcRowWith(m_rows[r], options());
 }
 
 void PipeTypeDocument::calculateAll() {
@@ -82,13 +82,13 @@ std::int64_t PipeTypeDocument::load(SqliteDatabase& db, int grp, int kan) {
     // a load that stops half-way leaves nothing of its own behind.
     RowTable rows = m_rows;
     QStringList saved;
-    db.BeginTransaction();
+    db.beginTransaction();
     // The image first: a lock held elsewhere fails it with the database's
     // own words.
-    QByteArray image = StoredImage(db, grp, kan);
-    LoadPipeTypeIn(db, grp, kan, rows, &saved);
-    const std::int64_t version = db.DataVersion();
-    db.Commit();
+    QByteArray image = storedImage(db, grp, kan);
+    loadPipeTypeIn(db, grp, kan, rows, &saved);
+    const std::int64_t version = db.dataVersion();
+    db.commit();
     m_rows = rows;
     m_savedLines = std::move(saved);
     m_storedImage = std::move(image);
@@ -97,26 +97,26 @@ std::int64_t PipeTypeDocument::load(SqliteDatabase& db, int grp, int kan) {
 
 SaveOutcome PipeTypeDocument::save(SqliteDatabase& db, int grp, int kan, SaveCheck check,
                                    Dialogs& dialogs, std::int64_t& knownVersion) {
-    db.BeginImmediateTransaction();
+    db.beginImmediateTransaction();
     try {
         // Inside the write lock: what is stored now stays so until the
         // commit. No other connection has written since our last read or
         // write when the version is still the one we saw then.
-        const std::int64_t version = db.DataVersion();
+        const std::int64_t version = db.dataVersion();
         if (check == SaveCheck::AgainstLoaded && version != knownVersion &&
-            StoredImage(db, grp, kan) != m_storedImage) {
-            db.Rollback();
+            storedImage(db, grp, kan) != m_storedImage) {
+            db.rollback();
             return SaveOutcome::ChangedElsewhere;
         }
-        WritePipeTypeIn(db, m_rows, grp, kan, dialogs);
-        QByteArray image = StoredImage(db, grp, kan);
-        db.Commit();
+        writePipeTypeIn(db, m_rows, grp, kan, dialogs);
+        QByteArray image = storedImage(db, grp, kan);
+        db.commit();
         m_storedImage = std::move(image);
         knownVersion = version; // our own commit leaves our version as it was
     } catch (...) {
-        if (db.IsTransactionOpen()) {
+        if (db.isTransactionOpen()) {
             try {
-                db.Rollback();
+                db.rollback();
             } catch (...) {
             }
         }

@@ -23,7 +23,7 @@ template <typename F> void guarded(Dialogs& dialogs, F&& command) {
     try {
         command();
     } catch (...) {
-        HandleCurrentException(dialogs);
+        handleCurrentException(dialogs);
     }
 }
 
@@ -114,7 +114,7 @@ void EditCommands::finishPaste(bool renameNode) {
     m_window.document().refreshLines();
     if (renameNode)
         if (QTreeWidgetItem* node = m_window.currentPipeTypeNode())
-            node->setText(0, TrimBlanks(m_window.goodsBox->Text()));
+            node->setText(0, trimBlanks(m_window.goodsBox->text()));
     // After showPipeType, which disables it.
     m_window.document().setUndoAvailable(true);
 }
@@ -170,53 +170,53 @@ void EditCommands::pasteLabourFactors() {
 // ---- Detail copy and paste ----------------------------------------------------------
 
 void EditCommands::copyDetail() {
-    CopyDetailOut(m_window.workspace().copyBuffer(), m_window.document().rows(),
+    copyDetailOut(m_window.workspace().copyBuffer(), m_window.document().rows(),
                   m_window.currentTab(), FieldSet::All);
     enableOnlyPaste(m_window.pasteDetailItem);
 }
 
 void EditCommands::copyDetailPrices() {
-    CopyDetailOut(m_window.workspace().copyBuffer(), m_window.document().rows(),
+    copyDetailOut(m_window.workspace().copyBuffer(), m_window.document().rows(),
                   m_window.currentTab(), FieldSet::Prices);
     enableOnlyPaste(m_window.pasteDetailPricesItem);
 }
 
 void EditCommands::copyDetailFactors() {
-    CopyDetailOut(m_window.workspace().copyBuffer(), m_window.document().rows(),
+    copyDetailOut(m_window.workspace().copyBuffer(), m_window.document().rows(),
                   m_window.currentTab(), FieldSet::Labour);
     enableOnlyPaste(m_window.pasteDetailFactorsItem);
 }
 
 void EditCommands::copyDetailLabour() {
-    CopyDetailOut(m_window.workspace().copyBuffer(), m_window.document().rows(),
+    copyDetailOut(m_window.workspace().copyBuffer(), m_window.document().rows(),
                   m_window.currentTab(), FieldSet::Pipefitter);
     enableOnlyPaste(m_window.pasteDetailLabourItem);
 }
 
 void EditCommands::pasteDetail() {
     m_window.document().takeSnapshot();
-    PasteDetailIn(m_window.document().rows(), m_window.workspace().copyBuffer(),
+    pasteDetailIn(m_window.document().rows(), m_window.workspace().copyBuffer(),
                   m_window.currentTab(), FieldSet::AllButCostUnitPrice);
     finishPaste(false);
 }
 
 void EditCommands::pasteDetailPrices() {
     m_window.document().takeSnapshot();
-    PasteDetailIn(m_window.document().rows(), m_window.workspace().copyBuffer(),
+    pasteDetailIn(m_window.document().rows(), m_window.workspace().copyBuffer(),
                   m_window.currentTab(), FieldSet::Prices);
     finishPaste(false);
 }
 
 void EditCommands::pasteDetailFactors() {
     m_window.document().takeSnapshot();
-    PasteDetailIn(m_window.document().rows(), m_window.workspace().copyBuffer(),
+    pasteDetailIn(m_window.document().rows(), m_window.workspace().copyBuffer(),
                   m_window.currentTab(), FieldSet::Labour);
     finishPaste(false);
 }
 
 void EditCommands::pasteDetailLabour() {
     m_window.document().takeSnapshot();
-    PasteDetailIn(m_window.document().rows(), m_window.workspace().copyBuffer(),
+    pasteDetailIn(m_window.document().rows(), m_window.workspace().copyBuffer(),
                   m_window.currentTab(), FieldSet::Pipefitter);
     finishPaste(false);
 }
@@ -225,13 +225,13 @@ void EditCommands::pasteDetailLabour() {
 
 void EditCommands::copyFirstDetailAcross() {
     m_window.document().takeSnapshot();
-    SpreadFirstDetail(m_window.document().rows());
+    spreadFirstDetail(m_window.document().rows());
     m_window.tabs->setCurrentIndex(0);
     finishPaste(false);
 }
 
 void EditCommands::copyDetailPricesAcross() {
-    SpreadBufferPrices(m_window.document().rows(), m_window.workspace().copyBuffer());
+    spreadBufferPrices(m_window.document().rows(), m_window.workspace().copyBuffer());
     m_window.showPipeType();
     m_window.document().refreshLines();
     m_window.document().setUndoAvailable(false); // no snapshot was taken
@@ -245,7 +245,7 @@ void EditCommands::undo() {
     m_window.tabs->setCurrentIndex(0);
     m_window.showPipeType();
     if (QTreeWidgetItem* node = m_window.currentPipeTypeNode())
-        node->setText(0, TrimBlanks(m_window.goodsBox->Text()));
+        node->setText(0, trimBlanks(m_window.goodsBox->text()));
     m_window.document().refreshLines();
     m_window.document().setUndoAvailable(false);
 }
@@ -267,7 +267,7 @@ void EditCommands::movePipeType(int d) {
     const int g = m_window.currentGroup;
     const int k = m_window.currentPipeType;
     if ((d < 0 && k <= 1) || (d > 0 && k >= PipeTypesInGroup)) {
-        ShowInfoDialog(m_dialogs, &m_window, QStringLiteral("確認"),
+        showInfoDialog(m_dialogs, &m_window, QStringLiteral("確認"),
                        QStringLiteral("移動できません。"));
         return;
     }
@@ -276,7 +276,7 @@ void EditCommands::movePipeType(int d) {
     // "ERROR" has been shown and nothing moved.
     const QStringList statements = {moveStatement(g, ParkingKan, k), moveStatement(g, k, k + d),
                                     moveStatement(g, k + d, ParkingKan)};
-    if (!ExecStatements(m_dialogs, m_window.workspace().paths().exDatabase, statements)) return;
+    if (!execStatements(m_dialogs, m_window.workspace().paths().exDatabase, statements)) return;
     // The rows in memory now belong at k+d: the triple and the selection go
     // with them, so that a save writes them where they live now. Unsaved
     // changes stay in the rows and still count as changes.
@@ -286,12 +286,12 @@ void EditCommands::movePipeType(int d) {
 // ---- Clearing ----------------------------------------------------------------------------
 
 void EditCommands::clearPipeType() {
-    if (ShowTaskDialog(m_dialogs, &m_window, ApplicationTitle(), QStringLiteral("確認"),
+    if (showTaskDialog(m_dialogs, &m_window, applicationTitle(), QStringLiteral("確認"),
                        TaskDialog::IconQuestion, TaskDialog::ButtonYes | TaskDialog::ButtonNo,
                        QStringLiteral("現在の内容をすべてクリア－しますか？")) != TaskDialog::IdYes)
         return;
     m_window.document().takeSnapshot();
-    ClearPipeTypeRows(m_window.document().rows());
+    clearPipeTypeRows(m_window.document().rows());
     m_window.tabs->setCurrentIndex(0);
     for (int r = 1; r <= SheetLines; ++r)
         m_window.document().calculateRow(r);
@@ -304,13 +304,13 @@ void EditCommands::clearPipeType() {
 }
 
 void EditCommands::clearDetail() {
-    if (ShowTaskDialog(m_dialogs, &m_window, ApplicationTitle(), QStringLiteral("確認"),
+    if (showTaskDialog(m_dialogs, &m_window, applicationTitle(), QStringLiteral("確認"),
                        TaskDialog::IconQuestion, TaskDialog::ButtonYes | TaskDialog::ButtonNo,
                        QStringLiteral("現在の細目をクリア－しますか？")) != TaskDialog::IdYes)
         return;
     const int t = m_window.currentTab();
     m_window.document().takeSnapshot();
-    ClearDetailRows(m_window.document().rows(), t);
+    clearDetailRows(m_window.document().rows(), t);
     for (int r = 1; r <= SheetLines; ++r)
         m_window.document().calculateRow(r);
     for (int g = 1; g <= SheetLines; ++g)

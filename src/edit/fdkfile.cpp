@@ -34,7 +34,7 @@ std::int32_t int32At(const FdkRecord& r, int offset) {
 }
 
 Currency currencyAt(const FdkRecord& r, int offset) {
-    return Currency::FromRaw(qFromLittleEndian<std::int64_t>(r.data() + offset));
+    return Currency::fromRaw(qFromLittleEndian<std::int64_t>(r.data() + offset));
 }
 
 // A length byte beyond the field's width (a damaged file) takes the field
@@ -49,20 +49,20 @@ QString fileLine(const QString& path) {
 }
 
 QString reasonLine(const QString& path, const QString& systemReason, bool writing) {
-    return QLatin1Char('\n') + FileFailureReason(path, systemReason, writing);
+    return QLatin1Char('\n') + fileFailureReason(path, systemReason, writing);
 }
 
 } // namespace
 
-FdkRecord& FdkRecordBuffer() {
+FdkRecord& fdkRecordBuffer() {
     return recordBuffer;
 }
 
-void ResetFdkRecordBuffer() {
+void resetFdkRecordBuffer() {
     recordBuffer.fill(0);
 }
 
-void PutRowFields(const PipeRow& row, FdkRecord& record) {
+void putRowFields(const PipeRow& row, FdkRecord& record) {
     putString(record, FdkOffset::GOODS, GoodsWidth, row.goodsBytes);
     putString(record, FdkOffset::KIND, KindWidth, row.kindBytes);
     putString(record, FdkOffset::CI, UnitWidth, row.unitBytes);
@@ -81,40 +81,40 @@ void PutRowFields(const PipeRow& row, FdkRecord& record) {
         putCurrency(record, FdkOffset::DATA1 + (n - 1) * 8, row.factor(n));
 }
 
-void TakeLabourFields(const FdkRecord& record, PipeRow& row) {
+void takeLabourFields(const FdkRecord& record, PipeRow& row) {
     row.otherMethod = int32At(record, FdkOffset::YOSAN);
     row.sizeBytes = stringAt(record, FdkOffset::SIZE, SizeWidth);
     for (int n = 1; n <= 7; ++n)
         row.factor(n) = currencyAt(record, FdkOffset::DATA1 + (n - 1) * 8);
 }
 
-QByteArray FdkFileBytes(const RowTable& rows) {
+QByteArray fdkFileBytes(const RowTable& rows) {
     QByteArray bytes;
     bytes.reserve(FdkFileSize);
-    FdkRecord& buffer = FdkRecordBuffer();
+    FdkRecord& buffer = fdkRecordBuffer();
     for (int r = 1; r <= FdkRecordCount; ++r) {
-        PutRowFields(rows[r], buffer);
+        putRowFields(rows[r], buffer);
         bytes.append(reinterpret_cast<const char*>(buffer.data()), FdkRecordSize);
     }
     return bytes;
 }
 
-void WriteFdkFile(const QString& path, const RowTable& rows) {
+void writeFdkFile(const QString& path, const RowTable& rows) {
     // Whole or not at all: a failure halfway leaves the entry of that name as
     // it was, never a cut-off file.
     QString systemReason;
-    if (!ReplaceFileWhole(path, FdkFileBytes(rows), &systemReason))
+    if (!replaceFileWhole(path, fdkFileBytes(rows), &systemReason))
         throw FileError(QStringLiteral("入出力エラー: 標準歩掛のファイルに書き込めません。") +
                         fileLine(path) + reasonLine(path, systemReason, true));
 }
 
-void ReadFdkBytes(const QByteArray& bytes, const QString& path, RowTable& rows) {
-    FdkRecord& buffer = FdkRecordBuffer();
+void readFdkBytes(const QByteArray& bytes, const QString& path, RowTable& rows) {
+    FdkRecord& buffer = fdkRecordBuffer();
     for (int r = 1; r <= FdkReadRows; ++r) {
         const qsizetype at = qsizetype(r - 1) * FdkRecordSize;
         if (bytes.size() - at >= FdkRecordSize) {
             std::memcpy(buffer.data(), bytes.constData() + at, FdkRecordSize);
-            TakeLabourFields(buffer, rows[r]);
+            takeLabourFields(buffer, rows[r]);
             continue;
         }
         // The file ends inside the entry. What was read stays read, and the
@@ -136,7 +136,7 @@ void ReadFdkBytes(const QByteArray& bytes, const QString& path, RowTable& rows) 
     }
 }
 
-void ReadFdkFile(const QString& path, RowTable& rows) {
+void readFdkFile(const QString& path, RowTable& rows) {
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly))
         throw FileError(QStringLiteral("入出力エラー: 標準歩掛のファイルを開けません。") +
@@ -146,5 +146,5 @@ void ReadFdkFile(const QString& path, RowTable& rows) {
     if (file.error() != QFileDevice::NoError)
         throw FileError(QStringLiteral("入出力エラー: 標準歩掛のファイルを読み込めません。") +
                         fileLine(path) + reasonLine(path, file.errorString(), false));
-    ReadFdkBytes(bytes, path, rows);
+    readFdkBytes(bytes, path, rows);
 }

@@ -64,28 +64,28 @@ using FdkRecord = std::array<unsigned char, FdkRecordSize>;
 // of a shorter string keep what the record before left there. Files written
 // by earlier installations show the same leftovers; readers look only at the
 // fields.
-FdkRecord& FdkRecordBuffer();
+FdkRecord& fdkRecordBuffer();
 // Zeros, as at the start of the program.
-void ResetFdkRecordBuffer();
+void resetFdkRecordBuffer();
 
 // Puts the fields of a row into a record: every field but the CALC amounts.
 // A string writes its length byte and its bytes; the rest of its field stays.
-void PutRowFields(const PipeRow& row, FdkRecord& record);
+void putRowFields(const PipeRow& row, FdkRecord& record);
 // Takes from a record what an entry gives back to a row: YOSAN, SIZE and
 // DATA1 to DATA7. Nothing else of the row changes.
-void TakeLabourFields(const FdkRecord& record, PipeRow& row);
+void takeLabourFields(const FdkRecord& record, PipeRow& row);
 
 // Rows 1 to 60 as the file holds them, put together in the record buffer.
-QByteArray FdkFileBytes(const RowTable& rows);
+QByteArray fdkFileBytes(const RowTable& rows);
 
 // Writes rows 1 to 60 to path through the record buffer, replacing a file of
 // that name. The file appears whole or not at all. Raises FileError.
-void WriteFdkFile(const QString& path, const RowTable& rows);
+void writeFdkFile(const QString& path, const RowTable& rows);
 
 // Reads records 1 to 59 through the record buffer into rows 1 to 59
-// (TakeLabourFields). A longer file is fine. Raises FileError when the file
+// (takeLabourFields). A longer file is fine. Raises FileError when the file
 // can't be opened or ends before record 59; the rows read before the failure
 // keep what they took.
-void ReadFdkFile(const QString& path, RowTable& rows);
+void readFdkFile(const QString& path, RowTable& rows);
 // The same from the bytes of a file; path names it in the message.
-void ReadFdkBytes(const QByteArray& bytes, const QString& path, RowTable& rows);
+void readFdkBytes(const QByteArray& bytes, const QString& path, RowTable& rows);

@@ -23,7 +23,7 @@ void copyAll(PipeRow& to, const PipeRow& from, bool withCostUnitPrice) {
 
 } // namespace
 
-void CopyFieldSet(PipeRow& to, const PipeRow& from, FieldSet set) {
+void copyFieldSet(PipeRow& to, const PipeRow& from, FieldSet set) {
     switch (set) {
     case FieldSet::All:
         copyAll(to, from, true);
@@ -47,26 +47,26 @@ void CopyFieldSet(PipeRow& to, const PipeRow& from, FieldSet set) {
 
 void CopyWholeTable(RowTable& to, const RowTable& from, FieldSet set) {
     for (int r = 1; r <= RowCount; ++r)
-        CopyFieldSet(to[r], from[r], set);
+        copyFieldSet(to[r], from[r], set);
 }
 
-int DetailBase(int tab) {
+int detailBase(int tab) {
     return tab * TabRows;
 }
 
-void CopyDetailOut(RowTable& buffer, const RowTable& rows, int tab, FieldSet set) {
-    const int base = DetailBase(tab);
+void copyDetailOut(RowTable& buffer, const RowTable& rows, int tab, FieldSet set) {
+    const int base = detailBase(tab);
     for (int i = 1; i <= TabRows; ++i)
-        CopyFieldSet(buffer[i], rows[base + i], set);
+        copyFieldSet(buffer[i], rows[base + i], set);
 }
 
-void PasteDetailIn(RowTable& rows, const RowTable& buffer, int tab, FieldSet set) {
-    const int base = DetailBase(tab);
+void pasteDetailIn(RowTable& rows, const RowTable& buffer, int tab, FieldSet set) {
+    const int base = detailBase(tab);
     for (int i = 1; i <= TabRows; ++i)
-        if (base + i != OptionRow) CopyFieldSet(rows[base + i], buffer[i], set);
+        if (base + i != OptionRow) copyFieldSet(rows[base + i], buffer[i], set);
 }
 
-void SpreadFirstDetail(RowTable& rows) {
+void spreadFirstDetail(RowTable& rows) {
     for (int k = 1; k <= 3; ++k) {
         for (int i = 1; i <= TabRows; ++i) {
             const int r = k * TabRows + i;
@@ -86,7 +86,7 @@ void SpreadFirstDetail(RowTable& rows) {
     }
 }
 
-void SpreadBufferPrices(RowTable& rows, const RowTable& buffer) {
+void spreadBufferPrices(RowTable& rows, const RowTable& buffer) {
     for (int k = 1; k <= 3; ++k) {
         for (int i = 1; i <= TabRows; ++i) {
             const int r = k * TabRows + i;
@@ -98,7 +98,7 @@ void SpreadBufferPrices(RowTable& rows, const RowTable& buffer) {
     }
 }
 
-void ClearPipeTypeRows(RowTable& rows) {
+void clearPipeTypeRows(RowTable& rows) {
     for (int r = 1; r <= RowCount; ++r) {
         PipeRow& row = rows[r];
         PipeRow cleared;
@@ -109,8 +109,8 @@ void ClearPipeTypeRows(RowTable& rows) {
     }
 }
 
-void ClearDetailRows(RowTable& rows, int tab) {
-    const int base = DetailBase(tab);
+void clearDetailRows(RowTable& rows, int tab) {
+    const int base = detailBase(tab);
     for (int i = 1; i <= TabRows; ++i) {
         if (base + i == OptionRow) continue;
         PipeRow& row = rows[base + i];

@@ -84,26 +84,26 @@ QString LabourLibraryDialog::selectedEntry() const {
 
 void LabourLibraryDialog::showEvent(QShowEvent* event) {
     QDialog::showEvent(event);
-    CentreOnScreen(this);
+    centreOnScreen(this);
     if (!event->spontaneous()) prepareShow();
 }
 
 void LabourLibraryDialog::prepareShow() {
-    folder_ = PartsLibraryFolder();
+    folder_ = partsLibraryFolder();
     entryList->clear();
-    entryList->addItems(PartsEntryNames(folder_, extension()));
+    entryList->addItems(partsEntryNames(folder_, extension()));
 }
 
 void LabourLibraryDialog::deleteEntry() {
     const int index = itemIndex();
     if (index < 0) return;
-    if (ShowTaskDialog(m_dialogs, this, ApplicationTitle(), QStringLiteral("確認"),
+    if (showTaskDialog(m_dialogs, this, applicationTitle(), QStringLiteral("確認"),
                        TaskDialog::IconQuestion, TaskDialog::ButtonYes | TaskDialog::ButtonNo,
                        QStringLiteral("削除していいですか?")) != TaskDialog::IdYes)
         return;
     // A file that will not go reports nothing; the entry leaves the list all
     // the same, as the folder will be read again at the next show.
-    QFile::remove(PartsEntryPath(folder_, entryList->item(index)->text(), extension()));
+    QFile::remove(partsEntryPath(folder_, entryList->item(index)->text(), extension()));
     delete entryList->takeItem(index);
 }
 

@@ -37,7 +37,7 @@ public:
     int itemIndex() const;
     QString selectedEntry() const;
     // The folder listed at the last show.
-    QString Folder() const { return folder_; }
+    QString folder() const { return folder_; }
 
     // Lists the entries (the show step).
     void prepareShow();

@@ -25,23 +25,23 @@ LibraryCommands::LibraryCommands(MainWindow& window, Dialogs& dialogs)
 
 void LibraryCommands::saveLibraryEntry() {
     // The name as it stands in the box, blanks and all.
-    const QString name = m_window.goodsBox->Text();
-    const QString problem = PartsNameProblem(name);
+    const QString name = m_window.goodsBox->text();
+    const QString problem = partsNameProblem(name);
     if (!problem.isEmpty()) {
-        ShowInfoDialog(m_dialogs, &m_window, QStringLiteral("確認"), problem);
+        showInfoDialog(m_dialogs, &m_window, QStringLiteral("確認"), problem);
         return;
     }
     // The rows as they stand: nothing is taken from the controls or
     // recalculated first.
     try {
-        const QString folder = PartsLibraryFolder();
-        MakePartsFolder(folder);
-        WriteFdkFile(PartsEntryPath(folder, name), m_window.document().rows());
+        const QString folder = partsLibraryFolder();
+        makePartsFolder(folder);
+        writeFdkFile(partsEntryPath(folder, name), m_window.document().rows());
     } catch (...) {
-        HandleCurrentException(m_dialogs);
+        handleCurrentException(m_dialogs);
         return;
     }
-    ShowInfoDialog(m_dialogs, &m_window, QStringLiteral("確認"),
+    showInfoDialog(m_dialogs, &m_window, QStringLiteral("確認"),
                    QStringLiteral("選択用標準歩掛として登録しました。"));
 }
 
@@ -58,17 +58,17 @@ void LibraryCommands::applyLibraryEntry() {
     // entries) has nothing to apply.
     if (dialog->itemIndex() < 0) return;
     const QString path =
-        PartsEntryPath(dialog->Folder(), dialog->selectedEntry(), dialog->panel(0));
+        partsEntryPath(dialog->folder(), dialog->selectedEntry(), dialog->panel(0));
     try {
         // A file that ends early stops here: the rows read so far keep what
         // they took, and the message says which they are.
-        ReadFdkFile(path, m_window.document().rows());
+        readFdkFile(path, m_window.document().rows());
         m_window.recalcAndShowTab();
         // No snapshot: the undo keeps the state before the last edit.
         m_window.document().refreshLines();
     } catch (...) {
         // The rows read before the failure count as changed all the same.
         m_window.document().refreshLines();
-        HandleCurrentException(m_dialogs);
+        handleCurrentException(m_dialogs);
     }
 }

@@ -22,7 +22,7 @@ bool writableDir(const QString& path) {
 
 } // namespace
 
-QString PartsLibraryFolderFor(const QString& configured, const QString& programDir,
+QString partsLibraryFolderFor(const QString& configured, const QString& programDir,
                               const QString& userDataDir) {
     if (!configured.isEmpty()) return QDir::cleanPath(configured);
     // A program installed by the package manager lives under /usr, where
@@ -36,19 +36,19 @@ QString PartsLibraryFolderFor(const QString& configured, const QString& programD
     return QDir::cleanPath(userDataDir + QStringLiteral("/qorvale/ex_data"));
 }
 
-QString PartsLibraryFolder() {
+QString partsLibraryFolder() {
     const QString programDir =
         QCoreApplication::instance() ? QCoreApplication::applicationDirPath() : QString();
-    return PartsLibraryFolderFor(
+    return partsLibraryFolderFor(
         qEnvironmentVariable("QORVALE_LIBRARY_DIR"), programDir,
         QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation));
 }
 
-QString PartsEntryPath(const QString& folder, const QString& name, const QString& extension) {
+QString partsEntryPath(const QString& folder, const QString& name, const QString& extension) {
     return folder + QLatin1Char('/') + name + QLatin1Char('.') + extension;
 }
 
-QStringList PartsEntryNames(const QString& folder, const QString& extension) {
+QStringList partsEntryNames(const QString& folder, const QString& extension) {
     QStringList names;
     const QString suffix = QLatin1Char('.') + extension;
     // Unsorted, hidden and system files too: the order is the folder's own.
@@ -65,7 +65,7 @@ QStringList PartsEntryNames(const QString& folder, const QString& extension) {
     return names;
 }
 
-QString PartsNameProblem(const QString& name) {
+QString partsNameProblem(const QString& name) {
     if (name.trimmed().isEmpty())
         return QStringLiteral("標準歩掛の名前がありません。\n管種名の欄に名前を入れてから登録して"
                               "ください。");
@@ -84,7 +84,7 @@ QString PartsNameProblem(const QString& name) {
     return QString();
 }
 
-void MakePartsFolder(const QString& folder) {
+void makePartsFolder(const QString& folder) {
     if (QFileInfo(folder).isDir()) return;
     if (!QDir().mkpath(folder))
         throw FileError(

@@ -19,25 +19,25 @@
 extern const QString PartsExtension;
 
 // The library folder of this run, by the rule above.
-QString PartsLibraryFolder();
+QString partsLibraryFolder();
 // The rule with its inputs given: the value of QORVALE_LIBRARY_DIR, the
 // program's folder and the user's data folder (~/.local/share).
-QString PartsLibraryFolderFor(const QString& configured, const QString& programDir,
+QString partsLibraryFolderFor(const QString& configured, const QString& programDir,
                               const QString& userDataDir);
 
 // The file of an entry: folder, "/", name, "." and the extension.
-QString PartsEntryPath(const QString& folder, const QString& name,
+QString partsEntryPath(const QString& folder, const QString& name,
                        const QString& extension = PartsExtension);
 
 // The entries in folder: the names, without the extension, of the files
 // "*.<extension>" in the order the folder gives them (no sorting). Folders
 // of such a name are left out. A missing folder has none.
-QStringList PartsEntryNames(const QString& folder, const QString& extension = PartsExtension);
+QStringList partsEntryNames(const QString& folder, const QString& extension = PartsExtension);
 
 // Why name can't name an entry, as a message for the person; empty when it
 // can. A name must hold something besides blanks and no "/", which would
 // put the file into another folder, and must fit a file name.
-QString PartsNameProblem(const QString& name);
+QString partsNameProblem(const QString& name);
 
 // Makes the folder when it is missing. Raises FileError.
-void MakePartsFolder(const QString& folder);
+void makePartsFolder(const QString& folder);

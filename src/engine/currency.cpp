@@ -77,20 +77,20 @@ const char* currencyText(Currency value, char (&buf)[32]) {
 
 } // namespace
 
-QString CurrToStr(Currency value) {
+QString currToStr(Currency value) {
     char buf[32];
     const char* p = currencyText(value, buf);
     return QString::fromLatin1(p, int(buf + sizeof buf - p));
 }
 
-void AppendCurrText(QByteArray& out, Currency value) {
+void appendCurrText(QByteArray& out, Currency value) {
     // A save writes some 1,600 of these.
     char buf[32];
     const char* p = currencyText(value, buf);
     out.append(p, int(buf + sizeof buf - p));
 }
 
-bool TryStrToCurr(const QString& text, Currency& out) {
+bool tryStrToCurr(const QString& text, Currency& out) {
     const QString t = text.trimmed();
     int i = 0;
     const int n = int(t.size());
@@ -174,18 +174,18 @@ bool TryStrToCurr(const QString& text, Currency& out) {
     return true;
 }
 
-Currency StrToCurr(const QString& text) {
+Currency strToCurr(const QString& text) {
     Currency c;
-    if (!TryStrToCurr(text, c)) throw ConvertError(invalidNumber(text));
+    if (!tryStrToCurr(text, c)) throw ConvertError(invalidNumber(text));
     return c;
 }
 
-Currency StrToCurrDef(const QString& text, Currency def) {
+Currency strToCurrDef(const QString& text, Currency def) {
     Currency c;
-    return TryStrToCurr(text, c) ? c : def;
+    return tryStrToCurr(text, c) ? c : def;
 }
 
-int StrToIntDef(const QString& text, int def) {
+int strToIntDef(const QString& text, int def) {
     // Leading blanks are passed over; anything after the digits is no number.
     QString t = text;
     while (!t.isEmpty() && t[0].isSpace())
@@ -210,14 +210,14 @@ int StrToIntDef(const QString& text, int def) {
     return int(v);
 }
 
-QString FormatAmount(Currency value) {
+QString formatAmount(Currency value) {
     const std::uint64_t whole = roundMagnitude(value.raw, 10000);
     QString s = groupThousands(std::to_string(whole));
     if (value.raw < 0 && whole != 0) s.prepend(QLatin1Char('-'));
     return s;
 }
 
-QString FormatFixed3(Currency value) {
+QString formatFixed3(Currency value) {
     const std::uint64_t thousandths = roundMagnitude(value.raw, 10);
     std::string d = std::to_string(thousandths);
     if (d.size() < 4) d.insert(0, 4 - d.size(), '0');
@@ -227,14 +227,14 @@ QString FormatFixed3(Currency value) {
     return s;
 }
 
-QString FormatGeneral(Currency value) {
+QString formatGeneral(Currency value) {
     // A Currency has at most 19 digits; keep 15 significant ones. Its value
     // stays below 10^15, so the exponent form is never needed.
     std::string d = absDigits(value.raw);
     std::size_t first = d.find_first_not_of('0');
     if (first == std::string::npos) return QStringLiteral("0");
     const std::size_t sig = d.size() - first;
-    if (sig <= 15) return CurrToStr(value);
+    if (sig <= 15) return currToStr(value);
     // Round the magnitude half away from zero at the 15th significant digit.
     std::uint64_t unit = 1;
     for (std::size_t k = 0; k < sig - 15; ++k)

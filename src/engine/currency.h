@@ -12,10 +12,10 @@ struct Currency {
 
     static constexpr std::int64_t Scale = 10000;
 
-    static constexpr Currency FromRaw(std::int64_t r) { return Currency{r}; }
-    static constexpr Currency FromInt(std::int64_t v) { return Currency{v * Scale}; }
+    static constexpr Currency fromRaw(std::int64_t r) { return Currency{r}; }
+    static constexpr Currency fromInt(std::int64_t v) { return Currency{v * Scale}; }
 
-    constexpr bool IsZero() const { return raw == 0; }
+    constexpr bool isZero() const { return raw == 0; }
     friend constexpr bool operator==(Currency a, Currency b) { return a.raw == b.raw; }
     friend constexpr bool operator!=(Currency a, Currency b) { return a.raw != b.raw; }
     friend constexpr bool operator<(Currency a, Currency b) { return a.raw < b.raw; }
@@ -25,30 +25,30 @@ struct Currency {
 class ConvertError : public std::runtime_error {
 public:
     explicit ConvertError(const QString& message);
-    QString Message() const { return QString::fromUtf8(what()); }
+    QString message() const { return QString::fromUtf8(what()); }
 };
 
 // Shortest decimal text: no separators, no trailing zeros ("1234.5", "-0.25", "0").
-QString CurrToStr(Currency value);
+QString currToStr(Currency value);
 // The same text appended to out.
-void AppendCurrText(QByteArray& out, Currency value);
+void appendCurrText(QByteArray& out, Currency value);
 
 // Text to Currency: optional blanks, sign, digits with an optional decimal
 // point and exponent. Rounds to four decimals, half to even on the exact
 // decimal digits. Raises ConvertError on anything else.
-Currency StrToCurr(const QString& text);
-Currency StrToCurrDef(const QString& text, Currency def);
+Currency strToCurr(const QString& text);
+Currency strToCurrDef(const QString& text, Currency def);
 // Same, without throwing: false on text that is no number.
-bool TryStrToCurr(const QString& text, Currency& out);
+bool tryStrToCurr(const QString& text, Currency& out);
 
 // Text to a signed 32-bit integer: optional sign and digits only, no
 // decimal point ("1.5" gives the default).
-int StrToIntDef(const QString& text, int def);
+int strToIntDef(const QString& text, int def);
 
 // The sheet's amount text: whole number, "," every three digits, half away
 // from zero, minus kept (-1234 gives "-1,234").
-QString FormatAmount(Currency value);
+QString formatAmount(Currency value);
 // General form: up to 15 significant digits, no trailing zeros.
-QString FormatGeneral(Currency value);
-// Fixed form with three decimals, half away from zero on the exact value.
-QString FormatFixed3(Currency value);
+QString formatGeneral(Currency value);
+// fixed form with three decimals, half away from zero on the exact value.
+QString formatFixed3(Currency value);

@@ -13,7 +13,7 @@ QString q(const QString& value) {
     return QLatin1Char('\'') + value + QLatin1Char('\'');
 }
 QString qCurr(Currency c) {
-    return q(CurrToStr(c));
+    return q(currToStr(c));
 }
 QString qInt(int v) {
     return q(QString::number(v));
@@ -21,54 +21,54 @@ QString qInt(int v) {
 
 } // namespace
 
-QString OptionChangeStatement(const PipeRow& optionRow, int grp) {
+QString optionChangeStatement(const PipeRow& optionRow, int grp) {
     PipeRow row = optionRow;
     PipeTypeOptions o(row);
     QString s = QStringLiteral("UPDATE ex_kanzai SET ");
-    s += QStringLiteral("DATA5=") + qCurr(o.LabourSubmitted());
-    s += QStringLiteral(",DATA4=") + qCurr(o.LabourCost());
-    s += QStringLiteral(",NET=") + qCurr(o.RateCost());
-    s += QStringLiteral(",NTANKA=") + qCurr(o.RateOn());
+    s += QStringLiteral("DATA5=") + qCurr(o.labourSubmitted());
+    s += QStringLiteral(",DATA4=") + qCurr(o.labourCost());
+    s += QStringLiteral(",NET=") + qCurr(o.rateCost());
+    s += QStringLiteral(",NTANKA=") + qCurr(o.rateOn());
     s += QStringLiteral(",GTANKA=") + qCurr(o.UnitDigits());
     s += QStringLiteral(",FTANKA=") + qCurr(o.UnitFraction());
-    s += QStringLiteral(",DATA2=") + qCurr(o.AdoptedDigits());
-    s += QStringLiteral(",DATA3=") + qCurr(o.AdoptedFraction());
-    s += QStringLiteral(",DATA6=") + qCurr(o.ElementDigits());
-    s += QStringLiteral(",DATA7=") + qCurr(o.ElementFraction());
-    s += QStringLiteral(",FLAG=") + qInt(o.ModeFlag());
-    s += QStringLiteral(",YOSAN=") + qInt(o.OtherMethod());
+    s += QStringLiteral(",DATA2=") + qCurr(o.adoptedDigits());
+    s += QStringLiteral(",DATA3=") + qCurr(o.adoptedFraction());
+    s += QStringLiteral(",DATA6=") + qCurr(o.elementDigits());
+    s += QStringLiteral(",DATA7=") + qCurr(o.elementFraction());
+    s += QStringLiteral(",FLAG=") + qInt(o.modeFlag());
+    s += QStringLiteral(",YOSAN=") + qInt(o.otherMethod());
     s += QStringLiteral(" WHERE CTG=") + qInt(1) + QStringLiteral(" AND GRP=") + qInt(grp) +
          QStringLiteral(" AND NO=") + qInt(OptionRow) + QStringLiteral(";");
     return s;
 }
 
-QString LabourChangeStatement(Currency cost, Currency submitted) {
+QString labourChangeStatement(Currency cost, Currency submitted) {
     return QStringLiteral("UPDATE ex_kanzai SET ") + QStringLiteral("DATA4=") + qCurr(cost) +
            QStringLiteral(",DATA5=") + qCurr(submitted) + QStringLiteral(" WHERE ukey=") +
            qInt(OptionRow) + QStringLiteral(";");
 }
 
-QString GroupProgressText(int kind, int i, int r, const QString& goods) {
+QString groupProgressText(int kind, int i, int r, const QString& goods) {
     return QStringLiteral("データ更新中:") + QString::number(kind) + QLatin1Char('-') +
            QString::number(i) + QLatin1Char('-') + QString::number(r) + QLatin1Char('/') + goods;
 }
 
-void RecalculatePipeType(SqliteDatabase& db, RowTable& rows, int grp, int kan, Dialogs& dialogs,
+void recalculatePipeType(SqliteDatabase& db, RowTable& rows, int grp, int kan, Dialogs& dialogs,
                          const std::function<void(int r)>& beforeRow) {
-    db.BeginImmediateTransaction();
+    db.beginImmediateTransaction();
     try {
-        LoadPipeTypeIn(db, grp, kan, rows);
+        loadPipeTypeIn(db, grp, kan, rows);
         const PipeTypeOptions options(rows[OptionRow]);
         for (int r = 1; r <= GroupCalcRows; ++r) {
             if (beforeRow) beforeRow(r);
-            CalcRowWith(rows[r], options);
+            calcRowWith(rows[r], options);
         }
-        WritePipeTypeIn(db, rows, grp, kan, dialogs);
-        db.Commit();
+        writePipeTypeIn(db, rows, grp, kan, dialogs);
+        db.commit();
     } catch (...) {
-        if (db.IsTransactionOpen()) {
+        if (db.isTransactionOpen()) {
             try {
-                db.Rollback();
+                db.rollback();
             } catch (...) {
                 // The connection undoes what is left when it closes.
             }
@@ -87,9 +87,9 @@ void RewriteGroup(const QString& path, Dialogs& dialogs, int kind, int grp,
         SqliteDatabase db(path); // the run's own connection, on its own thread
         for (int i = 0; i < GroupPipeTypes; ++i) {
             kan = i + 1;
-            RecalculatePipeType(db, rows, grp, kan, dialogs, [&](int r) {
+            recalculatePipeType(db, rows, grp, kan, dialogs, [&](int r) {
                 if (progress)
-                    progress(GroupProgressText(kind, i, r, rows[r].goods()), i * GroupCalcRows + r);
+                    progress(groupProgressText(kind, i, r, rows[r].goods()), i * GroupCalcRows + r);
             });
         }
     } catch (const std::exception& e) {

@@ -19,14 +19,14 @@ constexpr int GroupRewriteSteps = GroupPipeTypes * GroupCalcRows;
 
 // The options of optionRow (row 60) for the option rows of all 20 pipe types
 // of group grp: twelve assignments, submittedPrice not among them.
-QString OptionChangeStatement(const PipeRow& optionRow, int grp);
+QString optionChangeStatement(const PipeRow& optionRow, int grp);
 
 // The two base labour costs for every option row of every group (key 60).
-QString LabourChangeStatement(Currency cost, Currency submitted);
+QString labourChangeStatement(Currency cost, Currency submitted);
 
 // The progress text before row r (1..59) of pipe type i + 1 (i 0..19):
 // "データ更新中:" kind "-" i "-" r "/" goods.
-QString GroupProgressText(int kind, int i, int r, const QString& goods);
+QString groupProgressText(int kind, int i, int r, const QString& goods);
 
 // Called before each CalcRow with the progress text and the step, 1 to
 // GroupRewriteSteps.
@@ -37,10 +37,10 @@ using GroupProgress = std::function<void(const QString& text, int step)>;
 // to 59, write its 60 rows (row 1's statement to the clipboard of dialogs).
 // Another program sees it wholly old or wholly new. Raises SqliteError
 // (nothing of the pipe type written) or what the calculation raises.
-void RecalculatePipeType(SqliteDatabase& db, RowTable& rows, int grp, int kan, Dialogs& dialogs,
+void recalculatePipeType(SqliteDatabase& db, RowTable& rows, int grp, int kan, Dialogs& dialogs,
                          const std::function<void(int r)>& beforeRow);
 
-// RecalculatePipeType for the 20 pipe types of group grp, reporting each row.
+// recalculatePipeType for the 20 pipe types of group grp, reporting each row.
 // Shares nothing with the pipe type on the sheet: it runs on a worker thread
 // with its own rows and connections. A failure ends the run with an exception
 // that says at which pipe type it stopped (the ones before it are rewritten,

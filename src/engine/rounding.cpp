@@ -20,38 +20,38 @@ Extended load(std::int64_t v) {
 }
 } // namespace
 
-std::int64_t Cut(Extended x) {
+std::int64_t cut(Extended x) {
     // trunc(x) fits when -2^63 - 1 < x < 2^63; NaN fails both tests.
     if (!(x < Two63 && x > -Two63 - 1.0L)) throw InvalidOp();
     return static_cast<std::int64_t>(x);
 }
 
-std::int64_t Store(Extended x) {
+std::int64_t store(Extended x) {
     const Extended r = std::rint(x); // the default mode: nearest, ties to even
     if (!(r < Two63 && r >= -Two63)) throw InvalidOp();
     return static_cast<std::int64_t>(r);
 }
 
-Currency RoundElement(__int128 baseRaw, Currency factor, Currency digits, Currency fraction) {
+Currency roundElement(__int128 baseRaw, Currency factor, Currency digits, Currency fraction) {
     Extended p = load(baseRaw) * load(factor.raw);
     p = p * load(digits.raw);
     const Extended n = p + load(fraction.raw) * E8;
-    const std::int64_t t = Cut(n / E12);
-    return Currency::FromRaw(Store(load(t) / load(digits.raw) * E8));
+    const std::int64_t t = cut(n / E12);
+    return Currency::fromRaw(store(load(t) / load(digits.raw) * E8));
 }
 
-Currency WholeAmount(__int128 sumRaw, Currency fraction) {
+Currency wholeAmount(__int128 sumRaw, Currency fraction) {
     const Extended s = load(sumRaw) + load(fraction.raw);
-    const std::int64_t t = Cut(s / E4);
-    return Currency::FromRaw(Store(load(t) * E4));
+    const std::int64_t t = cut(s / E4);
+    return Currency::fromRaw(store(load(t) * E4));
 }
 
-Currency RatePrice(Currency list, Currency rate, Currency fraction) {
+Currency ratePrice(Currency list, Currency rate, Currency fraction) {
     Extended p = load(list.raw) * load(rate.raw);
     p = p / 100.0L;
     const Extended n = p + load(fraction.raw) * E4;
-    const std::int64_t t = Cut(n / E8);
-    return Currency::FromRaw(Store(load(t) * E4));
+    const std::int64_t t = cut(n / E8);
+    return Currency::fromRaw(store(load(t) * E4));
 }
 
 namespace {
@@ -60,8 +60,8 @@ Currency roundToStep(Currency x, Currency step, Currency fraction) {
     Extended q = load(x.raw) / load(step.raw);
     q = q * E4;
     q = q + load(fraction.raw);
-    const std::int64_t t = Cut(q / E4);
-    return Currency::FromRaw(Store(load(t) * load(step.raw)));
+    const std::int64_t t = cut(q / E4);
+    return Currency::fromRaw(store(load(t) * load(step.raw)));
 }
 
 // Characters of the shortest decimal text of x (CurrToStr), sign and point
@@ -92,16 +92,16 @@ Currency roundToSignificant(Currency x, Currency digits, int k, Currency fractio
     std::int32_t m = 1;
     for (int i = 0; i < n; ++i)
         if (__builtin_mul_overflow(m, 10, &m)) throw IntOverflow();
-    const std::int64_t t = Cut((load(x.raw) / load(std::int64_t(m)) + load(fraction.raw)) / E4);
+    const std::int64_t t = cut((load(x.raw) / load(std::int64_t(m)) + load(fraction.raw)) / E4);
     std::int64_t big;
     if (__builtin_mul_overflow(t, std::int64_t(m), &big)) throw IntOverflow();
-    return Currency::FromRaw(Store(load(big) * E4));
+    return Currency::fromRaw(store(load(big) * E4));
 }
 
 } // namespace
 
-Currency RoundDigits(Currency x, Currency digits, Currency fraction) {
-    const std::int64_t k = Cut(load(digits.raw) / E4);
+Currency roundDigits(Currency x, Currency digits, Currency fraction) {
+    const std::int64_t k = cut(load(digits.raw) / E4);
     switch (k) {
     case 10:
     case 100:

@@ -39,5 +39,5 @@ ExcelOptionsDialog::ExcelOptionsDialog(QWidget* parent) : QDialog(parent) {
 
 void ExcelOptionsDialog::showEvent(QShowEvent* event) {
     QDialog::showEvent(event);
-    CentreOnScreen(this);
+    centreOnScreen(this);
 }

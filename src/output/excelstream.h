@@ -7,7 +7,7 @@
 //   xlEdgeBottom;A5;Q5;;             a line along the lower edge of a range
 //   AutoFit;1;1;;                    fit the width of column 1
 // This unit reads the database and knows the layout; it knows nothing of the
-// workbook file, which WriteExcelWorkbook (excelworkbook.h) makes from the
+// workbook file, which writeExcelWorkbook (excelworkbook.h) makes from the
 // stream.
 
 #include <QString>
@@ -23,13 +23,13 @@ extern const QString ExcelOutCaption;
 // that has no tab on screen (refrigerant mode on screen) is named by the
 // exported pipe type's own caption of that detail. Raises SqliteError
 // when a query fails.
-QStringList ExcelStream(const QString& databasePath, int grp, const QStringList& tabCaptions);
+QStringList excelStream(const QString& databasePath, int grp, const QStringList& tabCaptions);
 
 // Writes the lines, each ended by CR LF, in code page 932, replacing the
 // file; raises FileError when it can't be written (the folder is not made).
-void WriteExcelStream(const QString& path, const QStringList& lines);
+void writeExcelStream(const QString& path, const QStringList& lines);
 
 // dataRoot + "/temp/excelout.txt".
-QString ExcelStreamPath(const QString& dataRoot);
+QString excelStreamPath(const QString& dataRoot);
 // dataRoot + "/" + now as "yyyyMMdd HHmmss" + ".xlsx".
-QString ExcelWorkbookPath(const QString& dataRoot, const QDateTime& now);
+QString excelWorkbookPath(const QString& dataRoot, const QDateTime& now);

@@ -27,7 +27,7 @@ constexpr int MaxColumn = 16384;
 
 // The field n (from 1) of a stream line: the text between the (n-1)-th and
 // the n-th ";"; empty when the line has fewer fields. No escapes.
-QString StreamField(const QString& line, int n) {
+QString streamField(const QString& line, int n) {
     int start = 0;
     for (int i = 1; i < n; ++i) {
         const int next = int(line.indexOf(QLatin1Char(';'), start));
@@ -38,11 +38,11 @@ QString StreamField(const QString& line, int n) {
     return end < 0 ? line.mid(start) : line.mid(start, end - start);
 }
 
-bool IsWide(char32_t c) {
+bool isWide(char32_t c) {
     if (c < 0x80) return false;
     if (c >= 0xFF61 && c <= 0xFF9F) return false; // half-width katakana
     if (c <= 0xFFFF) {
-        const QByteArray b = ToAnsi(QString(QChar(char16_t(c))));
+        const QByteArray b = toAnsi(QString(QChar(char16_t(c))));
         if (b.size() == 2) return true;
         if (b != "?") return false;
     }
@@ -54,37 +54,37 @@ bool IsWide(char32_t c) {
            (c >= 0x1F900 && c <= 0x1F9FF) || (c >= 0x20000 && c <= 0x3FFFD);
 }
 
-void SetCell(WorkbookSheet& sheet, int row, int column, const QString& text) {
+void setCell(WorkbookSheet& sheet, int row, int column, const QString& text) {
     WorkbookCell& c = sheet.columns[column][row];
     c.text = text;
-    c.number = IsPlainNumber(text);
+    c.number = isPlainNumber(text);
 }
 
-void SetEdge(WorkbookSheet& sheet, int row, int column, bool bottom) {
+void setEdge(WorkbookSheet& sheet, int row, int column, bool bottom) {
     WorkbookCell& c = sheet.columns[column][row];
     (bottom ? c.bottom : c.top) = true;
 }
 
 // What the cell shows: a number in the general form.
-QString ShownText(const WorkbookCell& c) {
+QString shownText(const WorkbookCell& c) {
     if (!c.number) return c.text;
     return QString::number(c.text.toDouble(), 'g', 11);
 }
 
-void FitColumn(WorkbookSheet& sheet, int column) {
+void fitColumn(WorkbookSheet& sheet, int column) {
     int widest = -1;
     const auto it = sheet.columns.find(column);
     if (it != sheet.columns.end())
         for (const auto& [row, cell] : it->second)
-            if (!cell.text.isEmpty()) widest = std::max(widest, DisplayCells(ShownText(cell)));
+            if (!cell.text.isEmpty()) widest = std::max(widest, displayCells(shownText(cell)));
     if (widest < 0)
         sheet.widths.erase(column);
     else
-        sheet.widths[column] = FittedWidth(widest);
+        sheet.widths[column] = fittedWidth(widest);
 }
 
 // Row and column of a DATA line, both within the sheet.
-void CheckCell(int row, int column, int lineNo, const QString& line) {
+void checkCell(int row, int column, int lineNo, const QString& line) {
     if (row < 1 || row > MaxRow || column < 1 || column > MaxColumn)
         throw WorkbookError(
             QStringLiteral(
@@ -95,7 +95,7 @@ void CheckCell(int row, int column, int lineNo, const QString& line) {
                 .arg(line));
 }
 
-void CheckRange(bool ok, int lineNo, const QString& line) {
+void checkRange(bool ok, int lineNo, const QString& line) {
     if (!ok)
         throw WorkbookError(
             QStringLiteral("エクセル出力の指示 %1 行目の範囲はセルの名前ではありません。\n%2")
@@ -110,13 +110,13 @@ struct WorkbookCloser {
     }
 };
 
-void Check(lxw_error error, const QString& what) {
+void check(lxw_error error, const QString& what) {
     if (error != LXW_NO_ERROR)
         throw WorkbookError(QStringLiteral("エクセルファイルを作成できませんでした（%1）: %2")
                                 .arg(what, QString::fromUtf8(lxw_strerror(error))));
 }
 
-void WriteSheet(const WorkbookSheet& sheet, const QString& path) {
+void writeSheet(const WorkbookSheet& sheet, const QString& path) {
     const QByteArray file = QFile::encodeName(path);
     std::unique_ptr<lxw_workbook, WorkbookCloser> wb(workbook_new(file.constData()));
     if (!wb)
@@ -144,57 +144,57 @@ void WriteSheet(const WorkbookSheet& sheet, const QString& path) {
             const lxw_row_t r = lxw_row_t(row - 1);
             const lxw_col_t c = lxw_col_t(column - 1);
             if (cell.text.isEmpty()) {
-                if (f) Check(worksheet_write_blank(ws, r, c, f), QStringLiteral("blank"));
+                if (f) check(worksheet_write_blank(ws, r, c, f), QStringLiteral("blank"));
             } else if (cell.number) {
-                Check(worksheet_write_number(ws, r, c, cell.text.toDouble(), f),
+                check(worksheet_write_number(ws, r, c, cell.text.toDouble(), f),
                       QStringLiteral("number"));
             } else {
-                Check(worksheet_write_string(ws, r, c, cell.text.toUtf8().constData(), f),
+                check(worksheet_write_string(ws, r, c, cell.text.toUtf8().constData(), f),
                       QStringLiteral("text"));
             }
         }
     }
     for (const auto& [column, width] : sheet.widths)
-        Check(
+        check(
             worksheet_set_column(ws, lxw_col_t(column - 1), lxw_col_t(column - 1), width, nullptr),
             QStringLiteral("column"));
     const lxw_error closed = workbook_close(wb.release());
-    Check(closed, QStringLiteral("save"));
+    check(closed, QStringLiteral("save"));
 }
 
 } // namespace
 
-WorkbookSheet ReplayExcelStream(const QStringList& lines) {
+WorkbookSheet replayExcelStream(const QStringList& lines) {
     WorkbookSheet sheet;
-    SetCell(sheet, 2, 2, QStringLiteral("ABC"));
+    setCell(sheet, 2, 2, QStringLiteral("ABC"));
     int lineNo = 0;
     for (const QString& line : lines) {
         ++lineNo;
-        const QString keyword = StreamField(line, 1);
+        const QString keyword = streamField(line, 1);
         if (keyword == QLatin1String("DATA")) {
-            const int row = StrToIntDef(StreamField(line, 2), 0);
-            const int column = StrToIntDef(StreamField(line, 3), 0);
-            CheckCell(row, column, lineNo, line);
-            SetCell(sheet, row, column, StreamField(line, 4));
+            const int row = strToIntDef(streamField(line, 2), 0);
+            const int column = strToIntDef(streamField(line, 3), 0);
+            checkCell(row, column, lineNo, line);
+            setCell(sheet, row, column, streamField(line, 4));
         } else if (keyword == QLatin1String("xlEdgeBottom") ||
                    keyword == QLatin1String("xlEdgeTop")) {
             int c1 = 0, r1 = 0, c2 = 0, r2 = 0;
-            CheckRange(ParseCellName(StreamField(line, 2), c1, r1), lineNo, line);
-            CheckRange(ParseCellName(StreamField(line, 3), c2, r2), lineNo, line);
+            checkRange(parseCellName(streamField(line, 2), c1, r1), lineNo, line);
+            checkRange(parseCellName(streamField(line, 3), c2, r2), lineNo, line);
             const bool bottom = keyword == QLatin1String("xlEdgeBottom");
             const int edgeRow = bottom ? std::max(r1, r2) : std::min(r1, r2);
             for (int c = std::min(c1, c2); c <= std::max(c1, c2); ++c)
-                SetEdge(sheet, edgeRow, c, bottom);
+                setEdge(sheet, edgeRow, c, bottom);
         } else if (keyword == QLatin1String("AutoFit")) {
-            const int column = StrToIntDef(StreamField(line, 2), 0);
-            CheckCell(1, column, lineNo, line);
-            FitColumn(sheet, column);
+            const int column = strToIntDef(streamField(line, 2), 0);
+            checkCell(1, column, lineNo, line);
+            fitColumn(sheet, column);
         }
     }
     return sheet;
 }
 
-bool IsPlainNumber(const QString& text) {
+bool isPlainNumber(const QString& text) {
     int i = 0;
     const int n = int(text.size());
     if (i < n && (text[i] == QLatin1Char('+') || text[i] == QLatin1Char('-'))) ++i;
@@ -211,14 +211,14 @@ bool IsPlainNumber(const QString& text) {
     return digit;
 }
 
-int DisplayCells(const QString& text) {
+int displayCells(const QString& text) {
     int cells = 0;
     for (const char32_t c : text.toUcs4())
-        cells += IsWide(c) ? 2 : 1;
+        cells += isWide(c) ? 2 : 1;
     return cells;
 }
 
-double FittedWidth(int displayCells) {
+double fittedWidth(int displayCells) {
     // A cell of the default font's digit is 7 pixels; the column adds 5
     // pixels of padding and the fit 5 more of margin. Widths are kept to two
     // decimals as the sheet keeps them.
@@ -226,7 +226,7 @@ double FittedWidth(int displayCells) {
     return std::trunc((pixels - 5.0) / 7.0 * 100.0 + 0.5) / 100.0;
 }
 
-bool ParseCellName(const QString& text, int& column, int& row) {
+bool parseCellName(const QString& text, int& column, int& row) {
     int i = 0;
     const int n = int(text.size());
     long long c = 0, r = 0;
@@ -248,7 +248,7 @@ bool ParseCellName(const QString& text, int& column, int& row) {
     return true;
 }
 
-void WriteExcelWorkbook(const QString& streamPath, const QString& workbookPath) {
+void writeExcelWorkbook(const QString& streamPath, const QString& workbookPath) {
     QFile in(streamPath);
     if (!in.open(QIODevice::ReadOnly))
         throw FileError(QStringLiteral("ファイルを読み込めませんでした: %1").arg(streamPath));
@@ -257,7 +257,7 @@ void WriteExcelWorkbook(const QString& streamPath, const QString& workbookPath) 
         throw FileError(QStringLiteral("ファイルを読み込めませんでした: %1").arg(streamPath));
     in.close();
 
-    const WorkbookSheet sheet = ReplayExcelStream(SplitTextLines(FromAnsi(bytes)));
+    const WorkbookSheet sheet = replayExcelStream(splitTextLines(fromAnsi(bytes)));
 
     // Written aside and put in place only when complete.
     const QFileInfo target(workbookPath);
@@ -265,7 +265,7 @@ void WriteExcelWorkbook(const QString& streamPath, const QString& workbookPath) 
                          QStringLiteral(".part.xlsx");
     QFile::remove(part);
     try {
-        WriteSheet(sheet, part);
+        writeSheet(sheet, part);
     } catch (...) {
         QFile::remove(part);
         throw;

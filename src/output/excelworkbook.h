@@ -26,14 +26,14 @@
 class WorkbookError : public std::runtime_error {
 public:
     explicit WorkbookError(const QString& message);
-    QString Message() const { return QString::fromUtf8(what()); }
+    QString message() const { return QString::fromUtf8(what()); }
 };
 
 // Reads the stream file (code page 932) and writes the workbook, replacing a
 // file of that name. On any failure it raises FileError (the stream can't
 // be read) or WorkbookError, and no workbook file is left behind: the old
 // one, if there was one, stays as it was.
-void WriteExcelWorkbook(const QString& streamPath, const QString& workbookPath);
+void writeExcelWorkbook(const QString& streamPath, const QString& workbookPath);
 
 // ---- The sheet a stream builds, before anything is written
 
@@ -51,24 +51,24 @@ struct WorkbookSheet {
 
 // The sheet of a stream's lines, "ABC" in B2 first. Raises WorkbookError
 // at the first line the sheet can't take.
-WorkbookSheet ReplayExcelStream(const QStringList& lines);
+WorkbookSheet replayExcelStream(const QStringList& lines);
 
 // ---- The rules, for the tests
 
 // True for the text of a plain decimal number: an optional sign, digits and
 // at most one point, with at least one digit.
-bool IsPlainNumber(const QString& text);
+bool isPlainNumber(const QString& text);
 
 // The display width of a text in half-width character cells: a full-width
 // character (two bytes in code page 932, or wide in East Asian text) counts 2,
 // any other 1.
-int DisplayCells(const QString& text);
+int displayCells(const QString& text);
 
 // The column width (in the sheet's units, the width of a digit of the
 // default font) that fits a text of that many display cells with the cell's
 // margins.
-double FittedWidth(int displayCells);
+double fittedWidth(int displayCells);
 
 // Column and row of a cell in A1 notation ("Q12" gives 17 and 12); false when
 // the text is no cell.
-bool ParseCellName(const QString& text, int& column, int& row);
+bool parseCellName(const QString& text, int& column, int& row);

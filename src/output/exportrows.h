@@ -11,8 +11,8 @@
 //     is an empty field (one tab);
 //   - sheet.statusPanels: the texts of status panels 0, 1 and 2;
 //   - options: both false (the dialog stays hidden in mode 2).
-// Call ExportRowsText(ExportPrint, rows, sheet, {}) and write the result
-// with WriteExportFile(PrintDataPath(dataRoot), text).
+// Call exportRowsText(ExportPrint, rows, sheet, {}) and write the result
+// with writeExportFile(printDataPath(dataRoot), text).
 
 #include "store/piperow.h"
 
@@ -40,10 +40,10 @@ struct ExportSheet {
 };
 
 // "," in modes 0 and 1, ";" in mode 2.
-QByteArray ExportDelimiter(int mode);
+QByteArray exportDelimiter(int mode);
 
 // The twelve heading labels joined by the delimiter, then CR LF (code page 932).
-QByteArray ExportHeadingLine(int mode);
+QByteArray exportHeadingLine(int mode);
 
 // One data row without its line end: every field followed by the delimiter.
 // In mode 2 a ";" inside a text is written as "；" and a line break as a
@@ -51,22 +51,22 @@ QByteArray ExportHeadingLine(int mode);
 // texts as they stand.
 // tab is the index of the row's tab; the number of tabs is that of
 // sheet.tabCaptions.
-QByteArray ExportRowLine(int mode, const PipeRow& row, int tab, const ExportSheet& sheet,
+QByteArray exportRowLine(int mode, const PipeRow& row, int tab, const ExportSheet& sheet,
                          const ExportOptions& options);
 
 // The whole text in code page 932, built tab by tab: in modes 0 and 1 the
 // caption of the tab and CR LF, the heading line when chosen, then the 14
 // rows of the tab, each followed by CR LF except the very last row.
-QByteArray ExportRowsText(int mode, const RowTable& rows, const ExportSheet& sheet,
+QByteArray exportRowsText(int mode, const RowTable& rows, const ExportSheet& sheet,
                           const ExportOptions& options);
 
 // Replaces the file with text and a final CR LF. The old file stays until
 // the new one is complete; raises FileError when the file can't be written
 // (the folder is not made).
-void WriteExportFile(const QString& path, const QByteArray& text);
+void writeExportFile(const QString& path, const QByteArray& text);
 
 // Replaces the file with the bytes, the same way (all or nothing).
-void ReplaceFileBytes(const QString& path, const QByteArray& bytes);
+void replaceFileBytes(const QString& path, const QByteArray& bytes);
 
 // dataRoot + "/printdata/print_Data.dat".
-QString PrintDataPath(const QString& dataRoot);
+QString printDataPath(const QString& dataRoot);

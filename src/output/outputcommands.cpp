@@ -30,7 +30,7 @@ OutputCommands::OutputCommands(MainWindow& window, Dialogs& dialogs)
         try {
             printPipeType();
         } catch (...) {
-            HandleCurrentException(m_dialogs);
+            handleCurrentException(m_dialogs);
         }
     });
     for (QAction* a :
@@ -47,35 +47,35 @@ ExportSheet OutputCommands::sheetTexts() const {
 }
 
 void OutputCommands::showSubmittedSide(int row) {
-    m_window.materialGrid->SetSelection(TGridRect{1, row, 1, row});
+    m_window.materialGrid->setSelection(TGridRect{1, row, 1, row});
 }
 
 void OutputCommands::exportRows(int mode) {
     const auto dialog = std::make_unique<ExcelOptionsDialog>(&m_window);
     int result = ExcelOptionsDialog::ResultCancel;
     if (mode != ExportPrint) result = dialog->exec();
-    showSubmittedSide(m_window.materialGrid->Selection().Top);
+    showSubmittedSide(m_window.materialGrid->selection().Top);
     if (mode != ExportPrint && result == ExcelOptionsDialog::ResultCancel) return;
 
     ExportOptions options;
     options.headings = dialog->headingsCheck->isChecked();
     options.resultsOnly = dialog->resultsCheck->isChecked();
-    const QByteArray text = ExportRowsText(mode, m_window.document().rows(), sheetTexts(), options);
+    const QByteArray text = exportRowsText(mode, m_window.document().rows(), sheetTexts(), options);
 
     if (mode == ExportCsv) {
         QString name =
-            m_dialogs.SaveFileName(&m_window, QString(), QString(), QStringLiteral("*.CSV"));
+            m_dialogs.saveFileName(&m_window, QString(), QString(), QStringLiteral("*.CSV"));
         if (name.isEmpty()) return;
         if (QFileInfo(name).suffix().isEmpty()) name += QStringLiteral(".CSV");
-        WriteExportFile(name, text);
-        ShowInfoDialog(m_dialogs, &m_window, QStringLiteral("確認"),
+        writeExportFile(name, text);
+        showInfoDialog(m_dialogs, &m_window, QStringLiteral("確認"),
                        QStringLiteral("ＣＳＶ出力しました。"));
     } else if (mode == ExportClipboard) {
-        m_dialogs.SetClipboardText(FromAnsi(text));
-        ShowInfoDialog(m_dialogs, &m_window, QStringLiteral("確認"),
+        m_dialogs.setClipboardText(fromAnsi(text));
+        showInfoDialog(m_dialogs, &m_window, QStringLiteral("確認"),
                        QStringLiteral("クリップボ－ドへコピ－しました。"));
     } else if (mode == ExportPrint) {
-        WriteExportFile(PrintDataPath(m_window.workspace().paths().dataRoot), text);
+        writeExportFile(printDataPath(m_window.workspace().paths().dataRoot), text);
     }
 }
 
@@ -97,28 +97,28 @@ void OutputCommands::exportWorkbook() {
     m_window.setWindowTitle(ExcelOutCaption);
 
     const DataPaths& paths = m_window.workspace().paths();
-    const QString streamPath = ExcelStreamPath(paths.dataRoot);
-    WriteExcelStream(streamPath,
-                     ExcelStream(paths.exDatabase, m_window.currentGroup, m_window.tabCaptions()));
-    const QString book = ExcelWorkbookPath(paths.dataRoot, QDateTime::currentDateTime());
-    WriteExcelWorkbook(streamPath, book);
-    if (!m_dialogs.OpenDocument(book))
-        ShowTaskDialog(m_dialogs, &m_window, QStringLiteral("エラー"),
+    const QString streamPath = excelStreamPath(paths.dataRoot);
+    writeExcelStream(streamPath,
+                     excelStream(paths.exDatabase, m_window.currentGroup, m_window.tabCaptions()));
+    const QString book = excelWorkbookPath(paths.dataRoot, QDateTime::currentDateTime());
+    writeExcelWorkbook(streamPath, book);
+    if (!m_dialogs.openDocument(book))
+        showTaskDialog(m_dialogs, &m_window, QStringLiteral("エラー"),
                        QStringLiteral("起動に失敗しました"), TaskDialog::IconError,
                        TaskDialog::ButtonOk, QString());
 }
 
 void OutputCommands::printPipeType() {
-    showSubmittedSide(m_window.materialGrid->Row());
+    showSubmittedSide(m_window.materialGrid->row());
     PrintHandOff h;
     h.dataRoot = m_window.workspace().paths().dataRoot;
-    h.styleIndex = m_window.printStyleRadio->ItemIndex();
-    h.iconPath = ApplicationIconPath();
-    h.date = PrintDate();
+    h.styleIndex = m_window.printStyleRadio->itemIndex();
+    h.iconPath = applicationIconPath();
+    h.date = printDate();
     // The rows as they stand: no snapshot, no save, no recalculation. A
     // failed write raises and stops here, before the program is started.
-    WritePrintHandOff(h, m_window.document().rows(), sheetTexts());
+    writePrintHandOff(h, m_window.document().rows(), sheetTexts());
 
     // Not waited for; a failed start is not reported.
-    m_dialogs.StartProcess(PrintProgramPath(), PrintProgramArguments(h.dataRoot), QString());
+    m_dialogs.startProcess(printProgramPath(), printProgramArguments(h.dataRoot), QString());
 }

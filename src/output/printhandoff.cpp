@@ -13,7 +13,7 @@ const std::array<JapaneseEra, 5> JapaneseEras = {{{"明治", 1868, 1, 1},
                                                   {"平成", 1989, 1, 8},
                                                   {"令和", 2019, 5, 1}}};
 
-bool EraOfDate(const QDate& date, QString& era, int& year) {
+bool eraOfDate(const QDate& date, QString& era, int& year) {
     for (auto it = JapaneseEras.rbegin(); it != JapaneseEras.rend(); ++it) {
         if (date >= QDate(it->year, it->month, it->day)) {
             era = QString::fromUtf8(it->name);
@@ -24,15 +24,15 @@ bool EraOfDate(const QDate& date, QString& era, int& year) {
     return false;
 }
 
-QString EraYearText(const QDate& date) {
+QString eraYearText(const QDate& date) {
     QString era;
     int year = 0;
-    if (!EraOfDate(date, era, year))
+    if (!eraOfDate(date, era, year))
         return QStringLiteral("%1").arg(date.year(), 4, 10, QChar('0'));
     return era + QStringLiteral("%1").arg(year, 2, 10, QChar('0'));
 }
 
-QString JapaneseShortWeekday(const QDate& date) {
+QString japaneseShortWeekday(const QDate& date) {
     // dayOfWeek: 1 Monday .. 7 Sunday.
     static const QString names = QStringLiteral("月火水木金土日");
     const int d = date.dayOfWeek();
@@ -43,26 +43,26 @@ const std::array<const char*, 3> StyleFileNames = {"ex_style/A4横_複合単価_
                                                    "ex_style/A4横_複合単価_管材計算.qvk",
                                                    "ex_style/A4横_複合単価_管材_歩掛+計算.qvk"};
 
-QString StyleFilePath(const QString& dataRoot, int styleIndex) {
+QString styleFilePath(const QString& dataRoot, int styleIndex) {
     if (styleIndex < 0 || styleIndex >= int(StyleFileNames.size())) styleIndex = 0;
     return dataRoot + QLatin1Char('/') + QString::fromUtf8(StyleFileNames[std::size_t(styleIndex)]);
 }
 
-QString PrintFolderPath(const QString& dataRoot) {
+QString printFolderPath(const QString& dataRoot) {
     return dataRoot + QStringLiteral("/printdata");
 }
-QString PrintConfPath(const QString& dataRoot) {
-    return PrintFolderPath(dataRoot) + QStringLiteral("/Print.conf");
+QString printConfPath(const QString& dataRoot) {
+    return printFolderPath(dataRoot) + QStringLiteral("/Print.conf");
 }
-QString PrintHeaderPath(const QString& dataRoot) {
-    return PrintFolderPath(dataRoot) + QStringLiteral("/print_header.dat");
+QString printHeaderPath(const QString& dataRoot) {
+    return printFolderPath(dataRoot) + QStringLiteral("/print_header.dat");
 }
 
 namespace {
 
 const QByteArray LineEnd("\r\n");
 
-QByteArray Line(const char* key, const QByteArray& value) {
+QByteArray line(const char* key, const QByteArray& value) {
     return QByteArray(key) + value + LineEnd;
 }
 
@@ -70,60 +70,60 @@ QDate fixedPrintDate;
 
 } // namespace
 
-QByteArray PrintConfText(const QString& stylePath, const QString& iconPath, bool refrigerant) {
+QByteArray printConfText(const QString& stylePath, const QString& iconPath, bool refrigerant) {
     QByteArray t;
-    t += Line("[Version]=2.00", {});
-    t += Line("[Application_Title]=Qorvale", {});
-    t += ToAnsi(QStringLiteral("[Data_TITLE]=複合単価印刷")) + LineEnd;
-    t += Line("[STYLE_FILE]=", ToAnsi(stylePath));
-    t += Line("[Icon_File]=", ToAnsi(iconPath));
-    t += Line("[File_Mask]=", refrigerant ? "qvr" : "qvk");
+    t += line("[Version]=2.00", {});
+    t += line("[Application_Title]=Qorvale", {});
+    t += toAnsi(QStringLiteral("[Data_TITLE]=複合単価印刷")) + LineEnd;
+    t += line("[STYLE_FILE]=", toAnsi(stylePath));
+    t += line("[Icon_File]=", toAnsi(iconPath));
+    t += line("[File_Mask]=", refrigerant ? "qvr" : "qvk");
     return t;
 }
 
-QByteArray PrintHeaderText(const QDate& date, const RowTable& rows) {
+QByteArray printHeaderText(const QDate& date, const RowTable& rows) {
     auto two = [](int v) { return QStringLiteral("%1").arg(v, 2, 10, QChar('0')).toLatin1(); };
     QByteArray t;
-    t += Line("[ta]=", QStringLiteral("%1").arg(date.year(), 4, 10, QChar('0')).toLatin1());
-    t += Line("[tb]=", ToAnsi(EraYearText(date)));
-    t += Line("[tc]=", two(date.month()));
-    t += Line("[td]=", two(date.day()));
-    t += Line("[te]=", ToAnsi(JapaneseShortWeekday(date)));
-    t += Line("[tf]=", {});
-    t += Line("[tg]=", {});
+    t += line("[ta]=", QStringLiteral("%1").arg(date.year(), 4, 10, QChar('0')).toLatin1());
+    t += line("[tb]=", toAnsi(eraYearText(date)));
+    t += line("[tc]=", two(date.month()));
+    t += line("[td]=", two(date.day()));
+    t += line("[te]=", toAnsi(japaneseShortWeekday(date)));
+    t += line("[tf]=", {});
+    t += line("[tg]=", {});
     // The two texts of "材料単価建物/ページ" as their bytes stand, joined.
-    t += Line("[th]=", rows[4].goodsBytes + rows[5].goodsBytes);
-    t += Line("[ti]=", CurrToStr(rows[OptionRow].factor(5)).toLatin1());
+    t += line("[th]=", rows[4].goodsBytes + rows[5].goodsBytes);
+    t += line("[ti]=", currToStr(rows[OptionRow].factor(5)).toLatin1());
     return t;
 }
 
-QDate PrintDate() {
+QDate printDate() {
     return fixedPrintDate.isValid() ? fixedPrintDate : QDate::currentDate();
 }
 
-void SetPrintDate(const QDate& fixed) {
+void setPrintDate(const QDate& fixed) {
     fixedPrintDate = fixed;
 }
 
-void WritePrintHandOff(const PrintHandOff& h, const RowTable& rows, const ExportSheet& sheet) {
-    WriteExportFile(PrintDataPath(h.dataRoot), ExportRowsText(ExportPrint, rows, sheet, {}));
-    WritePrintConfAndHeader(h, rows);
+void writePrintHandOff(const PrintHandOff& h, const RowTable& rows, const ExportSheet& sheet) {
+    writeExportFile(printDataPath(h.dataRoot), exportRowsText(ExportPrint, rows, sheet, {}));
+    writePrintConfAndHeader(h, rows);
 }
 
-void WritePrintConfAndHeader(const PrintHandOff& h, const RowTable& rows) {
-    ReplaceFileBytes(
-        PrintConfPath(h.dataRoot),
-        PrintConfText(StyleFilePath(h.dataRoot, h.styleIndex), h.iconPath, RefrigerantRows(rows)));
-    ReplaceFileBytes(PrintHeaderPath(h.dataRoot), PrintHeaderText(h.date, rows));
+void writePrintConfAndHeader(const PrintHandOff& h, const RowTable& rows) {
+    replaceFileBytes(
+        printConfPath(h.dataRoot),
+        printConfText(styleFilePath(h.dataRoot, h.styleIndex), h.iconPath, refrigerantRows(rows)));
+    replaceFileBytes(printHeaderPath(h.dataRoot), printHeaderText(h.date, rows));
 }
 
-bool RefrigerantRows(const RowTable& rows) {
+bool refrigerantRows(const RowTable& rows) {
     return rows[OptionRow].modeFlag == 1;
 }
 
-ExportSheet SheetOfRows(const RowTable& rows) {
+ExportSheet sheetOfRows(const RowTable& rows) {
     ExportSheet s;
-    if (RefrigerantRows(rows)) {
+    if (refrigerantRows(rows)) {
         s.tabCaptions << RefrigerantTabCaption;
     } else {
         for (int t = 0; t < 4; ++t) {
@@ -138,14 +138,14 @@ ExportSheet SheetOfRows(const RowTable& rows) {
     return s;
 }
 
-QString PrintProgramPath() {
+QString printProgramPath() {
     return QCoreApplication::applicationDirPath() + QStringLiteral("/listpress");
 }
 
-QString ApplicationIconPath() {
+QString applicationIconPath() {
     return QCoreApplication::applicationDirPath() + QStringLiteral("/Application.ico");
 }
 
-QStringList PrintProgramArguments(const QString& dataRoot) {
+QStringList printProgramArguments(const QString& dataRoot) {
     return {dataRoot + QLatin1Char(';')};
 }

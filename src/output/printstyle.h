@@ -12,9 +12,9 @@
 //
 // Each "[Column]" line is one column, left to right: the field key, the
 // group heading over it, its label, and its label in refrigerant mode
-// (empty: the same label), each followed by ";". Field keys are SIZE, CI,
+// (empty: the same label), each followed by ";". field keys are SIZE, CI,
 // FTANKA, GROSS, DATA1 to DATA7, CALC1 to CALC7 and GTANKA (the fields of a
-// line of print_Data.dat behind the tab caption). Lines of other keys are
+// line of print_Data.dat behind the tab caption). lines of other keys are
 // ignored. The format is described in docs/print-style.md.
 
 #include <QByteArray>
@@ -38,25 +38,25 @@ struct PrintStyle {
 };
 
 // The field keys in the order of a data line, index 0 = SIZE .. 18 = GTANKA.
-const QStringList& StyleFieldKeys();
-// Index of a key in StyleFieldKeys, -1 when unknown.
-int StyleFieldIndex(const QString& key);
+const QStringList& styleFieldKeys();
+// Index of a key in styleFieldKeys, -1 when unknown.
+int styleFieldIndex(const QString& key);
 // True for the columns that hold amounts in yen (FTANKA, GROSS, CALC, GTANKA),
 // false for SIZE, CI and the factors.
-bool IsAmountField(const QString& key);
+bool isAmountField(const QString& key);
 
 // The built-in layouts of the three styles, by the item of printStyleRadio.
-PrintStyle BuiltInStyle(int index);
+PrintStyle builtInStyle(int index);
 // The built-in style whose file name (no folder) the path ends with; -1
 // when the name is none of the three.
-int BuiltInStyleIndexOfFile(const QString& path);
+int builtInStyleIndexOfFile(const QString& path);
 
 // The file text of a style (code page 932, CR LF).
-QByteArray StyleFileText(const PrintStyle& style);
+QByteArray styleFileText(const PrintStyle& style);
 
 // Reads a style file. False with a Japanese reason (naming the file and the
 // line) when it can't be read or holds no usable column.
-bool ReadStyleFile(const QString& path, PrintStyle& style, QString& reason);
+bool readStyleFile(const QString& path, PrintStyle& style, QString& reason);
 // The same from the lines of a style file; file names it in the reason.
-bool ParseStyleLines(const QStringList& lines, const QString& file, PrintStyle& style,
+bool parseStyleLines(const QStringList& lines, const QString& file, PrintStyle& style,
                      QString& reason);

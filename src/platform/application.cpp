@@ -37,14 +37,14 @@ static QIcon programIcon() {
 }
 
 Application::Application(int& argc, char** argv)
-    : QApplication(argc, argv), title(ApplicationTitle()) {
-    InstallJapaneseTranslation(*this);
+    : QApplication(argc, argv), title(applicationTitle()) {
+    installJapaneseTranslation(*this);
     // The desktop matches the windows to the launcher by this name.
     setDesktopFileName(QStringLiteral("com.ostrel.Qorvale"));
     setWindowIcon(programIcon());
 }
 
-void CentreOnScreen(QWidget* window) {
+void centreOnScreen(QWidget* window) {
     QScreen* screen = window->screen() ? window->screen() : QGuiApplication::primaryScreen();
     if (!screen) return;
     QRect frame = window->frameGeometry();
@@ -52,7 +52,7 @@ void CentreOnScreen(QWidget* window) {
     window->move(frame.topLeft());
 }
 
-bool InstallJapaneseTranslation(QCoreApplication& app) {
+bool installJapaneseTranslation(QCoreApplication& app) {
     // Qt's own texts (file dialogs, context menus, standard buttons) in
     // Japanese, like every text of the program.
     auto* translator = new QTranslator(&app);
@@ -65,13 +65,13 @@ bool InstallJapaneseTranslation(QCoreApplication& app) {
     return false;
 }
 
-bool Application::TrySetStyle(const QString& name, bool showError) {
+bool Application::trySetStyle(const QString& name, bool showError) {
     if (QStyle* style = QStyleFactory::create(name)) {
         setStyle(new HintPauseStyle(style));
         return true;
     }
     if (showError && m_dialogs)
-        ShowTaskDialog(*m_dialogs, activeWindow(), title,
+        showTaskDialog(*m_dialogs, activeWindow(), title,
                        QStringLiteral("スタイル \"%1\" を適用できません。").arg(name),
                        TaskDialog::IconError, TaskDialog::ButtonOk, QString());
     return false;
@@ -82,14 +82,14 @@ bool Application::notify(QObject* receiver, QEvent* event) {
         return QApplication::notify(receiver, event);
     } catch (...) {
         if (m_dialogs)
-            HandleCurrentException(*m_dialogs);
+            handleCurrentException(*m_dialogs);
         else
-            qWarning("%s", qPrintable(ExceptionText(std::current_exception())));
+            qWarning("%s", qPrintable(exceptionText(std::current_exception())));
         return false;
     }
 }
 
-QString ExceptionText(const std::exception_ptr& error) {
+QString exceptionText(const std::exception_ptr& error) {
     try {
         std::rethrow_exception(error);
     } catch (const std::exception& e) {
@@ -105,12 +105,12 @@ void Application::setDialogs(std::unique_ptr<Dialogs> dialogs) {
     m_dialogs = std::move(dialogs);
 }
 
-void ShowException(Dialogs& dialogs, const std::exception_ptr& error) {
-    const QString text = ExceptionText(error);
+void showException(Dialogs& dialogs, const std::exception_ptr& error) {
+    const QString text = exceptionText(error);
     auto* app = qobject_cast<Application*>(QCoreApplication::instance());
-    const QString title = app ? app->Title() : ApplicationTitle();
+    const QString title = app ? app->Title() : applicationTitle();
     try {
-        ShowTaskDialog(dialogs, QApplication::activeWindow(), title, text, TaskDialog::IconError,
+        showTaskDialog(dialogs, QApplication::activeWindow(), title, text, TaskDialog::IconError,
                        TaskDialog::ButtonOk, QString());
     } catch (...) {
         // No dialog implementation to show it with: the text goes to stderr.
@@ -118,6 +118,6 @@ void ShowException(Dialogs& dialogs, const std::exception_ptr& error) {
     }
 }
 
-void HandleCurrentException(Dialogs& dialogs) {
-    ShowException(dialogs, std::current_exception());
+void handleCurrentException(Dialogs& dialogs) {
+    showException(dialogs, std::current_exception());
 }

@@ -22,14 +22,14 @@ public:
     // standard error.
     void setDialogs(std::unique_ptr<Dialogs> dialogs);
     Dialogs* dialogs() const { return m_dialogs.get(); }
-    void SetTitle(const QString& text) { title = text; }
+    void setTitle(const QString& text) { title = text; }
 
     // Applies a built-in visual style. On failure the error box is shown
     // (when showError is set) and the result is false; the program goes on.
-    bool TrySetStyle(const QString& name, bool showError = true);
+    bool trySetStyle(const QString& name, bool showError = true);
 
     // The top-level handler: every exception thrown by an event handler
-    // ends here and is shown by ShowException.
+    // ends here and is shown by showException.
     bool notify(QObject* receiver, QEvent* event) override;
 
 private:
@@ -38,16 +38,16 @@ private:
 };
 
 // Puts a window in the middle of the screen it is on (or the primary one).
-void CentreOnScreen(QWidget* window);
+void centreOnScreen(QWidget* window);
 
 // Installs Qt's Japanese translation on app; false when it is not on the
 // system (Qt's texts then stay English).
-bool InstallJapaneseTranslation(QCoreApplication& app);
+bool installJapaneseTranslation(QCoreApplication& app);
 
 // The text of an exception as the top-level handler shows it.
-QString ExceptionText(const std::exception_ptr& error);
+QString exceptionText(const std::exception_ptr& error);
 // Shows an exception as the top-level handler does: a box with the
 // application title, the exception's text, an error icon and OK.
-void ShowException(Dialogs& dialogs, const std::exception_ptr& error);
-// ShowException of the exception being handled; for catch (...) blocks.
-void HandleCurrentException(Dialogs& dialogs);
+void showException(Dialogs& dialogs, const std::exception_ptr& error);
+// showException of the exception being handled; for catch (...) blocks.
+void handleCurrentException(Dialogs& dialogs);

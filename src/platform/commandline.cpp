@@ -2,11 +2,11 @@
 
 #include <cstdio>
 
-QString VersionLine(const QString& program) {
+QString versionLine(const QString& program) {
     return program + QStringLiteral(" ") + QStringLiteral(QORVALE_VERSION);
 }
 
-int StandardOptions(const QStringList& args, const QString& program, const QString& usage,
+int standardOptions(const QStringList& args, const QString& program, const QString& usage,
                     const QStringList& allowedOptions, QTextStream& out, QTextStream& err) {
     for (const QString& a : args) {
         if (a == QLatin1String("--help") || a == QLatin1String("-h")) {
@@ -14,7 +14,7 @@ int StandardOptions(const QStringList& args, const QString& program, const QStri
             return 0;
         }
         if (a == QLatin1String("--version")) {
-            out << VersionLine(program) << "\n";
+            out << versionLine(program) << "\n";
             return 0;
         }
     }
@@ -27,11 +27,11 @@ int StandardOptions(const QStringList& args, const QString& program, const QStri
     return -1;
 }
 
-int StandardOptions(int argc, char** argv, const QString& program, const QString& usage,
+int standardOptions(int argc, char** argv, const QString& program, const QString& usage,
                     const QStringList& allowedOptions) {
     QStringList args;
     for (int i = 1; i < argc; ++i)
         args << QString::fromLocal8Bit(argv[i]);
     QTextStream out(stdout), err(stderr);
-    return StandardOptions(args, program, usage, allowedOptions, out, err);
+    return standardOptions(args, program, usage, allowedOptions, out, err);
 }

@@ -9,7 +9,7 @@ void ConsoleDialogs::print(const QString& text) {
     std::fflush(out_);
 }
 
-int ConsoleDialogs::TaskDialog(QWidget*, const QString& title, const QString& instruction, int,
+int ConsoleDialogs::taskDialog(QWidget*, const QString& title, const QString& instruction, int,
                                int buttons, const QString& content) {
     QString text = title + QStringLiteral(": ") + instruction;
     if (!content.isEmpty()) text += QStringLiteral(" - ") + content;
@@ -18,31 +18,31 @@ int ConsoleDialogs::TaskDialog(QWidget*, const QString& title, const QString& in
     return question ? answer_ : TaskDialog::IdOk;
 }
 
-void ConsoleDialogs::Message(QWidget*, const QString& title, const QString& text) {
+void ConsoleDialogs::message(QWidget*, const QString& title, const QString& text) {
     print(title.isEmpty() ? text : title + QStringLiteral(": ") + text);
 }
 
-bool ConsoleDialogs::InputQuery(QWidget*, const QString&, const QString&, QString&) {
+bool ConsoleDialogs::inputQuery(QWidget*, const QString&, const QString&, QString&) {
     return false;
 }
 
-QString ConsoleDialogs::OpenFileName(QWidget*, const QString&, const QString&, const QString&) {
+QString ConsoleDialogs::openFileName(QWidget*, const QString&, const QString&, const QString&) {
     return QString();
 }
 
-QString ConsoleDialogs::SaveFileName(QWidget*, const QString&, const QString&, const QString&) {
+QString ConsoleDialogs::saveFileName(QWidget*, const QString&, const QString&, const QString&) {
     return QString();
 }
 
-QString ConsoleDialogs::FolderName(QWidget*, const QString&, const QString&) {
+QString ConsoleDialogs::folderName(QWidget*, const QString&, const QString&) {
     return QString();
 }
 
-bool ConsoleDialogs::StartProcess(const QString& program, const QStringList& arguments,
+bool ConsoleDialogs::startProcess(const QString& program, const QStringList& arguments,
                                   const QString& workingDir) {
     return QProcess::startDetached(program, arguments, workingDir);
 }
 
-bool ConsoleDialogs::OpenDocument(const QString&) {
+bool ConsoleDialogs::openDocument(const QString&) {
     return false;
 }

@@ -14,25 +14,25 @@ public:
     explicit ConsoleDialogs(std::FILE* out = stderr, int answer = TaskDialog::IdYes)
         : out_(out), answer_(answer) {}
 
-    int TaskDialog(QWidget* parent, const QString& title, const QString& instruction, int icon,
+    int taskDialog(QWidget* parent, const QString& title, const QString& instruction, int icon,
                    int buttons, const QString& content) override;
-    void Message(QWidget* parent, const QString& title, const QString& text) override;
-    bool InputQuery(QWidget* parent, const QString& title, const QString& prompt,
+    void message(QWidget* parent, const QString& title, const QString& text) override;
+    bool inputQuery(QWidget* parent, const QString& title, const QString& prompt,
                     QString& value) override;
-    QString OpenFileName(QWidget* parent, const QString& title, const QString& dir,
+    QString openFileName(QWidget* parent, const QString& title, const QString& dir,
                          const QString& filter) override;
-    QString SaveFileName(QWidget* parent, const QString& title, const QString& dir,
+    QString saveFileName(QWidget* parent, const QString& title, const QString& dir,
                          const QString& filter) override;
-    QString FolderName(QWidget* parent, const QString& title, const QString& dir) override;
-    QString ClipboardText() override { return clipboard_; }
-    void SetClipboardText(const QString& text) override { clipboard_ = text; }
-    void Beep() override {}
-    bool StartProcess(const QString& program, const QStringList& arguments,
+    QString folderName(QWidget* parent, const QString& title, const QString& dir) override;
+    QString clipboardText() override { return clipboard_; }
+    void setClipboardText(const QString& text) override { clipboard_ = text; }
+    void beep() override {}
+    bool startProcess(const QString& program, const QStringList& arguments,
                       const QString& workingDir) override;
-    bool OpenDocument(const QString& path) override;
+    bool openDocument(const QString& path) override;
 
     // Number of messages and boxes printed so far.
-    int Printed() const { return printed_; }
+    int printed() const { return printed_; }
 
 private:
     void print(const QString& text);

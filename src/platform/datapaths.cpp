@@ -12,7 +12,7 @@ constexpr int CommonAppData = 35;
 const QString ProgramDataPrefix = QStringLiteral("c:\\programdata\\");
 } // namespace
 
-QString SpecialFolderPath(int id) {
+QString specialFolderPath(int id) {
     if (id != CommonAppData) return QString();
     QString dir = qEnvironmentVariable("QORVALE_COMMON_DATA");
     if (dir.isEmpty()) dir = QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation);
@@ -21,45 +21,45 @@ QString SpecialFolderPath(int id) {
     return dir.left(260);
 }
 
-QString CommonDataPath(const QString& suffix) {
-    return SpecialFolderPath(CommonAppData) + suffix;
+QString commonDataPath(const QString& suffix) {
+    return specialFolderPath(CommonAppData) + suffix;
 }
 
-QString NativePath(const QString& path) {
+QString nativePath(const QString& path) {
     QString p = path;
     if (p.startsWith(ProgramDataPrefix, Qt::CaseInsensitive))
-        p = SpecialFolderPath(CommonAppData) + QLatin1Char('/') + p.mid(ProgramDataPrefix.size());
+        p = specialFolderPath(CommonAppData) + QLatin1Char('/') + p.mid(ProgramDataPrefix.size());
     p.replace(QLatin1Char('\\'), QLatin1Char('/'));
     return p;
 }
 
-QString DataRootPath() {
-    return NativePath(CommonDataPath(QStringLiteral("\\ostrel\\velmora_main")));
+QString dataRootPath() {
+    return nativePath(commonDataPath(QStringLiteral("\\ostrel\\velmora_main")));
 }
 
-QString DatabaseFolderFrom(const QString& launchString) {
+QString databaseFolderFrom(const QString& launchString) {
     const QString launch = launchString.isEmpty() ? DefaultLaunchString : launchString;
-    QString folder = NthField(launch, 5);
-    if (folder.isEmpty()) folder = CommonDataPath(QStringLiteral("\\ostrel\\database\\"));
-    folder = NativePath(folder);
+    QString folder = nthField(launch, 5);
+    if (folder.isEmpty()) folder = commonDataPath(QStringLiteral("\\ostrel\\database\\"));
+    folder = nativePath(folder);
     if (!folder.endsWith(QLatin1Char('/'))) folder += QLatin1Char('/');
     return folder;
 }
 
-QString ExDatabasePathIn(const QString& databaseFolder) {
-    return NativePath(databaseFolder + QStringLiteral("\\velmoraMainEX.db3"));
+QString exDatabasePathIn(const QString& databaseFolder) {
+    return nativePath(databaseFolder + QStringLiteral("\\velmoraMainEX.db3"));
 }
 
 DataPaths DataPaths::fromLaunchString(const QString& launchString) {
     DataPaths p;
-    p.dataRoot = DataRootPath();
-    p.databaseFolder = DatabaseFolderFrom(launchString); // the default string when empty
+    p.dataRoot = dataRootPath();
+    p.databaseFolder = databaseFolderFrom(launchString); // the default string when empty
     return p;
 }
 
 void DataPaths::nameDatabaseFiles() {
-    mainDatabase = NativePath(databaseFolder + QStringLiteral("\\velmoraMain.db3"));
-    addressDatabase = NativePath(databaseFolder + QStringLiteral("\\velmoraAddr.db3"));
-    exDatabase = ExDatabasePathIn(databaseFolder);
-    dxDatabase = NativePath(databaseFolder + QStringLiteral("\\velmoraMainDX.db3"));
+    mainDatabase = nativePath(databaseFolder + QStringLiteral("\\velmoraMain.db3"));
+    addressDatabase = nativePath(databaseFolder + QStringLiteral("\\velmoraAddr.db3"));
+    exDatabase = exDatabasePathIn(databaseFolder);
+    dxDatabase = nativePath(databaseFolder + QStringLiteral("\\velmoraMainDX.db3"));
 }

@@ -8,17 +8,17 @@ QString cut(const QString& s) {
 }
 } // namespace
 
-QString ApplicationTitle() {
+QString applicationTitle() {
     return QStringLiteral("Qorvale Works\u3000配管材");
 }
 
-int ShowTaskDialog(Dialogs& dialogs, QWidget* form, const QString& title,
+int showTaskDialog(Dialogs& dialogs, QWidget* form, const QString& title,
                    const QString& instruction, int icon, int buttons, const QString& content) {
-    return dialogs.TaskDialog(form, cut(title), cut(instruction), icon, buttons, cut(content));
+    return dialogs.taskDialog(form, cut(title), cut(instruction), icon, buttons, cut(content));
 }
 
-int ShowInfoDialog(Dialogs& dialogs, QWidget* form, const QString& instruction,
+int showInfoDialog(Dialogs& dialogs, QWidget* form, const QString& instruction,
                    const QString& content) {
-    return ShowTaskDialog(dialogs, form, ApplicationTitle(), instruction, TaskDialog::IconNone,
+    return showTaskDialog(dialogs, form, applicationTitle(), instruction, TaskDialog::IconNone,
                           TaskDialog::ButtonOk, content);
 }

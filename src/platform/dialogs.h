@@ -49,38 +49,38 @@ public:
 
     // A modal box with title, main instruction, icon, buttons and content.
     // Gives the id of the pressed button; texts are cut at 2049 characters.
-    virtual int TaskDialog(QWidget* parent, const QString& title, const QString& instruction,
+    virtual int taskDialog(QWidget* parent, const QString& title, const QString& instruction,
                            int icon, int buttons, const QString& content) = 0;
     // A plain message box (the framework's ShowMessage / MessageBox).
-    virtual void Message(QWidget* parent, const QString& title, const QString& text) = 0;
+    virtual void message(QWidget* parent, const QString& title, const QString& text) = 0;
     // An input box; false when the person cancels. value is the initial text
     // and, on true, the entered text.
-    virtual bool InputQuery(QWidget* parent, const QString& title, const QString& prompt,
+    virtual bool inputQuery(QWidget* parent, const QString& title, const QString& prompt,
                             QString& value) = 0;
     // File choice; an empty text when the person cancels.
-    virtual QString OpenFileName(QWidget* parent, const QString& title, const QString& dir,
+    virtual QString openFileName(QWidget* parent, const QString& title, const QString& dir,
                                  const QString& filter) = 0;
-    virtual QString SaveFileName(QWidget* parent, const QString& title, const QString& dir,
+    virtual QString saveFileName(QWidget* parent, const QString& title, const QString& dir,
                                  const QString& filter) = 0;
-    virtual QString FolderName(QWidget* parent, const QString& title, const QString& dir) = 0;
+    virtual QString folderName(QWidget* parent, const QString& title, const QString& dir) = 0;
 
-    virtual QString ClipboardText() = 0;
+    virtual QString clipboardText() = 0;
     // From another thread the text is handed over without waiting; texts
     // set one after another land in that order.
-    virtual void SetClipboardText(const QString& text) = 0;
-    virtual void Beep() = 0;
+    virtual void setClipboardText(const QString& text) = 0;
+    virtual void beep() = 0;
     // Starts a program and does not wait; false when it could not be started.
-    virtual bool StartProcess(const QString& program, const QStringList& arguments,
+    virtual bool startProcess(const QString& program, const QStringList& arguments,
                               const QString& workingDir) = 0;
     // Opens a file with the program registered for it; false on failure.
-    virtual bool OpenDocument(const QString& path) = 0;
+    virtual bool openDocument(const QString& path) = 0;
 };
 
 // The application title shown on boxes ("Qorvale Works　配管材").
-QString ApplicationTitle();
+QString applicationTitle();
 
 // The program's two box helpers.
-int ShowTaskDialog(Dialogs& dialogs, QWidget* form, const QString& title,
+int showTaskDialog(Dialogs& dialogs, QWidget* form, const QString& title,
                    const QString& instruction, int icon, int buttons, const QString& content);
-int ShowInfoDialog(Dialogs& dialogs, QWidget* form, const QString& instruction,
+int showInfoDialog(Dialogs& dialogs, QWidget* form, const QString& instruction,
                    const QString& content);

@@ -115,7 +115,7 @@ template <typename F> void PostToThreadOf(QObject* context, F&& f) {
 
 // Runs f on the thread of the application object without waiting for it:
 // at once on that thread, later (in the order of the calls) from any other.
-template <typename F> void PostToGuiThread(F&& f) {
+template <typename F> void postToGuiThread(F&& f) {
     QCoreApplication* app = QCoreApplication::instance();
     if (!app || QThread::currentThread() == app->thread()) {
         f();

@@ -86,7 +86,7 @@ template <typename F> auto onGuiThread(F&& f) -> std::invoke_result_t<F&> {
 
 } // namespace
 
-int QtDialogs::TaskDialog(QWidget* parent, const QString& title, const QString& instruction,
+int QtDialogs::taskDialog(QWidget* parent, const QString& title, const QString& instruction,
                           int icon, int buttons, const QString& content) {
     return onGuiThread([&]() -> int {
         const int shown = buttons & TD::AllButtons ? buttons : TD::ButtonOk;
@@ -122,7 +122,7 @@ int QtDialogs::TaskDialog(QWidget* parent, const QString& title, const QString& 
     });
 }
 
-void QtDialogs::Message(QWidget* parent, const QString& title, const QString& text) {
+void QtDialogs::message(QWidget* parent, const QString& title, const QString& text) {
     onGuiThread([&] {
         QMessageBox box(QMessageBox::NoIcon, title, text, QMessageBox::Ok, owner(parent));
         box.button(QMessageBox::Ok)->setText(QStringLiteral("OK"));
@@ -132,7 +132,7 @@ void QtDialogs::Message(QWidget* parent, const QString& title, const QString& te
     });
 }
 
-bool QtDialogs::InputQuery(QWidget* parent, const QString& title, const QString& prompt,
+bool QtDialogs::inputQuery(QWidget* parent, const QString& title, const QString& prompt,
                            QString& value) {
     return onGuiThread([&] {
         QInputDialog dialog(owner(parent));
@@ -147,44 +147,44 @@ bool QtDialogs::InputQuery(QWidget* parent, const QString& title, const QString&
     });
 }
 
-QString QtDialogs::OpenFileName(QWidget* parent, const QString& title, const QString& dir,
+QString QtDialogs::openFileName(QWidget* parent, const QString& title, const QString& dir,
                                 const QString& filter) {
     return onGuiThread(
         [&] { return QFileDialog::getOpenFileName(owner(parent), title, dir, filter); });
 }
 
-QString QtDialogs::SaveFileName(QWidget* parent, const QString& title, const QString& dir,
+QString QtDialogs::saveFileName(QWidget* parent, const QString& title, const QString& dir,
                                 const QString& filter) {
     return onGuiThread(
         [&] { return QFileDialog::getSaveFileName(owner(parent), title, dir, filter); });
 }
 
-QString QtDialogs::FolderName(QWidget* parent, const QString& title, const QString& dir) {
+QString QtDialogs::folderName(QWidget* parent, const QString& title, const QString& dir) {
     return onGuiThread(
         [&] { return QFileDialog::getExistingDirectory(owner(parent), title, dir); });
 }
 
-QString QtDialogs::ClipboardText() {
+QString QtDialogs::clipboardText() {
     return onGuiThread([] { return QGuiApplication::clipboard()->text(); });
 }
 
-void QtDialogs::SetClipboardText(const QString& text) {
+void QtDialogs::setClipboardText(const QString& text) {
     // Nothing comes back, so a worker (a save of the group recalculation)
     // goes on at once; the texts land in the order they were set.
-    PostToGuiThread([text] { QGuiApplication::clipboard()->setText(text); });
+    postToGuiThread([text] { QGuiApplication::clipboard()->setText(text); });
 }
 
-void QtDialogs::Beep() {
+void QtDialogs::beep() {
     onGuiThread([] { QApplication::beep(); });
 }
 
 // Starting a process needs no GUI thread.
-bool QtDialogs::StartProcess(const QString& program, const QStringList& arguments,
+bool QtDialogs::startProcess(const QString& program, const QStringList& arguments,
                              const QString& workingDir) {
     return QProcess::startDetached(program, arguments, workingDir);
 }
 
-bool QtDialogs::OpenDocument(const QString& path) {
+bool QtDialogs::openDocument(const QString& path) {
     return onGuiThread([&] {
         static const QRegularExpression scheme(QStringLiteral("^[A-Za-z][A-Za-z0-9+.-]+:"));
         const bool isUrl = scheme.match(path).hasMatch() && !QFileInfo::exists(path);

@@ -14,22 +14,22 @@ public:
     // first button in the order OK, Yes, No, Retry, Cancel, Close is the
     // default; Esc answers Cancel, else Close, else OK when that is the only
     // button.
-    int TaskDialog(QWidget* parent, const QString& title, const QString& instruction, int icon,
+    int taskDialog(QWidget* parent, const QString& title, const QString& instruction, int icon,
                    int buttons, const QString& content) override;
-    void Message(QWidget* parent, const QString& title, const QString& text) override;
-    bool InputQuery(QWidget* parent, const QString& title, const QString& prompt,
+    void message(QWidget* parent, const QString& title, const QString& text) override;
+    bool inputQuery(QWidget* parent, const QString& title, const QString& prompt,
                     QString& value) override;
     // filter is a Qt name filter list such as "CSV (*.csv);;All files (*)".
-    QString OpenFileName(QWidget* parent, const QString& title, const QString& dir,
+    QString openFileName(QWidget* parent, const QString& title, const QString& dir,
                          const QString& filter) override;
-    QString SaveFileName(QWidget* parent, const QString& title, const QString& dir,
+    QString saveFileName(QWidget* parent, const QString& title, const QString& dir,
                          const QString& filter) override;
-    QString FolderName(QWidget* parent, const QString& title, const QString& dir) override;
-    QString ClipboardText() override;
-    void SetClipboardText(const QString& text) override;
-    void Beep() override;
-    bool StartProcess(const QString& program, const QStringList& arguments,
+    QString folderName(QWidget* parent, const QString& title, const QString& dir) override;
+    QString clipboardText() override;
+    void setClipboardText(const QString& text) override;
+    void beep() override;
+    bool startProcess(const QString& program, const QStringList& arguments,
                       const QString& workingDir) override;
     // path is a file, or an address with a scheme ("https://...").
-    bool OpenDocument(const QString& path) override;
+    bool openDocument(const QString& path) override;
 };

@@ -41,7 +41,7 @@ int safeAnswer(int buttons) {
 
 } // namespace
 
-void ScriptedDialogs::ClearRecords() {
+void ScriptedDialogs::clearRecords() {
     boxes.clear();
     messages.clear();
     inputs.clear();
@@ -57,7 +57,7 @@ void ScriptedDialogs::miss(const QString& what) {
     unanswered << what;
 }
 
-int ScriptedDialogs::TaskDialog(QWidget*, const QString& title, const QString& instruction,
+int ScriptedDialogs::taskDialog(QWidget*, const QString& title, const QString& instruction,
                                 int icon, int buttons, const QString& content) {
     return OnGuiThread([&] {
         Box box{title, instruction, content, icon, buttons, 0};
@@ -84,14 +84,14 @@ int ScriptedDialogs::TaskDialog(QWidget*, const QString& title, const QString& i
     });
 }
 
-void ScriptedDialogs::Message(QWidget*, const QString& title, const QString& text) {
+void ScriptedDialogs::message(QWidget*, const QString& title, const QString& text) {
     OnGuiThread([&] {
         messages.push_back({title, text});
         if (OnMessage) OnMessage();
     });
 }
 
-bool ScriptedDialogs::InputQuery(QWidget*, const QString& title, const QString& prompt,
+bool ScriptedDialogs::inputQuery(QWidget*, const QString& title, const QString& prompt,
                                  QString& value) {
     return OnGuiThread([&] {
         Input input{title, prompt, value, false, value};
@@ -126,21 +126,21 @@ QString ScriptedDialogs::askFile(const QString& kind, const QString& title, cons
     });
 }
 
-QString ScriptedDialogs::OpenFileName(QWidget*, const QString& title, const QString& dir,
+QString ScriptedDialogs::openFileName(QWidget*, const QString& title, const QString& dir,
                                       const QString& filter) {
     return askFile(QStringLiteral("open"), title, dir, filter);
 }
 
-QString ScriptedDialogs::SaveFileName(QWidget*, const QString& title, const QString& dir,
+QString ScriptedDialogs::saveFileName(QWidget*, const QString& title, const QString& dir,
                                       const QString& filter) {
     return askFile(QStringLiteral("save"), title, dir, filter);
 }
 
-QString ScriptedDialogs::FolderName(QWidget*, const QString& title, const QString& dir) {
+QString ScriptedDialogs::folderName(QWidget*, const QString& title, const QString& dir) {
     return askFile(QStringLiteral("folder"), title, dir, QString());
 }
 
-bool ScriptedDialogs::StartProcess(const QString& program, const QStringList& arguments,
+bool ScriptedDialogs::startProcess(const QString& program, const QStringList& arguments,
                                    const QString& workingDir) {
     return OnGuiThread([&] {
         processes.push_back({program, arguments, workingDir});
@@ -148,21 +148,21 @@ bool ScriptedDialogs::StartProcess(const QString& program, const QStringList& ar
     });
 }
 
-bool ScriptedDialogs::OpenDocument(const QString& path) {
+bool ScriptedDialogs::openDocument(const QString& path) {
     return OnGuiThread([&] {
         documents << path;
         return openResult;
     });
 }
 
-QString ScriptedDialogs::ClipboardText() {
+QString ScriptedDialogs::clipboardText() {
     return OnGuiThread([&] { return clipboard; });
 }
 
-void ScriptedDialogs::SetClipboardText(const QString& text) {
-    PostToGuiThread([this, text] { clipboard = text; });
+void ScriptedDialogs::setClipboardText(const QString& text) {
+    postToGuiThread([this, text] { clipboard = text; });
 }
 
-void ScriptedDialogs::Beep() {
+void ScriptedDialogs::beep() {
     OnGuiThread([&] { ++beeps; });
 }

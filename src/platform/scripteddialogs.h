@@ -53,15 +53,15 @@ public:
     };
 
     // Answers, used in the order given, each kind from its own queue.
-    void AnswerBox(int id) { boxAnswers.push_back(id); }
-    void AnswerInput(const QString& text) { inputAnswers.push_back(text); }
-    void CancelInput() { inputAnswers.push_back(std::nullopt); }
+    void answerBox(int id) { boxAnswers.push_back(id); }
+    void answerInput(const QString& text) { inputAnswers.push_back(text); }
+    void cancelInput() { inputAnswers.push_back(std::nullopt); }
     // A file or folder name; an empty text answers as a cancel.
-    void AnswerFile(const QString& name) { fileAnswers.push_back(name); }
+    void answerFile(const QString& name) { fileAnswers.push_back(name); }
     // State answers, valid until changed.
-    void SetStartResult(bool ok) { startResult = ok; }
-    void SetOpenResult(bool ok) { openResult = ok; }
-    void SetClipboard(const QString& text) { clipboard = text; }
+    void setStartResult(bool ok) { startResult = ok; }
+    void setOpenResult(bool ok) { openResult = ok; }
+    void setClipboard(const QString& text) { clipboard = text; }
     // Called after each message or box is recorded, to act while the box
     // would be up (a test may run the event loop there, as a modal box does).
     std::function<void()> OnMessage;
@@ -71,7 +71,7 @@ public:
     const std::vector<Box>& Boxes() const { return boxes; }
     const std::vector<ShownMessage>& Messages() const { return messages; }
     const std::vector<Input>& Inputs() const { return inputs; }
-    const std::vector<FileQuestion>& FileQuestions() const { return files; }
+    const std::vector<FileQuestion>& fileQuestions() const { return files; }
     const std::vector<Process>& Processes() const { return processes; }
     const QStringList& Documents() const { return documents; }
     QString Clipboard() const { return clipboard; }
@@ -79,28 +79,28 @@ public:
     // One line for each question that had no fitting scripted answer.
     const QStringList& Unanswered() const { return unanswered; }
     // Answers given by the test and not yet asked for.
-    int PendingAnswers() const {
+    int pendingAnswers() const {
         return int(boxAnswers.size() + inputAnswers.size() + fileAnswers.size());
     }
     // Forgets the records (not the queued answers).
-    void ClearRecords();
+    void clearRecords();
 
-    int TaskDialog(QWidget* parent, const QString& title, const QString& instruction, int icon,
+    int taskDialog(QWidget* parent, const QString& title, const QString& instruction, int icon,
                    int buttons, const QString& content) override;
-    void Message(QWidget* parent, const QString& title, const QString& text) override;
-    bool InputQuery(QWidget* parent, const QString& title, const QString& prompt,
+    void message(QWidget* parent, const QString& title, const QString& text) override;
+    bool inputQuery(QWidget* parent, const QString& title, const QString& prompt,
                     QString& value) override;
-    QString OpenFileName(QWidget* parent, const QString& title, const QString& dir,
+    QString openFileName(QWidget* parent, const QString& title, const QString& dir,
                          const QString& filter) override;
-    QString SaveFileName(QWidget* parent, const QString& title, const QString& dir,
+    QString saveFileName(QWidget* parent, const QString& title, const QString& dir,
                          const QString& filter) override;
-    QString FolderName(QWidget* parent, const QString& title, const QString& dir) override;
-    QString ClipboardText() override;
-    void SetClipboardText(const QString& text) override;
-    void Beep() override;
-    bool StartProcess(const QString& program, const QStringList& arguments,
+    QString folderName(QWidget* parent, const QString& title, const QString& dir) override;
+    QString clipboardText() override;
+    void setClipboardText(const QString& text) override;
+    void beep() override;
+    bool startProcess(const QString& program, const QStringList& arguments,
                       const QString& workingDir) override;
-    bool OpenDocument(const QString& path) override;
+    bool openDocument(const QString& path) override;
 
 private:
     QString askFile(const QString& kind, const QString& title, const QString& dir,

@@ -22,7 +22,7 @@
 
 namespace {
 
-QString U(const char* t) {
+QString u(const char* t) {
     return QString::fromUtf8(t);
 }
 
@@ -51,17 +51,17 @@ QString parse(const QStringList& args, Args& a) {
         if (s == QLatin1String("--help") || s == QLatin1String("-h")) {
             a.help = true;
         } else if (s == QLatin1String("--pdf") || s == QLatin1String("--screenshot")) {
-            if (i + 1 >= int(args.size())) return U("%1 にはファイル名が必要です。").arg(s);
+            if (i + 1 >= int(args.size())) return u("%1 にはファイル名が必要です。").arg(s);
             (s == QLatin1String("--pdf") ? a.pdf : a.screenshot) = args[++i];
         } else if (s.startsWith(QLatin1String("--"))) {
-            return U("知らないオプションです: %1").arg(s);
+            return u("知らないオプションです: %1").arg(s);
         } else if (a.root.isEmpty()) {
-            a.root = DataRootOfArgument(s);
+            a.root = dataRootOfArgument(s);
         } else {
-            return U("引数が多すぎます: %1").arg(s);
+            return u("引数が多すぎます: %1").arg(s);
         }
     }
-    if (!a.help && a.root.isEmpty()) return U("データフォルダーが指定されていません。");
+    if (!a.help && a.root.isEmpty()) return u("データフォルダーが指定されていません。");
     return QString();
 }
 
@@ -74,14 +74,14 @@ void setLandscapeA4(QPrinter& printer) {
 int preview(const PrintJob& job, const QString& screenshot, QTextStream& err) {
     QPrinter printer(QPrinter::HighResolution);
     setLandscapeA4(printer);
-    printer.setDocName(job.style.title + U("　") + job.dataTitle);
+    printer.setDocName(job.style.title + u("　") + job.dataTitle);
     QPrintPreviewDialog dialog(&printer);
-    dialog.setWindowTitle(U("印刷プレビュー - ") + job.style.title + U("（") + job.style.name +
-                          U("）"));
+    dialog.setWindowTitle(u("印刷プレビュー - ") + job.style.title + u("（") + job.style.name +
+                          u("）"));
     dialog.resize(1280, 860);
     QObject::connect(&dialog, &QPrintPreviewDialog::paintRequested, &dialog, [&](QPrinter* p) {
         QString reason;
-        if (!PaintPriceSheets(*p, job, reason)) err << reason << "\n";
+        if (!paintPriceSheets(*p, job, reason)) err << reason << "\n";
     });
     if (!screenshot.isEmpty()) {
         int result = 1;
@@ -89,7 +89,7 @@ int preview(const PrintJob& job, const QString& screenshot, QTextStream& err) {
             if (auto* w = dialog.findChild<QPrintPreviewWidget*>()) w->fitToWidth();
             QCoreApplication::processEvents();
             result = dialog.grab().save(screenshot) ? 0 : 1;
-            if (result) err << U("画像 %1 を書けません。").arg(screenshot) << "\n";
+            if (result) err << u("画像 %1 を書けません。").arg(screenshot) << "\n";
             dialog.reject();
         });
         dialog.exec();
@@ -101,16 +101,16 @@ int preview(const PrintJob& job, const QString& screenshot, QTextStream& err) {
 
 } // namespace
 
-QString ListpressUsage() {
+QString listpressUsage() {
     return QString::fromUtf8(Usage);
 }
 
-bool ListpressNeedsNoWindow(const QStringList& args) {
+bool listpressNeedsNoWindow(const QStringList& args) {
     return args.contains(QStringLiteral("--pdf")) || args.contains(QStringLiteral("--help")) ||
            args.contains(QStringLiteral("-h"));
 }
 
-int RunListpress(const QStringList& args, Dialogs& dialogs, QTextStream& out, QTextStream& err) {
+int runListpress(const QStringList& args, Dialogs& dialogs, QTextStream& out, QTextStream& err) {
     Args a;
     const QString bad = parse(args, a);
     if (!bad.isEmpty()) {
@@ -124,30 +124,30 @@ int RunListpress(const QStringList& args, Dialogs& dialogs, QTextStream& out, QT
     const bool window = a.pdf.isEmpty();
     PrintJob job;
     try {
-        job = ReadPrintJob(a.root);
+        job = readPrintJob(a.root);
     } catch (const PrintInput& e) {
-        err << "listpress: " << e.Message() << "\n";
+        err << "listpress: " << e.message() << "\n";
         if (window && a.screenshot.isEmpty())
-            dialogs.TaskDialog(nullptr, QStringLiteral("listpress"), U("印刷できません"),
-                               TaskDialog::IconError, TaskDialog::ButtonOk, e.Message());
+            dialogs.taskDialog(nullptr, QStringLiteral("listpress"), u("印刷できません"),
+                               TaskDialog::IconError, TaskDialog::ButtonOk, e.message());
         return 1;
     }
     if (!job.styleNote.isEmpty()) err << "listpress: " << job.styleNote << "\n";
     if (!window) {
         QString reason;
-        if (!WritePriceSheetPdf(job, a.pdf, reason)) {
+        if (!writePriceSheetPdf(job, a.pdf, reason)) {
             err << "listpress: " << reason << "\n";
             return 1;
         }
-        out << U("%1 を書きました（%2 ページ）。").arg(a.pdf).arg(SheetPages(job).size()) << "\n";
+        out << u("%1 を書きました（%2 ページ）。").arg(a.pdf).arg(sheetPages(job).size()) << "\n";
         return 0;
     }
     return preview(job, a.screenshot, err);
 }
 
-int RunPrintTool(const QStringList& args, QTextStream& out, QTextStream& err) {
+int runPrintTool(const QStringList& args, QTextStream& out, QTextStream& err) {
     const QString usage =
-        U("usage: qorvale-tool print --group G --kan K --pdf FILE [--style-index N] "
+        u("usage: qorvale-tool print --group G --kan K --pdf FILE [--style-index N] "
           "[--launch LAUNCHSTRING]\n  N is the print style: 0 歩掛, 1 単価, "
           "2 歩掛+単価 (default 0).\n");
     int group = 0, kan = 0, style = 0;
@@ -181,7 +181,7 @@ int RunPrintTool(const QStringList& args, QTextStream& out, QTextStream& err) {
         return 2;
     }
     DataPaths paths;
-    if (!FindToolDatabase(launch, paths, err)) return 1;
+    if (!findToolDatabase(launch, paths, err)) return 1;
     try {
         PipeTypeDocument doc;
         SqliteDatabase db(paths.exDatabase);
@@ -190,20 +190,20 @@ int RunPrintTool(const QStringList& args, QTextStream& out, QTextStream& err) {
         PrintHandOff h;
         h.dataRoot = paths.dataRoot;
         h.styleIndex = style;
-        h.iconPath = ApplicationIconPath();
-        h.date = PrintDate();
-        WritePrintHandOff(h, doc.rows(), SheetOfRows(doc.rows()));
-        const PrintJob job = ReadPrintJob(paths.dataRoot);
+        h.iconPath = applicationIconPath();
+        h.date = printDate();
+        writePrintHandOff(h, doc.rows(), sheetOfRows(doc.rows()));
+        const PrintJob job = readPrintJob(paths.dataRoot);
         QString reason;
-        if (!WritePriceSheetPdf(job, pdf, reason)) {
+        if (!writePriceSheetPdf(job, pdf, reason)) {
             err << "qorvale-tool: " << reason << "\n";
             return 1;
         }
         out << "group " << group << " pipe type " << kan << ": " << pdf << " ("
-            << SheetPages(job).size() << " pages)\n";
+            << sheetPages(job).size() << " pages)\n";
         return 0;
     } catch (const PrintInput& e) {
-        err << "qorvale-tool: " << e.Message() << "\n";
+        err << "qorvale-tool: " << e.message() << "\n";
     } catch (const std::exception& e) {
         err << "qorvale-tool: " << QString::fromUtf8(e.what()) << "\n";
     }

@@ -17,16 +17,16 @@ class Dialogs;
 //   listpress --help
 // Exit code 0 on success, 1 on bad input or a failed write, 2 on bad
 // arguments. Needs the application object (QApplication for the window).
-int RunListpress(const QStringList& args, Dialogs& dialogs, QTextStream& out, QTextStream& err);
+int runListpress(const QStringList& args, Dialogs& dialogs, QTextStream& out, QTextStream& err);
 
 // True when the arguments ask for no window (--pdf or --help), so the
 // program can run without a display.
 // The usage text of --help.
-QString ListpressUsage();
+QString listpressUsage();
 
-bool ListpressNeedsNoWindow(const QStringList& args);
+bool listpressNeedsNoWindow(const QStringList& args);
 
 // The batch tool's "print --group G --kan K --pdf FILE [--style-index N]
 // [--launch S]": loads a stored pipe type, writes the hand-off files and
-// the PDF as listpress would. Exit code as RunQorvaleTool.
-int RunPrintTool(const QStringList& args, QTextStream& out, QTextStream& err);
+// the PDF as listpress would. Exit code as runQorvaleTool.
+int runPrintTool(const QStringList& args, QTextStream& out, QTextStream& err);

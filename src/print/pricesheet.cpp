@@ -25,12 +25,12 @@ constexpr int BlockGap = 40;
 constexpr int FooterH = 60;
 // Room between the text of a cell and its rules, on each side.
 constexpr int CellPad = 10;
-// Pixel sizes of the table's text: the largest whose line fits the line
+// pixel sizes of the table's text: the largest whose line fits the line
 // height, and the smallest that still reads well; below it the columns are
 // split over two pages.
 constexpr int TablePx = 28;
 constexpr int SmallestTablePx = 23;
-// Pixel sizes of the heading lines, and how far they may shrink before they
+// pixel sizes of the heading lines, and how far they may shrink before they
 // wrap.
 constexpr int TitlePx = 80;
 constexpr int DatePx = 36;
@@ -43,12 +43,12 @@ constexpr int SmallestFooterPx = 22;
 // The gap between a text at the left and one at the right of a line.
 constexpr int TextGap = 60;
 
-QString U(const char* t) {
+QString u(const char* t) {
     return QString::fromUtf8(t);
 }
 
 QFont font(int px, bool bold = false) {
-    QFont f(PrintFontFamily());
+    QFont f(printFontFamily());
     f.setPixelSize(std::max(1, px));
     f.setBold(bold);
     f.setStyleHint(QFont::SansSerif);
@@ -86,7 +86,7 @@ struct TextBlock {
     double height() const { return lineHeight() * double(lines.size()); }
 };
 
-// Lines of at most `width` of a text that has no room on one line: at the
+// lines of at most `width` of a text that has no room on one line: at the
 // breaks the language allows, anywhere inside Japanese text.
 QStringList wrapText(const QString& text, const QFont& f, double width) {
     QTextLayout layout(text, f);
@@ -175,7 +175,7 @@ QVector<double> ownNeeds(const PrintJob& job, int px) {
         double w = widthOf(head, label(c, job.Refrigerant()));
         for (const PrintBlock& b : job.blocks)
             for (const PrintFields& f : b.lines)
-                w = std::max(w, widthOf(body, PrintedCellText(job, f, c.key)));
+                w = std::max(w, widthOf(body, printedCellText(job, f, c.key)));
         need << std::ceil(w) + 2 * CellPad;
     }
     return need;
@@ -305,7 +305,7 @@ void drawBlock(QPainter& p, const PrintJob& job, const TablePart& part, int part
 
     p.setPen(thin);
     drawFitted(p, QRectF(left, top, width, CaptionH - 8), Qt::AlignLeft | Qt::AlignBottom,
-               U("■ ") + b.caption + (partIndex > 0 ? U("（続き）") : QString()), font(38, true));
+               u("■ ") + b.caption + (partIndex > 0 ? u("（続き）") : QString()), font(38, true));
     double y = top + CaptionH;
 
     // Two heading rows: the group over a run of columns, then the labels;
@@ -354,7 +354,7 @@ void drawBlock(QPainter& p, const PrintJob& job, const TablePart& part, int part
             if (i == 0) p.drawLine(r.topLeft(), r.bottomLeft());
             drawFitted(p, r.adjusted(CellPad, 0, -CellPad, 0),
                        (isTextKey(key) ? Qt::AlignHCenter : Qt::AlignRight) | Qt::AlignVCenter,
-                       PrintedCellText(job, f, key), body);
+                       printedCellText(job, f, key), body);
             x += w[i];
         }
         p.drawLine(QPointF(left, y + LineH), QPointF(left + width, y + LineH));
@@ -364,7 +364,7 @@ void drawBlock(QPainter& p, const PrintJob& job, const TablePart& part, int part
         const QRectF r(left, y, width, LineH);
         p.drawRect(r);
         drawFitted(p, r.adjusted(CellPad, 0, -CellPad, 0), Qt::AlignCenter,
-                   U("（サイズの登録がありません）"), body);
+                   u("（サイズの登録がありません）"), body);
         y += LineH;
     }
     // The frame of the table.
@@ -397,7 +397,7 @@ struct PageHeading {
 PageHeading pageHeading(const PrintJob& job) {
     PageHeading h;
     // The right column takes at most a third of the width.
-    const QStringList right = {job.DateText(), job.dataTitle + U("　") + job.style.name};
+    const QStringList right = {job.dateText(), job.dataTitle + u("　") + job.style.name};
     h.right.font = font(DatePx);
     for (const QString& line : right) {
         h.right.lines << line;
@@ -408,7 +408,7 @@ PageHeading pageHeading(const PrintJob& job) {
 
     // The title is centred on the page and keeps clear of the right column
     // on both sides.
-    h.title = job.style.title.isEmpty() ? U("複合単価計算書") : job.style.title;
+    h.title = job.style.title.isEmpty() ? u("複合単価計算書") : job.style.title;
     h.titleFont = font(TitlePx, true);
     shrinkToFit(h.titleFont, h.title, PageW - 2 * (h.rightWidth + TextGap), 1);
     const QFontMetricsF title(h.titleFont);
@@ -420,18 +420,18 @@ PageHeading pageHeading(const PrintJob& job) {
     for (const QString& n : job.names)
         if (!n.trimmed().isEmpty()) names << n.trimmed();
     if (!names.isEmpty())
-        names[0].prepend(U("管種　"));
+        names[0].prepend(u("管種　"));
     else
-        names << U("管種");
+        names << u("管種");
     h.namesTop = top + 10;
-    h.names = fitText(names, U("　"), font(NamesPx, true), SmallestNamesPx, PageW);
+    h.names = fitText(names, u("　"), font(NamesPx, true), SmallestNamesPx, PageW);
 
     h.labourFont = font(BuildingPx);
-    h.labourCost = U("基礎工費（提出）　") + job.LabourCostText() + U(" 円");
+    h.labourCost = u("基礎工費（提出）　") + job.labourCostText() + u(" 円");
     shrinkToFit(h.labourFont, h.labourCost, PageW / 2.0, 1);
     h.labourWidth = widthOf(h.labourFont, h.labourCost);
     h.buildingTop = h.namesTop + h.names.height();
-    h.building = fitText({U("建物・ページ　") + job.buildingPage}, QString(), font(BuildingPx),
+    h.building = fitText({u("建物・ページ　") + job.buildingPage}, QString(), font(BuildingPx),
                          SmallestBuildingPx, PageW - h.labourWidth - TextGap);
     const double bottom = h.buildingTop + std::max(h.building.height(), heightOf(h.labourFont));
     h.height = bottom + 16;
@@ -537,14 +537,14 @@ void paintPage(QPainter& p, double dotsPerMm, const PrintJob& job, const SheetLa
 
 } // namespace
 
-QString PrintFontFamily() {
+QString printFontFamily() {
     return QStringLiteral("Noto Sans CJK JP");
 }
 
-QString PrintedCellText(const PrintJob& job, const PrintFields& fields, const QString& key) {
+QString printedCellText(const PrintJob& job, const PrintFields& fields, const QString& key) {
     if (job.Refrigerant() && (key == QLatin1String("DATA6") || key == QLatin1String("CALC6")))
         return QString();
-    QString t = fields[std::size_t(StyleFieldIndex(key))];
+    QString t = fields[std::size_t(styleFieldIndex(key))];
     if (key == QLatin1String("DATA5") && !t.isEmpty()) {
         const int point = int(t.indexOf(QLatin1Char('.')));
         if (point < 0) t += QLatin1Char('.');
@@ -554,14 +554,14 @@ QString PrintedCellText(const PrintJob& job, const PrintFields& fields, const QS
     return t;
 }
 
-QVector<SheetPage> SheetPages(const PrintJob& job) {
+QVector<SheetPage> sheetPages(const PrintJob& job) {
     return layOut(job).pages;
 }
 
-bool PaintPriceSheets(QPagedPaintDevice& device, const PrintJob& job, QString& reason) {
+bool paintPriceSheets(QPagedPaintDevice& device, const PrintJob& job, QString& reason) {
     QPainter p;
     if (!p.begin(&device)) {
-        reason = U("印刷先を開けません。");
+        reason = u("印刷先を開けません。");
         return false;
     }
     const QRectF full = device.pageLayout().fullRectPixels(device.logicalDpiX());
@@ -573,7 +573,7 @@ bool PaintPriceSheets(QPagedPaintDevice& device, const PrintJob& job, QString& r
     const SheetLayout layout = layOut(job);
     for (int i = 0; i < int(layout.pages.size()); ++i) {
         if (i > 0 && !device.newPage()) {
-            reason = U("ページを追加できません。");
+            reason = u("ページを追加できません。");
             return false;
         }
         p.save();
@@ -584,19 +584,19 @@ bool PaintPriceSheets(QPagedPaintDevice& device, const PrintJob& job, QString& r
     return p.end();
 }
 
-bool WritePriceSheetPdf(const PrintJob& job, const QString& path, QString& reason) {
+bool writePriceSheetPdf(const PrintJob& job, const QString& path, QString& reason) {
     QPdfWriter pdf(path);
     pdf.setResolution(600);
-    pdf.setTitle(job.style.title + U("　") + job.dataTitle);
+    pdf.setTitle(job.style.title + u("　") + job.dataTitle);
     pdf.setCreator(QStringLiteral("listpress"));
     pdf.setPageLayout(QPageLayout(QPageSize(QPageSize::A4), QPageLayout::Landscape,
                                   QMarginsF(0, 0, 0, 0), QPageLayout::Millimeter));
-    if (!PaintPriceSheets(pdf, job, reason)) {
-        reason = U("PDF ファイル %1 を書けません: %2").arg(path, reason);
+    if (!paintPriceSheets(pdf, job, reason)) {
+        reason = u("PDF ファイル %1 を書けません: %2").arg(path, reason);
         return false;
     }
     if (!QFileInfo(path).isFile() || QFileInfo(path).size() == 0) {
-        reason = U("PDF ファイル %1 を書けません。").arg(path);
+        reason = u("PDF ファイル %1 を書けません。").arg(path);
         return false;
     }
     return true;

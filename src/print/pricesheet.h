@@ -24,20 +24,20 @@ struct SheetPage {
 };
 
 // The pages of the job, in print order.
-QVector<SheetPage> SheetPages(const PrintJob& job);
+QVector<SheetPage> sheetPages(const PrintJob& job);
 
 // Draws every page onto a paged device (a PDF writer or a printer) already
 // set to landscape A4. False with a reason when the device can't be painted.
-bool PaintPriceSheets(QPagedPaintDevice& device, const PrintJob& job, QString& reason);
+bool paintPriceSheets(QPagedPaintDevice& device, const PrintJob& job, QString& reason);
 
 // Writes the sheets as a PDF file. False with a Japanese reason on failure.
-bool WritePriceSheetPdf(const PrintJob& job, const QString& path, QString& reason);
+bool writePriceSheetPdf(const PrintJob& job, const QString& path, QString& reason);
 
 // The text a cell of the table shows for a field key of the style: the
 // field as written, but for element 6, which stays empty in refrigerant
 // mode as on the sheet, and the pipefitter's factor (DATA5), which has
 // three decimals at least as on the sheet and keeps a fourth.
-QString PrintedCellText(const PrintJob& job, const PrintFields& fields, const QString& key);
+QString printedCellText(const PrintJob& job, const PrintFields& fields, const QString& key);
 
 // The face of the printed text.
-QString PrintFontFamily();
+QString printFontFamily();

@@ -1,6 +1,6 @@
 #include "print/printjob.h"
 
-#include "output/excelworkbook.h" // IsPlainNumber
+#include "output/excelworkbook.h" // isPlainNumber
 #include "output/printhandoff.h"
 #include "shell/settingsfiles.h"
 
@@ -10,16 +10,16 @@ PrintInput::PrintInput(const QString& message) : std::runtime_error(message.toSt
 
 namespace {
 
-QString U(const char* t) {
+QString u(const char* t) {
     return QString::fromUtf8(t);
 }
 
 QStringList readLines(const QString& path) {
     const QString name = QFileInfo(path).fileName();
     if (!QFileInfo(path).isFile())
-        throw PrintInput(U("%1 が見つかりません（%2）。").arg(name, path));
+        throw PrintInput(u("%1 が見つかりません（%2）。").arg(name, path));
     QStringList lines;
-    if (!ReadTextFile(path, lines)) throw PrintInput(U("%1 を読めません（%2）。").arg(name, path));
+    if (!readTextFile(path, lines)) throw PrintInput(u("%1 を読めません（%2）。").arg(name, path));
     return lines;
 }
 
@@ -31,7 +31,7 @@ struct KeyFile {
     QString get(const char* key, bool required) const {
         const QString k = QString::fromLatin1(key);
         if (required && !values.contains(k))
-            throw PrintInput(U("%1 に %2 の行がありません。").arg(name, k));
+            throw PrintInput(u("%1 に %2 の行がありません。").arg(name, k));
         return values.value(k);
     }
 };
@@ -41,7 +41,7 @@ KeyFile readKeys(const QString& name, const QStringList& lines) {
     f.name = name;
     for (int i = 0; i < int(lines.size()); ++i) {
         QString key, value;
-        SplitKeyLine(lines[i], key, value);
+        splitKeyLine(lines[i], key, value);
         if (key.isEmpty()) continue;
         f.values[key] = value;
         f.lineOf[key] = i + 1;
@@ -49,21 +49,21 @@ KeyFile readKeys(const QString& name, const QStringList& lines) {
     return f;
 }
 
-QString PrintConfName() {
-    return QFileInfo(PrintConfPath(QString())).fileName();
+QString printConfName() {
+    return QFileInfo(printConfPath(QString())).fileName();
 }
-QString PrintHeaderName() {
-    return QFileInfo(PrintHeaderPath(QString())).fileName();
+QString printHeaderName() {
+    return QFileInfo(printHeaderPath(QString())).fileName();
 }
-QString PrintDataName() {
-    return QFileInfo(PrintDataPath(QString())).fileName();
+QString printDataName() {
+    return QFileInfo(printDataPath(QString())).fileName();
 }
 
 // The texts the hand-off writes for numbers: a plain decimal, or an amount
 // with thousands separators. Only the form is checked: the sheet prints the
 // text as it stands, so an amount beyond what a price can hold still prints.
 bool isNumberText(const QString& text) {
-    return IsPlainNumber(QString(text).remove(QLatin1Char(',')).trimmed());
+    return isPlainNumber(QString(text).remove(QLatin1Char(',')).trimmed());
 }
 
 // A number text that is not zero: any digit but 0 in it.
@@ -100,21 +100,21 @@ QString groupedNumber(const QString& number) {
 
 } // namespace
 
-QString PrintJob::DateText() const {
+QString PrintJob::dateText() const {
     // The hand-off writes the year of the era with two digits ("令和08").
     int digits = int(era.size());
     while (digits > 0 && era[digits - 1].isDigit())
         --digits;
     const QString eraYear = era.left(digits) + withoutLeadingZeros(era.mid(digits));
-    return U("%1年%2月%3日（%4）")
+    return u("%1年%2月%3日（%4）")
         .arg(eraYear, withoutLeadingZeros(month), withoutLeadingZeros(day), weekday);
 }
 
-QString PrintJob::LabourCostText() const {
+QString PrintJob::labourCostText() const {
     return groupedNumber(labourCost);
 }
 
-QString DataRootOfArgument(const QString& argument) {
+QString dataRootOfArgument(const QString& argument) {
     QString root = argument;
     while (root.endsWith(QLatin1Char(';')))
         root.chop(1);
@@ -123,16 +123,16 @@ QString DataRootOfArgument(const QString& argument) {
     return root;
 }
 
-void ParsePrintConf(const QStringList& lines, PrintJob& job) {
-    const KeyFile conf = readKeys(PrintConfName(), lines);
+void parsePrintConf(const QStringList& lines, PrintJob& job) {
+    const KeyFile conf = readKeys(printConfName(), lines);
     job.appTitle = conf.get("[Application_Title]", false);
     job.dataTitle = conf.get("[Data_TITLE]", false);
     job.styleFile = conf.get("[STYLE_FILE]", true);
     job.fileMask = conf.get("[File_Mask]", false);
 }
 
-void ParsePrintHeader(const QStringList& lines, PrintJob& job) {
-    const KeyFile header = readKeys(PrintHeaderName(), lines);
+void parsePrintHeader(const QStringList& lines, PrintJob& job) {
+    const KeyFile header = readKeys(printHeaderName(), lines);
     job.year = header.get("[ta]", true);
     job.era = header.get("[tb]", true);
     job.month = header.get("[tc]", true);
@@ -141,18 +141,18 @@ void ParsePrintHeader(const QStringList& lines, PrintJob& job) {
     job.buildingPage = header.get("[th]", true);
     job.labourCost = header.get("[ti]", true);
     if (!isNumberText(job.labourCost))
-        throw PrintInput(U("%1 の %2 行目: 基礎工費「%3」が数値ではありません。")
+        throw PrintInput(u("%1 の %2 行目: 基礎工費「%3」が数値ではありません。")
                              .arg(header.name)
                              .arg(header.lineOf.value(QStringLiteral("[ti]")))
                              .arg(job.labourCost));
 }
 
-void ParsePrintData(const QStringList& lines, PrintJob& job) {
+void parsePrintData(const QStringList& lines, PrintJob& job) {
     // Data lines: panel texts, the tab caption and 19 fields, each ended by
     // ";". A line of any other count is refused: a ";" inside a text would
     // move every field behind it, and a number would print in the column
     // of another.
-    const QString dataName = PrintDataName();
+    const QString dataName = printDataName();
     job.blocks.clear();
     int dataLines = 0;
     for (int i = 0; i < int(lines.size()); ++i) {
@@ -161,12 +161,12 @@ void ParsePrintData(const QStringList& lines, PrintJob& job) {
         QStringList f = line.split(QLatin1Char(';'));
         if (f.last().isEmpty()) f.removeLast();
         if (f.size() < 23)
-            throw PrintInput(U("%1 の %2 行目: 項目が足りません（23 項目のところ %3 項目）。")
+            throw PrintInput(u("%1 の %2 行目: 項目が足りません（23 項目のところ %3 項目）。")
                                  .arg(dataName)
                                  .arg(i + 1)
                                  .arg(f.size()));
         if (f.size() > 23)
-            throw PrintInput(U("%1 の %2 行目: 項目が多すぎます（23 項目のところ %3 "
+            throw PrintInput(u("%1 の %2 行目: 項目が多すぎます（23 項目のところ %3 "
                                "項目）。名前や見出しの中の「;」で項目がずれています。")
                                  .arg(dataName)
                                  .arg(i + 1)
@@ -178,7 +178,7 @@ void ParsePrintData(const QStringList& lines, PrintJob& job) {
         for (int k = 2; k < 19; ++k) {
             const QString& v = fields[std::size_t(k)];
             if (!v.isEmpty() && !isNumberText(v))
-                throw PrintInput(U("%1 の %2 行目 %3 項目目: 「%4」は数値ではありません。")
+                throw PrintInput(u("%1 の %2 行目 %3 項目目: 「%4」は数値ではありません。")
                                      .arg(dataName)
                                      .arg(i + 1)
                                      .arg(first + k + 1)
@@ -197,29 +197,29 @@ void ParsePrintData(const QStringList& lines, PrintJob& job) {
             shown = isNonZero(fields[std::size_t(k)]);
         if (shown) job.blocks.last().lines.push_back(fields);
     }
-    if (job.blocks.isEmpty()) throw PrintInput(U("%1 にデータがありません。").arg(dataName));
+    if (job.blocks.isEmpty()) throw PrintInput(u("%1 にデータがありません。").arg(dataName));
 }
 
-void ReadJobStyle(PrintJob& job) {
-    const int builtIn = BuiltInStyleIndexOfFile(job.styleFile);
+void readJobStyle(PrintJob& job) {
+    const int builtIn = builtInStyleIndexOfFile(job.styleFile);
     QString reason;
-    if (!ReadStyleFile(job.styleFile, job.style, reason)) {
-        job.style = BuiltInStyle(builtIn < 0 ? 2 : builtIn);
-        job.styleNote = reason + U(" 標準の書式「%1」で印刷しています。").arg(job.style.name);
+    if (!readStyleFile(job.styleFile, job.style, reason)) {
+        job.style = builtInStyle(builtIn < 0 ? 2 : builtIn);
+        job.styleNote = reason + u(" 標準の書式「%1」で印刷しています。").arg(job.style.name);
     }
 }
 
-PrintJob ReadPrintJob(const QString& dataRoot) {
+PrintJob readPrintJob(const QString& dataRoot) {
     if (dataRoot.isEmpty() || !QFileInfo(dataRoot).isDir())
-        throw PrintInput(U("データフォルダー %1 が見つかりません。").arg(dataRoot));
-    if (!QFileInfo(PrintFolderPath(dataRoot)).isDir())
+        throw PrintInput(u("データフォルダー %1 が見つかりません。").arg(dataRoot));
+    if (!QFileInfo(printFolderPath(dataRoot)).isDir())
         throw PrintInput(
-            U("印刷データのフォルダー %1 が見つかりません。").arg(PrintFolderPath(dataRoot)));
+            u("印刷データのフォルダー %1 が見つかりません。").arg(printFolderPath(dataRoot)));
     // Each file is read when the one before it was good.
     PrintJob job;
-    ParsePrintConf(readLines(PrintConfPath(dataRoot)), job);
-    ParsePrintHeader(readLines(PrintHeaderPath(dataRoot)), job);
-    ParsePrintData(readLines(PrintDataPath(dataRoot)), job);
-    ReadJobStyle(job);
+    parsePrintConf(readLines(printConfPath(dataRoot)), job);
+    parsePrintHeader(readLines(printHeaderPath(dataRoot)), job);
+    parsePrintData(readLines(printDataPath(dataRoot)), job);
+    readJobStyle(job);
     return job;
 }

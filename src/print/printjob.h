@@ -16,7 +16,7 @@
 class PrintInput : public std::runtime_error {
 public:
     explicit PrintInput(const QString& message);
-    QString Message() const { return QString::fromUtf8(what()); }
+    QString message() const { return QString::fromUtf8(what()); }
 };
 
 // The 19 fields of one line behind the tab caption: SIZE, CI, FTANKA,
@@ -48,22 +48,22 @@ struct PrintJob {
     bool Refrigerant() const { return fileMask == QLatin1String("qvr"); }
     // "令和8年11月3日（火）": the era year, month and day of the header
     // without their leading zeros.
-    QString DateText() const;
+    QString dateText() const;
     // [ti] with thousands separators, its decimals as written: "24,200".
-    QString LabourCostText() const;
+    QString labourCostText() const;
 };
 
 // The data root of the program's argument: "<data root>;" or a plain folder.
-QString DataRootOfArgument(const QString& argument);
+QString dataRootOfArgument(const QString& argument);
 
 // Reads all of it; raises PrintInput.
-PrintJob ReadPrintJob(const QString& dataRoot);
+PrintJob readPrintJob(const QString& dataRoot);
 
 // Its steps, in this order: the lines of Print.conf, print_header.dat and
 // print_Data.dat, each raising PrintInput that names the file and the line,
 // and then the style Print.conf names (a built-in one, with a note, when
 // that file can't be used).
-void ParsePrintConf(const QStringList& lines, PrintJob& job);
-void ParsePrintHeader(const QStringList& lines, PrintJob& job);
-void ParsePrintData(const QStringList& lines, PrintJob& job);
-void ReadJobStyle(PrintJob& job);
+void parsePrintConf(const QStringList& lines, PrintJob& job);
+void parsePrintHeader(const QStringList& lines, PrintJob& job);
+void parsePrintData(const QStringList& lines, PrintJob& job);
+void readJobStyle(PrintJob& job);

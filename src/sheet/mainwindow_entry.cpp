@@ -47,11 +47,11 @@ void MainWindow::selectMaterialCell(int col, int row, bool&) {
     materialRow = row;
     // With the rate on the list price, only the list price is typed.
     GridOptions options = materialGrid->Options();
-    if (useRateCheck->Checked() && col < 3)
+    if (useRateCheck->checked() && col < 3)
         options -= goEditing;
     else
         options += goEditing;
-    materialGrid->SetOptions(options);
+    materialGrid->setOptions(options);
 }
 
 void MainWindow::setMaterialEditText(int col, int row, const QString&) {
@@ -61,41 +61,41 @@ void MainWindow::setMaterialEditText(int col, int row, const QString&) {
 
 void MainWindow::updateCompositeEditing() {
     GridOptions options = compositeGrid->Options();
-    if (resultsSwitch->IsOn()) {
-        compositeGrid->SetEditorMode(false);
+    if (resultsSwitch->isOn()) {
+        compositeGrid->setEditorMode(false);
         options -= goEditing;
     } else {
         options += goEditing;
     }
-    compositeGrid->SetOptions(options);
+    compositeGrid->setOptions(options);
 }
 
 // ---- The key filter -----------------------------------------------------------------
 
 bool MainWindow::gridKeyCommits(PriceGrid* grid, int key) {
-    const bool editorOpen = grid->EditorMode();
-    const KeyAction action = GridKeyAction(key, editorOpen);
+    const bool editorOpen = grid->editorMode();
+    const KeyAction action = gridKeyAction(key, editorOpen);
     if (action == KeyAction::MoveOnly) return false;
-    if (editorOpen && key == VkEnter) grid->SetEditorMode(false);
+    if (editorOpen && key == VkEnter) grid->setEditorMode(false);
     switch (action) {
     case KeyAction::PassToCell:
         return false;
     case KeyAction::Commit:
-        grid->SetEditorMode(false);
+        grid->setEditorMode(false);
         return true;
     default:
-        grid->SetEditorMode(false);
-        dialogs_.Beep();
+        grid->setEditorMode(false);
+        dialogs_.beep();
         return true;
     }
 }
 
 void MainWindow::compositeKeyDown(int& key, unsigned shift) {
-    if (resultsSwitch->IsOn()) {
+    if (resultsSwitch->isOn()) {
         // The columns show results: no key turns them into factors.
-        const KeyAction action = GridKeyAction(key, compositeGrid->EditorMode());
+        const KeyAction action = gridKeyAction(key, compositeGrid->editorMode());
         const bool modifier = key == 16 || key == 17 || key == 18;
-        if (action != KeyAction::MoveOnly && !modifier) dialogs_.Beep();
+        if (action != KeyAction::MoveOnly && !modifier) dialogs_.beep();
         return;
     }
     // The fill-down follows the Shift state that came with this key.
@@ -111,18 +111,18 @@ void MainWindow::materialKeyDown(int& key, unsigned) {
 void MainWindow::commitCompositeCell(int key, bool shiftDown) {
     const int c = compositeCol, g = compositeRow;
     const int base = tabBase();
-    if (modeRadio->ItemIndex() == 1 && c == 9) {
-        ShowInfoDialog(dialogs_, this, QStringLiteral("確認"),
+    if (modeRadio->itemIndex() == 1 && c == 9) {
+        showInfoDialog(dialogs_, this, QStringLiteral("確認"),
                        QStringLiteral("冷媒モードです。この列のセルは編集できません。"));
         showGridRow(base + g);
         return;
     }
-    const Currency v = StrToCurrDef(compositeGrid->Cells(c, g), Currency{});
+    const Currency v = strToCurrDef(compositeGrid->cells(c, g), Currency{});
     document().takeSnapshot();
     if (shiftDown) {
         for (int h = g; h <= SheetLines; ++h) {
             const int r = base + h;
-            if (!compositeGrid->Cells(0, h).isEmpty())
+            if (!compositeGrid->cells(0, h).isEmpty())
                 if (Currency* field = factorField(rows()[r], c)) *field = v;
             document().calculateRow(r);
             showGridRow(r);
@@ -135,8 +135,8 @@ void MainWindow::commitCompositeCell(int key, bool shiftDown) {
         showGridRow(r);
         showPriceCells(r);
         if (key == VkEnter) {
-            compositeRow = g >= compositeGrid->RowCount() - 1 ? 1 : g + 1;
-            compositeGrid->SetSelection(GridRect(c, compositeRow, c, compositeRow));
+            compositeRow = g >= compositeGrid->rowCount() - 1 ? 1 : g + 1;
+            compositeGrid->setSelection(gridRect(c, compositeRow, c, compositeRow));
             markRow(compositeRow);
         }
     }
@@ -146,9 +146,9 @@ void MainWindow::commitCompositeCell(int key, bool shiftDown) {
 void MainWindow::commitMaterialCell(int key) {
     const int c = materialCol, g = materialRow;
     document().takeSnapshot();
-    QString text = materialGrid->Cells(c, g);
+    QString text = materialGrid->cells(c, g);
     Currency v;
-    if (!text.isEmpty()) v = StrToCurr(text.remove(QLatin1Char(','))); // raises on no number
+    if (!text.isEmpty()) v = strToCurr(text.remove(QLatin1Char(','))); // raises on no number
     for (int r : {g, g + 15, g + 30, g + 45})
         if (r >= 1 && r <= RowCount)
             if (Currency* field = priceField(rows()[r], c)) *field = v;
@@ -157,13 +157,13 @@ void MainWindow::commitMaterialCell(int key) {
     showGridRow(row);
     showPriceCells(g);
     if (key == VkEnter) {
-        materialRow = g >= materialGrid->RowCount() - 1 ? 1 : g + 1;
-        materialGrid->SetSelection(GridRect(c, materialRow, c, materialRow));
+        materialRow = g >= materialGrid->rowCount() - 1 ? 1 : g + 1;
+        materialGrid->setSelection(gridRect(c, materialRow, c, materialRow));
         materialGrid->Repaint();
     }
 }
 
-// ---- Size presets -------------------------------------------------------------------
+// ---- size presets -------------------------------------------------------------------
 
 void MainWindow::setSizes() {
     SizeDialog* dialog = formDialogs_.sizes;
@@ -172,24 +172,24 @@ void MainWindow::setSizes() {
         own = std::make_unique<SizeDialog>(this);
         dialog = own.get();
     }
-    const int n = compositeGrid->RowCount();
+    const int n = compositeGrid->rowCount();
     QStringList lines;
     for (int i = 1; i <= n; ++i)
         lines << rows()[i].size();
-    dialog->SetLines(lines);
+    dialog->setLines(lines);
     if (dialog->exec() == SizeDialog::ResultCancel) return;
     document().takeSnapshot();
     for (int i = 1; i <= n; ++i) {
         for (int r : {i, i + 15, i + 30, i + 45})
             rows()[r].sizeBytes.clear();
-        compositeGrid->SetCells(0, i, QString());
-        materialGrid->SetCells(0, i, QString());
+        compositeGrid->setCells(0, i, QString());
+        materialGrid->setCells(0, i, QString());
     }
-    const QStringList memo = dialog->Lines();
+    const QStringList memo = dialog->lines();
     for (int i = 1; i <= n && i <= int(memo.size()); ++i) {
         for (int r : {i, i + 15, i + 30, i + 45})
             rows()[r].setSize(memo[i - 1]);
-        compositeGrid->SetCells(0, i, rows()[i].size());
-        materialGrid->SetCells(0, i, rows()[i].size());
+        compositeGrid->setCells(0, i, rows()[i].size());
+        materialGrid->setCells(0, i, rows()[i].size());
     }
 }

@@ -118,7 +118,7 @@ EditCombo* nameCombo(QWidget* parent, const char* name, const QStringList& items
     // The lists stand in the order of their code page bytes: sorted as the
     // systems served sort them.
     box->addItems(items);
-    box->SetText(QString());
+    box->setText(QString());
     box->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
     return box;
 }
@@ -132,15 +132,15 @@ QLabel* captionLabel(QWidget* parent, const QString& text) {
 NumberEdit* numberEdit(QWidget* parent, const char* name) {
     auto* edit = new NumberEdit(parent);
     edit->setObjectName(QString::fromLatin1(name));
-    edit->SetLimitOptions(LimitBoth);
-    edit->SetValue(0);
+    edit->setLimitOptions(LimitBoth);
+    edit->setValue(0);
     edit->setMinimumWidth(88);
     return edit;
 }
 
 BoxLabel* boxCaption(QWidget* parent, const QString& text) {
     auto* box = new BoxLabel(parent);
-    box->SetCaption(text);
+    box->setCaption(text);
     box->setMinimumSize(QFontMetrics(parent->font()).horizontalAdvance(text) + 16, 24);
     return box;
 }
@@ -157,7 +157,7 @@ void MainWindow::buildSheet() {
     left->setSpacing(4);
     velmoraEmblem = new GradientPanel(centralArea_);
     velmoraEmblem->setObjectName(QStringLiteral("velmoraEmblem"));
-    velmoraEmblem->SetBackGroundEffect(bdDown);
+    velmoraEmblem->setBackGroundEffect(bdDown);
     velmoraEmblem->setFixedHeight(84);
     auto* emblemLayout = new QVBoxLayout(velmoraEmblem);
     emblemLayout->setContentsMargins(10, 6, 10, 6);
@@ -268,33 +268,33 @@ void MainWindow::buildSheet() {
     for (const GridShape& s : {GridShape{materialGrid, Grid2Cols, 1, true},
                                GridShape{compositeGrid, Grid1Cols, 4, false}}) {
         PriceGrid* g = s.grid;
-        g->SetColCount(s.cols);
-        g->SetRowCount(GridRows);
-        g->SetFixedCols(s.fixedCols);
-        g->SetFixedRows(1);
-        g->SetDefaultRowHeight(RowHeight);
-        g->SetDefaultDrawing(false);
-        g->SetFixedColor(TColor(SheetDark));
-        g->SetFocusCellColor(TColor(SheetMark));
-        g->SetFocusCellFontColor(TColor(SheetWhite));
-        g->SetFocusCellFontColorEnabled(true);
+        g->setColCount(s.cols);
+        g->setRowCount(GridRows);
+        g->setFixedCols(s.fixedCols);
+        g->setFixedRows(1);
+        g->setDefaultRowHeight(RowHeight);
+        g->setDefaultDrawing(false);
+        g->setFixedColor(TColor(SheetDark));
+        g->setFocusCellColor(TColor(SheetMark));
+        g->setFocusCellFontColor(TColor(SheetWhite));
+        g->setFocusCellFontColorEnabled(true);
         GridOptions options{goFixedVertLine,     goFixedHorzLine, goVertLine, goHorzLine,
                             goDrawFocusSelected, goColSizing,     goEditing};
         if (s.rangeSelect) options += goRangeSelect;
-        g->SetOptions(options);
-        g->SetCtl3D(false); // flat fixed cells
+        g->setOptions(options);
+        g->setCtl3D(false); // flat fixed cells
         g->setToolTip(GridHint);
-        SCGCellParam* range = g->CellParams().Add();
-        range->SetCol(1);
-        range->SetColMax(2);
-        range->SetRow(1);
-        range->SetRowMax(14);
-        range->SetRangeEnabled(true);
-        range->SetAlignment(taRightJustify);
-        range->SetCellColor(TColor(SheetWhite));
-        range->SetCellColorEnabled(true);
-        range->SetFontColor(TColor(SheetBlack));
-        range->SetFontColorEnabled(true);
+        SCGCellParam* range = g->cellParams().add();
+        range->setCol(1);
+        range->setColMax(2);
+        range->setRow(1);
+        range->setRowMax(14);
+        range->setRangeEnabled(true);
+        range->setAlignment(taRightJustify);
+        range->setCellColor(TColor(SheetWhite));
+        range->setCellColorEnabled(true);
+        range->setFontColor(TColor(SheetBlack));
+        range->setFontColorEnabled(true);
     }
     connectSheet();
 }
@@ -316,7 +316,7 @@ QWidget* MainWindow::buildNameBox() {
     unitBox = nameCombo(
         names, "unitBox",
         {QStringLiteral("ｍ"), QStringLiteral("本"), QStringLiteral("kg"), QStringLiteral("枚")});
-    unitBox->SetText(QStringLiteral("ｍ"));
+    unitBox->setText(QStringLiteral("ｍ"));
     unitBox->setMinimumContentsLength(4);
     goodsBox->setMinimumContentsLength(24);
     useBox->setMinimumContentsLength(14);
@@ -479,11 +479,11 @@ QWidget* MainWindow::buildOptions() {
                                                           {printStyleRadio, "printStyleRadio"}};
     for (const auto& [g, name] : groups) {
         g->setObjectName(QString::fromLatin1(name));
-        g->SetItemIndex(0);
+        g->setItemIndex(0);
     }
-    digitsRadio->SetItemIndex(3);
-    unitDigitsList->SetItemIndex(0);
-    unitFractionList->SetItemIndex(0);
+    digitsRadio->setItemIndex(3);
+    unitDigitsList->setItemIndex(0);
+    unitFractionList->setItemIndex(0);
     return row;
 }
 
@@ -604,48 +604,48 @@ bool MainWindow::eventFilter(QObject* watched, QEvent* event) {
 }
 
 void MainWindow::setupSheet() {
-    // Fixed captions.
-    materialGrid->SetCells(1, 0, QStringLiteral("提　出"));
-    materialGrid->SetCells(2, 0, QStringLiteral("原　価"));
-    materialGrid->SetCells(3, 0, QStringLiteral("定　価"));
-    compositeGrid->SetCells(0, 0, QStringLiteral("No"));
-    compositeGrid->SetCells(2, 0, QStringLiteral("複合単価"));
-    compositeGrid->SetCells(3, 0, QStringLiteral("提出単価"));
-    compositeGrid->SetCells(4, 0, QStringLiteral("管"));
-    compositeGrid->SetCells(8, 0, QStringLiteral("配管工"));
+    // fixed captions.
+    materialGrid->setCells(1, 0, QStringLiteral("提　出"));
+    materialGrid->setCells(2, 0, QStringLiteral("原　価"));
+    materialGrid->setCells(3, 0, QStringLiteral("定　価"));
+    compositeGrid->setCells(0, 0, QStringLiteral("No"));
+    compositeGrid->setCells(2, 0, QStringLiteral("複合単価"));
+    compositeGrid->setCells(3, 0, QStringLiteral("提出単価"));
+    compositeGrid->setCells(4, 0, QStringLiteral("管"));
+    compositeGrid->setCells(8, 0, QStringLiteral("配管工"));
 
     // Cell styles.
     const TColor dark(SheetDark), white(SheetWhite), black(SheetBlack);
     for (int c = 0; c < Grid1Cols; ++c) {
-        compositeGrid->SetCellColors(c, 0, dark);
-        compositeGrid->SetCellFontColors(c, 0, white);
-        compositeGrid->SetCellAlignments(c, 0, taCenter);
-        compositeGrid->SetCellFontWidths(c, 0, 1);
+        compositeGrid->setCellColors(c, 0, dark);
+        compositeGrid->setCellFontColors(c, 0, white);
+        compositeGrid->setCellAlignments(c, 0, taCenter);
+        compositeGrid->setCellFontWidths(c, 0, 1);
     }
     for (int c = 1; c < Grid2Cols; ++c) {
-        materialGrid->SetCellColors(c, 0, dark);
-        materialGrid->SetCellFontColors(c, 0, white);
-        materialGrid->SetCellAlignments(c, 0, taCenter);
-        materialGrid->SetCellFontWidths(c, 0, 1);
+        materialGrid->setCellColors(c, 0, dark);
+        materialGrid->setCellFontColors(c, 0, white);
+        materialGrid->setCellAlignments(c, 0, taCenter);
+        materialGrid->setCellFontWidths(c, 0, 1);
     }
     for (int r = 1; r < GridRows; ++r) {
         for (PriceGrid* g : {compositeGrid, materialGrid}) {
-            g->SetCellColors(0, r, dark);
-            g->SetCellFontColors(0, r, white);
-            g->SetCellAlignments(0, r, taCenter);
-            g->SetCellFontWidths(0, r, 1);
+            g->setCellColors(0, r, dark);
+            g->setCellFontColors(0, r, white);
+            g->setCellAlignments(0, r, taCenter);
+            g->setCellFontWidths(0, r, 1);
         }
         for (int c = 1; c < Grid1Cols; ++c) {
             const bool darkColumn = c == 3 || c == 8;
-            compositeGrid->SetCellColors(c, r, darkColumn ? dark : white);
-            compositeGrid->SetCellFontColors(c, r, darkColumn ? white : black);
-            compositeGrid->SetCellAlignments(c, r, taRightJustify);
-            compositeGrid->SetCellFontWidths(c, r, 1);
+            compositeGrid->setCellColors(c, r, darkColumn ? dark : white);
+            compositeGrid->setCellFontColors(c, r, darkColumn ? white : black);
+            compositeGrid->setCellAlignments(c, r, taRightJustify);
+            compositeGrid->setCellFontWidths(c, r, 1);
         }
         for (int c = 1; c < Grid2Cols; ++c) {
-            materialGrid->SetCellColors(c, r, white);
-            materialGrid->SetCellAlignments(c, r, taRightJustify);
-            materialGrid->SetCellFontWidths(c, r, 1);
+            materialGrid->setCellColors(c, r, white);
+            materialGrid->setCellAlignments(c, r, taRightJustify);
+            materialGrid->setCellFontWidths(c, r, 1);
         }
     }
     layoutGrids();
@@ -658,14 +658,14 @@ void MainWindow::layoutGrids() {
     // grid lines here leave less room: the last column must not be cut off.
     const QMargins m = gridPanel->layout()->contentsMargins();
     const auto* grid = static_cast<QGridLayout*>(gridPanel->layout());
-    const int lines = (compositeGrid->ColCount() + 1) * compositeGrid->GridLineWidth() + 2;
+    const int lines = (compositeGrid->colCount() + 1) * compositeGrid->gridLineWidth() + 2;
     const int room = w - m.left() - m.right() - grid->horizontalSpacing() - 55 - Col0Width - lines;
     const int c = std::max(0, std::min((w - 120) / 13, room / 13));
     for (PriceGrid* g : {compositeGrid, materialGrid}) {
-        g->SetColWidths(0, Col0Width);
-        for (int col = 1; col < g->ColCount(); ++col)
-            g->SetColWidths(col, c);
-        g->setFixedHeight(g->GridHeight() + 2);
+        g->setColWidths(0, Col0Width);
+        for (int col = 1; col < g->colCount(); ++col)
+            g->setColWidths(col, c);
+        g->setFixedHeight(g->gridHeight() + 2);
     }
     materialGrid->setFixedWidth(3 * c + 55);
     // compositeGrid takes the rest of the panel; its columns fit in it.

@@ -7,40 +7,40 @@ const std::array<QString, 4> DefaultDetailCaptions = {
     QStringLiteral("地中埋設")};
 const QString RefrigerantTabCaption = QStringLiteral("一般");
 
-PriceSide SideOfColumn(int left) {
+PriceSide sideOfColumn(int left) {
     if (left == 2) return PriceSide::Cost;
     if (left == 3) return PriceSide::List;
     return PriceSide::Submitted;
 }
 
-std::array<QString, Grid1Cols> Grid1LineTexts(const PipeRow& r, const SheetView& v) {
+std::array<QString, Grid1Cols> grid1LineTexts(const PipeRow& r, const SheetView& v) {
     std::array<QString, Grid1Cols> t;
     t[0] = r.size();
     switch (v.side) {
     case PriceSide::Submitted:
-        t[1] = FormatAmount(r.adoptedUnitPrice);
-        t[2] = FormatAmount(r.submittedUnitPrice);
-        t[3] = FormatAmount(r.submittedPrice);
+        t[1] = formatAmount(r.adoptedUnitPrice);
+        t[2] = formatAmount(r.submittedUnitPrice);
+        t[3] = formatAmount(r.submittedPrice);
         break;
     case PriceSide::Cost:
-        t[1] = FormatAmount(r.costUnitPrice);
-        t[2] = FormatAmount(r.costUnitPrice);
-        t[3] = FormatAmount(r.costPrice);
+        t[1] = formatAmount(r.costUnitPrice);
+        t[2] = formatAmount(r.costUnitPrice);
+        t[3] = formatAmount(r.costPrice);
         break;
     case PriceSide::List:
-        t[1] = FormatAmount(r.adoptedUnitPrice);
-        t[2] = FormatAmount(r.submittedUnitPrice);
-        t[3] = FormatAmount(r.listPrice);
+        t[1] = formatAmount(r.adoptedUnitPrice);
+        t[2] = formatAmount(r.submittedUnitPrice);
+        t[3] = formatAmount(r.listPrice);
         break;
     }
     for (int e = 1; e <= 7; ++e) {
         QString& cell = t[std::size_t(e + 3)];
         if (!v.showResults)
-            cell = e == 5 ? FormatFixed3(r.factor(e)) : CurrToStr(r.factor(e));
+            cell = e == 5 ? formatFixed3(r.factor(e)) : currToStr(r.factor(e));
         else if (v.side == PriceSide::List)
             cell = QStringLiteral("--");
         else
-            cell = FormatGeneral(v.side == PriceSide::Submitted
+            cell = formatGeneral(v.side == PriceSide::Submitted
                                      ? r.submittedAmounts[std::size_t(e - 1)]
                                      : r.costAmounts[std::size_t(e - 1)]);
     }
@@ -48,11 +48,11 @@ std::array<QString, Grid1Cols> Grid1LineTexts(const PipeRow& r, const SheetView&
     return t;
 }
 
-std::array<QString, 3> PriceTexts(const PipeRow& r) {
-    return {FormatAmount(r.submittedPrice), FormatAmount(r.costPrice), FormatAmount(r.listPrice)};
+std::array<QString, 3> priceTexts(const PipeRow& r) {
+    return {formatAmount(r.submittedPrice), formatAmount(r.costPrice), formatAmount(r.listPrice)};
 }
 
-ElementHeadings LongHeadings(bool refrigerant) {
+ElementHeadings longHeadings(bool refrigerant) {
     if (refrigerant)
         return {QStringLiteral("継手接合等"), QStringLiteral("支持金物"),
                 QStringLiteral("雑 材 料"), QStringLiteral("---"), QStringLiteral("その他")};
@@ -60,7 +60,7 @@ ElementHeadings LongHeadings(bool refrigerant) {
             QStringLiteral("はつり補修"), QStringLiteral("その他")};
 }
 
-ElementHeadings ShortHeadings(bool refrigerant) {
+ElementHeadings shortHeadings(bool refrigerant) {
     if (refrigerant)
         return {QStringLiteral("継手・接合材"), QStringLiteral("支持金"), QStringLiteral("雑材料"),
                 QStringLiteral("---"), QStringLiteral("その他")};
@@ -68,7 +68,7 @@ ElementHeadings ShortHeadings(bool refrigerant) {
             QStringLiteral("はつり"), QStringLiteral("その他")};
 }
 
-KeyAction GridKeyAction(int k, bool editorOpen) {
+KeyAction gridKeyAction(int k, bool editorOpen) {
     if (k >= 37 && k <= 40 && !editorOpen) return KeyAction::MoveOnly;
     if ((k >= 48 && k <= 57) || k == 190 || k == 8) return KeyAction::PassToCell;
     if (k == 13 || k == 38 || k == 40) return KeyAction::Commit;

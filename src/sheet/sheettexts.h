@@ -18,7 +18,7 @@ constexpr int GridRows = 15;
 // The side selected by the column of materialGrid: 1 submitted, 2 cost,
 // 3 list price.
 enum class PriceSide { Submitted = 1, Cost = 2, List = 3 };
-PriceSide SideOfColumn(int left);
+PriceSide sideOfColumn(int left);
 
 struct SheetView {
     PriceSide side = PriceSide::Submitted;
@@ -27,17 +27,17 @@ struct SheetView {
 };
 
 // Columns 0..10 of a line of compositeGrid for row r.
-std::array<QString, Grid1Cols> Grid1LineTexts(const PipeRow& r, const SheetView& view);
+std::array<QString, Grid1Cols> grid1LineTexts(const PipeRow& r, const SheetView& view);
 // Columns 1..3 of a line of materialGrid (submittedPrice, costPrice, listPrice) at index 0..2.
-std::array<QString, 3> PriceTexts(const PipeRow& r);
+std::array<QString, 3> priceTexts(const PipeRow& r);
 
 // Headings of columns 5, 6, 7, 9, 10 of compositeGrid by mode; long form for
 // showing a pipe type, short form after applying the controls.
 struct ElementHeadings {
     QString col5, col6, col7, col9, col10;
 };
-ElementHeadings LongHeadings(bool refrigerant);
-ElementHeadings ShortHeadings(bool refrigerant);
+ElementHeadings longHeadings(bool refrigerant);
+ElementHeadings shortHeadings(bool refrigerant);
 
 // Default captions of the four details, and the single refrigerant tab.
 extern const std::array<QString, 4> DefaultDetailCaptions;
@@ -56,4 +56,4 @@ enum class KeyAction {
     Commit,     // Enter, up, down: close the editor, commit
     BeepCommit, // everything else: close the editor, beep, commit
 };
-KeyAction GridKeyAction(int virtualKey, bool editorOpen);
+KeyAction gridKeyAction(int virtualKey, bool editorOpen);

@@ -58,23 +58,23 @@ SizeDialog::SizeDialog(QWidget* parent) : QDialog(parent) {
 
 void SizeDialog::showEvent(QShowEvent* event) {
     QDialog::showEvent(event);
-    CentreOnScreen(this);
+    centreOnScreen(this);
 }
 
 SizeDialog::~SizeDialog() = default;
 
-QStringList SizeDialog::Lines() const {
-    return SplitTextLines(sizesEdit->toPlainText());
+QStringList SizeDialog::lines() const {
+    return splitTextLines(sizesEdit->toPlainText());
 }
 
-void SizeDialog::SetLines(const QStringList& lines) {
+void SizeDialog::setLines(const QStringList& lines) {
     sizesEdit->setPlainText(lines.join(QLatin1Char('\n')));
 }
 
 void SizeDialog::fillSteelSizes() {
-    SetLines(SteelSizes);
+    setLines(SteelSizes);
 }
 
 void SizeDialog::fillRefrigerantSizes() {
-    SetLines(RefrigerantSizes);
+    setLines(RefrigerantSizes);
 }

@@ -25,8 +25,8 @@ public:
     QPushButton* cancelButton = nullptr;      // キャンセル
 
     // The memo as lines: a break at the very end opens no further line.
-    QStringList Lines() const;
-    void SetLines(const QStringList& lines);
+    QStringList lines() const;
+    void setLines(const QStringList& lines);
 
     void fillSteelSizes();
     void fillRefrigerantSizes();

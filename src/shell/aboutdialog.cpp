@@ -36,12 +36,12 @@ QPixmap emblemPicture() {
 } // namespace
 
 AboutDialog::AboutDialog(Dialogs& dialogs, QWidget* parent)
-    : AboutDialog(dialogs, ProgramVersionBlock(), parent) {}
+    : AboutDialog(dialogs, programVersionBlock(), parent) {}
 
 AboutDialog::AboutDialog(Dialogs& dialogs, const VersionBlock& block, QWidget* parent)
     : QDialog(parent), m_dialogs(dialogs) {
     build();
-    ReadVersionBlock(this, block);
+    readVersionBlock(this, block);
 }
 
 AboutDialog::~AboutDialog() = default;
@@ -99,13 +99,13 @@ void AboutDialog::build() {
 }
 
 void AboutDialog::openLink(const QString& link) {
-    m_dialogs.OpenDocument(link);
+    m_dialogs.openDocument(link);
 }
 
-bool ReadVersionBlock(AboutDialog* form, const VersionBlock& block) {
-    if (!block.Present()) return false;
-    form->appNameLabel->setText(ApplicationTitle());
-    for (const QString& key : VersionKeys()) {
+bool readVersionBlock(AboutDialog* form, const VersionBlock& block) {
+    if (!block.present()) return false;
+    form->appNameLabel->setText(applicationTitle());
+    for (const QString& key : versionKeys()) {
         if (!block.values.contains(key)) continue;
         const QString value = block.values.value(key);
         if (key == QLatin1String("ProductVersion")) {

@@ -29,12 +29,12 @@ public:
 
     // A click on the link: opens the product page with the registered program.
     void openLink(const QString& link);
-    // "Release Version " and the product version of the block read; empty
+    // "Release version " and the product version of the block read; empty
     // when the block has none.
     QString releaseText() const { return releaseText_; }
 
 private:
-    friend bool ReadVersionBlock(AboutDialog* form, const VersionBlock& block);
+    friend bool readVersionBlock(AboutDialog* form, const VersionBlock& block);
     void build();
     QString releaseText_;
     Dialogs& m_dialogs;
@@ -42,6 +42,6 @@ private:
 
 // Fills the dialog from a version block and its release text. False, with
 // nothing set, when the block is missing.
-bool ReadVersionBlock(AboutDialog* form, const VersionBlock& block);
+bool readVersionBlock(AboutDialog* form, const VersionBlock& block);
 
 // The dialog made at start, for the main form's about command.

@@ -86,10 +86,10 @@ QString parse(const QStringList& args, Args& a) {
 std::optional<QString> writeBlocked(const QString& path) {
     try {
         SqliteDatabase db(path);
-        db.ExecSQL(QStringLiteral("BEGIN IMMEDIATE"));
-        db.ExecSQL(QStringLiteral("ROLLBACK"));
+        db.execSql(QStringLiteral("BEGIN IMMEDIATE"));
+        db.execSql(QStringLiteral("ROLLBACK"));
     } catch (const SqliteError& e) {
-        return e.Message();
+        return e.message();
     }
     return std::nullopt;
 }
@@ -102,7 +102,7 @@ QString oneLine(const QString& text) {
 
 // The columns of the show table, in the words of the sheet.
 QStringList showHeadings(bool refrigerant) {
-    const ElementHeadings h = LongHeadings(refrigerant);
+    const ElementHeadings h = longHeadings(refrigerant);
     auto plain = [](QString s) { return s.remove(QLatin1Char(' ')); };
     return {QStringLiteral("呼び径"),
             QStringLiteral("提出"),
@@ -125,14 +125,14 @@ QStringList showHeadings(bool refrigerant) {
 QStringList showLine(const PipeRow& row, bool refrigerant, bool plainNumbers) {
     SheetView view;
     view.refrigerant = refrigerant;
-    const auto cells = Grid1LineTexts(row, view);
+    const auto cells = grid1LineTexts(row, view);
     auto amount = [plainNumbers](Currency c) {
-        return plainNumbers ? CurrToStr(c) : FormatAmount(c);
+        return plainNumbers ? currToStr(c) : formatAmount(c);
     };
     QStringList line{row.size(), amount(row.submittedPrice), amount(row.costPrice),
                      amount(row.listPrice)};
     for (int c = 4; c <= 10; ++c)
-        line << (plainNumbers ? CurrToStr(row.factor(c - 3)) : cells[std::size_t(c)]);
+        line << (plainNumbers ? currToStr(row.factor(c - 3)) : cells[std::size_t(c)]);
     line << amount(row.submittedUnitPrice) << amount(row.costUnitPrice)
          << amount(row.adoptedUnitPrice);
     return line;
@@ -140,7 +140,7 @@ QStringList showLine(const PipeRow& row, bool refrigerant, bool plainNumbers) {
 
 void printPipeType(QTextStream& out, PipeTypeDocument& doc, int group, int kan, bool csv) {
     const RowTable& rows = doc.rows();
-    const bool refrigerant = doc.options().ModeFlag() == 1;
+    const bool refrigerant = doc.options().modeFlag() == 1;
     const int details = refrigerant ? 1 : 4;
     const QStringList headings = showHeadings(refrigerant);
     auto detailCaption = [&](int t) {
@@ -161,8 +161,8 @@ void printPipeType(QTextStream& out, PipeTypeDocument& doc, int group, int kan, 
     out << QStringLiteral("グループ %1 管種 %2: ").arg(group).arg(kan) << rows[1].goods() << " / "
         << rows[2].goods() << " / " << rows[3].goods() << "\n";
     out << (refrigerant ? QStringLiteral("冷媒モード") : QStringLiteral("配管モード"))
-        << QStringLiteral("  基礎工費 提出 ") << FormatAmount(o.LabourSubmitted())
-        << QStringLiteral(" 原価 ") << FormatAmount(o.LabourCost()) << "\n";
+        << QStringLiteral("  基礎工費 提出 ") << formatAmount(o.labourSubmitted())
+        << QStringLiteral(" 原価 ") << formatAmount(o.labourCost()) << "\n";
     for (int t = 0; t < details; ++t) {
         std::vector<QStringList> lines{headings};
         for (int g = 1; g <= SheetLines; ++g) {
@@ -172,7 +172,7 @@ void printPipeType(QTextStream& out, PipeTypeDocument& doc, int group, int kan, 
         std::vector<int> widths(std::size_t(headings.size()), 0);
         for (const QStringList& l : lines)
             for (int c = 0; c < int(l.size()); ++c)
-                widths[std::size_t(c)] = std::max(widths[std::size_t(c)], DisplayWidth(l[c]));
+                widths[std::size_t(c)] = std::max(widths[std::size_t(c)], displayWidth(l[c]));
         out << "\n[" << detailCaption(t) << "]\n";
         if (lines.size() == 1) {
             out << QStringLiteral("（サイズなし）") << "\n";
@@ -181,7 +181,7 @@ void printPipeType(QTextStream& out, PipeTypeDocument& doc, int group, int kan, 
         for (const QStringList& l : lines) {
             QStringList cells;
             for (int c = 0; c < int(l.size()); ++c)
-                cells << PadToWidth(l[c], widths[std::size_t(c)], c > 0);
+                cells << padToWidth(l[c], widths[std::size_t(c)], c > 0);
             out << cells.join(QStringLiteral("  ")).trimmed() << "\n";
         }
     }
@@ -189,7 +189,7 @@ void printPipeType(QTextStream& out, PipeTypeDocument& doc, int group, int kan, 
 
 } // namespace
 
-bool FindToolDatabase(const QString& launch, DataPaths& paths, QTextStream& err) {
+bool findToolDatabase(const QString& launch, DataPaths& paths, QTextStream& err) {
     paths = DataPaths::fromLaunchString(launch);
     paths.nameDatabaseFiles();
     if (QFileInfo(paths.exDatabase).isFile()) return true;
@@ -198,9 +198,9 @@ bool FindToolDatabase(const QString& launch, DataPaths& paths, QTextStream& err)
     return false;
 }
 
-int RunQorvaleTool(const QStringList& args, QTextStream& out, QTextStream& err) {
+int runQorvaleTool(const QStringList& args, QTextStream& out, QTextStream& err) {
     const int standard =
-        StandardOptions(args, QStringLiteral("qorvale-tool"), QString::fromUtf8(Usage),
+        standardOptions(args, QStringLiteral("qorvale-tool"), QString::fromUtf8(Usage),
                         {QStringLiteral("--group"), QStringLiteral("--kan"),
                          QStringLiteral("--launch"), QStringLiteral("--csv")},
                         out, err);
@@ -212,7 +212,7 @@ int RunQorvaleTool(const QStringList& args, QTextStream& out, QTextStream& err) 
         return 2;
     }
     DataPaths paths;
-    if (!FindToolDatabase(a.launch, paths, err)) return 1;
+    if (!findToolDatabase(a.launch, paths, err)) return 1;
     // Boxes of the store ("ERROR") go to standard error.
     ConsoleDialogs console(stderr);
 
@@ -240,7 +240,7 @@ int RunQorvaleTool(const QStringList& args, QTextStream& out, QTextStream& err) 
             QString failure;
             try {
                 if (!db) db = std::make_unique<SqliteDatabase>(paths.exDatabase);
-                RecalculatePipeType(*db, rows, a.group, kan, console, nullptr);
+                recalculatePipeType(*db, rows, a.group, kan, console, nullptr);
             } catch (const std::exception& e) {
                 failure = oneLine(QString::fromUtf8(e.what()));
             }

@@ -12,9 +12,9 @@
 //   recalc --group G [--kan K] [--launch S]
 // The database is found as the program finds it. Exit code 0 on success, 1
 // when the database is missing, busy or fails, 2 on bad arguments.
-int RunQorvaleTool(const QStringList& args, QTextStream& out, QTextStream& err);
+int runQorvaleTool(const QStringList& args, QTextStream& out, QTextStream& err);
 
 // Finds the database as the program does (field 5 of launch, else the
 // default folder) and gives its paths. False, with a line on
 // err, when there is no database file.
-bool FindToolDatabase(const QString& launch, DataPaths& paths, QTextStream& err);
+bool findToolDatabase(const QString& launch, DataPaths& paths, QTextStream& err);

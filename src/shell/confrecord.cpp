@@ -15,7 +15,7 @@ QString groupKey(int g) {
 const QString CrLf = QStringLiteral("\r\n");
 } // namespace
 
-const std::array<QString, GroupCount>& DefaultGroupNames() {
+const std::array<QString, GroupCount>& defaultGroupNames() {
     static const std::array<QString, GroupCount> names = {
         QStringLiteral("給水"),   QStringLiteral("排水"), QStringLiteral("通気"),
         QStringLiteral("給湯"),   QStringLiteral("消火"), QStringLiteral("冷温水"),
@@ -24,21 +24,21 @@ const std::array<QString, GroupCount>& DefaultGroupNames() {
     return names;
 }
 
-QString ConfText(const ConfRecord& conf) {
+QString confText(const ConfRecord& conf) {
     QString s;
-    s += KeyLine(Removal, conf.Removal) + CrLf;
-    s += KeyLine(Recycle, conf.Recycle) + CrLf;
-    s += KeyLine(Keta, conf.Keta) + CrLf;
-    s += KeyLine(CutLevel, conf.CutLevel) + CrLf;
+    s += keyLine(Removal, conf.Removal) + CrLf;
+    s += keyLine(Recycle, conf.Recycle) + CrLf;
+    s += keyLine(Keta, conf.Keta) + CrLf;
+    s += keyLine(CutLevel, conf.CutLevel) + CrLf;
     for (int g = 1; g <= GroupCount; ++g)
-        s += KeyLine(groupKey(g), conf.GroupNames[std::size_t(g - 1)]) + CrLf;
+        s += keyLine(groupKey(g), conf.GroupNames[std::size_t(g - 1)]) + CrLf;
     return s;
 }
 
-void ApplyConfText(const QString& text, ConfRecord& conf) {
+void applyConfText(const QString& text, ConfRecord& conf) {
     QString key, value;
-    for (const QString& line : SplitTextLines(text)) {
-        SplitKeyLine(line, key, value);
+    for (const QString& line : splitTextLines(text)) {
+        splitKeyLine(line, key, value);
         if (key == Removal)
             conf.Removal = value;
         else if (key == Recycle)
@@ -53,34 +53,34 @@ void ApplyConfText(const QString& text, ConfRecord& conf) {
     }
 }
 
-QString ConfSelectStatement() {
+QString confSelectStatement() {
     return QStringLiteral("SELECT notes FROM exconf where conf='kanzai';");
 }
 
-QString ConfDeleteStatement() {
+QString confDeleteStatement() {
     return QStringLiteral("delete from exconf where conf='kanzai';");
 }
 
-QString ConfInsertStatement(const ConfRecord& conf) {
+QString confInsertStatement(const ConfRecord& conf) {
     return QStringLiteral("INSERT INTO exconf(") + QStringLiteral("conf,") +
            QStringLiteral("notes") + QStringLiteral(") VALUES(") + QStringLiteral("'") +
            QStringLiteral("kanzai") + QStringLiteral("'") + QStringLiteral(",") +
-           QStringLiteral("'") + QuotedText(ConfText(conf)) + QStringLiteral("'") +
+           QStringLiteral("'") + quotedText(confText(conf)) + QStringLiteral("'") +
            QStringLiteral(");");
 }
 
 void LoadGroupNames(const QString& database, ConfRecord& conf) {
-    conf.GroupNames = DefaultGroupNames();
-    const QStringList lines = QueryToLines(database, ConfSelectStatement()).lines;
+    conf.GroupNames = defaultGroupNames();
+    const QStringList lines = queryToLines(database, confSelectStatement()).lines;
     if (lines.isEmpty()) return;
-    ApplyConfText(NthField(lines.first(), 1), conf);
+    applyConfText(nthField(lines.first(), 1), conf);
 }
 
 int SaveGroupNames(Dialogs& dialogs, const QString& database, const ConfRecord& conf) {
     QString reason;
-    if (TryExecStatements(database, {ConfDeleteStatement(), ConfInsertStatement(conf)}, reason))
+    if (tryExecStatements(database, {confDeleteStatement(), confInsertStatement(conf)}, reason))
         return 1;
-    ShowWriteFailure(dialogs, nullptr, reason,
+    showWriteFailure(dialogs, nullptr, reason,
                      QStringLiteral("グループ名を保存できませんでした。"));
     return 0;
 }

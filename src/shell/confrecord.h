@@ -20,17 +20,17 @@ struct ConfRecord {
 };
 
 // The names the groups have before the record is read.
-const std::array<QString, GroupCount>& DefaultGroupNames();
+const std::array<QString, GroupCount>& defaultGroupNames();
 
 // The text of the record: 14 lines, each ended by CR LF.
-QString ConfText(const ConfRecord& conf);
+QString confText(const ConfRecord& conf);
 // Applies a record text by key to conf; unknown keys are passed over.
-void ApplyConfText(const QString& text, ConfRecord& conf);
+void applyConfText(const QString& text, ConfRecord& conf);
 
 // The statements of the record.
-QString ConfSelectStatement();
-QString ConfDeleteStatement();
-QString ConfInsertStatement(const ConfRecord& conf);
+QString confSelectStatement();
+QString confDeleteStatement();
+QString confInsertStatement(const ConfRecord& conf);
 
 // Sets the default names of conf, then reads the record from the database
 // file into it when there is one. Raises SqliteError when the query fails.

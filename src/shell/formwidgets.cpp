@@ -26,18 +26,18 @@ RadioGroup::RadioGroup(const QString& caption, const QStringList& items, int col
     connect(group_, &QButtonGroup::idClicked, this, &RadioGroup::buttonClicked);
 }
 
-int RadioGroup::Count() const {
+int RadioGroup::count() const {
     return int(group_->buttons().size());
 }
 
-QString RadioGroup::Item(int index) const {
+QString RadioGroup::item(int index) const {
     QAbstractButton* b = group_->button(index);
     return b ? b->text() : QString();
 }
 
-void RadioGroup::SetItemIndex(int index) {
+void RadioGroup::setItemIndex(int index) {
     if (index < -1) index = -1;
-    if (index >= Count()) index = Count() - 1;
+    if (index >= count()) index = count() - 1;
     if (index == itemIndex_) return;
     itemIndex_ = index;
     if (index >= 0) {
@@ -64,11 +64,11 @@ ToggleSwitch::ToggleSwitch(const QString& onCaption, const QString& offCaption, 
     setCursor(Qt::PointingHandCursor);
 }
 
-bool ToggleSwitch::IsOn() const {
+bool ToggleSwitch::isOn() const {
     return on_;
 }
 
-void ToggleSwitch::SetOn(bool on) {
+void ToggleSwitch::setOn(bool on) {
     if (on_ == on) return;
     on_ = on;
     update();
@@ -162,7 +162,7 @@ FixedList::FixedList(const QStringList& items, QWidget* parent) : QComboBox(pare
     });
 }
 
-void FixedList::SetItemIndex(int index) {
+void FixedList::setItemIndex(int index) {
     const QSignalBlocker block(this);
     setCurrentIndex(index);
 }

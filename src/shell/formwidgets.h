@@ -17,7 +17,7 @@ class QCheckBox;
 class QGridLayout;
 class QLabel;
 
-// A group box of radio buttons. Setting ItemIndex from the program fires
+// A group box of radio buttons. Setting itemIndex from the program fires
 // onClicked like a click does, when the index changes.
 class RadioGroup : public QGroupBox {
     Q_OBJECT
@@ -25,10 +25,10 @@ public:
     explicit RadioGroup(const QString& caption, const QStringList& items, int columns = 1,
                         QWidget* parent = nullptr);
 
-    int ItemIndex() const { return itemIndex_; }
-    void SetItemIndex(int index);
-    int Count() const;
-    QString Item(int index) const;
+    int itemIndex() const { return itemIndex_; }
+    void setItemIndex(int index);
+    int count() const;
+    QString item(int index) const;
 
     std::function<void()> onClicked;
 
@@ -46,8 +46,8 @@ class ToggleSwitch : public QWidget {
 public:
     ToggleSwitch(const QString& onCaption, const QString& offCaption, QWidget* parent = nullptr);
 
-    bool IsOn() const;
-    void SetOn(bool on);
+    bool isOn() const;
+    void setOn(bool on);
 
     QSize sizeHint() const override;
 
@@ -65,14 +65,14 @@ private:
     QString onCaption_, offCaption_;
 };
 
-// A check box. Setting Checked from the program fires onClicked like a click
+// A check box. Setting checked from the program fires onClicked like a click
 // does, when the state changes.
 class CheckBox : public QCheckBox {
     Q_OBJECT
 public:
     explicit CheckBox(const QString& caption, QWidget* parent = nullptr);
 
-    bool Checked() const { return isChecked(); }
+    bool checked() const { return isChecked(); }
     void SetChecked(bool checked);
 
     std::function<void()> onClicked;
@@ -85,8 +85,8 @@ class EditCombo : public QComboBox {
 public:
     explicit EditCombo(QWidget* parent = nullptr);
 
-    QString Text() const { return currentText(); }
-    void SetText(const QString& text) { setEditText(text); }
+    QString text() const { return currentText(); }
+    void setText(const QString& text) { setEditText(text); }
 
     std::function<void(int key, bool& handled)> OnKeyPress;
 
@@ -95,14 +95,14 @@ protected:
 };
 
 // A fixed list whose selection by the person fires OnSelect; setting
-// ItemIndex from the program does not.
+// itemIndex from the program does not.
 class FixedList : public QComboBox {
     Q_OBJECT
 public:
     explicit FixedList(const QStringList& items, QWidget* parent = nullptr);
 
-    int ItemIndex() const { return currentIndex(); }
-    void SetItemIndex(int index);
+    int itemIndex() const { return currentIndex(); }
+    void setItemIndex(int index);
 
     std::function<void()> OnSelect;
 };

@@ -29,7 +29,7 @@ const QString RecalcNotice =
                    "変換中は少々お待ちください。");
 
 bool askToGoOn(Dialogs& dialogs, QWidget* form, const QString& question) {
-    return ShowTaskDialog(dialogs, form, ApplicationTitle(), QStringLiteral("確認"),
+    return showTaskDialog(dialogs, form, applicationTitle(), QStringLiteral("確認"),
                           TaskDialog::IconQuestion, TaskDialog::ButtonYes | TaskDialog::ButtonNo,
                           question) != TaskDialog::IdNo;
 }
@@ -43,7 +43,7 @@ class GroupProgressDialog : public QDialog {
 public:
     explicit GroupProgressDialog(QWidget* form) : QDialog(form) {
         setObjectName(QStringLiteral("GroupProgress"));
-        setWindowTitle(ApplicationTitle());
+        setWindowTitle(applicationTitle());
         setWindowFlags(Qt::Dialog | Qt::CustomizeWindowHint | Qt::WindowTitleHint);
         setWindowModality(Qt::ApplicationModal);
         auto* layout = new QVBoxLayout(this);
@@ -126,25 +126,25 @@ void GroupRewriteCommands::changeGroupOptions() {
     // take the options, so that none is left with new options and prices
     // computed under the old ones.
     if (m_window.saveCurrentPipeType(0) != MainWindow::SaveResult::Saved) return;
-    ExecStatement(
+    execStatement(
         m_dialogs, m_window.workspace().paths().exDatabase,
-        OptionChangeStatement(m_window.document().rows()[OptionRow], m_window.currentGroup));
+        optionChangeStatement(m_window.document().rows()[OptionRow], m_window.currentGroup));
     rewriteGroup(1);
 }
 
 void GroupRewriteCommands::changeGroupLabourCosts() {
     if (m_running || !m_window.rowsAreLoaded(QStringLiteral("実行できません。"))) return;
-    const Currency cost = m_window.labourCostCostEdit->StoredCurrency();
-    const Currency submitted = m_window.labourCostSubmittedEdit->StoredCurrency();
+    const Currency cost = m_window.labourCostCostEdit->storedCurrency();
+    const Currency submitted = m_window.labourCostSubmittedEdit->storedCurrency();
     if (!askToGoOn(m_dialogs, &m_window,
-                   QStringLiteral("全データの基礎工費を変更しますか?\r\n原価=") + CurrToStr(cost) +
-                       QStringLiteral("円 提出=") + CurrToStr(submitted) +
+                   QStringLiteral("全データの基礎工費を変更しますか?\r\n原価=") + currToStr(cost) +
+                       QStringLiteral("円 提出=") + currToStr(submitted) +
                        QStringLiteral("円\r\n") + RecalcNotice))
         return;
-    ExecStatement(m_dialogs, m_window.workspace().paths().exDatabase,
-                  LabourChangeStatement(cost, submitted));
+    execStatement(m_dialogs, m_window.workspace().paths().exDatabase,
+                  labourChangeStatement(cost, submitted));
     rewriteGroup(1);
-    ShowInfoDialog(m_dialogs, &m_window, QStringLiteral("確認"),
+    showInfoDialog(m_dialogs, &m_window, QStringLiteral("確認"),
                    QStringLiteral("基礎工費を変更しました。"));
 }
 
@@ -254,13 +254,13 @@ void GroupRewriteCommands::end(const QString& caption, std::exception_ptr failur
         // The run counts as going until then, so a close during the box
         // waits for its end like any other.
         m_progress->finish();
-        ShowException(m_dialogs, failure);
+        showException(m_dialogs, failure);
         reopenWindow();
         return;
     }
     m_window.setWindowTitle(caption);
     try {
-        m_dialogs.Message(&m_window, ApplicationTitle(), QStringLiteral("終了しました。"));
+        m_dialogs.message(&m_window, applicationTitle(), QStringLiteral("終了しました。"));
     } catch (...) {
         reopenWindow();
         throw;

@@ -18,7 +18,7 @@
 #include <QCoreApplication>
 #include <QFont>
 
-QString LaunchStringArgument() {
+QString launchStringArgument() {
     return QCoreApplication::arguments().value(1);
 }
 
@@ -45,7 +45,7 @@ MainWindow::MainWindow(Dialogs& dialogs, const QString& launchString, QWidget* p
     // Failures inside the controls' own event handling are shown like any
     // other failure.
     const FailureHandler showFailure = [this](const QString& message) {
-        ShowException(dialogs_, std::make_exception_ptr(std::runtime_error(message.toStdString())));
+        showException(dialogs_, std::make_exception_ptr(std::runtime_error(message.toStdString())));
     };
     for (NumberEdit* edit : findChildren<NumberEdit*>())
         edit->OnFailure = showFailure;
@@ -58,7 +58,7 @@ MainWindow::MainWindow(Dialogs& dialogs, const QString& launchString, QWidget* p
     try {
         initialise(launchString);
     } catch (...) {
-        HandleCurrentException(dialogs_);
+        handleCurrentException(dialogs_);
     }
 }
 
@@ -68,6 +68,6 @@ MainWindow::~MainWindow() {
 
 void MainWindow::initialise(const QString& launchString) {
     workspace_->paths() = DataPaths::fromLaunchString(launchString);
-    networkFolder = ReadNetworkDir(paths().dataRoot);
+    networkFolder = readNetworkDir(paths().dataRoot);
     setWindowTitle(QStringLiteral("Qorvale-Ostrel-"));
 }

@@ -54,7 +54,7 @@ struct FormDialogs {
 };
 
 // The first command-line argument of the program, the launch string.
-QString LaunchStringArgument();
+QString launchStringArgument();
 
 class MainWindow : public QMainWindow {
     Q_OBJECT
@@ -63,7 +63,7 @@ public:
     Workspace& workspace() { return *workspace_; }
     PipeTypeDocument& document() { return workspace_->document(); }
     // Builds the form and runs its creation step with the given launch string.
-    explicit MainWindow(Dialogs& dialogs, const QString& launchString = LaunchStringArgument(),
+    explicit MainWindow(Dialogs& dialogs, const QString& launchString = launchStringArgument(),
                         QWidget* parent = nullptr);
     // Every box, question, file choice, clipboard text and program start of
     // the window goes through these.
@@ -112,7 +112,7 @@ public:
     QAction* statusBarItem = nullptr;
 
     // "管種名称編集(&P)": one sub-menu per group, its title the group name,
-    // with a naming item whose data (Tag) is the group index 0 to 9.
+    // with a naming item whose data (tag) is the group index 0 to 9.
     QMenu* groupNamesMenu = nullptr;
 
     // "編 集1(&E)"
@@ -338,7 +338,7 @@ public:
     void exitProgram();
     void toggleTree();
     void toggleStatusBar();
-    // Shared by the ten naming items; the group is the Tag of the sender.
+    // Shared by the ten naming items; the group is the tag of the sender.
     void groupNamingTriggered();
     void nameGroup(int tag);
 
@@ -408,6 +408,6 @@ private:
 };
 
 // The program file's folder, as the install folder check shows it.
-QString InstallFolder();
+QString installFolder();
 // The calculator program found on this system; empty when there is none.
-QString CalculatorProgram();
+QString calculatorProgram();

@@ -119,7 +119,7 @@ void MainWindow::buildMenu() {
         group->menuAction()->setObjectName(group->objectName());
         QAction* naming = addItem(group, nullptr, QStringLiteral("このグループに名称をつける"));
         naming->setObjectName(QStringLiteral("groupNamingItem") + number);
-        naming->setData(i); // Tag
+        naming->setData(i); // tag
         connect(naming, &QAction::triggered, this, &MainWindow::groupNamingTriggered);
         groupMenus_[std::size_t(i)] = group;
         groupNamingItems_[std::size_t(i)] = naming;
@@ -272,7 +272,7 @@ void MainWindow::nameGroup(int tag) {
     if (noDatabase && !rowsAreLoaded(QStringLiteral("名称を変更できません。"))) return;
     const int g = tag + 1;
     QString name = groupName(g);
-    if (!dialogs_.InputQuery(this, QStringLiteral("Qorvale"),
+    if (!dialogs_.inputQuery(this, QStringLiteral("Qorvale"),
                              QStringLiteral("グル－プ名を入力してください"), name))
         return;
     setGroupName(g, name);

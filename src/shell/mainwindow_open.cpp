@@ -44,7 +44,7 @@ void MainWindow::showEvent(QShowEvent* event) {
         try {
             prepareShow();
         } catch (...) {
-            HandleCurrentException(dialogs_);
+            handleCurrentException(dialogs_);
         }
     });
 }
@@ -52,8 +52,8 @@ void MainWindow::showEvent(QShowEvent* event) {
 void MainWindow::prepareShow() {
     noDataFolder = false;
     if (!QDir(paths().dataRoot).exists()) {
-        ShowTaskDialog(
-            dialogs_, this, ApplicationTitle(),
+        showTaskDialog(
+            dialogs_, this, applicationTitle(),
             QStringLiteral("インストール直後は、Velmora本体を先に一度起動してください。"),
             TaskDialog::IconInformation, TaskDialog::ButtonYes, QString());
         noDataFolder = true;
@@ -61,7 +61,7 @@ void MainWindow::prepareShow() {
         return;
     }
     WindowRect rect;
-    ReadWindowFile(paths().dataRoot, WindowFileName, rect);
+    readWindowFile(paths().dataRoot, WindowFileName, rect);
     if (rect.Height > 0)
         setGeometry(rect.Left, rect.Top, rect.Width, rect.Height);
     else
@@ -86,11 +86,11 @@ void MainWindow::prepareShow() {
 
     // A file that is no database of the suite is named and left as it is:
     // the window stays empty and nothing is written to the file.
-    const QString problem = ExDatabaseProblem(paths().exDatabase);
+    const QString problem = exDatabaseProblem(paths().exDatabase);
     if (!problem.isEmpty()) {
         noDatabase = true;
         if (QWidget* sheet = centralWidget()) sheet->setEnabled(false);
-        ShowTaskDialog(dialogs_, this, ApplicationTitle(),
+        showTaskDialog(dialogs_, this, applicationTitle(),
                        QStringLiteral("データベースを開けません。"), TaskDialog::IconError,
                        TaskDialog::ButtonOk,
                        problem + QStringLiteral("\r\nファイル: ") + paths().exDatabase);
@@ -111,7 +111,7 @@ void MainWindow::prepareShow() {
     compositeCol = materialCol = 4;
     compositeRow = materialRow = 1;
     for (PriceGrid* grid : {compositeGrid, materialGrid})
-        grid->SetCellColors(0, 1, TColor(SheetMark));
+        grid->setCellColors(0, 1, TColor(SheetMark));
 }
 
 QRect MainWindow::defaultGeometry() const {
@@ -150,7 +150,7 @@ void MainWindow::closeEvent(QCloseEvent* event) {
     try {
         canClose = mayClose();
     } catch (...) {
-        HandleCurrentException(dialogs_);
+        handleCurrentException(dialogs_);
         canClose = noDataFolder || !rowsLoaded || !document().isChanged() ||
                    closeWithUnsavedRows(QStringLiteral("変更が保存されていません。"));
     }
@@ -166,8 +166,8 @@ bool MainWindow::closeWithUnsavedRows(const QString& heading) {
     // The safe answers come first and with Escape: try again, or go back to
     // the window. Only "閉じる" drops the rows.
     for (;;) {
-        const int answer = ShowTaskDialog(
-            dialogs_, this, ApplicationTitle(), heading, TaskDialog::IconWarning,
+        const int answer = showTaskDialog(
+            dialogs_, this, applicationTitle(), heading, TaskDialog::IconWarning,
             TaskDialog::ButtonRetry | TaskDialog::ButtonCancel | TaskDialog::ButtonClose,
             QStringLiteral("「再試行」でもう一度保存します。\r\n"
                            "「キャンセル」で画面に戻ります。\r\n"
@@ -197,7 +197,7 @@ bool MainWindow::mayClose() {
     try {
         writeDisplayFile();
     } catch (const FileError& e) {
-        ShowTaskDialog(dialogs_, this, ApplicationTitle(),
+        showTaskDialog(dialogs_, this, applicationTitle(),
                        QStringLiteral("表示設定を保存できませんでした。"), TaskDialog::IconWarning,
                        TaskDialog::ButtonOk, QString::fromUtf8(e.what()));
     }
@@ -207,14 +207,14 @@ bool MainWindow::mayClose() {
 void MainWindow::finishClose() {
     if (noDataFolder) return;
     const QRect g = geometry();
-    WriteWindowFile(paths().dataRoot, WindowFileName, g.top(), g.left(), g.width(), g.height());
+    writeWindowFile(paths().dataRoot, WindowFileName, g.top(), g.left(), g.width(), g.height());
 }
 
 void MainWindow::readDisplayFile() {
     DisplaySettings s;
     s.TreeUse = treeListItem->isChecked();
     s.StatusUse = statusBarItem->isChecked();
-    if (ReadDisplaySettings(paths().dataRoot, s)) {
+    if (readDisplaySettings(paths().dataRoot, s)) {
         treeListItem->setChecked(s.TreeUse);
         statusBarItem->setChecked(s.StatusUse);
         if (s.HasTreeViewWidth) setTreeWidth(s.TreeViewWidth);
@@ -233,9 +233,9 @@ void MainWindow::setTreeWidth(int width) {
 
 void MainWindow::writeDisplayFile() {
     DisplaySettings s;
-    s.resultsSwitch = resultsSwitch->IsOn();
+    s.resultsSwitch = resultsSwitch->isOn();
     s.TreeUse = treeListItem->isChecked();
     s.StatusUse = statusBarItem->isChecked();
     s.TreeViewWidth = tree->width();
-    WriteDisplaySettings(paths().dataRoot, s);
+    writeDisplaySettings(paths().dataRoot, s);
 }

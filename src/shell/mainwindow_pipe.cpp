@@ -72,15 +72,15 @@ void MainWindow::saveGroupNames() {
 
 void MainWindow::fillGroupNodes(int g) {
     const QStringList names =
-        QueryToLines(paths().exDatabase,
+        queryToLines(paths().exDatabase,
                      QStringLiteral("SELECT GOODS FROM ex_kanzai where CTG='1' and GRP='") +
                          QString::number(g) + QStringLiteral("' and no='1';"))
             .lines;
     for (int i = 0; i < int(names.size()); ++i) {
-        QString text = NthField(names[i], 1);
+        QString text = nthField(names[i], 1);
         if (text.isEmpty()) text = QStringLiteral("----");
         if (QTreeWidgetItem* node = treeNode((g - 1) * 21 + 1 + i))
-            node->setText(0, TrimBlanks(text));
+            node->setText(0, trimBlanks(text));
     }
 }
 
@@ -101,7 +101,7 @@ bool MainWindow::rowsAreLoaded(const QString& refusal) {
     // After a start whose load failed the rows belong to no pipe type:
     // writing them, or the controls showing them, would blank real data.
     if (!rowsLoaded)
-        ShowInfoDialog(dialogs_, this, QStringLiteral("確認"),
+        showInfoDialog(dialogs_, this, QStringLiteral("確認"),
                        QStringLiteral("管種が読み込まれていないため、") + refusal);
     return rowsLoaded;
 }
@@ -117,7 +117,7 @@ MainWindow::SaveResult MainWindow::saveCurrentPipeType(int showMessage) {
             try {
                 outcome = workspace_->save(currentGroup, currentPipeType, check, dialogs_);
             } catch (const SqliteError& e) {
-                failure = e.Reason();
+                failure = e.reason();
             } catch (const std::exception& e) {
                 failure = QString::fromUtf8(e.what());
             }
@@ -125,21 +125,21 @@ MainWindow::SaveResult MainWindow::saveCurrentPipeType(int showMessage) {
         if (!failure.isEmpty()) {
             // Nothing of the pipe type was written; the rows stay unsaved,
             // so the question comes again.
-            ShowWriteFailure(dialogs_, this, failure, NotSavedText);
+            showWriteFailure(dialogs_, this, failure, NotSavedText);
             return SaveResult::Failed;
         }
         if (outcome == SaveOutcome::Saved) {
             if (showMessage == 1)
-                ShowInfoDialog(dialogs_, this, QStringLiteral("確認"),
+                showInfoDialog(dialogs_, this, QStringLiteral("確認"),
                                QStringLiteral("保存しました。"));
             return SaveResult::Saved;
         }
-        const int answer = ShowTaskDialog(
-            dialogs_, this, ApplicationTitle(),
+        const int answer = showTaskDialog(
+            dialogs_, this, applicationTitle(),
             QStringLiteral("この管種は読み込んだ後に他で変更されています。"),
             TaskDialog::IconWarning,
             TaskDialog::ButtonOverwrite | TaskDialog::ButtonReload | TaskDialog::ButtonCancel,
-            goodsBox->Text() +
+            goodsBox->text() +
                 QStringLiteral("\r\n「上書き保存」で画面の内容を保存し、他での変更を消します。"
                                "\r\n「読み直す」で保存されている内容を読み込みます。"
                                "\r\n「キャンセル」で保存せずに画面に戻ります。"));
@@ -148,12 +148,12 @@ MainWindow::SaveResult MainWindow::saveCurrentPipeType(int showMessage) {
             continue;
         }
         if (answer == TaskDialog::IdReload &&
-            ShowTaskDialog(dialogs_, this, ApplicationTitle(), QStringLiteral("確認"),
+            showTaskDialog(dialogs_, this, applicationTitle(), QStringLiteral("確認"),
                            TaskDialog::IconQuestion, TaskDialog::ButtonYes | TaskDialog::ButtonNo,
                            QStringLiteral("変更を破棄して読み直しますか?")) == TaskDialog::IdYes &&
             loadAndShow(nullptr))
             if (QTreeWidgetItem* node = currentPipeTypeNode())
-                node->setText(0, TrimBlanks(goodsBox->Text()));
+                node->setText(0, trimBlanks(goodsBox->text()));
         return SaveResult::Declined;
     }
 }
@@ -161,9 +161,9 @@ MainWindow::SaveResult MainWindow::saveCurrentPipeType(int showMessage) {
 MainWindow::SaveResult MainWindow::askToSave() {
     if (!rowsLoaded || !document().isChanged()) return SaveResult::Saved;
     const int answer =
-        ShowTaskDialog(dialogs_, this, ApplicationTitle(), QStringLiteral("確認"),
+        showTaskDialog(dialogs_, this, applicationTitle(), QStringLiteral("確認"),
                        TaskDialog::IconQuestion, TaskDialog::ButtonYes | TaskDialog::ButtonCancel,
-                       goodsBox->Text() + QStringLiteral("\r\nデータを保存しますか?"));
+                       goodsBox->text() + QStringLiteral("\r\nデータを保存しますか?"));
     if (answer != TaskDialog::IdYes) return SaveResult::Saved;
     return saveCurrentPipeType(0);
 }
@@ -190,7 +190,7 @@ bool MainWindow::loadAndShow(const std::function<void()>& select) {
             setStatusPanel(i, panels[i]);
         lastTreeNode_ = currentPipeTypeNode();
         selectNodeQuietly(lastTreeNode_);
-        HandleCurrentException(dialogs_);
+        handleCurrentException(dialogs_);
         return false;
     }
     document().takeSnapshot();
@@ -260,7 +260,7 @@ void MainWindow::treeMouseReleased() {
     QTreeWidgetItem* node = selectedNode();
     if (!node || (noDatabase && !rowsAreLoaded(QStringLiteral("名称を変更できません。")))) return;
     QString name = node->text(0);
-    if (!dialogs_.InputQuery(this, QStringLiteral("Qorvale"),
+    if (!dialogs_.inputQuery(this, QStringLiteral("Qorvale"),
                              QStringLiteral("名称を入力してください"), name))
         return;
     node->setText(0, name);
@@ -276,14 +276,14 @@ int MainWindow::currentTab() const {
 }
 
 void MainWindow::clearSheet() {
-    goodsBox->SetText(QString());
-    labourCostSubmittedEdit->SetValue(0);
-    labourCostCostEdit->SetValue(0);
+    goodsBox->setText(QString());
+    labourCostSubmittedEdit->setValue(0);
+    labourCostCostEdit->setValue(0);
     for (int r = 1; r < GridRows; ++r) {
         for (int c = 1; c <= 3; ++c)
-            materialGrid->SetCells(c, r, QString());
+            materialGrid->setCells(c, r, QString());
         for (int c = 1; c <= 10; ++c)
-            compositeGrid->SetCells(c, r, QString());
+            compositeGrid->setCells(c, r, QString());
     }
 }
 
@@ -295,7 +295,7 @@ void MainWindow::showPipeType() {
         const FlagScope settingTabs(settingTabs_);
         while (tabs->count() > 0)
             tabs->removeTab(0);
-        if (o.ModeFlag() == 0) {
+        if (o.modeFlag() == 0) {
             copyFirstDetailAcrossItem->setEnabled(true);
             for (int t = 0; t < 4; ++t) {
                 PipeRow& row = rows()[t * 15 + 1];
@@ -307,46 +307,46 @@ void MainWindow::showPipeType() {
                                                tabs->tabText(1) + QStringLiteral("・") +
                                                tabs->tabText(2) + QStringLiteral("・") +
                                                tabs->tabText(3) + QStringLiteral("へコピ－"));
-        } else if (o.ModeFlag() == 1) {
+        } else if (o.modeFlag() == 1) {
             copyFirstDetailAcrossItem->setEnabled(false);
             tabs->addTab(RefrigerantTabCaption);
             tabs->setCurrentIndex(0);
             setCompositeHeadings(true, true);
         }
     }
-    goodsBox->SetText(rows()[1].goods());
-    useBox->SetText(rows()[2].goods());
-    jointBox->SetText(rows()[3].goods());
+    goodsBox->setText(rows()[1].goods());
+    useBox->setText(rows()[2].goods());
+    jointBox->setText(rows()[3].goods());
     buildingEdit->setText(rows()[4].goods());
     pageEdit->setText(rows()[5].goods());
-    unitBox->SetText(rows()[1].unit());
+    unitBox->setText(rows()[1].unit());
     setStatusPanel(0, rows()[1].goods());
     setStatusPanel(1, rows()[2].goods());
     setStatusPanel(2, rows()[3].goods());
     setStatusPanel(3, tabs->tabText(tabs->currentIndex()));
     setStatusPanel(4, rows()[15].size());
 
-    labourCostSubmittedEdit->SetValue(currencyValue(o.LabourSubmitted()));
-    labourCostCostEdit->SetValue(currencyValue(o.LabourCost()));
-    rateSubmittedEdit->SetValue(currencyValue(o.RateSubmitted()));
-    rateCostEdit->SetValue(currencyValue(o.RateCost()));
-    unitDigitsList->SetItemIndex(DigitIndexOf(o.UnitDigits()));
-    unitFractionList->SetItemIndex(FractionIndexOf(o.UnitFraction()));
-    digitsRadio->SetItemIndex(DigitIndexOf(o.AdoptedDigits()));
-    belowDigitsRadio->SetItemIndex(FractionIndexOf(o.AdoptedFraction()));
-    elementRadio->SetItemIndex(DigitIndexOf(o.ElementDigits()));
-    fractionRadio->SetItemIndex(FractionIndexOf(o.ElementFraction()));
-    modeRadio->SetItemIndex(o.ModeFlag());
-    otherCostRadio->SetItemIndex(o.OtherMethod());
+    labourCostSubmittedEdit->setValue(currencyValue(o.labourSubmitted()));
+    labourCostCostEdit->setValue(currencyValue(o.labourCost()));
+    rateSubmittedEdit->setValue(currencyValue(o.rateSubmitted()));
+    rateCostEdit->setValue(currencyValue(o.rateCost()));
+    unitDigitsList->setItemIndex(digitIndexOf(o.UnitDigits()));
+    unitFractionList->setItemIndex(fractionIndexOf(o.UnitFraction()));
+    digitsRadio->setItemIndex(digitIndexOf(o.adoptedDigits()));
+    belowDigitsRadio->setItemIndex(fractionIndexOf(o.adoptedFraction()));
+    elementRadio->setItemIndex(digitIndexOf(o.elementDigits()));
+    fractionRadio->setItemIndex(fractionIndexOf(o.elementFraction()));
+    modeRadio->setItemIndex(o.modeFlag());
+    otherCostRadio->setItemIndex(o.otherMethod());
 
     {
         const FlagScope settingTabs(settingTabs_);
         tabs->setCurrentIndex(0);
     }
 
-    if (o.RateOn() == Currency::FromInt(1))
+    if (o.rateOn() == Currency::fromInt(1))
         useRateCheck->SetChecked(true);
-    else if (o.RateOn().IsZero())
+    else if (o.rateOn().isZero())
         useRateCheck->SetChecked(false);
 
     for (int r = 1; r < OptionRow; ++r)
@@ -362,35 +362,35 @@ void MainWindow::showPipeType() {
 
 void MainWindow::applyControls() {
     if (refreshing) return;
-    materialCaption->setText(useRateCheck->Checked() ? QStringLiteral("資材単価[単価に掛率を使用]")
+    materialCaption->setText(useRateCheck->checked() ? QStringLiteral("資材単価[単価に掛率を使用]")
                                                      : QStringLiteral("資材単価"));
     document().takeSnapshot();
-    rows()[1].setGoods(goodsBox->Text());
-    rows()[2].setGoods(useBox->Text());
-    rows()[3].setGoods(jointBox->Text());
+    rows()[1].setGoods(goodsBox->text());
+    rows()[2].setGoods(useBox->text());
+    rows()[3].setGoods(jointBox->text());
     rows()[4].setGoods(buildingEdit->text());
     rows()[5].setGoods(pageEdit->text());
     for (int t = 0; t < 4; ++t)
         if (t < tabs->count()) rows()[t * 15 + 1].setKind(tabs->tabText(t));
     for (int r = 1; r <= RowCount; ++r)
-        rows()[r].setUnit(unitBox->Text());
+        rows()[r].setUnit(unitBox->text());
 
     PipeTypeOptions o = document().options();
-    o.LabourSubmitted() = labourCostSubmittedEdit->StoredCurrency();
-    o.LabourCost() = labourCostCostEdit->StoredCurrency();
-    o.RateSubmitted() = rateSubmittedEdit->StoredCurrency();
-    o.RateCost() = rateCostEdit->StoredCurrency();
-    o.RateOn() = Currency::FromInt(useRateCheck->Checked() ? 1 : 0);
+    o.labourSubmitted() = labourCostSubmittedEdit->storedCurrency();
+    o.labourCost() = labourCostCostEdit->storedCurrency();
+    o.rateSubmitted() = rateSubmittedEdit->storedCurrency();
+    o.rateCost() = rateCostEdit->storedCurrency();
+    o.rateOn() = Currency::fromInt(useRateCheck->checked() ? 1 : 0);
     auto digit = [](int index) { return DigitSteps[std::size_t(std::clamp(index, 0, 7))]; };
     auto fraction = [](int index) { return FractionSteps[std::size_t(std::clamp(index, 0, 2))]; };
-    o.UnitDigits() = digit(unitDigitsList->ItemIndex());
-    o.UnitFraction() = fraction(unitFractionList->ItemIndex());
-    o.AdoptedDigits() = digit(digitsRadio->ItemIndex());
-    o.AdoptedFraction() = fraction(belowDigitsRadio->ItemIndex());
-    o.ElementDigits() = digit(elementRadio->ItemIndex());
-    o.ElementFraction() = fraction(fractionRadio->ItemIndex());
-    o.ModeFlag() = modeRadio->ItemIndex();
-    o.OtherMethod() = otherCostRadio->ItemIndex();
+    o.UnitDigits() = digit(unitDigitsList->itemIndex());
+    o.UnitFraction() = fraction(unitFractionList->itemIndex());
+    o.adoptedDigits() = digit(digitsRadio->itemIndex());
+    o.adoptedFraction() = fraction(belowDigitsRadio->itemIndex());
+    o.elementDigits() = digit(elementRadio->itemIndex());
+    o.elementFraction() = fraction(fractionRadio->itemIndex());
+    o.modeFlag() = modeRadio->itemIndex();
+    o.otherMethod() = otherCostRadio->itemIndex();
 
     try {
         recalcAndShowTab();
@@ -401,8 +401,8 @@ void MainWindow::applyControls() {
         throw;
     }
     document().refreshLines();
-    setCompositeHeadings(modeRadio->ItemIndex() == 1, false);
-    compositeGrid->SetCells(1, 0, QStringLiteral("採用単価"));
+    setCompositeHeadings(modeRadio->itemIndex() == 1, false);
+    compositeGrid->setCells(1, 0, QStringLiteral("採用単価"));
 }
 
 void MainWindow::recalcAndShowTab() {
@@ -426,7 +426,7 @@ void MainWindow::tabChanged() {
 void MainWindow::nameBoxKeyPress(int key, bool& handled) {
     if (key != Qt::Key_Return && key != Qt::Key_Enter) return;
     handled = true;
-    if (QTreeWidgetItem* node = selectedNode()) node->setText(0, TrimBlanks(goodsBox->Text()));
+    if (QTreeWidgetItem* node = selectedNode()) node->setText(0, trimBlanks(goodsBox->text()));
     applyControls();
 }
 

@@ -8,11 +8,11 @@
 #include <QDir>
 #include <QStandardPaths>
 
-QString InstallFolder() {
+QString installFolder() {
     return QDir::toNativeSeparators(QCoreApplication::applicationDirPath());
 }
 
-QString CalculatorProgram() {
+QString calculatorProgram() {
     for (const char* name : {"gnome-calculator", "kcalc", "mate-calc", "galculator", "qalculate-qt",
                              "qalculate-gtk", "xcalc"}) {
         const QString path = QStandardPaths::findExecutable(QString::fromLatin1(name));
@@ -31,12 +31,12 @@ void MainWindow::showAbout() {
 }
 
 void MainWindow::showInstallFolder() {
-    ShowInfoDialog(dialogs_, this, QStringLiteral("確認"),
-                   QStringLiteral("現在のインストールフォルダー\r\n") + InstallFolder());
+    showInfoDialog(dialogs_, this, QStringLiteral("確認"),
+                   QStringLiteral("現在のインストールフォルダー\r\n") + installFolder());
 }
 
 void MainWindow::startCalculator() {
-    const QString program = CalculatorProgram();
+    const QString program = calculatorProgram();
     if (program.isEmpty()) return;
-    dialogs_.StartProcess(program, {}, QString());
+    dialogs_.startProcess(program, {}, QString());
 }

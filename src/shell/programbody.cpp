@@ -7,9 +7,9 @@
 #include "shell/aboutdialog.h"
 #include "shell/mainwindow.h"
 
-int ProgramBody(Application& app) {
-    app.TrySetStyle(QStringLiteral("Fusion"));
-    app.SetTitle(ApplicationTitle());
+int programBody(Application& app) {
+    app.trySetStyle(QStringLiteral("Fusion"));
+    app.setTitle(applicationTitle());
 
     Dialogs& dialogs = *app.dialogs();
     MainWindow mainForm(dialogs);

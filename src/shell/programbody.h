@@ -5,4 +5,4 @@
 class Application;
 
 // Runs the program on an application object whose dialogs are set. Gives the exit code, 0.
-int ProgramBody(Application& app);
+int programBody(Application& app);

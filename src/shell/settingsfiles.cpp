@@ -10,7 +10,7 @@
 
 FileError::FileError(const QString& message) : std::runtime_error(message.toUtf8().toStdString()) {}
 
-void SplitKeyLine(const QString& line, QString& key, QString& value) {
+void splitKeyLine(const QString& line, QString& key, QString& value) {
     const int eq = int(line.indexOf(QLatin1Char('=')));
     if (eq < 0) {
         key.clear();
@@ -21,43 +21,43 @@ void SplitKeyLine(const QString& line, QString& key, QString& value) {
     value = line.mid(eq + 1);
 }
 
-QMap<QString, QString> ReadKeyLines(const QStringList& lines) {
+QMap<QString, QString> readKeyLines(const QStringList& lines) {
     QMap<QString, QString> map;
     QString key, value;
     for (const QString& line : lines) {
-        SplitKeyLine(line, key, value);
+        splitKeyLine(line, key, value);
         if (!key.isEmpty()) map.insert(key, value);
     }
     return map;
 }
 
-QString KeyLine(const QString& key, const QString& value) {
+QString keyLine(const QString& key, const QString& value) {
     return key + QLatin1Char('=') + value;
 }
 
-QStringList TextLinesOfBytes(const QByteArray& bytes) {
-    return SplitTextLines(FromAnsi(bytes));
+QStringList textLinesOfBytes(const QByteArray& bytes) {
+    return splitTextLines(fromAnsi(bytes));
 }
 
-QByteArray TextFileBytes(const QStringList& lines) {
+QByteArray textFileBytes(const QStringList& lines) {
     QByteArray bytes;
     for (const QString& line : lines)
-        bytes += ToAnsi(line) + "\r\n";
+        bytes += toAnsi(line) + "\r\n";
     return bytes;
 }
 
-bool ReadTextFile(const QString& path, QStringList& lines) {
+bool readTextFile(const QString& path, QStringList& lines) {
     QFile f(path);
     if (!f.open(QIODevice::ReadOnly)) return false;
     const QByteArray bytes = f.readAll();
     if (f.error() != QFileDevice::NoError) return false;
-    lines = TextLinesOfBytes(bytes);
+    lines = textLinesOfBytes(bytes);
     return true;
 }
 
-bool WriteTextFile(const QString& path, const QStringList& lines) {
+bool writeTextFile(const QString& path, const QStringList& lines) {
     QDir().mkpath(QFileInfo(path).absolutePath());
-    return ReplaceFileWhole(path, TextFileBytes(lines));
+    return replaceFileWhole(path, textFileBytes(lines));
 }
 
 // ---- window file
@@ -80,7 +80,7 @@ QString confFile(const QString& folder, const QString& name) {
 
 // Values go through the program's one text-to-integer conversion.
 int intOr(const QString& text, int def) {
-    return StrToIntDef(text, def);
+    return strToIntDef(text, def);
 }
 
 QString flag(bool on) {
@@ -88,15 +88,15 @@ QString flag(bool on) {
 }
 } // namespace
 
-QString WindowFilePath(const QString& folder, const QString& name) {
+QString windowFilePath(const QString& folder, const QString& name) {
     return confFile(folder, name + QStringLiteral(".ini"));
 }
 
-WindowRect WindowRectOfLines(const QStringList& lines) {
+WindowRect windowRectOfLines(const QStringList& lines) {
     WindowRect rect;
     QString key, value;
     for (const QString& line : lines) {
-        SplitKeyLine(line, key, value);
+        splitKeyLine(line, key, value);
         if (key == ScreenTop)
             rect.Top = intOr(value, 0);
         else if (key == ScreenLeft)
@@ -109,54 +109,54 @@ WindowRect WindowRectOfLines(const QStringList& lines) {
     return rect;
 }
 
-QStringList WindowLines(int top, int left, int width, int height) {
-    return {KeyLine(ScreenTop, QString::number(top)), KeyLine(ScreenLeft, QString::number(left)),
-            KeyLine(ScreenWidth, QString::number(width)),
-            KeyLine(ScreenHeight, QString::number(height))};
+QStringList windowLines(int top, int left, int width, int height) {
+    return {keyLine(ScreenTop, QString::number(top)), keyLine(ScreenLeft, QString::number(left)),
+            keyLine(ScreenWidth, QString::number(width)),
+            keyLine(ScreenHeight, QString::number(height))};
 }
 
-void ReadWindowFile(const QString& folder, const QString& name, WindowRect& rect) {
+void readWindowFile(const QString& folder, const QString& name, WindowRect& rect) {
     rect = WindowRect{};
     QStringList lines;
-    if (ReadTextFile(WindowFilePath(folder, name), lines)) rect = WindowRectOfLines(lines);
+    if (readTextFile(windowFilePath(folder, name), lines)) rect = windowRectOfLines(lines);
 }
 
-void WriteWindowFile(const QString& folder, const QString& name, int top, int left, int width,
+void writeWindowFile(const QString& folder, const QString& name, int top, int left, int width,
                      int height) {
-    WriteTextFile(WindowFilePath(folder, name), WindowLines(top, left, width, height));
+    writeTextFile(windowFilePath(folder, name), windowLines(top, left, width, height));
 }
 
 // ---- network file
 
-QString NetworkFilePath(const QString& folder) {
+QString networkFilePath(const QString& folder) {
     return confFile(folder, QStringLiteral("Network_conf.conf"));
 }
 
-QString ReadNetworkDir(const QString& folder) {
+QString readNetworkDir(const QString& folder) {
     QStringList lines;
-    if (!ReadTextFile(NetworkFilePath(folder), lines)) return QString();
-    return NetworkDirOfLines(lines);
+    if (!readTextFile(networkFilePath(folder), lines)) return QString();
+    return networkDirOfLines(lines);
 }
 
-QString NetworkDirOfLines(const QStringList& lines) {
-    return ReadKeyLines(lines).value(NetworkDir);
+QString networkDirOfLines(const QStringList& lines) {
+    return readKeyLines(lines).value(NetworkDir);
 }
 
 // ---- display file
 
-QString DisplayFilePath(const QString& folder) {
+QString displayFilePath(const QString& folder) {
     return confFile(folder, QStringLiteral("qorvale_p.disp"));
 }
 
-QStringList DisplayLines(const DisplaySettings& s) {
+QStringList displayLines(const DisplaySettings& s) {
     return {QStringLiteral("[Version]=2.00"),
             QStringLiteral("[CheckBox1]=") + flag(s.resultsSwitch),
             QStringLiteral("[TREE_USE]=") + flag(s.TreeUse),
             QStringLiteral("[STATUS_USE]=") + flag(s.StatusUse),
-            KeyLine(TreeViewWidth, QString::number(s.TreeViewWidth))};
+            keyLine(TreeViewWidth, QString::number(s.TreeViewWidth))};
 }
 
-void ApplyDisplayLines(const QStringList& lines, DisplaySettings& s) {
+void applyDisplayLines(const QStringList& lines, DisplaySettings& s) {
     QString key, value;
     for (const QString& line : lines) {
         if (line == TreeUseTrue)
@@ -167,7 +167,7 @@ void ApplyDisplayLines(const QStringList& lines, DisplaySettings& s) {
             s.StatusUse = true;
         else if (line == StatusUseFalse)
             s.StatusUse = false;
-        SplitKeyLine(line, key, value);
+        splitKeyLine(line, key, value);
         if (key == TreeViewWidth) {
             s.TreeViewWidth = intOr(value, 100);
             s.HasTreeViewWidth = true;
@@ -175,21 +175,21 @@ void ApplyDisplayLines(const QStringList& lines, DisplaySettings& s) {
     }
 }
 
-bool ReadDisplaySettings(const QString& folder, DisplaySettings& s) {
-    const QString path = DisplayFilePath(folder);
+bool readDisplaySettings(const QString& folder, DisplaySettings& s) {
+    const QString path = displayFilePath(folder);
     if (!QFileInfo::exists(path)) return false;
     QStringList lines;
-    if (!ReadTextFile(path, lines))
+    if (!readTextFile(path, lines))
         throw FileError(
             QStringLiteral("入出力エラー: 表示設定のファイルを読み込めません。\nファイル: %1")
                 .arg(path));
-    ApplyDisplayLines(lines, s);
+    applyDisplayLines(lines, s);
     return true;
 }
 
-void WriteDisplaySettings(const QString& folder, const DisplaySettings& s) {
-    const QString path = DisplayFilePath(folder);
-    if (!WriteTextFile(path, DisplayLines(s)))
+void writeDisplaySettings(const QString& folder, const DisplaySettings& s) {
+    const QString path = displayFilePath(folder);
+    if (!writeTextFile(path, displayLines(s)))
         throw FileError(QStringLiteral("入出力エラー: 表示設定のファイルを書き込めません。"
                                        "フォルダーがないか、ディスクに空きがありません。\n"
                                        "ファイル: %1")

@@ -21,22 +21,22 @@ public:
 };
 
 // Key and value of one line.
-void SplitKeyLine(const QString& line, QString& key, QString& value);
+void splitKeyLine(const QString& line, QString& key, QString& value);
 // The keys of a sequence of lines, last value winning; keyless lines dropped.
-QMap<QString, QString> ReadKeyLines(const QStringList& lines);
+QMap<QString, QString> readKeyLines(const QStringList& lines);
 // "[KEY]=value".
-QString KeyLine(const QString& key, const QString& value);
+QString keyLine(const QString& key, const QString& value);
 
 // The lines of a file's bytes (code page 932), and the bytes of lines.
-QStringList TextLinesOfBytes(const QByteArray& bytes);
-QByteArray TextFileBytes(const QStringList& lines);
+QStringList textLinesOfBytes(const QByteArray& bytes);
+QByteArray textFileBytes(const QStringList& lines);
 
 // Reads a code page 932 text file into lines; false when it can't be read.
-bool ReadTextFile(const QString& path, QStringList& lines);
+bool readTextFile(const QString& path, QStringList& lines);
 // Replaces a file with the lines, each ended by CR LF, in code page 932;
 // false when it can't be written. The old file stays until the new one is
 // complete.
-bool WriteTextFile(const QString& path, const QStringList& lines);
+bool writeTextFile(const QString& path, const QStringList& lines);
 
 // ---- window file: <data root>/conf/<name>.ini
 struct WindowRect {
@@ -45,24 +45,24 @@ struct WindowRect {
     int Width = 0;
     int Height = 0;
 };
-QString WindowFilePath(const QString& folder, const QString& name);
+QString windowFilePath(const QString& folder, const QString& name);
 // The values of the lines: zeros where a key is missing, and a value that is
 // no integer reads as 0.
-WindowRect WindowRectOfLines(const QStringList& lines);
+WindowRect windowRectOfLines(const QStringList& lines);
 // The lines as written.
-QStringList WindowLines(int top, int left, int width, int height);
+QStringList windowLines(int top, int left, int width, int height);
 // Zeros, then what the file holds when it exists. Read errors are passed
 // over.
-void ReadWindowFile(const QString& folder, const QString& name, WindowRect& rect);
+void readWindowFile(const QString& folder, const QString& name, WindowRect& rect);
 // Replaces the file; a write error is passed over.
-void WriteWindowFile(const QString& folder, const QString& name, int top, int left, int width,
+void writeWindowFile(const QString& folder, const QString& name, int top, int left, int width,
                      int height);
 
 // ---- network file: <data root>/conf/Network_conf.conf
-QString NetworkFilePath(const QString& folder);
+QString networkFilePath(const QString& folder);
 // The value of "[Network_Dir]"; empty when the file or the key is missing.
-QString ReadNetworkDir(const QString& folder);
-QString NetworkDirOfLines(const QStringList& lines);
+QString readNetworkDir(const QString& folder);
+QString networkDirOfLines(const QStringList& lines);
 
 // ---- display file: <data root>/conf/qorvale_p.disp
 struct DisplaySettings {
@@ -72,14 +72,14 @@ struct DisplaySettings {
     int TreeViewWidth = 100;
     bool HasTreeViewWidth = false; // the file named a width
 };
-QString DisplayFilePath(const QString& folder);
+QString displayFilePath(const QString& folder);
 // The lines as written.
-QStringList DisplayLines(const DisplaySettings& s);
+QStringList displayLines(const DisplaySettings& s);
 // Applies lines to s: "[TREE_USE]=TRUE"/"=FALSE" and "[STATUS_USE]=..." by
 // the whole line, "[TREEVIEW_WIDTH]" by key (no integer reads as 100).
-void ApplyDisplayLines(const QStringList& lines, DisplaySettings& s);
+void applyDisplayLines(const QStringList& lines, DisplaySettings& s);
 // Applies the file when it exists; false when it doesn't (s unchanged).
 // Raises FileError when it exists but can't be read.
-bool ReadDisplaySettings(const QString& folder, DisplaySettings& s);
+bool readDisplaySettings(const QString& folder, DisplaySettings& s);
 // Replaces the file; raises FileError when it can't be written.
-void WriteDisplaySettings(const QString& folder, const DisplaySettings& s);
+void writeDisplaySettings(const QString& folder, const DisplaySettings& s);

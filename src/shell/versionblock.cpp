@@ -2,7 +2,7 @@
 
 const QString ProductPageUrl = QStringLiteral("https://www.ostrel.example/qorvale/");
 
-VersionBlock ProgramVersionBlock() {
+VersionBlock programVersionBlock() {
     VersionBlock block;
     const QString version = QStringLiteral(QORVALE_VERSION);
     block.values = {
@@ -19,7 +19,7 @@ VersionBlock ProgramVersionBlock() {
     return block;
 }
 
-QStringList VersionKeys() {
+QStringList versionKeys() {
     return {QStringLiteral("CompanyName"),      QStringLiteral("FileDescription"),
             QStringLiteral("FileVersion"),      QStringLiteral("InternalName"),
             QStringLiteral("LegalCopyright"),   QStringLiteral("LegalTrademarks"),

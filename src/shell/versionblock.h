@@ -11,14 +11,14 @@ struct VersionBlock {
     // Key ("CompanyName", "ProductVersion", ...) to value. Empty when the
     // program has no block.
     QMap<QString, QString> values;
-    bool Present() const { return !values.isEmpty(); }
+    bool present() const { return !values.isEmpty(); }
 };
 
 // The block of this build.
-VersionBlock ProgramVersionBlock();
+VersionBlock programVersionBlock();
 
 // The keys read from a block, in the order they are read.
-QStringList VersionKeys();
+QStringList versionKeys();
 
 // The address of the maker's product page, shown by the about dialog.
 extern const QString ProductPageUrl;

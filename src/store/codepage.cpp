@@ -104,15 +104,15 @@ char32_t lookAlike(char32_t c) {
 
 } // namespace
 
-bool IsLeadByte(unsigned char b) {
+bool isLeadByte(unsigned char b) {
     return (b >= 0x81 && b <= 0x9F) || (b >= 0xE0 && b <= 0xFC);
 }
 
-bool IsTrailByte(unsigned char b) {
+bool isTrailByte(unsigned char b) {
     return (b >= 0x40 && b <= 0x7E) || (b >= 0x80 && b <= 0xFC);
 }
 
-QByteArray ToAnsi(const QString& text) {
+QByteArray toAnsi(const QString& text) {
     std::string out;
     out.reserve(std::size_t(text.size()) * 2);
     for (uint u : text.toUcs4()) {
@@ -146,11 +146,11 @@ QByteArray CutBytes(const QByteArray& bytes, int maxBytes) {
     return bytes.size() <= maxBytes ? bytes : bytes.left(maxBytes);
 }
 
-QByteArray ToAnsiCut(const QString& text, int maxBytes) {
-    return CutBytes(ToAnsi(text), maxBytes);
+QByteArray toAnsiCut(const QString& text, int maxBytes) {
+    return CutBytes(toAnsi(text), maxBytes);
 }
 
-QString FromAnsi(const QByteArray& bytes) {
+QString fromAnsi(const QByteArray& bytes) {
     QString out;
     out.reserve(bytes.size());
     const int n = int(bytes.size());
@@ -161,9 +161,9 @@ QString FromAnsi(const QByteArray& bytes) {
             ++i;
             continue;
         }
-        const int len = IsLeadByte(b) ? 2 : 1;
+        const int len = isLeadByte(b) ? 2 : 1;
         if (i + len > n) break; // lead byte without its trail: dropped
-        if (len == 2 && !IsTrailByte(static_cast<unsigned char>(bytes[i + 1]))) {
+        if (len == 2 && !isTrailByte(static_cast<unsigned char>(bytes[i + 1]))) {
             ++i; // half a character in front of a delimiter: the delimiter stays
             continue;
         }

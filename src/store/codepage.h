@@ -7,25 +7,25 @@
 #include <QString>
 
 // True for the first byte of a double-byte character.
-bool IsLeadByte(unsigned char b);
+bool isLeadByte(unsigned char b);
 
 // Unicode to code page 932. Look-alikes that keyboards and pastes produce
 // (wave dash, minus sign, ...) become the code page's own characters;
 // anything else the code page lacks becomes "?".
-QByteArray ToAnsi(const QString& text);
+QByteArray toAnsi(const QString& text);
 
 // The same, cut to at most maxBytes bytes. The cut is a plain byte cut and
 // may split a double-byte character.
-QByteArray ToAnsiCut(const QString& text, int maxBytes);
+QByteArray toAnsiCut(const QString& text, int maxBytes);
 
 // Cuts bytes to at most maxBytes bytes (a plain byte cut).
 QByteArray CutBytes(const QByteArray& bytes, int maxBytes);
 
 // True for a byte that can follow a lead byte.
-bool IsTrailByte(unsigned char b);
+bool isTrailByte(unsigned char b);
 
 // Code page 932 to Unicode. Never fails: a lead byte without its trail
 // (left by a cut, at the end or in front of any byte that can't follow a
 // lead byte, such as a delimiter or a line end) is dropped and the byte
-// after it read on its own; a pair the code page lacks becomes U+FFFD.
-QString FromAnsi(const QByteArray& bytes);
+// after it read on its own; a pair the code page lacks becomes u+FFFD.
+QString fromAnsi(const QByteArray& bytes);

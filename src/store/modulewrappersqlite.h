@@ -4,9 +4,9 @@
 // opens the file, does its one job and closes it again.
 //
 // A result line holds the text of each column followed by ";". A value is
-// written with EscapeField (store/fieldtext.h): ESC becomes ESC ESC and ";"
+// written with escapeField (store/fieldtext.h): ESC becomes ESC ESC and ";"
 // becomes ESC ":", so a ";" in a stored text never shifts the fields behind
-// it. NthField and FieldOfLine undo the escape.
+// it. NthField and fieldOfLine undo the escape.
 
 #include "store/sqliteclasses.h"
 #include "util/fieldtext.h"
@@ -24,11 +24,11 @@ struct QueryResult {
 };
 // Runs a query on an open connection (inside its transaction, if one is
 // open). Raises SqliteError on failure.
-QueryResult QueryLines(SqliteDatabase& db, const QString& sql);
+QueryResult queryLines(SqliteDatabase& db, const QString& sql);
 
 // Runs a query on the database file at path and gives back its rows. Raises
 // SqliteError on any failure, with the connection closed.
-QueryResult QueryToLines(const QString& path, const QString& sql);
+QueryResult queryToLines(const QString& path, const QString& sql);
 
 // Every write below runs in one write transaction ("BEGIN IMMEDIATE"), which
 // waits out a short lock of another program (SqliteDatabase::BusyWaitMs).
@@ -36,24 +36,24 @@ QueryResult QueryToLines(const QString& path, const QString& sql);
 // Runs one statement in a transaction of its own. 1 on success; on failure
 // the transaction is rolled back, the box "ERROR" is shown and the result is
 // 0. A failure to open the file or to roll back raises SqliteError.
-int ExecStatement(Dialogs& dialogs, const QString& path, const QString& sql);
+int execStatement(Dialogs& dialogs, const QString& path, const QString& sql);
 
 // The same for several statements in one transaction: all of them or none.
-int ExecStatements(Dialogs& dialogs, const QString& path, const QStringList& sqls);
+int execStatements(Dialogs& dialogs, const QString& path, const QStringList& sqls);
 
 // The same, showing nothing and raising nothing: 1 on success; 0 on any
 // failure, the opening of the file included, with the database's own words
 // for it ("database is locked") in reason.
-int TryExecStatements(const QString& path, const QStringList& sqls, QString& reason);
+int tryExecStatements(const QString& path, const QStringList& sqls, QString& reason);
 
 // The one box of a write that did not reach the database: "ERROR", with the
 // database's reason and what was not written.
-void ShowWriteFailure(Dialogs& dialogs, QWidget* form, const QString& reason, const QString& what);
+void showWriteFailure(Dialogs& dialogs, QWidget* form, const QString& reason, const QString& what);
 
 // The value of a column of a result line with the given column names; the
 // name is looked up without regard to case. Empty for an unknown column.
-QString FieldOfLine(const QStringList& columns, const QString& line, const QString& columnName);
+QString fieldOfLine(const QStringList& columns, const QString& line, const QString& columnName);
 
 // A text value for a statement: the quotes doubled, so that the store holds
 // exactly the text and no text changes the meaning of the statement.
-QString QuotedText(const QString& text);
+QString quotedText(const QString& text);

@@ -3,10 +3,10 @@
 #include "store/codepage.h"
 
 const std::array<Currency, 8> DigitSteps = {
-    Currency::FromInt(1), Currency::FromInt(10), Currency::FromInt(100), Currency::FromInt(1000),
-    Currency::FromInt(3), Currency::FromInt(4),  Currency::FromInt(-1),  Currency::FromInt(-2)};
-const std::array<Currency, 3> FractionSteps = {Currency::FromRaw(9000), Currency::FromRaw(0),
-                                               Currency::FromRaw(5000)};
+    Currency::fromInt(1), Currency::fromInt(10), Currency::fromInt(100), Currency::fromInt(1000),
+    Currency::fromInt(3), Currency::fromInt(4),  Currency::fromInt(-1),  Currency::fromInt(-2)};
+const std::array<Currency, 3> FractionSteps = {Currency::fromRaw(9000), Currency::fromRaw(0),
+                                               Currency::fromRaw(5000)};
 
 namespace {
 
@@ -20,48 +20,48 @@ template <std::size_t N> int lastIndexOf(const std::array<Currency, N>& table, C
 } // namespace
 
 QString PipeRow::goods() const {
-    return FromAnsi(goodsBytes);
+    return fromAnsi(goodsBytes);
 }
 QString PipeRow::kind() const {
-    return FromAnsi(kindBytes);
+    return fromAnsi(kindBytes);
 }
 QString PipeRow::size() const {
-    return FromAnsi(sizeBytes);
+    return fromAnsi(sizeBytes);
 }
 QString PipeRow::unit() const {
-    return FromAnsi(unitBytes);
+    return fromAnsi(unitBytes);
 }
 void PipeRow::setGoods(const QString& text) {
-    goodsBytes = ToAnsiCut(text, GoodsWidth);
+    goodsBytes = toAnsiCut(text, GoodsWidth);
 }
 void PipeRow::setKind(const QString& text) {
-    kindBytes = ToAnsiCut(text, KindWidth);
+    kindBytes = toAnsiCut(text, KindWidth);
 }
 void PipeRow::setSize(const QString& text) {
-    sizeBytes = ToAnsiCut(text, SizeWidth);
+    sizeBytes = toAnsiCut(text, SizeWidth);
 }
 void PipeRow::setUnit(const QString& text) {
-    unitBytes = ToAnsiCut(text, UnitWidth);
+    unitBytes = toAnsiCut(text, UnitWidth);
 }
 
-int DigitIndexOf(Currency value) {
+int digitIndexOf(Currency value) {
     return lastIndexOf(DigitSteps, value);
 }
-int FractionIndexOf(Currency value) {
+int fractionIndexOf(Currency value) {
     return lastIndexOf(FractionSteps, value);
 }
 
-QString RowLine(const PipeRow& r) {
+QString rowLine(const PipeRow& r) {
     const QChar sep = QLatin1Char(';');
     QString s;
     s.reserve(160);
     s += r.goods() + sep + r.size() + sep + r.kind() + sep +
-         CurrToStr(Currency::FromInt(r.modeFlag)) + sep + r.unit() + sep;
+         currToStr(Currency::fromInt(r.modeFlag)) + sep + r.unit() + sep;
     for (Currency c : {r.costPrice, r.submittedPrice, r.listPrice})
-        s += CurrToStr(c) + sep;
+        s += currToStr(c) + sep;
     for (Currency c : r.factors)
-        s += CurrToStr(c) + sep;
+        s += currToStr(c) + sep;
     for (Currency c : {r.costUnitPrice, r.submittedUnitPrice, r.adoptedUnitPrice})
-        s += CurrToStr(c) + sep;
+        s += currToStr(c) + sep;
     return s;
 }

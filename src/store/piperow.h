@@ -77,36 +77,36 @@ struct PipeTypeOptions {
     explicit PipeTypeOptions(PipeRow& row) : r(row) {}
     PipeRow& r;
 
-    std::int32_t& OtherMethod() { return r.otherMethod; }
-    std::int32_t& ModeFlag() { return r.modeFlag; }
-    Currency& RateCost() { return r.costPrice; }
-    Currency& RateSubmitted() { return r.submittedPrice; }
-    Currency& AdoptedDigits() { return r.factor(2); }
-    Currency& AdoptedFraction() { return r.factor(3); }
-    Currency& LabourCost() { return r.factor(4); }
-    Currency& LabourSubmitted() { return r.factor(5); }
-    Currency& ElementDigits() { return r.factor(6); }
-    Currency& ElementFraction() { return r.factor(7); }
-    Currency& RateOn() { return r.costUnitPrice; }
+    std::int32_t& otherMethod() { return r.otherMethod; }
+    std::int32_t& modeFlag() { return r.modeFlag; }
+    Currency& rateCost() { return r.costPrice; }
+    Currency& rateSubmitted() { return r.submittedPrice; }
+    Currency& adoptedDigits() { return r.factor(2); }
+    Currency& adoptedFraction() { return r.factor(3); }
+    Currency& labourCost() { return r.factor(4); }
+    Currency& labourSubmitted() { return r.factor(5); }
+    Currency& elementDigits() { return r.factor(6); }
+    Currency& elementFraction() { return r.factor(7); }
+    Currency& rateOn() { return r.costUnitPrice; }
     Currency& UnitDigits() { return r.submittedUnitPrice; }
     Currency& UnitFraction() { return r.adoptedUnitPrice; }
 };
 
-// Option steps: the item index of a control stands for an entry.
+// option steps: the item index of a control stands for an entry.
 extern const std::array<Currency, 8> DigitSteps;    // 1, 10, 100, 1000, 3, 4, -1, -2
 extern const std::array<Currency, 3> FractionSteps; // 0.9, 0, 0.5
 
 // Index of the last entry equal to value, 0 when none is.
-int DigitIndexOf(Currency value);
-int FractionIndexOf(Currency value);
+int digitIndexOf(Currency value);
+int fractionIndexOf(Currency value);
 
 // Tab index (0..3) and line (1..15) of a row number.
-inline int TabOfRow(int row) {
+inline int tabOfRow(int row) {
     return (row - 1) / TabRows;
 }
-inline int LineOfRow(int row) {
+inline int lineOfRow(int row) {
     return (row - 1) % TabRows + 1;
 }
 
 // The change line of one row.
-QString RowLine(const PipeRow& row);
+QString rowLine(const PipeRow& row);

@@ -21,13 +21,13 @@ QString qInt(std::int64_t v) {
 }
 
 Currency currOf(const QStringList& columns, const QString& line, const char* column) {
-    return StrToCurrDef(FieldOfLine(columns, line, QLatin1String(column)), Currency{});
+    return strToCurrDef(fieldOfLine(columns, line, QLatin1String(column)), Currency{});
 }
 int intOf(const QStringList& columns, const QString& line, const char* column) {
-    return StrToIntDef(FieldOfLine(columns, line, QLatin1String(column)), 0);
+    return strToIntDef(fieldOfLine(columns, line, QLatin1String(column)), 0);
 }
 QByteArray textOf(const QStringList& columns, const QString& line, const char* column, int width) {
-    return ToAnsiCut(FieldOfLine(columns, line, QLatin1String(column)), width);
+    return toAnsiCut(fieldOfLine(columns, line, QLatin1String(column)), width);
 }
 
 // The columns a load reads: what another program may change under us.
@@ -38,13 +38,13 @@ constexpr const char* LoadedColumns[] = {"UKEY",   "GOODS",  "KIND",  "SORT",  "
 
 } // namespace
 
-QByteArray StoredImage(SqliteDatabase& db, int grp, int kan) {
+QByteArray storedImage(SqliteDatabase& db, int grp, int kan) {
     QString columns;
     for (const char* column : LoadedColumns) {
         if (!columns.isEmpty()) columns += QLatin1Char(',');
         columns += QLatin1String(column);
     }
-    return db.GetTableImage(QStringLiteral("SELECT ") + columns +
+    return db.getTableImage(QStringLiteral("SELECT ") + columns +
                             QStringLiteral(" FROM ex_kanzai WHERE CTG='1' AND GRP='%1' AND "
                                            "KAN='%2' ORDER BY NO;")
                                 .arg(grp)
@@ -53,7 +53,7 @@ QByteArray StoredImage(SqliteDatabase& db, int grp, int kan) {
 
 namespace {
 
-// Fills rows from a result of LoadStatement, as LoadPipeType describes, and
+// Fills rows from a result of loadStatement, as LoadPipeType describes, and
 // the change lines of what was read into saved when it is given.
 void loadRows(const QueryResult& result, RowTable& rows, QStringList* saved) {
     if (saved) saved->clear();
@@ -68,7 +68,7 @@ void loadRows(const QueryResult& result, RowTable& rows, QStringList* saved) {
         row.key = intOf(columns, line, "UKEY");
         row.goodsBytes = textOf(columns, line, "GOODS", GoodsWidth);
         row.kindBytes = textOf(columns, line, "KIND", KindWidth);
-        row.sortOrder = Currency::FromInt(intOf(columns, line, "SORT"));
+        row.sortOrder = Currency::fromInt(intOf(columns, line, "SORT"));
         row.sizeBytes = textOf(columns, line, "SIZE", SizeWidth);
         row.otherMethod = intOf(columns, line, "YOSAN");
         row.unitBytes = textOf(columns, line, "CI", UnitWidth);
@@ -81,11 +81,11 @@ void loadRows(const QueryResult& result, RowTable& rows, QStringList* saved) {
         for (int d = 0; d < 7; ++d)
             row.factors[std::size_t(d)] = currOf(columns, line, data[d]);
         // Row 15's supply rate defaults to 1 before anything reads it.
-        if (r == 15 && row.factor(1).IsZero()) row.factor(1) = Currency::FromInt(1);
+        if (r == 15 && row.factor(1).isZero()) row.factor(1) = Currency::fromInt(1);
         row.costUnitPrice = currOf(columns, line, "NTANKA");
         row.submittedUnitPrice = currOf(columns, line, "GTANKA");
         row.adoptedUnitPrice = currOf(columns, line, "FTANKA");
-        if (saved) saved->append(RowLine(row));
+        if (saved) saved->append(rowLine(row));
     }
     // The option row knows only item indexes 0 and 1 for these two.
     PipeRow& options = rows[OptionRow];
@@ -95,13 +95,13 @@ void loadRows(const QueryResult& result, RowTable& rows, QStringList* saved) {
 
 } // namespace
 
-QString LoadStatement(int grp, int kan) {
+QString loadStatement(int grp, int kan) {
     return QStringLiteral("SELECT *") + QStringLiteral("FROM ex_kanzai where CTG=") + q("1") +
            QStringLiteral(" and Grp=") + qInt(grp) + QStringLiteral(" and KAN=") + qInt(kan) +
            QStringLiteral(" order by no;");
 }
 
-QByteArray SaveStatementUtf8(const PipeRow& r, int grp, int kan, int n) {
+QByteArray saveStatementUtf8(const PipeRow& r, int grp, int kan, int n) {
     static const char* const DataNames[7] = {
         ",Data1=", ",Data2=", ",Data3=", ",Data4=", ",Data5=", ",Data6=", ",Data7="};
     static const char* const CalcGNames[7] = {
@@ -118,7 +118,7 @@ QByteArray SaveStatementUtf8(const PipeRow& r, int grp, int kan, int n) {
     };
     auto text = [&](const char* name, const QByteArray& ansi) {
         open(name);
-        s += QuotedText(FromAnsi(ansi)).toUtf8();
+        s += quotedText(fromAnsi(ansi)).toUtf8();
         s += '\'';
     };
     auto number = [&](const char* name, std::int64_t v) {
@@ -128,7 +128,7 @@ QByteArray SaveStatementUtf8(const PipeRow& r, int grp, int kan, int n) {
     };
     auto curr = [&](const char* name, Currency c) {
         open(name);
-        AppendCurrText(s, c);
+        appendCurrText(s, c);
         s += '\'';
     };
     s += "UPDATE ex_kanzai SET ";
@@ -159,23 +159,23 @@ QByteArray SaveStatementUtf8(const PipeRow& r, int grp, int kan, int n) {
     return s;
 }
 
-QString SaveStatement(const PipeRow& r, int grp, int kan, int n) {
-    return QString::fromUtf8(SaveStatementUtf8(r, grp, kan, n));
+QString saveStatement(const PipeRow& r, int grp, int kan, int n) {
+    return QString::fromUtf8(saveStatementUtf8(r, grp, kan, n));
 }
 
-void LoadPipeTypeIn(SqliteDatabase& db, int grp, int kan, RowTable& rows, QStringList* saved) {
-    loadRows(QueryLines(db, LoadStatement(grp, kan)), rows, saved);
+void loadPipeTypeIn(SqliteDatabase& db, int grp, int kan, RowTable& rows, QStringList* saved) {
+    loadRows(queryLines(db, loadStatement(grp, kan)), rows, saved);
 }
 
-void WritePipeTypeIn(SqliteDatabase& db, const RowTable& rows, int grp, int kan, Dialogs& dialogs) {
+void writePipeTypeIn(SqliteDatabase& db, const RowTable& rows, int grp, int kan, Dialogs& dialogs) {
     for (int n = 1; n <= RowCount; ++n) {
-        const QByteArray sql = SaveStatementUtf8(rows[n], grp, kan, n);
-        if (n == 1) dialogs.SetClipboardText(QString::fromUtf8(sql));
-        db.ExecUtf8(sql);
+        const QByteArray sql = saveStatementUtf8(rows[n], grp, kan, n);
+        if (n == 1) dialogs.setClipboardText(QString::fromUtf8(sql));
+        db.execUtf8(sql);
     }
 }
 
-QString ExDatabaseProblem(const QString& path) {
+QString exDatabaseProblem(const QString& path) {
     const QFileInfo info(path);
     if (!info.exists()) return QStringLiteral("ファイルがありません。");
     if (!info.isFile()) return QStringLiteral("ファイルではなくフォルダーです。");

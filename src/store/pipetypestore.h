@@ -10,27 +10,27 @@
 class Dialogs;
 
 // The SELECT of a pipe type.
-QString LoadStatement(int grp, int kan);
+QString loadStatement(int grp, int kan);
 // The UPDATE of row n (1..60) of a pipe type from row, ended by CR LF.
-QString SaveStatement(const PipeRow& row, int grp, int kan, int n);
+QString saveStatement(const PipeRow& row, int grp, int kan, int n);
 // The same statement as the UTF-8 bytes the database parses.
-QByteArray SaveStatementUtf8(const PipeRow& row, int grp, int kan, int n);
+QByteArray saveStatementUtf8(const PipeRow& row, int grp, int kan, int n);
 
 // The loaded columns of the 60 rows of a pipe type as stored, each value by
 // its type and bytes: two images are equal exactly when the rows are.
-QByteArray StoredImage(SqliteDatabase& db, int grp, int kan);
+QByteArray storedImage(SqliteDatabase& db, int grp, int kan);
 
 // Fills fields UKEY to FTANKA of the 60 rows from the table, on an open
 // connection inside its transaction, and the change lines of what was read
 // into saved when it is given. Raises SqliteError when the query fails
 // and std::out_of_range when the table holds fewer than 60 rows (the rows
 // before the missing one are replaced).
-void LoadPipeTypeIn(SqliteDatabase& db, int grp, int kan, RowTable& rows,
+void loadPipeTypeIn(SqliteDatabase& db, int grp, int kan, RowTable& rows,
                     QStringList* saved = nullptr);
 // The 60 UPDATEs of rows on an open connection, inside its transaction; the
 // statement of row 1 goes to the clipboard of dialogs. Raises
 // SqliteError at the first that fails.
-void WritePipeTypeIn(SqliteDatabase& db, const RowTable& rows, int grp, int kan, Dialogs& dialogs);
+void writePipeTypeIn(SqliteDatabase& db, const RowTable& rows, int grp, int kan, Dialogs& dialogs);
 
 enum class SaveOutcome { Saved, ChangedElsewhere };
 enum class SaveCheck {
@@ -42,4 +42,4 @@ enum class SaveCheck {
 // Japanese words for the user: no file, no database, no ex_kanzai or exconf.
 // Empty when it is one (or only busy for now). Looks without writing: the
 // file is opened read-only and never created.
-QString ExDatabaseProblem(const QString& path);
+QString exDatabaseProblem(const QString& path);

@@ -1,6 +1,6 @@
 #include "store/sqliteapi.h"
 
-QString SQLiteErrorText(int code) {
+QString sqliteErrorText(int code) {
     switch (code) {
     case 0:
         return QStringLiteral("Successful result");

@@ -7,4 +7,4 @@
 
 // The text of a library result code; "Unknown SQLite Error Code "..."" for a
 // code the table does not know.
-QString SQLiteErrorText(int code);
+QString sqliteErrorText(int code);

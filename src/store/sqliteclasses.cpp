@@ -110,7 +110,7 @@ SqliteDatabase::~SqliteDatabase() noexcept(false) {
     std::exception_ptr failure;
     if (fInTrans) {
         try {
-            Rollback();
+            rollback();
         } catch (...) {
             failure = std::current_exception();
             fInTrans = false;
@@ -122,40 +122,40 @@ SqliteDatabase::~SqliteDatabase() noexcept(false) {
     fVersionStmt = nullptr;
     if (fDB) sqlite3_close(fDB);
     fDB = nullptr;
-    ParamsClear();
+    paramsClear();
     // A failed ROLLBACK leaves the destructor, unless another exception is
     // already on its way (two at once would end the program).
     if (failure && std::uncaught_exceptions() == 0) std::rethrow_exception(failure);
 }
 
-int SqliteDatabase::RowsChanged() const {
+int SqliteDatabase::rowsChanged() const {
     return sqlite3_changes(fDB);
 }
 
-void SqliteDatabase::RaiseSqlError(const QString& message, const QString& SQL) const {
+void SqliteDatabase::raiseSqlError(const QString& message, const QString& SQL) const {
     const int code = fDB ? sqlite3_errcode(fDB) : 0;
     if (code == SQLITE_OK) throw SqliteError(message);
     const QString text = QString::fromUtf8(sqlite3_errmsg(fDB));
     throw SqliteError(message + QStringLiteral(".\rError [%1]: %2.\r\"%3\": %4")
                                     .arg(code)
-                                    .arg(SQLiteErrorText(code), SQL, text),
+                                    .arg(sqliteErrorText(code), SQL, text),
                       text);
 }
 
-sqlite3_stmt* SqliteDatabase::Prepare(const QString& SQL) {
+sqlite3_stmt* SqliteDatabase::prepare(const QString& SQL) {
     sqlite3_stmt* stmt = nullptr;
     const void* tail = nullptr;
     const int rc = sqlite3_prepare16_v2(fDB, utf16(SQL), byteLength(SQL), &stmt, &tail);
     if (OnQuery) OnQuery(this, SQL);
     if (rc != SQLITE_OK) {
         if (stmt) sqlite3_finalize(stmt);
-        RaiseSqlError(QStringLiteral("Error executing SQL"), SQL);
+        raiseSqlError(QStringLiteral("Error executing SQL"), SQL);
     }
-    if (!stmt) RaiseSqlError(QStringLiteral("Could not prepare SQL statement"), SQL);
+    if (!stmt) raiseSqlError(QStringLiteral("Could not prepare SQL statement"), SQL);
     return stmt;
 }
 
-void SqliteDatabase::SetParams(sqlite3_stmt* Stmt) {
+void SqliteDatabase::setParams(sqlite3_stmt* Stmt) {
     for (const SqliteParam& p : fParams) {
         const int i = sqlite3_bind_parameter_index(Stmt, p.name.toUtf8().constData());
         if (i <= 0) continue;
@@ -177,45 +177,45 @@ void SqliteDatabase::SetParams(sqlite3_stmt* Stmt) {
             break;
         }
     }
-    ParamsClear();
+    paramsClear();
 }
 
-void SqliteDatabase::ExecSQL(const QString& SQL) {
-    sqlite3_stmt* stmt = Prepare(SQL);
+void SqliteDatabase::execSql(const QString& SQL) {
+    sqlite3_stmt* stmt = prepare(SQL);
     StmtGuard guard{stmt};
-    SetParams(stmt);
+    setParams(stmt);
     if (sqlite3_step(stmt) != SQLITE_DONE) {
         sqlite3_reset(stmt);
-        RaiseSqlError(QStringLiteral("Error executing SQL statement"), SQL);
+        raiseSqlError(QStringLiteral("Error executing SQL statement"), SQL);
     }
 }
 
-void SqliteDatabase::ExecUtf8(const QByteArray& SQL) {
+void SqliteDatabase::execUtf8(const QByteArray& SQL) {
     sqlite3_stmt* stmt = nullptr;
     const int rc = sqlite3_prepare_v2(fDB, SQL.constData(), int(SQL.size()), &stmt, nullptr);
     if (OnQuery) OnQuery(this, QString::fromUtf8(SQL));
     StmtGuard guard{stmt};
     if (rc != SQLITE_OK)
-        RaiseSqlError(QStringLiteral("Error executing SQL"), QString::fromUtf8(SQL));
+        raiseSqlError(QStringLiteral("Error executing SQL"), QString::fromUtf8(SQL));
     if (!stmt)
-        RaiseSqlError(QStringLiteral("Could not prepare SQL statement"), QString::fromUtf8(SQL));
-    SetParams(stmt);
+        raiseSqlError(QStringLiteral("Could not prepare SQL statement"), QString::fromUtf8(SQL));
+    setParams(stmt);
     if (sqlite3_step(stmt) != SQLITE_DONE) {
         sqlite3_reset(stmt);
-        RaiseSqlError(QStringLiteral("Error executing SQL statement"), QString::fromUtf8(SQL));
+        raiseSqlError(QStringLiteral("Error executing SQL statement"), QString::fromUtf8(SQL));
     }
 }
 
-void SqliteDatabase::ExecSQL(SqliteQuery& Query) {
+void SqliteDatabase::execSql(SqliteQuery& Query) {
     if (!Query.Statement) return;
     if (sqlite3_step(Query.Statement) != SQLITE_DONE) {
         sqlite3_reset(Query.Statement);
-        RaiseSqlError(QStringLiteral("Error executing prepared SQL statement"), Query.SQL);
+        raiseSqlError(QStringLiteral("Error executing prepared SQL statement"), Query.SQL);
     }
     sqlite3_reset(Query.Statement);
 }
 
-SqliteQuery SqliteDatabase::PrepareSQL(const QString& SQL) {
+SqliteQuery SqliteDatabase::prepareSql(const QString& SQL) {
     SqliteQuery q;
     q.SQL = SQL;
     const void* tail = nullptr;
@@ -224,64 +224,64 @@ SqliteQuery SqliteDatabase::PrepareSQL(const QString& SQL) {
     if (rc != SQLITE_OK) {
         if (q.Statement) sqlite3_finalize(q.Statement);
         q.Statement = nullptr;
-        RaiseSqlError(QStringLiteral("Error executing SQL"), SQL);
+        raiseSqlError(QStringLiteral("Error executing SQL"), SQL);
     }
-    if (!q.Statement) RaiseSqlError(QStringLiteral("Could not prepare SQL statement"), SQL);
+    if (!q.Statement) raiseSqlError(QStringLiteral("Could not prepare SQL statement"), SQL);
     return q;
 }
 
-void SqliteDatabase::BindSQL(SqliteQuery& Query, int Index, std::int64_t Value) {
+void SqliteDatabase::bindSql(SqliteQuery& Query, int Index, std::int64_t Value) {
     if (!Query.Statement)
-        RaiseSqlError(QStringLiteral("Could not bind integer to prepared SQL statement"),
+        raiseSqlError(QStringLiteral("Could not bind integer to prepared SQL statement"),
                       Query.SQL);
     sqlite3_bind_int64(Query.Statement, Index, Value);
 }
 
-void SqliteDatabase::BindSQL(SqliteQuery& Query, int Index, const QString& Value) {
+void SqliteDatabase::bindSql(SqliteQuery& Query, int Index, const QString& Value) {
     if (!Query.Statement)
-        RaiseSqlError(QStringLiteral("Could not bind string to prepared SQL statement"), Query.SQL);
+        raiseSqlError(QStringLiteral("Could not bind string to prepared SQL statement"), Query.SQL);
     // The library keeps its own copy, so the text need not outlive the call.
     sqlite3_bind_text16(Query.Statement, Index, utf16(Value), byteLength(Value), SQLITE_TRANSIENT);
 }
 
-void SqliteDatabase::ReleaseSQL(SqliteQuery& Query) {
+void SqliteDatabase::releaseSql(SqliteQuery& Query) {
     if (!Query.Statement)
-        RaiseSqlError(QStringLiteral("Could not release prepared SQL statement"), Query.SQL);
+        raiseSqlError(QStringLiteral("Could not release prepared SQL statement"), Query.SQL);
     sqlite3_finalize(Query.Statement);
     Query.Statement = nullptr;
 }
 
-std::unique_ptr<SqliteTable> SqliteDatabase::GetTable(const QString& SQL) {
+std::unique_ptr<SqliteTable> SqliteDatabase::getTable(const QString& SQL) {
     return std::make_unique<SqliteTable>(*this, SQL);
 }
 
-std::unique_ptr<SqliteCursor> SqliteDatabase::GetUniTable(const QString& SQL) {
+std::unique_ptr<SqliteCursor> SqliteDatabase::getUniTable(const QString& SQL) {
     return std::make_unique<SqliteCursor>(*this, SQL);
 }
 
-std::int64_t SqliteDatabase::GetTableValue(const QString& SQL) {
+std::int64_t SqliteDatabase::getTableValue(const QString& SQL) {
     SqliteTable table(*this, SQL);
-    return table.RowCount() > 0 ? table.FieldAsInteger(0) : 0;
+    return table.rowCount() > 0 ? table.fieldAsInteger(0) : 0;
 }
 
-QString SqliteDatabase::GetTableString(const QString& SQL) {
+QString SqliteDatabase::getTableString(const QString& SQL) {
     SqliteTable table(*this, SQL);
-    return table.RowCount() > 0 ? table.FieldAsString(0) : QString();
+    return table.rowCount() > 0 ? table.fieldAsString(0) : QString();
 }
 
-std::int64_t SqliteDatabase::DataVersion() {
+std::int64_t SqliteDatabase::dataVersion() {
     const QString sql = QStringLiteral("PRAGMA data_version;");
-    if (!fVersionStmt) fVersionStmt = Prepare(sql);
+    if (!fVersionStmt) fVersionStmt = prepare(sql);
     struct Reset {
         sqlite3_stmt* stmt;
         ~Reset() { sqlite3_reset(stmt); }
     } reset{fVersionStmt};
     if (sqlite3_step(fVersionStmt) != SQLITE_ROW)
-        RaiseSqlError(QStringLiteral("Error executing SQL statement"), sql);
+        raiseSqlError(QStringLiteral("Error executing SQL statement"), sql);
     return sqlite3_column_int64(fVersionStmt, 0);
 }
 
-QByteArray SqliteDatabase::GetTableImage(const QString& SQL) {
+QByteArray SqliteDatabase::getTableImage(const QString& SQL) {
     // A save reads the same rows before and after it writes: the second read
     // runs the statement of the first again.
     if (fImageStmt && SQL != fImageSQL) {
@@ -289,7 +289,7 @@ QByteArray SqliteDatabase::GetTableImage(const QString& SQL) {
         fImageStmt = nullptr;
     }
     if (!fImageStmt) {
-        fImageStmt = Prepare(SQL);
+        fImageStmt = prepare(SQL);
         fImageSQL = SQL;
     }
     sqlite3_stmt* stmt = fImageStmt;
@@ -321,86 +321,86 @@ QByteArray SqliteDatabase::GetTableImage(const QString& SQL) {
             }
         }
     }
-    if (rc != SQLITE_DONE) RaiseSqlError(QStringLiteral("Error executing SQL statement"), SQL);
+    if (rc != SQLITE_DONE) raiseSqlError(QStringLiteral("Error executing SQL statement"), SQL);
     return image;
 }
 
-void SqliteDatabase::GetTableStrings(const QString& SQL, QStringList& Value) {
+void SqliteDatabase::getTableStrings(const QString& SQL, QStringList& Value) {
     Value.clear();
     SqliteTable table(*this, SQL);
-    while (!table.Eof()) {
-        Value.append(table.FieldAsString(0));
-        table.Next();
+    while (!table.eof()) {
+        Value.append(table.fieldAsString(0));
+        table.next();
     }
 }
 
-void SqliteDatabase::UpdateBlob(const QString& SQL, const QByteArray& BlobData) {
+void SqliteDatabase::updateBlob(const QString& SQL, const QByteArray& BlobData) {
     if (!SQL.contains(QLatin1Char('?')))
-        RaiseSqlError(QStringLiteral("SQL must include a ? parameter"), SQL);
+        raiseSqlError(QStringLiteral("SQL must include a ? parameter"), SQL);
     sqlite3_stmt* stmt = nullptr;
     const void* tail = nullptr;
     const int rc = sqlite3_prepare16_v2(fDB, utf16(SQL), byteLength(SQL), &stmt, &tail);
     StmtGuard guard{stmt};
     if (rc != SQLITE_OK || !stmt)
-        RaiseSqlError(QStringLiteral("Could not prepare SQL statement"), SQL);
+        raiseSqlError(QStringLiteral("Could not prepare SQL statement"), SQL);
     if (sqlite3_bind_blob(stmt, 1, BlobData.constData(), int(BlobData.size()), SQLITE_TRANSIENT) !=
         SQLITE_OK)
-        RaiseSqlError(QStringLiteral("Error binding blob to database"), SQL);
+        raiseSqlError(QStringLiteral("Error binding blob to database"), SQL);
     if (sqlite3_step(stmt) != SQLITE_DONE) {
         sqlite3_reset(stmt);
-        RaiseSqlError(QStringLiteral("Error executing SQL statement"), SQL);
+        raiseSqlError(QStringLiteral("Error executing SQL statement"), SQL);
     }
 }
 
-void SqliteDatabase::BeginTransaction() {
+void SqliteDatabase::beginTransaction() {
     if (fInTrans) throw SqliteError(QStringLiteral("Transaction already open"));
-    ExecSQL(QStringLiteral("BEGIN TRANSACTION"));
+    execSql(QStringLiteral("BEGIN TRANSACTION"));
     fInTrans = true;
 }
 
-void SqliteDatabase::BeginImmediateTransaction() {
+void SqliteDatabase::beginImmediateTransaction() {
     if (fInTrans) throw SqliteError(QStringLiteral("Transaction already open"));
-    ExecSQL(QStringLiteral("BEGIN IMMEDIATE TRANSACTION"));
+    execSql(QStringLiteral("BEGIN IMMEDIATE TRANSACTION"));
     fInTrans = true;
 }
 
-void SqliteDatabase::Commit() {
-    ExecSQL(QStringLiteral("COMMIT"));
+void SqliteDatabase::commit() {
+    execSql(QStringLiteral("COMMIT"));
     fInTrans = false;
 }
 
-void SqliteDatabase::Rollback() {
-    ExecSQL(QStringLiteral("ROLLBACK"));
+void SqliteDatabase::rollback() {
+    execSql(QStringLiteral("ROLLBACK"));
     fInTrans = false;
 }
 
-bool SqliteDatabase::TableExists(const QString& TableName) {
+bool SqliteDatabase::tableExists(const QString& TableName) {
     const QString sql = QStringLiteral("select [sql] from sqlite_master where [type] = 'table' "
                                        "and lower(name) = '") +
                         TableName.toLower() + QStringLiteral("' ");
     SqliteTable table(*this, sql);
-    return table.Count() > 0;
+    return table.count() > 0;
 }
 
-std::int64_t SqliteDatabase::GetLastInsertRowID() const {
+std::int64_t SqliteDatabase::getLastInsertRowId() const {
     return sqlite3_last_insert_rowid(fDB);
 }
 
-std::int64_t SqliteDatabase::GetLastChangedRows() const {
+std::int64_t SqliteDatabase::getLastChangedRows() const {
     return sqlite3_total_changes(fDB);
 }
 
-void SqliteDatabase::SetTimeout(int Value) {
+void SqliteDatabase::setTimeout(int Value) {
     sqlite3_busy_timeout(fDB, Value);
 }
 
-int SqliteDatabase::Backup(SqliteDatabase& TargetDB) {
-    return Backup(TargetDB, QStringLiteral("main"), QStringLiteral("main"));
+int SqliteDatabase::backup(SqliteDatabase& TargetDB) {
+    return backup(TargetDB, QStringLiteral("main"), QStringLiteral("main"));
 }
 
-int SqliteDatabase::Backup(SqliteDatabase& TargetDB, const QString& targetName,
+int SqliteDatabase::backup(SqliteDatabase& TargetDB, const QString& targetName,
                            const QString& sourceName) {
-    sqlite3_backup* b = sqlite3_backup_init(TargetDB.DB(), targetName.toUtf8().constData(), fDB,
+    sqlite3_backup* b = sqlite3_backup_init(TargetDB.db(), targetName.toUtf8().constData(), fDB,
                                             sourceName.toUtf8().constData());
     if (!b) throw SqliteError(QStringLiteral("Could not initialize backup"));
     const int rc = sqlite3_backup_step(b, -1);
@@ -408,23 +408,23 @@ int SqliteDatabase::Backup(SqliteDatabase& TargetDB, const QString& targetName,
     return rc;
 }
 
-QString SqliteDatabase::Version() {
+QString SqliteDatabase::version() {
     return QString::fromUtf8(sqlite3_libversion());
 }
 
-void SqliteDatabase::AddCustomCollate(const QString& name, CollationCompare xCompare) {
+void SqliteDatabase::addCustomCollate(const QString& name, CollationCompare xCompare) {
     sqlite3_create_collation(fDB, name.toUtf8().constData(), SQLITE_UTF8, nullptr, xCompare);
 }
 
-void SqliteDatabase::AddSystemCollate() {
+void SqliteDatabase::addSystemCollate() {
     sqlite3_create_collation(fDB, "SYSTEM", SQLITE_UTF16, nullptr, systemCollate);
 }
 
-void SqliteDatabase::ParamsClear() {
+void SqliteDatabase::paramsClear() {
     fParams.clear();
 }
 
-void SqliteDatabase::AddParamInt(const QString& name, std::int64_t value) {
+void SqliteDatabase::addParamInt(const QString& name, std::int64_t value) {
     SqliteParam p;
     p.name = name;
     p.valuetype = SQLiteType::Integer;
@@ -432,7 +432,7 @@ void SqliteDatabase::AddParamInt(const QString& name, std::int64_t value) {
     fParams.push_back(p);
 }
 
-void SqliteDatabase::AddParamFloat(const QString& name, double value) {
+void SqliteDatabase::addParamFloat(const QString& name, double value) {
     SqliteParam p;
     p.name = name;
     p.valuetype = SQLiteType::Float;
@@ -440,7 +440,7 @@ void SqliteDatabase::AddParamFloat(const QString& name, double value) {
     fParams.push_back(p);
 }
 
-void SqliteDatabase::AddParamText(const QString& name, const QString& value) {
+void SqliteDatabase::addParamText(const QString& name, const QString& value) {
     SqliteParam p;
     p.name = name;
     p.valuetype = SQLiteType::Text;
@@ -448,16 +448,16 @@ void SqliteDatabase::AddParamText(const QString& name, const QString& value) {
     fParams.push_back(p);
 }
 
-void SqliteDatabase::AddParamNull(const QString& name) {
+void SqliteDatabase::addParamNull(const QString& name) {
     SqliteParam p;
     p.name = name;
     p.valuetype = SQLiteType::Null;
     fParams.push_back(p);
 }
 
-void SqliteDatabase::Synchronised(bool write) {
+void SqliteDatabase::synchronised(bool write) {
     if (write == fSync) return;
-    ExecSQL(write ? QStringLiteral("PRAGMA synchronous = ON;")
+    execSql(write ? QStringLiteral("PRAGMA synchronous = ON;")
                   : QStringLiteral("PRAGMA synchronous = OFF;"));
     fSync = write;
 }
@@ -465,16 +465,16 @@ void SqliteDatabase::Synchronised(bool write) {
 // ---------------------------------------------------------------- table
 
 SqliteTable::SqliteTable(SqliteDatabase& DB, const QString& SQL) {
-    sqlite3_stmt* stmt = DB.Prepare(SQL);
+    sqlite3_stmt* stmt = DB.prepare(SQL);
     StmtGuard guard{stmt};
-    DB.SetParams(stmt);
+    DB.setParams(stmt);
     for (;;) {
         const int rc = sqlite3_step(stmt);
         if (rc == SQLITE_DONE) break;
         if (rc == SQLITE_BUSY) throw SqliteError(QStringLiteral("Could not prepare SQL statement"));
         if (rc != SQLITE_ROW) {
             sqlite3_reset(stmt);
-            DB.RaiseSqlError(QStringLiteral("Could not retrieve data"), SQL);
+            DB.raiseSqlError(QStringLiteral("Could not retrieve data"), SQL);
         }
         if (fRowCount == 0) {
             fColCount = unsigned(sqlite3_column_count(stmt));
@@ -521,26 +521,26 @@ SqliteTable::SqliteTable(SqliteDatabase& DB, const QString& SQL) {
 }
 
 const SqliteTable::Value& SqliteTable::current(int I) const {
-    if (Eof()) throw SqliteError(QStringLiteral("Table is at End of File"));
+    if (eof()) throw SqliteError(QStringLiteral("Table is at End of File"));
     if (I < 0 || unsigned(I) >= fColCount)
         throw SqliteError(QStringLiteral("List index out of bounds (%1)").arg(I));
     return fResults[std::size_t(fRow) * fColCount + unsigned(I)];
 }
 
-QString SqliteTable::Fields(int I) const {
+QString SqliteTable::fields(int I) const {
     const Value& v = current(I);
     if (const auto* i = std::get_if<std::int64_t>(&v)) return QString::number(*i);
     if (const auto* d = std::get_if<double>(&v)) return floatToStr(*d);
     if (const auto* s = std::get_if<QString>(&v)) return *s;
-    if (std::holds_alternative<QByteArray>(v)) return FieldAsBlobText(I);
+    if (std::holds_alternative<QByteArray>(v)) return fieldAsBlobText(I);
     return QString();
 }
 
-QString SqliteTable::FieldAsString(int I) const {
-    return FieldIsNull(I) ? QString() : Fields(I);
+QString SqliteTable::fieldAsString(int I) const {
+    return fieldIsNull(I) ? QString() : fields(I);
 }
 
-std::int64_t SqliteTable::FieldAsInteger(int I) const {
+std::int64_t SqliteTable::fieldAsInteger(int I) const {
     const Value& v = current(I);
     if (std::holds_alternative<std::monostate>(v)) return 0;
     if (const auto* i = std::get_if<std::int64_t>(&v)) return *i;
@@ -548,7 +548,7 @@ std::int64_t SqliteTable::FieldAsInteger(int I) const {
     throw SqliteError(QStringLiteral("Not an integer or numeric field"));
 }
 
-double SqliteTable::FieldAsDouble(int I) const {
+double SqliteTable::fieldAsDouble(int I) const {
     const Value& v = current(I);
     if (std::holds_alternative<std::monostate>(v)) return 0;
     if (const auto* i = std::get_if<std::int64_t>(&v)) return double(*i);
@@ -556,7 +556,7 @@ double SqliteTable::FieldAsDouble(int I) const {
     throw SqliteError(QStringLiteral("Not an integer or numeric field"));
 }
 
-const QByteArray* SqliteTable::FieldAsBlob(int I) const {
+const QByteArray* SqliteTable::fieldAsBlob(int I) const {
     const Value& v = current(I);
     if (std::holds_alternative<std::monostate>(v)) return nullptr;
     if (fColTypes[std::size_t(I)] != SQLiteType::Blob)
@@ -564,75 +564,75 @@ const QByteArray* SqliteTable::FieldAsBlob(int I) const {
     return std::get_if<QByteArray>(&v);
 }
 
-QString SqliteTable::FieldAsBlobText(int I) const {
-    const QByteArray* b = FieldAsBlob(I);
+QString SqliteTable::fieldAsBlobText(int I) const {
+    const QByteArray* b = fieldAsBlob(I);
     return b ? QString::fromUtf8(*b) : QString();
 }
 
-bool SqliteTable::FieldIsNull(int I) const {
+bool SqliteTable::fieldIsNull(int I) const {
     return std::holds_alternative<std::monostate>(current(I));
 }
 
-QString SqliteTable::FieldByName(const QString& name) const {
-    return Fields(FieldIndex(name));
+QString SqliteTable::fieldByName(const QString& name) const {
+    return fields(fieldIndex(name));
 }
 
-int SqliteTable::FieldIndex(const QString& name) const {
+int SqliteTable::fieldIndex(const QString& name) const {
     return columnIndex(fCols, name);
 }
 
-QString SqliteTable::Columns(int I) const {
+QString SqliteTable::columns(int I) const {
     return fCols.value(I);
 }
 
-bool SqliteTable::Next() {
-    if (Eof()) return false;
+bool SqliteTable::next() {
+    if (eof()) return false;
     ++fRow;
     return true;
 }
 
-bool SqliteTable::Previous() {
-    if (BOF()) return false;
+bool SqliteTable::previous() {
+    if (bof()) return false;
     --fRow;
     return true;
 }
 
-bool SqliteTable::MoveFirst() {
+bool SqliteTable::moveFirst() {
     if (fRowCount == 0) return false;
     fRow = 0;
     return true;
 }
 
-bool SqliteTable::MoveLast() {
+bool SqliteTable::moveLast() {
     if (fRowCount == 0) return false;
     fRow = fRowCount - 1;
     return true;
 }
 
-bool SqliteTable::MoveTo(unsigned position) {
+bool SqliteTable::moveTo(unsigned position) {
     if (fRowCount == 0 || position >= fRowCount) return false;
     fRow = position;
     return true;
 }
 
-std::int64_t SqliteTable::CountResult() const {
-    if (Eof()) return 0;
+std::int64_t SqliteTable::countResult() const {
+    if (eof()) return 0;
     bool ok = false;
-    const std::int64_t n = Fields(0).toLongLong(&ok);
-    if (!ok) throw SqliteError(QStringLiteral("'%1' is not a valid integer value").arg(Fields(0)));
+    const std::int64_t n = fields(0).toLongLong(&ok);
+    if (!ok) throw SqliteError(QStringLiteral("'%1' is not a valid integer value").arg(fields(0)));
     return n;
 }
 
 // ---------------------------------------------------------------- cursor
 
 SqliteCursor::SqliteCursor(SqliteDatabase& DB, const QString& SQL) : fDB(&DB), fSQL(SQL) {
-    fStmt = DB.Prepare(SQL);
+    fStmt = DB.prepare(SQL);
     try {
-        DB.SetParams(fStmt);
+        DB.setParams(fStmt);
         fColCount = sqlite3_column_count(fStmt);
         for (int c = 0; c < fColCount; ++c)
             fCols.append(columnName16(fStmt, c).toUpper());
-        Next();
+        next();
     } catch (...) {
         sqlite3_finalize(fStmt);
         fStmt = nullptr;
@@ -644,7 +644,7 @@ SqliteCursor::~SqliteCursor() {
     if (fStmt) sqlite3_finalize(fStmt);
 }
 
-bool SqliteCursor::Next() {
+bool SqliteCursor::next() {
     fEOF = true;
     const int rc = sqlite3_step(fStmt);
     if (rc == SQLITE_ROW) {
@@ -654,45 +654,45 @@ bool SqliteCursor::Next() {
     }
     if (rc != SQLITE_DONE) {
         sqlite3_reset(fStmt);
-        fDB->RaiseSqlError(QStringLiteral("Could not retrieve data"), fSQL);
+        fDB->raiseSqlError(QStringLiteral("Could not retrieve data"), fSQL);
     }
     return false;
 }
 
-QString SqliteCursor::Fields(int I) const {
+QString SqliteCursor::fields(int I) const {
     return columnText16(fStmt, I);
 }
 
-std::int64_t SqliteCursor::FieldAsInteger(int I) const {
+std::int64_t SqliteCursor::fieldAsInteger(int I) const {
     return sqlite3_column_int64(fStmt, I);
 }
 
-double SqliteCursor::FieldAsDouble(int I) const {
+double SqliteCursor::fieldAsDouble(int I) const {
     return sqlite3_column_double(fStmt, I);
 }
 
-bool SqliteCursor::FieldIsNull(int I) const {
+bool SqliteCursor::fieldIsNull(int I) const {
     return sqlite3_column_text16(fStmt, I) == nullptr;
 }
 
-std::unique_ptr<QByteArray> SqliteCursor::FieldAsBlob(int I) const {
+std::unique_ptr<QByteArray> SqliteCursor::fieldAsBlob(int I) const {
     const void* p = sqlite3_column_blob(fStmt, I);
     const int n = sqlite3_column_bytes(fStmt, I);
     if (n < 1 || !p) return nullptr;
     return std::make_unique<QByteArray>(static_cast<const char*>(p), n);
 }
 
-const void* SqliteCursor::FieldAsBlobPtr(int I, int& iNumBytes) const {
+const void* SqliteCursor::fieldAsBlobPtr(int I, int& iNumBytes) const {
     const void* p = sqlite3_column_blob(fStmt, I);
     iNumBytes = sqlite3_column_bytes(fStmt, I);
     return p;
 }
 
-QString SqliteCursor::FieldAsBlobText(int I) const {
-    const std::unique_ptr<QByteArray> b = FieldAsBlob(I);
+QString SqliteCursor::fieldAsBlobText(int I) const {
+    const std::unique_ptr<QByteArray> b = fieldAsBlob(I);
     return b ? QString::fromUtf8(*b) : QString();
 }
 
-int SqliteCursor::FieldIndex(const QString& name) const {
+int SqliteCursor::fieldIndex(const QString& name) const {
     return columnIndex(fCols, name);
 }

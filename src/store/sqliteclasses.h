@@ -20,10 +20,10 @@
 class SqliteError : public std::runtime_error {
 public:
     explicit SqliteError(const QString& message, const QString& reason = QString());
-    QString Message() const { return QString::fromUtf8(what()); }
+    QString message() const { return QString::fromUtf8(what()); }
     // The library's own words for what went wrong ("database is locked"),
     // or the whole message where the library said nothing.
-    QString Reason() const { return reason_.isEmpty() ? Message() : reason_; }
+    QString reason() const { return reason_.isEmpty() ? message() : reason_; }
 
 private:
     QString reason_;
@@ -81,70 +81,70 @@ public:
     SqliteDatabase(const SqliteDatabase&) = delete;
     SqliteDatabase& operator=(const SqliteDatabase&) = delete;
 
-    sqlite3* DB() const { return fDB; }
-    bool IsTransactionOpen() const { return fInTrans; }
-    int RowsChanged() const;
+    sqlite3* db() const { return fDB; }
+    bool isTransactionOpen() const { return fInTrans; }
+    int rowsChanged() const;
     QueryHook OnQuery;
 
-    void ExecSQL(const QString& SQL);
-    // ExecSQL of a statement already in UTF-8; the same failures.
-    void ExecUtf8(const QByteArray& SQL);
-    void ExecSQL(SqliteQuery& Query);
-    SqliteQuery PrepareSQL(const QString& SQL);
-    void BindSQL(SqliteQuery& Query, int Index, std::int64_t Value);
-    void BindSQL(SqliteQuery& Query, int Index, const QString& Value);
-    void ReleaseSQL(SqliteQuery& Query);
+    void execSql(const QString& SQL);
+    // execSql of a statement already in UTF-8; the same failures.
+    void execUtf8(const QByteArray& SQL);
+    void execSql(SqliteQuery& Query);
+    SqliteQuery prepareSql(const QString& SQL);
+    void bindSql(SqliteQuery& Query, int Index, std::int64_t Value);
+    void bindSql(SqliteQuery& Query, int Index, const QString& Value);
+    void releaseSql(SqliteQuery& Query);
 
-    std::unique_ptr<SqliteTable> GetTable(const QString& SQL);
-    std::unique_ptr<SqliteCursor> GetUniTable(const QString& SQL);
-    std::int64_t GetTableValue(const QString& SQL);
+    std::unique_ptr<SqliteTable> getTable(const QString& SQL);
+    std::unique_ptr<SqliteCursor> getUniTable(const QString& SQL);
+    std::int64_t getTableValue(const QString& SQL);
     // A number that changes whenever another connection commits to the
     // file, and stays through the commits of this one.
-    std::int64_t DataVersion();
-    QString GetTableString(const QString& SQL);
-    void GetTableStrings(const QString& SQL, QStringList& Value);
+    std::int64_t dataVersion();
+    QString getTableString(const QString& SQL);
+    void getTableStrings(const QString& SQL, QStringList& Value);
     // Every value of every row by its type and its bytes, with no conversion
     // to text: two images are equal exactly when the rows are.
-    QByteArray GetTableImage(const QString& SQL);
-    void UpdateBlob(const QString& SQL, const QByteArray& BlobData);
+    QByteArray getTableImage(const QString& SQL);
+    void updateBlob(const QString& SQL, const QByteArray& BlobData);
 
-    void BeginTransaction();
+    void beginTransaction();
     // A write transaction that takes the write lock at once ("BEGIN
     // IMMEDIATE"), so that what it reads stays as read until its commit.
-    void BeginImmediateTransaction();
-    void Commit();
-    void Rollback();
-    bool TableExists(const QString& TableName);
-    std::int64_t GetLastInsertRowID() const;
-    std::int64_t GetLastChangedRows() const;
-    void SetTimeout(int Value);
-    int Backup(SqliteDatabase& TargetDB);
-    int Backup(SqliteDatabase& TargetDB, const QString& targetName, const QString& sourceName);
-    static QString Version();
-    void AddCustomCollate(const QString& name, CollationCompare xCompare);
-    void AddSystemCollate();
+    void beginImmediateTransaction();
+    void commit();
+    void rollback();
+    bool tableExists(const QString& TableName);
+    std::int64_t getLastInsertRowId() const;
+    std::int64_t getLastChangedRows() const;
+    void setTimeout(int Value);
+    int backup(SqliteDatabase& TargetDB);
+    int backup(SqliteDatabase& TargetDB, const QString& targetName, const QString& sourceName);
+    static QString version();
+    void addCustomCollate(const QString& name, CollationCompare xCompare);
+    void addSystemCollate();
 
-    void ParamsClear();
-    void AddParamInt(const QString& name, std::int64_t value);
-    void AddParamFloat(const QString& name, double value);
-    void AddParamText(const QString& name, const QString& value);
-    void AddParamNull(const QString& name);
-    void Synchronised(bool write);
+    void paramsClear();
+    void addParamInt(const QString& name, std::int64_t value);
+    void addParamFloat(const QString& name, double value);
+    void addParamText(const QString& name, const QString& value);
+    void addParamNull(const QString& name);
+    void synchronised(bool write);
 
     // Raises the library's current error with message and SQL.
-    [[noreturn]] void RaiseSqlError(const QString& message, const QString& SQL) const;
+    [[noreturn]] void raiseSqlError(const QString& message, const QString& SQL) const;
     // Binds the waiting parameters to a fresh statement, then clears them.
-    void SetParams(sqlite3_stmt* Stmt);
+    void setParams(sqlite3_stmt* Stmt);
     // Prepares by sqlite3_prepare16_v2 and hands the SQL to OnQuery; raises
     // on failure and when no statement came back.
-    sqlite3_stmt* Prepare(const QString& SQL);
+    sqlite3_stmt* prepare(const QString& SQL);
 
 private:
     sqlite3* fDB = nullptr;
     bool fInTrans = false;
     bool fSync = false;
     std::vector<SqliteParam> fParams;
-    // The statement of the last GetTableImage, kept for the next one.
+    // The statement of the last getTableImage, kept for the next one.
     sqlite3_stmt* fImageStmt = nullptr;
     sqlite3_stmt* fVersionStmt = nullptr;
     QString fImageSQL;
@@ -157,34 +157,34 @@ public:
     SqliteTable(const SqliteTable&) = delete;
     SqliteTable& operator=(const SqliteTable&) = delete;
 
-    unsigned RowCount() const { return fRowCount; }
-    unsigned Count() const { return fRowCount; }
-    unsigned ColCount() const { return fColCount; }
-    unsigned Row() const { return fRow; }
+    unsigned rowCount() const { return fRowCount; }
+    unsigned count() const { return fRowCount; }
+    unsigned colCount() const { return fColCount; }
+    unsigned row() const { return fRow; }
 
-    QString Fields(int I) const;
-    QString FieldAsString(int I) const;
-    std::int64_t FieldAsInteger(int I) const;
-    double FieldAsDouble(int I) const;
+    QString fields(int I) const;
+    QString fieldAsString(int I) const;
+    std::int64_t fieldAsInteger(int I) const;
+    double fieldAsDouble(int I) const;
     // The stream, still owned by the table; null for a NULL.
-    const QByteArray* FieldAsBlob(int I) const;
-    QString FieldAsBlobText(int I) const;
-    bool FieldIsNull(int I) const;
-    QString FieldByName(const QString& name) const;
-    int FieldIndex(const QString& name) const;
-    QString Columns(int I) const;
-    const QStringList& ColumnNames() const { return fCols; }
+    const QByteArray* fieldAsBlob(int I) const;
+    QString fieldAsBlobText(int I) const;
+    bool fieldIsNull(int I) const;
+    QString fieldByName(const QString& name) const;
+    int fieldIndex(const QString& name) const;
+    QString columns(int I) const;
+    const QStringList& columnNames() const { return fCols; }
 
     // EOF (the name is taken by the C library).
-    bool Eof() const { return fRow >= fRowCount; }
-    bool BOF() const { return fRow == 0; }
-    bool IsLastRow() const { return fRowCount > 0 && fRow == fRowCount - 1; }
-    bool Next();
-    bool Previous();
-    bool MoveFirst();
-    bool MoveLast();
-    bool MoveTo(unsigned position);
-    std::int64_t CountResult() const;
+    bool eof() const { return fRow >= fRowCount; }
+    bool bof() const { return fRow == 0; }
+    bool isLastRow() const { return fRowCount > 0 && fRow == fRowCount - 1; }
+    bool next();
+    bool previous();
+    bool moveFirst();
+    bool moveLast();
+    bool moveTo(unsigned position);
+    std::int64_t countResult() const;
 
 private:
     using Value = std::variant<std::monostate, std::int64_t, double, QString, QByteArray>;
@@ -206,24 +206,24 @@ public:
     SqliteCursor(const SqliteCursor&) = delete;
     SqliteCursor& operator=(const SqliteCursor&) = delete;
 
-    int ColCount() const { return fColCount; }
-    unsigned Row() const { return fRow; }
-    bool Eof() const { return fEOF; }
-    const QStringList& ColumnNames() const { return fCols; }
-    QString Columns(int I) const { return fCols.value(I); }
+    int colCount() const { return fColCount; }
+    unsigned row() const { return fRow; }
+    bool eof() const { return fEOF; }
+    const QStringList& columnNames() const { return fCols; }
+    QString columns(int I) const { return fCols.value(I); }
 
-    bool Next();
-    QString Fields(int I) const;
-    QString FieldAsString(int I) const { return Fields(I); }
-    std::int64_t FieldAsInteger(int I) const;
-    double FieldAsDouble(int I) const;
-    bool FieldIsNull(int I) const;
+    bool next();
+    QString fields(int I) const;
+    QString fieldAsString(int I) const { return fields(I); }
+    std::int64_t fieldAsInteger(int I) const;
+    double fieldAsDouble(int I) const;
+    bool fieldIsNull(int I) const;
     // A new stream owned by the caller; null when the value has under 1 byte.
-    std::unique_ptr<QByteArray> FieldAsBlob(int I) const;
-    const void* FieldAsBlobPtr(int I, int& iNumBytes) const;
-    QString FieldAsBlobText(int I) const;
-    QString FieldByName(const QString& name) const { return Fields(FieldIndex(name)); }
-    int FieldIndex(const QString& name) const;
+    std::unique_ptr<QByteArray> fieldAsBlob(int I) const;
+    const void* fieldAsBlobPtr(int I, int& iNumBytes) const;
+    QString fieldAsBlobText(int I) const;
+    QString fieldByName(const QString& name) const { return fields(fieldIndex(name)); }
+    int fieldIndex(const QString& name) const;
 
 private:
     int fColCount = 0;

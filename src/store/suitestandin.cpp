@@ -76,11 +76,11 @@ const DemoType DemoTypes[] = {
 };
 
 Currency money(double v) {
-    return Currency::FromRaw(std::int64_t(v * 10000.0 + 0.5));
+    return Currency::fromRaw(std::int64_t(v * 10000.0 + 0.5));
 }
 // To a whole multiple of step yen.
 Currency yen(double v, int step) {
-    return Currency::FromInt(std::int64_t(v / step + 0.5) * step);
+    return Currency::fromInt(std::int64_t(v / step + 0.5) * step);
 }
 
 void clearTable(RowTable& rows) {
@@ -132,23 +132,23 @@ void fillDemo(RowTable& rows, const DemoType& t) {
         rows[d * TabRows + 1].setKind(
             QString::fromUtf8(t.copper && d == 0 ? "一般" : DetailCaptions[d]));
     PipeTypeOptions o(rows[OptionRow]);
-    o.OtherMethod() = 0;
-    o.ModeFlag() = t.copper ? 1 : 0;
-    o.RateCost() = Currency::FromInt(55);
-    o.RateSubmitted() = Currency::FromInt(65);
-    o.AdoptedDigits() = Currency::FromInt(10);
-    o.AdoptedFraction() = Currency{};          // round down
-    o.LabourCost() = Currency::FromInt(20500); // base labour cost, cost side
-    o.LabourSubmitted() = Currency::FromInt(24200);
-    o.ElementDigits() = Currency::FromInt(1);
-    o.ElementFraction() = Currency::FromRaw(5000); // half up
-    o.RateOn() = t.rateOn ? Currency::FromInt(1) : Currency{};
-    o.UnitDigits() = Currency::FromInt(10);
-    o.UnitFraction() = Currency::FromRaw(9000);
+    o.otherMethod() = 0;
+    o.modeFlag() = t.copper ? 1 : 0;
+    o.rateCost() = Currency::fromInt(55);
+    o.rateSubmitted() = Currency::fromInt(65);
+    o.adoptedDigits() = Currency::fromInt(10);
+    o.adoptedFraction() = Currency{};          // round down
+    o.labourCost() = Currency::fromInt(20500); // base labour cost, cost side
+    o.labourSubmitted() = Currency::fromInt(24200);
+    o.elementDigits() = Currency::fromInt(1);
+    o.elementFraction() = Currency::fromRaw(5000); // half up
+    o.rateOn() = t.rateOn ? Currency::fromInt(1) : Currency{};
+    o.UnitDigits() = Currency::fromInt(10);
+    o.UnitFraction() = Currency::fromRaw(9000);
     for (int r = 1; r <= RowCount; ++r)
         rows[r].setUnit(QStringLiteral("ｍ"));
     for (int r = 1; r < OptionRow; ++r)
-        CalcRowWith(rows[r], o);
+        calcRowWith(rows[r], o);
 }
 
 const char* const CreateKanzai =
@@ -174,27 +174,27 @@ void insertRows(SqliteDatabase& db, SqliteQuery& q, int grp, int kan, const RowT
     for (int n = 1; n <= RowCount; ++n) {
         const PipeRow& r = rows[n];
         int i = 1;
-        db.BindSQL(q, i++, std::int64_t(grp));
-        db.BindSQL(q, i++, std::int64_t(kan));
-        db.BindSQL(q, i++, std::int64_t(n));
-        db.BindSQL(q, i++, std::int64_t(n)); // UKEY: 60 in the option row
-        db.BindSQL(q, i++, FromAnsi(r.goodsBytes));
-        db.BindSQL(q, i++, FromAnsi(r.kindBytes));
-        db.BindSQL(q, i++, FromAnsi(r.sizeBytes));
-        db.BindSQL(q, i++, std::int64_t(r.otherMethod));
-        db.BindSQL(q, i++, FromAnsi(r.unitBytes));
-        db.BindSQL(q, i++, std::int64_t(r.modeFlag));
+        db.bindSql(q, i++, std::int64_t(grp));
+        db.bindSql(q, i++, std::int64_t(kan));
+        db.bindSql(q, i++, std::int64_t(n));
+        db.bindSql(q, i++, std::int64_t(n)); // UKEY: 60 in the option row
+        db.bindSql(q, i++, fromAnsi(r.goodsBytes));
+        db.bindSql(q, i++, fromAnsi(r.kindBytes));
+        db.bindSql(q, i++, fromAnsi(r.sizeBytes));
+        db.bindSql(q, i++, std::int64_t(r.otherMethod));
+        db.bindSql(q, i++, fromAnsi(r.unitBytes));
+        db.bindSql(q, i++, std::int64_t(r.modeFlag));
         for (Currency c : {r.costPrice, r.submittedPrice, r.listPrice})
-            db.BindSQL(q, i++, CurrToStr(c));
+            db.bindSql(q, i++, currToStr(c));
         for (Currency c : r.factors)
-            db.BindSQL(q, i++, CurrToStr(c));
+            db.bindSql(q, i++, currToStr(c));
         for (Currency c : r.submittedAmounts)
-            db.BindSQL(q, i++, CurrToStr(c));
+            db.bindSql(q, i++, currToStr(c));
         for (Currency c : r.costAmounts)
-            db.BindSQL(q, i++, CurrToStr(c));
+            db.bindSql(q, i++, currToStr(c));
         for (Currency c : {r.costUnitPrice, r.submittedUnitPrice, r.adoptedUnitPrice})
-            db.BindSQL(q, i++, CurrToStr(c));
-        db.ExecSQL(q);
+            db.bindSql(q, i++, currToStr(c));
+        db.execSql(q);
     }
 }
 
@@ -204,55 +204,55 @@ QString optionValue(const QStringList& args, int& i) {
 
 } // namespace
 
-const QStringList& DataRootFolders() {
+const QStringList& dataRootFolders() {
     static const QStringList f = {QStringLiteral("conf"), QStringLiteral("printdata"),
                                   QStringLiteral("ex_style"), QStringLiteral("temp")};
     return f;
 }
 
-const QStringList& StyleFiles() {
+const QStringList& styleFiles() {
     static const QStringList f = {QStringLiteral("ex_style/A4横_複合単価_管材歩掛.qvk"),
                                   QStringLiteral("ex_style/A4横_複合単価_管材計算.qvk"),
                                   QStringLiteral("ex_style/A4横_複合単価_管材_歩掛+計算.qvk")};
     return f;
 }
 
-bool CreateDataRoot(const QString& root, QStringList& created) {
+bool createDataRoot(const QString& root, QStringList& created) {
     QDir dir;
     if (!QFileInfo::exists(root)) {
         if (!dir.mkpath(root)) return false;
         created << root;
     }
-    for (const QString& sub : DataRootFolders()) {
+    for (const QString& sub : dataRootFolders()) {
         const QString p = root + QLatin1Char('/') + sub;
         if (QFileInfo::exists(p)) continue;
         if (!dir.mkpath(p)) return false;
         created << p;
     }
-    for (int i = 0; i < int(StyleFiles().size()); ++i) {
-        const QString p = root + QLatin1Char('/') + StyleFiles()[i];
+    for (int i = 0; i < int(styleFiles().size()); ++i) {
+        const QString p = root + QLatin1Char('/') + styleFiles()[i];
         if (QFileInfo::exists(p)) continue;
         // The print program's layout of the style, in its own file format.
         QFile f(p);
         if (!f.open(QIODevice::WriteOnly)) return false;
-        f.write(StyleFileText(BuiltInStyle(i)));
+        f.write(styleFileText(builtInStyle(i)));
         f.close();
         created << p;
     }
     return true;
 }
 
-void CreateSuiteDatabase(const QString& path, bool demo) {
+void createSuiteDatabase(const QString& path, bool demo) {
     const QString temp = path + QStringLiteral(".new");
     QFile::remove(temp);
     try {
         SqliteDatabase db(temp, SqliteDatabase::OpenMode::CreateIfMissing);
-        db.ExecSQL(QStringLiteral("PRAGMA encoding = 'UTF-8'"));
-        db.BeginTransaction();
-        db.ExecSQL(QString::fromLatin1(CreateKanzai));
-        db.ExecSQL(QString::fromLatin1(CreateKanzaiKey));
-        db.ExecSQL(QString::fromLatin1(CreateExconf));
-        SqliteQuery q = db.PrepareSQL(QString::fromLatin1(InsertKanzai));
+        db.execSql(QStringLiteral("PRAGMA encoding = 'UTF-8'"));
+        db.beginTransaction();
+        db.execSql(QString::fromLatin1(CreateKanzai));
+        db.execSql(QString::fromLatin1(CreateKanzaiKey));
+        db.execSql(QString::fromLatin1(CreateExconf));
+        SqliteQuery q = db.prepareSql(QString::fromLatin1(InsertKanzai));
         try {
             RowTable rows;
             for (int g = 1; g <= 10; ++g) {
@@ -265,11 +265,11 @@ void CreateSuiteDatabase(const QString& path, bool demo) {
                 }
             }
         } catch (...) {
-            db.ReleaseSQL(q);
+            db.releaseSql(q);
             throw;
         }
-        db.ReleaseSQL(q);
-        db.Commit();
+        db.releaseSql(q);
+        db.commit();
     } catch (...) {
         QFile::remove(temp);
         throw;
@@ -281,7 +281,7 @@ void CreateSuiteDatabase(const QString& path, bool demo) {
     }
 }
 
-int RunVelmoraSuite(const QStringList& args, QTextStream& out, QTextStream& err) {
+int runVelmoraSuite(const QStringList& args, QTextStream& out, QTextStream& err) {
     const QString usage = QStringLiteral(
         "usage: velmora-suite init [--demo] [--force] [--launch LAUNCHSTRING]\n"
         "  creates the data folder and the database velmoraMainEX.db3 in the database folder\n"
@@ -289,7 +289,7 @@ int RunVelmoraSuite(const QStringList& args, QTextStream& out, QTextStream& err)
         "       velmora-suite --help | --version\n"
         "  --demo   fill demo pipe types with computed prices\n"
         "  --force  replace an existing database\n");
-    const int standard = StandardOptions(
+    const int standard = standardOptions(
         args, QStringLiteral("velmora-suite"), usage,
         {QStringLiteral("--demo"), QStringLiteral("--force"), QStringLiteral("--launch")}, out,
         err);
@@ -317,12 +317,12 @@ int RunVelmoraSuite(const QStringList& args, QTextStream& out, QTextStream& err)
             return 2;
         }
     }
-    const QString root = DataRootPath();
-    const QString folder = DatabaseFolderFrom(launch);
-    const QString dbPath = QDir::cleanPath(ExDatabasePathIn(folder));
+    const QString root = dataRootPath();
+    const QString folder = databaseFolderFrom(launch);
+    const QString dbPath = QDir::cleanPath(exDatabasePathIn(folder));
 
     QStringList created;
-    if (!CreateDataRoot(root, created)) {
+    if (!createDataRoot(root, created)) {
         err << "velmora-suite: cannot create the data folder " << root << "\n";
         return 1;
     }
@@ -340,7 +340,7 @@ int RunVelmoraSuite(const QStringList& args, QTextStream& out, QTextStream& err)
         return 1;
     }
     try {
-        CreateSuiteDatabase(dbPath, demo);
+        createSuiteDatabase(dbPath, demo);
     } catch (const std::exception& e) {
         err << "velmora-suite: cannot create " << dbPath << ": " << QString::fromUtf8(e.what())
             << "\n";

@@ -6,7 +6,7 @@ constexpr QChar Sep(u';');
 constexpr QChar EscSep(u':');
 } // namespace
 
-QString EscapeField(const QString& value) {
+QString escapeField(const QString& value) {
     if (!value.contains(Esc) && !value.contains(Sep)) return value;
     QString out;
     out.reserve(value.size() + 4);
@@ -24,7 +24,7 @@ QString EscapeField(const QString& value) {
     return out;
 }
 
-QString NthField(const QString& text, int n) {
+QString nthField(const QString& text, int n) {
     if (n < 1) return QString();
     int field = 1;
     int start = 0;

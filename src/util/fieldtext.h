@@ -3,14 +3,14 @@
 // of the database layer.
 //
 // A value put into a result line is escaped so that a ";" inside it does not
-// shift the fields behind it: ESC (U+001B) is written as ESC ESC, and ";" as
+// shift the fields behind it: ESC (u+001B) is written as ESC ESC, and ";" as
 // ESC ":". NthField undoes this, so any text round-trips. Texts without ESC
 // (every launch string, every path) read exactly as before.
 
 #include <QString>
 
 // The escaped form of one value.
-QString EscapeField(const QString& value);
+QString escapeField(const QString& value);
 // The n-th field (from 1) of a ";"-separated text, unescaped; empty when the
 // text has fewer fields or n < 1.
-QString NthField(const QString& text, int n);
+QString nthField(const QString& text, int n);

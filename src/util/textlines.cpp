@@ -1,6 +1,6 @@
 #include "util/textlines.h"
 
-QStringList SplitTextLines(const QString& text) {
+QStringList splitTextLines(const QString& text) {
     QStringList lines;
     int start = 0;
     const int n = text.size();
@@ -18,14 +18,14 @@ QStringList SplitTextLines(const QString& text) {
     return lines;
 }
 
-QString JoinTextLines(const QStringList& lines) {
+QString joinTextLines(const QStringList& lines) {
     QString out;
     for (const QString& line : lines)
         out += line + QStringLiteral("\r\n");
     return out;
 }
 
-QString TrimBlanks(const QString& text) {
+QString trimBlanks(const QString& text) {
     int first = 0, last = int(text.size()) - 1;
     while (first <= last && text.at(first).unicode() <= 0x20)
         ++first;

@@ -6,10 +6,10 @@
 
 // A line ends at CR, LF or CR LF; a break at the very end opens no further
 // line, so "" has none.
-QStringList SplitTextLines(const QString& text);
+QStringList splitTextLines(const QString& text);
 // Each line ended by CR LF.
-QString JoinTextLines(const QStringList& lines);
+QString joinTextLines(const QStringList& lines);
 
-// The text without the blanks and control characters (up to U+0020) at both
+// The text without the blanks and control characters (up to u+0020) at both
 // ends; other spaces, such as the full-width one, stay.
-QString TrimBlanks(const QString& text);
+QString trimBlanks(const QString& text);

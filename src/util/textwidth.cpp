@@ -17,14 +17,14 @@ bool wide(char32_t c) {
 
 } // namespace
 
-int DisplayWidth(const QString& text) {
+int displayWidth(const QString& text) {
     int w = 0;
     for (char32_t c : text.toUcs4())
         w += wide(c) ? 2 : 1;
     return w;
 }
 
-QString PadToWidth(const QString& text, int width, bool alignRight) {
-    const QString fill(std::max(0, width - DisplayWidth(text)), QLatin1Char(' '));
+QString padToWidth(const QString& text, int width, bool alignRight) {
+    const QString fill(std::max(0, width - displayWidth(text)), QLatin1Char(' '));
     return alignRight ? fill + text : text + fill;
 }

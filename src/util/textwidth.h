@@ -5,7 +5,7 @@
 
 #include <QString>
 
-int DisplayWidth(const QString& text);
+int displayWidth(const QString& text);
 // The text padded with blanks to the width, on the left (right-aligned) or
 // the right.
-QString PadToWidth(const QString& text, int width, bool alignRight);
+QString padToWidth(const QString& text, int width, bool alignRight);

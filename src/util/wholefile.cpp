@@ -7,7 +7,7 @@
 #include <cerrno>
 #include <cstring>
 
-bool ReplaceFileWhole(const QString& path, const QByteArray& bytes, QString* systemReason) {
+bool replaceFileWhole(const QString& path, const QByteArray& bytes, QString* systemReason) {
     QSaveFile f(path);
     auto fail = [&](const QString& reason) {
         if (systemReason) *systemReason = reason;
@@ -30,7 +30,7 @@ bool ReplaceFileWhole(const QString& path, const QByteArray& bytes, QString* sys
     return true;
 }
 
-QString FileFailureReason(const QString& path, const QString& systemReason, bool writing) {
+QString fileFailureReason(const QString& path, const QString& systemReason, bool writing) {
     const QFileInfo info(path);
     QString reason;
     if (info.isDir())

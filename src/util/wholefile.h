@@ -10,9 +10,9 @@
 // Replaces (or creates) the file at path with bytes. False when it can't;
 // then systemReason, when given, holds the system's own words and the file
 // of that name is untouched. The folder is not made.
-bool ReplaceFileWhole(const QString& path, const QByteArray& bytes,
+bool replaceFileWhole(const QString& path, const QByteArray& bytes,
                       QString* systemReason = nullptr);
 
 // Why a file could not be read or written, in words a user knows, with the
 // system's own text behind it: "理由: フォルダーがありません。 (...)".
-QString FileFailureReason(const QString& path, const QString& systemReason, bool writing);
+QString fileFailureReason(const QString& path, const QString& systemReason, bool writing);

@@ -37,37 +37,37 @@ struct Edit : ::testing::Test {
     void type(const char* keys) { QTest::keyClicks(edit, QString::fromLatin1(keys)); }
     void clear() {
         edit->SetText(QString());
-        edit->SetSelStart(0);
+        edit->setSelStart(0);
     }
 };
 
 TEST_F(Edit, StartsAtZeroRightAligned) {
     EXPECT_EQ(edit->text(), QStringLiteral("0"));
     EXPECT_TRUE(edit->alignment() & Qt::AlignRight);
-    EXPECT_EQ(double(edit->Value()), 0.0);
+    EXPECT_EQ(double(edit->value()), 0.0);
 }
 
 TEST_F(Edit, ValueWritesShowTheRoundedText) {
-    edit->SetFigure(2);
-    edit->SetFixed(true);
-    edit->SetComma(true);
-    edit->SetValue(1234.5L);
+    edit->setFigure(2);
+    edit->setFixed(true);
+    edit->setComma(true);
+    edit->setValue(1234.5L);
     EXPECT_EQ(edit->text(), QStringLiteral("1,234.50"));
-    EXPECT_EQ(double(edit->Value()), 1234.5);
-    edit->SetComma(false);
-    edit->SetFixed(false);
-    edit->SetFigure(1);
-    edit->SetRoundMode(rmRound);
-    edit->SetValue(-12.96L);
+    EXPECT_EQ(double(edit->value()), 1234.5);
+    edit->setComma(false);
+    edit->setFixed(false);
+    edit->setFigure(1);
+    edit->setRoundMode(rmRound);
+    edit->setValue(-12.96L);
     EXPECT_EQ(edit->text(), QStringLiteral("-13.0"));
-    edit->SetFigure(0);
-    edit->SetRoundMode(rmUp);
-    edit->SetValue(1.2L);
+    edit->setFigure(0);
+    edit->setRoundMode(rmUp);
+    edit->setValue(1.2L);
     EXPECT_EQ(edit->text(), QStringLiteral("2"));
 }
 
 TEST_F(Edit, ThousandsSeparatorsWhileTypingKeepTheCaretBehindTheDigit) {
-    edit->SetComma(true);
+    edit->setComma(true);
     clear();
     type("1234");
     EXPECT_EQ(edit->text(), QStringLiteral("1,234"));
@@ -80,7 +80,7 @@ TEST_F(Edit, ThousandsSeparatorsWhileTypingKeepTheCaretBehindTheDigit) {
     type("9");
     EXPECT_EQ(edit->text(), QStringLiteral("192,345"));
     EXPECT_EQ(edit->cursorPosition(), 2);
-    EXPECT_EQ(double(edit->Value()), 192345.0);
+    EXPECT_EQ(double(edit->value()), 192345.0);
     QTest::keyClick(edit, Qt::Key_Backspace);
     EXPECT_EQ(edit->text(), QStringLiteral("12,345"));
     EXPECT_EQ(edit->cursorPosition(), 1);
@@ -106,7 +106,7 @@ TEST_F(Edit, FilterSignsAndDigitLimit) {
     EXPECT_EQ(edit->text(), QStringLiteral("+12.5"));
     EXPECT_EQ(presses, 2);
 
-    edit->SetMaxIntLength(3);
+    edit->setMaxIntLength(3);
     clear();
     type("1234");
     EXPECT_EQ(edit->text(), QStringLiteral("123"));
@@ -118,12 +118,12 @@ TEST_F(Edit, FilterSignsAndDigitLimit) {
 }
 
 TEST_F(Edit, LeavingTheBoxFormatsWithoutOnChange) {
-    edit->SetFigure(2);
-    edit->SetFixed(true);
+    edit->setFigure(2);
+    edit->setFixed(true);
     clear();
     type("1.239");
-    EXPECT_EQ(edit->text(), QStringLiteral("1.239")); // digits past Figure stay while typing
-    EXPECT_EQ(double(edit->Value()), 1.23);
+    EXPECT_EQ(edit->text(), QStringLiteral("1.239")); // digits past figure stay while typing
+    EXPECT_EQ(double(edit->value()), 1.23);
     const int before = changes;
     other->setFocus();
     QApplication::processEvents();
@@ -139,16 +139,16 @@ TEST_F(Edit, LeavingTheBoxFormatsWithoutOnChange) {
 }
 
 TEST_F(Edit, ArrowKeysStepAndWrap) {
-    edit->SetAllowKeys(true);
-    edit->SetMax(10);
-    edit->SetMin(1);
-    edit->SetLimit(true);
-    edit->SetValue(9);
+    edit->setAllowKeys(true);
+    edit->setMax(10);
+    edit->setMin(1);
+    edit->setLimit(true);
+    edit->setValue(9);
     QTest::keyClick(edit, Qt::Key_Up);
     EXPECT_EQ(edit->text(), QStringLiteral("10"));
     QTest::keyClick(edit, Qt::Key_Up);
     EXPECT_EQ(edit->text(), QStringLiteral("10"));
-    edit->SetWrap(true);
+    edit->setWrap(true);
     QTest::keyClick(edit, Qt::Key_Up);
     EXPECT_EQ(edit->text(), QStringLiteral("1"));
     QTest::keyClick(edit, Qt::Key_Down);
@@ -160,10 +160,10 @@ TEST_F(Edit, PasteGoesThroughTheFilter) {
     clear();
     QTest::keyClick(edit, Qt::Key_V, Qt::ControlModifier);
     EXPECT_EQ(edit->text(), QStringLiteral("123.45"));
-    EXPECT_EQ(double(edit->Value()), 123.45);
+    EXPECT_EQ(double(edit->value()), 123.45);
     // The context menu's paste is found by name and rerouted to the filter.
     std::unique_ptr<QMenu> menu(edit->createStandardContextMenu());
-    QAction* paste = NumberEdit::FindPasteAction(menu.get());
+    QAction* paste = NumberEdit::findPasteAction(menu.get());
     ASSERT_NE(paste, nullptr);
     EXPECT_TRUE(paste->text().contains(QStringLiteral("Paste")));
 
@@ -172,7 +172,7 @@ TEST_F(Edit, PasteGoesThroughTheFilter) {
     clear();
     QTimer::singleShot(50, [] {
         if (auto* popup = qobject_cast<QMenu*>(QApplication::activePopupWidget())) {
-            NumberEdit::FindPasteAction(popup)->trigger();
+            NumberEdit::findPasteAction(popup)->trigger();
             popup->close();
         }
     });

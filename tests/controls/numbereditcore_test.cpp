@@ -15,36 +15,36 @@ struct Box : NumberEditCore {
 };
 
 TEST(NumberText, PlainAndGeneralForms) {
-    EXPECT_EQ(PlainNumberText(1.5e-7L), QStringLiteral("0.00000015"));
-    EXPECT_EQ(PlainNumberText(1.5e20L), QStringLiteral("15") + QString(19, QLatin1Char('0')));
-    EXPECT_EQ(PlainNumberText(-2.5e-6L), QStringLiteral("-0.0000025"));
-    EXPECT_EQ(FloatToGeneral(1.5e-7L), QStringLiteral("1.5E-7"));
-    EXPECT_EQ(FloatToGeneral(1234.5L), QStringLiteral("1234.5"));
-    EXPECT_EQ(FloatToGeneral(0.1L + 0.2L), QStringLiteral("0.3"));
-    EXPECT_EQ(FormatThousands(-1234567), QStringLiteral("-1,234,567"));
-    EXPECT_EQ(FormatThousands(999), QStringLiteral("999"));
-    EXPECT_THROW(TextToFloat(QStringLiteral(".")), ConvertError);
-    EXPECT_THROW(TextToInt64(QStringLiteral("99999999999999999999")), ConvertError);
-    EXPECT_THROW(TextToInt32(QStringLiteral("3000000000")), ConvertError);
+    EXPECT_EQ(plainNumberText(1.5e-7L), QStringLiteral("0.00000015"));
+    EXPECT_EQ(plainNumberText(1.5e20L), QStringLiteral("15") + QString(19, QLatin1Char('0')));
+    EXPECT_EQ(plainNumberText(-2.5e-6L), QStringLiteral("-0.0000025"));
+    EXPECT_EQ(floatToGeneral(1.5e-7L), QStringLiteral("1.5E-7"));
+    EXPECT_EQ(floatToGeneral(1234.5L), QStringLiteral("1234.5"));
+    EXPECT_EQ(floatToGeneral(0.1L + 0.2L), QStringLiteral("0.3"));
+    EXPECT_EQ(formatThousands(-1234567), QStringLiteral("-1,234,567"));
+    EXPECT_EQ(formatThousands(999), QStringLiteral("999"));
+    EXPECT_THROW(textToFloat(QStringLiteral(".")), ConvertError);
+    EXPECT_THROW(textToInt64(QStringLiteral("99999999999999999999")), ConvertError);
+    EXPECT_THROW(textToInt32(QStringLiteral("3000000000")), ConvertError);
 }
 
 TEST(NumberText, RoundingWorksOnTheDigits) {
     Box b;
-    b.SetRoundMode(rmDown);
-    EXPECT_EQ(b.RoundNumberText(QStringLiteral("1.29"), 1), QStringLiteral("1.2"));
-    EXPECT_EQ(b.RoundNumberText(QStringLiteral("-1.29"), 1), QStringLiteral("-1.2"));
-    EXPECT_EQ(b.RoundNumberText(QStringLiteral("1.2"), 0), QStringLiteral("1."));
-    EXPECT_EQ(b.RoundNumberText(QStringLiteral("1.2"), 3), QStringLiteral("1.2"));
-    EXPECT_EQ(b.RoundNumberText(QStringLiteral("1,234.5"), -1), QStringLiteral("1234.5"));
-    b.SetRoundMode(rmUp);
-    EXPECT_EQ(b.RoundNumberText(QStringLiteral("1.2001"), 2), QStringLiteral("1.21"));
-    EXPECT_EQ(b.RoundNumberText(QStringLiteral("-1.2"), 0), QStringLiteral("-2."));
-    EXPECT_EQ(b.RoundNumberText(QStringLiteral("1.2000"), 2), QStringLiteral("1.20"));
-    b.SetRoundMode(rmRound);
-    EXPECT_EQ(b.RoundNumberText(QStringLiteral("0.125"), 2), QStringLiteral("0.13"));
-    EXPECT_EQ(b.RoundNumberText(QStringLiteral("0.124"), 2), QStringLiteral("0.12"));
-    EXPECT_EQ(b.RoundNumberText(QStringLiteral("-0.96"), 1), QStringLiteral("-1.0"));
-    EXPECT_EQ(b.RoundNumberText(QStringLiteral("99.99"), 1), QStringLiteral("100.0"));
+    b.setRoundMode(rmDown);
+    EXPECT_EQ(b.roundNumberText(QStringLiteral("1.29"), 1), QStringLiteral("1.2"));
+    EXPECT_EQ(b.roundNumberText(QStringLiteral("-1.29"), 1), QStringLiteral("-1.2"));
+    EXPECT_EQ(b.roundNumberText(QStringLiteral("1.2"), 0), QStringLiteral("1."));
+    EXPECT_EQ(b.roundNumberText(QStringLiteral("1.2"), 3), QStringLiteral("1.2"));
+    EXPECT_EQ(b.roundNumberText(QStringLiteral("1,234.5"), -1), QStringLiteral("1234.5"));
+    b.setRoundMode(rmUp);
+    EXPECT_EQ(b.roundNumberText(QStringLiteral("1.2001"), 2), QStringLiteral("1.21"));
+    EXPECT_EQ(b.roundNumberText(QStringLiteral("-1.2"), 0), QStringLiteral("-2."));
+    EXPECT_EQ(b.roundNumberText(QStringLiteral("1.2000"), 2), QStringLiteral("1.20"));
+    b.setRoundMode(rmRound);
+    EXPECT_EQ(b.roundNumberText(QStringLiteral("0.125"), 2), QStringLiteral("0.13"));
+    EXPECT_EQ(b.roundNumberText(QStringLiteral("0.124"), 2), QStringLiteral("0.12"));
+    EXPECT_EQ(b.roundNumberText(QStringLiteral("-0.96"), 1), QStringLiteral("-1.0"));
+    EXPECT_EQ(b.roundNumberText(QStringLiteral("99.99"), 1), QStringLiteral("100.0"));
 }
 
 struct ValueCase {
@@ -75,188 +75,188 @@ TEST(NumberValue, WritesShowTheFormattedTextAndKeepTheShownNumber) {
     };
     for (const ValueCase& c : cases) {
         Box b;
-        b.SetFigure(c.figure);
-        b.SetFixed(c.fixed);
-        b.SetComma(c.comma);
-        b.SetRoundMode(c.mode);
-        b.SetValue(c.value);
+        b.setFigure(c.figure);
+        b.setFixed(c.fixed);
+        b.setComma(c.comma);
+        b.setRoundMode(c.mode);
+        b.setValue(c.value);
         EXPECT_EQ(b.Text(), QString::fromLatin1(c.shown)) << double(c.value);
-        EXPECT_EQ(FloatToGeneral(b.Value()), FloatToGeneral(c.after)) << c.shown;
+        EXPECT_EQ(floatToGeneral(b.value()), floatToGeneral(c.after)) << c.shown;
     }
 }
 
 TEST(NumberValue, PlusKeptZeroVisibleAndExit) {
     Box b;
     b.SetText(QStringLiteral("+5"));
-    EXPECT_EQ(double(b.Value()), 5.0);
-    EXPECT_EQ(b.FormatNumberText(), QStringLiteral("+5"));
-    b.DoExit();
+    EXPECT_EQ(double(b.value()), 5.0);
+    EXPECT_EQ(b.formatNumberText(), QStringLiteral("+5"));
+    b.doExit();
     EXPECT_EQ(b.Text(), QStringLiteral("+5"));
 
     Box empty;
     empty.SetText(QString());
-    empty.DoExit();
+    empty.doExit();
     EXPECT_EQ(empty.Text(), QStringLiteral("0"));
     Box hidden;
-    hidden.SetZeroVisible(false);
+    hidden.setZeroVisible(false);
     EXPECT_EQ(hidden.Text(), QString());
-    hidden.DoExit();
+    hidden.doExit();
     EXPECT_EQ(hidden.Text(), QString());
     // Leaving the box fires no OnChange, however the text changes.
     Box exiting;
-    exiting.SetFigure(1);
+    exiting.setFigure(1);
     exiting.SetText(QStringLiteral("1.26"));
     const int before = exiting.changes;
-    exiting.DoExit();
+    exiting.doExit();
     EXPECT_EQ(exiting.Text(), QStringLiteral("1.2"));
     EXPECT_EQ(exiting.changes, before);
 }
 
 TEST(NumberValue, LimitsAndArrowSteps) {
     Box b;
-    b.SetMax(10);
-    b.SetMin(1);
-    b.SetLimit(true);
-    b.SetValue(10);
-    b.StepByArrow(adUp);
-    EXPECT_EQ(double(b.Value()), 10.0);
-    b.SetWrap(true);
-    b.StepByArrow(adUp);
-    EXPECT_EQ(double(b.Value()), 1.0);
-    b.StepByArrow(adDown);
-    EXPECT_EQ(double(b.Value()), 10.0);
-    b.SetIncrement(0.5L);
-    b.StepByArrow(adDown);
+    b.setMax(10);
+    b.setMin(1);
+    b.setLimit(true);
+    b.setValue(10);
+    b.stepByArrow(adUp);
+    EXPECT_EQ(double(b.value()), 10.0);
+    b.setWrap(true);
+    b.stepByArrow(adUp);
+    EXPECT_EQ(double(b.value()), 1.0);
+    b.stepByArrow(adDown);
+    EXPECT_EQ(double(b.value()), 10.0);
+    b.setIncrement(0.5L);
+    b.stepByArrow(adDown);
     EXPECT_EQ(b.Text(), QStringLiteral("9.5"));
     // A handler may change the new value.
     b.OnArrowKeyChange = [](ControlObject*, ArrowKeyDirection d, Extended& v) {
         if (d == adUp) v = 3;
     };
-    b.StepByArrow(adUp);
-    EXPECT_EQ(double(b.Value()), 3.0);
-    b.SetValue(50);
+    b.stepByArrow(adUp);
+    EXPECT_EQ(double(b.value()), 3.0);
+    b.setValue(50);
     EXPECT_EQ(b.Text(), QStringLiteral("10"));
 
     // Typing beyond a bound: Value is held, the text shows what was typed.
     b.SetText(QStringLiteral("25"));
-    EXPECT_EQ(double(b.Value()), 10.0);
+    EXPECT_EQ(double(b.value()), 10.0);
     EXPECT_EQ(b.Text(), QStringLiteral("25"));
 
     Box m;
-    m.SetMin(8);
-    m.SetMax(5);
-    EXPECT_EQ(double(m.Min()), 5.0);
-    m.SetMin(7);
-    EXPECT_EQ(double(m.Max()), 7.0);
+    m.setMin(8);
+    m.setMax(5);
+    EXPECT_EQ(double(m.min()), 5.0);
+    m.setMin(7);
+    EXPECT_EQ(double(m.max()), 7.0);
 }
 
 TEST(NumberTyping, SignsDigitLimitAndSeparator) {
     Box b;
     b.SetText(QStringLiteral("12"));
     for (int caret = 0; caret <= 2; ++caret) {
-        b.SetSelStart(caret);
-        b.TypeChar(QLatin1Char('-'));
+        b.setSelStart(caret);
+        b.typeChar(QLatin1Char('-'));
         EXPECT_EQ(b.Text(), QStringLiteral("-12"));
-        b.TypeChar(QLatin1Char('-'));
+        b.typeChar(QLatin1Char('-'));
         EXPECT_EQ(b.Text(), QStringLiteral("12"));
     }
-    b.TypeChar(QLatin1Char('+'));
+    b.typeChar(QLatin1Char('+'));
     EXPECT_EQ(b.Text(), QStringLiteral("+12"));
-    b.TypeChar(QLatin1Char('-'));
+    b.typeChar(QLatin1Char('-'));
     EXPECT_EQ(b.Text(), QStringLiteral("-12"));
-    EXPECT_EQ(double(b.Value()), -12.0);
-    b.TypeChar(QLatin1Char('x'));
+    EXPECT_EQ(double(b.value()), -12.0);
+    b.typeChar(QLatin1Char('x'));
     EXPECT_EQ(b.Text(), QStringLiteral("-12"));
 
     Box d;
-    d.SetMaxIntLength(3);
+    d.setMaxIntLength(3);
     d.SetText(QStringLiteral("123"));
-    d.TypeChar(QLatin1Char('4'));
+    d.typeChar(QLatin1Char('4'));
     EXPECT_EQ(d.Text(), QStringLiteral("123"));
-    d.TypeChar(QLatin1Char('.'));
-    d.TypeChar(QLatin1Char('5'));
+    d.typeChar(QLatin1Char('.'));
+    d.typeChar(QLatin1Char('5'));
     EXPECT_EQ(d.Text(), QStringLiteral("123.5"));
-    d.TypeChar(QLatin1Char('.'));
+    d.typeChar(QLatin1Char('.'));
     EXPECT_EQ(d.Text(), QStringLiteral("123.5"));
-    d.SetSelStart(1);
-    d.SetSelLength(1);
-    d.TypeChar(QLatin1Char('9'));
+    d.setSelStart(1);
+    d.setSelLength(1);
+    d.typeChar(QLatin1Char('9'));
     EXPECT_EQ(d.Text(), QStringLiteral("193.5"));
-    d.SetSelStart(3);
-    d.SetSelLength(1); // only the separator: no replacement
-    d.TypeChar(QLatin1Char('9'));
+    d.setSelStart(3);
+    d.setSelLength(1); // only the separator: no replacement
+    d.typeChar(QLatin1Char('9'));
     EXPECT_EQ(d.Text(), QStringLiteral("193.5"));
 
     Box c;
-    c.SetComma(true);
+    c.setComma(true);
     c.SetText(QString());
-    c.TypeText(QStringLiteral("1234"));
+    c.typeText(QStringLiteral("1234"));
     EXPECT_EQ(c.Text(), QStringLiteral("1,234"));
-    EXPECT_EQ(c.SelStart(), 5);
-    c.TypeChar(QLatin1Char('5'));
+    EXPECT_EQ(c.selStart(), 5);
+    c.typeChar(QLatin1Char('5'));
     EXPECT_EQ(c.Text(), QStringLiteral("12,345"));
-    EXPECT_EQ(c.SelStart(), 6);
-    EXPECT_EQ(double(c.Value()), 12345.0);
+    EXPECT_EQ(c.selStart(), 6);
+    EXPECT_EQ(double(c.value()), 12345.0);
 }
 
 TEST(NumberTyping, PasteFilter) {
     Box b;
     b.SetText(QString());
-    b.PasteText(QStringLiteral("-1a2.3.4"));
+    b.pasteText(QStringLiteral("-1a2.3.4"));
     EXPECT_EQ(b.Text(), QStringLiteral("-12.34"));
-    b.SetSelStart(0);
-    b.PasteText(QStringLiteral("5")); // in front of the sign: nothing
+    b.setSelStart(0);
+    b.pasteText(QStringLiteral("5")); // in front of the sign: nothing
     EXPECT_EQ(b.Text(), QStringLiteral("-12.34"));
-    b.SetSelStart(6);
-    b.PasteText(QStringLiteral("+7-"));
+    b.setSelStart(6);
+    b.pasteText(QStringLiteral("+7-"));
     EXPECT_EQ(b.Text(), QStringLiteral("-12.347"));
 }
 
 TEST(NumberHex, FormatsParsesAndFilters) {
     Box b;
-    b.SetValue(255);
-    b.SetNumberType(ntHex);
+    b.setValue(255);
+    b.setNumberType(ntHex);
     EXPECT_EQ(b.Text(), QStringLiteral("FF"));
-    b.SetFigure(4);
+    b.setFigure(4);
     EXPECT_EQ(b.Text(), QStringLiteral("00FF"));
     b.SetText(QStringLiteral("1a"));
-    EXPECT_EQ(double(b.Value()), 26.0);
-    EXPECT_FALSE(b.IsValidChar(QLatin1Char('-')));
-    EXPECT_FALSE(b.IsValidChar(QLatin1Char('+'))); // "+" only after a "-"
-    EXPECT_FALSE(b.IsValidChar(QLatin1Char('g')));
-    b.SetValidMinus(true);
-    b.SetValue(-26);
+    EXPECT_EQ(double(b.value()), 26.0);
+    EXPECT_FALSE(b.isValidChar(QLatin1Char('-')));
+    EXPECT_FALSE(b.isValidChar(QLatin1Char('+'))); // "+" only after a "-"
+    EXPECT_FALSE(b.isValidChar(QLatin1Char('g')));
+    b.setValidMinus(true);
+    b.setValue(-26);
     EXPECT_EQ(b.Text(), QStringLiteral("-001A"));
-    EXPECT_EQ(b.AsText(), QStringLiteral("-1A"));
-    EXPECT_TRUE(b.IsValidChar(QLatin1Char('+')));
-    b.TypeChar(QLatin1Char('+'));
+    EXPECT_EQ(b.asText(), QStringLiteral("-1A"));
+    EXPECT_TRUE(b.isValidChar(QLatin1Char('+')));
+    b.typeChar(QLatin1Char('+'));
     EXPECT_EQ(b.Text(), QStringLiteral("001A"));
-    b.SetValidMinus(false);
-    b.SetValue(-1);
+    b.setValidMinus(false);
+    b.setValue(-1);
     EXPECT_EQ(b.Text(), QStringLiteral("FFFFFFFF"));
-    EXPECT_EQ(double(b.Value()), -1.0);
-    // Wider than eight digits by Figure: the leading zeros still convert.
-    b.SetFigure(10);
-    b.SetValue(255);
+    EXPECT_EQ(double(b.value()), -1.0);
+    // Wider than eight digits by figure: the leading zeros still convert.
+    b.setFigure(10);
+    b.setValue(255);
     EXPECT_EQ(b.Text(), QStringLiteral("00000000FF"));
-    EXPECT_EQ(double(b.Value()), 255.0);
-    b.SetValue(-1);
+    EXPECT_EQ(double(b.value()), 255.0);
+    b.setValue(-1);
     EXPECT_EQ(b.Text(), QStringLiteral("00FFFFFFFF"));
-    EXPECT_EQ(double(b.Value()), -1.0);
+    EXPECT_EQ(double(b.value()), -1.0);
     EXPECT_THROW(b.SetText(QStringLiteral("100000000")), ConvertError);
 }
 
 TEST(NumberValue, IntegerViewsAndConversionErrors) {
     Box b;
-    b.SetRoundMode(rmRound);
-    b.SetValue(2.5L);
-    EXPECT_EQ(b.AsInt64(), 3);
-    b.SetValue(-3e10L);
-    EXPECT_EQ(b.AsInt64(), -30000000000LL);
-    EXPECT_EQ(b.IntValue(), -2147483647 - 1);
-    b.SetCurrency(StrToCurr(QStringLiteral("1234.5678")));
+    b.setRoundMode(rmRound);
+    b.setValue(2.5L);
+    EXPECT_EQ(b.asInt64(), 3);
+    b.setValue(-3e10L);
+    EXPECT_EQ(b.asInt64(), -30000000000LL);
+    EXPECT_EQ(b.intValue(), -2147483647 - 1);
+    b.setCurrency(strToCurr(QStringLiteral("1234.5678")));
     EXPECT_EQ(b.Text(), QStringLiteral("1234.5678"));
-    EXPECT_EQ(CurrToStr(b.AsCurrency()), QStringLiteral("1234.5678"));
+    EXPECT_EQ(currToStr(b.asCurrency()), QStringLiteral("1234.5678"));
     EXPECT_THROW(b.SetText(QStringLiteral("-.")), ConvertError);
 }
 

@@ -21,7 +21,7 @@
 namespace {
 
 TColor px(const QImage& im, int x, int y) {
-    return FromQColor(QColor(im.pixel(x, y)));
+    return fromQColor(QColor(im.pixel(x, y)));
 }
 
 int countColour(const QImage& im, const TRect& r, TColor c) {
@@ -36,34 +36,34 @@ TEST(BoxLabel, NumbersBecomeTheCaption) {
     BoxLabel label;
     EXPECT_EQ(label.width(), 70);
     EXPECT_EQ(label.height(), 20);
-    label.SetDecimals(2);
-    label.SetAsFloat(1.5);
-    EXPECT_EQ(label.Caption(), QStringLiteral("1.50"));
-    label.SetFormatString(QStringLiteral("%d"));
-    label.SetAsFloat(1.5);
-    EXPECT_EQ(label.Caption(), QStringLiteral("Format Error"));
-    EXPECT_EQ(label.StoredValue(), 1.5);
-    label.SetAsInteger(42);
-    EXPECT_EQ(label.Caption(), QStringLiteral("42"));
-    label.SetFormatString(QStringLiteral("%.1f %%"));
-    label.SetAsInteger(42);
-    EXPECT_EQ(label.Caption(), QStringLiteral("Format Error"));
-    label.SetAsFloat(2.25);
-    EXPECT_EQ(label.Caption(), QStringLiteral("2.2 %"));
-    label.SetFormatString(QStringLiteral("%8.2n"));
-    label.SetAsFloat(12345.678);
-    EXPECT_EQ(label.Caption(), QStringLiteral("12,345.68"));
-    label.SetCaption(QStringLiteral("abc"));
-    EXPECT_EQ(label.AsFloat(), 0.0);
-    label.SetCaption(QStringLiteral(" 7 "));
-    EXPECT_EQ(label.AsInteger(), 7);
+    label.setDecimals(2);
+    label.setAsFloat(1.5);
+    EXPECT_EQ(label.caption(), QStringLiteral("1.50"));
+    label.setFormatString(QStringLiteral("%d"));
+    label.setAsFloat(1.5);
+    EXPECT_EQ(label.caption(), QStringLiteral("Format Error"));
+    EXPECT_EQ(label.storedValue(), 1.5);
+    label.setAsInteger(42);
+    EXPECT_EQ(label.caption(), QStringLiteral("42"));
+    label.setFormatString(QStringLiteral("%.1f %%"));
+    label.setAsInteger(42);
+    EXPECT_EQ(label.caption(), QStringLiteral("Format Error"));
+    label.setAsFloat(2.25);
+    EXPECT_EQ(label.caption(), QStringLiteral("2.2 %"));
+    label.setFormatString(QStringLiteral("%8.2n"));
+    label.setAsFloat(12345.678);
+    EXPECT_EQ(label.caption(), QStringLiteral("12,345.68"));
+    label.setCaption(QStringLiteral("abc"));
+    EXPECT_EQ(label.asFloat(), 0.0);
+    label.setCaption(QStringLiteral(" 7 "));
+    EXPECT_EQ(label.asInteger(), 7);
 }
 
 TEST(BoxLabel, BevelsAndBorder) {
     BoxLabel label;
     label.resize(60, 24);
-    QImage im = label.RenderImage();
-    const TColor shadow = ColorToRGB(clBtnShadow);
+    QImage im = label.renderImage();
+    const TColor shadow = colorToRgb(clBtnShadow);
     EXPECT_EQ(px(im, 0, 0), clWhite); // outer raised: light top left
     EXPECT_EQ(px(im, 0, 23), clWhite);
     EXPECT_EQ(px(im, 59, 23), shadow); // dark bottom right
@@ -71,14 +71,14 @@ TEST(BoxLabel, BevelsAndBorder) {
     EXPECT_EQ(px(im, 1, 1), shadow); // inner lowered: dark top left
     EXPECT_EQ(px(im, 58, 22), clWhite);
 
-    label.SetBevelInner(bvNone);
-    label.SetBevelOuter(bvNone);
-    im = label.RenderImage();
-    const TColor face = ColorToRGB(clBtnFace);
+    label.setBevelInner(bvNone);
+    label.setBevelOuter(bvNone);
+    im = label.renderImage();
+    const TColor face = colorToRgb(clBtnFace);
     EXPECT_EQ(countColour(im, Rect(0, 0, 60, 24), face), 60 * 24);
 
-    label.SetBorderStyle(bsSingle);
-    im = label.RenderImage();
+    label.setBorderStyle(bsSingle);
+    im = label.renderImage();
     EXPECT_EQ(px(im, 0, 0), clBlack);
     EXPECT_EQ(px(im, 59, 23), clBlack);
     EXPECT_EQ(px(im, 1, 1), face);
@@ -87,16 +87,16 @@ TEST(BoxLabel, BevelsAndBorder) {
 TEST(BoxLabel, DisabledTextIsDrawnTwice) {
     BoxLabel label;
     label.resize(80, 30);
-    label.SetBevelInner(bvNone);
-    label.SetBevelOuter(bvNone);
-    label.SetFont(FontSpec(DefaultFontName(), 14, clBlack));
-    label.SetCaption(QStringLiteral("■■"));
+    label.setBevelInner(bvNone);
+    label.setBevelOuter(bvNone);
+    label.SetFont(FontSpec(defaultFontName(), 14, clBlack));
+    label.setCaption(QStringLiteral("■■"));
     const TRect all = Rect(0, 0, 80, 30);
-    QImage im = label.RenderImage();
+    QImage im = label.renderImage();
     EXPECT_EQ(countColour(im, all, clWhite), 0);
     EXPECT_GT(countColour(im, all, clBlack), 20);
     label.setEnabled(false);
-    im = label.RenderImage();
+    im = label.renderImage();
     EXPECT_EQ(countColour(im, all, clBlack), 0);
     EXPECT_GT(countColour(im, all, clGray), 20);
     EXPECT_GT(countColour(im, all, clWhite), 0); // the white pass shows one pixel down right
@@ -111,59 +111,59 @@ TEST(BoxLabel, DisabledTextIsDrawnTwice) {
 TEST(GradPan, GradientsRunAsTheTablesSay) {
     GradientPanel pan;
     pan.resize(200, 100);
-    pan.SetBevelOuter(bvNone);
-    pan.SetColorStart(RGBColor(0, 0, 0));
-    pan.SetColorEnd(RGBColor(200, 100, 255));
-    pan.SetBackGroundEffect(bdDown);
-    QImage im = pan.RenderImage();
-    const GrArray down = MakeGradientTable(pan.ColorEnd(), pan.ColorStart());
-    EXPECT_EQ(px(im, 100, 0), pan.ColorEnd());
+    pan.setBevelOuter(bvNone);
+    pan.setColorStart(rgbColor(0, 0, 0));
+    pan.setColorEnd(rgbColor(200, 100, 255));
+    pan.setBackGroundEffect(bdDown);
+    QImage im = pan.renderImage();
+    const GrArray down = makeGradientTable(pan.colorEnd(), pan.colorStart());
+    EXPECT_EQ(px(im, 100, 0), pan.colorEnd());
     EXPECT_EQ(px(im, 100, 99), down[99]);
-    EXPECT_EQ(down[99], RGBColor(2, 1, 2)); // one step short of ColorStart, cut
+    EXPECT_EQ(down[99], rgbColor(2, 1, 2)); // one step short of colorStart, cut
     EXPECT_EQ(px(im, 100, 50), down[50]);
 
-    pan.SetBackGroundEffect(bdVertIn);
-    im = pan.RenderImage();
-    const GrArray in = MakeGradientTable(pan.ColorStart(), pan.ColorEnd());
+    pan.setBackGroundEffect(bdVertIn);
+    im = pan.renderImage();
+    const GrArray in = makeGradientTable(pan.colorStart(), pan.colorEnd());
     EXPECT_EQ(px(im, 0, 50), in[1]);
     EXPECT_EQ(px(im, 99, 50), in[99]);
     EXPECT_EQ(px(im, 100, 50), in[98]);
-    EXPECT_EQ(px(im, 199, 50), pan.ColorStart());
+    EXPECT_EQ(px(im, 199, 50), pan.colorStart());
 
-    pan.SetBackGroundEffect(bdFlat);
-    EXPECT_EQ(px(pan.RenderImage(), 10, 10), pan.ColorStart());
+    pan.setBackGroundEffect(bdFlat);
+    EXPECT_EQ(px(pan.renderImage(), 10, 10), pan.colorStart());
 
     // Bevels lie over the background.
-    pan.SetBevelOuter(bvRaised);
-    im = pan.RenderImage();
+    pan.setBevelOuter(bvRaised);
+    im = pan.renderImage();
     EXPECT_EQ(px(im, 0, 0), clWhite);
     EXPECT_EQ(px(im, 199, 99), clGray);
 
-    EXPECT_THROW(MakeGradientTable(clBtnFace, clWhite), ControlRangeError);
+    EXPECT_THROW(makeGradientTable(clBtnFace, clWhite), ControlRangeError);
 }
 
 TEST(GradPan, TextEffectsUseTheirColours) {
     GradientPanel pan;
     pan.resize(120, 40);
-    pan.SetBackGroundEffect(bdFlat);
-    pan.SetColorStart(clWhite);
-    pan.SetColorShadow(RGBColor(0, 0, 255));
-    pan.SetFont(FontSpec(DefaultFontName(), 14, RGBColor(255, 0, 0)));
-    pan.SetCaption(QStringLiteral("■"));
+    pan.setBackGroundEffect(bdFlat);
+    pan.setColorStart(clWhite);
+    pan.setColorShadow(rgbColor(0, 0, 255));
+    pan.SetFont(FontSpec(defaultFontName(), 14, rgbColor(255, 0, 0)));
+    pan.setCaption(QStringLiteral("■"));
     const TRect all = Rect(0, 0, 120, 40);
-    pan.SetTextEffect(tenone);
-    QImage im = pan.RenderImage();
-    EXPECT_GT(countColour(im, all, RGBColor(0, 0, 255)), 10);
-    EXPECT_EQ(countColour(im, all, RGBColor(255, 0, 0)), 0);
-    pan.SetTextEffect(teShadow);
-    im = pan.RenderImage();
-    EXPECT_GT(countColour(im, all, RGBColor(0, 0, 255)), 0);
-    EXPECT_GT(countColour(im, all, RGBColor(255, 0, 0)), 10);
-    pan.SetTextEffect(teRaised);
-    EXPECT_GT(countColour(pan.RenderImage(), all, clBlack), 0);
-    pan.SetTextRotation(TrUp);
-    pan.SetTextEffect(tenone);
-    EXPECT_GT(countColour(pan.RenderImage(), all, RGBColor(0, 0, 255)), 10);
+    pan.setTextEffect(tenone);
+    QImage im = pan.renderImage();
+    EXPECT_GT(countColour(im, all, rgbColor(0, 0, 255)), 10);
+    EXPECT_EQ(countColour(im, all, rgbColor(255, 0, 0)), 0);
+    pan.setTextEffect(teShadow);
+    im = pan.renderImage();
+    EXPECT_GT(countColour(im, all, rgbColor(0, 0, 255)), 0);
+    EXPECT_GT(countColour(im, all, rgbColor(255, 0, 0)), 10);
+    pan.setTextEffect(teRaised);
+    EXPECT_GT(countColour(pan.renderImage(), all, clBlack), 0);
+    pan.setTextRotation(TrUp);
+    pan.setTextEffect(tenone);
+    EXPECT_GT(countColour(pan.renderImage(), all, rgbColor(0, 0, 255)), 10);
 }
 
 TEST(GradPan, MoveableZonesMoveAndSize) {
@@ -171,18 +171,18 @@ TEST(GradPan, MoveableZonesMoveAndSize) {
     parent.resize(400, 300);
     auto* pan = new GradientPanel(&parent);
     pan->setGeometry(50, 50, 200, 100);
-    EXPECT_EQ(pan->HitTest(100, 3), HTNOWHERE);
-    pan->SetMoveable(true);
-    EXPECT_EQ(pan->HitTest(100, 3), HTTOP);
-    EXPECT_EQ(pan->HitTest(100, 50), HTCAPTION);
-    EXPECT_EQ(pan->HitTest(2, 2), HTTOPLEFT);
-    EXPECT_EQ(pan->HitTest(2, 97), HTBOTTOMLEFT);
-    EXPECT_EQ(pan->HitTest(2, 50), HTLEFT);
-    EXPECT_EQ(pan->HitTest(197, 2), HTTOPRIGHT);
-    EXPECT_EQ(pan->HitTest(197, 97), HTBOTTOMRIGHT);
-    EXPECT_EQ(pan->HitTest(197, 50), HTRIGHT);
-    EXPECT_EQ(pan->HitTest(100, 97), HTBOTTOM);
-    EXPECT_EQ(pan->HitTest(100, 6), HTCAPTION);
+    EXPECT_EQ(pan->hitTest(100, 3), HTNOWHERE);
+    pan->setMoveable(true);
+    EXPECT_EQ(pan->hitTest(100, 3), HTTOP);
+    EXPECT_EQ(pan->hitTest(100, 50), HTCAPTION);
+    EXPECT_EQ(pan->hitTest(2, 2), HTTOPLEFT);
+    EXPECT_EQ(pan->hitTest(2, 97), HTBOTTOMLEFT);
+    EXPECT_EQ(pan->hitTest(2, 50), HTLEFT);
+    EXPECT_EQ(pan->hitTest(197, 2), HTTOPRIGHT);
+    EXPECT_EQ(pan->hitTest(197, 97), HTBOTTOMRIGHT);
+    EXPECT_EQ(pan->hitTest(197, 50), HTRIGHT);
+    EXPECT_EQ(pan->hitTest(100, 97), HTBOTTOM);
+    EXPECT_EQ(pan->hitTest(100, 6), HTCAPTION);
     parent.show();
     ASSERT_TRUE(QTest::qWaitForWindowExposed(&parent));
     int moves = 0;
@@ -237,19 +237,19 @@ TEST(FolderDialog, CancelKeepsTheFolderAndAChoiceSetsIt) {
     ASSERT_TRUE(root.isValid());
     ASSERT_TRUE(QDir(root.path()).mkdir(QStringLiteral("data")));
     FolderDialog dialog;
-    EXPECT_EQ(FolderDlgFlags(dialog.Option()), 0x0001u);
-    dialog.SetTitle(QStringLiteral("フォルダの選択"));
-    dialog.SetRootID(root.path());
+    EXPECT_EQ(folderDlgFlags(dialog.option()), 0x0001u);
+    dialog.setTitle(QStringLiteral("フォルダの選択"));
+    dialog.setRootId(root.path());
     int initialized = 0;
-    dialog.SetParam(77);
-    dialog.SetBrowseCallBackProc([&](QWidget*, unsigned msg, const QString&, std::intptr_t data) {
+    dialog.setParam(77);
+    dialog.setBrowseCallBackProc([&](QWidget*, unsigned msg, const QString&, std::intptr_t data) {
         if (msg == BFFM_INITIALIZED && data == 77) ++initialized;
         return 0;
     });
 
     answerFolderDialog([](QFileDialog* d) { d->reject(); });
-    EXPECT_FALSE(dialog.Execute());
-    EXPECT_TRUE(dialog.FolderName().isEmpty());
+    EXPECT_FALSE(dialog.execute());
+    EXPECT_TRUE(dialog.folderName().isEmpty());
 
     const QString chosen = QDir(root.path()).filePath(QStringLiteral("data"));
     answerFolderDialog([&](QFileDialog* d) {
@@ -257,23 +257,23 @@ TEST(FolderDialog, CancelKeepsTheFolderAndAChoiceSetsIt) {
         d->setDirectory(chosen);
         static_cast<QDialog*>(d)->accept();
     });
-    EXPECT_TRUE(dialog.Execute());
-    EXPECT_EQ(dialog.FolderName(), QDir::toNativeSeparators(chosen));
-    EXPECT_EQ(dialog.Param(), 77);
+    EXPECT_TRUE(dialog.execute());
+    EXPECT_EQ(dialog.folderName(), QDir::toNativeSeparators(chosen));
+    EXPECT_EQ(dialog.param(), 77);
     EXPECT_EQ(initialized, 2);
 
     answerFolderDialog([](QFileDialog* d) { d->reject(); });
-    EXPECT_FALSE(dialog.Execute());
-    EXPECT_EQ(dialog.FolderName(), QDir::toNativeSeparators(chosen));
+    EXPECT_FALSE(dialog.execute());
+    EXPECT_EQ(dialog.folderName(), QDir::toNativeSeparators(chosen));
 }
 
 TEST(Sample, ShowsTheGridWithItsFocusFrame) {
-    std::unique_ptr<QWidget> sample(CreateControlsSample());
-    const QImage shot = GrabControlsSample(sample.get());
+    std::unique_ptr<QWidget> sample(createControlsSample());
+    const QImage shot = grabControlsSample(sample.get());
     ASSERT_FALSE(shot.isNull());
-    PriceGrid* grid = SampleGrid(sample.get());
-    ASSERT_TRUE(grid->GridFocused());
-    const TRect r = grid->CellRect(grid->Col(), grid->Row());
+    PriceGrid* grid = sampleGrid(sample.get());
+    ASSERT_TRUE(grid->gridFocused());
+    const TRect r = grid->cellRect(grid->col(), grid->row());
     const QPoint o = grid->mapTo(sample.get(), QPoint(0, 0));
     const TColor under = px(shot, o.x() + r.Left + 1, o.y() + r.Top + 1);
     EXPECT_EQ(under, 12615808);

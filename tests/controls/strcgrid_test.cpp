@@ -13,15 +13,15 @@
 
 namespace {
 
-constexpr TColor kGrey = RGBColor(128, 128, 128);
+constexpr TColor kGrey = rgbColor(128, 128, 128);
 constexpr TColor kFocus = 12615808;
 
 TColor px(const QImage& im, int x, int y) {
-    return FromQColor(QColor(im.pixel(x, y)));
+    return fromQColor(QColor(im.pixel(x, y)));
 }
 
 bool dark(TColor c) {
-    return GetRValue(c) + GetGValue(c) + GetBValue(c) < 300;
+    return getRValue(c) + getGValue(c) + getBValue(c) < 300;
 }
 
 int darkCount(const QImage& im, const TRect& r) {
@@ -47,15 +47,15 @@ struct Grid : ::testing::Test {
     void SetUp() override {
         window = std::make_unique<QWidget>();
         grid = new PriceGrid(window.get());
-        grid->SetColCount(6);
-        grid->SetRowCount(6);
-        grid->SetDefaultColWidth(80);
-        grid->SetDefaultRowHeight(26);
-        grid->SetColor(clWhite);
-        grid->SetFixedColor(7099731);
-        grid->SetCtl3D(false);
-        grid->SetFont(FontSpec(DefaultFontName(), 9, clBlack));
-        grid->resize(grid->GridWidth(), grid->GridHeight());
+        grid->setColCount(6);
+        grid->setRowCount(6);
+        grid->setDefaultColWidth(80);
+        grid->setDefaultRowHeight(26);
+        grid->setColor(clWhite);
+        grid->setFixedColor(7099731);
+        grid->setCtl3D(false);
+        grid->SetFont(FontSpec(defaultFontName(), 9, clBlack));
+        grid->resize(grid->gridWidth(), grid->gridHeight());
         window->resize(grid->size() + QSize(10, 10));
     }
 
@@ -65,7 +65,7 @@ struct Grid : ::testing::Test {
         ASSERT_TRUE(QTest::qWaitForWindowActive(window.get()));
         grid->setFocus();
         QApplication::processEvents();
-        ASSERT_TRUE(grid->GridFocused());
+        ASSERT_TRUE(grid->gridFocused());
     }
 
     // The grid's own text bands, as the one-line event sees them.
@@ -80,132 +80,132 @@ struct Grid : ::testing::Test {
                                       bool&) {
             if (c == col && rw == row) bands.push_back({r, text});
         };
-        grid->RenderImage();
+        grid->renderImage();
         grid->OnDrawTextOneLine = nullptr;
         return bands;
     }
 };
 
 TEST_F(Grid, BandsSplitTheCellHeight) {
-    const TRect cell = grid->CellRect(2, 2);
-    grid->SetCells(2, 2, QStringLiteral("\r\r"));
+    const TRect cell = grid->cellRect(2, 2);
+    grid->setCells(2, 2, QStringLiteral("\r\r"));
     auto two = bandsOf(2, 2);
     ASSERT_EQ(two.size(), 2u);
-    EXPECT_EQ(two[0].rect.Height(), 13);
-    EXPECT_EQ(two[1].rect.Height(), 13);
-    QImage im = grid->RenderImage();
-    EXPECT_EQ(px(im, cell.Left + 5, cell.Top + 13), RGBColor(192, 192, 192)); // inner line
+    EXPECT_EQ(two[0].rect.height(), 13);
+    EXPECT_EQ(two[1].rect.height(), 13);
+    QImage im = grid->renderImage();
+    EXPECT_EQ(px(im, cell.Left + 5, cell.Top + 13), rgbColor(192, 192, 192)); // inner line
     EXPECT_EQ(px(im, cell.Left + 5, cell.Top + 12), clWhite);
 
-    grid->SetCells(2, 2, QStringLiteral("\r\r\r"));
+    grid->setCells(2, 2, QStringLiteral("\r\r\r"));
     auto three = bandsOf(2, 2);
     ASSERT_EQ(three.size(), 3u);
-    EXPECT_EQ(three[0].rect.Height(), 8);
-    EXPECT_EQ(three[1].rect.Height(), 8);
-    EXPECT_EQ(three[2].rect.Height(), 10);
-    im = grid->RenderImage();
-    EXPECT_EQ(px(im, cell.Left + 5, cell.Top + 8), RGBColor(192, 192, 192));
-    EXPECT_EQ(px(im, cell.Left + 5, cell.Top + 16), RGBColor(192, 192, 192));
+    EXPECT_EQ(three[0].rect.height(), 8);
+    EXPECT_EQ(three[1].rect.height(), 8);
+    EXPECT_EQ(three[2].rect.height(), 10);
+    im = grid->renderImage();
+    EXPECT_EQ(px(im, cell.Left + 5, cell.Top + 8), rgbColor(192, 192, 192));
+    EXPECT_EQ(px(im, cell.Left + 5, cell.Top + 16), rgbColor(192, 192, 192));
 
     // An empty cell is one empty band, with no inner line.
-    grid->SetCells(2, 2, QString());
+    grid->setCells(2, 2, QString());
     auto one = bandsOf(2, 2);
     ASSERT_EQ(one.size(), 1u);
     EXPECT_EQ(one[0].rect, cell);
-    im = grid->RenderImage();
+    im = grid->renderImage();
     for (int y = cell.Top; y < cell.Bottom; ++y)
         EXPECT_EQ(px(im, cell.Left + 5, y), clWhite);
 
     // More lines than pixels: the last band takes the whole height.
-    grid->SetCells(2, 2, QString(30, QChar(13)));
+    grid->setCells(2, 2, QString(30, QChar(13)));
     auto many = bandsOf(2, 2);
     ASSERT_EQ(many.size(), 30u);
     EXPECT_EQ(many.back().rect, cell);
-    EXPECT_EQ(many.front().rect.Height(), 0);
+    EXPECT_EQ(many.front().rect.height(), 0);
 }
 
 TEST_F(Grid, CaptionTypesMakeTheDrawnText) {
-    SCGCellParam* p = grid->CellParams().Add();
-    p->SetCol(3);
-    p->SetRow(3);
-    p->SetCaption(QStringLiteral("A"));
-    p->SetCaptionType(ctTop);
+    SCGCellParam* p = grid->cellParams().add();
+    p->setCol(3);
+    p->setRow(3);
+    p->setCaption(QStringLiteral("A"));
+    p->setCaptionType(ctTop);
     auto top = bandsOf(3, 3);
     ASSERT_EQ(top.size(), 2u);
     EXPECT_EQ(top[0].text, QStringLiteral("A"));
     EXPECT_EQ(top[1].text, QString());
-    p->SetCaptionType(ctBottom);
+    p->setCaptionType(ctBottom);
     auto bottom = bandsOf(3, 3);
     ASSERT_EQ(bottom.size(), 2u);
     EXPECT_EQ(bottom[0].text, QString());
     EXPECT_EQ(bottom[1].text, QStringLiteral("A"));
-    p->SetCaptionType(ctCellText);
+    p->setCaptionType(ctCellText);
     EXPECT_EQ(bandsOf(3, 3)[0].text, QStringLiteral("A"));
-    grid->SetCells(3, 3, QStringLiteral("S"));
+    grid->setCells(3, 3, QStringLiteral("S"));
     EXPECT_EQ(bandsOf(3, 3)[0].text, QStringLiteral("S"));
-    p->SetCaptionType(ctHeader);
+    p->setCaptionType(ctHeader);
     EXPECT_EQ(bandsOf(3, 3)[0].text, QStringLiteral("AS"));
-    p->SetCaptionType(ctFooter);
+    p->setCaptionType(ctFooter);
     EXPECT_EQ(bandsOf(3, 3)[0].text, QStringLiteral("SA"));
-    p->SetCaption(QString());
-    p->SetCaptionType(ctCaption);
+    p->setCaption(QString());
+    p->setCaptionType(ctCaption);
     EXPECT_EQ(bandsOf(3, 3)[0].text, QStringLiteral("S"));
 }
 
 TEST_F(Grid, OverstrikeDrawsAgainOnePixelRight) {
-    const TRect cell = grid->CellRect(2, 2);
-    grid->SetCells(2, 2, QStringLiteral("W"));
-    grid->SetCellFontWidths(2, 2, 1);
-    const QImage once = grid->RenderImage();
-    grid->SetCellFontWidths(2, 2, 2);
-    const QImage twice = grid->RenderImage();
+    const TRect cell = grid->cellRect(2, 2);
+    grid->setCells(2, 2, QStringLiteral("W"));
+    grid->setCellFontWidths(2, 2, 1);
+    const QImage once = grid->renderImage();
+    grid->setCellFontWidths(2, 2, 2);
+    const QImage twice = grid->renderImage();
     EXPECT_EQ(rightmostDark(twice, cell), rightmostDark(once, cell) + 1);
     EXPECT_GT(darkCount(twice, cell), darkCount(once, cell));
 
     // Width 0 draws no text, but the inner line still shows.
-    grid->SetCells(2, 2, QStringLiteral("AB\rCD"));
-    grid->SetCellFontWidths(2, 2, 0);
-    const QImage none = grid->RenderImage();
+    grid->setCells(2, 2, QStringLiteral("AB\rCD"));
+    grid->setCellFontWidths(2, 2, 0);
+    const QImage none = grid->renderImage();
     EXPECT_EQ(darkCount(none, cell), 0);
-    EXPECT_EQ(px(none, cell.Left + 5, cell.Top + 13), RGBColor(192, 192, 192));
+    EXPECT_EQ(px(none, cell.Left + 5, cell.Top + 13), rgbColor(192, 192, 192));
 }
 
 TEST_F(Grid, SelectedCellShowsFocusColourOverTheHatch) {
-    grid->SetFocusCellColor(kFocus);
+    grid->setFocusCellColor(kFocus);
     for (int c = 2; c <= 3; ++c) {
-        grid->SetCellBrushEnabled(c, 2, true);
-        grid->SetCellBrushStyles(c, 2, bsCross);
-        grid->SetCellBrushColors(c, 2, clBlack);
+        grid->setCellBrushEnabled(c, 2, true);
+        grid->setCellBrushStyles(c, 2, bsCross);
+        grid->setCellBrushColors(c, 2, clBlack);
     }
-    grid->SetSelection(GridRect(1, 1, 2, 2)); // (2, 2) selected, (3, 2) not
-    const QImage im = grid->RenderImage();
-    const TRect sel = grid->CellRect(2, 2);
-    const TRect plain = grid->CellRect(3, 2);
+    grid->setSelection(gridRect(1, 1, 2, 2)); // (2, 2) selected, (3, 2) not
+    const QImage im = grid->renderImage();
+    const TRect sel = grid->cellRect(2, 2);
+    const TRect plain = grid->cellRect(3, 2);
     for (int y = sel.Top; y < sel.Bottom; ++y)
         for (int x = sel.Left; x < sel.Right; ++x)
             ASSERT_EQ(px(im, x, y), kFocus) << x << "," << y;
     EXPECT_GT(darkCount(im, plain), 20);
-    EXPECT_EQ(grid->GetCellBrushStyles(4, 4), grid->CanvasBrushStyle());
+    EXPECT_EQ(grid->getCellBrushStyles(4, 4), grid->canvasBrushStyle());
 }
 
 TEST_F(Grid, FocusDrawDecidesTheSelectionColoursWithoutFocus) {
-    grid->SetFocusCellColor(kFocus);
-    grid->SetSelection(GridRect(1, 1, 2, 1));
-    const TRect r = grid->CellRect(1, 1);
-    ASSERT_FALSE(grid->GridFocused());
-    EXPECT_EQ(px(grid->RenderImage(), r.Left + 1, r.Top + 1), kFocus);
-    grid->SetFocusDraw(false);
-    const QImage im = grid->RenderImage();
+    grid->setFocusCellColor(kFocus);
+    grid->setSelection(gridRect(1, 1, 2, 1));
+    const TRect r = grid->cellRect(1, 1);
+    ASSERT_FALSE(grid->gridFocused());
+    EXPECT_EQ(px(grid->renderImage(), r.Left + 1, r.Top + 1), kFocus);
+    grid->setFocusDraw(false);
+    const QImage im = grid->renderImage();
     EXPECT_EQ(px(im, r.Left + 1, r.Top + 1), clWhite);
     EXPECT_EQ(px(im, r.Left + 2, r.Top), clWhite); // no dotted frame either
 }
 
 TEST_F(Grid, FocusFrameDotsInvertWhatLiesUnder) {
-    grid->SetCellColors(2, 2, kGrey);
+    grid->setCellColors(2, 2, kGrey);
     ASSERT_NO_FATAL_FAILURE(focusGrid());
-    ASSERT_TRUE(grid->FocusCell(2, 2, true));
-    QImage im = grid->RenderImage();
-    const TRect r = grid->CellRect(2, 2);
+    ASSERT_TRUE(grid->focusCell(2, 2, true));
+    QImage im = grid->renderImage();
+    const TRect r = grid->cellRect(2, 2);
     const int right = r.Right - 1, bottom = r.Bottom - 1;
     EXPECT_EQ(px(im, r.Left, r.Top), clWhite);
     EXPECT_EQ(px(im, r.Left + 2, r.Top), clWhite);
@@ -216,31 +216,31 @@ TEST_F(Grid, FocusFrameDotsInvertWhatLiesUnder) {
     EXPECT_EQ(px(im, right, r.Top + 4), clWhite);
 
     // On white the dots are the plain complement, black.
-    ASSERT_TRUE(grid->FocusCell(3, 3, true));
-    im = grid->RenderImage();
-    const TRect w = grid->CellRect(3, 3);
+    ASSERT_TRUE(grid->focusCell(3, 3, true));
+    im = grid->renderImage();
+    const TRect w = grid->cellRect(3, 3);
     EXPECT_EQ(px(im, w.Left + 4, w.Top), clBlack);
     EXPECT_EQ(px(im, w.Left + 5, w.Top), clWhite);
     // The grey cell lost its frame.
     EXPECT_EQ(px(im, r.Left + 2, r.Top), kGrey);
 
     // With goDrawFocusSelected the focused cell takes the focus colour first.
-    grid->SetFocusCellColor(kFocus);
-    grid->SetOptions(grid->Options() + goDrawFocusSelected);
-    im = grid->RenderImage();
+    grid->setFocusCellColor(kFocus);
+    grid->setOptions(grid->Options() + goDrawFocusSelected);
+    im = grid->renderImage();
     EXPECT_EQ(px(im, w.Left + 1, w.Top + 1), kFocus);
     EXPECT_EQ(px(im, w.Left + 2, w.Top), TColor(~kFocus & 0xFFFFFF));
 }
 
 TEST_F(Grid, RowSelectFramesTheRowAsOne) {
-    grid->SetOptions(grid->Options() + goRowSelect);
+    grid->setOptions(grid->Options() + goRowSelect);
     ASSERT_NO_FATAL_FAILURE(focusGrid());
-    ASSERT_TRUE(grid->FocusCell(2, 2, true));
-    const QImage im = grid->RenderImage();
-    const TRect first = grid->CellRect(1, 2), middle = grid->CellRect(3, 2),
-                last = grid->CellRect(5, 2);
+    ASSERT_TRUE(grid->focusCell(2, 2, true));
+    const QImage im = grid->renderImage();
+    const TRect first = grid->cellRect(1, 2), middle = grid->cellRect(3, 2),
+                last = grid->cellRect(5, 2);
     // The row is selected, so it shows the selection colour under the dots.
-    const TColor fill = ColorToRGB(clHighlight);
+    const TColor fill = colorToRgb(clHighlight);
     const TColor dot = ~fill & 0xFFFFFF;
     EXPECT_EQ(px(im, first.Left, first.Top + 2), dot);    // left edge
     EXPECT_EQ(px(im, middle.Left, middle.Top + 2), fill); // no side edges
@@ -250,62 +250,62 @@ TEST_F(Grid, RowSelectFramesTheRowAsOne) {
 }
 
 TEST_F(Grid, CellDivideOffWrapsLeftAligned) {
-    grid->SetColWidths(2, 60);
-    grid->SetRowHeights(2, 80);
-    grid->SetCellAlignments(2, 2, taRightJustify);
-    grid->SetCells(2, 2, QStringLiteral("WW WW WW"));
-    grid->SetCellDivide(false);
-    const QImage im = grid->RenderImage();
-    const TRect r = grid->CellRect(2, 2);
+    grid->setColWidths(2, 60);
+    grid->setRowHeights(2, 80);
+    grid->setCellAlignments(2, 2, taRightJustify);
+    grid->setCells(2, 2, QStringLiteral("WW WW WW"));
+    grid->setCellDivide(false);
+    const QImage im = grid->renderImage();
+    const TRect r = grid->cellRect(2, 2);
     EXPECT_GT(darkCount(im, Rect(r.Left, r.Top, r.Left + 8, r.Top + 20)), 0);
     EXPECT_GT(darkCount(im, Rect(r.Left, r.Top + 22, r.Right, r.Top + 40)), 0); // second line
 }
 
 TEST_F(Grid, FixedCellWithEntryKeepsFixedColourAndEntryAlignment) {
-    grid->SetFixedAlignment(taRightJustify);
-    SCGCellParam* p = grid->CellParams().Add();
-    p->SetCol(2);
-    p->SetRow(0);
-    grid->SetCells(2, 0, QStringLiteral("W"));
-    const QImage im = grid->RenderImage();
-    const TRect r = grid->CellRect(2, 0);
+    grid->setFixedAlignment(taRightJustify);
+    SCGCellParam* p = grid->cellParams().add();
+    p->setCol(2);
+    p->setRow(0);
+    grid->setCells(2, 0, QStringLiteral("W"));
+    const QImage im = grid->renderImage();
+    const TRect r = grid->cellRect(2, 0);
     EXPECT_EQ(px(im, r.Right - 2, r.Bottom - 2), 7099731);
     EXPECT_GT(darkCount(im, Rect(r.Left, r.Top, r.Left + 20, r.Bottom)), 0); // left aligned
 }
 
 TEST_F(Grid, OutCellTextCanvasResetDecidesTheColour) {
-    grid->SetCells(2, 2, QStringLiteral("WWW"));
+    grid->setCells(2, 2, QStringLiteral("WWW"));
     bool keep = true;
     grid->OnOutCellText = [&](ControlObject*, PriceGrid* g, const TRect&, int c, int r,
                               const QString&, QString&, bool& reset) {
         if (c == 2 && r == 2) {
-            g->Canvas()->Font.Color = RGBColor(255, 0, 0);
+            g->canvas()->Font.Color = rgbColor(255, 0, 0);
             reset = keep;
         }
     };
     auto redPixels = [&](const QImage& im) {
-        const TRect cell = grid->CellRect(2, 2);
+        const TRect cell = grid->cellRect(2, 2);
         int n = 0;
         for (int y = cell.Top; y < cell.Bottom; ++y)
             for (int x = cell.Left; x < cell.Right; ++x) {
                 const TColor c = px(im, x, y);
-                if (GetRValue(c) > 200 && GetGValue(c) < 80) ++n;
+                if (getRValue(c) > 200 && getGValue(c) < 80) ++n;
             }
         return n;
     };
-    EXPECT_EQ(redPixels(grid->RenderImage()), 0);
+    EXPECT_EQ(redPixels(grid->renderImage()), 0);
     keep = false;
-    EXPECT_GT(redPixels(grid->RenderImage()), 0);
+    EXPECT_GT(redPixels(grid->renderImage()), 0);
 }
 
 TEST_F(Grid, CurrentCellEventsFireInOrder) {
     std::vector<std::string> log;
-    SCGCellParam* from = grid->CellParams().Add();
-    from->SetCol(1);
-    from->SetRow(1);
-    SCGCellParam* to = grid->CellParams().Add();
-    to->SetCol(2);
-    to->SetRow(2);
+    SCGCellParam* from = grid->cellParams().add();
+    from->setCol(1);
+    from->setRow(1);
+    SCGCellParam* to = grid->cellParams().add();
+    to->setCol(2);
+    to->setRow(2);
     for (auto* p : {from, to}) {
         const std::string n = p == from ? "old." : "new.";
         p->OnExitCell = [&log, n](ControlObject*, PriceGrid*, int, int, int, int) {
@@ -334,9 +334,9 @@ TEST_F(Grid, CurrentCellEventsFireInOrder) {
     };
     grid->OnColChanged = [&](ControlObject*, int, int) { log.push_back("ColChanged"); };
     grid->OnRowChanged = [&](ControlObject*, int, int) { log.push_back("RowChanged"); };
-    grid->Loaded(); // old cell := current cell (1, 1)
+    grid->loaded(); // old cell := current cell (1, 1)
     log.clear();
-    ASSERT_TRUE(grid->FocusCell(2, 2, true));
+    ASSERT_TRUE(grid->focusCell(2, 2, true));
     const std::vector<std::string> expected = {
         "SelectCell",   "old.ExitCell", "old.ExitCol",      "old.ExitRow", "new.EnterCell",
         "new.EnterCol", "new.EnterRow", "CellChanged 1122", "ColChanged",  "RowChanged"};
@@ -344,25 +344,25 @@ TEST_F(Grid, CurrentCellEventsFireInOrder) {
 
     // A move of the row alone fires no column events.
     log.clear();
-    ASSERT_TRUE(grid->FocusCell(2, 3, true));
+    ASSERT_TRUE(grid->focusCell(2, 3, true));
     EXPECT_EQ(log, (std::vector<std::string>{"SelectCell", "new.ExitCell", "new.ExitRow",
                                              "CellChanged 2223", "RowChanged"}));
 
     // The same cell again: no events, but the moved flag.
-    grid->RenderImage();
-    EXPECT_FALSE(grid->CurrentCellMoved());
+    grid->renderImage();
+    EXPECT_FALSE(grid->currentCellMoved());
     log.clear();
-    grid->SelectCell(2, 3);
+    grid->selectCell(2, 3);
     EXPECT_EQ(log, std::vector<std::string>{"SelectCell"});
-    EXPECT_TRUE(grid->CurrentCellMoved());
-    grid->RenderImage();
-    EXPECT_FALSE(grid->CurrentCellMoved());
+    EXPECT_TRUE(grid->currentCellMoved());
+    grid->renderImage();
+    EXPECT_FALSE(grid->currentCellMoved());
 }
 
 TEST_F(Grid, ARaisingHandlerRefusesTheMove) {
-    SCGCellParam* p = grid->CellParams().Add();
-    p->SetCol(1);
-    p->SetRow(1);
+    SCGCellParam* p = grid->cellParams().add();
+    p->setCol(1);
+    p->setRow(1);
     bool raise = true;
     p->OnExitCell = [&](ControlObject*, PriceGrid*, int, int, int, int) {
         if (raise) throw ControlError(QStringLiteral("no"));
@@ -373,32 +373,32 @@ TEST_F(Grid, ARaisingHandlerRefusesTheMove) {
         ++changed;
         lastOld = {oc, orow};
     };
-    grid->Loaded();
-    grid->RenderImage();
-    EXPECT_FALSE(grid->FocusCell(3, 3, true));
-    EXPECT_EQ(grid->Col(), 1);
-    EXPECT_EQ(grid->Row(), 1);
+    grid->loaded();
+    grid->renderImage();
+    EXPECT_FALSE(grid->focusCell(3, 3, true));
+    EXPECT_EQ(grid->col(), 1);
+    EXPECT_EQ(grid->row(), 1);
     EXPECT_EQ(changed, 0);
-    EXPECT_FALSE(grid->CurrentCellMoved());
+    EXPECT_FALSE(grid->currentCellMoved());
     raise = false;
-    EXPECT_TRUE(grid->FocusCell(3, 3, true));
+    EXPECT_TRUE(grid->focusCell(3, 3, true));
     EXPECT_EQ(lastOld, std::make_pair(1, 1));
 }
 
 TEST_F(Grid, OptionsFollowTheCurrentCell) {
-    SCGCellParam* p = grid->CellParams().Add();
-    p->SetCol(2);
-    p->SetRow(2);
-    p->SetOptions(grid->Options() + goEditing);
-    p->SetOptionsEnabled(true);
-    ASSERT_TRUE(grid->FocusCell(2, 2, true));
-    EXPECT_TRUE(grid->InForceOptions().Contains(goEditing));
-    EXPECT_FALSE(grid->Options().Contains(goEditing));
-    ASSERT_TRUE(grid->FocusCell(3, 3, true));
-    EXPECT_FALSE(grid->InForceOptions().Contains(goEditing));
+    SCGCellParam* p = grid->cellParams().add();
+    p->setCol(2);
+    p->setRow(2);
+    p->setOptions(grid->Options() + goEditing);
+    p->setOptionsEnabled(true);
+    ASSERT_TRUE(grid->focusCell(2, 2, true));
+    EXPECT_TRUE(grid->inForceOptions().contains(goEditing));
+    EXPECT_FALSE(grid->Options().contains(goEditing));
+    ASSERT_TRUE(grid->focusCell(3, 3, true));
+    EXPECT_FALSE(grid->inForceOptions().contains(goEditing));
     // Written options are in force at once; the next move applies them again.
-    grid->SetOptions(grid->Options() + goEditing);
-    EXPECT_TRUE(grid->InForceOptions().Contains(goEditing));
+    grid->setOptions(grid->Options() + goEditing);
+    EXPECT_TRUE(grid->inForceOptions().contains(goEditing));
 }
 
 TEST_F(Grid, KeysMoveTheCellAndOnKeyDownSeesThemFirst) {
@@ -413,24 +413,24 @@ TEST_F(Grid, KeysMoveTheCellAndOnKeyDownSeesThemFirst) {
     grid->onClicked = [&](ControlObject*) { ++clicks; };
     QTest::keyClick(grid, Qt::Key_Down);
     QTest::keyClick(grid, Qt::Key_Right);
-    EXPECT_EQ(grid->Col(), 2);
-    EXPECT_EQ(grid->Row(), 2);
+    EXPECT_EQ(grid->col(), 2);
+    EXPECT_EQ(grid->row(), 2);
     EXPECT_EQ(keys, (std::vector<int>{VK_DOWN, VK_RIGHT}));
     EXPECT_EQ(clicks, 2);
     QTest::keyClick(grid, Qt::Key_Down, Qt::ShiftModifier);
-    EXPECT_EQ(grid->Selection(), GridRect(2, 2, 2, 3));
+    EXPECT_EQ(grid->selection(), gridRect(2, 2, 2, 3));
     swallow = true;
     QTest::keyClick(grid, Qt::Key_Down);
-    EXPECT_EQ(grid->Row(), 3);
-    // Fixed cells are never current.
+    EXPECT_EQ(grid->row(), 3);
+    // fixed cells are never current.
     swallow = false;
     for (int i = 0; i < 5; ++i)
         QTest::keyClick(grid, Qt::Key_Up);
-    EXPECT_EQ(grid->Row(), 1);
+    EXPECT_EQ(grid->row(), 1);
 }
 
 TEST_F(Grid, EditorOpensOnTypingAndClosesOnEnter) {
-    grid->SetOptions(grid->Options() + goEditing);
+    grid->setOptions(grid->Options() + goEditing);
     ASSERT_NO_FATAL_FAILURE(focusGrid());
     std::vector<int> keys;
     std::vector<QString> edits;
@@ -440,76 +440,76 @@ TEST_F(Grid, EditorOpensOnTypingAndClosesOnEnter) {
         EXPECT_EQ(r, 1);
         edits.push_back(v);
     };
-    EXPECT_EQ(grid->InplaceEditor(), nullptr);
+    EXPECT_EQ(grid->inplaceEditor(), nullptr);
     QTest::keyClick(grid, Qt::Key_5);
-    ASSERT_TRUE(grid->EditorMode());
-    QLineEdit* editor = grid->InplaceEditor();
+    ASSERT_TRUE(grid->editorMode());
+    QLineEdit* editor = grid->inplaceEditor();
     QTest::keyClick(editor, Qt::Key_0);
     QTest::keyClick(editor, Qt::Key_Period);
-    EXPECT_EQ(grid->Cells(1, 1), QStringLiteral("50."));
+    EXPECT_EQ(grid->cells(1, 1), QStringLiteral("50."));
     EXPECT_EQ(edits.back(), QStringLiteral("50."));
     QTest::keyClick(editor, Qt::Key_Return);
-    EXPECT_FALSE(grid->EditorMode());
+    EXPECT_FALSE(grid->editorMode());
     EXPECT_TRUE(grid->hasFocus());
     EXPECT_EQ(keys, (std::vector<int>{53, 48, VK_OEM_PERIOD, VK_RETURN}));
 
     // Escape restores the cell; a double click opens the editor.
-    const QPoint centre = grid->CellRect(1, 1).ToQRect().center();
+    const QPoint centre = grid->cellRect(1, 1).toQRect().center();
     QTest::mouseDClick(grid, Qt::LeftButton, Qt::NoModifier, centre);
-    ASSERT_TRUE(grid->EditorMode());
+    ASSERT_TRUE(grid->editorMode());
     QTest::keyClick(editor, Qt::Key_7);
-    EXPECT_EQ(grid->Cells(1, 1), QStringLiteral("7"));
+    EXPECT_EQ(grid->cells(1, 1), QStringLiteral("7"));
     QTest::keyClick(editor, Qt::Key_Escape);
-    EXPECT_FALSE(grid->EditorMode());
-    EXPECT_EQ(grid->Cells(1, 1), QStringLiteral("50."));
+    EXPECT_FALSE(grid->editorMode());
+    EXPECT_EQ(grid->cells(1, 1), QStringLiteral("50."));
 
     // A key handler can close the editor itself, as the price sheet does.
     grid->OnKeyDown = [&](ControlObject*, int& key, ShiftState) {
-        if (key == VK_DOWN && grid->EditorMode()) grid->SetEditorMode(false);
+        if (key == VK_DOWN && grid->editorMode()) grid->setEditorMode(false);
     };
     // Backspace opens the editor on the emptied cell.
     QTest::keyClick(grid, Qt::Key_Backspace);
-    ASSERT_TRUE(grid->EditorMode());
-    EXPECT_EQ(grid->Cells(1, 1), QString());
+    ASSERT_TRUE(grid->editorMode());
+    EXPECT_EQ(grid->cells(1, 1), QString());
     QTest::keyClick(editor, Qt::Key_2);
     QTest::keyClick(editor, Qt::Key_Down);
-    EXPECT_FALSE(grid->EditorMode());
-    EXPECT_EQ(grid->Cells(1, 1), QStringLiteral("2"));
-    EXPECT_EQ(grid->Row(), 2);
+    EXPECT_FALSE(grid->editorMode());
+    EXPECT_EQ(grid->cells(1, 1), QStringLiteral("2"));
+    EXPECT_EQ(grid->row(), 2);
 
     // Without goEditing typing opens nothing.
-    grid->SetOptions(grid->Options() - goEditing);
+    grid->setOptions(grid->Options() - goEditing);
     QTest::keyClick(grid, Qt::Key_3);
-    EXPECT_FALSE(grid->EditorMode());
+    EXPECT_FALSE(grid->editorMode());
 }
 
 TEST_F(Grid, EveryPrintableKeyReachesTheCell) {
-    grid->SetOptions(grid->Options() + goEditing);
+    grid->setOptions(grid->Options() + goEditing);
     ASSERT_NO_FATAL_FAILURE(focusGrid());
     std::vector<int> keys;
     grid->OnKeyDown = [&](ControlObject*, int& key, ShiftState) { keys.push_back(key); };
     // Punctuation opens the editor and comes with the code of its key.
     QTest::keyClick(grid, Qt::Key_Equal);
-    ASSERT_TRUE(grid->EditorMode());
-    QLineEdit* editor = grid->InplaceEditor();
+    ASSERT_TRUE(grid->editorMode());
+    QLineEdit* editor = grid->inplaceEditor();
     QTest::keyClick(editor, Qt::Key_ParenLeft);
     QTest::keyClick(editor, Qt::Key_Semicolon);
     // A key with no desktop code is typed all the same.
     QKeyEvent press(QEvent::KeyPress, Qt::Key_Eacute, Qt::NoModifier, QStringLiteral("\u00e9"));
     QApplication::sendEvent(editor, &press);
-    EXPECT_EQ(grid->Cells(1, 1), QStringLiteral("=(;\u00e9"));
+    EXPECT_EQ(grid->cells(1, 1), QStringLiteral("=(;\u00e9"));
     EXPECT_EQ(keys, (std::vector<int>{VK_OEM_PLUS, 57, VK_OEM_1, 0}));
     QTest::keyClick(editor, Qt::Key_Return);
-    EXPECT_FALSE(grid->EditorMode());
+    EXPECT_FALSE(grid->editorMode());
     // Typed into the closed cell, such a key opens the editor too.
     QKeyEvent again(QEvent::KeyPress, Qt::Key_Eacute, Qt::NoModifier, QStringLiteral("\u00e9"));
     QApplication::sendEvent(grid, &again);
-    ASSERT_TRUE(grid->EditorMode());
-    EXPECT_EQ(grid->Cells(1, 1), QStringLiteral("\u00e9"));
+    ASSERT_TRUE(grid->editorMode());
+    EXPECT_EQ(grid->cells(1, 1), QStringLiteral("\u00e9"));
 }
 
 TEST_F(Grid, HandlerFailuresGoToTheProgramsHandler) {
-    grid->SetOptions(grid->Options() + goEditing);
+    grid->setOptions(grid->Options() + goEditing);
     ASSERT_NO_FATAL_FAILURE(focusGrid());
     QStringList reported;
     grid->OnFailure = [&](const QString& m) { reported << m; };
@@ -518,28 +518,28 @@ TEST_F(Grid, HandlerFailuresGoToTheProgramsHandler) {
         if (key == VK_DOWN) throw ControlError(QStringLiteral("key"));
     };
     QTest::keyClick(grid, Qt::Key_Down);
-    EXPECT_EQ(grid->Row(), 1);
+    EXPECT_EQ(grid->row(), 1);
     // The move is made before onClicked runs.
     grid->onClicked = [&](ControlObject*) { throw ControlError(QStringLiteral("click")); };
     QTest::keyClick(grid, Qt::Key_Right);
-    EXPECT_EQ(grid->Col(), 2);
+    EXPECT_EQ(grid->col(), 2);
     QTest::mouseClick(grid, Qt::LeftButton, Qt::NoModifier,
-                      grid->CellRect(3, 3).ToQRect().center());
-    EXPECT_EQ(grid->Col(), 3);
+                      grid->cellRect(3, 3).toQRect().center());
+    EXPECT_EQ(grid->col(), 3);
     grid->onClicked = nullptr;
     grid->OnSelectCell = [&](ControlObject*, int, int, bool&) {
         throw ControlError(QStringLiteral("select"));
     };
     QTest::mouseClick(grid, Qt::LeftButton, Qt::NoModifier,
-                      grid->CellRect(4, 4).ToQRect().center());
-    EXPECT_EQ(grid->Col(), 3);
+                      grid->cellRect(4, 4).toQRect().center());
+    EXPECT_EQ(grid->col(), 3);
     grid->OnSelectCell = nullptr;
     grid->OnSetEditText = [&](ControlObject*, int, int, const QString&) {
         throw ControlError(QStringLiteral("edit"));
     };
     QTest::keyClick(grid, Qt::Key_5);
-    EXPECT_TRUE(grid->EditorMode());
-    EXPECT_EQ(grid->Cells(3, 3), QStringLiteral("5"));
+    EXPECT_TRUE(grid->editorMode());
+    EXPECT_EQ(grid->cells(3, 3), QStringLiteral("5"));
     grid->OnFailure = nullptr;
     EXPECT_EQ(reported,
               (QStringList{QStringLiteral("key"), QStringLiteral("click"), QStringLiteral("click"),
@@ -551,27 +551,27 @@ TEST_F(Grid, MouseSelectsCellsAndRanges) {
     int clicks = 0;
     grid->onClicked = [&](ControlObject*) { ++clicks; };
     QTest::mouseClick(grid, Qt::LeftButton, Qt::NoModifier,
-                      grid->CellRect(3, 2).ToQRect().center());
-    EXPECT_EQ(grid->Col(), 3);
-    EXPECT_EQ(grid->Row(), 2);
+                      grid->cellRect(3, 2).toQRect().center());
+    EXPECT_EQ(grid->col(), 3);
+    EXPECT_EQ(grid->row(), 2);
     EXPECT_EQ(clicks, 1);
     QTest::mouseClick(grid, Qt::LeftButton, Qt::ShiftModifier,
-                      grid->CellRect(4, 4).ToQRect().center());
-    EXPECT_EQ(grid->Selection(), GridRect(3, 2, 4, 4));
+                      grid->cellRect(4, 4).toQRect().center());
+    EXPECT_EQ(grid->selection(), gridRect(3, 2, 4, 4));
     // A click on a fixed cell selects nothing.
     QTest::mouseClick(grid, Qt::LeftButton, Qt::NoModifier,
-                      grid->CellRect(0, 0).ToQRect().center());
-    EXPECT_EQ(grid->Col(), 4);
+                      grid->cellRect(0, 0).toQRect().center());
+    EXPECT_EQ(grid->col(), 4);
     // Column sizing on the fixed row's border.
-    grid->SetOptions(grid->Options() + goColSizing);
-    const int border = grid->CellRect(1, 0).Right;
+    grid->setOptions(grid->Options() + goColSizing);
+    const int border = grid->cellRect(1, 0).Right;
     QTest::mousePress(grid, Qt::LeftButton, Qt::NoModifier, QPoint(border, 5));
     QMouseEvent move(QEvent::MouseMove, QPointF(border + 20, 5),
                      grid->mapToGlobal(QPointF(border + 20, 5)), Qt::NoButton, Qt::LeftButton,
                      Qt::NoModifier);
     QApplication::sendEvent(grid, &move);
     QTest::mouseRelease(grid, Qt::LeftButton, Qt::NoModifier, QPoint(border + 20, 5));
-    EXPECT_EQ(grid->ColWidths(1), 100);
+    EXPECT_EQ(grid->colWidths(1), 100);
 }
 
 } // namespace

@@ -60,12 +60,12 @@ protected:
     // The state of one row that any command could touch, CALC amounts and
     // the fields outside the change line included.
     static QString fullRow(const PipeRow& r) {
-        QString s = RowLine(r) + QString::number(r.key) + ';' + QString::number(r.otherMethod) +
-                    ';' + CurrToStr(r.sortOrder) + ';';
+        QString s = rowLine(r) + QString::number(r.key) + ';' + QString::number(r.otherMethod) +
+                    ';' + currToStr(r.sortOrder) + ';';
         for (Currency c : r.costAmounts)
-            s += CurrToStr(c) + ';';
+            s += currToStr(c) + ';';
         for (Currency c : r.submittedAmounts)
-            s += CurrToStr(c) + ';';
+            s += currToStr(c) + ';';
         return s;
     }
     void escape() {
@@ -87,7 +87,7 @@ protected:
             if (a->isEnabled()) names << a->objectName();
         return names;
     }
-    Currency C(const char* t) { return StrToCurr(QString::fromLatin1(t)); }
+    Currency c(const char* t) { return strToCurr(QString::fromLatin1(t)); }
 };
 
 // A paste or a clearing counts as a change: the next tree click asks to save
@@ -106,13 +106,13 @@ TEST_F(EditCommands, EveryCommandThatChangesTheRowsMakesTheNextClickAsk) {
                           {f.copyFirstDetailAcrossItem, false}};
     int kan = 2;
     for (const Step& step : steps) {
-        if (step.confirm) dialogs.AnswerBox(TaskDialog::IdYes);
+        if (step.confirm) dialogs.answerBox(TaskDialog::IdYes);
         step.command->trigger();
         const std::size_t boxes = dialogs.Boxes().size();
-        dialogs.AnswerBox(TaskDialog::IdCancel); // do not save, go on
+        dialogs.answerBox(TaskDialog::IdCancel); // do not save, go on
         clickNode(++kan);
         ASSERT_EQ(dialogs.Boxes().size(), boxes + 1) << step.command->objectName().toStdString();
-        EXPECT_TRUE(dialogs.Boxes().back().content.endsWith(U("データを保存しますか?")));
+        EXPECT_TRUE(dialogs.Boxes().back().content.endsWith(u("データを保存しますか?")));
         EXPECT_EQ(f.currentPipeType, kan);
     }
 }
@@ -137,7 +137,7 @@ TEST_F(EditCommands, MenuStateAtStartAfterACopyAndAfterAPaste) {
     // Piping mode: the spreading item is enabled and named by the tabs.
     EXPECT_TRUE(f.copyFirstDetailAcrossItem->isEnabled());
     EXPECT_EQ(f.copyFirstDetailAcrossItem->text(),
-              U("屋内一般のデータを機械室・便所・屋外架空・地中埋設へコピ－"));
+              u("屋内一般のデータを機械室・便所・屋外架空・地中埋設へコピ－"));
 
     f.copyAllFactorsItem->trigger();
     EXPECT_EQ(enabledPastes(), QStringList{QStringLiteral("pasteAllFactorsItem")});
@@ -159,53 +159,53 @@ TEST_F(EditCommands, PasteOnTheSourceRestoresTheCopiedFieldsAndLeavesTheRest) {
     MainWindow& f = open();
     const Currency net3 = rows()[3].costPrice, teika20 = rows()[20].listPrice;
     f.copyPricesItem->trigger(); // prices
-    rows()[3].costPrice = C("1");
-    rows()[20].listPrice = C("2");
-    rows()[3].factor(5) = C("0.5");
-    rows()[2].setGoods(U("別の用途"));
+    rows()[3].costPrice = c("1");
+    rows()[20].listPrice = c("2");
+    rows()[3].factor(5) = c("0.5");
+    rows()[2].setGoods(u("別の用途"));
     f.pastePricesItem->trigger();
     EXPECT_EQ(rows()[3].costPrice, net3);
     EXPECT_EQ(rows()[20].listPrice, teika20);
-    EXPECT_EQ(rows()[3].factor(5), C("0.5"));
-    EXPECT_EQ(rows()[2].goods(), U("別の用途"));
+    EXPECT_EQ(rows()[3].factor(5), c("0.5"));
+    EXPECT_EQ(rows()[2].goods(), u("別の用途"));
     // The sheet shows the rows, recalculated.
     PipeRow expected = rows()[3];
-    CalcRowWith(expected, doc().options());
+    calcRowWith(expected, doc().options());
     EXPECT_EQ(rows()[3].submittedUnitPrice, expected.submittedUnitPrice);
     EXPECT_EQ(cell1(8, 3), QStringLiteral("0.500"));
-    EXPECT_EQ(f.useBox->Text(), U("別の用途"));
+    EXPECT_EQ(f.useBox->text(), u("別の用途"));
 }
 
 TEST_F(EditCommands, WholeAllCopyCarriesModeRatesAndRoundingToAnotherPipeType) {
     MainWindow& f = open();
     const QString source = rows()[1].goods();
     // Options of pipe type 1 set by the user.
-    f.digitsRadio->SetItemIndex(0);
-    f.fractionRadio->SetItemIndex(1);
-    f.rateSubmittedEdit->SetValue(70);
+    f.digitsRadio->setItemIndex(0);
+    f.fractionRadio->setItemIndex(1);
+    f.rateSubmittedEdit->setValue(70);
     f.useRateCheck->SetChecked(true); // unit prices from the list price
     f.applyControls();
-    f.modeRadio->SetItemIndex(1); // refrigerant mode
-    ASSERT_EQ(doc().options().ModeFlag(), 1);
+    f.modeRadio->setItemIndex(1); // refrigerant mode
+    ASSERT_EQ(doc().options().modeFlag(), 1);
     f.copyWholeTableItem->trigger();
-    dialogs.AnswerBox(TaskDialog::IdCancel); // not saved
+    dialogs.answerBox(TaskDialog::IdCancel); // not saved
     clickNode(2);
     ASSERT_EQ(f.currentPipeType, 2);
-    ASSERT_EQ(f.modeRadio->ItemIndex(), 0);
+    ASSERT_EQ(f.modeRadio->itemIndex(), 0);
     ASSERT_EQ(f.tabs->count(), 4);
-    ASSERT_FALSE(f.useRateCheck->Checked());
+    ASSERT_FALSE(f.useRateCheck->checked());
     f.pasteWholeTableItem->trigger();
-    EXPECT_TRUE(f.useRateCheck->Checked());
-    EXPECT_EQ(f.modeRadio->ItemIndex(), 1);
+    EXPECT_TRUE(f.useRateCheck->checked());
+    EXPECT_EQ(f.modeRadio->itemIndex(), 1);
     EXPECT_EQ(f.tabs->count(), 1);
     EXPECT_FALSE(f.copyFirstDetailAcrossItem->isEnabled());
-    EXPECT_EQ(f.digitsRadio->ItemIndex(), 0);
-    EXPECT_EQ(f.fractionRadio->ItemIndex(), 1);
-    EXPECT_EQ(f.rateSubmittedEdit->Value(), 70);
-    EXPECT_EQ(doc().options().RateSubmitted(), Currency::FromInt(70));
-    EXPECT_EQ(f.goodsBox->Text(), source);
+    EXPECT_EQ(f.digitsRadio->itemIndex(), 0);
+    EXPECT_EQ(f.fractionRadio->itemIndex(), 1);
+    EXPECT_EQ(f.rateSubmittedEdit->value(), 70);
+    EXPECT_EQ(doc().options().rateSubmitted(), Currency::fromInt(70));
+    EXPECT_EQ(f.goodsBox->text(), source);
     // The node of the pipe type on the sheet takes the name.
-    EXPECT_EQ(f.treeNode(2)->text(0), TrimBlanks(source));
+    EXPECT_EQ(f.treeNode(2)->text(0), trimBlanks(source));
     EXPECT_TRUE(f.undoAction->isEnabled());
     // Nothing reaches the database before a save.
     EXPECT_EQ(stored(1, 2, 60, "FLAG"), QStringLiteral("0"));
@@ -222,11 +222,11 @@ TEST_F(EditCommands, EachPasteCarriesExactlyItsFields) {
         row.setSize(QStringLiteral("%1-%2").arg(k).arg(r));
         row.setUnit(QStringLiteral("c%1").arg(k));
         row.modeFlag = k;
-        row.costPrice = Currency::FromInt(100 * k + r);
-        row.submittedPrice = Currency::FromInt(200 * k + r);
-        row.listPrice = Currency::FromInt(300 * k + r);
+        row.costPrice = Currency::fromInt(100 * k + r);
+        row.submittedPrice = Currency::fromInt(200 * k + r);
+        row.listPrice = Currency::fromInt(300 * k + r);
         for (int n = 1; n <= 7; ++n)
-            row.factor(n) = Currency::FromInt(10 * k + n);
+            row.factor(n) = Currency::fromInt(10 * k + n);
     };
     const auto part = [](const PipeRow& row, int p) {
         QStringList s;
@@ -234,11 +234,11 @@ TEST_F(EditCommands, EachPasteCarriesExactlyItsFields) {
             s << row.goods() << row.kind() << row.size() << row.unit()
               << QString::number(row.modeFlag);
         if (p == Prices)
-            s << CurrToStr(row.costPrice) << CurrToStr(row.submittedPrice)
-              << CurrToStr(row.listPrice);
+            s << currToStr(row.costPrice) << currToStr(row.submittedPrice)
+              << currToStr(row.listPrice);
         for (int n = 1; n <= 7; ++n)
             if ((p == Factors && n != 5) || (p == Pipefitter && n == 5))
-                s << CurrToStr(row.factor(n));
+                s << currToStr(row.factor(n));
         return s.join(QLatin1Char('|'));
     };
     const struct {
@@ -292,16 +292,16 @@ TEST_F(EditCommands, DetailAllPasteRewritesGoodsAndKindOfTheTabAndItsCaption) {
         EXPECT_EQ(rows()[30 + i].kindBytes, source[i].kindBytes) << i;
         EXPECT_EQ(rows()[30 + i].factor(2), source[i].factor(2)) << i;
     }
-    EXPECT_EQ(f.tabs->tabText(2), U("屋内一般"));
+    EXPECT_EQ(f.tabs->tabText(2), u("屋内一般"));
     EXPECT_EQ(f.tabs->currentIndex(), 0);
     // Other tabs as they were.
     for (int r : {1, 16, 29, 46, 60})
-        EXPECT_EQ(RowLine(rows()[r]), RowLine(before[r])) << r;
+        EXPECT_EQ(rowLine(rows()[r]), rowLine(before[r])) << r;
     // An empty KIND gets the default caption.
     f.tabs->setCurrentIndex(1);
     ws().copyBuffer()[1].kindBytes.clear();
     f.pasteDetailItem->trigger();
-    EXPECT_EQ(f.tabs->tabText(1), U("機械室・便所"));
+    EXPECT_EQ(f.tabs->tabText(1), u("機械室・便所"));
     EXPECT_EQ(f.tabs->currentIndex(), 0);
 }
 
@@ -321,44 +321,44 @@ TEST_F(EditCommands, AfterEveryPasteTabZeroIsCurrent) {
 TEST_F(EditCommands, RefrigerantModeHasOneTabAndDetailCommandsOnRowsOneToFifteen) {
     MainWindow& f = open();
     clickNode(9 * 21 + 1); // group 10, pipe type 1
-    ASSERT_EQ(doc().options().ModeFlag(), 1);
+    ASSERT_EQ(doc().options().modeFlag(), 1);
     EXPECT_EQ(f.tabs->count(), 1);
     EXPECT_FALSE(f.copyFirstDetailAcrossItem->isEnabled());
     f.copyDetailFactorsItem->trigger();
     const RowTable before = rows();
     for (int r = 1; r <= RowCount; ++r)
         for (int n = 1; n <= 7; ++n)
-            rows()[r].factor(n) = C("0.9");
+            rows()[r].factor(n) = c("0.9");
     f.pasteDetailFactorsItem->trigger();
     for (int r = 1; r <= 15; ++r)
         EXPECT_EQ(rows()[r].factors, before[r].factors) << r;
     for (int r = 16; r <= RowCount; ++r)
-        EXPECT_EQ(rows()[r].factor(4), C("0.9")) << r;
+        EXPECT_EQ(rows()[r].factor(4), c("0.9")) << r;
     // The item stays disabled, and triggering it does nothing.
     f.copyFirstDetailAcrossItem->trigger();
-    EXPECT_EQ(rows()[16].factor(4), C("0.9"));
+    EXPECT_EQ(rows()[16].factor(4), c("0.9"));
 }
 
 TEST_F(EditCommands, PasteThenUndoGivesTheRowsBackAndASecondEscDoesNothing) {
     MainWindow& f = open();
     QStringList before;
     for (int r = 1; r <= RowCount; ++r)
-        before << RowLine(rows()[r]);
+        before << rowLine(rows()[r]);
     clickNode(2);
     f.copyWholeTableItem->trigger();
     clickNode(1);
     f.pasteWholeTableItem->trigger();
-    ASSERT_NE(RowLine(rows()[1]), before[0]);
+    ASSERT_NE(rowLine(rows()[1]), before[0]);
     escape();
     for (int r = 1; r <= RowCount; ++r)
-        EXPECT_EQ(RowLine(rows()[r]), before[r - 1]) << r;
+        EXPECT_EQ(rowLine(rows()[r]), before[r - 1]) << r;
     EXPECT_FALSE(f.undoAction->isEnabled());
     EXPECT_FALSE(f.undoItem->isEnabled());
-    EXPECT_EQ(f.treeNode(1)->text(0), TrimBlanks(rows()[1].goods()));
+    EXPECT_EQ(f.treeNode(1)->text(0), trimBlanks(rows()[1].goods()));
     // A second Esc finds the command disabled: the rows stay as they are now.
-    rows()[7].costPrice = C("12345");
+    rows()[7].costPrice = c("12345");
     escape();
-    EXPECT_EQ(rows()[7].costPrice, C("12345"));
+    EXPECT_EQ(rows()[7].costPrice, c("12345"));
 }
 
 // The flags of the rows, the mode in the option row among them, come back with
@@ -369,7 +369,7 @@ TEST_F(EditCommands, UndoOfAClearOrAPasteBringsTheFlagsBack) {
     clickNode(9 * 21 + 1);           // group 10, pipe type 1: refrigerant mode
     rows()[7].modeFlag = 2;
     for (QAction* command : {f.clearPipeTypeItem, f.pasteWholeTableItem}) {
-        if (command == f.clearPipeTypeItem) dialogs.AnswerBox(TaskDialog::IdYes);
+        if (command == f.clearPipeTypeItem) dialogs.answerBox(TaskDialog::IdYes);
         command->trigger();
         ASSERT_EQ(rows()[7].modeFlag + rows()[OptionRow].modeFlag, 0);
         f.undoAction->trigger();
@@ -382,27 +382,27 @@ TEST_F(EditCommands, UndoOfAClearOrAPasteBringsTheFlagsBack) {
 TEST_F(EditCommands, TwoEditsThenUndoUndoesOnlyTheSecond) {
     MainWindow& f = open();
     auto enter = [&](int col, int row, const char* text) {
-        ASSERT_TRUE(f.compositeGrid->FocusCell(col, row, true));
+        ASSERT_TRUE(f.compositeGrid->focusCell(col, row, true));
         for (char ch : QByteArray(text)) {
-            QWidget* target = f.compositeGrid->EditorMode()
-                                  ? static_cast<QWidget*>(f.compositeGrid->InplaceEditor())
+            QWidget* target = f.compositeGrid->editorMode()
+                                  ? static_cast<QWidget*>(f.compositeGrid->inplaceEditor())
                                   : f.compositeGrid;
             QTest::keyClick(target, ch);
         }
-        QWidget* target = f.compositeGrid->EditorMode()
-                              ? static_cast<QWidget*>(f.compositeGrid->InplaceEditor())
+        QWidget* target = f.compositeGrid->editorMode()
+                              ? static_cast<QWidget*>(f.compositeGrid->inplaceEditor())
                               : f.compositeGrid;
         QTest::keyClick(target, Qt::Key_Return);
     };
     const Currency old4 = rows()[4].factor(2);
     enter(5, 3, "0.75");
     enter(5, 4, "0.85");
-    ASSERT_EQ(rows()[3].factor(2), C("0.75"));
-    ASSERT_EQ(rows()[4].factor(2), C("0.85"));
+    ASSERT_EQ(rows()[3].factor(2), c("0.75"));
+    ASSERT_EQ(rows()[4].factor(2), c("0.85"));
     f.undoItem->trigger(); // the menu item
-    EXPECT_EQ(rows()[3].factor(2), C("0.75"));
+    EXPECT_EQ(rows()[3].factor(2), c("0.75"));
     EXPECT_EQ(rows()[4].factor(2), old4);
-    EXPECT_EQ(cell1(5, 4), CurrToStr(old4));
+    EXPECT_EQ(cell1(5, 4), currToStr(old4));
     EXPECT_FALSE(f.undoAction->isEnabled());
 }
 
@@ -410,24 +410,24 @@ TEST_F(EditCommands, ClearPipeTypeAsksClearsAndUndoBringsTheTreeTextBack) {
     MainWindow& f = open();
     const QString name = f.treeNode(1)->text(0);
     const RowTable before = rows();
-    dialogs.AnswerBox(TaskDialog::IdNo);
+    dialogs.answerBox(TaskDialog::IdNo);
     f.clearPipeTypeItem->trigger();
     ASSERT_EQ(dialogs.Boxes().size(), 1u);
-    EXPECT_EQ(dialogs.Boxes()[0].instruction, U("確認"));
-    EXPECT_EQ(dialogs.Boxes()[0].content, U("現在の内容をすべてクリア－しますか？"));
+    EXPECT_EQ(dialogs.Boxes()[0].instruction, u("確認"));
+    EXPECT_EQ(dialogs.Boxes()[0].content, u("現在の内容をすべてクリア－しますか？"));
     EXPECT_EQ(dialogs.Boxes()[0].icon, TaskDialog::IconQuestion);
     EXPECT_EQ(dialogs.Boxes()[0].buttons, TaskDialog::ButtonYes | TaskDialog::ButtonNo);
     EXPECT_EQ(fullRow(rows()[1]), fullRow(before[1]));
     EXPECT_EQ(f.treeNode(1)->text(0), name);
 
     f.tabs->setCurrentIndex(2);
-    dialogs.AnswerBox(TaskDialog::IdYes);
+    dialogs.answerBox(TaskDialog::IdYes);
     f.clearPipeTypeItem->trigger();
     for (int r = 1; r <= RowCount; ++r) {
         EXPECT_TRUE(rows()[r].goodsBytes.isEmpty() && rows()[r].sizeBytes.isEmpty() &&
                     rows()[r].kindBytes.isEmpty() && rows()[r].unitBytes.isEmpty())
             << r;
-        EXPECT_TRUE(rows()[r].costPrice.IsZero() && rows()[r].factor(5).IsZero() &&
+        EXPECT_TRUE(rows()[r].costPrice.isZero() && rows()[r].factor(5).isZero() &&
                     rows()[r].modeFlag == 0)
             << r;
         EXPECT_EQ(rows()[r].key, before[r].key);
@@ -435,15 +435,15 @@ TEST_F(EditCommands, ClearPipeTypeAsksClearsAndUndoBringsTheTreeTextBack) {
     }
     EXPECT_EQ(f.tabs->currentIndex(), 0);
     EXPECT_EQ(cell1(0, 1), QString());
-    EXPECT_EQ(cell2(1, 1), FormatAmount(Currency()));
+    EXPECT_EQ(cell2(1, 1), formatAmount(Currency()));
     EXPECT_EQ(f.treeNode(1)->text(0), QString());
     // The controls above the grids keep what they showed.
-    EXPECT_EQ(f.goodsBox->Text(), before[1].goods());
+    EXPECT_EQ(f.goodsBox->text(), before[1].goods());
     EXPECT_TRUE(f.undoAction->isEnabled());
 
     f.undoAction->trigger();
     for (int r = 1; r <= RowCount; ++r)
-        EXPECT_EQ(RowLine(rows()[r]), RowLine(before[r])) << r;
+        EXPECT_EQ(rowLine(rows()[r]), rowLine(before[r])) << r;
     EXPECT_EQ(f.treeNode(1)->text(0), name);
     EXPECT_EQ(cell1(0, 1), before[1].size());
 }
@@ -453,13 +453,13 @@ TEST_F(EditCommands, MoveAtTheEndsSaysSoAndChangesNothing) {
     const QByteArray group = storedGroup(1);
     f.moveUpItem->trigger(); // up on the first
     ASSERT_EQ(dialogs.Boxes().size(), 1u);
-    EXPECT_EQ(dialogs.Boxes()[0].instruction, U("確認"));
-    EXPECT_EQ(dialogs.Boxes()[0].content, U("移動できません。"));
+    EXPECT_EQ(dialogs.Boxes()[0].instruction, u("確認"));
+    EXPECT_EQ(dialogs.Boxes()[0].content, u("移動できません。"));
     EXPECT_EQ(f.currentPipeType, 1);
     clickNode(20);
     f.popupMoveDownItem->trigger(); // down on the twentieth, from the tree's pop-up menu
     ASSERT_EQ(dialogs.Boxes().size(), 2u);
-    EXPECT_EQ(dialogs.Boxes()[1].content, U("移動できません。"));
+    EXPECT_EQ(dialogs.Boxes()[1].content, u("移動できません。"));
     EXPECT_EQ(f.currentPipeType, 20);
     EXPECT_EQ(storedGroup(1), group);
 }
@@ -473,7 +473,7 @@ TEST_F(EditCommands, MoveCarriesTheSelectionAndASaveLeavesTheNeighbourByteIdenti
     clickNode(2);
     const QString name2 = f.treeNode(2)->text(0);
     // An unsaved change of the pipe type that moves.
-    f.labourCostSubmittedEdit->SetValue(31000);
+    f.labourCostSubmittedEdit->setValue(31000);
     f.applyControls();
     ASSERT_TRUE(doc().isChanged());
     f.popupMoveUpItem->trigger(); // up, from the tree's pop-up menu
@@ -483,7 +483,7 @@ TEST_F(EditCommands, MoveCarriesTheSelectionAndASaveLeavesTheNeighbourByteIdenti
     EXPECT_EQ(f.treeNode(2)->text(0), name1);
     EXPECT_FALSE(f.undoAction->isEnabled());
     EXPECT_TRUE(doc().isChanged()); // the change is still unsaved
-    EXPECT_EQ(f.labourCostSubmittedEdit->Value(), 31000);
+    EXPECT_EQ(f.labourCostSubmittedEdit->value(), 31000);
     // The two swapped places in the file, nothing else moved.
     EXPECT_EQ(storedBytes(1, 1), second);
     EXPECT_EQ(storedBytes(1, 2), first);
@@ -491,7 +491,7 @@ TEST_F(EditCommands, MoveCarriesTheSelectionAndASaveLeavesTheNeighbourByteIdenti
 
     QTest::mouseClick(f.saveButton, Qt::LeftButton);
     ASSERT_FALSE(dialogs.Boxes().empty());
-    EXPECT_EQ(dialogs.Boxes().back().content, U("保存しました。"));
+    EXPECT_EQ(dialogs.Boxes().back().content, u("保存しました。"));
     EXPECT_EQ(storedBytes(1, 2), first); // the neighbour, untouched
     EXPECT_EQ(stored(1, 1, 60, "DATA5"), QStringLiteral("31000"));
     EXPECT_EQ(stored(1, 1, 1, "GOODS"), name2);
@@ -508,10 +508,10 @@ TEST_F(EditCommands, ClearDetailKeepsSizesAndPricesAndShowsZeroFactors) {
     MainWindow& f = open();
     const RowTable before = rows();
     f.tabs->setCurrentIndex(1);
-    dialogs.AnswerBox(TaskDialog::IdYes);
+    dialogs.answerBox(TaskDialog::IdYes);
     f.clearDetailItem->trigger();
     ASSERT_EQ(dialogs.Boxes().size(), 1u);
-    EXPECT_EQ(dialogs.Boxes()[0].content, U("現在の細目をクリア－しますか？"));
+    EXPECT_EQ(dialogs.Boxes()[0].content, u("現在の細目をクリア－しますか？"));
     EXPECT_EQ(f.tabs->currentIndex(), 1);
     for (int g = 1; g <= 14; ++g) {
         const int r = 15 + g;
@@ -519,7 +519,7 @@ TEST_F(EditCommands, ClearDetailKeepsSizesAndPricesAndShowsZeroFactors) {
         EXPECT_EQ(rows()[r].costPrice, before[r].costPrice);
         EXPECT_EQ(rows()[r].listPrice, before[r].listPrice);
         for (int n = 1; n <= 7; ++n)
-            EXPECT_TRUE(rows()[r].factor(n).IsZero()) << r;
+            EXPECT_TRUE(rows()[r].factor(n).isZero()) << r;
         EXPECT_EQ(cell1(0, g), before[r].size());
         EXPECT_EQ(cell1(5, g), QStringLiteral("0"));
         EXPECT_EQ(cell1(8, g), QStringLiteral("0.000"));
@@ -552,12 +552,12 @@ TEST_F(EditCommands, OptionRowIntactAfterTheDetailCommandsOnTheFourthTab) {
     f.copyDetailLabourItem->trigger();
     onTab4(f.pasteDetailLabourItem);
     onTab4(f.copyFirstDetailAcrossItem);
-    dialogs.AnswerBox(TaskDialog::IdYes);
+    dialogs.answerBox(TaskDialog::IdYes);
     onTab4(f.clearDetailItem);
-    EXPECT_TRUE(rows()[59].factor(5).IsZero());
+    EXPECT_TRUE(rows()[59].factor(5).isZero());
     // The controls still show the options, and a save stores them.
-    EXPECT_EQ(f.labourCostSubmittedEdit->Value(), 24200);
-    EXPECT_EQ(f.rateCostEdit->Value(), 55);
+    EXPECT_EQ(f.labourCostSubmittedEdit->value(), 24200);
+    EXPECT_EQ(f.rateCostEdit->value(), 55);
     QTest::mouseClick(f.saveButton, Qt::LeftButton);
     EXPECT_EQ(stored(1, 1, 60, "DATA5"), QStringLiteral("24200"));
     EXPECT_EQ(stored(1, 1, 60, "DATA2"), QStringLiteral("10"));
@@ -566,15 +566,15 @@ TEST_F(EditCommands, OptionRowIntactAfterTheDetailCommandsOnTheFourthTab) {
 
 TEST_F(EditCommands, WholeTablePasteStillCarriesTheOptionRow) {
     MainWindow& f = open();
-    f.labourCostSubmittedEdit->SetValue(27000);
+    f.labourCostSubmittedEdit->setValue(27000);
     f.applyControls();
     f.copyLabourFactorsItem->trigger(); // pipefitter: DATA5 of every row, row 60 included
-    dialogs.AnswerBox(TaskDialog::IdCancel);
+    dialogs.answerBox(TaskDialog::IdCancel);
     clickNode(2);
-    ASSERT_EQ(f.labourCostSubmittedEdit->Value(), 24200);
+    ASSERT_EQ(f.labourCostSubmittedEdit->value(), 24200);
     const Currency labour3 = rows()[3].factor(2);
     f.pasteLabourFactorsItem->trigger();
-    EXPECT_EQ(f.labourCostSubmittedEdit->Value(), 27000);
+    EXPECT_EQ(f.labourCostSubmittedEdit->value(), 27000);
     EXPECT_EQ(rows()[3].factor(2), labour3);
 }
 
@@ -589,7 +589,7 @@ TEST_F(EditCommands, SpreadCopiesTheFirstDetailToTheOtherThree) {
             EXPECT_EQ(rows()[r].factors, rows()[i].factors) << r;
             EXPECT_EQ(rows()[r].kindBytes, before[r].kindBytes) << r;
         }
-    EXPECT_EQ(f.tabs->tabText(1), U("機械室・便所"));
+    EXPECT_EQ(f.tabs->tabText(1), u("機械室・便所"));
     f.undoAction->trigger();
     EXPECT_EQ(rows()[17].factors, before[17].factors);
 }
@@ -606,11 +606,11 @@ TEST_F(EditCommands, HiddenPriceSpreadTakesTheCopiedPricesAndDisablesThePastes) 
     ASSERT_EQ(enabledPastes(), QStringList{QStringLiteral("pasteAllFactorsItem")});
     const QString option = fullRow(rows()[OptionRow]);
     for (int r = 16; r < OptionRow; ++r)
-        rows()[r].costPrice = C("1");
+        rows()[r].costPrice = c("1");
     f.edits()->copyDetailPricesAcross();
     for (int r = 16; r < OptionRow; ++r)
         EXPECT_EQ(rows()[r].costPrice, ws().copyBuffer()[(r - 1) % 15 + 1].costPrice) << r;
-    EXPECT_NE(rows()[17].costPrice, C("1"));
+    EXPECT_NE(rows()[17].costPrice, c("1"));
     EXPECT_EQ(fullRow(rows()[OptionRow]), option);
     EXPECT_TRUE(enabledPastes().isEmpty());
 }

@@ -16,8 +16,8 @@
 
 namespace {
 
-Currency C(const char* t) {
-    return StrToCurr(QString::fromLatin1(t));
+Currency c(const char* t) {
+    return strToCurr(QString::fromLatin1(t));
 }
 
 // Rows with every field set, each row different, negative numbers too, and
@@ -29,23 +29,23 @@ RowTable knownRows() {
         x.key = r;
         x.goodsBytes = QByteArray("GOODS-ABCDEFGHIJ").left(16 - (r % 7));
         x.kindBytes =
-            r == 1 ? ToAnsi(QStringLiteral("屋内一般")) : QByteArray("K") + QByteArray::number(r);
-        x.sortOrder = Currency::FromInt(r * 3);
+            r == 1 ? toAnsi(QStringLiteral("屋内一般")) : QByteArray("K") + QByteArray::number(r);
+        x.sortOrder = Currency::fromInt(r * 3);
         x.sizeBytes = r % 2 ? QByteArray("1000A-") : QByteArray("15A");
         x.otherMethod = r == 7 ? -5 : r * 11;
-        x.unitBytes = ToAnsi(QStringLiteral("ｍ"));
+        x.unitBytes = toAnsi(QStringLiteral("ｍ"));
         x.modeFlag = r == 60 ? 1 : -r;
-        x.costPrice = Currency::FromRaw(1234567 + r);
-        x.submittedPrice = Currency::FromRaw(-7654321 - r);
-        x.listPrice = Currency::FromRaw(std::int64_t(1) << 40);
+        x.costPrice = Currency::fromRaw(1234567 + r);
+        x.submittedPrice = Currency::fromRaw(-7654321 - r);
+        x.listPrice = Currency::fromRaw(std::int64_t(1) << 40);
         for (int n = 1; n <= 7; ++n)
-            x.factor(n) = Currency::FromRaw(r * 1000 + n);
-        x.costUnitPrice = C("100.5");
-        x.submittedUnitPrice = C("-0.0001");
-        x.adoptedUnitPrice = C("922337203685477.5807");
+            x.factor(n) = Currency::fromRaw(r * 1000 + n);
+        x.costUnitPrice = c("100.5");
+        x.submittedUnitPrice = c("-0.0001");
+        x.adoptedUnitPrice = c("922337203685477.5807");
         for (int n = 0; n < 7; ++n) {
-            x.costAmounts[std::size_t(n)] = Currency::FromInt(99);
-            x.submittedAmounts[std::size_t(n)] = Currency::FromInt(77);
+            x.costAmounts[std::size_t(n)] = Currency::fromInt(99);
+            x.submittedAmounts[std::size_t(n)] = Currency::fromInt(77);
         }
     }
     rows[60].goodsBytes.clear();
@@ -68,7 +68,7 @@ class FdkFile : public ::testing::Test {
 protected:
     void SetUp() override {
         ASSERT_TRUE(dir.isValid());
-        ResetFdkRecordBuffer();
+        resetFdkRecordBuffer();
     }
     QString path(const char* name) const { return dir.filePath(QString::fromUtf8(name)); }
     QTemporaryDir dir;
@@ -90,7 +90,7 @@ TEST_F(FdkFile, OffsetsAndSizeAreTheTable) {
 
 TEST_F(FdkFile, WriterGivesTheGoldenBytes) {
     const RowTable rows = knownRows();
-    WriteFdkFile(path("a.fdk"), rows);
+    writeFdkFile(path("a.fdk"), rows);
     const QByteArray bytes = readAll(path("a.fdk"));
     GoldenRecords golden;
     for (int r = 1; r <= 60; ++r)
@@ -99,13 +99,13 @@ TEST_F(FdkFile, WriterGivesTheGoldenBytes) {
     EXPECT_EQ(bytes, golden.file);
 
     // A few bytes by hand, to be sure of the builder too.
-    EXPECT_EQ(Int32In(bytes, 2, 0), 2);
+    EXPECT_EQ(int32In(bytes, 2, 0), 2);
     EXPECT_EQ(quint8(bytes[4]), 15); // GOODS of row 1: 16 - 1 bytes
     EXPECT_EQ(bytes.mid(5, 15), QByteArray("GOODS-ABCDEFGHI"));
-    EXPECT_EQ(Int64In(bytes, 1, 168), -7654322);
-    EXPECT_EQ(Int32In(bytes, 7, 144), -5);
-    EXPECT_EQ(Int64In(bytes, 3, 184 + 6 * 8), 3007);
-    EXPECT_EQ(Int64In(bytes, 1, 256), std::numeric_limits<std::int64_t>::max());
+    EXPECT_EQ(int64In(bytes, 1, 168), -7654322);
+    EXPECT_EQ(int32In(bytes, 7, 144), -5);
+    EXPECT_EQ(int64In(bytes, 3, 184 + 6 * 8), 3007);
+    EXPECT_EQ(int64In(bytes, 1, 256), std::numeric_limits<std::int64_t>::max());
     // Nothing ever wrote the gaps or the CALC place of a fresh buffer.
     for (int r = 1; r <= 60; ++r) {
         const int at = (r - 1) * 376;
@@ -118,14 +118,14 @@ TEST_F(FdkFile, WriterGivesTheGoldenBytes) {
 
 TEST_F(FdkFile, AShorterStringLeavesThePreviousRecordsBytesBehindIt) {
     const RowTable rows = knownRows();
-    WriteFdkFile(path("a.fdk"), rows);
+    writeFdkFile(path("a.fdk"), rows);
     const QByteArray bytes = readAll(path("a.fdk"));
     // Row 1 SIZE "1000A-", row 2 "15A": record 2 holds "15A" and then "0A-".
     EXPECT_EQ(bytes.mid(376 + 136, 7), QByteArray("\x03"
                                                   "15A0A-",
                                                   7));
     // Row 1 KIND is 8 bytes of code page 932, row 2 "K2": "K2" and the rest.
-    const QByteArray kind1 = ToAnsi(QStringLiteral("屋内一般"));
+    const QByteArray kind1 = toAnsi(QStringLiteral("屋内一般"));
     EXPECT_EQ(bytes.mid(376 + 85, 1 + 8), QByteArray("\x02K2", 3) + kind1.mid(2));
     // Row 60 has no GOODS: its length byte is 0 and row 59's text stays.
     EXPECT_EQ(quint8(bytes[59 * 376 + 4]), 0);
@@ -134,10 +134,10 @@ TEST_F(FdkFile, AShorterStringLeavesThePreviousRecordsBytesBehindIt) {
 
 TEST_F(FdkFile, TheBufferCarriesOverFromOneSaveToTheNext) {
     const RowTable rows = knownRows();
-    WriteFdkFile(path("a.fdk"), rows);
+    writeFdkFile(path("a.fdk"), rows);
     RowTable shortRows = rows;
     shortRows[1].sizeBytes = "1";
-    WriteFdkFile(path("b.fdk"), shortRows);
+    writeFdkFile(path("b.fdk"), shortRows);
     // Row 60 of the first save had "15A" in SIZE; its "5A" stays behind "1".
     EXPECT_EQ(readAll(path("b.fdk")).mid(136, 4), QByteArray("\x01"
                                                              "15A",
@@ -159,11 +159,11 @@ TEST_F(FdkFile, ALoadLeavesItsBytesForTheNextSave) {
     }
     writeAll(path("other.fdk"), other.file);
     RowTable target = knownRows();
-    ReadFdkFile(path("other.fdk"), target);
+    readFdkFile(path("other.fdk"), target);
 
     RowTable next = knownRows();
     next[1].sizeBytes = "";
-    WriteFdkFile(path("next.fdk"), next);
+    writeFdkFile(path("next.fdk"), next);
     const QByteArray bytes = readAll(path("next.fdk"));
     // Record 1 of the save holds what record 59 of the load left; record 60
     // was never read.
@@ -188,17 +188,17 @@ TEST_F(FdkFile, ReadTakesSizeYosanAndFactorsOfRowsOneTo59Only) {
         fileRows[r].key = 1000 + r;
         fileRows[r].goodsBytes = "FILE";
         fileRows[r].kindBytes = "FILEKIND";
-        fileRows[r].sortOrder = Currency::FromInt(5);
+        fileRows[r].sortOrder = Currency::fromInt(5);
         fileRows[r].sizeBytes = QByteArray("S") + QByteArray::number(r);
         fileRows[r].otherMethod = 500 + r;
         fileRows[r].unitBytes = "kg";
         fileRows[r].modeFlag = 9;
         fileRows[r].costPrice = fileRows[r].submittedPrice = fileRows[r].listPrice =
-            Currency::FromInt(1);
+            Currency::fromInt(1);
         for (int n = 1; n <= 7; ++n)
-            fileRows[r].factor(n) = Currency::FromRaw(-(r * 10 + n));
+            fileRows[r].factor(n) = Currency::fromRaw(-(r * 10 + n));
         fileRows[r].costUnitPrice = fileRows[r].submittedUnitPrice = fileRows[r].adoptedUnitPrice =
-            Currency::FromInt(2);
+            Currency::fromInt(2);
     }
     GoldenRecords golden;
     for (int r = 1; r <= 60; ++r)
@@ -208,13 +208,13 @@ TEST_F(FdkFile, ReadTakesSizeYosanAndFactorsOfRowsOneTo59Only) {
 
     const RowTable before = knownRows();
     RowTable rows = before;
-    ReadFdkFile(path("in.fdk"), rows);
+    readFdkFile(path("in.fdk"), rows);
     for (int r = 1; r <= 59; ++r) {
         PipeRow expected = before[r];
         expected.otherMethod = 500 + r;
         expected.sizeBytes = QByteArray("S") + QByteArray::number(r);
         for (int n = 1; n <= 7; ++n)
-            expected.factor(n) = Currency::FromRaw(-(r * 10 + n));
+            expected.factor(n) = Currency::fromRaw(-(r * 10 + n));
         const PipeRow& got = rows[r];
         EXPECT_EQ(got.key, expected.key);
         EXPECT_EQ(got.goodsBytes, expected.goodsBytes);
@@ -239,7 +239,7 @@ TEST_F(FdkFile, ReadTakesSizeYosanAndFactorsOfRowsOneTo59Only) {
     EXPECT_EQ(rows[60].otherMethod, before[60].otherMethod);
     EXPECT_EQ(rows[60].factors, before[60].factors);
     // The buffer holds record 59 whole.
-    EXPECT_EQ(QByteArray(reinterpret_cast<const char*>(FdkRecordBuffer().data()), 376),
+    EXPECT_EQ(QByteArray(reinterpret_cast<const char*>(fdkRecordBuffer().data()), 376),
               golden.file.mid(58 * 376, 376));
 }
 
@@ -252,41 +252,41 @@ TEST_F(FdkFile, ReadTakesOnlyTheStringsLength) {
         golden.append(row);
     writeAll(path("in.fdk"), golden.file);
     RowTable rows;
-    ReadFdkFile(path("in.fdk"), rows);
+    readFdkFile(path("in.fdk"), rows);
     EXPECT_EQ(rows[1].sizeBytes, QByteArray("20A"));
     // A length beyond the field (a damaged file) takes the field and no more.
     QByteArray damaged = golden.file;
     damaged[136] = char(200);
     writeAll(path("damaged.fdk"), damaged);
-    ReadFdkFile(path("damaged.fdk"), rows);
+    readFdkFile(path("damaged.fdk"), rows);
     EXPECT_EQ(rows[1].sizeBytes, QByteArray("20AZZZ"));
 }
 
 TEST_F(FdkFile, LongerFileIsReadLikeAnyOther) {
     const RowTable rows = knownRows();
-    WriteFdkFile(path("a.fdk"), rows);
+    writeFdkFile(path("a.fdk"), rows);
     QByteArray bytes = readAll(path("a.fdk"));
     bytes += QByteArray(1000, 'x');
     writeAll(path("long.fdk"), bytes);
     RowTable target;
-    ReadFdkFile(path("long.fdk"), target);
+    readFdkFile(path("long.fdk"), target);
     EXPECT_EQ(target[59].sizeBytes, rows[59].sizeBytes);
     EXPECT_EQ(target[59].factors, rows[59].factors);
     // Exactly 59 records, no 60th, is enough too.
     writeAll(path("59.fdk"), bytes.left(59 * 376));
     RowTable target59;
-    ReadFdkFile(path("59.fdk"), target59);
+    readFdkFile(path("59.fdk"), target59);
     EXPECT_EQ(target59[59].otherMethod, rows[59].otherMethod);
 }
 
 TEST_F(FdkFile, ShortFileFailsAtTheMissingRecordAndKeepsWhatWasRead) {
     const RowTable rows = knownRows();
-    WriteFdkFile(path("a.fdk"), rows);
+    writeFdkFile(path("a.fdk"), rows);
     const QByteArray bytes = readAll(path("a.fdk"));
     writeAll(path("short.fdk"), bytes.left(10 * 376 + 100));
     RowTable target;
     try {
-        ReadFdkFile(path("short.fdk"), target);
+        readFdkFile(path("short.fdk"), target);
         FAIL() << "no error";
     } catch (const FileError& e) {
         const QString text = QString::fromUtf8(e.what());
@@ -301,7 +301,7 @@ TEST_F(FdkFile, ShortFileFailsAtTheMissingRecordAndKeepsWhatWasRead) {
     EXPECT_TRUE(target[11].sizeBytes.isEmpty());
     EXPECT_EQ(target[11].factors, PipeRow().factors);
     // The 100 bytes of record 11 that were there are in the buffer.
-    EXPECT_EQ(QByteArray(reinterpret_cast<const char*>(FdkRecordBuffer().data()), 100),
+    EXPECT_EQ(QByteArray(reinterpret_cast<const char*>(fdkRecordBuffer().data()), 100),
               bytes.mid(10 * 376, 100));
 }
 
@@ -309,7 +309,7 @@ TEST_F(FdkFile, EmptyFileReadsNoRow) {
     writeAll(path("empty.fdk"), QByteArray());
     RowTable target;
     try {
-        ReadFdkFile(path("empty.fdk"), target);
+        readFdkFile(path("empty.fdk"), target);
         FAIL() << "no error";
     } catch (const FileError& e) {
         EXPECT_TRUE(
@@ -327,11 +327,11 @@ TEST_F(FdkFile, MissingFileAndMissingFolderAreInputOutputErrors) {
         }
         return QString();
     };
-    const QString missing = message([&] { ReadFdkFile(path("none.fdk"), rows); });
+    const QString missing = message([&] { readFdkFile(path("none.fdk"), rows); });
     EXPECT_TRUE(missing.startsWith(QStringLiteral("入出力エラー"))) << missing.toStdString();
     EXPECT_TRUE(missing.contains(path("none.fdk")));
     EXPECT_TRUE(missing.contains(QStringLiteral("ファイルがありません"))) << missing.toStdString();
-    const QString noFolder = message([&] { WriteFdkFile(path("no/folder/a.fdk"), rows); });
+    const QString noFolder = message([&] { writeFdkFile(path("no/folder/a.fdk"), rows); });
     EXPECT_TRUE(noFolder.contains(QStringLiteral("フォルダーがありません")))
         << noFolder.toStdString();
     EXPECT_FALSE(QFile::exists(path("no/folder/a.fdk")));
@@ -339,16 +339,16 @@ TEST_F(FdkFile, MissingFileAndMissingFolderAreInputOutputErrors) {
 
 TEST_F(FdkFile, WritingReplacesAndAFailedWriteKeepsTheOldFile) {
     RowTable rows = knownRows();
-    WriteFdkFile(path("a.fdk"), rows);
+    writeFdkFile(path("a.fdk"), rows);
     rows[3].otherMethod = 4242;
-    WriteFdkFile(path("a.fdk"), rows);
+    writeFdkFile(path("a.fdk"), rows);
     const QByteArray second = readAll(path("a.fdk"));
     EXPECT_EQ(second.size(), 22560);
-    EXPECT_EQ(Int32In(second, 3, 144), 4242);
+    EXPECT_EQ(int32In(second, 3, 144), 4242);
     // A name that is a folder can't be replaced: the error comes and the
     // folder stays as it was.
     ASSERT_TRUE(QDir(dir.path()).mkdir(QStringLiteral("d.fdk")));
-    EXPECT_THROW(WriteFdkFile(path("d.fdk"), rows), FileError);
+    EXPECT_THROW(writeFdkFile(path("d.fdk"), rows), FileError);
     EXPECT_TRUE(QFileInfo(path("d.fdk")).isDir());
     EXPECT_EQ(QDir(dir.path()).entryList(QDir::Files | QDir::Hidden),
               QStringList{QStringLiteral("a.fdk")});
@@ -356,9 +356,9 @@ TEST_F(FdkFile, WritingReplacesAndAFailedWriteKeepsTheOldFile) {
 
 TEST_F(FdkFile, RoundTripKeepsTheLabourFields) {
     const RowTable rows = knownRows();
-    WriteFdkFile(path("a.fdk"), rows);
+    writeFdkFile(path("a.fdk"), rows);
     RowTable back;
-    ReadFdkFile(path("a.fdk"), back);
+    readFdkFile(path("a.fdk"), back);
     for (int r = 1; r <= 59; ++r) {
         EXPECT_EQ(back[r].sizeBytes, rows[r].sizeBytes);
         EXPECT_EQ(back[r].otherMethod, rows[r].otherMethod);

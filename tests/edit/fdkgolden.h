@@ -63,7 +63,7 @@ public:
     QByteArray file;
 };
 
-inline std::int32_t Int32In(const QByteArray& file, int record, int offset) {
+inline std::int32_t int32In(const QByteArray& file, int record, int offset) {
     std::uint32_t u = 0;
     const int at = (record - 1) * 376 + offset;
     for (int i = 0; i < 4; ++i)
@@ -71,7 +71,7 @@ inline std::int32_t Int32In(const QByteArray& file, int record, int offset) {
     return static_cast<std::int32_t>(u);
 }
 
-inline std::int64_t Int64In(const QByteArray& file, int record, int offset) {
+inline std::int64_t int64In(const QByteArray& file, int record, int offset) {
     std::uint64_t u = 0;
     const int at = (record - 1) * 376 + offset;
     for (int i = 0; i < 8; ++i)

@@ -6,8 +6,8 @@
 
 namespace {
 
-Currency C(std::int64_t raw) {
-    return Currency::FromRaw(raw);
+Currency c(std::int64_t raw) {
+    return Currency::fromRaw(raw);
 }
 
 // A row whose every field differs from that of any other seed.
@@ -16,22 +16,22 @@ PipeRow seeded(int seed) {
     r.key = seed;
     r.goodsBytes = QByteArray("goods") + QByteArray::number(seed);
     r.kindBytes = QByteArray("kind") + QByteArray::number(seed);
-    r.sortOrder = C(seed * 10000 + 1);
+    r.sortOrder = c(seed * 10000 + 1);
     r.sizeBytes = QByteArray::number(seed % 1000) + "A";
     r.otherMethod = seed + 1;
     r.unitBytes = QByteArray("c") + QByteArray::number(seed % 100);
     r.modeFlag = seed + 2;
-    r.costPrice = C(seed * 100 + 3);
-    r.submittedPrice = C(seed * 100 + 4);
-    r.listPrice = C(seed * 100 + 5);
+    r.costPrice = c(seed * 100 + 3);
+    r.submittedPrice = c(seed * 100 + 4);
+    r.listPrice = c(seed * 100 + 5);
     for (int n = 1; n <= 7; ++n)
-        r.factor(n) = C(seed * 100 + 10 + n);
-    r.costUnitPrice = C(seed * 100 + 20);
-    r.submittedUnitPrice = C(seed * 100 + 21);
-    r.adoptedUnitPrice = C(seed * 100 + 22);
+        r.factor(n) = c(seed * 100 + 10 + n);
+    r.costUnitPrice = c(seed * 100 + 20);
+    r.submittedUnitPrice = c(seed * 100 + 21);
+    r.adoptedUnitPrice = c(seed * 100 + 22);
     for (std::size_t i = 0; i < 7; ++i) {
-        r.costAmounts[i] = C(seed * 100 + 30 + std::int64_t(i));
-        r.submittedAmounts[i] = C(seed * 100 + 40 + std::int64_t(i));
+        r.costAmounts[i] = c(seed * 100 + 30 + std::int64_t(i));
+        r.submittedAmounts[i] = c(seed * 100 + 40 + std::int64_t(i));
     }
     return r;
 }
@@ -43,7 +43,7 @@ RowTable seededTable(int offset) {
     return t;
 }
 
-// Field-by-field equality, text and numbers, CALC amounts included.
+// field-by-field equality, text and numbers, CALC amounts included.
 bool sameRow(const PipeRow& a, const PipeRow& b) {
     return a.key == b.key && a.goodsBytes == b.goodsBytes && a.kindBytes == b.kindBytes &&
            a.sortOrder == b.sortOrder && a.sizeBytes == b.sizeBytes &&
@@ -60,7 +60,7 @@ TEST(FieldSets, AllCarriesItsFieldsAndLeavesTheRest) {
     const PipeRow from = seeded(1);
     PipeRow to = seeded(2);
     const PipeRow before = to;
-    CopyFieldSet(to, from, FieldSet::All);
+    copyFieldSet(to, from, FieldSet::All);
     EXPECT_EQ(to.goodsBytes, from.goodsBytes);
     EXPECT_EQ(to.sizeBytes, from.sizeBytes);
     EXPECT_EQ(to.kindBytes, from.kindBytes);
@@ -85,7 +85,7 @@ TEST(FieldSets, AllButCostUnitPriceLeavesTheTargetsNTANKA) {
     const PipeRow from = seeded(1);
     PipeRow to = seeded(2);
     const Currency ntanka = to.costUnitPrice;
-    CopyFieldSet(to, from, FieldSet::AllButCostUnitPrice);
+    copyFieldSet(to, from, FieldSet::AllButCostUnitPrice);
     EXPECT_EQ(to.costUnitPrice, ntanka);
     EXPECT_EQ(to.submittedUnitPrice, from.submittedUnitPrice);
     EXPECT_EQ(to.adoptedUnitPrice, from.adoptedUnitPrice);
@@ -101,21 +101,21 @@ TEST(FieldSets, PricesLabourPipefitterCarryOnlyTheirFields) {
         expected.costPrice = from.costPrice;
         expected.submittedPrice = from.submittedPrice;
         expected.listPrice = from.listPrice;
-        CopyFieldSet(to, from, FieldSet::Prices);
+        copyFieldSet(to, from, FieldSet::Prices);
         EXPECT_TRUE(sameRow(to, expected));
     }
     {
         PipeRow to = seeded(2);
         PipeRow expected = to;
         expected.factors = from.factors;
-        CopyFieldSet(to, from, FieldSet::Labour);
+        copyFieldSet(to, from, FieldSet::Labour);
         EXPECT_TRUE(sameRow(to, expected));
     }
     {
         PipeRow to = seeded(2);
         PipeRow expected = to;
         expected.factor(5) = from.factor(5);
-        CopyFieldSet(to, from, FieldSet::Pipefitter);
+        copyFieldSet(to, from, FieldSet::Pipefitter);
         EXPECT_TRUE(sameRow(to, expected));
         EXPECT_NE(to.factor(4), from.factor(4));
     }
@@ -128,7 +128,7 @@ TEST(FieldSets, TextIsCopiedUpToItsByteWidth) {
     from.sizeBytes = QByteArray("1234567");
     from.unitBytes = QByteArray("abcdef");
     PipeRow to;
-    CopyFieldSet(to, from, FieldSet::All);
+    copyFieldSet(to, from, FieldSet::All);
     EXPECT_EQ(to.goodsBytes, QByteArray(80, 'g'));
     EXPECT_EQ(to.kindBytes, QByteArray(40, 'k'));
     EXPECT_EQ(to.sizeBytes, QByteArray("123456"));
@@ -137,7 +137,7 @@ TEST(FieldSets, TextIsCopiedUpToItsByteWidth) {
     PipeRow sjis;
     sjis.setGoods(QString::fromUtf8("配管用炭素鋼鋼管（白）"));
     PipeRow to2;
-    CopyFieldSet(to2, sjis, FieldSet::All);
+    copyFieldSet(to2, sjis, FieldSet::All);
     EXPECT_EQ(to2.goodsBytes, sjis.goodsBytes);
     EXPECT_EQ(to2.goods(), QString::fromUtf8("配管用炭素鋼鋼管（白）"));
 }
@@ -158,7 +158,7 @@ TEST(FieldSets, WholeTableGoesRowForRowWithTheOptionRow) {
 TEST(FieldSets, DetailCopyTakesTheTabsRowsIntoRowsOneToFifteen) {
     const RowTable rows = seededTable(0);
     RowTable buffer = seededTable(500);
-    CopyDetailOut(buffer, rows, 2, FieldSet::All);
+    copyDetailOut(buffer, rows, 2, FieldSet::All);
     for (int i = 1; i <= 15; ++i) {
         EXPECT_EQ(buffer[i].goodsBytes, rows[30 + i].goodsBytes) << i;
         EXPECT_EQ(buffer[i].costUnitPrice, rows[30 + i].costUnitPrice) << i;
@@ -171,7 +171,7 @@ TEST(FieldSets, DetailCopyTakesTheTabsRowsIntoRowsOneToFifteen) {
 TEST(FieldSets, DetailPasteWritesTheTabThenCurrent) {
     const RowTable buffer = seededTable(0);
     RowTable rows = seededTable(200);
-    PasteDetailIn(rows, buffer, 1, FieldSet::Prices);
+    pasteDetailIn(rows, buffer, 1, FieldSet::Prices);
     for (int r = 1; r <= RowCount; ++r) {
         if (r >= 16 && r <= 30) {
             EXPECT_EQ(rows[r].listPrice, buffer[r - 15].listPrice) << r;
@@ -187,7 +187,7 @@ TEST(FieldSets, DetailPasteOnTheFourthTabLeavesTheOptionRow) {
     for (FieldSet set : {FieldSet::All, FieldSet::AllButCostUnitPrice, FieldSet::Prices,
                          FieldSet::Labour, FieldSet::Pipefitter}) {
         RowTable rows = seededTable(300);
-        PasteDetailIn(rows, buffer, 3, set);
+        pasteDetailIn(rows, buffer, 3, set);
         EXPECT_TRUE(sameRow(rows[OptionRow], seeded(360)));
         EXPECT_FALSE(sameRow(rows[59], seeded(359))); // the tab's other rows do change
         EXPECT_TRUE(sameRow(rows[45], seeded(345)));
@@ -196,7 +196,7 @@ TEST(FieldSets, DetailPasteOnTheFourthTabLeavesTheOptionRow) {
 
 TEST(FieldSets, SpreadFirstDetailCopiesItsFieldsToTheOtherThree) {
     RowTable rows = seededTable(0);
-    SpreadFirstDetail(rows);
+    spreadFirstDetail(rows);
     for (int k = 1; k <= 3; ++k) {
         for (int i = 1; i <= 15; ++i) {
             const int r = k * 15 + i;
@@ -226,7 +226,7 @@ TEST(FieldSets, SpreadFirstDetailCopiesItsFieldsToTheOtherThree) {
 TEST(FieldSets, SpreadBufferPricesLeavesTheOptionRates) {
     const RowTable buffer = seededTable(700);
     RowTable rows = seededTable(0);
-    SpreadBufferPrices(rows, buffer);
+    spreadBufferPrices(rows, buffer);
     for (int r = 16; r < OptionRow; ++r) {
         const int i = (r - 1) % 15 + 1;
         EXPECT_EQ(rows[r].costPrice, buffer[i].costPrice) << r;
@@ -239,7 +239,7 @@ TEST(FieldSets, SpreadBufferPricesLeavesTheOptionRates) {
 
 TEST(FieldSets, ClearPipeTypeKeepsOnlyKeySortAndYosan) {
     RowTable rows = seededTable(0);
-    ClearPipeTypeRows(rows);
+    clearPipeTypeRows(rows);
     for (int r = 1; r <= RowCount; ++r) {
         PipeRow expected;
         expected.key = seeded(r).key;
@@ -252,7 +252,7 @@ TEST(FieldSets, ClearPipeTypeKeepsOnlyKeySortAndYosan) {
 TEST(FieldSets, ClearDetailZeroesFactorsAndResultsOfTheTab) {
     for (int tab = 0; tab < 4; ++tab) {
         RowTable rows = seededTable(0);
-        ClearDetailRows(rows, tab);
+        clearDetailRows(rows, tab);
         for (int r = 1; r <= RowCount; ++r) {
             const PipeRow old = seeded(r);
             if (r > tab * 15 && r <= tab * 15 + 15 && r != OptionRow) {

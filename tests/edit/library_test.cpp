@@ -67,7 +67,7 @@ protected:
         WorkspaceFixture::SetUp();
         library = dir.filePath(QStringLiteral("library/ex_data"));
         qputenv("QORVALE_LIBRARY_DIR", library.toUtf8());
-        ResetFdkRecordBuffer();
+        resetFdkRecordBuffer();
         // Made at start-up, as the program body does.
         partsSelect = std::make_unique<LabourLibraryDialog>(dialogs);
     }
@@ -83,18 +83,18 @@ protected:
         return f;
     }
 
-    QString entry(const QString& name) const { return PartsEntryPath(library, name); }
+    QString entry(const QString& name) const { return partsEntryPath(library, name); }
 
     // Saves the rows on screen as an entry named as goodsBox says.
     void saveAs(const QString& name) {
-        form->goodsBox->SetText(name);
+        form->goodsBox->setText(name);
         form->saveLibraryItem->trigger();
     }
 
     // Opens the dialog by the button beside the name; act runs while it is up.
     void runDialog(std::function<void(LabourLibraryDialog*)> act) {
         bool shown = false;
-        WhenModal([act, &shown](QWidget* w) {
+        whenModal([act, &shown](QWidget* w) {
             auto* dialog = qobject_cast<LabourLibraryDialog*>(w);
             shown = true;
             if (!dialog) {
@@ -134,9 +134,9 @@ TEST_F(Library, CommandsAreEnabledOnTheMenuAndTheButton) {
     EXPECT_TRUE(f.labourLibraryButton->isEnabled());
     EXPECT_TRUE(f.editMenu->actions().contains(f.saveLibraryItem));
     EXPECT_TRUE(f.editMenu->actions().contains(f.labourLibraryItem));
-    EXPECT_EQ(f.saveLibraryItem->text(), U("選択用標準歩掛として登録"));
-    EXPECT_EQ(f.labourLibraryItem->text(), U("標準歩掛選択"));
-    EXPECT_EQ(f.labourLibraryButton->text(), U("標準歩掛選択"));
+    EXPECT_EQ(f.saveLibraryItem->text(), u("選択用標準歩掛として登録"));
+    EXPECT_EQ(f.labourLibraryItem->text(), u("標準歩掛選択"));
+    EXPECT_EQ(f.labourLibraryButton->text(), u("標準歩掛選択"));
 }
 
 TEST_F(Library, SaveWritesTheRowsAsTheyStandByteForByte) {
@@ -148,13 +148,13 @@ TEST_F(Library, SaveWritesTheRowsAsTheyStandByteForByte) {
     rows()[8].key = 123456;
     const RowTable shown = rows();
     // Typed into the box but not applied: the file has the row's old GOODS.
-    saveAs(U("標準　鋼管"));
+    saveAs(u("標準　鋼管"));
     ASSERT_EQ(dialogs.Boxes().size(), 1u);
-    EXPECT_EQ(dialogs.Boxes()[0].instruction, U("確認"));
-    EXPECT_EQ(dialogs.Boxes()[0].content, U("選択用標準歩掛として登録しました。"));
-    EXPECT_EQ(dialogs.Boxes()[0].title, ApplicationTitle());
+    EXPECT_EQ(dialogs.Boxes()[0].instruction, u("確認"));
+    EXPECT_EQ(dialogs.Boxes()[0].content, u("選択用標準歩掛として登録しました。"));
+    EXPECT_EQ(dialogs.Boxes()[0].title, applicationTitle());
 
-    const QByteArray bytes = readAll(entry(U("標準　鋼管")));
+    const QByteArray bytes = readAll(entry(u("標準　鋼管")));
     GoldenRecords golden;
     for (int r = 1; r <= 60; ++r)
         golden.append(shown[r]);
@@ -165,27 +165,27 @@ TEST_F(Library, SaveWritesTheRowsAsTheyStandByteForByte) {
                                                   "20A0A-",
                                                   7));
     EXPECT_EQ(bytes.mid(5, shown[1].goodsBytes.size()),
-              ToAnsi(U("水道用硬質塩化ﾋﾞﾆﾙﾗｲﾆﾝｸﾞ鋼管(VA)")));
-    EXPECT_EQ(Int32In(bytes, 60, 0), 60);                // UKEY of the option row
-    EXPECT_EQ(Int64In(bytes, 60, 208), 20500 * 10000LL); // DATA4 of row 60
-    EXPECT_EQ(Int32In(bytes, 7, 144), -3);
-    EXPECT_EQ(Int32In(bytes, 8, 0), 123456);
+              toAnsi(u("水道用硬質塩化ﾋﾞﾆﾙﾗｲﾆﾝｸﾞ鋼管(VA)")));
+    EXPECT_EQ(int32In(bytes, 60, 0), 60);                // UKEY of the option row
+    EXPECT_EQ(int64In(bytes, 60, 208), 20500 * 10000LL); // DATA4 of row 60
+    EXPECT_EQ(int32In(bytes, 7, 144), -3);
+    EXPECT_EQ(int32In(bytes, 8, 0), 123456);
     // The shown and the lines are as they were.
     EXPECT_EQ(rows()[1].size(), QStringLiteral("1000A-"));
-    EXPECT_EQ(f.goodsBox->Text(), U("標準　鋼管"));
+    EXPECT_EQ(f.goodsBox->text(), u("標準　鋼管"));
 }
 
 TEST_F(Library, SavingTwiceReplacesWithoutAsking) {
     open();
     saveAs(QStringLiteral("entry"));
-    rows()[3].factor(5) = Currency::FromRaw(777);
+    rows()[3].factor(5) = Currency::fromRaw(777);
     saveAs(QStringLiteral("entry"));
     ASSERT_EQ(dialogs.Boxes().size(), 2u);
     for (const auto& box : dialogs.Boxes())
-        EXPECT_EQ(box.content, U("選択用標準歩掛として登録しました。"));
+        EXPECT_EQ(box.content, u("選択用標準歩掛として登録しました。"));
     const QByteArray bytes = readAll(entry(QStringLiteral("entry")));
     EXPECT_EQ(bytes.size(), 22560);
-    EXPECT_EQ(Int64In(bytes, 3, 184 + 4 * 8), 777);
+    EXPECT_EQ(int64In(bytes, 3, 184 + 4 * 8), 777);
     EXPECT_EQ(QDir(library).entryList(QDir::Files | QDir::Hidden),
               QStringList{QStringLiteral("entry.fdk")});
 }
@@ -201,13 +201,13 @@ TEST_F(Library, NamesThatCanNotBeAFileGiveAMessageAndNoFile) {
     open();
     for (const QString& name :
          {QString(), QStringLiteral("  "), QStringLiteral("a/b"), QStringLiteral("../outside")}) {
-        dialogs.ClearRecords();
+        dialogs.clearRecords();
         saveAs(name);
         ASSERT_EQ(dialogs.Boxes().size(), 1u) << name.toStdString();
-        EXPECT_EQ(dialogs.Boxes()[0].instruction, U("確認"));
-        EXPECT_TRUE(dialogs.Boxes()[0].content.startsWith(U("標準歩掛の名前")))
+        EXPECT_EQ(dialogs.Boxes()[0].instruction, u("確認"));
+        EXPECT_TRUE(dialogs.Boxes()[0].content.startsWith(u("標準歩掛の名前")))
             << dialogs.Boxes()[0].content.toStdString();
-        EXPECT_NE(dialogs.Boxes()[0].content, U("選択用標準歩掛として登録しました。"));
+        EXPECT_NE(dialogs.Boxes()[0].content, u("選択用標準歩掛として登録しました。"));
     }
     EXPECT_FALSE(QFileInfo::exists(library));
     EXPECT_FALSE(QFileInfo::exists(dir.filePath(QStringLiteral("library/outside.fdk"))));
@@ -221,10 +221,10 @@ TEST_F(Library, AFileNameOf255BytesIsTakenAndOneOf256IsRefused) {
     for (const QString& name : {QString(251, QLatin1Char('a')), QStringLiteral("ab") + kanji,
                                 QString(252, QLatin1Char('a')), QStringLiteral("abc") + kanji}) {
         const bool fits = QFile::encodeName(name + QStringLiteral(".fdk")).size() == 255;
-        dialogs.ClearRecords();
+        dialogs.clearRecords();
         saveAs(name);
         ASSERT_EQ(dialogs.Boxes().size(), 1u);
-        EXPECT_EQ(dialogs.Boxes()[0].content.startsWith(U("標準歩掛の名前が長すぎます。")), !fits);
+        EXPECT_EQ(dialogs.Boxes()[0].content.startsWith(u("標準歩掛の名前が長すぎます。")), !fits);
         EXPECT_EQ(QFileInfo(library + QLatin1Char('/') + name + QStringLiteral(".fdk")).isFile(),
                   fits);
     }
@@ -238,16 +238,16 @@ TEST_F(Library, ASaveThatCanNotWriteSaysSoInJapanese) {
     saveAs(QStringLiteral("entry"));
     ASSERT_EQ(dialogs.Boxes().size(), 1u);
     EXPECT_EQ(dialogs.Boxes()[0].icon, TaskDialog::IconError);
-    EXPECT_TRUE(dialogs.Boxes()[0].instruction.startsWith(U("入出力エラー")));
+    EXPECT_TRUE(dialogs.Boxes()[0].instruction.startsWith(u("入出力エラー")));
     EXPECT_TRUE(dialogs.Boxes()[0].instruction.contains(library));
 }
 
 TEST_F(Library, TheDialogListsTheEntriesInTheFoldersOrder) {
     open();
     QDir().mkpath(library);
-    const QStringList names = {QStringLiteral("m"),  QStringLiteral("b"), U("鋼管"),
+    const QStringList names = {QStringLiteral("m"),  QStringLiteral("b"), u("鋼管"),
                                QStringLiteral("a"),  QStringLiteral("z"), QStringLiteral("k"),
-                               QStringLiteral("c"),  U("銅管"),           QStringLiteral("x"),
+                               QStringLiteral("c"),  u("銅管"),           QStringLiteral("x"),
                                QStringLiteral("y1"), QStringLiteral("q")};
     for (const QString& n : names)
         writeAll(entry(n), QByteArray(22560, '\0'));
@@ -282,9 +282,9 @@ TEST_F(Library, TheDialogListsTheEntriesInTheFoldersOrder) {
     });
     EXPECT_EQ(listed, expected);
     EXPECT_EQ(panel, QStringLiteral("fdk"));
-    EXPECT_EQ(caption, U("標準歩掛選択"));
-    EXPECT_EQ(label, U("標準歩掛選択"));
-    EXPECT_EQ(buttons, (QStringList{U("選択実行"), U("キャンセル"), U("削　除")}));
+    EXPECT_EQ(caption, u("標準歩掛選択"));
+    EXPECT_EQ(label, u("標準歩掛選択"));
+    EXPECT_EQ(buttons, (QStringList{u("選択実行"), u("キャンセル"), u("削　除")}));
     // The instance made at start-up is the one shown.
     EXPECT_EQ(seen, partsSelect.get());
 }
@@ -312,17 +312,17 @@ protected:
             x.key = 9000 + r;
             x.goodsBytes = "FILE-GOODS";
             x.kindBytes = "FILE-KIND";
-            x.sortOrder = Currency::FromInt(42);
+            x.sortOrder = Currency::fromInt(42);
             x.sizeBytes = QByteArray("F") + QByteArray::number(r);
             x.otherMethod = 300 + r;
             x.unitBytes = "kg";
             x.modeFlag = 7;
-            x.costPrice = Currency::FromInt(11);
-            x.submittedPrice = Currency::FromInt(22);
-            x.listPrice = Currency::FromInt(33);
+            x.costPrice = Currency::fromInt(11);
+            x.submittedPrice = Currency::fromInt(22);
+            x.listPrice = Currency::fromInt(33);
             for (int n = 1; n <= 7; ++n)
-                x.factor(n) = Currency::FromRaw(r * 100 + n * 10);
-            x.costUnitPrice = x.submittedUnitPrice = x.adoptedUnitPrice = Currency::FromInt(-1);
+                x.factor(n) = Currency::fromRaw(r * 100 + n * 10);
+            x.costUnitPrice = x.submittedUnitPrice = x.adoptedUnitPrice = Currency::fromInt(-1);
             golden.fill(264, 112, char(0x55));
             golden.append(x);
             fileRows[r] = x;
@@ -337,7 +337,7 @@ protected:
             rows[r].otherMethod = fileRows[r].otherMethod;
             rows[r].sizeBytes = fileRows[r].sizeBytes;
             rows[r].factors = fileRows[r].factors;
-            CalcRowWith(rows[r], PipeTypeOptions(rows[OptionRow]));
+            calcRowWith(rows[r], PipeTypeOptions(rows[OptionRow]));
         }
         return rows;
     }
@@ -361,11 +361,11 @@ TEST_F(LibraryLoad, AnEntryChangesSizesAndFactorsOfRowsOneTo59AndNothingElse) {
     for (int g = 1; g <= 14; ++g) {
         EXPECT_EQ(cell1(0, g), QStringLiteral("F%1").arg(g));
         EXPECT_EQ(cell2(0, g), QStringLiteral("F%1").arg(g));
-        EXPECT_EQ(cell1(2, g), FormatAmount(rows()[g].submittedUnitPrice)) << g;
+        EXPECT_EQ(cell1(2, g), formatAmount(rows()[g].submittedUnitPrice)) << g;
     }
     QStringList lines;
     for (int r = 1; r <= 60; ++r)
-        lines << RowLine(rows()[r]);
+        lines << rowLine(rows()[r]);
     EXPECT_EQ(doc().currentLines(), lines);
     EXPECT_EQ(doc().savedLines(), saved);
     EXPECT_TRUE(doc().isChanged());
@@ -382,13 +382,13 @@ TEST_F(LibraryLoad, TheCurrentTabIsShown) {
     EXPECT_EQ(cell1(0, 1), QStringLiteral("F31"));
     EXPECT_EQ(cell1(0, 14), QStringLiteral("F44"));
     // The price grid shows rows 1 to 14 whatever the tab.
-    EXPECT_EQ(cell2(1, 1), PriceTexts(rows()[1])[0]);
+    EXPECT_EQ(cell2(1, 1), priceTexts(rows()[1])[0]);
 }
 
 TEST_F(LibraryLoad, TheMenuItemAndADoubleClickApplyToo) {
     MainWindow& f = open();
     writeEntry(QStringLiteral("entry"));
-    WhenModal([](QWidget* w) {
+    whenModal([](QWidget* w) {
         auto* d = qobject_cast<LabourLibraryDialog*>(w);
         ASSERT_NE(d, nullptr);
         QListWidgetItem* item = d->entryList->item(0);
@@ -428,7 +428,7 @@ TEST_F(LibraryLoad, CancelCloseAndEscapeChangeNothingWhileADeletionStays) {
     const RowTable before = rows();
     const QStringList lines = doc().currentLines();
     const bool undo = f.undoAction->isEnabled();
-    dialogs.AnswerBox(TaskDialog::IdYes);
+    dialogs.answerBox(TaskDialog::IdYes);
     QStringList left;
     runDialog([&left](LabourLibraryDialog* d) {
         d->entryList->setCurrentItem(d->entryList->findItems("gone", Qt::MatchExactly).first());
@@ -439,8 +439,8 @@ TEST_F(LibraryLoad, CancelCloseAndEscapeChangeNothingWhileADeletionStays) {
     });
     ASSERT_EQ(dialogs.Boxes().size(), 1u);
     const auto& question = dialogs.Boxes()[0];
-    EXPECT_EQ(question.instruction, U("確認"));
-    EXPECT_EQ(question.content, U("削除していいですか?"));
+    EXPECT_EQ(question.instruction, u("確認"));
+    EXPECT_EQ(question.content, u("削除していいですか?"));
     EXPECT_EQ(question.icon, TaskDialog::IconQuestion);
     EXPECT_EQ(question.buttons, TaskDialog::ButtonYes | TaskDialog::ButtonNo);
     EXPECT_EQ(left, QStringList{QStringLiteral("keep")});
@@ -466,8 +466,8 @@ TEST_F(LibraryLoad, DeleteAnsweredNoKeepsTheEntryAndAFailedDeleteStillLeavesTheL
     open();
     writeEntry(QStringLiteral("a"));
     writeEntry(QStringLiteral("b"));
-    dialogs.AnswerBox(TaskDialog::IdNo);
-    dialogs.AnswerBox(TaskDialog::IdYes);
+    dialogs.answerBox(TaskDialog::IdNo);
+    dialogs.answerBox(TaskDialog::IdYes);
     int afterNo = 0, afterFailed = 0;
     runDialog([&](LabourLibraryDialog* d) {
         // With nothing selected the button asks nothing.
@@ -477,7 +477,7 @@ TEST_F(LibraryLoad, DeleteAnsweredNoKeepsTheEntryAndAFailedDeleteStillLeavesTheL
         afterNo = d->entryList->count();
         // Gone from the folder behind the dialog's back: the delete fails
         // quietly and the entry leaves the list.
-        QFile::remove(PartsEntryPath(d->Folder(), QStringLiteral("a")));
+        QFile::remove(partsEntryPath(d->folder(), QStringLiteral("a")));
         d->deleteButton->click();
         afterFailed = d->entryList->count();
         d->cancelButton->click();
@@ -498,10 +498,10 @@ TEST_F(LibraryLoad, AShortFileStopsWithTheErrorAndKeepsTheRowsReadBeforeIt) {
     ASSERT_EQ(dialogs.Boxes().size(), 1u);
     const auto& box = dialogs.Boxes()[0];
     EXPECT_EQ(box.icon, TaskDialog::IconError);
-    EXPECT_TRUE(box.instruction.startsWith(U("入出力エラー"))) << box.instruction.toStdString();
+    EXPECT_TRUE(box.instruction.startsWith(u("入出力エラー"))) << box.instruction.toStdString();
     EXPECT_TRUE(box.instruction.contains(entry(QStringLiteral("short"))));
-    EXPECT_TRUE(box.instruction.contains(U("7720 バイト"))) << box.instruction.toStdString();
-    EXPECT_TRUE(box.instruction.contains(U("1 行目から 20 行目まで")));
+    EXPECT_TRUE(box.instruction.contains(u("7720 バイト"))) << box.instruction.toStdString();
+    EXPECT_TRUE(box.instruction.contains(u("1 行目から 20 行目まで")));
     for (int r = 1; r <= 20; ++r) {
         EXPECT_EQ(rows()[r].sizeBytes, fileRows[r].sizeBytes) << r;
         EXPECT_EQ(rows()[r].factors, fileRows[r].factors) << r;
@@ -522,10 +522,10 @@ TEST_F(LibraryLoad, AfterALoadLeavingThePipeTypeAsksToSave) {
     open();
     writeEntry(QStringLiteral("entry"));
     pick(QStringLiteral("entry"));
-    dialogs.AnswerBox(TaskDialog::IdCancel);
+    dialogs.answerBox(TaskDialog::IdCancel);
     clickNode(2);
     ASSERT_EQ(dialogs.Boxes().size(), 1u);
-    EXPECT_TRUE(dialogs.Boxes()[0].content.endsWith(U("データを保存しますか?")));
+    EXPECT_TRUE(dialogs.Boxes()[0].content.endsWith(u("データを保存しますか?")));
     EXPECT_EQ(stored(1, 1, 1, "SIZE"), QStringLiteral("15A")); // not saved
 }
 
@@ -535,12 +535,12 @@ TEST_F(LibraryLoad, EntryFromOnePipeTypeOnAnotherSurvivesARestart) {
     MainWindow& f = open();
     clickNode(9 * 21 + 1); // 冷媒用銅管: copper sizes, refrigerant factors
     const RowTable first = rows();
-    saveAs(U("冷媒標準"));
-    f.goodsBox->SetText(first[1].goods()); // the name box as it was
+    saveAs(u("冷媒標準"));
+    f.goodsBox->setText(first[1].goods()); // the name box as it was
     clickNode(4);                          // ステンレス鋼鋼管
     ASSERT_NE(rows()[1].size(), first[1].size());
     const RowTable second = rows();
-    pick(U("冷媒標準"));
+    pick(u("冷媒標準"));
     for (int r = 1; r <= 59; ++r) {
         EXPECT_EQ(rows()[r].sizeBytes, first[r].sizeBytes) << r;
         EXPECT_EQ(rows()[r].factors, first[r].factors) << r;
@@ -553,7 +553,7 @@ TEST_F(LibraryLoad, EntryFromOnePipeTypeOnAnotherSurvivesARestart) {
     EXPECT_EQ(cell1(0, 1), first[1].size());
     const RowTable applied = rows();
     // Leaving the pipe type asks; yes saves.
-    dialogs.AnswerBox(TaskDialog::IdYes);
+    dialogs.answerBox(TaskDialog::IdYes);
     clickNode(1);
     closeForm();
     open();

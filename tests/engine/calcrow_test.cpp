@@ -11,13 +11,13 @@
 namespace {
 
 Currency C(const char* text) {
-    return StrToCurr(QString::fromLatin1(text));
+    return strToCurr(QString::fromLatin1(text));
 }
 
 std::vector<std::string> texts(const std::array<Currency, 7>& e) {
     std::vector<std::string> out;
     for (Currency c : e)
-        out.push_back(CurrToStr(c).toStdString());
+        out.push_back(currToStr(c).toStdString());
     return out;
 }
 
@@ -27,16 +27,16 @@ protected:
         doc().clearRows(RowCount);
         setExample(1);
         PipeTypeOptions o = doc().options();
-        o.LabourSubmitted() = C("18000");
-        o.LabourCost() = C("15000");
-        o.ElementDigits() = C("1");
-        o.ElementFraction() = C("0.9");
-        o.AdoptedDigits() = C("10");
-        o.AdoptedFraction() = C("0");
+        o.labourSubmitted() = C("18000");
+        o.labourCost() = C("15000");
+        o.elementDigits() = C("1");
+        o.elementFraction() = C("0.9");
+        o.adoptedDigits() = C("10");
+        o.adoptedFraction() = C("0");
         o.UnitDigits() = C("10");
         o.UnitFraction() = C("0.9");
-        o.RateSubmitted() = C("70");
-        o.RateCost() = C("60");
+        o.rateSubmitted() = C("70");
+        o.rateCost() = C("60");
     }
 
     void setExample(int row) {
@@ -61,10 +61,10 @@ protected:
         doc().calculateRow(row);
         const PipeRow& r = rows()[row];
         EXPECT_EQ(texts(r.submittedAmounts), e.submitted);
-        EXPECT_EQ(CurrToStr(r.submittedUnitPrice), e.gtanka);
-        EXPECT_EQ(CurrToStr(r.adoptedUnitPrice), e.ftanka);
+        EXPECT_EQ(currToStr(r.submittedUnitPrice), e.gtanka);
+        EXPECT_EQ(currToStr(r.adoptedUnitPrice), e.ftanka);
         EXPECT_EQ(texts(r.costAmounts), e.cost);
-        EXPECT_EQ(CurrToStr(r.costUnitPrice), e.ntanka);
+        EXPECT_EQ(currToStr(r.costUnitPrice), e.ntanka);
     }
 };
 
@@ -77,7 +77,7 @@ TEST_F(CalcRowTest, PipingOtherOnLabour) {
 }
 
 TEST_F(CalcRowTest, PipingOtherOnAllElements) {
-    doc().options().OtherMethod() = 1;
+    doc().options().otherMethod() = 1;
     check({{"946", "301", "43", "69", "2214", "270", "385"},
            "4228",
            "4220",
@@ -86,7 +86,7 @@ TEST_F(CalcRowTest, PipingOtherOnAllElements) {
 }
 
 TEST_F(CalcRowTest, RefrigerantMode) {
-    doc().options().ModeFlag() = 1;
+    doc().options().modeFlag() = 1;
     check({{"946", "301", "43", "104", "2214", "0", "222"},
            "3830",
            "3830",
@@ -95,68 +95,68 @@ TEST_F(CalcRowTest, RefrigerantMode) {
 }
 
 TEST_F(CalcRowTest, RateOnTakesUnitPricesFromListPrice) {
-    doc().options().RateOn() = C("1");
+    doc().options().rateOn() = C("1");
     check({{"957", "305", "44", "70", "2214", "270", "249"},
            "4109",
            "4100",
            {"825", "263", "38", "60", "1845", "225", "207"},
            "3463"});
-    EXPECT_EQ(CurrToStr(rows()[1].submittedPrice), "870");
-    EXPECT_EQ(CurrToStr(rows()[1].costPrice), "750");
+    EXPECT_EQ(currToStr(rows()[1].submittedPrice), "870");
+    EXPECT_EQ(currToStr(rows()[1].costPrice), "750");
 }
 
 TEST_F(CalcRowTest, TwoDecimalsPerElementAndThreeSignificantDigits) {
-    doc().options().ElementDigits() = C("100");
-    doc().options().ElementFraction() = C("0.5");
+    doc().options().elementDigits() = C("100");
+    doc().options().elementFraction() = C("0.5");
     check({{"946", "301", "43", "68.8", "2214", "270", "248.4"},
            "4091",
            "4090",
            {"825", "262.5", "37.5", "60", "1845", "225", "207"},
            "3462"});
-    doc().options().AdoptedDigits() = C("3");
-    doc().options().AdoptedFraction() = C("0.5");
+    doc().options().adoptedDigits() = C("3");
+    doc().options().adoptedFraction() = C("0.5");
     doc().calculateRow(1);
-    EXPECT_EQ(CurrToStr(rows()[1].adoptedUnitPrice), "4090");
+    EXPECT_EQ(currToStr(rows()[1].adoptedUnitPrice), "4090");
     // The element sum 4091.2 gives 4092 with round-up, 4091 with round-down.
-    doc().options().ElementFraction() = C("0");
+    doc().options().elementFraction() = C("0");
     doc().calculateRow(1);
-    EXPECT_EQ(CurrToStr(rows()[1].submittedUnitPrice), "4091");
+    EXPECT_EQ(currToStr(rows()[1].submittedUnitPrice), "4091");
 }
 
 TEST_F(CalcRowTest, RateOnOnlyAtExactlyOne) {
     for (const char* v : {"0", "1.0001", "0.9999", "2", "-1"}) {
         setExample(1);
-        doc().options().RateOn() = C(v);
+        doc().options().rateOn() = C(v);
         doc().calculateRow(1);
-        EXPECT_EQ(CurrToStr(rows()[1].submittedPrice), "860") << v;
-        EXPECT_EQ(CurrToStr(rows()[1].costPrice), "750") << v;
+        EXPECT_EQ(currToStr(rows()[1].submittedPrice), "860") << v;
+        EXPECT_EQ(currToStr(rows()[1].costPrice), "750") << v;
     }
 }
 
 TEST_F(CalcRowTest, RateOnWithZeroRateOrZeroListPrice) {
-    doc().options().RateOn() = C("1");
-    doc().options().RateSubmitted() = C("0");
-    doc().options().RateCost() = C("0");
+    doc().options().rateOn() = C("1");
+    doc().options().rateSubmitted() = C("0");
+    doc().options().rateCost() = C("0");
     doc().calculateRow(1);
     const PipeRow& r = rows()[1];
     EXPECT_EQ(r.submittedPrice.raw, 0);
     EXPECT_EQ(r.costPrice.raw, 0);
-    EXPECT_EQ(CurrToStr(r.submittedAmounts[4]), "2214"); // labour elements still computed
-    EXPECT_EQ(CurrToStr(r.costAmounts[4]), "1845");
+    EXPECT_EQ(currToStr(r.submittedAmounts[4]), "2214"); // labour elements still computed
+    EXPECT_EQ(currToStr(r.costAmounts[4]), "1845");
 }
 
 TEST_F(CalcRowTest, AdoptedDigitsZeroWrittenBackElementDigitsZeroActsAsOne) {
-    doc().options().AdoptedDigits() = C("0");
-    doc().options().ElementDigits() = C("0");
+    doc().options().adoptedDigits() = C("0");
+    doc().options().elementDigits() = C("0");
     doc().calculateRow(1);
-    EXPECT_EQ(CurrToStr(doc().options().AdoptedDigits()), "1");
-    EXPECT_EQ(doc().options().ElementDigits().raw, 0);
-    EXPECT_EQ(CurrToStr(rows()[1].submittedUnitPrice), "4092");
-    EXPECT_EQ(CurrToStr(rows()[1].adoptedUnitPrice), "4092"); // AdoptedDigits 1 leaves GTANKA
+    EXPECT_EQ(currToStr(doc().options().adoptedDigits()), "1");
+    EXPECT_EQ(doc().options().elementDigits().raw, 0);
+    EXPECT_EQ(currToStr(rows()[1].submittedUnitPrice), "4092");
+    EXPECT_EQ(currToStr(rows()[1].adoptedUnitPrice), "4092"); // adoptedDigits 1 leaves GTANKA
 }
 
 TEST_F(CalcRowTest, RowSixtyIsNeverCalculated) {
-    doc().options().RateOn() = C("1");
+    doc().options().rateOn() = C("1");
     PipeTypeOptions o = doc().options();
     const Currency gross = rows()[60].submittedPrice, net = rows()[60].costPrice;
     const Currency unitDigits = o.UnitDigits(), unitFraction = o.UnitFraction();
@@ -165,7 +165,7 @@ TEST_F(CalcRowTest, RowSixtyIsNeverCalculated) {
     EXPECT_EQ(rows()[60].costPrice, net);
     EXPECT_EQ(o.UnitDigits(), unitDigits);
     EXPECT_EQ(o.UnitFraction(), unitFraction);
-    EXPECT_EQ(o.RateOn(), C("1"));
+    EXPECT_EQ(o.rateOn(), C("1"));
     for (Currency c : rows()[60].submittedAmounts)
         EXPECT_EQ(c.raw, 0);
 }
@@ -173,18 +173,18 @@ TEST_F(CalcRowTest, RowSixtyIsNeverCalculated) {
 TEST_F(CalcRowTest, HiddenRowsAndEmptySizesAreCalculated) {
     setExample(15);
     doc().calculateAll();
-    EXPECT_EQ(CurrToStr(rows()[15].submittedUnitPrice), "4092");
+    EXPECT_EQ(currToStr(rows()[15].submittedUnitPrice), "4092");
     EXPECT_TRUE(rows()[15].sizeBytes.isEmpty());
 }
 
 TEST_F(CalcRowTest, RefrigerantIgnoresChippingFactor) {
-    doc().options().ModeFlag() = 1;
+    doc().options().modeFlag() = 1;
     rows()[1].factor(6) = C("123.4567");
     doc().calculateRow(1);
     EXPECT_EQ(rows()[1].submittedAmounts[5].raw, 0);
     EXPECT_EQ(rows()[1].costAmounts[5].raw, 0);
     // Other cost on labour bases element 7 on c5 alone: 2214 x 0.1 = 221.4, up to 222.
-    EXPECT_EQ(CurrToStr(rows()[1].submittedAmounts[6]), "222");
+    EXPECT_EQ(currToStr(rows()[1].submittedAmounts[6]), "222");
 }
 
 TEST_F(CalcRowTest, ZerosGiveZerosAtEveryOptionValue) {
@@ -193,13 +193,13 @@ TEST_F(CalcRowTest, ZerosGiveZerosAtEveryOptionValue) {
             for (int mode = 0; mode < 2; ++mode) {
                 rows()[2] = PipeRow{};
                 PipeTypeOptions o = doc().options();
-                o.ElementDigits() = DigitSteps[std::size_t(d % 4)];
-                o.ElementFraction() = FractionSteps[std::size_t(f)];
-                o.AdoptedDigits() = DigitSteps[std::size_t(d)];
-                o.AdoptedFraction() = FractionSteps[std::size_t(f)];
+                o.elementDigits() = DigitSteps[std::size_t(d % 4)];
+                o.elementFraction() = FractionSteps[std::size_t(f)];
+                o.adoptedDigits() = DigitSteps[std::size_t(d)];
+                o.adoptedFraction() = FractionSteps[std::size_t(f)];
                 o.UnitDigits() = DigitSteps[std::size_t(d)];
-                o.ModeFlag() = mode;
-                o.LabourCost() = o.LabourSubmitted() = {};
+                o.modeFlag() = mode;
+                o.labourCost() = o.labourSubmitted() = {};
                 doc().calculateRow(2);
                 const PipeRow& r = rows()[2];
                 EXPECT_EQ(r.submittedUnitPrice.raw, 0);
@@ -209,17 +209,17 @@ TEST_F(CalcRowTest, ZerosGiveZerosAtEveryOptionValue) {
 }
 
 TEST_F(CalcRowTest, OverflowOnCostSideKeepsTheSubmittedSide) {
-    rows()[1].costPrice = Currency::FromRaw(INT64_MAX); // c1 = NET x 1.1 does not fit
+    rows()[1].costPrice = Currency::fromRaw(INT64_MAX); // c1 = NET x 1.1 does not fit
     EXPECT_THROW(doc().calculateRow(1), MathError);
-    EXPECT_EQ(CurrToStr(rows()[1].submittedUnitPrice), "4092");
-    EXPECT_EQ(CurrToStr(rows()[1].adoptedUnitPrice), "4090");
-    EXPECT_EQ(CurrToStr(rows()[1].submittedAmounts[0]), "946");
+    EXPECT_EQ(currToStr(rows()[1].submittedUnitPrice), "4092");
+    EXPECT_EQ(currToStr(rows()[1].adoptedUnitPrice), "4090");
+    EXPECT_EQ(currToStr(rows()[1].submittedAmounts[0]), "946");
     EXPECT_EQ(rows()[1].costUnitPrice.raw, 0);
 }
 
 TEST_F(CalcRowTest, OverflowOfTheCostRateKeepsTheSubmittedPrice) {
-    doc().options().RateOn() = C("1");
-    doc().options().RateCost() = Currency::FromRaw(INT64_MAX);
+    doc().options().rateOn() = C("1");
+    doc().options().rateCost() = Currency::fromRaw(INT64_MAX);
     rows()[1].listPrice = C("100000000");
     EXPECT_THROW(doc().calculateRow(1), MathError);
     EXPECT_NE(rows()[1].submittedPrice, C("860")); // already replaced from the list price
@@ -227,7 +227,7 @@ TEST_F(CalcRowTest, OverflowOfTheCostRateKeepsTheSubmittedPrice) {
 }
 
 TEST_F(CalcRowTest, ZeroListPriceGivesZeroUnitPrices) {
-    doc().options().RateOn() = C("1");
+    doc().options().rateOn() = C("1");
     rows()[1].listPrice = C("0");
     doc().calculateRow(1);
     EXPECT_EQ(rows()[1].submittedPrice.raw, 0);
@@ -235,17 +235,17 @@ TEST_F(CalcRowTest, ZeroListPriceGivesZeroUnitPrices) {
 }
 
 TEST_F(CalcRowTest, DecimalElementsWithRoundUpTotal) {
-    doc().options().ElementDigits() = C("100");
-    doc().options().ElementFraction() = C("0.9");
+    doc().options().elementDigits() = C("100");
+    doc().options().elementFraction() = C("0.9");
     doc().calculateRow(1);
     // Elements 946, 301, 43, 68.8, 2214, 270, 248.4 sum to 4091.2.
-    EXPECT_EQ(CurrToStr(rows()[1].submittedUnitPrice), "4092");
+    EXPECT_EQ(currToStr(rows()[1].submittedUnitPrice), "4092");
 }
 
 TEST_F(CalcRowTest, OverflowKeepsWhatWasReached) {
-    doc().options().RateOn() = C("1");
-    rows()[3].listPrice = Currency::FromRaw(INT64_MAX);
-    doc().options().RateSubmitted() = C("1000");
+    doc().options().rateOn() = C("1");
+    rows()[3].listPrice = Currency::fromRaw(INT64_MAX);
+    doc().options().rateSubmitted() = C("1000");
     EXPECT_THROW(doc().calculateRow(3), MathError);
     // Nothing was stored before the failing step.
     EXPECT_EQ(rows()[3].submittedPrice.raw, 0);

@@ -36,7 +36,7 @@ std::int64_t exactDigits(std::int64_t xRaw, std::int64_t sRaw, std::int64_t r) {
     if (k == 10 || k == 100 || k == 1000) {
         step = k;
     } else if (k == 3 || k == 4) {
-        const int len = int(CurrToStr(Currency::FromRaw(xRaw)).size());
+        const int len = int(currToStr(Currency::fromRaw(xRaw)).size());
         if (len <= k) return xRaw;
         step = 1;
         for (int i = 0; i < len - k; ++i)
@@ -63,8 +63,8 @@ TEST(ExactEvaluation, RoundElementMatchesWithinBounds) {
         const std::int64_t base = baseDist(rng);
         const std::int64_t d = DigitSteps[std::size_t(pick(rng))].raw;
         const std::int64_t e = FractionSteps[std::size_t(pick(rng) % 3)].raw;
-        ASSERT_EQ(RoundElement(Currency::FromRaw(base), Currency::FromRaw(factor),
-                               Currency::FromRaw(d), Currency::FromRaw(e))
+        ASSERT_EQ(roundElement(Currency::fromRaw(base), Currency::fromRaw(factor),
+                               Currency::fromRaw(d), Currency::fromRaw(e))
                       .raw,
                   exactElement(base, factor, d, e))
             << "base " << base << " factor " << factor << " D " << d << " E " << e;
@@ -85,7 +85,7 @@ TEST(ExactEvaluation, RatePriceMatchesWithinBounds) {
         const std::int64_t list = listDist(rng);
         const std::int64_t a = FractionSteps[std::size_t(pick(rng))].raw;
         ASSERT_EQ(
-            RatePrice(Currency::FromRaw(list), Currency::FromRaw(rate), Currency::FromRaw(a)).raw,
+            ratePrice(Currency::fromRaw(list), Currency::fromRaw(rate), Currency::fromRaw(a)).raw,
             exactRate(list, rate, a))
             << "list " << list << " rate " << rate << " A " << a;
     }
@@ -103,7 +103,7 @@ TEST(ExactEvaluation, RoundDigitsMatchesForWholeAmounts) {
         const std::int64_t x = xDist(rng) * 10000;
         const std::int64_t s = DigitSteps[std::size_t(pickS(rng))].raw;
         const std::int64_t r = FractionSteps[std::size_t(pickR(rng))].raw;
-        ASSERT_EQ(RoundDigits(Currency::FromRaw(x), Currency::FromRaw(s), Currency::FromRaw(r)).raw,
+        ASSERT_EQ(roundDigits(Currency::fromRaw(x), Currency::fromRaw(s), Currency::fromRaw(r)).raw,
                   exactDigits(x, s, r))
             << "x " << x << " S " << s << " R " << r;
     }

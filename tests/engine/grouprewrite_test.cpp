@@ -20,41 +20,41 @@
 namespace {
 
 Currency c(const char* text) {
-    return StrToCurr(QString::fromLatin1(text));
+    return strToCurr(QString::fromLatin1(text));
 }
 
 TEST(GroupRewriteStatements, OptionChangeTakesTwelveOptionsAndNotGross) {
     PipeRow r;
     PipeTypeOptions o(r);
-    o.LabourSubmitted() = c("15000");
-    o.LabourCost() = c("12500.5");
-    o.RateCost() = c("62.5");
-    o.RateSubmitted() = c("80"); // GROSS: stays out
-    o.RateOn() = c("1");
+    o.labourSubmitted() = c("15000");
+    o.labourCost() = c("12500.5");
+    o.rateCost() = c("62.5");
+    o.rateSubmitted() = c("80"); // GROSS: stays out
+    o.rateOn() = c("1");
     o.UnitDigits() = c("10");
     o.UnitFraction() = c("0.5");
-    o.AdoptedDigits() = c("1000");
-    o.AdoptedFraction() = c("0.9");
-    o.ElementDigits() = c("100");
-    o.ElementFraction() = c("0");
-    o.ModeFlag() = 1;
-    o.OtherMethod() = 1;
-    EXPECT_EQ(OptionChangeStatement(r, 4).toStdString(),
+    o.adoptedDigits() = c("1000");
+    o.adoptedFraction() = c("0.9");
+    o.elementDigits() = c("100");
+    o.elementFraction() = c("0");
+    o.modeFlag() = 1;
+    o.otherMethod() = 1;
+    EXPECT_EQ(optionChangeStatement(r, 4).toStdString(),
               "UPDATE ex_kanzai SET DATA5='15000',DATA4='12500.5',NET='62.5',NTANKA='1',"
               "GTANKA='10',FTANKA='0.5',DATA2='1000',DATA3='0.9',DATA6='100',DATA7='0',"
               "FLAG='1',YOSAN='1' WHERE CTG='1' AND GRP='4' AND NO='60';");
 }
 
 TEST(GroupRewriteStatements, LabourChangeReachesEveryOptionRow) {
-    EXPECT_EQ(LabourChangeStatement(c("9800.25"), c("-0.5")).toStdString(),
+    EXPECT_EQ(labourChangeStatement(c("9800.25"), c("-0.5")).toStdString(),
               "UPDATE ex_kanzai SET DATA4='9800.25',DATA5='-0.5' WHERE ukey='60';");
 }
 
 TEST(GroupRewriteStatements, ProgressText) {
-    EXPECT_EQ(GroupProgressText(1, 5, 12, QString()), QString::fromUtf8("データ更新中:1-5-12/"));
-    EXPECT_EQ(GroupProgressText(1, 0, 1, QString::fromUtf8("鋼管")),
+    EXPECT_EQ(groupProgressText(1, 5, 12, QString()), QString::fromUtf8("データ更新中:1-5-12/"));
+    EXPECT_EQ(groupProgressText(1, 0, 1, QString::fromUtf8("鋼管")),
               QString::fromUtf8("データ更新中:1-0-1/鋼管"));
-    EXPECT_EQ(GroupProgressText(12, 19, 59, QString()),
+    EXPECT_EQ(groupProgressText(12, 19, 59, QString()),
               QString::fromUtf8("データ更新中:12-19-59/"));
 }
 
@@ -63,12 +63,12 @@ protected:
     void SetUp() override {
         ASSERT_TRUE(dir.isValid());
         ws().paths().exDatabase = dir.filePath(QStringLiteral("velmoraMainEX.db3"));
-        CreateSuiteDatabase(ws().paths().exDatabase, true);
+        createSuiteDatabase(ws().paths().exDatabase, true);
     }
     void TearDown() override { EXPECT_TRUE(dialogs.Unanswered().isEmpty()); }
 
     void exec(const QString& sql) {
-        ASSERT_EQ(ExecStatement(dialogs, ws().paths().exDatabase, sql), 1);
+        ASSERT_EQ(execStatement(dialogs, ws().paths().exDatabase, sql), 1);
     }
 
     // The computed columns of one pipe type as stored, one line a row.
@@ -78,7 +78,7 @@ protected:
     // The same columns as the engine computes them from the stored figures
     // and options.
     QStringList expectedPrices(int grp, int kan) {
-        return ComputedPrices(ws().paths().exDatabase, grp, kan);
+        return computedPrices(ws().paths().exDatabase, grp, kan);
     }
 
     // Row n of a pipe type as the engine computes it from the table.
@@ -86,7 +86,7 @@ protected:
         const RowTable keep = rows();
         ws().load(grp, kan);
         PipeRow row = rows()[n];
-        CalcRowWith(row, PipeTypeOptions(rows()[OptionRow]));
+        calcRowWith(row, PipeTypeOptions(rows()[OptionRow]));
         rows() = keep;
         return row;
     }
@@ -100,15 +100,15 @@ TEST_F(GroupRecalc, EveryPipeTypeOfTheGroupIsComputedUnderItsStoredOptionsAndSav
     // leaves them; the stored prices are now stale.
     PipeRow options;
     PipeTypeOptions o(options);
-    o.AdoptedDigits() = c("100");
-    o.AdoptedFraction() = c("0.5");
-    o.ElementDigits() = c("10");
-    o.ElementFraction() = c("0.9");
-    o.LabourSubmitted() = c("21000");
-    o.LabourCost() = c("17000");
+    o.adoptedDigits() = c("100");
+    o.adoptedFraction() = c("0.5");
+    o.elementDigits() = c("10");
+    o.elementFraction() = c("0.9");
+    o.labourSubmitted() = c("21000");
+    o.labourCost() = c("17000");
     o.UnitDigits() = c("1");
     o.UnitFraction() = c("0");
-    exec(OptionChangeStatement(options, 2));
+    exec(optionChangeStatement(options, 2));
     const QStringList otherGroupBefore = storedPrices(3, 4);
     int stale = 0;
     for (int kan = 1; kan <= GroupPipeTypes; ++kan)
@@ -144,7 +144,7 @@ TEST_F(GroupRecalc, TheCurrentPipeTypeComesBackAsStoredWithItsPrices) {
     const QStringList asLoaded = doc().savedLines();
     // An unsaved entry and option: the prices in the rows are not the table's.
     rows()[2].listPrice = c("777");
-    doc().options().ElementDigits() = c("10");
+    doc().options().elementDigits() = c("10");
     doc().calculateAll();
     doc().refreshLines();
     ASSERT_TRUE(doc().isChanged());
@@ -159,9 +159,9 @@ TEST_F(GroupRecalc, TheCurrentPipeTypeComesBackAsStoredWithItsPrices) {
     EXPECT_EQ(storedPrices(1, 3), prices);
     for (int n : {1, 59}) { // the first and the last row calculated
         const QStringList fields = prices[n - 1].split(QLatin1Char(' '));
-        EXPECT_FALSE(shown[n].adoptedUnitPrice.IsZero()) << n;
-        EXPECT_EQ(CurrToStr(shown[n].adoptedUnitPrice), fields[19]) << n;
-        EXPECT_EQ(CurrToStr(shown[n].submittedAmounts[4]), fields[7]) << n;
+        EXPECT_FALSE(shown[n].adoptedUnitPrice.isZero()) << n;
+        EXPECT_EQ(currToStr(shown[n].adoptedUnitPrice), fields[19]) << n;
+        EXPECT_EQ(currToStr(shown[n].submittedAmounts[4]), fields[7]) << n;
     }
     // Nothing was asked; the statement of the last save is on the clipboard.
     EXPECT_TRUE(dialogs.Boxes().empty());
@@ -171,11 +171,11 @@ TEST_F(GroupRecalc, TheCurrentPipeTypeComesBackAsStoredWithItsPrices) {
 TEST_F(GroupRecalc, AFailedLoadEndsTheRunWithTheCurrentRowsBack) {
     PipeRow options;
     PipeTypeOptions o(options);
-    o.AdoptedDigits() = c("10");
-    o.ElementDigits() = c("1");
-    o.LabourSubmitted() = c("30000");
-    o.LabourCost() = c("25000");
-    exec(OptionChangeStatement(options, 1));
+    o.adoptedDigits() = c("10");
+    o.elementDigits() = c("1");
+    o.labourSubmitted() = c("30000");
+    o.labourCost() = c("25000");
+    exec(optionChangeStatement(options, 1));
     exec(
         QStringLiteral("DELETE FROM ex_kanzai WHERE CTG='1' AND GRP='1' AND KAN='7' AND NO='60';"));
     ASSERT_NE(storedPrices(1, 1), expectedPrices(1, 1));
@@ -199,7 +199,7 @@ TEST_F(GroupRecalc, AFailedLoadEndsTheRunWithTheCurrentRowsBack) {
     EXPECT_EQ(after[3].listPrice, current[3].listPrice);
     ws().load(1, 2);
     for (int n = 1; n <= RowCount; ++n)
-        ASSERT_EQ(RowLine(after[n]), RowLine(rows()[n])) << n;
+        ASSERT_EQ(rowLine(after[n]), rowLine(rows()[n])) << n;
     EXPECT_EQ(after[1].submittedAmounts, expectedRow(1, 2, 1).submittedAmounts);
     // Pipe types 1 to 6 were saved before the failure.
     for (int kan = 1; kan <= 6; ++kan)
@@ -214,7 +214,7 @@ TEST_F(GroupRecalc, AFailedLoadEndsTheRunWithTheCurrentRowsBack) {
         QStringLiteral("DELETE FROM ex_kanzai WHERE CTG='1' AND GRP='1' AND KAN='2' AND NO='60';"));
     EXPECT_THROW(ws().recalculateGroup(1, 1, 2, dialogs, nullptr), std::runtime_error);
     for (int n = 1; n <= RowCount; ++n)
-        ASSERT_EQ(RowLine(rows()[n]), RowLine(before[n])) << n;
+        ASSERT_EQ(rowLine(rows()[n]), rowLine(before[n])) << n;
 }
 
 } // namespace

@@ -9,7 +9,7 @@
 namespace {
 
 Currency C(const std::string& text) {
-    return StrToCurr(QString::fromStdString(text));
+    return strToCurr(QString::fromStdString(text));
 }
 const Currency Up = C("0.9"), Down = C("0"), Half = C("0.5");
 
@@ -63,39 +63,39 @@ TEST(RoundElement, WorkedTableFactorOne) {
         for (const auto& [digits, t] : cols) {
             SCOPED_TRACE(std::string(row.base) + " D=" + digits);
             const Currency d = C(digits);
-            EXPECT_EQ(CurrToStr(RoundElement(base, C("1"), d, Up)), t->up);
-            EXPECT_EQ(CurrToStr(RoundElement(base, C("1"), d, Down)), t->down);
-            EXPECT_EQ(CurrToStr(RoundElement(base, C("1"), d, Half)), t->half);
+            EXPECT_EQ(currToStr(roundElement(base, C("1"), d, Up)), t->up);
+            EXPECT_EQ(currToStr(roundElement(base, C("1"), d, Down)), t->down);
+            EXPECT_EQ(currToStr(roundElement(base, C("1"), d, Half)), t->half);
         }
     }
 }
 
 TEST(RoundElement, RoundingUpIsNoCeiling) {
-    EXPECT_EQ(CurrToStr(RoundElement(C("12.05"), C("1"), C("1"), Up)), "12");
-    EXPECT_EQ(CurrToStr(RoundElement(C("12.10"), C("1"), C("1"), Up)), "13");
-    EXPECT_EQ(CurrToStr(RoundElement(C("12.00"), C("1"), C("1"), Up)), "12");
-    EXPECT_EQ(CurrToStr(RoundElement(C("2214.0"), C("1"), C("1"), Up)), "2214");
-    EXPECT_EQ(CurrToStr(RoundElement(C("68.8"), C("1"), C("1"), Up)), "69");
-    EXPECT_EQ(CurrToStr(RoundElement(C("43.05"), C("1"), C("1"), Up)), "43");
+    EXPECT_EQ(currToStr(roundElement(C("12.05"), C("1"), C("1"), Up)), "12");
+    EXPECT_EQ(currToStr(roundElement(C("12.10"), C("1"), C("1"), Up)), "13");
+    EXPECT_EQ(currToStr(roundElement(C("12.00"), C("1"), C("1"), Up)), "12");
+    EXPECT_EQ(currToStr(roundElement(C("2214.0"), C("1"), C("1"), Up)), "2214");
+    EXPECT_EQ(currToStr(roundElement(C("68.8"), C("1"), C("1"), Up)), "69");
+    EXPECT_EQ(currToStr(roundElement(C("43.05"), C("1"), C("1"), Up)), "43");
 }
 
 TEST(RoundElement, NegativeAmountsCutTowardZero) {
-    EXPECT_EQ(CurrToStr(RoundElement(C("-12.5"), C("1"), C("1"), Half)), "-12");
-    EXPECT_EQ(CurrToStr(RoundElement(C("-12.5"), C("1"), C("1"), Up)), "-11");
+    EXPECT_EQ(currToStr(roundElement(C("-12.5"), C("1"), C("1"), Half)), "-12");
+    EXPECT_EQ(currToStr(roundElement(C("-12.5"), C("1"), C("1"), Up)), "-11");
 }
 
 TEST(RoundElement, SumOfRawsAsBase) {
     // 946 + 301 + 43 = 1290 at factor 0.08 gives 103.2, up to 104.
     const __int128 sum = __int128(C("946").raw) + C("301").raw + C("43").raw;
-    EXPECT_EQ(CurrToStr(RoundElement(sum, C("0.08"), C("1"), Up)), "104");
+    EXPECT_EQ(currToStr(roundElement(sum, C("0.08"), C("1"), Up)), "104");
 }
 
 TEST(WholeAmount, CutsToWholeNumber) {
-    EXPECT_EQ(CurrToStr(WholeAmount(__int128(C("1234.5").raw) + C("0.4").raw, Up)), "1235");
-    EXPECT_EQ(CurrToStr(WholeAmount(C("1234.05").raw, Up)), "1234");
-    EXPECT_EQ(CurrToStr(WholeAmount(C("4091.2").raw, Down)), "4091");
-    EXPECT_EQ(CurrToStr(WholeAmount(C("4091.2").raw, Half)), "4091");
-    EXPECT_EQ(CurrToStr(WholeAmount(C("4091.2").raw, Up)), "4092");
+    EXPECT_EQ(currToStr(wholeAmount(__int128(C("1234.5").raw) + C("0.4").raw, Up)), "1235");
+    EXPECT_EQ(currToStr(wholeAmount(C("1234.05").raw, Up)), "1234");
+    EXPECT_EQ(currToStr(wholeAmount(C("4091.2").raw, Down)), "4091");
+    EXPECT_EQ(currToStr(wholeAmount(C("4091.2").raw, Half)), "4091");
+    EXPECT_EQ(currToStr(wholeAmount(C("4091.2").raw, Up)), "4092");
 }
 
 TEST(RatePrice, WorkedValues) {
@@ -111,9 +111,9 @@ TEST(RatePrice, WorkedValues) {
     };
     for (const Case& c : cases) {
         SCOPED_TRACE(std::string(c.list) + " at " + c.rate);
-        EXPECT_EQ(CurrToStr(RatePrice(C(c.list), C(c.rate), Up)), c.t.up);
-        EXPECT_EQ(CurrToStr(RatePrice(C(c.list), C(c.rate), Down)), c.t.down);
-        EXPECT_EQ(CurrToStr(RatePrice(C(c.list), C(c.rate), Half)), c.t.half);
+        EXPECT_EQ(currToStr(ratePrice(C(c.list), C(c.rate), Up)), c.t.up);
+        EXPECT_EQ(currToStr(ratePrice(C(c.list), C(c.rate), Down)), c.t.down);
+        EXPECT_EQ(currToStr(ratePrice(C(c.list), C(c.rate), Half)), c.t.half);
     }
 }
 
@@ -185,64 +185,64 @@ TEST(RoundDigits, WorkedTable) {
         for (const auto& [s, t] : cols) {
             SCOPED_TRACE(std::string(row.x) + " S=" + s);
             const Currency x = C(row.x), step = C(s);
-            EXPECT_EQ(CurrToStr(RoundDigits(x, step, Up)), t ? t->up : row.x);
-            EXPECT_EQ(CurrToStr(RoundDigits(x, step, Down)), t ? t->down : row.x);
-            EXPECT_EQ(CurrToStr(RoundDigits(x, step, Half)), t ? t->half : row.x);
+            EXPECT_EQ(currToStr(roundDigits(x, step, Up)), t ? t->up : row.x);
+            EXPECT_EQ(currToStr(roundDigits(x, step, Down)), t ? t->down : row.x);
+            EXPECT_EQ(currToStr(roundDigits(x, step, Half)), t ? t->half : row.x);
         }
     }
 }
 
 TEST(RoundDigits, EdgeCases) {
-    EXPECT_EQ(CurrToStr(RoundDigits(C("1205"), C("100"), Up)), "1200");
-    EXPECT_EQ(CurrToStr(RoundDigits(C("1210"), C("100"), Up)), "1300");
-    EXPECT_EQ(CurrToStr(RoundDigits(C("99"), C("1000"), Up)), "0");
+    EXPECT_EQ(currToStr(roundDigits(C("1205"), C("100"), Up)), "1200");
+    EXPECT_EQ(currToStr(roundDigits(C("1210"), C("100"), Up)), "1300");
+    EXPECT_EQ(currToStr(roundDigits(C("99"), C("1000"), Up)), "0");
     // No more characters than digits: unchanged.
-    EXPECT_EQ(CurrToStr(RoundDigits(C("999"), C("3"), Up)), "999");
-    EXPECT_EQ(CurrToStr(RoundDigits(C("1000"), C("4"), Up)), "1000");
-    EXPECT_EQ(CurrToStr(RoundDigits(C("0"), C("3"), Up)), "0");
-    EXPECT_EQ(CurrToStr(RoundDigits(C("0"), C("4"), Up)), "0");
+    EXPECT_EQ(currToStr(roundDigits(C("999"), C("3"), Up)), "999");
+    EXPECT_EQ(currToStr(roundDigits(C("1000"), C("4"), Up)), "1000");
+    EXPECT_EQ(currToStr(roundDigits(C("0"), C("3"), Up)), "0");
+    EXPECT_EQ(currToStr(roundDigits(C("0"), C("4"), Up)), "0");
     // A carry into one more digit is not rounded again.
-    EXPECT_EQ(CurrToStr(RoundDigits(C("9999"), C("3"), Up)), "10000");
+    EXPECT_EQ(currToStr(roundDigits(C("9999"), C("3"), Up)), "10000");
     // The minus sign counts in the text length: L = 6, m = 1000.
-    EXPECT_EQ(CurrToStr(RoundDigits(C("-12345"), C("3"), Down)), "-12000");
+    EXPECT_EQ(currToStr(roundDigits(C("-12345"), C("3"), Down)), "-12000");
     // S of 0, a negative entry or any value outside the table leaves x.
     for (const char* s : {"0", "-1", "-2", "1", "7", "2"})
-        EXPECT_EQ(CurrToStr(RoundDigits(C("123456"), C(s), Up)), "123456") << s;
+        EXPECT_EQ(currToStr(roundDigits(C("123456"), C(s), Up)), "123456") << s;
     // A decimal point counts as a character too: "12.5" has L = 4, m = 10.
-    EXPECT_EQ(CurrToStr(RoundDigits(C("12.5"), C("3"), Down)), "10");
-    EXPECT_EQ(CurrToStr(RoundDigits(C("-0.25"), C("4"), Down)), "0"); // L = 5, m = 10
-    EXPECT_EQ(CurrToStr(RoundDigits(C("1.25"), C("3"), Down)), "0");  // L = 4, m = 10
+    EXPECT_EQ(currToStr(roundDigits(C("12.5"), C("3"), Down)), "10");
+    EXPECT_EQ(currToStr(roundDigits(C("-0.25"), C("4"), Down)), "0"); // L = 5, m = 10
+    EXPECT_EQ(currToStr(roundDigits(C("1.25"), C("3"), Down)), "0");  // L = 4, m = 10
 }
 
 TEST(RoundDigits, OverflowOfPowerAndProduct) {
     // 12 characters at S = 3: m = 10^9 still fits 32 bits.
-    EXPECT_EQ(CurrToStr(RoundDigits(C("123456789012"), C("3"), Down)), "123000000000");
+    EXPECT_EQ(currToStr(roundDigits(C("123456789012"), C("3"), Down)), "123000000000");
     // 13 characters at S = 3, 14 at S = 4: the power overflows.
-    EXPECT_THROW(RoundDigits(C("1234567890123"), C("3"), Down), IntOverflow);
-    EXPECT_THROW(RoundDigits(C("12345678901234"), C("4"), Down), IntOverflow);
-    EXPECT_EQ(CurrToStr(RoundDigits(C("1234567890123"), C("4"), Down)), "1234000000000");
+    EXPECT_THROW(roundDigits(C("1234567890123"), C("3"), Down), IntOverflow);
+    EXPECT_THROW(roundDigits(C("12345678901234"), C("4"), Down), IntOverflow);
+    EXPECT_EQ(currToStr(roundDigits(C("1234567890123"), C("4"), Down)), "1234000000000");
 }
 
 TEST(Conversions, CutAndStoreRangesAndRounding) {
-    EXPECT_EQ(Cut(2.9L), 2);
-    EXPECT_EQ(Cut(-2.9L), -2);
-    EXPECT_EQ(Store(2.5L), 2);
-    EXPECT_EQ(Store(3.5L), 4);
-    EXPECT_EQ(Store(-2.5L), -2);
-    EXPECT_EQ(Cut(-9223372036854775808.0L), INT64_MIN);
-    EXPECT_EQ(Cut(-0.99L), 0);
-    EXPECT_THROW(Cut(9223372036854775808.0L), InvalidOp);
-    EXPECT_THROW(Store(9223372036854775808.0L), InvalidOp);
-    EXPECT_THROW(Cut(-9223372036854775809.0L), InvalidOp);
-    EXPECT_THROW(Cut(__builtin_nanl("")), InvalidOp);
+    EXPECT_EQ(cut(2.9L), 2);
+    EXPECT_EQ(cut(-2.9L), -2);
+    EXPECT_EQ(store(2.5L), 2);
+    EXPECT_EQ(store(3.5L), 4);
+    EXPECT_EQ(store(-2.5L), -2);
+    EXPECT_EQ(cut(-9223372036854775808.0L), INT64_MIN);
+    EXPECT_EQ(cut(-0.99L), 0);
+    EXPECT_THROW(cut(9223372036854775808.0L), InvalidOp);
+    EXPECT_THROW(store(9223372036854775808.0L), InvalidOp);
+    EXPECT_THROW(cut(-9223372036854775809.0L), InvalidOp);
+    EXPECT_THROW(cut(__builtin_nanl("")), InvalidOp);
 }
 
 TEST(Conversions, OverflowAtStoreRaises) {
-    // A product beyond 64 bits: the Store of the result fails.
-    const Currency huge = Currency::FromRaw(INT64_MAX);
-    EXPECT_THROW(RoundElement(huge, C("100"), C("1"), Down), InvalidOp);
-    EXPECT_THROW(RatePrice(huge, C("1000"), Down), InvalidOp);
-    EXPECT_THROW(RoundDigits(huge, C("10"), Up), InvalidOp);
+    // A product beyond 64 bits: the store of the result fails.
+    const Currency huge = Currency::fromRaw(INT64_MAX);
+    EXPECT_THROW(roundElement(huge, C("100"), C("1"), Down), InvalidOp);
+    EXPECT_THROW(ratePrice(huge, C("1000"), Down), InvalidOp);
+    EXPECT_THROW(roundDigits(huge, C("10"), Up), InvalidOp);
 }
 
 } // namespace

@@ -20,7 +20,7 @@
 
 namespace {
 
-QByteArray ReadBytes(const QString& path) {
+QByteArray readBytes(const QString& path) {
     QFile f(path);
     if (!f.open(QIODevice::ReadOnly)) return QByteArray();
     return f.readAll();
@@ -34,21 +34,21 @@ QByteArray Golden(const char* name, const QByteArray& actual) {
         QFile f(path);
         if (f.open(QIODevice::WriteOnly))
             f.write(
-                FromAnsi(actual).replace(QStringLiteral("\r\n"), QStringLiteral("\n")).toUtf8());
+                fromAnsi(actual).replace(QStringLiteral("\r\n"), QStringLiteral("\n")).toUtf8());
     }
-    const QString text = QString::fromUtf8(ReadBytes(path));
+    const QString text = QString::fromUtf8(readBytes(path));
     EXPECT_FALSE(text.isEmpty()) << name;
-    return ToAnsi(QString(text).replace(QStringLiteral("\n"), QStringLiteral("\r\n")));
+    return toAnsi(QString(text).replace(QStringLiteral("\n"), QStringLiteral("\r\n")));
 }
 
 class OutputForm : public WorkspaceFixture {
 protected:
     // Answers the options dialog: headings, results, then run or cancel.
     void answerOptions(bool headings, bool results, bool run = true) {
-        WhenModal([headings, results, run](QWidget* w) {
+        whenModal([headings, results, run](QWidget* w) {
             auto* d = qobject_cast<ExcelOptionsDialog*>(w);
             ASSERT_NE(d, nullptr);
-            EXPECT_EQ(d->windowTitle(), U("Qorvale"));
+            EXPECT_EQ(d->windowTitle(), u("Qorvale"));
             EXPECT_FALSE(d->headingsCheck->isChecked());
             EXPECT_FALSE(d->resultsCheck->isChecked());
             d->headingsCheck->setChecked(headings);
@@ -59,15 +59,15 @@ protected:
     QByteArray csv(bool headings, bool results) {
         const QString path = dir.filePath(QStringLiteral("out.CSV"));
         answerOptions(headings, results);
-        dialogs.AnswerFile(path);
+        dialogs.answerFile(path);
         form->outputs()->exportCsvFile();
-        return ReadBytes(path);
+        return readBytes(path);
     }
     void selectGrid2(int col, int row) {
         TGridRect r;
         r.Left = r.Right = col;
         r.Top = r.Bottom = row;
-        form->materialGrid->SetSelection(r);
+        form->materialGrid->setSelection(r);
     }
     // The refrigerant demo pipe type of group 10.
     void openRefrigerant() {
@@ -78,12 +78,12 @@ protected:
 
 TEST_F(OutputForm, DialogTextsAndCloseCountsAsCancel) {
     ExcelOptionsDialog d;
-    EXPECT_EQ(d.settingsLabel->text(), U("出力設定"));
-    EXPECT_EQ(d.headingsCheck->text(), U("見出しを出力"));
-    EXPECT_EQ(d.resultsCheck->text(), U("計算結果を出力"));
-    EXPECT_EQ(d.runButton->text(), U("実　行"));
-    EXPECT_EQ(d.cancelButton->text(), U("キャンセル"));
-    WhenModal([](QWidget* w) { w->close(); });
+    EXPECT_EQ(d.settingsLabel->text(), u("出力設定"));
+    EXPECT_EQ(d.headingsCheck->text(), u("見出しを出力"));
+    EXPECT_EQ(d.resultsCheck->text(), u("計算結果を出力"));
+    EXPECT_EQ(d.runButton->text(), u("実　行"));
+    EXPECT_EQ(d.cancelButton->text(), u("キャンセル"));
+    whenModal([](QWidget* w) { w->close(); });
     EXPECT_EQ(d.exec(), ExcelOptionsDialog::ResultCancel);
 }
 
@@ -105,12 +105,12 @@ TEST_F(OutputForm, CsvOfPipingTypeWithHeadingsAndFactors) {
     EXPECT_EQ(bytes, Golden("csv_piping_headings_factors.txt", bytes));
     EXPECT_TRUE(bytes.endsWith(",\r\n"));
     EXPECT_FALSE(bytes.startsWith("\xEF\xBB\xBF"));
-    ASSERT_EQ(dialogs.FileQuestions().size(), 1u);
-    EXPECT_EQ(dialogs.FileQuestions()[0].kind, U("save"));
-    EXPECT_EQ(dialogs.FileQuestions()[0].filter, U("*.CSV"));
+    ASSERT_EQ(dialogs.fileQuestions().size(), 1u);
+    EXPECT_EQ(dialogs.fileQuestions()[0].kind, u("save"));
+    EXPECT_EQ(dialogs.fileQuestions()[0].filter, u("*.CSV"));
     ASSERT_EQ(dialogs.Boxes().size(), 1u);
-    EXPECT_EQ(dialogs.Boxes()[0].instruction, U("確認"));
-    EXPECT_EQ(dialogs.Boxes()[0].content, U("ＣＳＶ出力しました。"));
+    EXPECT_EQ(dialogs.Boxes()[0].instruction, u("確認"));
+    EXPECT_EQ(dialogs.Boxes()[0].content, u("ＣＳＶ出力しました。"));
 }
 
 TEST_F(OutputForm, CsvOfPipingTypeWithResultsOnly) {
@@ -127,9 +127,9 @@ TEST_F(OutputForm, CsvGetsItsDefaultExtensionAndReplacesTheFile) {
     old.write(QByteArray(20000, 'x'));
     old.close();
     answerOptions(false, true);
-    dialogs.AnswerFile(path);
+    dialogs.answerFile(path);
     form->outputs()->exportCsvFile();
-    const QByteArray bytes = ReadBytes(path + QStringLiteral(".CSV"));
+    const QByteArray bytes = readBytes(path + QStringLiteral(".CSV"));
     EXPECT_EQ(bytes, Golden("csv_piping_results.txt", bytes));
 }
 
@@ -147,12 +147,12 @@ TEST_F(OutputForm, ClipboardOfRefrigerantTypeWithFactors) {
     openRefrigerant();
     answerOptions(false, false);
     form->outputs()->exportToClipboard();
-    const QByteArray text = ToAnsi(dialogs.Clipboard());
+    const QByteArray text = toAnsi(dialogs.Clipboard());
     QByteArray golden = Golden("csv_refrigerant_factors.txt", text + "\r\n");
     EXPECT_EQ(text + "\r\n", golden);
     EXPECT_FALSE(text.endsWith("\n")) << "no line end after the last row";
     ASSERT_EQ(dialogs.Boxes().size(), 1u);
-    EXPECT_EQ(dialogs.Boxes()[0].content, U("クリップボ－ドへコピ－しました。"));
+    EXPECT_EQ(dialogs.Boxes()[0].content, u("クリップボ－ドへコピ－しました。"));
 }
 
 TEST_F(OutputForm, ClipboardMatchesTheCsvFileWithoutItsLastLineEnd) {
@@ -160,7 +160,7 @@ TEST_F(OutputForm, ClipboardMatchesTheCsvFileWithoutItsLastLineEnd) {
     const QByteArray file = csv(true, false);
     answerOptions(true, false);
     form->outputs()->exportToClipboard();
-    EXPECT_EQ(ToAnsi(dialogs.Clipboard()) + "\r\n", file);
+    EXPECT_EQ(toAnsi(dialogs.Clipboard()) + "\r\n", file);
 }
 
 TEST_F(OutputForm, CancelProducesNothingAndStillMovesTheSelection) {
@@ -168,26 +168,26 @@ TEST_F(OutputForm, CancelProducesNothingAndStillMovesTheSelection) {
     selectGrid2(3, 5);
     answerOptions(true, true, false);
     form->outputs()->exportCsvFile();
-    EXPECT_TRUE(dialogs.FileQuestions().empty());
+    EXPECT_TRUE(dialogs.fileQuestions().empty());
     EXPECT_TRUE(dialogs.Boxes().empty());
-    EXPECT_EQ(form->materialGrid->Selection().Left, 1);
-    EXPECT_EQ(form->materialGrid->Selection().Right, 1);
-    EXPECT_EQ(form->materialGrid->Selection().Top, 5);
-    EXPECT_EQ(form->materialGrid->Selection().Bottom, 5);
+    EXPECT_EQ(form->materialGrid->selection().Left, 1);
+    EXPECT_EQ(form->materialGrid->selection().Right, 1);
+    EXPECT_EQ(form->materialGrid->selection().Top, 5);
+    EXPECT_EQ(form->materialGrid->selection().Bottom, 5);
 
     selectGrid2(2, 3);
-    dialogs.SetClipboard(U("before"));
+    dialogs.setClipboard(u("before"));
     answerOptions(true, true, false);
     form->outputs()->exportToClipboard();
-    EXPECT_EQ(dialogs.Clipboard(), U("before"));
-    EXPECT_EQ(form->materialGrid->Selection().Left, 1);
-    EXPECT_EQ(form->materialGrid->Selection().Top, 3);
+    EXPECT_EQ(dialogs.Clipboard(), u("before"));
+    EXPECT_EQ(form->materialGrid->selection().Left, 1);
+    EXPECT_EQ(form->materialGrid->selection().Top, 3);
 }
 
 TEST_F(OutputForm, CancelledSaveDialogWritesNothingAndSaysNothing) {
     open();
     answerOptions(true, false);
-    dialogs.AnswerFile(QString());
+    dialogs.answerFile(QString());
     form->outputs()->exportCsvFile();
     EXPECT_TRUE(dialogs.Boxes().empty());
     EXPECT_EQ(QDir(dir.path()).entryList(QDir::Files), QStringList());
@@ -196,18 +196,18 @@ TEST_F(OutputForm, CancelledSaveDialogWritesNothingAndSaysNothing) {
 TEST_F(OutputForm, PrintDataHasNoDialogNoMessageAndKeepsTheMinus) {
     open();
     selectGrid2(2, 4);
-    rows()[1].submittedUnitPrice = StrToCurr(U("-1234"));
-    rows()[1].submittedAmounts[4] = StrToCurr(U("-56789"));
+    rows()[1].submittedUnitPrice = strToCurr(u("-1234"));
+    rows()[1].submittedAmounts[4] = strToCurr(u("-56789"));
     form->outputs()->exportRows(ExportPrint);
-    EXPECT_EQ(form->materialGrid->Selection().Left, 1);
+    EXPECT_EQ(form->materialGrid->selection().Left, 1);
     EXPECT_TRUE(dialogs.Boxes().empty());
-    const QByteArray bytes = ReadBytes(PrintDataPath(dataRoot));
+    const QByteArray bytes = readBytes(printDataPath(dataRoot));
     const QList<QByteArray> lines = bytes.split('\n');
     ASSERT_EQ(lines.size(), 57); // 56 lines and the final line end
     EXPECT_TRUE(lines[56].isEmpty());
     const QByteArray first = lines[0];
-    EXPECT_TRUE(first.startsWith(ToAnsi(form->statusPanel(0) + U(";") + form->statusPanel(1) +
-                                        U(";") + form->statusPanel(2) + U(";屋内一般;"))));
+    EXPECT_TRUE(first.startsWith(toAnsi(form->statusPanel(0) + u(";") + form->statusPanel(1) +
+                                        u(";") + form->statusPanel(2) + u(";屋内一般;"))));
     EXPECT_TRUE(first.endsWith(";-1,234;\r")) << first.constData();
     EXPECT_TRUE(first.contains(";-56,789;"));
     EXPECT_EQ(first.count(';'), 23);
@@ -218,14 +218,14 @@ TEST_F(OutputForm, ExcelOutWritesStreamAndWorkbookAndOpensIt) {
     const QString title = form->windowTitle();
     form->excelOutAction->trigger();
     EXPECT_EQ(form->windowTitle(), title);
-    const QByteArray stream = ReadBytes(ExcelStreamPath(dataRoot));
-    EXPECT_EQ(stream, ToAnsi(ExcelStream(db, 1, form->tabCaptions()).join(U("\r\n")) + U("\r\n")));
+    const QByteArray stream = readBytes(excelStreamPath(dataRoot));
+    EXPECT_EQ(stream, toAnsi(excelStream(db, 1, form->tabCaptions()).join(u("\r\n")) + u("\r\n")));
     EXPECT_EQ(stream.count("AutoFit;1;1;;\r\n"), 6);
     ASSERT_EQ(dialogs.Documents().size(), 1);
     const QString book = dialogs.Documents()[0];
     EXPECT_TRUE(QFile::exists(book));
     EXPECT_EQ(QFileInfo(book).absolutePath(), QFileInfo(dataRoot).absoluteFilePath());
-    EXPECT_TRUE(QRegularExpression(U("^\\d{8} \\d{6}\\.xlsx$"))
+    EXPECT_TRUE(QRegularExpression(u("^\\d{8} \\d{6}\\.xlsx$"))
                     .match(QFileInfo(book).fileName())
                     .hasMatch())
         << book.toStdString();
@@ -234,36 +234,36 @@ TEST_F(OutputForm, ExcelOutWritesStreamAndWorkbookAndOpensIt) {
 
 TEST_F(OutputForm, ExcelOutExportsWhatIsSavedNotTheScreen) {
     open();
-    rows()[2].setGoods(U("未保存の用途"));
+    rows()[2].setGoods(u("未保存の用途"));
     form->excelOutAction->trigger();
-    const QString stream = FromAnsi(ReadBytes(ExcelStreamPath(dataRoot)));
-    EXPECT_FALSE(stream.contains(U("未保存の用途")));
-    EXPECT_TRUE(stream.contains(U("DATA;2;2;給水;")));
+    const QString stream = fromAnsi(readBytes(excelStreamPath(dataRoot)));
+    EXPECT_FALSE(stream.contains(u("未保存の用途")));
+    EXPECT_TRUE(stream.contains(u("DATA;2;2;給水;")));
 }
 
 TEST_F(OutputForm, ExcelOutFailingToOpenShowsTheErrorBoxUnderTheBusyCaption) {
     open();
     const QString title = form->windowTitle();
-    dialogs.SetOpenResult(false);
+    dialogs.setOpenResult(false);
     QString captionDuringBox;
     dialogs.OnBox = [&] { captionDuringBox = form->windowTitle(); };
     form->outputs()->exportWorkbook();
     ASSERT_EQ(dialogs.Boxes().size(), 1u);
-    EXPECT_EQ(dialogs.Boxes()[0].title, U("エラー"));
-    EXPECT_EQ(dialogs.Boxes()[0].instruction, U("起動に失敗しました"));
+    EXPECT_EQ(dialogs.Boxes()[0].title, u("エラー"));
+    EXPECT_EQ(dialogs.Boxes()[0].instruction, u("起動に失敗しました"));
     EXPECT_EQ(dialogs.Boxes()[0].icon, TaskDialog::IconError);
-    EXPECT_EQ(captionDuringBox, U("エクセルファイル出力中・・・しばらくお待ちください"));
+    EXPECT_EQ(captionDuringBox, u("エクセルファイル出力中・・・しばらくお待ちください"));
     EXPECT_EQ(form->windowTitle(), title);
 }
 
 TEST_F(OutputForm, ExcelOutWithoutTempFolderFailsAndGivesTheCaptionBack) {
     open();
     const QString title = form->windowTitle();
-    ASSERT_TRUE(QDir(dataRoot + U("/temp")).removeRecursively());
+    ASSERT_TRUE(QDir(dataRoot + u("/temp")).removeRecursively());
     EXPECT_THROW(form->outputs()->exportWorkbook(), FileError);
     EXPECT_EQ(form->windowTitle(), title);
     EXPECT_TRUE(dialogs.Documents().isEmpty());
-    EXPECT_TRUE(QDir(dataRoot).entryList({U("*.xlsx")}, QDir::Files).isEmpty());
+    EXPECT_TRUE(QDir(dataRoot).entryList({u("*.xlsx")}, QDir::Files).isEmpty());
 }
 
 } // namespace

@@ -22,10 +22,10 @@ class PrintCommand : public WorkspaceFixture {
 protected:
     void SetUp() override {
         WorkspaceFixture::SetUp();
-        SetPrintDate(QDate(1989, 1, 7));
+        setPrintDate(QDate(1989, 1, 7));
     }
     void TearDown() override {
-        SetPrintDate(QDate());
+        setPrintDate(QDate());
         WorkspaceFixture::TearDown();
     }
 };
@@ -34,66 +34,66 @@ TEST_F(PrintCommand, WritesTheFilesAndStartsTheProgramWithDataRootAndSemicolon) 
     MainWindow& f = open();
     ASSERT_TRUE(f.printAction->isEnabled());
     ASSERT_TRUE(f.printItem->isEnabled());
-    EXPECT_EQ(f.printItem->text(), U("印  刷"));
-    f.materialGrid->SetSelection(TGridRect{3, 5, 3, 5});
+    EXPECT_EQ(f.printItem->text(), u("印  刷"));
+    f.materialGrid->setSelection(TGridRect{3, 5, 3, 5});
 
     f.printItem->trigger();
 
     ASSERT_EQ(dialogs.Processes().size(), 1u);
     const auto& p = dialogs.Processes()[0];
-    EXPECT_EQ(p.program, PrintProgramPath());
+    EXPECT_EQ(p.program, printProgramPath());
     EXPECT_TRUE(p.program.endsWith(QStringLiteral("/listpress")));
     EXPECT_EQ(p.arguments, QStringList{dataRoot + QLatin1Char(';')});
     EXPECT_TRUE(dialogs.Boxes().empty());
 
     // The submitted side is selected for the next redisplay.
-    EXPECT_EQ(f.materialGrid->Selection(), (TGridRect{1, 5, 1, 5}));
+    EXPECT_EQ(f.materialGrid->selection(), (TGridRect{1, 5, 1, 5}));
 
-    const QByteArray conf = readAll(PrintConfPath(dataRoot));
+    const QByteArray conf = readAll(printConfPath(dataRoot));
     EXPECT_TRUE(conf.startsWith("[Version]=2.00\r\n[Application_Title]=Qorvale\r\n"));
-    EXPECT_TRUE(conf.contains(ToAnsi(StyleFilePath(dataRoot, 0)) + "\r\n"));
-    EXPECT_TRUE(conf.contains("[Icon_File]=" + ToAnsi(ApplicationIconPath()) + "\r\n"));
+    EXPECT_TRUE(conf.contains(toAnsi(styleFilePath(dataRoot, 0)) + "\r\n"));
+    EXPECT_TRUE(conf.contains("[Icon_File]=" + toAnsi(applicationIconPath()) + "\r\n"));
     EXPECT_TRUE(conf.endsWith("[File_Mask]=qvk\r\n"));
-    EXPECT_TRUE(readAll(PrintHeaderPath(dataRoot))
-                    .startsWith(ToAnsi(U("[ta]=1989\r\n[tb]=昭和64\r\n[tc]=01\r\n[td]=07\r\n"
+    EXPECT_TRUE(readAll(printHeaderPath(dataRoot))
+                    .startsWith(toAnsi(u("[ta]=1989\r\n[tb]=昭和64\r\n[tc]=01\r\n[td]=07\r\n"
                                          "[te]=土\r\n[tf]=\r\n[tg]=\r\n[th]="))));
     // The rows as the window shows them, with its tab captions and panels.
-    const QByteArray data = readAll(PrintDataPath(dataRoot));
+    const QByteArray data = readAll(printDataPath(dataRoot));
     EXPECT_EQ(data.count('\n'), 56);
-    EXPECT_TRUE(data.startsWith(ToAnsi(f.statusPanel(0) + QLatin1Char(';') + f.statusPanel(1) +
-                                       QLatin1Char(';') + f.statusPanel(2) + U(";屋内一般;15A;"))));
+    EXPECT_TRUE(data.startsWith(toAnsi(f.statusPanel(0) + QLatin1Char(';') + f.statusPanel(1) +
+                                       QLatin1Char(';') + f.statusPanel(2) + u(";屋内一般;15A;"))));
 
     // Another style: only line 4 of Print.conf changes.
-    f.printStyleRadio->SetItemIndex(2);
+    f.printStyleRadio->setItemIndex(2);
     f.printItem->trigger();
     const QList<QByteArray> a = conf.split('\n');
-    const QList<QByteArray> b = readAll(PrintConfPath(dataRoot)).split('\n');
+    const QList<QByteArray> b = readAll(printConfPath(dataRoot)).split('\n');
     ASSERT_EQ(a.size(), b.size());
     for (int i = 0; i < int(a.size()); ++i)
         EXPECT_EQ(a[i] == b[i], i != 3) << i;
-    EXPECT_EQ(readAll(PrintDataPath(dataRoot)), data);
+    EXPECT_EQ(readAll(printDataPath(dataRoot)), data);
     EXPECT_EQ(dialogs.Processes().size(), 2u);
 }
 
 TEST_F(PrintCommand, AFailedStartLeavesTheFilesAndSaysNothing) {
     MainWindow& f = open();
     for (const QString& p :
-         {PrintConfPath(dataRoot), PrintHeaderPath(dataRoot), PrintDataPath(dataRoot)})
+         {printConfPath(dataRoot), printHeaderPath(dataRoot), printDataPath(dataRoot)})
         QFile::remove(p);
-    dialogs.SetStartResult(false);
+    dialogs.setStartResult(false);
     f.printAction->trigger();
     EXPECT_EQ(dialogs.Processes().size(), 1u);
     EXPECT_TRUE(dialogs.Boxes().empty());
     EXPECT_TRUE(dialogs.Messages().empty());
-    EXPECT_TRUE(QFile::exists(PrintConfPath(dataRoot)));
-    EXPECT_TRUE(QFile::exists(PrintHeaderPath(dataRoot)));
-    EXPECT_TRUE(QFile::exists(PrintDataPath(dataRoot)));
+    EXPECT_TRUE(QFile::exists(printConfPath(dataRoot)));
+    EXPECT_TRUE(QFile::exists(printHeaderPath(dataRoot)));
+    EXPECT_TRUE(QFile::exists(printDataPath(dataRoot)));
 }
 
 TEST_F(PrintCommand, MissingFolderShowsTheErrorAndStartsNothing) {
     MainWindow& f = open();
-    ASSERT_TRUE(QDir(PrintFolderPath(dataRoot)).removeRecursively());
-    dialogs.AnswerBox(TaskDialog::IdOk);
+    ASSERT_TRUE(QDir(printFolderPath(dataRoot)).removeRecursively());
+    dialogs.answerBox(TaskDialog::IdOk);
     f.printAction->trigger();
     EXPECT_TRUE(dialogs.Processes().empty());
     ASSERT_EQ(dialogs.Boxes().size(), 1u);
@@ -107,8 +107,8 @@ TEST_F(PrintCommand, RefrigerantPipeTypeGivesOneTabAndMaskQvr) {
     QCoreApplication::processEvents();
     ASSERT_EQ(f.tabs->count(), 1);
     f.printAction->trigger();
-    EXPECT_TRUE(readAll(PrintConfPath(dataRoot)).endsWith("[File_Mask]=qvr\r\n"));
-    EXPECT_EQ(readAll(PrintDataPath(dataRoot)).count('\n'), 14);
+    EXPECT_TRUE(readAll(printConfPath(dataRoot)).endsWith("[File_Mask]=qvr\r\n"));
+    EXPECT_EQ(readAll(printDataPath(dataRoot)).count('\n'), 14);
 }
 
 } // namespace

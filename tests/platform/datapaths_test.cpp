@@ -15,33 +15,33 @@ protected:
 };
 
 TEST_F(DataPathsTest, CommonDataFolderAndDataRoot) {
-    EXPECT_EQ(SpecialFolderPath(35), dir.path());
-    EXPECT_EQ(SpecialFolderPath(5), QString());
-    EXPECT_EQ(DataRootPath(), dir.path() + "/ostrel/velmora_main");
+    EXPECT_EQ(specialFolderPath(35), dir.path());
+    EXPECT_EQ(specialFolderPath(5), QString());
+    EXPECT_EQ(dataRootPath(), dir.path() + "/ostrel/velmora_main");
 }
 
 TEST_F(DataPathsTest, NoArgumentUsesTheDefaultString) {
-    EXPECT_EQ(DatabaseFolderFrom(QString()), dir.path() + "/ostrel/database/");
-    EXPECT_EQ(DatabaseFolderFrom(DefaultLaunchString), dir.path() + "/ostrel/database/");
+    EXPECT_EQ(databaseFolderFrom(QString()), dir.path() + "/ostrel/database/");
+    EXPECT_EQ(databaseFolderFrom(DefaultLaunchString), dir.path() + "/ostrel/database/");
 }
 
 TEST_F(DataPathsTest, FieldFiveNamesTheFolder) {
-    EXPECT_EQ(DatabaseFolderFrom("0;1;0;0;/srv/velmora/db;"), "/srv/velmora/db/");
-    EXPECT_EQ(DatabaseFolderFrom("a;b;c;d;/srv/db/;more;fields"), "/srv/db/");
-    EXPECT_EQ(ExDatabasePathIn("/srv/db/"), "/srv/db//velmoraMainEX.db3");
+    EXPECT_EQ(databaseFolderFrom("0;1;0;0;/srv/velmora/db;"), "/srv/velmora/db/");
+    EXPECT_EQ(databaseFolderFrom("a;b;c;d;/srv/db/;more;fields"), "/srv/db/");
+    EXPECT_EQ(exDatabasePathIn("/srv/db/"), "/srv/db//velmoraMainEX.db3");
 }
 
 TEST_F(DataPathsTest, EmptyOrMissingFieldFiveFallsBack) {
     const QString fallback = dir.path() + "/ostrel/database/";
-    EXPECT_EQ(DatabaseFolderFrom("0;1;0;0;;"), fallback);
-    EXPECT_EQ(DatabaseFolderFrom("0;1;0;0"), fallback);
-    EXPECT_EQ(DatabaseFolderFrom("x"), fallback);
+    EXPECT_EQ(databaseFolderFrom("0;1;0;0;;"), fallback);
+    EXPECT_EQ(databaseFolderFrom("0;1;0;0"), fallback);
+    EXPECT_EQ(databaseFolderFrom("x"), fallback);
 }
 
 TEST_F(DataPathsTest, UserDataLocationWhenNoVariable) {
     qunsetenv("QORVALE_COMMON_DATA");
-    EXPECT_FALSE(SpecialFolderPath(35).isEmpty());
-    EXPECT_FALSE(SpecialFolderPath(35).endsWith('/'));
+    EXPECT_FALSE(specialFolderPath(35).isEmpty());
+    EXPECT_FALSE(specialFolderPath(35).endsWith('/'));
 }
 
 } // namespace

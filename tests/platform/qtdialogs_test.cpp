@@ -27,7 +27,7 @@ struct SeenBox {
 
 // Reads the box, then presses the given button (or Esc with NoButton).
 void pressOnBox(SeenBox& seen, QMessageBox::StandardButton press) {
-    WhenModal([&seen, press](QWidget* w) {
+    whenModal([&seen, press](QWidget* w) {
         auto* box = qobject_cast<QMessageBox*>(w);
         if (!box) {
             ADD_FAILURE() << "no message box";
@@ -53,7 +53,7 @@ TEST(QtDialogsTest, EveryButtonReadsInJapanese) {
     QtDialogs dialogs;
     SeenBox seen;
     pressOnBox(seen, QMessageBox::Cancel);
-    dialogs.TaskDialog(nullptr, "Qorvale", "?", TD::IconQuestion,
+    dialogs.taskDialog(nullptr, "Qorvale", "?", TD::IconQuestion,
                        TD::ButtonOk | TD::ButtonYes | TD::ButtonNo | TD::ButtonRetry |
                            TD::ButtonCancel | TD::ButtonClose,
                        QString());
@@ -64,13 +64,13 @@ TEST(QtDialogsTest, EveryButtonReadsInJapanese) {
 
     // The input box too.
     QStringList inputCaptions;
-    WhenModal([&](QWidget* w) {
+    whenModal([&](QWidget* w) {
         for (auto* b : w->findChildren<QPushButton*>())
             inputCaptions << b->text();
         QTest::keyClick(w, Qt::Key_Escape);
     });
     QString value = "x";
-    EXPECT_FALSE(dialogs.InputQuery(nullptr, "Qorvale", "名称", value));
+    EXPECT_FALSE(dialogs.inputQuery(nullptr, "Qorvale", "名称", value));
     inputCaptions.sort();
     EXPECT_EQ(inputCaptions, (QStringList{"OK", "キャンセル"}));
 }
@@ -79,7 +79,7 @@ TEST(QtDialogsTest, TaskDialogShowsItsButtonsAndGivesThePressedId) {
     QtDialogs dialogs;
     SeenBox seen;
     pressOnBox(seen, QMessageBox::No);
-    const int id = dialogs.TaskDialog(nullptr, "Qorvale", "データを保存しますか?", TD::IconQuestion,
+    const int id = dialogs.taskDialog(nullptr, "Qorvale", "データを保存しますか?", TD::IconQuestion,
                                       TD::ButtonYes | TD::ButtonNo | TD::ButtonCancel, "内容");
     EXPECT_EQ(id, TD::IdNo);
     EXPECT_EQ(seen.title, "Qorvale");
@@ -90,14 +90,14 @@ TEST(QtDialogsTest, TaskDialogShowsItsButtonsAndGivesThePressedId) {
     EXPECT_EQ(seen.defaultButton, QMessageBox::Yes);
 
     pressOnBox(seen, QMessageBox::Close);
-    EXPECT_EQ(dialogs.TaskDialog(nullptr, "T", "i", TD::IconWarning,
+    EXPECT_EQ(dialogs.taskDialog(nullptr, "T", "i", TD::IconWarning,
                                  TD::ButtonRetry | TD::ButtonClose, ""),
               TD::IdClose);
     EXPECT_EQ(seen.buttons, QMessageBox::Retry | QMessageBox::Close);
     EXPECT_EQ(seen.icon, QMessageBox::Warning);
 
     pressOnBox(seen, QMessageBox::Ok);
-    EXPECT_EQ(dialogs.TaskDialog(nullptr, "T", "i", TD::IconError, TD::ButtonOk, ""), TD::IdOk);
+    EXPECT_EQ(dialogs.taskDialog(nullptr, "T", "i", TD::IconError, TD::ButtonOk, ""), TD::IdOk);
     EXPECT_EQ(seen.icon, QMessageBox::Critical);
 }
 
@@ -106,12 +106,12 @@ TEST(QtDialogsTest, EscapeAnswersCancelAndNoButtonsMeansOk) {
     SeenBox seen;
     pressOnBox(seen, QMessageBox::NoButton);
     EXPECT_EQ(
-        dialogs.TaskDialog(nullptr, "T", "i", TD::IconNone, TD::ButtonYes | TD::ButtonCancel, ""),
+        dialogs.taskDialog(nullptr, "T", "i", TD::IconNone, TD::ButtonYes | TD::ButtonCancel, ""),
         TD::IdCancel);
     EXPECT_EQ(seen.icon, QMessageBox::NoIcon);
 
     pressOnBox(seen, QMessageBox::NoButton);
-    EXPECT_EQ(dialogs.TaskDialog(nullptr, "T", "i", TD::IconInformation, 0, ""), TD::IdOk);
+    EXPECT_EQ(dialogs.taskDialog(nullptr, "T", "i", TD::IconInformation, 0, ""), TD::IdOk);
     EXPECT_EQ(seen.buttons, QMessageBox::StandardButtons(QMessageBox::Ok));
     EXPECT_EQ(seen.icon, QMessageBox::Information);
 }
@@ -120,12 +120,12 @@ TEST(QtDialogsTest, MessageAndInputBox) {
     QtDialogs dialogs;
     SeenBox seen;
     pressOnBox(seen, QMessageBox::Ok);
-    dialogs.Message(nullptr, "ERROR", "no such table: ex_kanzai");
+    dialogs.message(nullptr, "ERROR", "no such table: ex_kanzai");
     EXPECT_EQ(seen.title, "ERROR");
     EXPECT_EQ(seen.text, "no such table: ex_kanzai");
 
     QString prompt;
-    WhenModal([&prompt](QWidget* w) {
+    whenModal([&prompt](QWidget* w) {
         auto* input = qobject_cast<QInputDialog*>(w);
         if (!input) {
             ADD_FAILURE() << "no input box";
@@ -138,21 +138,21 @@ TEST(QtDialogsTest, MessageAndInputBox) {
         input->accept();
     });
     QString value = "給水";
-    EXPECT_TRUE(dialogs.InputQuery(nullptr, "Qorvale", "グル－プ名を入力してください", value));
+    EXPECT_TRUE(dialogs.inputQuery(nullptr, "Qorvale", "グル－プ名を入力してください", value));
     EXPECT_EQ(value, "上水");
     EXPECT_EQ(prompt, "グル－プ名を入力してください");
 
-    WhenModal([](QWidget* w) { qobject_cast<QDialog*>(w)->reject(); });
-    EXPECT_FALSE(dialogs.InputQuery(nullptr, "Qorvale", "p", value));
+    whenModal([](QWidget* w) { qobject_cast<QDialog*>(w)->reject(); });
+    EXPECT_FALSE(dialogs.inputQuery(nullptr, "Qorvale", "p", value));
     EXPECT_EQ(value, "上水");
 }
 
 TEST(QtDialogsTest, ClipboardAndProcesses) {
     QtDialogs dialogs;
-    dialogs.SetClipboardText("1;2;3");
-    EXPECT_EQ(dialogs.ClipboardText(), "1;2;3");
-    EXPECT_TRUE(dialogs.StartProcess("true", {}, QString()));
-    EXPECT_FALSE(dialogs.StartProcess("/nonexistent/program", {}, QString()));
+    dialogs.setClipboardText("1;2;3");
+    EXPECT_EQ(dialogs.clipboardText(), "1;2;3");
+    EXPECT_TRUE(dialogs.startProcess("true", {}, QString()));
+    EXPECT_FALSE(dialogs.startProcess("/nonexistent/program", {}, QString()));
 }
 
 // The group recalculation saves on a worker thread: its "ERROR" box and the
@@ -164,7 +164,7 @@ TEST(QtDialogsTest, CallsFromAnotherThreadRunOnTheGuiThread) {
     QThread* boxThread = nullptr;
     QString boxText;
     int boxes = 0;
-    WhenModal([&](QWidget* w) {
+    whenModal([&](QWidget* w) {
         auto* box = qobject_cast<QMessageBox*>(w);
         ASSERT_NE(box, nullptr);
         boxThread = box->thread();
@@ -172,7 +172,7 @@ TEST(QtDialogsTest, CallsFromAnotherThreadRunOnTheGuiThread) {
         ++boxes;
         box->button(QMessageBox::Ok)->click();
         // The task dialog asked next from the worker.
-        WhenModal([&](QWidget* w2) {
+        whenModal([&](QWidget* w2) {
             auto* box2 = qobject_cast<QMessageBox*>(w2);
             ASSERT_NE(box2, nullptr);
             ++boxes;
@@ -183,10 +183,10 @@ TEST(QtDialogsTest, CallsFromAnotherThreadRunOnTheGuiThread) {
     QString readBack;
     int answer = -1;
     QThread* worker = QThread::create([&] {
-        dialogs.Message(nullptr, "Qorvale", "ERROR");
-        dialogs.SetClipboardText("UPDATE ex_kanzai SET GOODS='x';\r\n");
-        readBack = dialogs.ClipboardText();
-        answer = dialogs.TaskDialog(nullptr, "T", "i", TD::IconQuestion,
+        dialogs.message(nullptr, "Qorvale", "ERROR");
+        dialogs.setClipboardText("UPDATE ex_kanzai SET GOODS='x';\r\n");
+        readBack = dialogs.clipboardText();
+        answer = dialogs.taskDialog(nullptr, "T", "i", TD::IconQuestion,
                                     TD::ButtonYes | TD::ButtonNo, "");
     });
     QEventLoop loop;

@@ -16,12 +16,12 @@ namespace {
 
 TEST(ScriptedDialogsTest, BoxesTakeScriptedAnswersInOrder) {
     ScriptedDialogs d;
-    d.AnswerBox(TD::IdYes);
-    d.AnswerBox(TD::IdCancel);
+    d.answerBox(TD::IdYes);
+    d.answerBox(TD::IdCancel);
     const int yesCancel = TD::ButtonYes | TD::ButtonCancel;
-    EXPECT_EQ(ShowTaskDialog(d, nullptr, "T", "確認", TD::IconQuestion, yesCancel, "body"),
+    EXPECT_EQ(showTaskDialog(d, nullptr, "T", "確認", TD::IconQuestion, yesCancel, "body"),
               TD::IdYes);
-    EXPECT_EQ(ShowTaskDialog(d, nullptr, "T", "again", TD::IconQuestion, yesCancel, ""),
+    EXPECT_EQ(showTaskDialog(d, nullptr, "T", "again", TD::IconQuestion, yesCancel, ""),
               TD::IdCancel);
     ASSERT_EQ(d.Boxes().size(), 2u);
     const ScriptedDialogs::Box& b = d.Boxes()[0];
@@ -32,30 +32,30 @@ TEST(ScriptedDialogsTest, BoxesTakeScriptedAnswersInOrder) {
     EXPECT_EQ(b.buttons, yesCancel);
     EXPECT_EQ(b.result, TD::IdYes);
     EXPECT_TRUE(d.Unanswered().isEmpty());
-    EXPECT_EQ(d.PendingAnswers(), 0);
+    EXPECT_EQ(d.pendingAnswers(), 0);
 }
 
 TEST(ScriptedDialogsTest, OkBoxesNeedNoAnswerButQuestionsDo) {
     ScriptedDialogs d;
-    EXPECT_EQ(ShowInfoDialog(d, nullptr, "確認", "保存しました。"), TD::IdOk);
+    EXPECT_EQ(showInfoDialog(d, nullptr, "確認", "保存しました。"), TD::IdOk);
     EXPECT_TRUE(d.Unanswered().isEmpty());
     const ScriptedDialogs::Box& info = d.Boxes().at(0);
-    EXPECT_EQ(info.title, ApplicationTitle());
+    EXPECT_EQ(info.title, applicationTitle());
     EXPECT_EQ(info.icon, TD::IconNone);
     EXPECT_EQ(info.buttons, TD::ButtonOk);
 
     // Unscripted questions get the answer that changes nothing, and are noted.
-    EXPECT_EQ(ShowTaskDialog(d, nullptr, "T", "q1", 0, TD::ButtonYes | TD::ButtonCancel, ""),
+    EXPECT_EQ(showTaskDialog(d, nullptr, "T", "q1", 0, TD::ButtonYes | TD::ButtonCancel, ""),
               TD::IdCancel);
-    EXPECT_EQ(ShowTaskDialog(d, nullptr, "T", "q2", 0, TD::ButtonYes | TD::ButtonNo, ""), TD::IdNo);
-    EXPECT_EQ(ShowTaskDialog(d, nullptr, "T", "q3", 0, TD::ButtonRetry | TD::ButtonClose, ""),
+    EXPECT_EQ(showTaskDialog(d, nullptr, "T", "q2", 0, TD::ButtonYes | TD::ButtonNo, ""), TD::IdNo);
+    EXPECT_EQ(showTaskDialog(d, nullptr, "T", "q3", 0, TD::ButtonRetry | TD::ButtonClose, ""),
               TD::IdClose);
     EXPECT_EQ(d.Unanswered().size(), 3);
     EXPECT_TRUE(d.Unanswered()[0].contains("q1"));
 
     // An answer that is none of the box's buttons is a scripting mistake.
-    d.AnswerBox(TD::IdNo);
-    EXPECT_EQ(ShowTaskDialog(d, nullptr, "T", "q4", 0, TD::ButtonYes | TD::ButtonCancel, ""),
+    d.answerBox(TD::IdNo);
+    EXPECT_EQ(showTaskDialog(d, nullptr, "T", "q4", 0, TD::ButtonYes | TD::ButtonCancel, ""),
               TD::IdCancel);
     EXPECT_EQ(d.Unanswered().size(), 4);
 }
@@ -63,7 +63,7 @@ TEST(ScriptedDialogsTest, OkBoxesNeedNoAnswerButQuestionsDo) {
 TEST(ScriptedDialogsTest, TextsAreCutAt2049Characters) {
     ScriptedDialogs d;
     const QString longText(3000, QChar(u'あ'));
-    ShowTaskDialog(d, nullptr, longText, longText, 0, TD::ButtonOk, longText);
+    showTaskDialog(d, nullptr, longText, longText, 0, TD::ButtonOk, longText);
     const ScriptedDialogs::Box& b = d.Boxes().at(0);
     EXPECT_EQ(b.title.size(), 2049);
     EXPECT_EQ(b.instruction.size(), 2049);
@@ -72,57 +72,57 @@ TEST(ScriptedDialogsTest, TextsAreCutAt2049Characters) {
 
 TEST(ScriptedDialogsTest, InputsAndFiles) {
     ScriptedDialogs d;
-    d.AnswerInput("新しい名前");
-    d.CancelInput();
+    d.answerInput("新しい名前");
+    d.cancelInput();
     QString value = "給水";
-    EXPECT_TRUE(d.InputQuery(nullptr, "Qorvale", "prompt", value));
+    EXPECT_TRUE(d.inputQuery(nullptr, "Qorvale", "prompt", value));
     EXPECT_EQ(value, "新しい名前");
     value = "kept";
-    EXPECT_FALSE(d.InputQuery(nullptr, "Qorvale", "prompt", value));
+    EXPECT_FALSE(d.inputQuery(nullptr, "Qorvale", "prompt", value));
     EXPECT_EQ(value, "kept");
     EXPECT_TRUE(d.Unanswered().isEmpty());
-    EXPECT_FALSE(d.InputQuery(nullptr, "Qorvale", "unscripted", value));
+    EXPECT_FALSE(d.inputQuery(nullptr, "Qorvale", "unscripted", value));
     EXPECT_EQ(value, "kept");
     EXPECT_EQ(d.Unanswered().size(), 1);
     ASSERT_EQ(d.Inputs().size(), 3u);
     EXPECT_EQ(d.Inputs()[0].initial, "給水");
     EXPECT_EQ(d.Inputs()[1].accepted, false);
 
-    d.AnswerFile("/tmp/out.csv");
-    d.AnswerFile(QString());
-    d.AnswerFile("/tmp/folder");
-    EXPECT_EQ(d.SaveFileName(nullptr, "CSV", "/tmp", "CSV (*.csv)"), "/tmp/out.csv");
-    EXPECT_EQ(d.OpenFileName(nullptr, "Open", "/tmp", "*"), QString());
-    EXPECT_EQ(d.FolderName(nullptr, "Folder", "/tmp"), "/tmp/folder");
+    d.answerFile("/tmp/out.csv");
+    d.answerFile(QString());
+    d.answerFile("/tmp/folder");
+    EXPECT_EQ(d.saveFileName(nullptr, "CSV", "/tmp", "CSV (*.csv)"), "/tmp/out.csv");
+    EXPECT_EQ(d.openFileName(nullptr, "Open", "/tmp", "*"), QString());
+    EXPECT_EQ(d.folderName(nullptr, "Folder", "/tmp"), "/tmp/folder");
     EXPECT_EQ(d.Unanswered().size(), 1);
-    EXPECT_EQ(d.OpenFileName(nullptr, "Open", "/tmp", "*"), QString());
+    EXPECT_EQ(d.openFileName(nullptr, "Open", "/tmp", "*"), QString());
     EXPECT_EQ(d.Unanswered().size(), 2);
-    ASSERT_EQ(d.FileQuestions().size(), 4u);
-    EXPECT_EQ(d.FileQuestions()[0].kind, "save");
-    EXPECT_EQ(d.FileQuestions()[0].filter, "CSV (*.csv)");
-    EXPECT_EQ(d.FileQuestions()[2].kind, "folder");
+    ASSERT_EQ(d.fileQuestions().size(), 4u);
+    EXPECT_EQ(d.fileQuestions()[0].kind, "save");
+    EXPECT_EQ(d.fileQuestions()[0].filter, "CSV (*.csv)");
+    EXPECT_EQ(d.fileQuestions()[2].kind, "folder");
 }
 
 TEST(ScriptedDialogsTest, SideEffectsAreRecorded) {
     ScriptedDialogs d;
     Dialogs& dialogs = d;
-    dialogs.SetClipboardText("a\tb\r\n");
-    EXPECT_EQ(dialogs.ClipboardText(), "a\tb\r\n");
-    dialogs.Beep();
-    dialogs.Beep();
+    dialogs.setClipboardText("a\tb\r\n");
+    EXPECT_EQ(dialogs.clipboardText(), "a\tb\r\n");
+    dialogs.beep();
+    dialogs.beep();
     EXPECT_EQ(d.Beeps(), 2);
-    EXPECT_TRUE(dialogs.StartProcess("/usr/bin/listpress", {"a", "b"}, "/work"));
-    d.SetStartResult(false);
-    EXPECT_FALSE(dialogs.StartProcess("calc", {}, QString()));
+    EXPECT_TRUE(dialogs.startProcess("/usr/bin/listpress", {"a", "b"}, "/work"));
+    d.setStartResult(false);
+    EXPECT_FALSE(dialogs.startProcess("calc", {}, QString()));
     ASSERT_EQ(d.Processes().size(), 2u);
     EXPECT_EQ(d.Processes()[0].arguments, QStringList({"a", "b"}));
     EXPECT_EQ(d.Processes()[0].workingDir, "/work");
-    EXPECT_TRUE(dialogs.OpenDocument("/tmp/book.xlsx"));
+    EXPECT_TRUE(dialogs.openDocument("/tmp/book.xlsx"));
     EXPECT_EQ(d.Documents(), QStringList{"/tmp/book.xlsx"});
-    dialogs.Message(nullptr, "ERROR", "no such table");
+    dialogs.message(nullptr, "ERROR", "no such table");
     ASSERT_EQ(d.Messages().size(), 1u);
     EXPECT_EQ(d.Messages()[0].text, "no such table");
-    d.ClearRecords();
+    d.clearRecords();
     EXPECT_TRUE(d.Messages().empty());
     EXPECT_EQ(d.Beeps(), 0);
 }
@@ -135,18 +135,18 @@ TEST(ScriptedDialogsTest, CallsFromAnotherThreadRunOnTheGuiThreadAndWait) {
     ASSERT_EQ(gui, QCoreApplication::instance()->thread());
     std::vector<QThread*> messageThreads;
     d.OnMessage = [&] { messageThreads.push_back(QThread::currentThread()); };
-    d.AnswerBox(TD::IdNo);
+    d.answerBox(TD::IdNo);
     std::atomic<bool> done{false};
     int answer = 0;
     QString clipboardSeen;
     std::thread worker([&] {
         for (int i = 0; i < 50; ++i)
-            d.SetClipboardText(QStringLiteral("UPDATE %1").arg(i));
-        clipboardSeen = d.ClipboardText();
-        d.Message(nullptr, "T", "ERROR");
-        answer = ShowTaskDialog(d, nullptr, "T", "確認", TD::IconQuestion,
+            d.setClipboardText(QStringLiteral("UPDATE %1").arg(i));
+        clipboardSeen = d.clipboardText();
+        d.message(nullptr, "T", "ERROR");
+        answer = showTaskDialog(d, nullptr, "T", "確認", TD::IconQuestion,
                                 TD::ButtonYes | TD::ButtonNo, "q");
-        d.Beep();
+        d.beep();
         done = true;
     });
     // Nothing of the worker's happens while this thread serves no events.

@@ -32,7 +32,7 @@
 
 namespace {
 
-QString U(const char* t) {
+QString u(const char* t) {
     return QString::fromUtf8(t);
 }
 
@@ -62,10 +62,10 @@ QString pdfText(const QString& pdf) {
     p.start(QStringLiteral("pdftotext"), {pdf, QStringLiteral("-")});
     p.waitForFinished(60000);
     QString t = QString::fromUtf8(p.readAllStandardOutput());
-    // The reader gives some kanji as their radical forms (U+2F00..); NFKC
+    // The reader gives some kanji as their radical forms (u+2F00..); NFKC
     // takes them back to the usual characters.
     t = t.normalized(QString::NormalizationForm_KC);
-    // and the middle dot of the font comes back as U+2027.
+    // and the middle dot of the font comes back as u+2027.
     t.replace(QChar(0x2027), QChar(0x30FB));
     return t.simplified();
 }
@@ -145,9 +145,9 @@ protected:
         PrintHandOff h;
         h.dataRoot = root;
         h.styleIndex = style;
-        h.iconPath = U("/opt/qorvale/Application.ico");
+        h.iconPath = u("/opt/qorvale/Application.ico");
         h.date = QDate(2026, 11, 23);
-        WritePrintHandOff(h, rows(), SheetOfRows(rows()));
+        writePrintHandOff(h, rows(), sheetOfRows(rows()));
     }
     // listpress --pdf; the text of the PDF.
     QString print(const QString& name = QStringLiteral("out.pdf")) {
@@ -163,7 +163,7 @@ protected:
         ASSERT_TRUE(f.open(QIODevice::ReadOnly));
         QList<QByteArray> lines = f.readAll().split('\n');
         f.close();
-        lines[n - 1] = ToAnsi(text) + '\r';
+        lines[n - 1] = toAnsi(text) + '\r';
         ASSERT_TRUE(f.open(QIODevice::WriteOnly | QIODevice::Truncate));
         f.write(lines.join('\n'));
     }
@@ -180,29 +180,29 @@ TEST(PrintJobReading, AmountsAtTheEndsOfThePriceRangeReadBack) {
     constexpr std::int64_t lowest = std::numeric_limits<std::int64_t>::min();
     constexpr std::int64_t highest = std::numeric_limits<std::int64_t>::max();
     RowTable rows;
-    rows[1].setSize(U("15A"));
-    rows[1].adoptedUnitPrice = Currency::FromRaw(lowest);
-    rows[1].submittedUnitPrice = Currency::FromRaw(highest);
-    rows[OptionRow].factor(5) = Currency::FromRaw(lowest);
+    rows[1].setSize(u("15A"));
+    rows[1].adoptedUnitPrice = Currency::fromRaw(lowest);
+    rows[1].submittedUnitPrice = Currency::fromRaw(highest);
+    rows[OptionRow].factor(5) = Currency::fromRaw(lowest);
     PrintJob job;
-    ParsePrintHeader(TextLinesOfBytes(PrintHeaderText(QDate(2026, 11, 23), rows)), job);
-    ParsePrintData(TextLinesOfBytes(ExportRowsText(ExportPrint, rows, SheetOfRows(rows), {})), job);
+    parsePrintHeader(textLinesOfBytes(printHeaderText(QDate(2026, 11, 23), rows)), job);
+    parsePrintData(textLinesOfBytes(exportRowsText(ExportPrint, rows, sheetOfRows(rows), {})), job);
     ASSERT_EQ(job.blocks.size(), 4);
     ASSERT_EQ(job.blocks[0].lines.size(), 1);
-    EXPECT_EQ(job.blocks[0].lines[0][2], U("-922,337,203,685,478"));
-    EXPECT_EQ(job.blocks[0].lines[0][18], U("922,337,203,685,478"));
-    EXPECT_EQ(job.labourCost, U("-922337203685477.5808"));
+    EXPECT_EQ(job.blocks[0].lines[0][2], u("-922,337,203,685,478"));
+    EXPECT_EQ(job.blocks[0].lines[0][18], u("922,337,203,685,478"));
+    EXPECT_EQ(job.labourCost, u("-922337203685477.5808"));
 
-    QStringList line = TextLinesOfBytes(ExportRowsText(ExportPrint, rows, SheetOfRows(rows), {}));
+    QStringList line = textLinesOfBytes(exportRowsText(ExportPrint, rows, sheetOfRows(rows), {}));
     for (const char* bad : {"1e5", "1.2.3", "-", "１２"}) {
         QStringList f = line[0].split(QLatin1Char(';'));
-        f[6] = U(bad);
+        f[6] = u(bad);
         try {
-            ParsePrintData({f.join(QLatin1Char(';'))}, job);
+            parsePrintData({f.join(QLatin1Char(';'))}, job);
             ADD_FAILURE() << bad;
         } catch (const PrintInput& e) {
-            EXPECT_TRUE(e.Message().contains(U("「%1」は数値ではありません").arg(U(bad))))
-                << e.Message().toStdString();
+            EXPECT_TRUE(e.message().contains(u("「%1」は数値ではありません").arg(u(bad))))
+                << e.message().toStdString();
         }
     }
 }
@@ -211,32 +211,32 @@ TEST(PrintJobReading, AmountsAtTheEndsOfThePriceRangeReadBack) {
 // leaves every field of its line in place.
 TEST(PrintJobReading, ASizeCutInsideACharacterKeepsTheFieldsInPlace) {
     RowTable rows;
-    rows[2].setSize(U("ｱ鋼屋管")); // six bytes: the last is half of 管
-    rows[2].setUnit(U("ｍ"));
-    rows[2].submittedUnitPrice = StrToCurr(U("3388"));
+    rows[2].setSize(u("ｱ鋼屋管")); // six bytes: the last is half of 管
+    rows[2].setUnit(u("ｍ"));
+    rows[2].submittedUnitPrice = strToCurr(u("3388"));
     PrintJob job;
-    ParsePrintData(TextLinesOfBytes(ExportRowsText(ExportPrint, rows, SheetOfRows(rows), {})), job);
+    parsePrintData(textLinesOfBytes(exportRowsText(ExportPrint, rows, sheetOfRows(rows), {})), job);
     ASSERT_EQ(job.blocks.size(), 4);
     ASSERT_EQ(job.blocks[0].lines.size(), 1);
-    EXPECT_EQ(job.blocks[0].lines[0][0], U("ｱ鋼屋"));
-    EXPECT_EQ(job.blocks[0].lines[0][1], U("ｍ"));
-    EXPECT_EQ(job.blocks[0].lines[0][18], U("3,388"));
+    EXPECT_EQ(job.blocks[0].lines[0][0], u("ｱ鋼屋"));
+    EXPECT_EQ(job.blocks[0].lines[0][1], u("ｍ"));
+    EXPECT_EQ(job.blocks[0].lines[0][18], u("3,388"));
 }
 
 // The sheet shows a line with a blank size, or with no size but values, as
 // a line of its own: so does the paper. Only a line with nothing stays off.
 TEST(PrintJobReading, EveryLineWithASizeOrAValueIsRead) {
     RowTable rows;
-    rows[1].setSize(U(" "));
-    rows[1].submittedUnitPrice = StrToCurr(U("1234"));
-    rows[2].setSize(U(" "));
-    rows[3].factor(5) = StrToCurr(U("0.0001"));
-    rows[4].setUnit(U("ｍ"));
+    rows[1].setSize(u(" "));
+    rows[1].submittedUnitPrice = strToCurr(u("1234"));
+    rows[2].setSize(u(" "));
+    rows[3].factor(5) = strToCurr(u("0.0001"));
+    rows[4].setUnit(u("ｍ"));
     PrintJob job;
-    ParsePrintData(TextLinesOfBytes(ExportRowsText(ExportPrint, rows, SheetOfRows(rows), {})), job);
+    parsePrintData(textLinesOfBytes(exportRowsText(ExportPrint, rows, sheetOfRows(rows), {})), job);
     ASSERT_EQ(job.blocks[0].lines.size(), 3);
-    EXPECT_EQ(job.blocks[0].lines[0][18], U("1,234"));
-    EXPECT_EQ(job.blocks[0].lines[2][8], U("0.0001"));
+    EXPECT_EQ(job.blocks[0].lines[0][18], u("1,234"));
+    EXPECT_EQ(job.blocks[0].lines[2][8], u("0.0001"));
 }
 
 TEST(ListpressInstall, ProgramAndIconLieBesideTheProgram) {
@@ -266,27 +266,27 @@ TEST_F(ListpressProgram, HelpSaysHowToWriteAPdf) {
 TEST_F(ListpressProgram, PdfHoldsTitleSizesAndAmountsOfTheDataFile) {
     handOff(1, 1, 2);
     const QString text = print();
-    EXPECT_TRUE(text.contains(U("複合単価計算書"))) << text.toStdString();
-    EXPECT_TRUE(text.contains(U("複合単価印刷")));
+    EXPECT_TRUE(text.contains(u("複合単価計算書"))) << text.toStdString();
+    EXPECT_TRUE(text.contains(u("複合単価印刷")));
     // The year of the era without a leading zero; the base labour cost
     // grouped as the amounts are.
-    EXPECT_TRUE(text.contains(U("令和8年11月23日(月)")));
-    EXPECT_TRUE(text.contains(U("公共建築工事標準単価積算基準令和6年版 P.211")));
-    EXPECT_TRUE(text.contains(U("24,200 円")));
+    EXPECT_TRUE(text.contains(u("令和8年11月23日(月)")));
+    EXPECT_TRUE(text.contains(u("公共建築工事標準単価積算基準令和6年版 P.211")));
+    EXPECT_TRUE(text.contains(u("24,200 円")));
     for (const char* caption : {"屋内一般", "機械室・便所", "屋外架空", "地中埋設"})
-        EXPECT_TRUE(text.contains(U(caption))) << caption;
+        EXPECT_TRUE(text.contains(u(caption))) << caption;
     // Every size and every amount of every line of the data file.
     const QList<QByteArray> lines = [&] {
-        QFile f(PrintDataPath(root));
+        QFile f(printDataPath(root));
         EXPECT_TRUE(f.open(QIODevice::ReadOnly));
         return f.readAll().split('\n');
     }();
     int checked = 0;
     for (const QByteArray& line : lines) {
-        const QStringList f = FromAnsi(line).split(';');
+        const QStringList f = fromAnsi(line).split(';');
         if (f.size() < 23 || f[4].isEmpty()) continue;
         EXPECT_TRUE(text.contains(f[4])) << f[4].toStdString();
-        // Field 13, the pipefitter's factor, may gain zeros up to three
+        // field 13, the pipefitter's factor, may gain zeros up to three
         // decimals.
         for (int k = 6; k < 23; ++k)
             if (!f[k].isEmpty()) {
@@ -313,18 +313,18 @@ TEST_F(ListpressProgram, PdfHoldsTitleSizesAndAmountsOfTheDataFile) {
 // picture of the README).
 TEST_F(ListpressProgram, HardestPagesShowEveryTextWholeAndApart) {
     RowTable rows;
-    const QStringList names = {U("ﾌﾗﾝｼﾞ付硬質塩化ﾋﾞﾆﾙﾗｲﾆﾝｸﾞ鋼管(FVA)ｽｹｼﾞｭｰﾙ40ﾈｼﾞ兼用"),
-                               U("給水・給湯・消火設備兼用系統（高層階加圧ポンプ二次側）"),
-                               U("ﾌﾗﾝｼﾞ接合（ﾙｰｽﾞﾌﾗﾝｼﾞ）及びねじ接合（管端防食継手）")};
+    const QStringList names = {u("ﾌﾗﾝｼﾞ付硬質塩化ﾋﾞﾆﾙﾗｲﾆﾝｸﾞ鋼管(FVA)ｽｹｼﾞｭｰﾙ40ﾈｼﾞ兼用"),
+                               u("給水・給湯・消火設備兼用系統（高層階加圧ポンプ二次側）"),
+                               u("ﾌﾗﾝｼﾞ接合（ﾙｰｽﾞﾌﾗﾝｼﾞ）及びねじ接合（管端防食継手）")};
     for (int i = 0; i < 3; ++i)
         rows[i + 1].setGoods(names[i]);
-    const QString building = U("公共建築工事標準単価積算基準令和六年版機械設備工事編第二章");
-    const QString page = U("配管工事第三節給水給湯設備配管歩掛参考資料二百十一から二百十五");
+    const QString building = u("公共建築工事標準単価積算基準令和六年版機械設備工事編第二章");
+    const QString page = u("配管工事第三節給水給湯設備配管歩掛参考資料二百十一から二百十五");
     rows[4].setGoods(building);
     rows[5].setGoods(page);
     ASSERT_EQ((rows[4].goods() + rows[5].goods()).size(), 60);
-    rows[OptionRow].factor(5) = StrToCurr(U("98765432.1"));
-    const QStringList sizes = {U("15A"), U(" "), U("300A")};
+    rows[OptionRow].factor(5) = strToCurr(u("98765432.1"));
+    const QStringList sizes = {u("15A"), u(" "), u("300A")};
     for (const auto& [digits, pages] : {std::pair{9, 1}, std::pair{15, 2}}) {
         SCOPED_TRACE(digits);
         // Three lines of 17 numbers, each number of its own.
@@ -332,12 +332,12 @@ TEST_F(ListpressProgram, HardestPagesShowEveryTextWholeAndApart) {
         for (int line = 1; line <= 3; ++line) {
             PipeRow& r = rows[line];
             r.setSize(sizes[line - 1]);
-            r.setUnit(U("ｍ"));
+            r.setUnit(u("ｍ"));
             auto next = [&] {
-                const Currency c = StrToCurr(QString::number(
+                const Currency c = strToCurr(QString::number(
                     std::pow(10.0, digits - 1) * line + 1234567.0 * (amounts.size() % 17 + 1), 'f',
                     0));
-                amounts << FormatAmount(c);
+                amounts << formatAmount(c);
                 return c;
             };
             r.adoptedUnitPrice = next();
@@ -348,13 +348,13 @@ TEST_F(ListpressProgram, HardestPagesShowEveryTextWholeAndApart) {
                 r.submittedAmounts[std::size_t(e)] = next();
             r.submittedUnitPrice = next();
         }
-        rows[3].submittedUnitPrice = Currency::FromRaw(std::numeric_limits<std::int64_t>::max());
-        amounts.last() = U("922,337,203,685,478");
+        rows[3].submittedUnitPrice = Currency::fromRaw(std::numeric_limits<std::int64_t>::max());
+        amounts.last() = u("922,337,203,685,478");
         PrintHandOff h;
         h.dataRoot = root;
         h.styleIndex = 2;
         h.date = QDate(2026, 11, 23);
-        WritePrintHandOff(h, rows, SheetOfRows(rows));
+        writePrintHandOff(h, rows, sheetOfRows(rows));
         const QString pdf = dir.filePath(QStringLiteral("hard.pdf"));
         const RunResult r =
             run(QStringLiteral(LISTPRESS_EXE), {QStringLiteral("--pdf"), pdf, root + ';'});
@@ -381,8 +381,8 @@ TEST_F(ListpressProgram, HardestPagesShowEveryTextWholeAndApart) {
         }
         const QString all = texts.join(QString());
         for (const QString& t :
-             names + QStringList{building + page, U("基礎工費(提出)"), U("98,765,432.1円"),
-                                 U("令和8年11月23日(月)")}) {
+             names + QStringList{building + page, u("基礎工費(提出)"), u("98,765,432.1円"),
+                                 u("令和8年11月23日(月)")}) {
             const QString s = t.normalized(QString::NormalizationForm_KC)
                                   .remove(QRegularExpression(QStringLiteral("\\s")));
             if (!all.contains(s)) missing << s;
@@ -397,42 +397,42 @@ TEST_F(ListpressProgram, EachStyleShowsItsColumnsAndNoOthers) {
     // amount 1,670, the total 3,388.
     handOff(1, 1, 0);
     QString t = print();
-    EXPECT_TRUE(t.contains(U("歩 掛")));
+    EXPECT_TRUE(t.contains(u("歩 掛")));
     EXPECT_TRUE(t.contains(QStringLiteral(" 0.069 ")));
     // The pipefitter's factor with three decimals at least, as the sheet
     // shows it (0.34 of 100A).
     EXPECT_TRUE(t.contains(QStringLiteral(" 0.340 ")));
     EXPECT_FALSE(t.contains(QStringLiteral(" 1,670 ")));
     EXPECT_FALSE(t.contains(QStringLiteral(" 3,388 ")));
-    EXPECT_FALSE(t.contains(U("採用単価")));
-    EXPECT_FALSE(t.contains(U("合 計")));
+    EXPECT_FALSE(t.contains(u("採用単価")));
+    EXPECT_FALSE(t.contains(u("合 計")));
 
     handOff(1, 1, 1);
     t = print();
     EXPECT_FALSE(t.contains(QStringLiteral(" 0.069 ")));
     EXPECT_TRUE(t.contains(QStringLiteral(" 1,670 ")));
     EXPECT_TRUE(t.contains(QStringLiteral(" 3,388 ")));
-    EXPECT_TRUE(t.contains(U("採用単価")));
-    EXPECT_TRUE(t.contains(U("合 計")));
-    EXPECT_FALSE(t.contains(U("歩 掛")));
+    EXPECT_TRUE(t.contains(u("採用単価")));
+    EXPECT_TRUE(t.contains(u("合 計")));
+    EXPECT_FALSE(t.contains(u("歩 掛")));
 
     handOff(1, 1, 2);
     t = print();
     EXPECT_TRUE(t.contains(QStringLiteral(" 0.069 ")));
     EXPECT_TRUE(t.contains(QStringLiteral(" 1,670 ")));
     EXPECT_TRUE(t.contains(QStringLiteral(" 3,388 ")));
-    EXPECT_TRUE(t.contains(U("歩 掛")));
-    EXPECT_TRUE(t.contains(U("採用単価")));
-    EXPECT_FALSE(t.contains(U("標準の書式")));
+    EXPECT_TRUE(t.contains(u("歩 掛")));
+    EXPECT_TRUE(t.contains(u("採用単価")));
+    EXPECT_FALSE(t.contains(u("標準の書式")));
 }
 
 TEST_F(ListpressProgram, RefrigerantSheetIsOnePageWithItsLabels) {
     handOff(10, 1, 2);
     const QString t = print();
     EXPECT_EQ(pdfPages(dir.filePath(QStringLiteral("out.pdf"))), 1);
-    EXPECT_TRUE(t.contains(U("一般")));
-    EXPECT_TRUE(t.contains(U("継手接合等")));
-    EXPECT_FALSE(t.contains(U("はつり補修")));
+    EXPECT_TRUE(t.contains(u("一般")));
+    EXPECT_TRUE(t.contains(u("継手接合等")));
+    EXPECT_FALSE(t.contains(u("はつり補修")));
     // Element 6 has no place in refrigerant mode: its column keeps the
     // sheet's heading "---" and stays empty, the factor too.
     EXPECT_TRUE(t.contains(QStringLiteral(" --- ")));
@@ -444,18 +444,18 @@ TEST_F(ListpressProgram, RefrigerantSheetIsOnePageWithItsLabels) {
 
 TEST_F(ListpressProgram, MissingStyleFileFallsBackWithANoteOnTheFooter) {
     handOff(1, 1, 1);
-    ASSERT_TRUE(QFile::remove(StyleFilePath(root, 1)));
+    ASSERT_TRUE(QFile::remove(styleFilePath(root, 1)));
     const QString t = print();
-    EXPECT_TRUE(t.contains(U("標準の書式「単価」"))) << t.toStdString();
+    EXPECT_TRUE(t.contains(u("標準の書式「単価」"))) << t.toStdString();
     EXPECT_TRUE(t.contains(QStringLiteral(" 3,388 ")));
     EXPECT_FALSE(t.contains(QStringLiteral(" 0.069 ")));
 
     // An unreadable one the same way.
-    QFile f(StyleFilePath(root, 1));
+    QFile f(styleFilePath(root, 1));
     ASSERT_TRUE(f.open(QIODevice::WriteOnly));
-    f.write(ToAnsi(U("[Column]=NOSUCH;x;y;;\r\n")));
+    f.write(toAnsi(u("[Column]=NOSUCH;x;y;;\r\n")));
     f.close();
-    EXPECT_TRUE(print(QStringLiteral("b.pdf")).contains(U("標準の書式「単価」")));
+    EXPECT_TRUE(print(QStringLiteral("b.pdf")).contains(u("標準の書式「単価」")));
 }
 
 TEST_F(ListpressProgram, BrokenInputGivesTheMessageAndExitCodeOne) {
@@ -464,52 +464,52 @@ TEST_F(ListpressProgram, BrokenInputGivesTheMessageAndExitCodeOne) {
                       {QStringLiteral("--pdf"), dir.filePath(QStringLiteral("x.pdf")),
                        dir.filePath(QStringLiteral("nowhere")) + ';'});
     EXPECT_EQ(r.code, 1);
-    EXPECT_TRUE(r.err.contains(U("データフォルダー"))) << r.err.toStdString();
+    EXPECT_TRUE(r.err.contains(u("データフォルダー"))) << r.err.toStdString();
     EXPECT_TRUE(r.err.contains(QStringLiteral("nowhere")));
 
     // A missing data file.
     handOff(1, 1, 0);
-    ASSERT_TRUE(QFile::remove(PrintDataPath(root)));
+    ASSERT_TRUE(QFile::remove(printDataPath(root)));
     r = broken();
     EXPECT_EQ(r.code, 1);
-    EXPECT_TRUE(r.err.contains(U("print_Data.dat が見つかりません"))) << r.err.toStdString();
+    EXPECT_TRUE(r.err.contains(u("print_Data.dat が見つかりません"))) << r.err.toStdString();
 
     // A line with too few fields.
     handOff(1, 1, 0);
-    replaceLine(PrintDataPath(root), 3, QStringLiteral("a;b;c;d;15A;m;1;2;"));
+    replaceLine(printDataPath(root), 3, QStringLiteral("a;b;c;d;15A;m;1;2;"));
     r = broken();
     EXPECT_EQ(r.code, 1);
-    EXPECT_TRUE(r.err.contains(U("print_Data.dat の 3 行目: 項目が足りません")))
+    EXPECT_TRUE(r.err.contains(u("print_Data.dat の 3 行目: 項目が足りません")))
         << r.err.toStdString();
 
     // A line with too many fields: no number is taken from the wrong place.
     handOff(1, 1, 0);
     replaceLine(
-        PrintDataPath(root), 4,
-        U("a;b;c;屋内;一般;15A;ｍ;3,380;640;1.1;0.55;0.05;0.1;0.069;0.015;0.1;704;352;32;64;"
+        printDataPath(root), 4,
+        u("a;b;c;屋内;一般;15A;ｍ;3,380;640;1.1;0.55;0.05;0.1;0.069;0.015;0.1;704;352;32;64;"
           "1,670;363;203;3,388;"));
     r = broken();
     EXPECT_EQ(r.code, 1);
     EXPECT_TRUE(
-        r.err.contains(U("print_Data.dat の 4 行目: 項目が多すぎます（23 項目のところ 24 項目）")))
+        r.err.contains(u("print_Data.dat の 4 行目: 項目が多すぎます（23 項目のところ 24 項目）")))
         << r.err.toStdString();
 
     // Text that is no number.
     handOff(1, 1, 0);
-    replaceLine(PrintDataPath(root), 5,
-                U("a;b;c;屋内一般;15A;ｍ;3,380;abc;1.1;0.55;0.05;0.1;0.069;0.015;0.1;704;352;32;64;"
+    replaceLine(printDataPath(root), 5,
+                u("a;b;c;屋内一般;15A;ｍ;3,380;abc;1.1;0.55;0.05;0.1;0.069;0.015;0.1;704;352;32;64;"
                   "1,670;363;203;3,388;"));
     r = broken();
     EXPECT_EQ(r.code, 1);
-    EXPECT_TRUE(r.err.contains(U("print_Data.dat の 5 行目 8 項目目: 「abc」は数値ではありません")))
+    EXPECT_TRUE(r.err.contains(u("print_Data.dat の 5 行目 8 項目目: 「abc」は数値ではありません")))
         << r.err.toStdString();
 
     // A base labour cost that is no number, in the header.
     handOff(1, 1, 0);
-    replaceLine(PrintHeaderPath(root), 9, QStringLiteral("[ti]=x1"));
+    replaceLine(printHeaderPath(root), 9, QStringLiteral("[ti]=x1"));
     r = broken();
     EXPECT_EQ(r.code, 1);
-    EXPECT_TRUE(r.err.contains(U("print_header.dat の 9 行目"))) << r.err.toStdString();
+    EXPECT_TRUE(r.err.contains(u("print_header.dat の 9 行目"))) << r.err.toStdString();
 
     // No argument at all.
     r = run(QStringLiteral(LISTPRESS_EXE),
@@ -526,12 +526,12 @@ TEST_F(ListpressProgram, ToolPrintsAStoredPipeType) {
              QStringLiteral("--style-index"), QStringLiteral("1")});
     ASSERT_EQ(r.code, 0) << r.err.toStdString();
     const QString t = pdfText(pdf);
-    EXPECT_TRUE(t.contains(U("複合単価計算書")));
+    EXPECT_TRUE(t.contains(u("複合単価計算書")));
     EXPECT_TRUE(t.contains(QStringLiteral(" 3,388 ")));
     EXPECT_FALSE(t.contains(QStringLiteral(" 0.069 ")));
     // The hand-off files stay as the print command would leave them.
-    EXPECT_TRUE(QFile::exists(PrintDataPath(root)));
-    EXPECT_TRUE(QFile::exists(PrintConfPath(root)));
+    EXPECT_TRUE(QFile::exists(printDataPath(root)));
+    EXPECT_TRUE(QFile::exists(printConfPath(root)));
 }
 
 } // namespace

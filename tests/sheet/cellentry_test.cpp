@@ -20,16 +20,16 @@ namespace {
 class CellEntry : public WorkspaceFixture {
 protected:
     // Selects a cell as a click would, firing the grid's events.
-    void select(PriceGrid* grid, int col, int row) { ASSERT_TRUE(grid->FocusCell(col, row, true)); }
+    void select(PriceGrid* grid, int col, int row) { ASSERT_TRUE(grid->focusCell(col, row, true)); }
     // Sends a key to the grid, or to its editor while one is open.
     void press(PriceGrid* grid, Qt::Key key, Qt::KeyboardModifiers mods = {}) {
-        QWidget* target = grid->EditorMode() ? static_cast<QWidget*>(grid->InplaceEditor()) : grid;
+        QWidget* target = grid->editorMode() ? static_cast<QWidget*>(grid->inplaceEditor()) : grid;
         QTest::keyClick(target, key, mods);
     }
     void type(PriceGrid* grid, const QString& text) {
         for (QChar ch : text) {
             QWidget* target =
-                grid->EditorMode() ? static_cast<QWidget*>(grid->InplaceEditor()) : grid;
+                grid->editorMode() ? static_cast<QWidget*>(grid->inplaceEditor()) : grid;
             QTest::keyClick(target, ch.toLatin1());
         }
     }
@@ -40,21 +40,21 @@ protected:
         type(grid, text);
         press(grid, Qt::Key_Return, mods);
     }
-    Currency C(const char* t) { return StrToCurr(QString::fromLatin1(t)); }
+    Currency c(const char* t) { return strToCurr(QString::fromLatin1(t)); }
 };
 
 TEST_F(CellEntry, FactorEnterStoresRecalculatesAndMovesDown) {
     MainWindow& f = open();
     PipeRow expected = rows()[3];
-    expected.factor(2) = C("0.75");
-    CalcRowWith(expected, doc().options());
+    expected.factor(2) = c("0.75");
+    calcRowWith(expected, doc().options());
     enter(f.compositeGrid, 5, 3, QStringLiteral("0.75"));
-    EXPECT_EQ(rows()[3].factor(2), C("0.75"));
+    EXPECT_EQ(rows()[3].factor(2), c("0.75"));
     EXPECT_EQ(rows()[3].submittedUnitPrice, expected.submittedUnitPrice);
-    EXPECT_EQ(cell1(2, 3), FormatAmount(expected.submittedUnitPrice));
+    EXPECT_EQ(cell1(2, 3), formatAmount(expected.submittedUnitPrice));
     EXPECT_EQ(cell1(5, 3), QStringLiteral("0.75"));
     EXPECT_EQ(f.compositeRow, 4);
-    EXPECT_EQ(f.compositeGrid->Selection(), GridRect(5, 4, 5, 4));
+    EXPECT_EQ(f.compositeGrid->selection(), gridRect(5, 4, 5, 4));
     EXPECT_TRUE(doc().isChanged());
     EXPECT_TRUE(f.undoAction->isEnabled());
     EXPECT_EQ(dialogs.Beeps(), 0);
@@ -63,26 +63,26 @@ TEST_F(CellEntry, FactorEnterStoresRecalculatesAndMovesDown) {
 TEST_F(CellEntry, LastLineWrapsToTheFirst) {
     MainWindow& f = open();
     enter(f.compositeGrid, 6, 14, QStringLiteral("0.06"));
-    EXPECT_EQ(rows()[14].factor(3), C("0.06"));
+    EXPECT_EQ(rows()[14].factor(3), c("0.06"));
     EXPECT_EQ(f.compositeRow, 1);
 }
 
 TEST_F(CellEntry, ShiftEnterFillsDownOnlyLinesWithASize) {
     MainWindow& f = open();
-    // Line 12 loses its size: the fill-down passes it over.
+    // line 12 loses its size: the fill-down passes it over.
     rows()[12].sizeBytes.clear();
     f.showGridRow(12);
     const Currency old12 = rows()[12].factor(4);
     // The Shift that counts is the one the key event carries.
     enter(f.compositeGrid, 7, 10, QStringLiteral("0.2"), Qt::ShiftModifier);
     for (int r : {10, 11, 13, 14})
-        EXPECT_EQ(rows()[r].factor(4), C("0.2")) << r;
+        EXPECT_EQ(rows()[r].factor(4), c("0.2")) << r;
     EXPECT_EQ(rows()[12].factor(4), old12);
-    EXPECT_NE(rows()[9].factor(4), C("0.2"));
+    EXPECT_NE(rows()[9].factor(4), c("0.2"));
     EXPECT_EQ(f.compositeRow, 10); // the cursor stays
     PipeRow expected = rows()[13];
-    CalcRowWith(expected, doc().options());
-    EXPECT_EQ(cell1(2, 13), FormatAmount(expected.submittedUnitPrice));
+    calcRowWith(expected, doc().options());
+    EXPECT_EQ(cell1(2, 13), formatAmount(expected.submittedUnitPrice));
 }
 
 TEST_F(CellEntry, UpDownCommitQuietlyLeftRightWithABeep) {
@@ -90,12 +90,12 @@ TEST_F(CellEntry, UpDownCommitQuietlyLeftRightWithABeep) {
     select(f.compositeGrid, 4, 5);
     type(f.compositeGrid, QStringLiteral("1.2"));
     press(f.compositeGrid, Qt::Key_Down);
-    EXPECT_EQ(rows()[5].factor(1), C("1.2"));
+    EXPECT_EQ(rows()[5].factor(1), c("1.2"));
     EXPECT_EQ(dialogs.Beeps(), 0);
     select(f.compositeGrid, 4, 7);
     type(f.compositeGrid, QStringLiteral("1.3"));
     press(f.compositeGrid, Qt::Key_Left);
-    EXPECT_EQ(rows()[7].factor(1), C("1.3"));
+    EXPECT_EQ(rows()[7].factor(1), c("1.3"));
     EXPECT_EQ(dialogs.Beeps(), 1);
     // The minus key is one of the other keys.
     select(f.compositeGrid, 4, 8);
@@ -125,10 +125,10 @@ TEST_F(CellEntry, PriceEntryWritesAllFourDetailsAndRecalculatesTheCurrentRow) {
     const Currency otherTab = rows()[19].submittedUnitPrice;
     enter(f.materialGrid, 1, 4, QStringLiteral("2000"));
     for (int r : {4, 19, 34, 49})
-        EXPECT_EQ(rows()[r].submittedPrice, C("2000")) << r;
+        EXPECT_EQ(rows()[r].submittedPrice, c("2000")) << r;
     EXPECT_EQ(rows()[19].submittedUnitPrice, otherTab); // not recalculated
     PipeRow expected = rows()[4];
-    CalcRowWith(expected, doc().options());
+    calcRowWith(expected, doc().options());
     EXPECT_EQ(rows()[4].submittedUnitPrice, expected.submittedUnitPrice);
     EXPECT_EQ(cell2(1, 4), QStringLiteral("2,000"));
     EXPECT_EQ(cell1(3, 4), QStringLiteral("2,000"));
@@ -138,32 +138,32 @@ TEST_F(CellEntry, PriceEntryWritesAllFourDetailsAndRecalculatesTheCurrentRow) {
     // The shown "2,000" committed unchanged stores 2000: separators go.
     select(f.materialGrid, 1, 4);
     press(f.materialGrid, Qt::Key_Return);
-    EXPECT_EQ(rows()[4].submittedPrice, C("2000"));
+    EXPECT_EQ(rows()[4].submittedPrice, c("2000"));
 }
 
 TEST_F(CellEntry, RateOnLeavesOnlyTheListPriceEditable) {
     MainWindow& f = open();
     f.useRateCheck->SetChecked(true);
     select(f.materialGrid, 1, 3);
-    EXPECT_FALSE(f.materialGrid->Options().Contains(goEditing));
+    EXPECT_FALSE(f.materialGrid->Options().contains(goEditing));
     select(f.materialGrid, 2, 3);
-    EXPECT_FALSE(f.materialGrid->Options().Contains(goEditing));
+    EXPECT_FALSE(f.materialGrid->Options().contains(goEditing));
     select(f.materialGrid, 3, 3);
-    EXPECT_TRUE(f.materialGrid->Options().Contains(goEditing));
+    EXPECT_TRUE(f.materialGrid->Options().contains(goEditing));
     select(f.materialGrid, 1, 3);
     type(f.materialGrid, QStringLiteral("5"));
-    EXPECT_FALSE(f.materialGrid->EditorMode());
+    EXPECT_FALSE(f.materialGrid->editorMode());
 }
 
 TEST_F(CellEntry, RefrigerantColumnNineIsRefused) {
     MainWindow& f = open();
     clickNode(9 * 21 + 1);
-    ASSERT_EQ(doc().options().ModeFlag(), 1);
+    ASSERT_EQ(doc().options().modeFlag(), 1);
     const Currency old = rows()[2].factor(6);
     enter(f.compositeGrid, 9, 2, QStringLiteral("3"));
     ASSERT_EQ(dialogs.Boxes().size(), 1u);
     EXPECT_EQ(dialogs.Boxes()[0].instruction, QStringLiteral("確認"));
-    EXPECT_EQ(dialogs.Boxes()[0].content, U("冷媒モードです。この列のセルは編集できません。"));
+    EXPECT_EQ(dialogs.Boxes()[0].content, u("冷媒モードです。この列のセルは編集できません。"));
     EXPECT_EQ(rows()[2].factor(6), old);
     EXPECT_TRUE(cell1(9, 2).isEmpty());
 }
@@ -171,27 +171,27 @@ TEST_F(CellEntry, RefrigerantColumnNineIsRefused) {
 TEST_F(CellEntry, ThreeDecimalsShownAreWhatAnUnchangedCommitStores) {
     MainWindow& f = open();
     enter(f.compositeGrid, 8, 6, QStringLiteral("0.1234"));
-    EXPECT_EQ(rows()[6].factor(5), C("0.1234"));
+    EXPECT_EQ(rows()[6].factor(5), c("0.1234"));
     EXPECT_EQ(cell1(8, 6), QStringLiteral("0.123"));
     select(f.compositeGrid, 8, 6);
     press(f.compositeGrid, Qt::Key_Return);
-    EXPECT_EQ(rows()[6].factor(5), C("0.123"));
+    EXPECT_EQ(rows()[6].factor(5), c("0.123"));
 }
 
 TEST_F(CellEntry, ResultsViewTurnsNoTextIntoFactors) {
     MainWindow& f = open();
     QTest::mouseClick(f.resultsSwitch, Qt::LeftButton);
-    ASSERT_TRUE(f.resultsSwitch->IsOn());
+    ASSERT_TRUE(f.resultsSwitch->isOn());
     const auto before = rows()[3].factors;
     select(f.compositeGrid, 4, 3);
     type(f.compositeGrid, QStringLiteral("9"));
     press(f.compositeGrid, Qt::Key_Return);
-    EXPECT_FALSE(f.compositeGrid->EditorMode());
+    EXPECT_FALSE(f.compositeGrid->editorMode());
     EXPECT_EQ(rows()[3].factors, before);
     EXPECT_EQ(dialogs.Beeps(), 2);
     QTest::mouseClick(f.resultsSwitch, Qt::LeftButton);
     enter(f.compositeGrid, 4, 3, QStringLiteral("1.5"));
-    EXPECT_EQ(rows()[3].factor(1), C("1.5"));
+    EXPECT_EQ(rows()[3].factor(1), c("1.5"));
 }
 
 TEST_F(CellEntry, NewPipeTypeByKeyboardAloneSurvivesARestart) {
@@ -201,7 +201,7 @@ TEST_F(CellEntry, NewPipeTypeByKeyboardAloneSurvivesARestart) {
     clickNode(21 + 20); // group 2, pipe type 20: all zeros in the demo
     ASSERT_TRUE(rows()[1].sizeBytes.isEmpty());
     // Sizes by the dialog, typed into its memo.
-    WhenModal([](QWidget* w) {
+    whenModal([](QWidget* w) {
         auto* d = qobject_cast<SizeDialog*>(w);
         d->sizesEdit->setFocus();
         QTest::keyClicks(d->sizesEdit, QStringLiteral("20A"));
@@ -233,7 +233,7 @@ TEST_F(CellEntry, NewPipeTypeByKeyboardAloneSurvivesARestart) {
     ASSERT_TRUE(QTest::qWaitForWindowActive(&f));
     QTest::keyClick(f.labourCostCostEdit, Qt::Key_S, Qt::ControlModifier);
     ASSERT_FALSE(dialogs.Boxes().empty());
-    EXPECT_EQ(dialogs.Boxes().back().content, U("保存しました。"));
+    EXPECT_EQ(dialogs.Boxes().back().content, u("保存しました。"));
     closeForm();
     MainWindow& g = open();
     clickNode(21 + 20);
@@ -241,7 +241,7 @@ TEST_F(CellEntry, NewPipeTypeByKeyboardAloneSurvivesARestart) {
     EXPECT_EQ(cell2(1, 1), QStringLiteral("830"));
     EXPECT_EQ(cell1(8, 1), QStringLiteral("0.084"));
     EXPECT_EQ(cell1(2, 1), price);
-    EXPECT_EQ(g.labourCostSubmittedEdit->Value(), 18000);
+    EXPECT_EQ(g.labourCostSubmittedEdit->value(), 18000);
 }
 
 TEST_F(CellEntry, EnterInThePriceGridAtStartStoresNothing) {
@@ -260,7 +260,7 @@ TEST_F(CellEntry, FillDownFromTheLastLineTouchesItAlone) {
     MainWindow& f = open();
     const Currency line13 = rows()[13].factor(1);
     enter(f.compositeGrid, 4, 14, QStringLiteral("2"), Qt::ShiftModifier);
-    EXPECT_EQ(rows()[14].factor(1), C("2"));
+    EXPECT_EQ(rows()[14].factor(1), c("2"));
     EXPECT_EQ(rows()[13].factor(1), line13);
 }
 
@@ -269,7 +269,7 @@ TEST_F(CellEntry, UpCommitsWithoutABeep) {
     select(f.compositeGrid, 10, 6);
     type(f.compositeGrid, QStringLiteral("0.3"));
     press(f.compositeGrid, Qt::Key_Up);
-    EXPECT_EQ(rows()[6].factor(7), C("0.3"));
+    EXPECT_EQ(rows()[6].factor(7), c("0.3"));
     EXPECT_EQ(dialogs.Beeps(), 0);
     // With no editor open, up only moves.
     const auto before = rows()[5].factors;
@@ -287,16 +287,16 @@ TEST_F(CellEntry, PriceCommitWithTheRateOnIsOverwrittenFromTheListPrice) {
     // The shown price went to the four rows; the current tab's row is then
     // made from the list price again.
     EXPECT_EQ(rows()[2].submittedPrice, fromList);
-    EXPECT_EQ(rows()[17].submittedPrice, StrToCurr(cell2(1, 2).remove(',')));
+    EXPECT_EQ(rows()[17].submittedPrice, strToCurr(cell2(1, 2).remove(',')));
 }
 
-// ---- Size presets -----------------------------------------------------------
+// ---- size presets -----------------------------------------------------------
 
 class SizePresets : public CellEntry {
 protected:
     // Opens the dialog from the button; act runs while it is up.
     void runDialog(std::function<void(SizeDialog*)> act) {
-        WhenModal([act](QWidget* w) {
+        whenModal([act](QWidget* w) {
             auto* dialog = qobject_cast<SizeDialog*>(w);
             ASSERT_NE(dialog, nullptr);
             act(dialog);
@@ -310,7 +310,7 @@ TEST_F(SizePresets, CancelChangesNothing) {
     const QString size1 = rows()[1].size();
     QStringList shown;
     runDialog([&shown](SizeDialog* d) {
-        shown = d->Lines();
+        shown = d->lines();
         d->fillSteelSizes();
         d->cancelButton->click();
     });
@@ -354,7 +354,7 @@ TEST_F(SizePresets, TwentyLinesTakeFifteenAndTextStaysText) {
             lines << QStringLiteral("S%1").arg(i);
         lines[0] = QStringLiteral("1000A-X");
         lines[1] = QStringLiteral("12.70");
-        d->SetLines(lines);
+        d->setLines(lines);
         d->runButton->click();
     });
     EXPECT_EQ(rows()[1].size(), QStringLiteral("1000A-"));
@@ -368,7 +368,7 @@ TEST_F(SizePresets, RefrigerantListAndEmptyMemo) {
     open();
     runDialog([](SizeDialog* d) {
         d->fillRefrigerantSizes();
-        EXPECT_EQ(d->Lines().size(), 13);
+        EXPECT_EQ(d->lines().size(), 13);
         d->runButton->click();
     });
     EXPECT_EQ(rows()[3].size(), QStringLiteral("12.70"));

@@ -60,7 +60,7 @@ TEST(ApplicationTest, ExceptionFromATimerIsShownAndTheLoopGoesOn) {
     ASSERT_EQ(dialogs.Boxes().size(), 1u);
     const ScriptedDialogs::Box& box = dialogs.Boxes()[0];
     EXPECT_EQ(box.title, app().Title());
-    EXPECT_EQ(box.title, ApplicationTitle());
+    EXPECT_EQ(box.title, applicationTitle());
     EXPECT_EQ(box.instruction, "no such table: ex_kanzai");
     EXPECT_EQ(box.icon, TD::IconError);
     EXPECT_EQ(box.buttons, TD::ButtonOk);
@@ -91,13 +91,13 @@ TEST(ApplicationTest, ExceptionsFromHandlersOfWidgets) {
 TEST(ApplicationTest, StyleThatCannotBeSetShowsAnErrorAndGoesOn) {
     const AppDialogs scope;
     ScriptedDialogs& dialogs = *scope.dialogs;
-    EXPECT_FALSE(app().TrySetStyle("NoSuchStyle"));
+    EXPECT_FALSE(app().trySetStyle("NoSuchStyle"));
     ASSERT_EQ(dialogs.Boxes().size(), 1u);
     EXPECT_TRUE(dialogs.Boxes()[0].instruction.contains("NoSuchStyle"));
     EXPECT_EQ(dialogs.Boxes()[0].icon, TD::IconError);
-    EXPECT_FALSE(app().TrySetStyle("NoSuchStyle", false));
+    EXPECT_FALSE(app().trySetStyle("NoSuchStyle", false));
     EXPECT_EQ(dialogs.Boxes().size(), 1u);
-    EXPECT_TRUE(app().TrySetStyle("Fusion"));
+    EXPECT_TRUE(app().trySetStyle("Fusion"));
 }
 
 TEST(ApplicationTest, ProgramBodyShowsTheMainFormAndEndsWithZero) {
@@ -107,10 +107,10 @@ TEST(ApplicationTest, ProgramBodyShowsTheMainFormAndEndsWithZero) {
     qputenv("QORVALE_COMMON_DATA", common.path().toUtf8());
     QString out;
     QTextStream sink(&out);
-    ASSERT_EQ(RunVelmoraSuite({QStringLiteral("init")}, sink, sink), 0);
+    ASSERT_EQ(runVelmoraSuite({QStringLiteral("init")}, sink, sink), 0);
     // A pipe type of zeros gets its default captions and options on the
     // screen, so closing asks about saving: the answer is cancel.
-    dialogs.AnswerBox(TaskDialog::IdCancel);
+    dialogs.answerBox(TaskDialog::IdCancel);
     QString caption;
     bool dialogsMade = false;
     QString release;
@@ -127,7 +127,7 @@ TEST(ApplicationTest, ProgramBodyShowsTheMainFormAndEndsWithZero) {
         release = form->releaseLabel->text();
         form->close();
     });
-    EXPECT_EQ(ProgramBody(app()), 0);
+    EXPECT_EQ(programBody(app()), 0);
     qunsetenv("QORVALE_COMMON_DATA");
     EXPECT_EQ(caption, "Qorvale-Ostrel-");
     EXPECT_TRUE(dialogsMade);

@@ -37,7 +37,7 @@ namespace {
 // One query with the library itself. Read-write, as the program opens it: a
 // journal left by a killed writer is rolled back first. Never creates a file.
 QStringList dump(const QString& path, const QString& sql) {
-    return SqliteRows(path, sql, SQLITE_OPEN_READWRITE);
+    return sqliteRows(path, sql, SQLITE_OPEN_READWRITE);
 }
 
 QStringList group(const QString& path, int grp) {
@@ -129,7 +129,7 @@ protected:
             setMode(p, 0755);
             if (p == dir.path()) break;
         }
-        setMode(DataRootPath(), 0777);
+        setMode(dataRootPath(), 0777);
     }
 };
 
@@ -148,9 +148,9 @@ TEST_F(Faults, AReadOnlyDatabaseRefusesTheSaveAndKeepsEverything) {
     setMode(QFileInfo(db).absolutePath(), 0755);
     setMode(db, 0644);
     ASSERT_EQ(dialogs.Boxes().size(), 1u);
-    EXPECT_TRUE(box(0).startsWith(U("ERROR|"))) << box(0).toStdString();
+    EXPECT_TRUE(box(0).startsWith(u("ERROR|"))) << box(0).toStdString();
     EXPECT_TRUE(
-        box(0).endsWith(U("この管種は保存されていません。データベースの内容は変わっていません。")))
+        box(0).endsWith(u("この管種は保存されていません。データベースの内容は変わっていません。")))
         << box(0).toStdString();
     EXPECT_TRUE(dialogs.Messages().empty());
     EXPECT_EQ(doc().savedLines(), saved);
@@ -159,7 +159,7 @@ TEST_F(Faults, AReadOnlyDatabaseRefusesTheSaveAndKeepsEverything) {
     EXPECT_EQ(integrity(db), QStringLiteral("ok"));
     // Writable again: the same rows save.
     f.saveButton->click();
-    EXPECT_TRUE(box(1).contains(U("保存しました。"))) << box(1).toStdString();
+    EXPECT_TRUE(box(1).contains(u("保存しました。"))) << box(1).toStdString();
     EXPECT_EQ(stored(1, 1, 2, "DATA1"), QStringLiteral("9"));
 }
 
@@ -173,36 +173,36 @@ TEST_F(Faults, AFullDiskRefusesTheSaveAndKeepsEverything) {
         f.saveButton->click();
     }
     ASSERT_EQ(dialogs.Boxes().size(), 1u) << box(1).toStdString();
-    EXPECT_TRUE(box(0).startsWith(U("ERROR|"))) << box(0).toStdString();
+    EXPECT_TRUE(box(0).startsWith(u("ERROR|"))) << box(0).toStdString();
     EXPECT_TRUE(
-        box(0).endsWith(U("この管種は保存されていません。データベースの内容は変わっていません。")))
+        box(0).endsWith(u("この管種は保存されていません。データベースの内容は変わっていません。")))
         << box(0).toStdString();
     EXPECT_EQ(doc().savedLines(), saved);
     EXPECT_EQ(group(db, 1), before);
     EXPECT_EQ(integrity(db), QStringLiteral("ok"));
     EXPECT_FALSE(QFileInfo::exists(db + QStringLiteral("-journal")));
     f.saveButton->click();
-    EXPECT_TRUE(box(1).contains(U("保存しました。"))) << box(1).toStdString();
+    EXPECT_TRUE(box(1).contains(u("保存しました。"))) << box(1).toStdString();
     EXPECT_EQ(stored(1, 1, 3, "DATA1"), QStringLiteral("8"));
 }
 
 TEST_F(Faults, AFullDiskAtClosingSaysSoAndClosesWithTheRowsSaved) {
     MainWindow& f = open();
     typeFactor(4, 2, "6");
-    dialogs.AnswerBox(TaskDialog::IdYes); // save?
+    dialogs.answerBox(TaskDialog::IdYes); // save?
     f.saveButton->click();                // saved before the disk fills
-    ASSERT_TRUE(box(0).contains(U("保存しました。")));
-    const QByteArray display = bytesOf(DisplayFilePath(dataRoot));
-    QFile::remove(DisplayFilePath(dataRoot));
+    ASSERT_TRUE(box(0).contains(u("保存しました。")));
+    const QByteArray display = bytesOf(displayFilePath(dataRoot));
+    QFile::remove(displayFilePath(dataRoot));
     {
         DiskFull full(0);
         EXPECT_TRUE(f.close());
     }
-    EXPECT_FALSE(QFileInfo::exists(DisplayFilePath(dataRoot)));
+    EXPECT_FALSE(QFileInfo::exists(displayFilePath(dataRoot)));
     form.reset();
     ASSERT_EQ(dialogs.Boxes().size(), 2u);
     EXPECT_TRUE(japanese(box(1))) << box(1).toStdString();
-    EXPECT_TRUE(box(1).contains(U("表示設定"))) << box(1).toStdString();
+    EXPECT_TRUE(box(1).contains(u("表示設定"))) << box(1).toStdString();
     EXPECT_EQ(stored(1, 1, 2, "DATA1"), QStringLiteral("6"));
     EXPECT_EQ(integrity(db), QStringLiteral("ok"));
     (void)display;
@@ -221,7 +221,7 @@ TEST_F(Faults, ADataFolderThatGoesAwayClosesWithAMessageAndNoCrash) {
     form.reset();
     ASSERT_EQ(dialogs.Boxes().size(), 1u);
     EXPECT_TRUE(japanese(box(0))) << box(0).toStdString();
-    EXPECT_TRUE(box(0).contains(U("表示設定"))) << box(0).toStdString();
+    EXPECT_TRUE(box(0).contains(u("表示設定"))) << box(0).toStdString();
     EXPECT_EQ(group(db, 1), before);
 
     // Only removed: the files come back at the next close, no message.
@@ -241,10 +241,10 @@ TEST_F(Faults, ALibraryFolderThatCannotBeWrittenKeepsItsEntries) {
     QDir().mkpath(library);
     qputenv("QORVALE_LIBRARY_DIR", library.toUtf8());
     MainWindow& f = open();
-    f.goodsBox->SetText(U("既存"));
+    f.goodsBox->setText(u("既存"));
     f.saveLibraryItem->trigger();
-    ASSERT_TRUE(box(0).contains(U("選択用標準歩掛として登録しました。"))) << box(0).toStdString();
-    const QString entry = library + U("/既存.fdk");
+    ASSERT_TRUE(box(0).contains(u("選択用標準歩掛として登録しました。"))) << box(0).toStdString();
+    const QString entry = library + u("/既存.fdk");
     const QByteArray kept = bytesOf(entry);
     ASSERT_EQ(kept.size(), FdkFileSize);
 
@@ -256,17 +256,17 @@ TEST_F(Faults, ALibraryFolderThatCannotBeWrittenKeepsItsEntries) {
     {
         OrdinaryUser user;
         f.saveLibraryItem->trigger(); // the same name
-        f.goodsBox->SetText(U("新規"));
+        f.goodsBox->setText(u("新規"));
         f.saveLibraryItem->trigger(); // a new one
     }
     setMode(library, 0755);
     ASSERT_EQ(dialogs.Boxes().size(), 3u);
     for (std::size_t i = 1; i <= 2; ++i) {
-        EXPECT_TRUE(box(i).contains(U("入出力エラー: 標準歩掛のファイル"))) << box(i).toStdString();
-        EXPECT_TRUE(box(i).contains(U("理由: "))) << box(i).toStdString();
+        EXPECT_TRUE(box(i).contains(u("入出力エラー: 標準歩掛のファイル"))) << box(i).toStdString();
+        EXPECT_TRUE(box(i).contains(u("理由: "))) << box(i).toStdString();
     }
     EXPECT_EQ(bytesOf(entry), kept);
-    EXPECT_FALSE(QFileInfo::exists(library + U("/新規.fdk")));
+    EXPECT_FALSE(QFileInfo::exists(library + u("/新規.fdk")));
     EXPECT_EQ(QDir(library).entryList(QDir::Files | QDir::Hidden).size(), 1);
 
     // No folder at all where the library should be made.
@@ -275,23 +275,23 @@ TEST_F(Faults, ALibraryFolderThatCannotBeWrittenKeepsItsEntries) {
     blocker.close();
     qputenv("QORVALE_LIBRARY_DIR", (blocker.fileName() + QStringLiteral("/ex_data")).toUtf8());
     f.saveLibraryItem->trigger();
-    EXPECT_TRUE(box(3).contains(U("標準歩掛のフォルダーを作成できません。")))
+    EXPECT_TRUE(box(3).contains(u("標準歩掛のフォルダーを作成できません。")))
         << box(3).toStdString();
     qunsetenv("QORVALE_LIBRARY_DIR");
-    dialogs.AnswerBox(TaskDialog::IdNo); // close: do not save the rows
+    dialogs.answerBox(TaskDialog::IdNo); // close: do not save the rows
 }
 
 TEST_F(Faults, AFullDiskKeepsALibraryEntryAndTheSettingsFilesWhole) {
     const QString library = dir.path() + QStringLiteral("/library");
     qputenv("QORVALE_LIBRARY_DIR", library.toUtf8());
     MainWindow& f = open();
-    f.goodsBox->SetText(U("既存"));
+    f.goodsBox->setText(u("既存"));
     f.saveLibraryItem->trigger();
-    const QString entry = library + U("/既存.fdk");
+    const QString entry = library + u("/既存.fdk");
     const QByteArray kept = bytesOf(entry);
     ASSERT_EQ(kept.size(), FdkFileSize);
-    WriteWindowFile(dataRoot, QStringLiteral("w"), 1, 2, 3, 4);
-    const QByteArray window = bytesOf(WindowFilePath(dataRoot, QStringLiteral("w")));
+    writeWindowFile(dataRoot, QStringLiteral("w"), 1, 2, 3, 4);
+    const QByteArray window = bytesOf(windowFilePath(dataRoot, QStringLiteral("w")));
     typeFactor(4, 2, "5");
     {
         DiskFull full(4096); // less than one entry
@@ -299,16 +299,16 @@ TEST_F(Faults, AFullDiskKeepsALibraryEntryAndTheSettingsFilesWhole) {
     }
     {
         DiskFull full(16); // less than the window file
-        WriteWindowFile(dataRoot, QStringLiteral("w"), 5, 6, 7, 8);
+        writeWindowFile(dataRoot, QStringLiteral("w"), 5, 6, 7, 8);
     }
     qunsetenv("QORVALE_LIBRARY_DIR");
     ASSERT_EQ(dialogs.Boxes().size(), 2u);
-    EXPECT_TRUE(box(1).contains(U("入出力エラー: 標準歩掛のファイルに書き込めません。")))
+    EXPECT_TRUE(box(1).contains(u("入出力エラー: 標準歩掛のファイルに書き込めません。")))
         << box(1).toStdString();
     EXPECT_EQ(bytesOf(entry), kept);
     EXPECT_EQ(QDir(library).entryList(QDir::Files | QDir::Hidden).size(), 1);
-    EXPECT_EQ(bytesOf(WindowFilePath(dataRoot, QStringLiteral("w"))), window);
-    dialogs.AnswerBox(TaskDialog::IdNo); // close: do not save the rows
+    EXPECT_EQ(bytesOf(windowFilePath(dataRoot, QStringLiteral("w"))), window);
+    dialogs.answerBox(TaskDialog::IdNo); // close: do not save the rows
 }
 
 TEST_F(Faults, AFullDiskKeepsTheOldCsvAndPrintFilesWhole) {
@@ -322,41 +322,41 @@ TEST_F(Faults, AFullDiskKeepsTheOldCsvAndPrintFilesWhole) {
     old.close();
     f.printAction->trigger();
     ASSERT_EQ(dialogs.Processes().size(), 1u);
-    const QByteArray oldData = bytesOf(PrintDataPath(dataRoot));
+    const QByteArray oldData = bytesOf(printDataPath(dataRoot));
     ASSERT_GT(oldData.size(), 4096);
     const QStringList before = QDir(dir.path()).entryList(QDir::Files | QDir::Hidden);
     const QStringList printBefore =
-        QDir(PrintFolderPath(dataRoot)).entryList(QDir::Files | QDir::Hidden);
+        QDir(printFolderPath(dataRoot)).entryList(QDir::Files | QDir::Hidden);
 
     {
         DiskFull full(1024);
-        WhenModal([](QWidget* w) {
+        whenModal([](QWidget* w) {
             auto* d = qobject_cast<ExcelOptionsDialog*>(w);
             ASSERT_NE(d, nullptr);
             d->headingsCheck->setChecked(true);
             d->runButton->click();
         });
-        dialogs.AnswerFile(csv);
+        dialogs.answerFile(csv);
         // The CSV command's failure goes to the program's error handler.
         try {
             f.outputs()->exportCsvFile();
             ADD_FAILURE() << "the CSV was written on a full disk";
         } catch (const FileError& e) {
-            EXPECT_TRUE(QString::fromUtf8(e.what()).contains(U("ディスクに空きがありません")))
+            EXPECT_TRUE(QString::fromUtf8(e.what()).contains(u("ディスクに空きがありません")))
                 << e.what();
         }
         f.printAction->trigger();
     }
     ASSERT_EQ(dialogs.Boxes().size(), 1u) << box(0).toStdString();
-    EXPECT_TRUE(box(0).contains(U("ファイルを書き込めませんでした"))) << box(0).toStdString();
+    EXPECT_TRUE(box(0).contains(u("ファイルを書き込めませんでした"))) << box(0).toStdString();
     EXPECT_EQ(dialogs.Boxes()[0].icon, TaskDialog::IconError);
     // The old files as they were, nothing beside them, and no print run.
     EXPECT_EQ(bytesOf(csv), oldCsv);
-    EXPECT_EQ(bytesOf(PrintDataPath(dataRoot)), oldData);
+    EXPECT_EQ(bytesOf(printDataPath(dataRoot)), oldData);
     EXPECT_EQ(QDir(dir.path()).entryList(QDir::Files | QDir::Hidden), before);
-    EXPECT_EQ(QDir(PrintFolderPath(dataRoot)).entryList(QDir::Files | QDir::Hidden), printBefore);
+    EXPECT_EQ(QDir(printFolderPath(dataRoot)).entryList(QDir::Files | QDir::Hidden), printBefore);
     EXPECT_EQ(dialogs.Processes().size(), 1u);
-    dialogs.AnswerBox(TaskDialog::IdNo); // close: do not save the rows
+    dialogs.answerBox(TaskDialog::IdNo); // close: do not save the rows
 }
 
 TEST_F(Faults, PrintAndTempFoldersThatCannotBeWrittenKeepTheirFiles) {
@@ -366,9 +366,9 @@ TEST_F(Faults, PrintAndTempFoldersThatCannotBeWrittenKeepTheirFiles) {
     ASSERT_EQ(dialogs.Processes().size(), 1u);
     ASSERT_EQ(dialogs.Documents().size(), 1);
     ASSERT_TRUE(dialogs.Boxes().empty()) << box(0).toStdString();
-    const QString temp = QFileInfo(ExcelStreamPath(dataRoot)).absolutePath();
-    const QStringList files = {PrintConfPath(dataRoot), PrintHeaderPath(dataRoot),
-                               PrintDataPath(dataRoot), ExcelStreamPath(dataRoot)};
+    const QString temp = QFileInfo(excelStreamPath(dataRoot)).absolutePath();
+    const QStringList files = {printConfPath(dataRoot), printHeaderPath(dataRoot),
+                               printDataPath(dataRoot), excelStreamPath(dataRoot)};
     QList<QByteArray> kept;
     for (const QString& p : files) {
         kept << bytesOf(p);
@@ -376,7 +376,7 @@ TEST_F(Faults, PrintAndTempFoldersThatCannotBeWrittenKeepTheirFiles) {
     }
     ASSERT_TRUE(QFile::remove(dialogs.Documents()[0]));
     openFolders();
-    setMode(PrintFolderPath(dataRoot), 0555);
+    setMode(printFolderPath(dataRoot), 0555);
     setMode(temp, 0555);
     setMode(dataRoot, 0555);
     typeFactor(4, 2, "5"); // something on screen that differs from the files
@@ -392,21 +392,21 @@ TEST_F(Faults, PrintAndTempFoldersThatCannotBeWrittenKeepTheirFiles) {
         }
     }
     setMode(dataRoot, 0777);
-    setMode(PrintFolderPath(dataRoot), 0755);
+    setMode(printFolderPath(dataRoot), 0755);
     setMode(temp, 0755);
     ASSERT_EQ(dialogs.Boxes().size(), 1u);
-    EXPECT_TRUE(box(0).contains(U("ファイルを書き込めませんでした"))) << box(0).toStdString();
+    EXPECT_TRUE(box(0).contains(u("ファイルを書き込めませんでした"))) << box(0).toStdString();
     EXPECT_EQ(dialogs.Boxes()[0].icon, TaskDialog::IconError);
-    EXPECT_TRUE(excelError.contains(U("ファイルを書き込めませんでした")))
+    EXPECT_TRUE(excelError.contains(u("ファイルを書き込めませんでした")))
         << excelError.toStdString();
     for (int i = 0; i < int(files.size()); ++i)
         EXPECT_EQ(bytesOf(files[i]), kept[i]) << files[i].toStdString();
-    EXPECT_EQ(QDir(PrintFolderPath(dataRoot)).entryList(QDir::Files | QDir::Hidden).size(), 3);
+    EXPECT_EQ(QDir(printFolderPath(dataRoot)).entryList(QDir::Files | QDir::Hidden).size(), 3);
     EXPECT_EQ(QDir(temp).entryList(QDir::Files | QDir::Hidden).size(), 1);
     EXPECT_TRUE(QDir(dataRoot).entryList({QStringLiteral("*.xlsx")}, QDir::Files).isEmpty());
     EXPECT_EQ(dialogs.Processes().size(), 1u);
     EXPECT_EQ(dialogs.Documents().size(), 1);
-    dialogs.AnswerBox(TaskDialog::IdNo); // close: do not save the rows
+    dialogs.answerBox(TaskDialog::IdNo); // close: do not save the rows
 }
 
 // A database refused at the start: every command that writes is refused
@@ -426,8 +426,8 @@ protected:
         const QByteArray before = bytesOf(db);
         MainWindow& f = open();
         ASSERT_GE(dialogs.Boxes().size(), 1u);
-        EXPECT_TRUE(box(0).contains(U("データベースを開けません。"))) << box(0).toStdString();
-        EXPECT_TRUE(box(0).contains(U(reason))) << box(0).toStdString();
+        EXPECT_TRUE(box(0).contains(u("データベースを開けません。"))) << box(0).toStdString();
+        EXPECT_TRUE(box(0).contains(u(reason))) << box(0).toStdString();
         EXPECT_EQ(dialogs.Boxes().size(), 1u) << box(1).toStdString();
         const QList<QAction*> writers = {
             f.moveUpAction,       f.moveDownAction,         f.saveItem,
@@ -436,7 +436,7 @@ protected:
             const std::size_t n = dialogs.Boxes().size();
             a->trigger();
             ASSERT_EQ(dialogs.Boxes().size(), n + 1) << a->objectName().toStdString();
-            EXPECT_TRUE(box(n).contains(U("管種が読み込まれていないため、")))
+            EXPECT_TRUE(box(n).contains(u("管種が読み込まれていないため、")))
                 << box(n).toStdString();
         }
         EXPECT_TRUE(dialogs.Inputs().empty());
@@ -481,8 +481,8 @@ TEST(KilledRecalc, LeavesAWholeFileWithEveryRowOldOrNew) {
     qputenv("QORVALE_COMMON_DATA", dir.path().toUtf8());
     QString out, err;
     QTextStream o(&out), e(&err);
-    ASSERT_EQ(RunVelmoraSuite({QStringLiteral("init"), QStringLiteral("--demo")}, o, e), 0);
-    const QString db = ExDatabasePathIn(DatabaseFolderFrom(QString()));
+    ASSERT_EQ(runVelmoraSuite({QStringLiteral("init"), QStringLiteral("--demo")}, o, e), 0);
+    const QString db = exDatabasePathIn(databaseFolderFrom(QString()));
     // Prices out of date, so that the rewrite changes every computed row.
     exec(db, "UPDATE ex_kanzai SET NTANKA='1', GTANKA='2' WHERE GRP='1' AND NO<>'60'");
     const QString pristine = dir.path() + QStringLiteral("/pristine.db3");

@@ -15,19 +15,19 @@ TEST(RadioGroup, ProgramAndClickFireOnClickOnChange) {
                      {QStringLiteral("配管モード"), QStringLiteral("冷媒モード")});
     int clicks = 0;
     group.onClicked = [&] { ++clicks; };
-    EXPECT_EQ(group.ItemIndex(), -1);
-    group.SetItemIndex(0);
+    EXPECT_EQ(group.itemIndex(), -1);
+    group.setItemIndex(0);
     EXPECT_EQ(clicks, 1);
-    group.SetItemIndex(0);
+    group.setItemIndex(0);
     EXPECT_EQ(clicks, 1);
-    group.SetItemIndex(7); // clamped to the last item
-    EXPECT_EQ(group.ItemIndex(), 1);
+    group.setItemIndex(7); // clamped to the last item
+    EXPECT_EQ(group.itemIndex(), 1);
     EXPECT_EQ(clicks, 2);
     group.show();
     auto buttons = group.findChildren<QRadioButton*>();
     ASSERT_EQ(buttons.size(), 2);
     QTest::mouseClick(buttons[0], Qt::LeftButton, {}, QPoint(5, buttons[0]->height() / 2));
-    EXPECT_EQ(group.ItemIndex(), 0);
+    EXPECT_EQ(group.itemIndex(), 0);
     EXPECT_EQ(clicks, 3);
     EXPECT_TRUE(buttons[0]->isChecked());
 }
@@ -39,23 +39,23 @@ TEST(ToggleSwitch, ClickTogglesAndReports) {
     sw.resize(sw.sizeHint());
     sw.show();
     QTest::mouseClick(&sw, Qt::LeftButton);
-    EXPECT_TRUE(sw.IsOn());
+    EXPECT_TRUE(sw.isOn());
     EXPECT_EQ(clicks, 1);
-    sw.SetOn(false); // the program's change is no click
+    sw.setOn(false); // the program's change is no click
     EXPECT_EQ(clicks, 1);
-    EXPECT_FALSE(sw.IsOn());
+    EXPECT_FALSE(sw.isOn());
 }
 
 TEST(CheckBox, ProgramChangeFiresOnClick) {
     CheckBox box(QStringLiteral("単価に掛率を使用"));
     int clicks = 0;
     box.onClicked = [&] { ++clicks; };
-    EXPECT_TRUE(box.Checked());
+    EXPECT_TRUE(box.checked());
     box.SetChecked(true);
     EXPECT_EQ(clicks, 0);
     box.SetChecked(false);
     EXPECT_EQ(clicks, 1);
-    EXPECT_FALSE(box.Checked());
+    EXPECT_FALSE(box.checked());
 }
 
 TEST(EditCombo, EnterIsReportedOnceAndCanBeSwallowed) {
@@ -72,9 +72,9 @@ TEST(EditCombo, EnterIsReportedOnceAndCanBeSwallowed) {
     };
     combo.show();
     combo.setFocus();
-    combo.SetText(QString());
+    combo.setText(QString());
     QTest::keyClicks(&combo, "abc");
-    EXPECT_EQ(combo.Text(), "abc");
+    EXPECT_EQ(combo.text(), "abc");
     EXPECT_EQ(others, 3);
     QTest::keyClick(&combo, Qt::Key_Return);
     EXPECT_EQ(enters, 1);
@@ -85,8 +85,8 @@ TEST(FixedList, ProgramChangeIsSilent) {
     FixedList list({QStringLiteral("a"), QStringLiteral("b")});
     int selects = 0;
     list.OnSelect = [&] { ++selects; };
-    list.SetItemIndex(1);
-    EXPECT_EQ(list.ItemIndex(), 1);
+    list.setItemIndex(1);
+    EXPECT_EQ(list.itemIndex(), 1);
     EXPECT_EQ(selects, 0);
 }
 

@@ -28,17 +28,17 @@ const char* const OptionColumns[12] = {"DATA5", "DATA4", "NET",   "NTANKA", "GTA
 
 class GroupRewrite : public WorkspaceFixture {
 protected:
-    void exec(const QString& sql) { ASSERT_EQ(ExecStatement(dialogs, db, sql), 1); }
+    void exec(const QString& sql) { ASSERT_EQ(execStatement(dialogs, db, sql), 1); }
 
     // The whole table, one line a row.
     QStringList table() {
-        return QueryToLines(db, QStringLiteral("SELECT * FROM ex_kanzai ORDER BY CTG,GRP,KAN,NO;"))
+        return queryToLines(db, QStringLiteral("SELECT * FROM ex_kanzai ORDER BY CTG,GRP,KAN,NO;"))
             .lines;
     }
 
     // The option rows of every group but grp.
     QStringList optionRowsOutside(int grp) {
-        return QueryToLines(db,
+        return queryToLines(db,
                             QStringLiteral("SELECT * FROM ex_kanzai WHERE NO='60' AND GRP<>'%1' "
                                            "ORDER BY GRP,KAN;")
                                 .arg(grp))
@@ -46,14 +46,14 @@ protected:
     }
 
     Currency storedCurrency(int grp, int kan, int no, const char* column) {
-        return StrToCurrDef(stored(grp, kan, no, column), Currency::FromInt(-999999));
+        return strToCurrDef(stored(grp, kan, no, column), Currency::fromInt(-999999));
     }
 
     // The computed columns of one pipe type as stored, one line a row.
     QStringList storedPrices(int grp, int kan) { return StoredPrices(db, grp, kan); }
     // The same columns as the engine computes them from the stored figures
     // and options.
-    QStringList expectedPrices(int grp, int kan) { return ComputedPrices(db, grp, kan); }
+    QStringList expectedPrices(int grp, int kan) { return computedPrices(db, grp, kan); }
     void expectGroupComputed(int grp) {
         for (int kan = 1; kan <= GroupPipeTypes; ++kan)
             EXPECT_EQ(storedPrices(grp, kan), expectedPrices(grp, kan)) << "KAN " << kan;
@@ -67,7 +67,7 @@ protected:
     int messagesWith(const char* text) const {
         int n = 0;
         for (const ScriptedDialogs::ShownMessage& m : dialogs.Messages())
-            n += m.text == U(text);
+            n += m.text == u(text);
         return n;
     }
     bool formClosedToTheUser() const {
@@ -81,7 +81,7 @@ protected:
 };
 
 const QString OptionQuestion =
-    U("グループ内の計算オプションを、表示中のものに変更していいですか?\r\n"
+    u("グループ内の計算オプションを、表示中のものに変更していいですか?\r\n"
       "複合単価を再計算し、データベースに登録し直します。時間がかかりますので、変換中は少々お待"
       "ちください。");
 
@@ -89,14 +89,14 @@ TEST_F(GroupRewrite, NoOnEitherQuestionChangesNothing) {
     MainWindow& f = open();
     EXPECT_TRUE(f.optionChangeItem->isEnabled());
     EXPECT_TRUE(f.labourCostChangeItem->isEnabled());
-    f.digitsRadio->SetItemIndex(1);
-    f.labourCostSubmittedEdit->SetValue(12345);
-    f.labourCostCostEdit->SetValue(2345.04); // as a float x 10000: 23450399.99...
+    f.digitsRadio->setItemIndex(1);
+    f.labourCostSubmittedEdit->setValue(12345);
+    f.labourCostCostEdit->setValue(2345.04); // as a float x 10000: 23450399.99...
     const QStringList before = table();
 
-    dialogs.AnswerBox(TD::IdNo);
+    dialogs.answerBox(TD::IdNo);
     f.optionChangeItem->trigger();
-    dialogs.AnswerBox(TD::IdNo);
+    dialogs.answerBox(TD::IdNo);
     f.labourCostChangeItem->trigger();
     EXPECT_FALSE(f.groupRewrite()->running());
     EXPECT_EQ(f.groupRewrite()->progressWindow(), nullptr);
@@ -105,15 +105,15 @@ TEST_F(GroupRewrite, NoOnEitherQuestionChangesNothing) {
 
     ASSERT_EQ(dialogs.Boxes().size(), 2u);
     const ScriptedDialogs::Box& option = dialogs.Boxes()[0];
-    EXPECT_EQ(option.title, ApplicationTitle());
-    EXPECT_EQ(option.instruction, U("確認"));
+    EXPECT_EQ(option.title, applicationTitle());
+    EXPECT_EQ(option.instruction, u("確認"));
     EXPECT_EQ(option.content, OptionQuestion);
     EXPECT_EQ(option.icon, TD::IconQuestion);
     EXPECT_EQ(option.buttons, TD::ButtonYes | TD::ButtonNo);
     const ScriptedDialogs::Box& labour = dialogs.Boxes()[1];
-    EXPECT_EQ(labour.instruction, U("確認"));
+    EXPECT_EQ(labour.instruction, u("確認"));
     EXPECT_EQ(labour.content,
-              U("全データの基礎工費を変更しますか?\r\n原価=2345.04円 提出=12345円\r\n"
+              u("全データの基礎工費を変更しますか?\r\n原価=2345.04円 提出=12345円\r\n"
                 "複合単価を再計算し、データベースに登録し直します。時間がかかりますので、変換中は"
                 "少々お待ちください。"));
     EXPECT_EQ(labour.buttons, TD::ButtonYes | TD::ButtonNo);
@@ -127,23 +127,23 @@ TEST_F(GroupRewrite, OptionChangeGivesTheGroupTheDisplayedOptionsAndRecomputesIt
     const QStringList otherGroupOptions = optionRowsOutside(1);
     MainWindow& f = open();
     recordCaptions();
-    f.digitsRadio->SetItemIndex(1);
-    f.elementRadio->SetItemIndex(2);
-    f.fractionRadio->SetItemIndex(2);
-    f.otherCostRadio->SetItemIndex(1);
-    // Shown and not applied yet: the command's own applyControls takes them.
-    f.rateSubmittedEdit->SetValue(91);
-    f.rateCostEdit->SetValue(47.5);
-    f.labourCostSubmittedEdit->SetValue(20500);
+    f.digitsRadio->setItemIndex(1);
+    f.elementRadio->setItemIndex(2);
+    f.fractionRadio->setItemIndex(2);
+    f.otherCostRadio->setItemIndex(1);
+    // shown and not applied yet: the command's own applyControls takes them.
+    f.rateSubmittedEdit->setValue(91);
+    f.rateCostEdit->setValue(47.5);
+    f.labourCostSubmittedEdit->setValue(20500);
     // An entry not saved yet: the command saves first, so it stays.
-    rows()[4].listPrice = Currency::FromInt(4321);
+    rows()[4].listPrice = Currency::fromInt(4321);
     doc().refreshLines();
     int stale = 0;
     for (int kan = 2; kan <= GroupPipeTypes; ++kan)
-        stale += storedCurrency(1, kan, 60, "DATA2") != doc().options().AdoptedDigits();
+        stale += storedCurrency(1, kan, 60, "DATA2") != doc().options().adoptedDigits();
     ASSERT_GT(stale, 0);
 
-    dialogs.AnswerBox(TD::IdYes);
+    dialogs.answerBox(TD::IdYes);
     f.optionChangeAction->trigger();
     EXPECT_TRUE(f.groupRewrite()->running()); // the command ends while the thread works
     f.groupRewrite()->waitForEnd();
@@ -151,17 +151,17 @@ TEST_F(GroupRewrite, OptionChangeGivesTheGroupTheDisplayedOptionsAndRecomputesIt
 
     PipeRow shown = rows()[OptionRow];
     PipeTypeOptions o(shown);
-    EXPECT_EQ(o.LabourSubmitted(), Currency::FromInt(20500));
-    EXPECT_EQ(o.RateCost(), StrToCurr("47.5"));
-    const QStringList expected = {CurrToStr(o.LabourSubmitted()), CurrToStr(o.LabourCost()),
-                                  CurrToStr(o.RateCost()),        CurrToStr(o.RateOn()),
-                                  CurrToStr(o.UnitDigits()),      CurrToStr(o.UnitFraction()),
-                                  CurrToStr(o.AdoptedDigits()),   CurrToStr(o.AdoptedFraction()),
-                                  CurrToStr(o.ElementDigits()),   CurrToStr(o.ElementFraction()),
-                                  QString::number(o.ModeFlag()),  QString::number(o.OtherMethod())};
+    EXPECT_EQ(o.labourSubmitted(), Currency::fromInt(20500));
+    EXPECT_EQ(o.rateCost(), strToCurr("47.5"));
+    const QStringList expected = {currToStr(o.labourSubmitted()), currToStr(o.labourCost()),
+                                  currToStr(o.rateCost()),        currToStr(o.rateOn()),
+                                  currToStr(o.UnitDigits()),      currToStr(o.UnitFraction()),
+                                  currToStr(o.adoptedDigits()),   currToStr(o.adoptedFraction()),
+                                  currToStr(o.elementDigits()),   currToStr(o.elementFraction()),
+                                  QString::number(o.modeFlag()),  QString::number(o.otherMethod())};
     for (int kan = 1; kan <= GroupPipeTypes; ++kan)
         for (int i = 0; i < 12; ++i)
-            EXPECT_EQ(CurrToStr(storedCurrency(1, kan, 60, OptionColumns[i])), expected[i])
+            EXPECT_EQ(currToStr(storedCurrency(1, kan, 60, OptionColumns[i])), expected[i])
                 << "KAN " << kan << " " << OptionColumns[i];
     // Each keeps its own submitted rate; the current one has the displayed one.
     EXPECT_EQ(stored(1, 3, 60, "GROSS"), "55");
@@ -172,7 +172,7 @@ TEST_F(GroupRewrite, OptionChangeGivesTheGroupTheDisplayedOptionsAndRecomputesIt
     EXPECT_EQ(optionRowsOutside(1), otherGroupOptions);
 
     // The entry was saved and is in the rows brought back.
-    EXPECT_EQ(rows()[4].listPrice, Currency::FromInt(4321));
+    EXPECT_EQ(rows()[4].listPrice, Currency::fromInt(4321));
     EXPECT_EQ(stored(1, 1, 4, "TEIKA"), "4321");
     EXPECT_FALSE(doc().isChanged());
     // The undo would bring back rows from before the run.
@@ -180,20 +180,20 @@ TEST_F(GroupRewrite, OptionChangeGivesTheGroupTheDisplayedOptionsAndRecomputesIt
 
     // The progress, then the caption back and the end shown once.
     EXPECT_EQ(captions.size(), GroupRewriteSteps + 1);
-    EXPECT_TRUE(captions.contains(U("データ更新中:1-5-12/")));
-    EXPECT_EQ(captions.first(), U("データ更新中:1-0-1/") + rows()[1].goods());
-    EXPECT_EQ(captions.last(), U("Qorvale-Ostrel-"));
-    EXPECT_EQ(f.windowTitle(), U("Qorvale-Ostrel-"));
+    EXPECT_TRUE(captions.contains(u("データ更新中:1-5-12/")));
+    EXPECT_EQ(captions.first(), u("データ更新中:1-0-1/") + rows()[1].goods());
+    EXPECT_EQ(captions.last(), u("Qorvale-Ostrel-"));
+    EXPECT_EQ(f.windowTitle(), u("Qorvale-Ostrel-"));
     EXPECT_EQ(messagesWith("終了しました。"), 1);
-    EXPECT_EQ(dialogs.Messages().back().title, ApplicationTitle());
+    EXPECT_EQ(dialogs.Messages().back().title, applicationTitle());
     // No "保存しました。": every save was silent.
     ASSERT_EQ(dialogs.Boxes().size(), 1u);
 }
 
 TEST_F(GroupRewrite, RefrigerantModeGoesToTheWholeGroup) {
     MainWindow& f = open();
-    f.modeRadio->SetItemIndex(1);
-    dialogs.AnswerBox(TD::IdYes);
+    f.modeRadio->setItemIndex(1);
+    dialogs.answerBox(TD::IdYes);
     f.optionChangeAction->trigger();
     f.groupRewrite()->waitForEnd();
     for (int kan = 1; kan <= GroupPipeTypes; ++kan)
@@ -212,7 +212,7 @@ TEST_F(GroupRewrite, BaseLabourCostsGoToEveryGroupButOnlyTheCurrentIsRecomputed)
     ASSERT_EQ(f.currentPipeType, 4);
     const QStringList group1Before = storedPrices(1, 6);
     // An entry not saved: the run loads the pipe type from the table.
-    const Currency entered = Currency::FromInt(98765);
+    const Currency entered = Currency::fromInt(98765);
     rows()[3].listPrice = entered;
     doc().refreshLines();
     // A base labour cost typed and not applied by Enter.
@@ -220,17 +220,17 @@ TEST_F(GroupRewrite, BaseLabourCostsGoToEveryGroupButOnlyTheCurrentIsRecomputed)
     f.labourCostSubmittedEdit->setFocus();
     f.labourCostSubmittedEdit->selectAll();
     QTest::keyClicks(f.labourCostSubmittedEdit, QStringLiteral("31234"));
-    f.labourCostCostEdit->SetValue(27000);
-    ASSERT_NE(doc().options().LabourSubmitted(), Currency::FromInt(31234));
+    f.labourCostCostEdit->setValue(27000);
+    ASSERT_NE(doc().options().labourSubmitted(), Currency::fromInt(31234));
 
-    dialogs.AnswerBox(TD::IdYes);
+    dialogs.answerBox(TD::IdYes);
     f.labourCostChangeAction->trigger();
     // "基礎工費を変更しました。" at once, while the thread works.
     EXPECT_TRUE(f.groupRewrite()->running());
     ASSERT_EQ(dialogs.Boxes().size(), 2u);
-    EXPECT_EQ(dialogs.Boxes()[0].content.section(U("\r\n"), 1, 1), U("原価=27000円 提出=31234円"));
-    EXPECT_EQ(dialogs.Boxes()[1].instruction, U("確認"));
-    EXPECT_EQ(dialogs.Boxes()[1].content, U("基礎工費を変更しました。"));
+    EXPECT_EQ(dialogs.Boxes()[0].content.section(u("\r\n"), 1, 1), u("原価=27000円 提出=31234円"));
+    EXPECT_EQ(dialogs.Boxes()[1].instruction, u("確認"));
+    EXPECT_EQ(dialogs.Boxes()[1].content, u("基礎工費を変更しました。"));
     EXPECT_EQ(dialogs.Boxes()[1].buttons, TD::ButtonOk);
     EXPECT_EQ(messagesWith("終了しました。"), 0);
     f.groupRewrite()->waitForEnd();
@@ -238,14 +238,14 @@ TEST_F(GroupRewrite, BaseLabourCostsGoToEveryGroupButOnlyTheCurrentIsRecomputed)
 
     // Every option row with UKEY 60, in every group, and no other.
     const QStringList optionRows =
-        QueryToLines(db,
+        queryToLines(db,
                      QStringLiteral("SELECT GRP,KAN,DATA4,DATA5 FROM ex_kanzai WHERE NO='60' AND "
                                     "UKEY='60';"))
             .lines;
     EXPECT_EQ(optionRows.size(), 199);
     for (const QString& line : optionRows) {
-        ASSERT_EQ(NthField(line, 3), "27000") << line.toStdString();
-        ASSERT_EQ(NthField(line, 4), "31234") << line.toStdString();
+        ASSERT_EQ(nthField(line, 3), "27000") << line.toStdString();
+        ASSERT_EQ(nthField(line, 4), "31234") << line.toStdString();
     }
     EXPECT_EQ(stored(3, 2, 60, "DATA4"), keptCost);
     EXPECT_EQ(stored(3, 2, 60, "DATA5"), keptSubmitted);
@@ -257,8 +257,8 @@ TEST_F(GroupRewrite, BaseLabourCostsGoToEveryGroupButOnlyTheCurrentIsRecomputed)
     EXPECT_NE(storedPrices(1, 6), expectedPrices(1, 6));
     // The entry is gone from the rows and from the file.
     EXPECT_NE(rows()[3].listPrice, entered);
-    EXPECT_EQ(CurrToStr(rows()[3].listPrice), stored(2, 4, 3, "TEIKA"));
-    EXPECT_EQ(rows()[OptionRow].factor(5), Currency::FromInt(31234));
+    EXPECT_EQ(currToStr(rows()[3].listPrice), stored(2, 4, 3, "TEIKA"));
+    EXPECT_EQ(rows()[OptionRow].factor(5), Currency::fromInt(31234));
 }
 
 TEST_F(GroupRewrite, TheFormIsClosedToTheUserUntilTheEndHasBeenShown) {
@@ -268,7 +268,7 @@ TEST_F(GroupRewrite, TheFormIsClosedToTheUserUntilTheEndHasBeenShown) {
     bool checked = false, lockedAtTheEnd = false;
     QObject scope; // ends the connection with the test
     QObject::connect(&f, &QWidget::windowTitleChanged, &scope, [&](const QString& t) {
-        if (t != U("データ更新中:1-5-12/") || checked) return;
+        if (t != u("データ更新中:1-5-12/") || checked) return;
         checked = true;
         EXPECT_TRUE(formClosedToTheUser());
         auto* bar =
@@ -293,7 +293,7 @@ TEST_F(GroupRewrite, TheFormIsClosedToTheUserUntilTheEndHasBeenShown) {
         EXPECT_FALSE(f.groupRewrite()->progressWindow()->grab().isNull());
     });
     dialogs.OnMessage = [&] { lockedAtTheEnd = formClosedToTheUser(); };
-    dialogs.AnswerBox(TD::IdYes);
+    dialogs.answerBox(TD::IdYes);
     f.optionChangeAction->trigger();
     f.groupRewrite()->waitForEnd();
     EXPECT_TRUE(checked);
@@ -325,21 +325,21 @@ TEST_F(GroupRewrite, AFailingStatementShowsErrorAndTheRunGoesOn) {
     for (int kan = 2; kan <= GroupPipeTypes; ++kan)
         optionsBefore << stored(1, kan, 60, "DATA6");
     MainWindow& f = open();
-    f.elementRadio->SetItemIndex(f.elementRadio->ItemIndex() == 1 ? 2 : 1);
-    ASSERT_LT(optionsBefore.count(CurrToStr(doc().options().ElementDigits())),
+    f.elementRadio->setItemIndex(f.elementRadio->itemIndex() == 1 ? 2 : 1);
+    ASSERT_LT(optionsBefore.count(currToStr(doc().options().elementDigits())),
               optionsBefore.size());
-    dialogs.AnswerBox(TD::IdYes);
+    dialogs.answerBox(TD::IdYes);
     f.optionChangeAction->trigger();
     f.groupRewrite()->waitForEnd();
 
     ASSERT_EQ(dialogs.Messages().size(), 2u);
     EXPECT_EQ(dialogs.Messages()[0].text, "ERROR");
-    EXPECT_EQ(dialogs.Messages()[1].text, U("終了しました。"));
+    EXPECT_EQ(dialogs.Messages()[1].text, u("終了しました。"));
     QStringList optionsAfter;
     for (int kan = 2; kan <= GroupPipeTypes; ++kan)
         optionsAfter << stored(1, kan, 60, "DATA6");
     EXPECT_EQ(optionsAfter, optionsBefore);
-    EXPECT_EQ(storedCurrency(1, 1, 60, "DATA6"), doc().options().ElementDigits());
+    EXPECT_EQ(storedCurrency(1, 1, 60, "DATA6"), doc().options().elementDigits());
     expectGroupComputed(1);
 }
 
@@ -350,11 +350,11 @@ TEST_F(GroupRewrite, OptionChangeStopsWhenTheCurrentPipeTypeCannotBeSaved) {
                         "NEW.KAN=1 AND NEW.NO=5 BEGIN SELECT RAISE(ABORT,'refused'); END;"));
     MainWindow& f = open();
     recordCaptions();
-    rows()[3].listPrice = Currency::FromInt(2468);
+    rows()[3].listPrice = Currency::fromInt(2468);
     doc().refreshLines();
     const Currency otherDigits = storedCurrency(1, 2, 60, "DATA6");
-    f.elementRadio->SetItemIndex(DigitIndexOf(otherDigits) == 3 ? 2 : 3);
-    dialogs.AnswerBox(TD::IdYes);
+    f.elementRadio->setItemIndex(digitIndexOf(otherDigits) == 3 ? 2 : 3);
+    dialogs.answerBox(TD::IdYes);
     f.optionChangeAction->trigger();
     // The other pipe types keep their options: none has new options with
     // prices computed under the old ones.
@@ -363,30 +363,30 @@ TEST_F(GroupRewrite, OptionChangeStopsWhenTheCurrentPipeTypeCannotBeSaved) {
     f.groupRewrite()->waitForEnd();
     ASSERT_EQ(dialogs.Boxes().size(), 2u);
     EXPECT_EQ(dialogs.Boxes()[1].instruction, "ERROR");
-    EXPECT_TRUE(captions.filter(U("データ更新中:")).isEmpty());
+    EXPECT_TRUE(captions.filter(u("データ更新中:")).isEmpty());
     EXPECT_EQ(messagesWith("終了しました。"), 0);
-    EXPECT_EQ(rows()[3].listPrice, Currency::FromInt(2468));
+    EXPECT_EQ(rows()[3].listPrice, Currency::fromInt(2468));
     EXPECT_TRUE(doc().isChanged());
 }
 
 TEST_F(GroupRewrite, ClosingDuringARunLeavesEveryPipeTypeOfTheGroupWhole) {
     MainWindow& f = open();
     recordCaptions();
-    f.elementRadio->SetItemIndex(3);
-    f.digitsRadio->SetItemIndex(0);
-    const Currency digits = doc().options().ElementDigits();
+    f.elementRadio->setItemIndex(3);
+    f.digitsRadio->setItemIndex(0);
+    const Currency digits = doc().options().elementDigits();
     bool closeAsked = false;
     bool closedAtOnce = true;
     bool visibleAtTheEnd = false;
     QObject scope; // ends the connection with the test
     QObject::connect(&f, &QWidget::windowTitleChanged, &scope, [&](const QString& t) {
-        if (closeAsked || !t.startsWith(U("データ更新中:1-1-"))) return;
+        if (closeAsked || !t.startsWith(u("データ更新中:1-1-"))) return;
         closeAsked = true;
         QTimer::singleShot(0, &f, [&] { closedAtOnce = f.close(); });
     });
     // The close is refused while the run goes and taken up after its end.
     dialogs.OnMessage = [&] { visibleAtTheEnd = f.isVisible(); };
-    dialogs.AnswerBox(TD::IdYes);
+    dialogs.answerBox(TD::IdYes);
     f.optionChangeAction->trigger();
     QElapsedTimer waited;
     waited.start();
@@ -398,7 +398,7 @@ TEST_F(GroupRewrite, ClosingDuringARunLeavesEveryPipeTypeOfTheGroupWhole) {
     EXPECT_FALSE(f.isVisible());
     EXPECT_FALSE(f.groupRewrite()->running());
     EXPECT_EQ(messagesWith("終了しました。"), 1);
-    EXPECT_EQ(captions.filter(U("データ更新中:")).size(), GroupRewriteSteps);
+    EXPECT_EQ(captions.filter(u("データ更新中:")).size(), GroupRewriteSteps);
     form.reset();
 
     for (int kan = 1; kan <= GroupPipeTypes; ++kan)
@@ -411,7 +411,7 @@ TEST_F(GroupRewrite, AFailureOnTheWorkerOpensTheFormAgainAndIsShown) {
     MainWindow& f = open();
     recordCaptions();
     const QByteArray goods = rows()[1].goodsBytes;
-    dialogs.AnswerBox(TD::IdYes);
+    dialogs.answerBox(TD::IdYes);
     f.optionChangeAction->trigger();
     f.groupRewrite()->waitForEnd();
 
@@ -419,13 +419,13 @@ TEST_F(GroupRewrite, AFailureOnTheWorkerOpensTheFormAgainAndIsShown) {
     const ScriptedDialogs::Box& failure = dialogs.Boxes()[1];
     // Where the run stopped, and why: pipe types 7 to 20 are as they were.
     EXPECT_TRUE(failure.instruction.startsWith(
-        U("グループの再計算を管種7で中止しました。管種7から後は変更されていません。")))
+        u("グループの再計算を管種7で中止しました。管種7から後は変更されていません。")))
         << failure.instruction.toStdString();
-    EXPECT_TRUE(failure.instruction.endsWith(U("List index out of bounds (59)")));
+    EXPECT_TRUE(failure.instruction.endsWith(u("List index out of bounds (59)")));
     EXPECT_EQ(failure.icon, TD::IconError);
     EXPECT_EQ(failure.buttons, TD::ButtonOk);
     EXPECT_EQ(messagesWith("終了しました。"), 0);
-    EXPECT_EQ(f.windowTitle(), U("データ更新中:1-5-59/"));
+    EXPECT_EQ(f.windowTitle(), u("データ更新中:1-5-59/"));
     EXPECT_FALSE(f.groupRewrite()->running());
     EXPECT_TRUE(f.centralWidget()->isEnabled());
     EXPECT_TRUE(f.menuBar()->isEnabled());
@@ -433,7 +433,7 @@ TEST_F(GroupRewrite, AFailureOnTheWorkerOpensTheFormAgainAndIsShown) {
     // The rows are the current pipe type's, not the broken one's.
     EXPECT_EQ(rows()[1].goodsBytes, goods);
     // The commands work again.
-    dialogs.AnswerBox(TD::IdNo);
+    dialogs.answerBox(TD::IdNo);
     f.optionChangeItem->trigger();
     EXPECT_EQ(dialogs.Boxes().size(), 3u);
 }
@@ -443,7 +443,7 @@ TEST_F(GroupRewrite, ACloseWhileTheFailureIsShownClosesAfterItWithoutHanging) {
     // came then and waited for the worker would wait for ever.
     exec(QStringLiteral("DELETE FROM ex_kanzai WHERE GRP='1' AND KAN='7' AND NO='60';"));
     MainWindow& f = open();
-    dialogs.AnswerBox(TD::IdYes);
+    dialogs.answerBox(TD::IdYes);
     bool closedInBox = true;
     dialogs.OnBox = [&] {
         if (dialogs.Boxes().size() == 2) closedInBox = f.close();
@@ -455,7 +455,7 @@ TEST_F(GroupRewrite, ACloseWhileTheFailureIsShownClosesAfterItWithoutHanging) {
         QTest::qWait(5);
     dialogs.OnBox = nullptr;
     ASSERT_GE(dialogs.Boxes().size(), 2u);
-    EXPECT_TRUE(dialogs.Boxes()[1].instruction.endsWith(U("List index out of bounds (59)")));
+    EXPECT_TRUE(dialogs.Boxes()[1].instruction.endsWith(u("List index out of bounds (59)")));
     EXPECT_FALSE(closedInBox);
     EXPECT_FALSE(f.isVisible());
     EXPECT_FALSE(f.groupRewrite()->running());

@@ -206,7 +206,7 @@ TEST_F(MainFormTest, GroupsAreNamedFromTheMenu) {
     EXPECT_EQ(form.groupNamingItem(10)->objectName(), "groupNamingItem10");
     EXPECT_EQ(form.groupMenu(11), nullptr);
 
-    dialogs.AnswerInput("上水");
+    dialogs.answerInput("上水");
     form.groupNamingItem(2)->trigger();
     EXPECT_EQ(form.groupName(2), "上水");
     EXPECT_EQ(form.groupMenu(2)->menuAction()->text(), "上水");
@@ -215,7 +215,7 @@ TEST_F(MainFormTest, GroupsAreNamedFromTheMenu) {
     EXPECT_EQ(asked.prompt, "グル－プ名を入力してください");
     EXPECT_EQ(asked.initial, "排水");
 
-    dialogs.CancelInput();
+    dialogs.cancelInput();
     form.groupNamingItem(10)->trigger();
     EXPECT_EQ(form.groupName(10), "冷媒");
     EXPECT_TRUE(dialogs.Unanswered().isEmpty());
@@ -272,7 +272,7 @@ TEST_F(MainFormTest, AboutCommandShowsTheVersionDialog) {
     AboutDialog about(dialogs);
     form.setFormDialogs({&about, nullptr, nullptr});
     QWidget* shown = nullptr;
-    WhenModal([&shown](QWidget* w) {
+    whenModal([&shown](QWidget* w) {
         shown = w;
         qobject_cast<AboutDialog*>(w)->closeButton->click();
     });
@@ -286,7 +286,7 @@ TEST_F(MainFormTest, InstallFolderIsShownInAnInfoBox) {
     form.installFolderItem->trigger();
     ASSERT_EQ(dialogs.Boxes().size(), 1u);
     const ScriptedDialogs::Box& box = dialogs.Boxes()[0];
-    EXPECT_EQ(box.title, ApplicationTitle());
+    EXPECT_EQ(box.title, applicationTitle());
     EXPECT_EQ(box.instruction, "確認");
     EXPECT_EQ(box.content,
               "現在のインストールフォルダー\r\n" + QCoreApplication::applicationDirPath());
@@ -309,7 +309,7 @@ TEST_F(MainFormTest, CalculatorStartsWhenOneIsInstalled) {
     file.write("#!/bin/sh\n");
     file.close();
     file.setPermissions(QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
-    dialogs.SetStartResult(false); // a failed start says nothing
+    dialogs.setStartResult(false); // a failed start says nothing
     form.calculatorItem->trigger();
     qputenv("PATH", oldPath);
     ASSERT_EQ(dialogs.Processes().size(), 1u);

@@ -30,7 +30,7 @@ namespace {
 
 // Every column of the 60 rows of a pipe type, read with the library itself.
 QStringList dumpPipeType(const QString& path, int grp, int kan) {
-    return SqliteRows(path,
+    return sqliteRows(path,
                       QStringLiteral("SELECT * FROM ex_kanzai WHERE GRP=%1 AND KAN=%2 ORDER BY NO")
                           .arg(grp)
                           .arg(kan),
@@ -43,8 +43,8 @@ class Safety : public WorkspaceFixture {
 protected:
     bool boxSays(std::size_t i, const char* instruction, const char* content) const {
         const auto& boxes = dialogs.Boxes();
-        return i < boxes.size() && boxes[i].instruction == U(instruction) &&
-               boxes[i].content.contains(U(content));
+        return i < boxes.size() && boxes[i].instruction == u(instruction) &&
+               boxes[i].content.contains(u(content));
     }
 };
 
@@ -57,17 +57,17 @@ TEST_F(Safety, AFailedLoadLeavesTheClickUndone) {
     ASSERT_EQ(b.size(), 60);
     {
         Holder other(db, "EXCLUSIVE");
-        dialogs.AnswerBox(TaskDialog::IdCancel); // do not save, go to pipe type 2
+        dialogs.answerBox(TaskDialog::IdCancel); // do not save, go to pipe type 2
         clickNode(2);
         // The failure is shown, and everything stays with pipe type 1.
         ASSERT_EQ(dialogs.Boxes().size(), 2u);
-        EXPECT_TRUE(dialogs.Boxes()[1].instruction.contains(U("locked")))
+        EXPECT_TRUE(dialogs.Boxes()[1].instruction.contains(u("locked")))
             << dialogs.Boxes()[1].instruction.toStdString();
         EXPECT_EQ(f.currentGroup, 1);
         EXPECT_EQ(f.currentPipeType, 1);
         EXPECT_EQ(f.selectedNode(), f.treeNode(1));
         EXPECT_EQ(doc().savedLines(), saved);
-        EXPECT_EQ(RowLine(rows()[3]), RowLine(edited[3]));
+        EXPECT_EQ(rowLine(rows()[3]), rowLine(edited[3]));
         EXPECT_TRUE(doc().isChanged());
     }
     // The next save writes pipe type 1, and pipe type 2 is untouched.
@@ -81,7 +81,7 @@ TEST_F(Safety, AFailedLoadLeavesTheClickUndone) {
 // A pipe type whose rows end at 29: its load stops half-way, and all 60 rows
 // stay those of the pipe type that was on screen.
 TEST_F(Safety, ALoadThatStopsHalfWayLeavesTheRowsThatWereShown) {
-    ASSERT_EQ(ExecStatement(dialogs, db,
+    ASSERT_EQ(execStatement(dialogs, db,
                             QStringLiteral("DELETE FROM ex_kanzai WHERE CTG='1' AND GRP='1' "
                                            "AND KAN='2' AND NO>='30';")),
               1);
@@ -89,10 +89,10 @@ TEST_F(Safety, ALoadThatStopsHalfWayLeavesTheRowsThatWereShown) {
     const RowTable shown = rows();
     clickNode(2);
     ASSERT_EQ(dialogs.Boxes().size(), 1u);
-    EXPECT_EQ(dialogs.Boxes()[0].instruction, U("List index out of bounds (29)"));
+    EXPECT_EQ(dialogs.Boxes()[0].instruction, u("List index out of bounds (29)"));
     EXPECT_EQ(f.currentPipeType, 1);
     for (int r = 1; r <= RowCount; ++r)
-        EXPECT_EQ(RowLine(rows()[r]), RowLine(shown[r])) << r;
+        EXPECT_EQ(rowLine(rows()[r]), rowLine(shown[r])) << r;
     EXPECT_FALSE(doc().isChanged());
 }
 
@@ -103,7 +103,7 @@ TEST_F(Safety, ASaveAsksBeforeWritingOverAChangeMadeElsewhere) {
     MainWindow& f = open();
     auto otherChanges = [&](const char* gross) {
         const QStringList r =
-            SqliteRows(db,
+            sqliteRows(db,
                        QStringLiteral("UPDATE ex_kanzai SET GROSS='%1' WHERE GRP=1 AND KAN=1 AND "
                                       "NO=2")
                            .arg(QLatin1String(gross)),
@@ -113,7 +113,7 @@ TEST_F(Safety, ASaveAsksBeforeWritingOverAChangeMadeElsewhere) {
     auto asked = [&](std::size_t i) {
         return i < dialogs.Boxes().size() &&
                dialogs.Boxes()[i].instruction ==
-                   U("この管種は読み込んだ後に他で変更されています。") &&
+                   u("この管種は読み込んだ後に他で変更されています。") &&
                dialogs.Boxes()[i].buttons == (TaskDialog::ButtonOverwrite |
                                               TaskDialog::ButtonReload | TaskDialog::ButtonCancel);
     };
@@ -121,56 +121,56 @@ TEST_F(Safety, ASaveAsksBeforeWritingOverAChangeMadeElsewhere) {
     typeFactor(4, 3, "7");
     otherChanges("1111");
     const QStringList theirs = dumpPipeType(db, 1, 1);
-    dialogs.AnswerBox(TaskDialog::IdCancel);
+    dialogs.answerBox(TaskDialog::IdCancel);
     f.saveButton->click();
     ASSERT_EQ(dialogs.Boxes().size(), 1u);
     EXPECT_TRUE(asked(0));
     EXPECT_EQ(dumpPipeType(db, 1, 1), theirs);
-    EXPECT_EQ(rows()[3].factor(1), Currency::FromInt(7));
+    EXPECT_EQ(rows()[3].factor(1), Currency::fromInt(7));
     EXPECT_TRUE(doc().isChanged());
 
     // 上書き保存: the user's rows are written, the other change is gone.
-    dialogs.AnswerBox(TaskDialog::IdOverwrite);
+    dialogs.answerBox(TaskDialog::IdOverwrite);
     f.saveItem->trigger();
     EXPECT_TRUE(asked(1));
     EXPECT_TRUE(boxSays(2, "確認", "保存しました。"));
     EXPECT_EQ(stored(1, 1, 3, "DATA1"), QStringLiteral("7"));
-    EXPECT_EQ(stored(1, 1, 2, "GROSS"), CurrToStr(rows()[2].submittedPrice));
-    EXPECT_NE(rows()[2].submittedPrice, Currency::FromInt(1111));
+    EXPECT_EQ(stored(1, 1, 2, "GROSS"), currToStr(rows()[2].submittedPrice));
+    EXPECT_NE(rows()[2].submittedPrice, Currency::fromInt(1111));
     EXPECT_FALSE(doc().isChanged());
 
     // 読み直す, confirmed: the stored rows are shown and the user's dropped.
     typeFactor(4, 4, "5");
     otherChanges("2222");
     const QStringList before = dumpPipeType(db, 1, 1);
-    dialogs.AnswerBox(TaskDialog::IdReload);
-    dialogs.AnswerBox(TaskDialog::IdYes);
+    dialogs.answerBox(TaskDialog::IdReload);
+    dialogs.answerBox(TaskDialog::IdYes);
     f.saveButton->click();
     EXPECT_TRUE(asked(3));
     EXPECT_TRUE(boxSays(4, "確認", "変更を破棄して読み直しますか?"));
     ASSERT_EQ(dialogs.Boxes().size(), 5u);
     EXPECT_EQ(dumpPipeType(db, 1, 1), before);
-    EXPECT_EQ(rows()[2].submittedPrice, Currency::FromInt(2222));
-    EXPECT_EQ(rows()[4].factor(1), StrToCurr(stored(1, 1, 4, "DATA1")));
+    EXPECT_EQ(rows()[2].submittedPrice, Currency::fromInt(2222));
+    EXPECT_EQ(rows()[4].factor(1), strToCurr(stored(1, 1, 4, "DATA1")));
     EXPECT_FALSE(doc().isChanged());
 
     // The question of a tree click: キャンセル keeps the user on the rows.
     typeFactor(4, 5, "6");
     otherChanges("3333");
-    dialogs.AnswerBox(TaskDialog::IdYes); // save?
-    dialogs.AnswerBox(TaskDialog::IdCancel);
+    dialogs.answerBox(TaskDialog::IdYes); // save?
+    dialogs.answerBox(TaskDialog::IdCancel);
     clickNode(2);
     EXPECT_TRUE(asked(6));
     EXPECT_EQ(f.currentPipeType, 1);
     EXPECT_EQ(f.selectedNode(), f.treeNode(1));
     EXPECT_EQ(stored(1, 1, 2, "GROSS"), QStringLiteral("3333"));
     // At closing, キャンセル keeps the window; 上書き保存 saves and closes.
-    dialogs.AnswerBox(TaskDialog::IdYes);
-    dialogs.AnswerBox(TaskDialog::IdCancel);
+    dialogs.answerBox(TaskDialog::IdYes);
+    dialogs.answerBox(TaskDialog::IdCancel);
     EXPECT_FALSE(f.close());
     EXPECT_TRUE(asked(8));
-    dialogs.AnswerBox(TaskDialog::IdYes);
-    dialogs.AnswerBox(TaskDialog::IdOverwrite);
+    dialogs.answerBox(TaskDialog::IdYes);
+    dialogs.answerBox(TaskDialog::IdOverwrite);
     EXPECT_TRUE(f.close());
     EXPECT_EQ(stored(1, 1, 5, "DATA1"), QStringLiteral("6"));
     EXPECT_EQ(dialogs.Boxes().size(), 11u);
@@ -197,16 +197,16 @@ TEST_F(Safety, SavesUnderALockSayTheyFailedAndLoseNothing) {
     ASSERT_EQ(dialogs.Boxes().size(), 2u);
 
     // The save of the tree click fails: the user stays on the rows.
-    dialogs.AnswerBox(TaskDialog::IdYes);
+    dialogs.answerBox(TaskDialog::IdYes);
     clickNode(3);
     EXPECT_TRUE(boxSays(3, "ERROR", "database is locked"));
     EXPECT_EQ(f.currentPipeType, 1);
     EXPECT_EQ(f.selectedNode(), f.treeNode(1));
-    EXPECT_EQ(rows()[2].factor(2), Currency::FromInt(3));
+    EXPECT_EQ(rows()[2].factor(2), Currency::fromInt(3));
 
     // Closing: the failed save asks what to do; cancel keeps the window.
-    dialogs.AnswerBox(TaskDialog::IdYes);    // save?
-    dialogs.AnswerBox(TaskDialog::IdCancel); // try again, stay, or close?
+    dialogs.answerBox(TaskDialog::IdYes);    // save?
+    dialogs.answerBox(TaskDialog::IdCancel); // try again, stay, or close?
     EXPECT_FALSE(f.close());
     EXPECT_TRUE(f.isVisible());
     ASSERT_EQ(dialogs.Boxes().size(), 7u);
@@ -223,7 +223,7 @@ TEST_F(Safety, SavesUnderALockSayTheyFailedAndLoseNothing) {
 
     // Free again: the close saves and goes.
     other.release();
-    dialogs.AnswerBox(TaskDialog::IdYes);
+    dialogs.answerBox(TaskDialog::IdYes);
     EXPECT_TRUE(f.close());
     EXPECT_EQ(stored(1, 1, 2, "DATA2"), QStringLiteral("3"));
     EXPECT_EQ(dumpPipeType(db, 1, 2), before.mid(60, 60));
@@ -235,11 +235,11 @@ TEST_F(Safety, RetryAtClosingSavesOnceTheFileIsFree) {
     auto other = std::make_unique<Holder>(db, "IMMEDIATE");
     // The other program lets go while the question is up.
     dialogs.OnBox = [&] {
-        if (dialogs.Boxes().back().instruction == U("データを保存できませんでした。"))
+        if (dialogs.Boxes().back().instruction == u("データを保存できませんでした。"))
             other.reset();
     };
-    dialogs.AnswerBox(TaskDialog::IdYes);   // save?
-    dialogs.AnswerBox(TaskDialog::IdRetry); // try again
+    dialogs.answerBox(TaskDialog::IdYes);   // save?
+    dialogs.answerBox(TaskDialog::IdRetry); // try again
     EXPECT_TRUE(f.close());
     dialogs.OnBox = nullptr;
     EXPECT_EQ(stored(1, 1, 4, "DATA3"), QStringLiteral("8"));
@@ -254,7 +254,7 @@ TEST_F(Safety, AStartWhoseLoadFailedNeverWritesItsEmptyRows) {
     MainWindow& f = *form;
     ASSERT_FALSE(dialogs.Boxes().empty()); // the start's failure was shown
     EXPECT_FALSE(f.rowsLoaded);
-    dialogs.ClearRecords();
+    dialogs.clearRecords();
     f.saveButton->click();
     ASSERT_EQ(dialogs.Boxes().size(), 1u);
     EXPECT_TRUE(boxSays(0, "確認", "管種が読み込まれていないため、保存できません。"));
@@ -274,7 +274,7 @@ TEST_F(Safety, AShiftClickThatWasUndoneNamesNothing) {
     MainWindow& f = open();
     typeFactor(4, 2, "5");
     Holder other(db, "IMMEDIATE");
-    dialogs.AnswerBox(TaskDialog::IdYes); // save? It fails.
+    dialogs.answerBox(TaskDialog::IdYes); // save? It fails.
     clickNode(4, Qt::ShiftModifier);
     for (int i = 0; i < 3; ++i)
         QCoreApplication::processEvents();
@@ -286,7 +286,7 @@ TEST_F(Safety, AShiftClickThatWasUndoneNamesNothing) {
 TEST_F(Safety, AFailedGroupNameSaveSaysSoOnce) {
     MainWindow& f = open();
     Holder other(db, "IMMEDIATE");
-    dialogs.AnswerInput(U("上水"));
+    dialogs.answerInput(u("上水"));
     f.groupNamingItem(1)->trigger();
     ASSERT_EQ(dialogs.Boxes().size(), 1u);
     EXPECT_TRUE(boxSays(0, "ERROR", "database is locked"));
@@ -297,50 +297,50 @@ TEST_F(Safety, AnOverflowInShowPipeTypeLeavesTheOptionsWorking) {
     MainWindow& f = open();
     // Prices that no Currency can hold once multiplied.
     for (int r = 1; r <= 14; ++r) {
-        rows()[r].submittedPrice = Currency::FromRaw(INT64_MAX / 4);
-        rows()[r].factor(1) = Currency::FromInt(100000);
+        rows()[r].submittedPrice = Currency::fromRaw(INT64_MAX / 4);
+        rows()[r].factor(1) = Currency::fromInt(100000);
     }
     EXPECT_ANY_THROW(f.showPipeType());
     EXPECT_FALSE(f.refreshing);
     // A name applied with rows that overflow still counts as a change.
     doc().takeSnapshot();
     doc().markSaved();
-    f.goodsBox->SetText(U("新しい管材"));
+    f.goodsBox->setText(u("新しい管材"));
     EXPECT_ANY_THROW(f.applyControls());
     EXPECT_TRUE(doc().isChanged());
     // Sane rows again; an option click recalculates them at once.
     ws().load(1, 1);
     doc().takeSnapshot();
-    rows()[4].factor(2) = Currency::FromInt(2);
-    f.fractionRadio->SetItemIndex(2);
+    rows()[4].factor(2) = Currency::fromInt(2);
+    f.fractionRadio->setItemIndex(2);
     f.fractionRadio->onClicked();
     PipeRow expected = rows()[4];
-    CalcRowWith(expected, doc().options());
-    EXPECT_EQ(doc().options().ElementFraction(), FractionSteps[2]);
+    calcRowWith(expected, doc().options());
+    EXPECT_EQ(doc().options().elementFraction(), FractionSteps[2]);
     EXPECT_EQ(rows()[4].submittedUnitPrice, expected.submittedUnitPrice);
-    EXPECT_EQ(cell1(2, 4), FormatAmount(expected.submittedUnitPrice));
+    EXPECT_EQ(cell1(2, 4), formatAmount(expected.submittedUnitPrice));
 }
 
 TEST_F(Safety, EscapeInAnOpenEditorCommitsEvenWithUndoOn) {
     MainWindow& f = open();
     typeFactor(4, 1, "2");
     ASSERT_TRUE(f.undoAction->isEnabled());
-    ASSERT_TRUE(f.compositeGrid->FocusCell(6, 5, true));
+    ASSERT_TRUE(f.compositeGrid->focusCell(6, 5, true));
     QTest::keyClick(f.compositeGrid, '9');
-    ASSERT_TRUE(f.compositeGrid->EditorMode());
+    ASSERT_TRUE(f.compositeGrid->editorMode());
     const int beeps = dialogs.Beeps();
-    QTest::keyClick(f.compositeGrid->InplaceEditor(), Qt::Key_Escape);
-    EXPECT_FALSE(f.compositeGrid->EditorMode());
+    QTest::keyClick(f.compositeGrid->inplaceEditor(), Qt::Key_Escape);
+    EXPECT_FALSE(f.compositeGrid->editorMode());
     EXPECT_EQ(dialogs.Beeps(), beeps + 1);
-    EXPECT_EQ(rows()[5].factor(3), Currency::FromInt(9));
-    EXPECT_EQ(rows()[1].factor(1), Currency::FromInt(2)); // no undo ran
+    EXPECT_EQ(rows()[5].factor(3), Currency::fromInt(9));
+    EXPECT_EQ(rows()[1].factor(1), Currency::fromInt(2)); // no undo ran
 }
 
 TEST_F(Safety, PlainEnterDoesNotFillDownWhateverTheKeyboardSays) {
     MainWindow& f = open();
     const Currency below = rows()[9].factor(1);
     typeFactor(4, 8, "4");
-    EXPECT_EQ(rows()[8].factor(1), Currency::FromInt(4));
+    EXPECT_EQ(rows()[8].factor(1), Currency::fromInt(4));
     EXPECT_EQ(rows()[9].factor(1), below);
     EXPECT_EQ(f.compositeRow, 9); // a plain Enter moves down
 }
@@ -363,7 +363,7 @@ TEST_F(Safety, KeysInTheTreeLoadWhatTheySelect) {
     EXPECT_EQ(f.selectedNode(), f.treeNode(2));
     EXPECT_EQ(f.currentPipeType, 2);
     ws().load(1, 2);
-    EXPECT_EQ(f.goodsBox->Text(), rows()[1].goods());
+    EXPECT_EQ(f.goodsBox->text(), rows()[1].goods());
     QTest::keyClick(f.tree, Qt::Key_Up);
     QCoreApplication::processEvents();
     EXPECT_EQ(f.currentPipeType, 1);
@@ -386,8 +386,8 @@ TEST_F(Safety, ShiftClickAnswersTheSaveQuestionBeforeTheNamingBox) {
         QCoreApplication::processEvents();
         inputsDuringBox += dialogs.Inputs().size() - before;
     };
-    dialogs.AnswerBox(TaskDialog::IdYes);
-    dialogs.AnswerInput(U("新しい名前"));
+    dialogs.answerBox(TaskDialog::IdYes);
+    dialogs.answerInput(u("新しい名前"));
     clickNode(4, Qt::ShiftModifier);
     for (int i = 0; i < 3; ++i)
         QCoreApplication::processEvents();
@@ -395,13 +395,13 @@ TEST_F(Safety, ShiftClickAnswersTheSaveQuestionBeforeTheNamingBox) {
     EXPECT_EQ(inputsDuringBox, 0u);
     ASSERT_EQ(dialogs.Inputs().size(), 1u);
     EXPECT_EQ(f.currentPipeType, 4);
-    EXPECT_EQ(f.treeNode(4)->text(0), U("新しい名前"));
+    EXPECT_EQ(f.treeNode(4)->text(0), u("新しい名前"));
     EXPECT_EQ(stored(1, 1, 2, "DATA1"), QStringLiteral("5"));
 }
 
 TEST_F(Safety, TheSavedGeometryIsTakenUnchanged) {
-    QDir().mkpath(DataRootPath() + QStringLiteral("/conf"));
-    WriteWindowFile(DataRootPath(), QStringLiteral("qorvale_k"), 30, 20, 1300, 800);
+    QDir().mkpath(dataRootPath() + QStringLiteral("/conf"));
+    writeWindowFile(dataRootPath(), QStringLiteral("qorvale_k"), 30, 20, 1300, 800);
     MainWindow& f = open();
     EXPECT_EQ(f.geometry(), QRect(20, 30, 1300, 800));
     // Small screens: the window may be smaller than the form's sheet, which
@@ -416,35 +416,35 @@ TEST_F(Safety, TheSavedGeometryIsTakenUnchanged) {
 }
 
 TEST_F(Safety, TheTreeShowsWholeNamesInItsHint) {
-    ASSERT_EQ(ExecStatement(dialogs, db,
-                            U("UPDATE ex_kanzai SET GOODS='水道用硬質塩化ﾋﾞﾆﾙﾗｲﾆﾝｸﾞ鋼管(VA) 屋内"
+    ASSERT_EQ(execStatement(dialogs, db,
+                            u("UPDATE ex_kanzai SET GOODS='水道用硬質塩化ﾋﾞﾆﾙﾗｲﾆﾝｸﾞ鋼管(VA) 屋内"
                               "一般配管用の長い名前' WHERE GRP='1' AND KAN='6' AND NO='1';")),
               1);
     MainWindow& f = open();
     const QRect r = f.tree->visualItemRect(f.treeNode(6));
     QHelpEvent help(QEvent::ToolTip, r.center(), f.tree->viewport()->mapToGlobal(r.center()));
     QCoreApplication::sendEvent(f.tree->viewport(), &help);
-    EXPECT_EQ(QToolTip::text(), U("水道用硬質塩化ﾋﾞﾆﾙﾗｲﾆﾝｸﾞ鋼管(VA) 屋内一般配管用の長い名前"));
+    EXPECT_EQ(QToolTip::text(), u("水道用硬質塩化ﾋﾞﾆﾙﾗｲﾆﾝｸﾞ鋼管(VA) 屋内一般配管用の長い名前"));
     QToolTip::hideText();
 }
 
 TEST_F(Safety, TheRateCheckBoxIsAPlainCheckBoxAndTheGridsAreFlat) {
     MainWindow& f = open();
-    EXPECT_EQ(f.useRateCheck->text(), U("単価に掛率を使用"));
+    EXPECT_EQ(f.useRateCheck->text(), u("単価に掛率を使用"));
     f.useRateCheck->SetChecked(false);
     const QWidget* rateControls[] = {f.rateSubmittedEdit, f.rateCostEdit, f.unitDigitsList,
                                      f.unitFractionList};
     for (const QWidget* w : rateControls)
         EXPECT_TRUE(w->isEnabled()) << w->objectName().toStdString();
-    EXPECT_FALSE(f.compositeGrid->Ctl3D());
-    EXPECT_FALSE(f.materialGrid->Ctl3D());
+    EXPECT_FALSE(f.compositeGrid->ctl3D());
+    EXPECT_FALSE(f.materialGrid->ctl3D());
 }
 
 TEST_F(Safety, TheNetworkFileIsReadAsTheFormIsCreated) {
-    QDir().mkpath(DataRootPath() + QStringLiteral("/conf"));
-    ASSERT_TRUE(WriteTextFile(NetworkFilePath(DataRootPath()), {U("[Network_Dir]=//server/共有")}));
+    QDir().mkpath(dataRootPath() + QStringLiteral("/conf"));
+    ASSERT_TRUE(writeTextFile(networkFilePath(dataRootPath()), {u("[Network_Dir]=//server/共有")}));
     MainWindow created{dialogs, QString()}; // not shown: creation alone
-    EXPECT_EQ(created.networkFolder, U("//server/共有"));
+    EXPECT_EQ(created.networkFolder, u("//server/共有"));
 }
 
 } // namespace

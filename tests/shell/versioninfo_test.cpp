@@ -18,7 +18,7 @@ TEST(VersionInfoTest, ShowsTheVersionOfTheBuild) {
     AboutDialog about(dialogs);
     const QString version = QStringLiteral(QORVALE_VERSION);
     EXPECT_EQ(about.windowTitle(), "製品案内");
-    EXPECT_EQ(about.appNameLabel->text(), ApplicationTitle());
+    EXPECT_EQ(about.appNameLabel->text(), applicationTitle());
     EXPECT_EQ(about.versionLabel->text(), "ProductVersion   : " + version);
     EXPECT_EQ(about.companyLabel->text(), "Ostrel");
     EXPECT_EQ(about.copyrightLabel->text(), "Copyright (C) Ostrel");
@@ -47,7 +47,7 @@ TEST(VersionInfoTest, ReadsTheProductVersionOfABlock) {
 TEST(VersionInfoTest, NoBlockLeavesTheDesignTexts) {
     ScriptedDialogs dialogs;
     AboutDialog about(dialogs, VersionBlock{}, nullptr);
-    EXPECT_FALSE(ReadVersionBlock(&about, VersionBlock{}));
+    EXPECT_FALSE(readVersionBlock(&about, VersionBlock{}));
     EXPECT_EQ(about.releaseText(), QString());
     EXPECT_EQ(about.versionLabel->text(), "Version");
     EXPECT_EQ(about.appNameLabel->text(), "Appname");
@@ -56,7 +56,7 @@ TEST(VersionInfoTest, NoBlockLeavesTheDesignTexts) {
 TEST(VersionInfoTest, CloseButtonEndsTheDialog) {
     ScriptedDialogs dialogs;
     AboutDialog about(dialogs);
-    WhenModal([](QWidget* w) { qobject_cast<AboutDialog*>(w)->closeButton->click(); });
+    whenModal([](QWidget* w) { qobject_cast<AboutDialog*>(w)->closeButton->click(); });
     EXPECT_EQ(about.exec(), QDialog::Accepted);
 }
 

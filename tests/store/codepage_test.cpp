@@ -5,77 +5,77 @@
 
 namespace {
 
-QString U(const char* t) {
+QString u(const char* t) {
     return QString::fromUtf8(t);
 }
 
 TEST(CodePage, RoundTripsJapaneseAndAscii) {
-    const QString text = U("配管用炭素鋼鋼管（白）ＳＧＰ 15A ｍ ﾊﾝｶｸ");
-    EXPECT_EQ(FromAnsi(ToAnsi(text)), text);
-    EXPECT_EQ(ToAnsi(U("配")).size(), 2);
-    EXPECT_EQ(ToAnsi(U("ｍ")).size(), 2);
-    EXPECT_EQ(ToAnsi(U("ﾊ")).size(), 1); // half-width kana is one byte
+    const QString text = u("配管用炭素鋼鋼管（白）ＳＧＰ 15A ｍ ﾊﾝｶｸ");
+    EXPECT_EQ(fromAnsi(toAnsi(text)), text);
+    EXPECT_EQ(toAnsi(u("配")).size(), 2);
+    EXPECT_EQ(toAnsi(u("ｍ")).size(), 2);
+    EXPECT_EQ(toAnsi(u("ﾊ")).size(), 1); // half-width kana is one byte
 }
 
 TEST(CodePage, TrailByte5CIsNoBackslash) {
     // "ソ" is 0x83 0x5C: the trail byte must not be read as a separator.
-    const QByteArray b = ToAnsi(U("ソ表"));
+    const QByteArray b = toAnsi(u("ソ表"));
     ASSERT_EQ(b.size(), 4);
     EXPECT_EQ(static_cast<unsigned char>(b[1]), 0x5C);
-    EXPECT_EQ(FromAnsi(b), U("ソ表"));
+    EXPECT_EQ(fromAnsi(b), u("ソ表"));
 }
 
 TEST(CodePage, LookAlikesMapToCodePageCharacters) {
-    EXPECT_EQ(FromAnsi(ToAnsi(U("〜"))), U("～")); // U+301C -> U+FF5E
-    EXPECT_EQ(FromAnsi(ToAnsi(U("−"))), U("－"));  // U+2212 -> U+FF0D
-    EXPECT_EQ(FromAnsi(ToAnsi(U("‖"))), U("∥"));
-    EXPECT_EQ(FromAnsi(ToAnsi(U("—"))), U("―"));
-    EXPECT_EQ(FromAnsi(ToAnsi(U("¢£¬"))), U("￠￡￢"));
-    EXPECT_EQ(ToAnsi(U("〜")), ToAnsi(U("～")));
+    EXPECT_EQ(fromAnsi(toAnsi(u("〜"))), u("～")); // u+301C -> u+FF5E
+    EXPECT_EQ(fromAnsi(toAnsi(u("−"))), u("－"));  // u+2212 -> u+FF0D
+    EXPECT_EQ(fromAnsi(toAnsi(u("‖"))), u("∥"));
+    EXPECT_EQ(fromAnsi(toAnsi(u("—"))), u("―"));
+    EXPECT_EQ(fromAnsi(toAnsi(u("¢£¬"))), u("￠￡￢"));
+    EXPECT_EQ(toAnsi(u("〜")), toAnsi(u("～")));
 }
 
 TEST(CodePage, CharactersOutsideBecomeQuestionMarks) {
-    EXPECT_EQ(ToAnsi(U("a😀b")), QByteArray("a?b"));
-    EXPECT_EQ(ToAnsi(U("한")), QByteArray("?"));
+    EXPECT_EQ(toAnsi(u("a😀b")), QByteArray("a?b"));
+    EXPECT_EQ(toAnsi(u("한")), QByteArray("?"));
 }
 
 TEST(CodePage, CutInsideDoubleByteCharacterNeverFails) {
-    const QString text = U("ab配管");
-    const QByteArray cut = ToAnsiCut(text, 5); // a b 0x94 0x7A 0x8A | 0xC7
+    const QString text = u("ab配管");
+    const QByteArray cut = toAnsiCut(text, 5); // a b 0x94 0x7A 0x8A | 0xC7
     ASSERT_EQ(cut.size(), 5);
-    EXPECT_EQ(FromAnsi(cut), U("ab配"));
-    EXPECT_EQ(FromAnsi(ToAnsiCut(text, 4)), U("ab配"));
-    EXPECT_EQ(FromAnsi(ToAnsiCut(text, 3)), U("ab"));
-    // Field widths: 81 double-byte bytes cut at 80.
+    EXPECT_EQ(fromAnsi(cut), u("ab配"));
+    EXPECT_EQ(fromAnsi(toAnsiCut(text, 4)), u("ab配"));
+    EXPECT_EQ(fromAnsi(toAnsiCut(text, 3)), u("ab"));
+    // field widths: 81 double-byte bytes cut at 80.
     const QString long41 = QString(41, QChar(0x914D)); // 配 x 41 = 82 bytes
-    EXPECT_EQ(ToAnsiCut(long41, 80).size(), 80);
-    EXPECT_EQ(FromAnsi(ToAnsiCut(long41, 80)), QString(40, QChar(0x914D)));
-    EXPECT_EQ(FromAnsi(ToAnsiCut(U("a") + long41, 80)), U("a") + QString(39, QChar(0x914D)));
+    EXPECT_EQ(toAnsiCut(long41, 80).size(), 80);
+    EXPECT_EQ(fromAnsi(toAnsiCut(long41, 80)), QString(40, QChar(0x914D)));
+    EXPECT_EQ(fromAnsi(toAnsiCut(u("a") + long41, 80)), u("a") + QString(39, QChar(0x914D)));
 }
 
 // Found by fuzzing the print hand-off: a field cut inside a character and
 // written with its delimiter, or at the end of a line, must not take the
 // delimiter or the line end with it when the line is read back.
 TEST(CodePage, HalfACharacterInFrontOfADelimiterLeavesTheDelimiter) {
-    const QByteArray size = ToAnsiCut(U("ｱ鋼屋管"), 6); // B1 | 93 E0 | 89 AE | 8A
+    const QByteArray size = toAnsiCut(u("ｱ鋼屋管"), 6); // B1 | 93 E0 | 89 AE | 8A
     ASSERT_EQ(size.size(), 6);
-    ASSERT_TRUE(IsLeadByte(static_cast<unsigned char>(size[5])));
-    EXPECT_EQ(FromAnsi(size + ";m;\r\n" + size + ",1\r\n"), U("ｱ鋼屋;m;\r\nｱ鋼屋,1\r\n"));
+    ASSERT_TRUE(isLeadByte(static_cast<unsigned char>(size[5])));
+    EXPECT_EQ(fromAnsi(size + ";m;\r\n" + size + ",1\r\n"), u("ｱ鋼屋;m;\r\nｱ鋼屋,1\r\n"));
     // A pair the code page does not have is still one character.
-    EXPECT_EQ(FromAnsi(QByteArray("\x85\x40;", 3)), QString(QChar(0xFFFD)) + U(";"));
+    EXPECT_EQ(fromAnsi(QByteArray("\x85\x40;", 3)), QString(QChar(0xFFFD)) + u(";"));
 }
 
 // The edges of the lead byte ranges 81-9F, E0-FC and of the trail byte ranges
 // 40-7E, 80-FC, and the bytes just outside them.
 TEST(CodePage, LeadAndTrailBytesAtTheEdgesOfTheirRanges) {
     for (unsigned char b : {0x81, 0x9F, 0xE0, 0xFC})
-        EXPECT_TRUE(IsLeadByte(b)) << int(b);
+        EXPECT_TRUE(isLeadByte(b)) << int(b);
     for (unsigned char b : {0x80, 0xA0, 0xDF, 0xFD})
-        EXPECT_FALSE(IsLeadByte(b)) << int(b);
+        EXPECT_FALSE(isLeadByte(b)) << int(b);
     for (unsigned char b : {0x40, 0x7E, 0x80, 0xFC})
-        EXPECT_TRUE(IsTrailByte(b)) << int(b);
+        EXPECT_TRUE(isTrailByte(b)) << int(b);
     for (unsigned char b : {0x3F, 0x7F, 0xFD})
-        EXPECT_FALSE(IsTrailByte(b)) << int(b);
+        EXPECT_FALSE(isTrailByte(b)) << int(b);
     const struct {
         const char* bytes;
         const char* text;
@@ -87,7 +87,7 @@ TEST(CodePage, LeadAndTrailBytesAtTheEdgesOfTheirRanges) {
                  {"\x81\x7E", "\u00D7", true},
                  {"\x81\x80", "\u00F7", true},
                  {"\x81\xFC", "\u25EF", true},
-                 // No lead byte: read alone, U+FFFD when the code page lacks it. A lead
+                 // No lead byte: read alone, u+FFFD when the code page lacks it. A lead
                  // byte in front of a byte that can't follow it: dropped.
                  {"\x80\x40", "\uFFFD@", false},
                  {"\xA0\x40", "\uFFFD@", false},
@@ -98,18 +98,18 @@ TEST(CodePage, LeadAndTrailBytesAtTheEdgesOfTheirRanges) {
                  {"\x81\xFD", "\uFFFD", false}};
     for (const auto& c : cases) {
         const QByteArray bytes(c.bytes);
-        EXPECT_EQ(FromAnsi(bytes).toStdString(), c.text) << bytes.toHex().toStdString();
+        EXPECT_EQ(fromAnsi(bytes).toStdString(), c.text) << bytes.toHex().toStdString();
         if (c.pair) {
-            EXPECT_EQ(ToAnsi(FromAnsi(bytes)).toHex(), bytes.toHex());
+            EXPECT_EQ(toAnsi(fromAnsi(bytes)).toHex(), bytes.toHex());
         }
     }
 }
 
 TEST(CodePage, BrokenBytesNeverThrow) {
-    EXPECT_NO_THROW(FromAnsi(QByteArray("\x81", 1)));
-    EXPECT_EQ(FromAnsi(QByteArray("\x81", 1)), QString());
-    EXPECT_EQ(FromAnsi(QByteArray("x\xFF", 2)).size(), 2);
-    EXPECT_EQ(FromAnsi(QByteArray("\x81\x20", 2)).size(), 1);
+    EXPECT_NO_THROW(fromAnsi(QByteArray("\x81", 1)));
+    EXPECT_EQ(fromAnsi(QByteArray("\x81", 1)), QString());
+    EXPECT_EQ(fromAnsi(QByteArray("x\xFF", 2)).size(), 2);
+    EXPECT_EQ(fromAnsi(QByteArray("\x81\x20", 2)).size(), 1);
 }
 
 } // namespace

@@ -1,41 +1,41 @@
-// Field texts: NthField and the escape of result lines.
+// field texts: NthField and the escape of result lines.
 #include "util/fieldtext.h"
 
 #include <gtest/gtest.h>
 
 namespace {
 
-QString U(const char* t) {
+QString u(const char* t) {
     return QString::fromUtf8(t);
 }
 
 TEST(NthField, CountsFromOneAndAddsTrailingSeparator) {
-    const QString s = U("a;b;;d");
-    EXPECT_EQ(NthField(s, 1), "a");
-    EXPECT_EQ(NthField(s, 2), "b");
-    EXPECT_EQ(NthField(s, 3), "");
-    EXPECT_EQ(NthField(s, 4), "d");
-    EXPECT_EQ(NthField(s, 5), "");
-    EXPECT_EQ(NthField(s, 0), "");
-    EXPECT_EQ(NthField(s, -1), "");
-    EXPECT_EQ(NthField(U("x;"), 1), "x");
-    EXPECT_EQ(NthField(U("x;"), 2), "");
-    EXPECT_EQ(NthField(U(""), 1), "");
+    const QString s = u("a;b;;d");
+    EXPECT_EQ(nthField(s, 1), "a");
+    EXPECT_EQ(nthField(s, 2), "b");
+    EXPECT_EQ(nthField(s, 3), "");
+    EXPECT_EQ(nthField(s, 4), "d");
+    EXPECT_EQ(nthField(s, 5), "");
+    EXPECT_EQ(nthField(s, 0), "");
+    EXPECT_EQ(nthField(s, -1), "");
+    EXPECT_EQ(nthField(u("x;"), 1), "x");
+    EXPECT_EQ(nthField(u("x;"), 2), "");
+    EXPECT_EQ(nthField(u(""), 1), "");
 }
 
 TEST(NthField, EscapedValuesRoundTrip) {
-    const QString odd = U("a;b") + QChar(0x1B) + U(":c;;") + QChar(0x1B);
+    const QString odd = u("a;b") + QChar(0x1B) + u(":c;;") + QChar(0x1B);
     const QString line =
-        EscapeField(U("first")) + ";" + EscapeField(odd) + ";" + EscapeField(U("配管's;")) + ";";
-    EXPECT_EQ(NthField(line, 1), "first");
-    EXPECT_EQ(NthField(line, 2), odd);
-    EXPECT_EQ(NthField(line, 3), U("配管's;"));
-    EXPECT_EQ(NthField(line, 4), "");
+        escapeField(u("first")) + ";" + escapeField(odd) + ";" + escapeField(u("配管's;")) + ";";
+    EXPECT_EQ(nthField(line, 1), "first");
+    EXPECT_EQ(nthField(line, 2), odd);
+    EXPECT_EQ(nthField(line, 3), u("配管's;"));
+    EXPECT_EQ(nthField(line, 4), "");
 }
 
 TEST(NthField, WindowsPathsAreUntouched) {
-    const QString launch = U("0;1;0;0;c:\\programData\\ostrel\\database\\;");
-    EXPECT_EQ(NthField(launch, 5), U("c:\\programData\\ostrel\\database\\"));
+    const QString launch = u("0;1;0;0;c:\\programData\\ostrel\\database\\;");
+    EXPECT_EQ(nthField(launch, 5), u("c:\\programData\\ostrel\\database\\"));
 }
 
 } // namespace

@@ -21,7 +21,7 @@ std::string s(const QString& q) {
     return q.toStdString();
 }
 Currency c(const char* text) {
-    return StrToCurr(QString::fromLatin1(text));
+    return strToCurr(QString::fromLatin1(text));
 }
 
 class PipeTypeStore : public ::testing::Test, protected OwnWorkspace {
@@ -29,7 +29,7 @@ protected:
     void SetUp() override {
         ASSERT_TRUE(dir.isValid());
         ws().paths().exDatabase = dir.filePath(QStringLiteral("velmoraMainEX.db3"));
-        CreateSuiteDatabase(ws().paths().exDatabase, false);
+        createSuiteDatabase(ws().paths().exDatabase, false);
     }
     void TearDown() override { EXPECT_TRUE(dialogs.Unanswered().isEmpty()); }
 
@@ -41,16 +41,16 @@ protected:
         try {
             save(grp, kan);
         } catch (const SqliteError& e) {
-            return e.Reason();
+            return e.reason();
         }
         return QString();
     }
     void exec(const QString& sql) {
-        ASSERT_EQ(ExecStatement(dialogs, ws().paths().exDatabase, sql), 1);
+        ASSERT_EQ(execStatement(dialogs, ws().paths().exDatabase, sql), 1);
     }
     QString stored(const char* column, int grp, int kan, int no) {
         SqliteDatabase db(ws().paths().exDatabase);
-        return db.GetTableString(
+        return db.getTableString(
             QStringLiteral("SELECT %1 FROM ex_kanzai WHERE GRP=%2 AND KAN=%3 AND NO=%4")
                 .arg(QLatin1String(column))
                 .arg(grp)
@@ -63,7 +63,7 @@ protected:
 };
 
 TEST(PipeTypeStatements, LoadStatementText) {
-    EXPECT_EQ(s(LoadStatement(3, 7)),
+    EXPECT_EQ(s(loadStatement(3, 7)),
               "SELECT *FROM ex_kanzai where CTG='1' and Grp='3' and KAN='7' order by no;");
 }
 
@@ -76,7 +76,7 @@ TEST(PipeTypeStatements, SaveStatementText) {
     r.costPrice = c("1234.5");
     r.sortOrder = c("5");
     r.key = 60;
-    EXPECT_EQ(s(SaveStatement(r, 3, 7, 1)),
+    EXPECT_EQ(s(saveStatement(r, 3, 7, 1)),
               "UPDATE ex_kanzai SET GOODS='鋼管',KIND='屋内一般',SIZE='15A',YOSAN='0',SORT='0',"
               "CI='ｍ',FLAG='0',NET='1234.5',GROSS='0',TEIKA='0',Data1='0',Data2='0',Data3='0',"
               "Data4='0',Data5='0',Data6='0',Data7='0',CALC1_G='0',CALC2_G='0',CALC3_G='0',"
@@ -88,7 +88,7 @@ TEST(PipeTypeStatements, SaveStatementText) {
     r.submittedAmounts[0] = c("2");
     r.costAmounts[0] = c("-0.25");
     r.otherMethod = -1;
-    const QString sql = SaveStatement(r, 10, 20, 60);
+    const QString sql = saveStatement(r, 10, 20, 60);
     EXPECT_TRUE(sql.startsWith(QStringLiteral("UPDATE ex_kanzai SET GOODS='O''Neil;管',")));
     EXPECT_TRUE(sql.contains(QStringLiteral(",YOSAN='-1',")));
     EXPECT_TRUE(sql.contains(QStringLiteral(",CALC1_G='2',")));
@@ -126,8 +126,8 @@ TEST_F(PipeTypeStore, LoadRules) {
     EXPECT_EQ(rows()[60].key, 60);
     ASSERT_EQ(doc().savedLines().size(), 60);
     EXPECT_TRUE(doc().savedLines()[0].startsWith(QString(80, QLatin1Char('x')) + QLatin1Char(';')));
-    EXPECT_EQ(NthField(doc().savedLines()[14], 9), QStringLiteral("1")); // DATA1 after the default
-    EXPECT_EQ(NthField(doc().savedLines()[59], 4), QStringLiteral("2")); // stored FLAG
+    EXPECT_EQ(nthField(doc().savedLines()[14], 9), QStringLiteral("1")); // DATA1 after the default
+    EXPECT_EQ(nthField(doc().savedLines()[59], 4), QStringLiteral("2")); // stored FLAG
     // So the pipe type counts as changed right after loading.
     doc().takeSnapshot();
     EXPECT_TRUE(doc().isChanged());
@@ -167,7 +167,7 @@ TEST_F(PipeTypeStore, SaveWritesAllRowsAndMarksSaved) {
     EXPECT_EQ(save(4, 5), SaveOutcome::Saved);
     EXPECT_TRUE(dialogs.Boxes().empty());
     EXPECT_TRUE(dialogs.Messages().empty());
-    EXPECT_EQ(dialogs.Clipboard(), SaveStatement(rows()[1], 4, 5, 1));
+    EXPECT_EQ(dialogs.Clipboard(), saveStatement(rows()[1], 4, 5, 1));
     EXPECT_FALSE(doc().isChanged());
     EXPECT_EQ(stored("GOODS", 4, 5, 1), QStringLiteral("配管用炭素鋼鋼管（白）"));
     EXPECT_EQ(stored("SORT", 4, 5, 2), QStringLiteral("0"));
@@ -217,15 +217,15 @@ TEST_F(PipeTypeStore, EveryCodePageCharacterSurvivesByteForByte) {
     for (int b = 0xA1; b <= 0xDF; ++b)
         chars << QByteArray(1, char(b));
     for (int lead = 0x81; lead <= 0xFC; ++lead) {
-        if (!IsLeadByte(static_cast<unsigned char>(lead))) continue;
+        if (!isLeadByte(static_cast<unsigned char>(lead))) continue;
         for (int trail = 0x40; trail <= 0xFC; ++trail) {
             if (trail == 0x7F) continue;
             QByteArray bytes;
             bytes.append(char(lead)).append(char(trail));
-            const QString u = FromAnsi(bytes);
+            const QString u = fromAnsi(bytes);
             // Only the code page's own form of a character: duplicates
             // (NEC/IBM rows) have one canonical code.
-            if (u.size() != 1 || u[0] == QChar(0xFFFD) || ToAnsi(u) != bytes) continue;
+            if (u.size() != 1 || u[0] == QChar(0xFFFD) || toAnsi(u) != bytes) continue;
             chars << bytes;
         }
     }
@@ -254,7 +254,7 @@ TEST_F(PipeTypeStore, EveryCodePageCharacterSurvivesByteForByte) {
 
 // Every column of the 60 rows, read with the library itself.
 QStringList dump(const QString& database, int grp, int kan) {
-    return SqliteRows(database,
+    return sqliteRows(database,
                       QStringLiteral("SELECT * FROM ex_kanzai WHERE GRP=%1 AND KAN=%2 ORDER BY NO")
                           .arg(grp)
                           .arg(kan),
@@ -279,7 +279,7 @@ TEST_F(PipeTypeStore, ASaveLandsWholeOrNotAtAll) {
     {
         // A trigger of another program refuses row 30 alone.
         SqliteDatabase other(ws().paths().exDatabase);
-        other.ExecSQL(QStringLiteral(
+        other.execSql(QStringLiteral(
             "CREATE TRIGGER no30 BEFORE UPDATE ON ex_kanzai WHEN old.GRP=7 AND old.KAN=3 AND "
             "old.NO=30 BEGIN SELECT RAISE(ABORT, 'row 30 is held'); END;"));
     }
@@ -317,7 +317,7 @@ TEST_F(PipeTypeStore, AChangeMadeElsewhereIsNotWrittenOverUnasked) {
 
     // Written over on purpose; from then on our own save is what is stored.
     EXPECT_EQ(save(7, 4, SaveCheck::Overwrite), SaveOutcome::Saved);
-    EXPECT_EQ(stored("GROSS", 7, 4, 5), CurrToStr(rows()[5].submittedPrice));
+    EXPECT_EQ(stored("GROSS", 7, 4, 5), currToStr(rows()[5].submittedPrice));
     EXPECT_EQ(stored("NET", 7, 4, 3), QStringLiteral("111"));
     rows()[3].costPrice = c("112");
     doc().refreshLines();

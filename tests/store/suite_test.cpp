@@ -37,17 +37,17 @@ protected:
         out.clear();
         err.clear();
         QTextStream o(&out), e(&err);
-        return RunVelmoraSuite(args, o, e);
+        return runVelmoraSuite(args, o, e);
     }
     int tool(const QStringList& args) {
         out.clear();
         err.clear();
         QTextStream o(&out), e(&err);
-        return RunQorvaleTool(args, o, e);
+        return runQorvaleTool(args, o, e);
     }
     std::int64_t value(const QString& sql) {
         SqliteDatabase db(dbPath);
-        return db.GetTableValue(sql);
+        return db.getTableValue(sql);
     }
 
     QTemporaryDir dir;
@@ -58,9 +58,9 @@ protected:
 
 TEST_F(SuiteAndTool, InitCreatesTheShapeTheProgramReliesOn) {
     ASSERT_EQ(suite({"init"}), 0) << s(err);
-    for (const QString& sub : DataRootFolders())
+    for (const QString& sub : dataRootFolders())
         EXPECT_TRUE(QFileInfo(root + QLatin1Char('/') + sub).isDir()) << s(sub);
-    for (const QString& f : StyleFiles())
+    for (const QString& f : styleFiles())
         EXPECT_TRUE(QFileInfo(root + QLatin1Char('/') + f).isFile()) << s(f);
     ASSERT_TRUE(QFileInfo(dbPath).isFile());
     EXPECT_TRUE(out.contains(dbPath.section(QLatin1Char('/'), -1))) << s(out);
@@ -76,7 +76,7 @@ TEST_F(SuiteAndTool, InitCreatesTheShapeTheProgramReliesOn) {
     EXPECT_EQ(value(QStringLiteral("SELECT count(*) FROM exconf")), 0);
     // The store gives the rows of a group in the order of KAN.
     const QStringList kans =
-        QueryToLines(dbPath,
+        queryToLines(dbPath,
                      QStringLiteral("SELECT KAN FROM ex_kanzai where CTG='1' and GRP='4' and "
                                     "no='1';"))
             .lines;
@@ -85,7 +85,7 @@ TEST_F(SuiteAndTool, InitCreatesTheShapeTheProgramReliesOn) {
         EXPECT_EQ(kans[i], QStringLiteral("%1;").arg(i + 1));
 
     // Never overwritten unless told to.
-    ASSERT_EQ(ExecStatement(dialogs, dbPath,
+    ASSERT_EQ(execStatement(dialogs, dbPath,
                             QStringLiteral("UPDATE ex_kanzai SET GOODS='mine' WHERE "
                                            "GRP=1 AND KAN=1 AND NO=1")),
               1);
@@ -153,7 +153,7 @@ TEST_F(SuiteAndTool, ToolShowsAndRecalculates) {
     }
 
     // A changed base labour cost is taken up by the recalculation of the group.
-    ASSERT_EQ(ExecStatement(dialogs, dbPath,
+    ASSERT_EQ(execStatement(dialogs, dbPath,
                             QStringLiteral("UPDATE ex_kanzai SET DATA5='30000' WHERE "
                                            "GRP=1 AND NO=60")),
               1);
@@ -192,15 +192,15 @@ TEST_F(SuiteAndTool, ToolRefusesBadArgumentsAndABusyDatabase) {
 
     ASSERT_EQ(suite({"init", "--demo"}), 0) << s(err);
     SqliteDatabase other(dbPath);
-    other.ExecSQL(QStringLiteral("BEGIN IMMEDIATE"));
-    other.ExecSQL(QStringLiteral("UPDATE ex_kanzai SET DATA5='1' WHERE NO=60"));
+    other.execSql(QStringLiteral("BEGIN IMMEDIATE"));
+    other.execSql(QStringLiteral("UPDATE ex_kanzai SET DATA5='1' WHERE NO=60"));
     EXPECT_EQ(tool({"recalc", "--group", "1"}), 1);
     EXPECT_TRUE(err.contains(QStringLiteral("busy"))) << s(err);
-    other.ExecSQL(QStringLiteral("ROLLBACK"));
-    other.ExecSQL(QStringLiteral("BEGIN EXCLUSIVE"));
+    other.execSql(QStringLiteral("ROLLBACK"));
+    other.execSql(QStringLiteral("BEGIN EXCLUSIVE"));
     EXPECT_EQ(tool({"show", "--group", "1", "--kan", "1"}), 1);
     EXPECT_TRUE(err.contains(QStringLiteral("locked"))) << s(err);
-    other.ExecSQL(QStringLiteral("ROLLBACK"));
+    other.execSql(QStringLiteral("ROLLBACK"));
     EXPECT_EQ(tool({"show", "--group", "1", "--kan", "1"}), 0);
 }
 

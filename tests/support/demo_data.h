@@ -21,8 +21,8 @@ protected:
         qputenv("QORVALE_COMMON_DATA", dir.path().toLocal8Bit());
         QString out, err;
         QTextStream o(&out), e(&err);
-        ASSERT_EQ(RunVelmoraSuite({QStringLiteral("init"), QStringLiteral("--demo")}, o, e), 0);
-        root = DataRootPath();
+        ASSERT_EQ(runVelmoraSuite({QStringLiteral("init"), QStringLiteral("--demo")}, o, e), 0);
+        root = dataRootPath();
         ws().paths() = DataPaths::fromLaunchString(QString());
         ws().paths().nameDatabaseFiles();
     }

@@ -11,7 +11,7 @@
 
 // Calls act with the modal widget as soon as one is up; gives up after about
 // five seconds so that a test that opens nothing does not hang.
-inline void WhenModal(std::function<void(QWidget*)> act) {
+inline void whenModal(std::function<void(QWidget*)> act) {
     auto* timer = new QTimer;
     auto tries = std::make_shared<int>(0);
     QObject::connect(timer, &QTimer::timeout, [timer, tries, act] {

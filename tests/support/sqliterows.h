@@ -6,7 +6,7 @@
 
 #include <sqlite3.h>
 
-inline QStringList SqliteRows(const QString& path, const QString& sql, int openFlags) {
+inline QStringList sqliteRows(const QString& path, const QString& sql, int openFlags) {
     QStringList rows;
     sqlite3* db = nullptr;
     if (sqlite3_open_v2(path.toUtf8().constData(), &db, openFlags, nullptr) != SQLITE_OK) {

@@ -11,7 +11,7 @@
 #include <QStringList>
 
 inline QStringList StoredPrices(const QString& path, int grp, int kan) {
-    const QueryResult rows = QueryToLines(
+    const QueryResult rows = queryToLines(
         path, QStringLiteral("SELECT NO,GROSS,NET,CALC1_G,CALC2_G,CALC3_G,CALC4_G,CALC5_G,"
                              "CALC6_G,CALC7_G,CALC1_N,CALC2_N,CALC3_N,CALC4_N,CALC5_N,"
                              "CALC6_N,CALC7_N,NTANKA,GTANKA,FTANKA FROM ex_kanzai WHERE "
@@ -22,7 +22,7 @@ inline QStringList StoredPrices(const QString& path, int grp, int kan) {
     for (const QString& line : rows.lines) {
         QStringList fields;
         for (int f = 1; f <= 20; ++f)
-            fields << CurrToStr(StrToCurrDef(NthField(line, f), Currency::FromInt(-999999)));
+            fields << currToStr(strToCurrDef(nthField(line, f), Currency::fromInt(-999999)));
         out << fields.join(QLatin1Char(' '));
     }
     return out;
@@ -30,25 +30,25 @@ inline QStringList StoredPrices(const QString& path, int grp, int kan) {
 
 // The computed columns as the engine computes them from the stored figures
 // and options of the pipe type, in the lines of StoredPrices.
-inline QStringList ComputedPrices(const QString& path, int grp, int kan) {
+inline QStringList computedPrices(const QString& path, int grp, int kan) {
     RowTable rows;
     {
         SqliteDatabase db(path);
-        LoadPipeTypeIn(db, grp, kan, rows);
+        loadPipeTypeIn(db, grp, kan, rows);
     }
     QStringList out;
     for (int n = 1; n < OptionRow; ++n) {
         PipeRow row = rows[n];
         PipeRow options = rows[OptionRow];
-        CalcRowWith(row, PipeTypeOptions(options));
-        QStringList fields{QString::number(n), CurrToStr(row.submittedPrice),
-                           CurrToStr(row.costPrice)};
+        calcRowWith(row, PipeTypeOptions(options));
+        QStringList fields{QString::number(n), currToStr(row.submittedPrice),
+                           currToStr(row.costPrice)};
         for (Currency v : row.submittedAmounts)
-            fields << CurrToStr(v);
+            fields << currToStr(v);
         for (Currency v : row.costAmounts)
-            fields << CurrToStr(v);
-        fields << CurrToStr(row.costUnitPrice) << CurrToStr(row.submittedUnitPrice)
-               << CurrToStr(row.adoptedUnitPrice);
+            fields << currToStr(v);
+        fields << currToStr(row.costUnitPrice) << currToStr(row.submittedUnitPrice)
+               << currToStr(row.adoptedUnitPrice);
         out << fields.join(QLatin1Char(' '));
     }
     return out;

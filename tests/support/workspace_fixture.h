@@ -20,7 +20,7 @@
 
 #include <memory>
 
-inline QString U(const char* t) {
+inline QString u(const char* t) {
     return QString::fromUtf8(t);
 }
 
@@ -31,10 +31,10 @@ protected:
         qputenv("QORVALE_COMMON_DATA", dir.path().toUtf8());
         QString out, err;
         QTextStream o(&out), e(&err);
-        ASSERT_EQ(RunVelmoraSuite({QStringLiteral("init"), QStringLiteral("--demo")}, o, e), 0)
+        ASSERT_EQ(runVelmoraSuite({QStringLiteral("init"), QStringLiteral("--demo")}, o, e), 0)
             << err.toStdString();
-        db = ExDatabasePathIn(DatabaseFolderFrom(QString()));
-        dataRoot = DataRootPath();
+        db = exDatabasePathIn(databaseFolderFrom(QString()));
+        dataRoot = dataRootPath();
     }
     void TearDown() override {
         form.reset();
@@ -61,8 +61,8 @@ protected:
         form.reset();
     }
 
-    QString cell1(int c, int r) const { return form->compositeGrid->Cells(c, r); }
-    QString cell2(int c, int r) const { return form->materialGrid->Cells(c, r); }
+    QString cell1(int c, int r) const { return form->compositeGrid->cells(c, r); }
+    QString cell2(int c, int r) const { return form->materialGrid->cells(c, r); }
 
     // A click of the person on a node: the press selects it, the release
     // clicks it.
@@ -77,19 +77,19 @@ protected:
     // A figure typed into a cell of the factor grid and Enter: the pipe type
     // counts as changed.
     void typeFactor(int col, int line, const char* text) {
-        ASSERT_TRUE(form->compositeGrid->FocusCell(col, line, true));
+        ASSERT_TRUE(form->compositeGrid->focusCell(col, line, true));
         for (const char* p = text; *p; ++p)
-            QTest::keyClick(form->compositeGrid->EditorMode()
-                                ? static_cast<QWidget*>(form->compositeGrid->InplaceEditor())
+            QTest::keyClick(form->compositeGrid->editorMode()
+                                ? static_cast<QWidget*>(form->compositeGrid->inplaceEditor())
                                 : form->compositeGrid,
                             *p);
-        QTest::keyClick(form->compositeGrid->InplaceEditor(), Qt::Key_Return);
+        QTest::keyClick(form->compositeGrid->inplaceEditor(), Qt::Key_Return);
     }
 
     // The stored value of a column of one row.
     QString stored(int grp, int kan, int no, const char* column) {
         const QStringList lines =
-            QueryToLines(db,
+            queryToLines(db,
                          QStringLiteral("SELECT %1 FROM ex_kanzai where CTG='1' and GRP='%2' and "
                                         "KAN='%3' and NO='%4';")
                              .arg(QString::fromLatin1(column))
@@ -97,7 +97,7 @@ protected:
                              .arg(kan)
                              .arg(no))
                 .lines;
-        return lines.isEmpty() ? QString() : NthField(lines[0], 1);
+        return lines.isEmpty() ? QString() : nthField(lines[0], 1);
     }
 
     QTemporaryDir dir;
