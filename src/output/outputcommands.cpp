@@ -114,7 +114,7 @@ void OutputCommands::printPipeType() {
     h.dataRoot = m_window.workspace().paths().dataRoot;
     h.styleIndex = m_window.printStyleRadio->itemIndex();
     h.iconPath = applicationIconPath();
-    h.date = printDate();
+    h.date = m_printDate.isValid() ? m_printDate : QDate::currentDate();
     // The rows as they stand: no snapshot, no save, no recalculation. A
     // failed write raises and stops here, before the program is started.
     writePrintHandOff(h, m_window.document().rows(), sheetTexts());

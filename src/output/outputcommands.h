@@ -3,6 +3,7 @@
 // screen as a CSV file or clipboard text, the saved group as a workbook) and
 // "印  刷" (the hand-off files and the start of the print program).
 
+#include <QDate>
 #include <QObject>
 
 class Dialogs;
@@ -26,6 +27,9 @@ public:
     // "印  刷": writes the three hand-off files under the data root's
     // printdata and starts the print program without waiting.
     void printPipeType();
+    // The date the printed page carries: today, unless a fixed date is set
+    // (an invalid date goes back to today).
+    void setPrintDate(const QDate& fixed) { m_printDate = fixed; }
 
 private:
     // The tab captions and status panels 0 to 2 of the window.
@@ -36,4 +40,5 @@ private:
 
     MainWindow& m_window;
     Dialogs& m_dialogs;
+    QDate m_printDate;
 };

@@ -66,8 +66,6 @@ QByteArray line(const char* key, const QByteArray& value) {
     return QByteArray(key) + value + LineEnd;
 }
 
-QDate fixedPrintDate;
-
 } // namespace
 
 QByteArray printConfText(const QString& stylePath, const QString& iconPath, bool refrigerant) {
@@ -95,14 +93,6 @@ QByteArray printHeaderText(const QDate& date, const RowTable& rows) {
     t += line("[th]=", rows[4].goodsBytes + rows[5].goodsBytes);
     t += line("[ti]=", currToStr(rows[OptionRow].factor(5)).toLatin1());
     return t;
-}
-
-QDate printDate() {
-    return fixedPrintDate.isValid() ? fixedPrintDate : QDate::currentDate();
-}
-
-void setPrintDate(const QDate& fixed) {
-    fixedPrintDate = fixed;
 }
 
 void writePrintHandOff(const PrintHandOff& h, const RowTable& rows, const ExportSheet& sheet) {

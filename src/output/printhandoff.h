@@ -50,11 +50,6 @@ QByteArray printConfText(const QString& stylePath, const QString& iconPath, bool
 // rows 4 and 5, factor 5 of row 60), code page 932, each ended by CR LF.
 QByteArray printHeaderText(const QDate& date, const RowTable& rows);
 
-// The date the header is written with: today, unless a fixed date was set
-// (an invalid date goes back to today).
-QDate printDate();
-void setPrintDate(const QDate& fixed);
-
 // Everything the hand-off writes, in order.
 struct PrintHandOff {
     QString dataRoot;

@@ -191,7 +191,7 @@ int runPrintTool(const QStringList& args, QTextStream& out, QTextStream& err) {
         h.dataRoot = paths.dataRoot;
         h.styleIndex = style;
         h.iconPath = applicationIconPath();
-        h.date = printDate();
+        h.date = QDate::currentDate();
         writePrintHandOff(h, doc.rows(), sheetOfRows(doc.rows()));
         const PrintJob job = readPrintJob(paths.dataRoot);
         QString reason;

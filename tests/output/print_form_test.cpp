@@ -1,5 +1,6 @@
 // "印  刷" on the main window: the three hand-off files, the start of the
 // print program through the dialog interface, and its failures.
+#include "output/outputcommands.h"
 #include "output/printhandoff.h"
 #include "shell/formwidgets.h"
 #include "support/workspace_fixture.h"
@@ -20,13 +21,11 @@ QByteArray readAll(const QString& path) {
 
 class PrintCommand : public WorkspaceFixture {
 protected:
-    void SetUp() override {
-        WorkspaceFixture::SetUp();
-        setPrintDate(QDate(1989, 1, 7));
-    }
-    void TearDown() override {
-        setPrintDate(QDate());
-        WorkspaceFixture::TearDown();
+    // The window, its printed page dated 1989-01-07.
+    MainWindow& open() {
+        MainWindow& f = WorkspaceFixture::open();
+        f.outputs()->setPrintDate(QDate(1989, 1, 7));
+        return f;
     }
 };
 

@@ -70,13 +70,6 @@ TEST(PrintConfTest, SixLinesByModeAndStyle) {
     EXPECT_EQ(printProgramArguments(u("/d/velmora_main")), QStringList{u("/d/velmora_main;")});
 }
 
-TEST(PrintDateTest, FixedDateAndBackToToday) {
-    setPrintDate(QDate(1989, 1, 7));
-    EXPECT_EQ(printDate(), QDate(1989, 1, 7));
-    setPrintDate(QDate());
-    EXPECT_EQ(printDate(), QDate::currentDate());
-}
-
 // A data folder made by the suite stand-in, with its demo database.
 class PrintHandOffFiles : public DemoDataFolder {
 protected:
