@@ -1,44 +1,31 @@
-// The grid's per-cell lookup as painting uses it, on a grid styled like the
-// price sheet (one range entry and an entry for nearly every other cell),
-// and the number box's formatting of a value.
+// The roles a table view asks of the sheet's grid model for every cell as
+// it paints, and the number box's formatting of a value.
 #include "controls/numbereditcore.h"
-#include "controls/strcgridmodel.h"
+#include "controls/pricegridmodel.h"
 
 #include <benchmark/benchmark.h>
 
 namespace {
 
-void styleLikeTheSheet(PriceGridModel& g) {
-    g.setColCount(11);
-    g.setRowCount(15);
-    SCGCellParam* range = g.cellParams().add();
-    range->setColMax(2);
-    range->setRowMax(14);
-    range->setCol(1);
-    range->setRow(1);
-    range->setRangeEnabled(true);
+void BM_GridRolesAllCells(benchmark::State& state) {
+    PriceGridModel g(11, 14, 4);
     for (int r = 0; r <= 14; ++r)
         for (int c = 0; c < 11; ++c) {
-            g.setCellFontColors(c, r, clBlack);
-            g.setCellFontWidths(c, r, 1);
-            g.setCellAlignments(c, r, taRightJustify);
-            g.setCellColors(c, r, clWhite);
+            g.setText(c, r, QString::number(r * 100 + c));
+            g.setAlignment(c, r, Qt::AlignRight);
         }
-}
-
-void BM_GridLookupAllCells(benchmark::State& state) {
-    PriceGridModel g;
-    styleLikeTheSheet(g);
+    const int roles[] = {Qt::DisplayRole, Qt::BackgroundRole, Qt::ForegroundRole,
+                         Qt::TextAlignmentRole};
     for (auto _ : state) {
-        int found = 0;
-        for (int r = 0; r < 15; ++r)
+        int filled = 0;
+        for (int r = 0; r < 14; ++r)
             for (int c = 0; c < 11; ++c)
-                found += g.findCellParam(c, r) != nullptr;
-        benchmark::DoNotOptimize(found);
+                for (int role : roles)
+                    filled += g.data(g.index(r, c), role).isValid();
+        benchmark::DoNotOptimize(filled);
     }
-    state.counters["entries"] = g.cellParams().count();
 }
-BENCHMARK(BM_GridLookupAllCells);
+BENCHMARK(BM_GridRolesAllCells);
 
 void BM_NumberBoxValueWrite(benchmark::State& state) {
     NumberEditCore box;

@@ -19,7 +19,8 @@
 
 #include "controls/boxlabl.h"
 #include "controls/controlerrors.h"
-#include "controls/stringgridmodel.h"
+#include "controls/controlobject.h"
+#include "controls/graphics.h"
 
 #include <QImage>
 #include <QWidget>

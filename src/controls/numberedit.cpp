@@ -1,6 +1,5 @@
 #include "controls/numberedit.h"
 
-#include "controls/vkeys.h"
 
 #include <QApplication>
 #include <QClipboard>
@@ -109,7 +108,6 @@ void NumberEdit::keyPressEvent(QKeyEvent* event) {
         QLineEdit::keyPressEvent(event);
         return;
     }
-    int vk = virtualKeyOf(event);
     // The character the key types, as the desktop's character message has it.
     QChar ch;
     switch (event->key()) {
@@ -130,7 +128,10 @@ void NumberEdit::keyPressEvent(QKeyEvent* event) {
     if (navigation) {
         // Keys without a character: caret movement, delete, arrows.
         QLineEdit::keyPressEvent(event);
-        guarded(OnFailure, [&] { keyDown(vk, shiftStateOf(event->modifiers())); });
+        const ArrowKeyDirection direction = event->key() == Qt::Key_Up     ? adUp
+                                            : event->key() == Qt::Key_Down ? adDown
+                                                                           : adNone;
+        guarded(OnFailure, [&] { arrowKey(direction); });
         return;
     }
     FCtrlFromEvent = event->modifiers().testFlag(Qt::ControlModifier);

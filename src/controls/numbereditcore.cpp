@@ -494,13 +494,8 @@ void NumberEditCore::doExit() {
     FChangeSave = false;
 }
 
-void NumberEditCore::keyDown(int& key, ShiftState shift) {
-    Q_UNUSED(shift);
-    if (!FAllowKeys) return;
-    if (key == 38)
-        stepByArrow(adUp);
-    else if (key == 40)
-        stepByArrow(adDown);
+void NumberEditCore::arrowKey(ArrowKeyDirection direction) {
+    if (FAllowKeys && direction != adNone) stepByArrow(direction);
 }
 
 void NumberEditCore::stepByArrow(ArrowKeyDirection Direction) {

@@ -12,7 +12,8 @@
 // Locale: "." is the decimal separator and "," the thousands separator.
 // Text that passes the filter but does not convert raises ConvertError.
 
-#include "controls/stringgridmodel.h"
+#include "controls/controlobject.h"
+#include "controls/graphics.h"
 #include "engine/currency.h"
 
 #include <QString>
@@ -123,8 +124,8 @@ public:
     void change();
     void doEnter();
     void doExit();
-    // Key codes as the desktop uses them: 38 up, 40 down.
-    void keyDown(int& key, ShiftState shift);
+    // The up and down arrow keys step the value (with allowKeys).
+    void arrowKey(ArrowKeyDirection direction);
     bool isValidChar(QChar key) const;
     // Steps 1-3 of a typed character: the filter and the sign keys. Returns
     // the character that goes on into the box, or QChar(0) when dropped.

@@ -1,6 +1,6 @@
 #include "output/outputcommands.h"
 
-#include "controls/strcgrid.h"
+#include "controls/pricegrid.h"
 #include "output/exceloptionsdialog.h"
 #include "output/excelstream.h"
 #include "output/excelworkbook.h"
@@ -47,14 +47,14 @@ ExportSheet OutputCommands::sheetTexts() const {
 }
 
 void OutputCommands::showSubmittedSide(int row) {
-    m_window.materialGrid->setSelection(TGridRect{1, row, 1, row});
+    m_window.materialGrid->selectCells(QRect(1, row, 1, 1));
 }
 
 void OutputCommands::exportRows(int mode) {
     const auto dialog = std::make_unique<ExcelOptionsDialog>(&m_window);
     int result = ExcelOptionsDialog::ResultCancel;
     if (mode != ExportPrint) result = dialog->exec();
-    showSubmittedSide(m_window.materialGrid->selection().Top);
+    showSubmittedSide(m_window.materialGrid->selectedCells().top());
     if (mode != ExportPrint && result == ExcelOptionsDialog::ResultCancel) return;
 
     ExportOptions options;

@@ -1,13 +1,14 @@
 // The main form: figures typed into the sheet, and the size presets.
 #include "shell/mainwindow.h"
 
-#include "controls/strcgrid.h"
+#include "controls/pricegrid.h"
 #include "engine/calcrow.h"
 #include "platform/dialogs.h"
 #include "sheet/sheettexts.h"
 #include "sheet/sizedialog.h"
 #include "shell/formwidgets.h"
 
+#include <QKeyEvent>
 #include <QTabBar>
 
 namespace {
@@ -31,27 +32,24 @@ Currency* priceField(PipeRow& row, int col) {
     }
 }
 
-constexpr int VkEnter = 13;
+bool isEnter(const QKeyEvent& key) {
+    return key.key() == Qt::Key_Return || key.key() == Qt::Key_Enter;
+}
 
 } // namespace
 
 // ---- Remembered cells -------------------------------------------------------------
 
-void MainWindow::selectCompositeCell(int col, int row, bool&) {
+void MainWindow::selectCompositeCell(int col, int row) {
     compositeCol = col;
     compositeRow = row;
 }
 
-void MainWindow::selectMaterialCell(int col, int row, bool&) {
+void MainWindow::selectMaterialCell(int col, int row) {
     materialCol = col;
     materialRow = row;
     // With the rate on the list price, only the list price is typed.
-    GridOptions options = materialGrid->Options();
-    if (useRateCheck->checked() && col < 3)
-        options -= goEditing;
-    else
-        options += goEditing;
-    materialGrid->setOptions(options);
+    materialGrid->setEditable(!(useRateCheck->checked() && col < 3));
 }
 
 void MainWindow::setMaterialEditText(int col, int row, const QString&) {
@@ -60,23 +58,17 @@ void MainWindow::setMaterialEditText(int col, int row, const QString&) {
 }
 
 void MainWindow::updateCompositeEditing() {
-    GridOptions options = compositeGrid->Options();
-    if (resultsSwitch->isOn()) {
-        compositeGrid->setEditorMode(false);
-        options -= goEditing;
-    } else {
-        options += goEditing;
-    }
-    compositeGrid->setOptions(options);
+    if (resultsSwitch->isOn()) compositeGrid->setEditorMode(false);
+    compositeGrid->setEditable(!resultsSwitch->isOn());
 }
 
 // ---- The key filter -----------------------------------------------------------------
 
-bool MainWindow::gridKeyCommits(PriceGrid* grid, int key) {
+bool MainWindow::gridKeyCommits(PriceGrid* grid, const QKeyEvent& key) {
     const bool editorOpen = grid->editorMode();
-    const KeyAction action = gridKeyAction(key, editorOpen);
+    const KeyAction action = gridKeyAction(key.key(), key.modifiers(), editorOpen);
     if (action == KeyAction::MoveOnly) return false;
-    if (editorOpen && key == VkEnter) grid->setEditorMode(false);
+    if (editorOpen && isEnter(key)) grid->setEditorMode(false);
     switch (action) {
     case KeyAction::PassToCell:
         return false;
@@ -90,25 +82,28 @@ bool MainWindow::gridKeyCommits(PriceGrid* grid, int key) {
     }
 }
 
-void MainWindow::compositeKeyDown(int& key, unsigned shift) {
+void MainWindow::compositeKeyDown(const QKeyEvent& key) {
     if (resultsSwitch->isOn()) {
         // The columns show results: no key turns them into factors.
-        const KeyAction action = gridKeyAction(key, compositeGrid->editorMode());
-        const bool modifier = key == 16 || key == 17 || key == 18;
+        const KeyAction action =
+            gridKeyAction(key.key(), key.modifiers(), compositeGrid->editorMode());
+        const bool modifier = key.key() == Qt::Key_Shift || key.key() == Qt::Key_Control ||
+                              key.key() == Qt::Key_Alt;
         if (action != KeyAction::MoveOnly && !modifier) dialogs_.beep();
         return;
     }
     // The fill-down follows the Shift state that came with this key.
-    if (gridKeyCommits(compositeGrid, key)) commitCompositeCell(key, (shift & ssShift) != 0);
+    if (gridKeyCommits(compositeGrid, key))
+        commitCompositeCell(isEnter(key), key.modifiers().testFlag(Qt::ShiftModifier));
 }
 
-void MainWindow::materialKeyDown(int& key, unsigned) {
-    if (gridKeyCommits(materialGrid, key)) commitMaterialCell(key);
+void MainWindow::materialKeyDown(const QKeyEvent& key) {
+    if (gridKeyCommits(materialGrid, key)) commitMaterialCell(isEnter(key));
 }
 
 // ---- Commits ------------------------------------------------------------------------
 
-void MainWindow::commitCompositeCell(int key, bool shiftDown) {
+void MainWindow::commitCompositeCell(bool enter, bool shiftDown) {
     const int c = compositeCol, g = compositeRow;
     const int base = tabBase();
     if (modeRadio->itemIndex() == 1 && c == 9) {
@@ -117,12 +112,12 @@ void MainWindow::commitCompositeCell(int key, bool shiftDown) {
         showGridRow(base + g);
         return;
     }
-    const Currency v = strToCurrDef(compositeGrid->cells(c, g), Currency{});
+    const Currency v = strToCurrDef(compositeGrid->text(c, g), Currency{});
     document().takeSnapshot();
     if (shiftDown) {
         for (int h = g; h <= SheetLines; ++h) {
             const int r = base + h;
-            if (!compositeGrid->cells(0, h).isEmpty())
+            if (!compositeGrid->text(0, h).isEmpty())
                 if (Currency* field = factorField(rows()[r], c)) *field = v;
             document().calculateRow(r);
             showGridRow(r);
@@ -134,19 +129,19 @@ void MainWindow::commitCompositeCell(int key, bool shiftDown) {
         document().calculateRow(r);
         showGridRow(r);
         showPriceCells(r);
-        if (key == VkEnter) {
+        if (enter) {
             compositeRow = g >= compositeGrid->rowCount() - 1 ? 1 : g + 1;
-            compositeGrid->setSelection(gridRect(c, compositeRow, c, compositeRow));
+            compositeGrid->selectCells(QRect(c, compositeRow, 1, 1));
             markRow(compositeRow);
         }
     }
     document().refreshLines();
 }
 
-void MainWindow::commitMaterialCell(int key) {
+void MainWindow::commitMaterialCell(bool enter) {
     const int c = materialCol, g = materialRow;
     document().takeSnapshot();
-    QString text = materialGrid->cells(c, g);
+    QString text = materialGrid->text(c, g);
     Currency v;
     if (!text.isEmpty()) v = strToCurr(text.remove(QLatin1Char(','))); // raises on no number
     for (int r : {g, g + 15, g + 30, g + 45})
@@ -156,10 +151,9 @@ void MainWindow::commitMaterialCell(int key) {
     if (row >= 1 && row < OptionRow) document().calculateRow(row);
     showGridRow(row);
     showPriceCells(g);
-    if (key == VkEnter) {
+    if (enter) {
         materialRow = g >= materialGrid->rowCount() - 1 ? 1 : g + 1;
-        materialGrid->setSelection(gridRect(c, materialRow, c, materialRow));
-        materialGrid->Repaint();
+        materialGrid->selectCells(QRect(c, materialRow, 1, 1));
     }
 }
 
@@ -182,14 +176,14 @@ void MainWindow::setSizes() {
     for (int i = 1; i <= n; ++i) {
         for (int r : {i, i + 15, i + 30, i + 45})
             rows()[r].sizeBytes.clear();
-        compositeGrid->setCells(0, i, QString());
-        materialGrid->setCells(0, i, QString());
+        compositeGrid->setText(0, i, QString());
+        materialGrid->setText(0, i, QString());
     }
     const QStringList memo = dialog->lines();
     for (int i = 1; i <= n && i <= int(memo.size()); ++i) {
         for (int r : {i, i + 15, i + 30, i + 45})
             rows()[r].setSize(memo[i - 1]);
-        compositeGrid->setCells(0, i, rows()[i].size());
-        materialGrid->setCells(0, i, rows()[i].size());
+        compositeGrid->setText(0, i, rows()[i].size());
+        materialGrid->setText(0, i, rows()[i].size());
     }
 }

@@ -5,7 +5,7 @@
 #include "controls/boxlabl.h"
 #include "controls/gradpan.h"
 #include "controls/numberedit.h"
-#include "controls/strcgrid.h"
+#include "controls/pricegrid.h"
 #include "platform/dialogs.h"
 #include "sheet/sheettexts.h"
 #include "shell/formwidgets.h"
@@ -238,9 +238,10 @@ void MainWindow::buildSheet() {
     materialCaption->setObjectName(QStringLiteral("materialCaption"));
     compositeCaption = new QLabel(QStringLiteral("複合単価"), gridPanel);
     compositeCaption->setObjectName(QStringLiteral("compositeCaption"));
-    materialGrid = new PriceGrid(gridPanel);
+    materialGrid = new PriceGrid(Grid2Cols, SheetLines, 1, gridPanel);
     materialGrid->setObjectName(QStringLiteral("materialGrid"));
-    compositeGrid = new PriceGrid(gridPanel);
+    materialGrid->setRangeSelect(true);
+    compositeGrid = new PriceGrid(Grid1Cols, SheetLines, 4, gridPanel);
     compositeGrid->setObjectName(QStringLiteral("compositeGrid"));
     panelLayout->addWidget(materialCaption, 0, 0);
     panelLayout->addWidget(compositeCaption, 0, 1);
@@ -258,44 +259,14 @@ void MainWindow::buildSheet() {
     treeSplitter->setStretchFactor(1, 1);
     treeSplitter->setSizes({180, DefaultWidth - 180});
 
-    // The grids' shape and look.
-    struct GridShape {
-        PriceGrid* grid;
-        int cols;
-        int fixedCols;
-        bool rangeSelect;
-    };
-    for (const GridShape& s : {GridShape{materialGrid, Grid2Cols, 1, true},
-                               GridShape{compositeGrid, Grid1Cols, 4, false}}) {
-        PriceGrid* g = s.grid;
-        g->setColCount(s.cols);
-        g->setRowCount(GridRows);
-        g->setFixedCols(s.fixedCols);
-        g->setFixedRows(1);
-        g->setDefaultRowHeight(RowHeight);
-        g->setDefaultDrawing(false);
-        g->setFixedColor(TColor(SheetDark));
-        g->setFocusCellColor(TColor(SheetMark));
-        g->setFocusCellFontColor(TColor(SheetWhite));
-        g->setFocusCellFontColorEnabled(true);
-        GridOptions options{goFixedVertLine,     goFixedHorzLine, goVertLine, goHorzLine,
-                            goDrawFocusSelected, goColSizing,     goEditing};
-        if (s.rangeSelect) options += goRangeSelect;
-        g->setOptions(options);
-        g->setCtl3D(false); // flat fixed cells
+    for (PriceGrid* g : {materialGrid, compositeGrid}) {
+        g->setRowHeight(RowHeight);
+        g->setHeadingColors(sheetDark(), Qt::white);
+        g->setSelectionColors(sheetMark(), Qt::white);
         g->setToolTip(GridHint);
-        SCGCellParam* range = g->cellParams().add();
-        range->setCol(1);
-        range->setColMax(2);
-        range->setRow(1);
-        range->setRowMax(14);
-        range->setRangeEnabled(true);
-        range->setAlignment(taRightJustify);
-        range->setCellColor(TColor(SheetWhite));
-        range->setCellColorEnabled(true);
-        range->setFontColor(TColor(SheetBlack));
-        range->setFontColorEnabled(true);
     }
+    materialGrid->setAccessibleName(QStringLiteral("資材単価"));
+    compositeGrid->setAccessibleName(QStringLiteral("複合単価"));
     connectSheet();
 }
 
@@ -525,23 +496,18 @@ void MainWindow::connectSheet() {
     connect(tabs, &QTabBar::currentChanged, this, [this] {
         if (!settingTabs_) tabChanged();
     });
-    compositeGrid->onClicked = [this](ControlObject*) { compositeCellChosen(); };
-    materialGrid->onClicked = [this](ControlObject*) { materialCellChosen(); };
-    compositeGrid->OnSelectCell = [this](ControlObject*, int c, int r, bool& can) {
-        selectCompositeCell(c, r, can);
-    };
-    materialGrid->OnSelectCell = [this](ControlObject*, int c, int r, bool& can) {
-        selectMaterialCell(c, r, can);
-    };
-    materialGrid->OnSetEditText = [this](ControlObject*, int c, int r, const QString& v) {
-        setMaterialEditText(c, r, v);
-    };
-    compositeGrid->OnKeyDown = [this](ControlObject*, int& key, ShiftState shift) {
-        compositeKeyDown(key, shift);
-    };
-    materialGrid->OnKeyDown = [this](ControlObject*, int& key, ShiftState shift) {
-        materialKeyDown(key, shift);
-    };
+    connect(compositeGrid, &PriceGrid::cellSelected, this, [this](int c, int r) {
+        selectCompositeCell(c, r);
+        compositeCellChosen();
+    });
+    connect(materialGrid, &PriceGrid::cellSelected, this, [this](int c, int r) {
+        selectMaterialCell(c, r);
+        materialCellChosen();
+    });
+    connect(materialGrid, &PriceGrid::editTextChanged, this,
+            [this](int c, int r, const QString& v) { setMaterialEditText(c, r, v); });
+    compositeGrid->setKeyHandler([this](const QKeyEvent& key) { compositeKeyDown(key); });
+    materialGrid->setKeyHandler([this](const QKeyEvent& key) { materialKeyDown(key); });
     sizeSetAction->setEnabled(true);
     connect(sizeSetAction, &QAction::triggered, this, &MainWindow::setSizes);
     connect(saveItem, &QAction::triggered, this, &MainWindow::saveItemTriggered);
@@ -605,47 +571,27 @@ bool MainWindow::eventFilter(QObject* watched, QEvent* event) {
 
 void MainWindow::setupSheet() {
     // fixed captions.
-    materialGrid->setCells(1, 0, QStringLiteral("提　出"));
-    materialGrid->setCells(2, 0, QStringLiteral("原　価"));
-    materialGrid->setCells(3, 0, QStringLiteral("定　価"));
-    compositeGrid->setCells(0, 0, QStringLiteral("No"));
-    compositeGrid->setCells(2, 0, QStringLiteral("複合単価"));
-    compositeGrid->setCells(3, 0, QStringLiteral("提出単価"));
-    compositeGrid->setCells(4, 0, QStringLiteral("管"));
-    compositeGrid->setCells(8, 0, QStringLiteral("配管工"));
+    materialGrid->setText(1, 0, QStringLiteral("提　出"));
+    materialGrid->setText(2, 0, QStringLiteral("原　価"));
+    materialGrid->setText(3, 0, QStringLiteral("定　価"));
+    compositeGrid->setText(0, 0, QStringLiteral("No"));
+    compositeGrid->setText(2, 0, QStringLiteral("複合単価"));
+    compositeGrid->setText(3, 0, QStringLiteral("提出単価"));
+    compositeGrid->setText(4, 0, QStringLiteral("管"));
+    compositeGrid->setText(8, 0, QStringLiteral("配管工"));
 
-    // Cell styles.
-    const TColor dark(SheetDark), white(SheetWhite), black(SheetBlack);
-    for (int c = 0; c < Grid1Cols; ++c) {
-        compositeGrid->setCellColors(c, 0, dark);
-        compositeGrid->setCellFontColors(c, 0, white);
-        compositeGrid->setCellAlignments(c, 0, taCenter);
-        compositeGrid->setCellFontWidths(c, 0, 1);
-    }
-    for (int c = 1; c < Grid2Cols; ++c) {
-        materialGrid->setCellColors(c, 0, dark);
-        materialGrid->setCellFontColors(c, 0, white);
-        materialGrid->setCellAlignments(c, 0, taCenter);
-        materialGrid->setCellFontWidths(c, 0, 1);
-    }
-    for (int r = 1; r < GridRows; ++r) {
-        for (PriceGrid* g : {compositeGrid, materialGrid}) {
-            g->setCellColors(0, r, dark);
-            g->setCellFontColors(0, r, white);
-            g->setCellAlignments(0, r, taCenter);
-            g->setCellFontWidths(0, r, 1);
-        }
-        for (int c = 1; c < Grid1Cols; ++c) {
-            const bool darkColumn = c == 3 || c == 8;
-            compositeGrid->setCellColors(c, r, darkColumn ? dark : white);
-            compositeGrid->setCellFontColors(c, r, darkColumn ? white : black);
-            compositeGrid->setCellAlignments(c, r, taRightJustify);
-            compositeGrid->setCellFontWidths(c, r, 1);
-        }
-        for (int c = 1; c < Grid2Cols; ++c) {
-            materialGrid->setCellColors(c, r, white);
-            materialGrid->setCellAlignments(c, r, taRightJustify);
-            materialGrid->setCellFontWidths(c, r, 1);
+    // Cell styles: the labels of the lines and the composite prices and
+    // labour figures on the dark ground, the figures one enters on white.
+    for (PriceGrid* g : {compositeGrid, materialGrid}) {
+        for (int c = 0; c < g->columnCount(); ++c)
+            g->setCellAlignment(c, 0, Qt::AlignHCenter);
+        for (int r = 1; r < GridRows; ++r) {
+            for (int c = 0; c < g->columnCount(); ++c) {
+                const bool dark = c == 0 || (g == compositeGrid && (c == 3 || c == 8));
+                g->setCellColor(c, r, dark ? sheetDark() : QColor(Qt::white));
+                g->setCellFontColor(c, r, dark ? QColor(Qt::white) : QColor(Qt::black));
+                g->setCellAlignment(c, r, c == 0 ? Qt::AlignHCenter : Qt::AlignRight);
+            }
         }
     }
     layoutGrids();
@@ -655,17 +601,18 @@ void MainWindow::layoutGrids() {
     if (!gridPanel || !compositeGrid) return;
     const int w = gridPanel->width();
     // The form's rule, (w - 120) / 13, unless the panel's margins and the
-    // grid lines here leave less room: the last column must not be cut off.
+    // frames here leave less room: the last column must not be cut off.
     const QMargins m = gridPanel->layout()->contentsMargins();
     const auto* grid = static_cast<QGridLayout*>(gridPanel->layout());
-    const int lines = (compositeGrid->colCount() + 1) * compositeGrid->gridLineWidth() + 2;
-    const int room = w - m.left() - m.right() - grid->horizontalSpacing() - 55 - Col0Width - lines;
+    const int frames = 4 * compositeGrid->frameWidth() + 2;
+    const int room =
+        w - m.left() - m.right() - grid->horizontalSpacing() - 55 - Col0Width - frames;
     const int c = std::max(0, std::min((w - 120) / 13, room / 13));
     for (PriceGrid* g : {compositeGrid, materialGrid}) {
-        g->setColWidths(0, Col0Width);
-        for (int col = 1; col < g->colCount(); ++col)
-            g->setColWidths(col, c);
-        g->setFixedHeight(g->gridHeight() + 2);
+        g->setColumnWidth(0, Col0Width);
+        for (int col = 1; col < g->columnCount(); ++col)
+            g->setColumnWidth(col, c);
+        g->setFixedHeight(g->contentHeight());
     }
     materialGrid->setFixedWidth(3 * c + 55);
     // compositeGrid takes the rest of the panel; its columns fit in it.

@@ -68,9 +68,33 @@ ElementHeadings shortHeadings(bool refrigerant) {
             QStringLiteral("はつり"), QStringLiteral("その他")};
 }
 
-KeyAction gridKeyAction(int k, bool editorOpen) {
-    if (k >= 37 && k <= 40 && !editorOpen) return KeyAction::MoveOnly;
-    if ((k >= 48 && k <= 57) || k == 190 || k == 8) return KeyAction::PassToCell;
-    if (k == 13 || k == 38 || k == 40) return KeyAction::Commit;
-    return KeyAction::BeepCommit;
+KeyAction gridKeyAction(int key, Qt::KeyboardModifiers modifiers, bool editorOpen) {
+    const bool arrow = key >= Qt::Key_Left && key <= Qt::Key_Down;
+    if (arrow && !editorOpen) return KeyAction::MoveOnly;
+    const bool keypad = modifiers.testFlag(Qt::KeypadModifier);
+    switch (key) {
+    case Qt::Key_Backspace:
+    case Qt::Key_Exclam:
+    case Qt::Key_At:
+    case Qt::Key_NumberSign:
+    case Qt::Key_Dollar:
+    case Qt::Key_Percent:
+    case Qt::Key_AsciiCircum:
+    case Qt::Key_Ampersand:
+    case Qt::Key_ParenLeft:
+    case Qt::Key_ParenRight:
+    case Qt::Key_Greater:
+        return KeyAction::PassToCell;
+    case Qt::Key_Period:
+    case Qt::Key_Asterisk:
+        return keypad ? KeyAction::BeepCommit : KeyAction::PassToCell;
+    case Qt::Key_Return:
+    case Qt::Key_Enter:
+    case Qt::Key_Up:
+    case Qt::Key_Down:
+        return KeyAction::Commit;
+    default:
+        if (key >= Qt::Key_0 && key <= Qt::Key_9 && !keypad) return KeyAction::PassToCell;
+        return KeyAction::BeepCommit;
+    }
 }

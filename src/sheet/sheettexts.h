@@ -4,6 +4,7 @@
 
 #include "store/piperow.h"
 
+#include <QColor>
 #include <QString>
 
 #include <array>
@@ -43,11 +44,9 @@ ElementHeadings shortHeadings(bool refrigerant);
 extern const std::array<QString, 4> DefaultDetailCaptions;
 extern const QString RefrigerantTabCaption;
 
-// Colours of the sheet (Windows BGR values as the form stores them).
-constexpr unsigned SheetDark = 7099731;  // fixed colour, unmarked lines
-constexpr unsigned SheetMark = 12615808; // the marked line, focus colour
-constexpr unsigned SheetWhite = 16777215;
-constexpr unsigned SheetBlack = 0;
+// Colours of the sheet.
+inline QColor sheetDark() { return QColor(83, 85, 108); }   // headings, unmarked lines
+inline QColor sheetMark() { return QColor(128, 128, 192); } // the marked line, selection
 
 // What the key filter of both grids does with a key.
 enum class KeyAction {
@@ -56,4 +55,6 @@ enum class KeyAction {
     Commit,     // Enter, up, down: close the editor, commit
     BeepCommit, // everything else: close the editor, beep, commit
 };
-KeyAction gridKeyAction(int virtualKey, bool editorOpen);
+// The digits and the point are those of the main keyboard, also with Shift
+// (the characters over them); those of the numeric pad are other keys.
+KeyAction gridKeyAction(int key, Qt::KeyboardModifiers modifiers, bool editorOpen);

@@ -4,7 +4,7 @@
 #include "controls/controlerrors.h"
 #include "controls/gradpan.h"
 #include "controls/numberedit.h"
-#include "controls/strcgrid.h"
+#include "controls/pricegrid.h"
 #include "edit/editcommands.h"
 #include "edit/librarycommands.h"
 #include "output/outputcommands.h"
@@ -50,7 +50,7 @@ MainWindow::MainWindow(Dialogs& dialogs, const QString& launchString, QWidget* p
     for (NumberEdit* edit : findChildren<NumberEdit*>())
         edit->OnFailure = showFailure;
     for (PriceGrid* grid : {compositeGrid, materialGrid})
-        grid->OnFailure = showFailure;
+        grid->setFailureHandler(showFailure);
     velmoraEmblem->OnFailure = showFailure;
 
     // A failure in the creation step is shown like any other, and the form

@@ -43,6 +43,7 @@ class GradientPanel;
 class NumberEdit;
 class RadioGroup;
 class PriceGrid;
+class QKeyEvent;
 class ToggleSwitch;
 
 // The dialogs the program makes at its start and the window shows; a
@@ -271,11 +272,11 @@ public:
     int tabBase() const { return currentTab() * 15; }
 
     // Cell entry (the remembered cells are compositeCol/compositeRow, materialCol/materialRow).
-    void selectCompositeCell(int col, int row, bool& canSelect);
-    void selectMaterialCell(int col, int row, bool& canSelect);
+    void selectCompositeCell(int col, int row);
+    void selectMaterialCell(int col, int row);
     void setMaterialEditText(int col, int row, const QString& value);
-    void compositeKeyDown(int& key, unsigned shift);
-    void materialKeyDown(int& key, unsigned shift);
+    void compositeKeyDown(const QKeyEvent& key);
+    void materialKeyDown(const QKeyEvent& key);
     // The factor columns accept entry only while they show factors.
     void updateCompositeEditing();
     void setSizes();
@@ -363,9 +364,9 @@ private:
     QWidget* buildOptions();
     void connectSheet();
     // The filter both grids share; true when the key commits.
-    bool gridKeyCommits(PriceGrid* grid, int key);
-    void commitCompositeCell(int key, bool shiftDown);
-    void commitMaterialCell(int key);
+    bool gridKeyCommits(PriceGrid* grid, const QKeyEvent& key);
+    void commitCompositeCell(bool enter, bool shiftDown);
+    void commitMaterialCell(bool enter);
     void treeClickSteps();
     bool shown_ = false;
     bool settingTabs_ = false;

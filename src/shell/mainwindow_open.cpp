@@ -6,7 +6,7 @@
 
 #include "shell/aboutdialog.h"
 
-#include "controls/strcgrid.h"
+#include "controls/pricegrid.h"
 #include "platform/application.h"
 #include "platform/datapaths.h"
 #include "platform/dialogs.h"
@@ -111,7 +111,7 @@ void MainWindow::prepareShow() {
     compositeCol = materialCol = 4;
     compositeRow = materialRow = 1;
     for (PriceGrid* grid : {compositeGrid, materialGrid})
-        grid->setCellColors(0, 1, TColor(SheetMark));
+        grid->setCellColor(0, 1, sheetMark());
 }
 
 QRect MainWindow::defaultGeometry() const {

@@ -3,7 +3,7 @@
 #include "shell/mainwindow.h"
 
 #include "controls/numberedit.h"
-#include "controls/strcgrid.h"
+#include "controls/pricegrid.h"
 #include "engine/calcrow.h"
 #include "platform/application.h"
 #include "platform/datapaths.h"
@@ -281,9 +281,9 @@ void MainWindow::clearSheet() {
     labourCostCostEdit->setValue(0);
     for (int r = 1; r < GridRows; ++r) {
         for (int c = 1; c <= 3; ++c)
-            materialGrid->setCells(c, r, QString());
+            materialGrid->setText(c, r, QString());
         for (int c = 1; c <= 10; ++c)
-            compositeGrid->setCells(c, r, QString());
+            compositeGrid->setText(c, r, QString());
     }
 }
 
@@ -402,7 +402,7 @@ void MainWindow::applyControls() {
     }
     document().refreshLines();
     setCompositeHeadings(modeRadio->itemIndex() == 1, false);
-    compositeGrid->setCells(1, 0, QStringLiteral("採用単価"));
+    compositeGrid->setText(1, 0, QStringLiteral("採用単価"));
 }
 
 void MainWindow::recalcAndShowTab() {

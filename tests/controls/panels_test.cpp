@@ -4,7 +4,6 @@
 #include "controls/controlssample.h"
 #include "controls/fldrdlg.h"
 #include "controls/gradpan.h"
-#include "controls/strcgrid.h"
 
 #include <QApplication>
 #include <QDir>
@@ -265,20 +264,6 @@ TEST(FolderDialog, CancelKeepsTheFolderAndAChoiceSetsIt) {
     answerFolderDialog([](QFileDialog* d) { d->reject(); });
     EXPECT_FALSE(dialog.execute());
     EXPECT_EQ(dialog.folderName(), QDir::toNativeSeparators(chosen));
-}
-
-TEST(Sample, ShowsTheGridWithItsFocusFrame) {
-    std::unique_ptr<QWidget> sample(createControlsSample());
-    const QImage shot = grabControlsSample(sample.get());
-    ASSERT_FALSE(shot.isNull());
-    PriceGrid* grid = sampleGrid(sample.get());
-    ASSERT_TRUE(grid->gridFocused());
-    const TRect r = grid->cellRect(grid->col(), grid->row());
-    const QPoint o = grid->mapTo(sample.get(), QPoint(0, 0));
-    const TColor under = px(shot, o.x() + r.Left + 1, o.y() + r.Top + 1);
-    EXPECT_EQ(under, 12615808);
-    EXPECT_EQ(px(shot, o.x() + r.Left + 2, o.y() + r.Top), TColor(~under & 0xFFFFFF));
-    EXPECT_EQ(px(shot, o.x() + r.Left + 1, o.y() + r.Top), under);
 }
 
 } // namespace

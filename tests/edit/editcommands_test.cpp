@@ -2,7 +2,7 @@
 // the suite stand-in: the menu items are triggered as the user's clicks would,
 // and the questions are answered by the scripted dialogs.
 #include "controls/numberedit.h"
-#include "controls/strcgrid.h"
+#include "controls/pricegrid.h"
 #include "edit/editcommands.h"
 #include "engine/calcrow.h"
 #include "shell/formwidgets.h"
@@ -382,7 +382,7 @@ TEST_F(EditCommands, UndoOfAClearOrAPasteBringsTheFlagsBack) {
 TEST_F(EditCommands, TwoEditsThenUndoUndoesOnlyTheSecond) {
     MainWindow& f = open();
     auto enter = [&](int col, int row, const char* text) {
-        ASSERT_TRUE(f.compositeGrid->focusCell(col, row, true));
+        ASSERT_TRUE(f.compositeGrid->focusCell(col, row));
         for (char ch : QByteArray(text)) {
             QWidget* target = f.compositeGrid->editorMode()
                                   ? static_cast<QWidget*>(f.compositeGrid->inplaceEditor())

@@ -64,10 +64,7 @@ protected:
         return readBytes(path);
     }
     void selectGrid2(int col, int row) {
-        TGridRect r;
-        r.Left = r.Right = col;
-        r.Top = r.Bottom = row;
-        form->materialGrid->setSelection(r);
+        form->materialGrid->selectCells(QRect(col, row, 1, 1));
     }
     // The refrigerant demo pipe type of group 10.
     void openRefrigerant() {
@@ -170,18 +167,18 @@ TEST_F(OutputForm, CancelProducesNothingAndStillMovesTheSelection) {
     form->outputs()->exportCsvFile();
     EXPECT_TRUE(dialogs.fileQuestions().empty());
     EXPECT_TRUE(dialogs.Boxes().empty());
-    EXPECT_EQ(form->materialGrid->selection().Left, 1);
-    EXPECT_EQ(form->materialGrid->selection().Right, 1);
-    EXPECT_EQ(form->materialGrid->selection().Top, 5);
-    EXPECT_EQ(form->materialGrid->selection().Bottom, 5);
+    EXPECT_EQ(form->materialGrid->selectedCells().left(), 1);
+    EXPECT_EQ(form->materialGrid->selectedCells().right(), 1);
+    EXPECT_EQ(form->materialGrid->selectedCells().top(), 5);
+    EXPECT_EQ(form->materialGrid->selectedCells().bottom(), 5);
 
     selectGrid2(2, 3);
     dialogs.setClipboard(u("before"));
     answerOptions(true, true, false);
     form->outputs()->exportToClipboard();
     EXPECT_EQ(dialogs.Clipboard(), u("before"));
-    EXPECT_EQ(form->materialGrid->selection().Left, 1);
-    EXPECT_EQ(form->materialGrid->selection().Top, 3);
+    EXPECT_EQ(form->materialGrid->selectedCells().left(), 1);
+    EXPECT_EQ(form->materialGrid->selectedCells().top(), 3);
 }
 
 TEST_F(OutputForm, CancelledSaveDialogWritesNothingAndSaysNothing) {
@@ -199,7 +196,7 @@ TEST_F(OutputForm, PrintDataHasNoDialogNoMessageAndKeepsTheMinus) {
     rows()[1].submittedUnitPrice = strToCurr(u("-1234"));
     rows()[1].submittedAmounts[4] = strToCurr(u("-56789"));
     form->outputs()->exportRows(ExportPrint);
-    EXPECT_EQ(form->materialGrid->selection().Left, 1);
+    EXPECT_EQ(form->materialGrid->selectedCells().left(), 1);
     EXPECT_TRUE(dialogs.Boxes().empty());
     const QByteArray bytes = readBytes(printDataPath(dataRoot));
     const QList<QByteArray> lines = bytes.split('\n');

@@ -1,7 +1,7 @@
 // Cell entry in both grids and the size presets, on the real window with
 // real keys.
 #include "controls/numberedit.h"
-#include "controls/strcgrid.h"
+#include "controls/pricegrid.h"
 #include "engine/calcrow.h"
 #include "sheet/sheettexts.h"
 #include "sheet/sizedialog.h"
@@ -20,7 +20,7 @@ namespace {
 class CellEntry : public WorkspaceFixture {
 protected:
     // Selects a cell as a click would, firing the grid's events.
-    void select(PriceGrid* grid, int col, int row) { ASSERT_TRUE(grid->focusCell(col, row, true)); }
+    void select(PriceGrid* grid, int col, int row) { ASSERT_TRUE(grid->focusCell(col, row)); }
     // Sends a key to the grid, or to its editor while one is open.
     void press(PriceGrid* grid, Qt::Key key, Qt::KeyboardModifiers mods = {}) {
         QWidget* target = grid->editorMode() ? static_cast<QWidget*>(grid->inplaceEditor()) : grid;
@@ -54,7 +54,7 @@ TEST_F(CellEntry, FactorEnterStoresRecalculatesAndMovesDown) {
     EXPECT_EQ(cell1(2, 3), formatAmount(expected.submittedUnitPrice));
     EXPECT_EQ(cell1(5, 3), QStringLiteral("0.75"));
     EXPECT_EQ(f.compositeRow, 4);
-    EXPECT_EQ(f.compositeGrid->selection(), gridRect(5, 4, 5, 4));
+    EXPECT_EQ(f.compositeGrid->selectedCells(), QRect(QPoint(5, 4), QPoint(5, 4)));
     EXPECT_TRUE(doc().isChanged());
     EXPECT_TRUE(f.undoAction->isEnabled());
     EXPECT_EQ(dialogs.Beeps(), 0);
@@ -145,11 +145,11 @@ TEST_F(CellEntry, RateOnLeavesOnlyTheListPriceEditable) {
     MainWindow& f = open();
     f.useRateCheck->SetChecked(true);
     select(f.materialGrid, 1, 3);
-    EXPECT_FALSE(f.materialGrid->Options().contains(goEditing));
+    EXPECT_FALSE(f.materialGrid->isEditable());
     select(f.materialGrid, 2, 3);
-    EXPECT_FALSE(f.materialGrid->Options().contains(goEditing));
+    EXPECT_FALSE(f.materialGrid->isEditable());
     select(f.materialGrid, 3, 3);
-    EXPECT_TRUE(f.materialGrid->Options().contains(goEditing));
+    EXPECT_TRUE(f.materialGrid->isEditable());
     select(f.materialGrid, 1, 3);
     type(f.materialGrid, QStringLiteral("5"));
     EXPECT_FALSE(f.materialGrid->editorMode());

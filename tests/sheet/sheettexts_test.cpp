@@ -1,5 +1,4 @@
 // Cell texts of the sheet by side, toggle and mode; the key filter.
-#include "controls/vkeys.h"
 #include "sheet/sheettexts.h"
 
 #include <gtest/gtest.h>
@@ -94,45 +93,43 @@ TEST(SheetTexts, Headings) {
     EXPECT_EQ(shortHeadings(false).col9, QStringLiteral("はつり"));
 }
 
+// The key filter of both grids. The numeric pad's digits and point are
+// other keys than the main keyboard's: they beep and commit.
 TEST(GridKeyAction, TheFilterTable) {
-    EXPECT_EQ(gridKeyAction(37, false), KeyAction::MoveOnly);
-    EXPECT_EQ(gridKeyAction(40, false), KeyAction::MoveOnly);
-    EXPECT_EQ(gridKeyAction(38, true), KeyAction::Commit);
-    EXPECT_EQ(gridKeyAction(40, true), KeyAction::Commit);
-    EXPECT_EQ(gridKeyAction(37, true), KeyAction::BeepCommit);
-    EXPECT_EQ(gridKeyAction(39, true), KeyAction::BeepCommit);
-    EXPECT_EQ(gridKeyAction(13, false), KeyAction::Commit);
-    for (int k = 48; k <= 57; ++k)
-        EXPECT_EQ(gridKeyAction(k, true), KeyAction::PassToCell);
-    EXPECT_EQ(gridKeyAction(190, true), KeyAction::PassToCell);
-    EXPECT_EQ(gridKeyAction(8, true), KeyAction::PassToCell);
-    for (int k : {9, 16, 17, 18, 27, 65, 189, 96, 105, 110, 112})
-        EXPECT_EQ(gridKeyAction(k, true), KeyAction::BeepCommit) << k;
-}
-
-// The key codes the grids hand to the sheet's key filter: the numeric pad
-// speaks its own codes, so its digits and point beep and commit where the
-// main keyboard's go into the cell.
-TEST(VirtualKeyOf, TheGridsCodesReachTheKeyFilter) {
     const Qt::KeyboardModifiers none = Qt::NoModifier, pad = Qt::KeypadModifier;
-    EXPECT_EQ(virtualKeyOf(Qt::Key_5, none), 53);
-    EXPECT_EQ(virtualKeyOf(Qt::Key_5, pad), 101);
-    EXPECT_EQ(virtualKeyOf(Qt::Key_0, pad), 96);
-    EXPECT_EQ(virtualKeyOf(Qt::Key_9, pad), 105);
-    EXPECT_EQ(virtualKeyOf(Qt::Key_Period, none), 190);
-    EXPECT_EQ(virtualKeyOf(Qt::Key_Period, pad), 110);
-    EXPECT_EQ(virtualKeyOf(Qt::Key_Return, none), 13);
-    EXPECT_EQ(virtualKeyOf(Qt::Key_Enter, pad), 13);
-    EXPECT_EQ(virtualKeyOf(Qt::Key_Minus, none), 189);
-    EXPECT_EQ(virtualKeyOf(Qt::Key_Shift, Qt::ShiftModifier), 16);
-    EXPECT_EQ(virtualKeyOf(Qt::Key_Escape, none), 27);
+    const struct {
+        int key;
+        Qt::KeyboardModifiers modifiers;
+        bool editorOpen;
+        KeyAction action;
+    } cases[] = {
+        {Qt::Key_Left, none, false, KeyAction::MoveOnly},
+        {Qt::Key_Down, none, false, KeyAction::MoveOnly},
+        {Qt::Key_Up, none, true, KeyAction::Commit},
+        {Qt::Key_Down, none, true, KeyAction::Commit},
+        {Qt::Key_Left, none, true, KeyAction::BeepCommit},
+        {Qt::Key_Right, none, true, KeyAction::BeepCommit},
+        {Qt::Key_Return, none, false, KeyAction::Commit},
+        {Qt::Key_Enter, pad, true, KeyAction::Commit},
+        {Qt::Key_Period, none, true, KeyAction::PassToCell},
+        {Qt::Key_Period, pad, true, KeyAction::BeepCommit},
+        {Qt::Key_Backspace, none, true, KeyAction::PassToCell},
+        {Qt::Key_Exclam, Qt::ShiftModifier, true, KeyAction::PassToCell},
+        {Qt::Key_Tab, none, true, KeyAction::BeepCommit},
+        {Qt::Key_Shift, Qt::ShiftModifier, true, KeyAction::BeepCommit},
+        {Qt::Key_Control, none, true, KeyAction::BeepCommit},
+        {Qt::Key_Escape, none, true, KeyAction::BeepCommit},
+        {Qt::Key_A, none, true, KeyAction::BeepCommit},
+        {Qt::Key_Minus, none, true, KeyAction::BeepCommit},
+        {Qt::Key_Minus, pad, true, KeyAction::BeepCommit},
+        {Qt::Key_F1, none, true, KeyAction::BeepCommit},
+    };
+    for (const auto& c : cases)
+        EXPECT_EQ(gridKeyAction(c.key, c.modifiers, c.editorOpen), c.action) << c.key;
     for (int k = Qt::Key_0; k <= Qt::Key_9; ++k) {
-        EXPECT_EQ(gridKeyAction(virtualKeyOf(k, none), true), KeyAction::PassToCell) << k;
-        EXPECT_EQ(gridKeyAction(virtualKeyOf(k, pad), true), KeyAction::BeepCommit) << k;
+        EXPECT_EQ(gridKeyAction(k, none, true), KeyAction::PassToCell) << k;
+        EXPECT_EQ(gridKeyAction(k, pad, true), KeyAction::BeepCommit) << k;
     }
-    EXPECT_EQ(gridKeyAction(virtualKeyOf(Qt::Key_Period, pad), true), KeyAction::BeepCommit);
-    EXPECT_EQ(gridKeyAction(virtualKeyOf(Qt::Key_Enter, pad), true), KeyAction::Commit);
-    EXPECT_EQ(gridKeyAction(virtualKeyOf(Qt::Key_Escape, none), true), KeyAction::BeepCommit);
 }
 
 } // namespace

@@ -3,7 +3,7 @@
 // of a group rewrite, a data folder that goes away, a library folder that
 // cannot be written, a database file that is none. Each ends without a
 // crash, with a Japanese message, and with every row saved before intact.
-#include "controls/strcgrid.h"
+#include "controls/pricegrid.h"
 #include "edit/fdkfile.h"
 #include "output/exceloptionsdialog.h"
 #include "output/excelstream.h"

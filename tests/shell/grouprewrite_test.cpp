@@ -2,7 +2,7 @@
 // with the person at the keyboard played by the scripted dialogs. What is
 // stored is checked in the file, not in the rows in memory.
 #include "controls/numberedit.h"
-#include "controls/strcgrid.h"
+#include "controls/pricegrid.h"
 #include "engine/calcrow.h"
 #include "engine/grouprewrite.h"
 #include "shell/formwidgets.h"

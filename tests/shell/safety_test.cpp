@@ -2,7 +2,7 @@
 // paths of the tree, the keys and the window that must keep the rows, the
 // triple and the selection together.
 #include "controls/numberedit.h"
-#include "controls/strcgrid.h"
+#include "controls/pricegrid.h"
 #include "engine/calcrow.h"
 #include "shell/formwidgets.h"
 #include "shell/settingsfiles.h"
@@ -325,7 +325,7 @@ TEST_F(Safety, EscapeInAnOpenEditorCommitsEvenWithUndoOn) {
     MainWindow& f = open();
     typeFactor(4, 1, "2");
     ASSERT_TRUE(f.undoAction->isEnabled());
-    ASSERT_TRUE(f.compositeGrid->focusCell(6, 5, true));
+    ASSERT_TRUE(f.compositeGrid->focusCell(6, 5));
     QTest::keyClick(f.compositeGrid, '9');
     ASSERT_TRUE(f.compositeGrid->editorMode());
     const int beeps = dialogs.Beeps();
@@ -428,7 +428,7 @@ TEST_F(Safety, TheTreeShowsWholeNamesInItsHint) {
     QToolTip::hideText();
 }
 
-TEST_F(Safety, TheRateCheckBoxIsAPlainCheckBoxAndTheGridsAreFlat) {
+TEST_F(Safety, TheRateCheckBoxIsAPlainCheckBox) {
     MainWindow& f = open();
     EXPECT_EQ(f.useRateCheck->text(), u("単価に掛率を使用"));
     f.useRateCheck->SetChecked(false);
@@ -436,8 +436,6 @@ TEST_F(Safety, TheRateCheckBoxIsAPlainCheckBoxAndTheGridsAreFlat) {
                                      f.unitFractionList};
     for (const QWidget* w : rateControls)
         EXPECT_TRUE(w->isEnabled()) << w->objectName().toStdString();
-    EXPECT_FALSE(f.compositeGrid->ctl3D());
-    EXPECT_FALSE(f.materialGrid->ctl3D());
 }
 
 TEST_F(Safety, TheNetworkFileIsReadAsTheFormIsCreated) {

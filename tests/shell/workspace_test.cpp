@@ -1,7 +1,7 @@
 // The main window on a real database made by the suite stand-in, offscreen,
 // with the person at the keyboard played by the scripted dialogs.
 #include "controls/numberedit.h"
-#include "controls/strcgrid.h"
+#include "controls/pricegrid.h"
 #include "engine/calcrow.h"
 #include "platform/datapaths.h"
 #include "platform/scripteddialogs.h"
@@ -273,18 +273,18 @@ TEST_F(Workspace, RefrigerantModeCaptionsAndColumnNine) {
 TEST_F(Workspace, SideSelectionAndToggle) {
     MainWindow& f = open();
     const PipeRow& r = rows()[1];
-    f.materialGrid->setSelection(gridRect(2, 1, 2, 1));
+    f.materialGrid->selectCells(QRect(QPoint(2, 1), QPoint(2, 1)));
     f.materialCellChosen();
     EXPECT_EQ(cell1(1, 1), formatAmount(r.costUnitPrice));
     EXPECT_EQ(cell1(3, 1), formatAmount(r.costPrice));
-    f.materialGrid->setSelection(gridRect(3, 1, 3, 1));
+    f.materialGrid->selectCells(QRect(QPoint(3, 1), QPoint(3, 1)));
     f.materialCellChosen();
     EXPECT_EQ(cell1(3, 1), formatAmount(r.listPrice));
     EXPECT_EQ(cell1(4, 1), currToStr(r.factor(1))); // factors while the toggle is off
     QTest::mouseClick(f.resultsSwitch, Qt::LeftButton);
     EXPECT_TRUE(f.resultsSwitch->isOn());
     EXPECT_EQ(cell1(4, 1), u("--"));
-    f.materialGrid->setSelection(gridRect(1, 1, 1, 1));
+    f.materialGrid->selectCells(QRect(QPoint(1, 1), QPoint(1, 1)));
     f.materialCellChosen();
     EXPECT_EQ(cell1(4, 1), formatGeneral(r.submittedAmounts[0]));
     EXPECT_EQ(cell1(1, 1), formatAmount(r.adoptedUnitPrice));

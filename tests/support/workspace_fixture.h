@@ -3,7 +3,7 @@
 // stand-in's demo database in a temporary folder, the scripted dialogs, and
 // the real window offscreen.
 
-#include "controls/strcgrid.h"
+#include "controls/pricegrid.h"
 #include "platform/datapaths.h"
 #include "platform/scripteddialogs.h"
 #include "shell/mainwindow.h"
@@ -61,8 +61,8 @@ protected:
         form.reset();
     }
 
-    QString cell1(int c, int r) const { return form->compositeGrid->cells(c, r); }
-    QString cell2(int c, int r) const { return form->materialGrid->cells(c, r); }
+    QString cell1(int c, int r) const { return form->compositeGrid->text(c, r); }
+    QString cell2(int c, int r) const { return form->materialGrid->text(c, r); }
 
     // A click of the person on a node: the press selects it, the release
     // clicks it.
@@ -77,7 +77,7 @@ protected:
     // A figure typed into a cell of the factor grid and Enter: the pipe type
     // counts as changed.
     void typeFactor(int col, int line, const char* text) {
-        ASSERT_TRUE(form->compositeGrid->focusCell(col, line, true));
+        ASSERT_TRUE(form->compositeGrid->focusCell(col, line));
         for (const char* p = text; *p; ++p)
             QTest::keyClick(form->compositeGrid->editorMode()
                                 ? static_cast<QWidget*>(form->compositeGrid->inplaceEditor())
