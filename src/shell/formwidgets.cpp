@@ -59,25 +59,18 @@ void RadioGroup::buttonClicked(int id) {
 // ToggleSwitch
 
 ToggleSwitch::ToggleSwitch(const QString& onCaption, const QString& offCaption, QWidget* parent)
-    : QWidget(parent), onCaption_(onCaption), offCaption_(offCaption) {
+    : QAbstractButton(parent), onCaption_(onCaption), offCaption_(offCaption) {
+    // A checkable button: the mouse and the space key switch it, and
+    // assistive technology reads its caption and whether it is on.
+    setCheckable(true);
     setFocusPolicy(Qt::StrongFocus);
     setCursor(Qt::PointingHandCursor);
-}
-
-bool ToggleSwitch::isOn() const {
-    return on_;
-}
-
-void ToggleSwitch::setOn(bool on) {
-    if (on_ == on) return;
-    on_ = on;
-    update();
-}
-
-void ToggleSwitch::toggle() {
-    on_ = !on_;
-    update();
-    if (onClicked) onClicked();
+    setText(offCaption_);
+    connect(this, &QAbstractButton::toggled, this,
+            [this](bool on) { setText(on ? onCaption_ : offCaption_); });
+    connect(this, &QAbstractButton::clicked, this, [this] {
+        if (onClicked) onClicked();
+    });
 }
 
 QSize ToggleSwitch::sizeHint() const {
@@ -91,31 +84,19 @@ void ToggleSwitch::paintEvent(QPaintEvent*) {
     p.setRenderHint(QPainter::Antialiasing);
     const QRect track(2, (height() - 18) / 2, 40, 18);
     p.setPen(Qt::NoPen);
-    p.setBrush(on_ ? QColor(0x2E, 0x7D, 0x32) : QColor(0x9E, 0x9E, 0x9E));
+    p.setBrush(isOn() ? QColor(0x2E, 0x7D, 0x32) : QColor(0x9E, 0x9E, 0x9E));
     p.drawRoundedRect(track, 9, 9);
     p.setBrush(Qt::white);
-    const int knobX = on_ ? track.right() - 15 : track.left() + 2;
+    const int knobX = isOn() ? track.right() - 15 : track.left() + 2;
     p.drawEllipse(QRect(knobX, track.top() + 2, 14, 14));
     p.setPen(palette().color(isEnabled() ? QPalette::WindowText : QPalette::PlaceholderText));
     p.drawText(QRect(track.right() + 8, 0, width() - track.right() - 8, height()),
-               Qt::AlignVCenter | Qt::AlignLeft, on_ ? onCaption_ : offCaption_);
+               Qt::AlignVCenter | Qt::AlignLeft, text());
     if (hasFocus()) {
         p.setPen(QPen(palette().color(QPalette::Highlight), 1, Qt::DotLine));
         p.setBrush(Qt::NoBrush);
         p.drawRect(rect().adjusted(0, 0, -1, -1));
     }
-}
-
-void ToggleSwitch::mouseReleaseEvent(QMouseEvent* event) {
-    if (event->button() == Qt::LeftButton && rect().contains(event->position().toPoint())) toggle();
-}
-
-void ToggleSwitch::keyPressEvent(QKeyEvent* event) {
-    if (event->key() == Qt::Key_Space) {
-        toggle();
-        return;
-    }
-    QWidget::keyPressEvent(event);
 }
 
 // CheckBox

@@ -4,6 +4,7 @@
 // with a check box in its caption, and a combo box that reports its keys.
 // Events are plain callbacks with the framework's names.
 
+#include <QAbstractButton>
 #include <QCheckBox>
 #include <QComboBox>
 #include <QGroupBox>
@@ -41,27 +42,24 @@ private:
 
 // An on/off switch with a caption for each state. onClicked fires when the
 // person switches it.
-class ToggleSwitch : public QWidget {
+class ToggleSwitch : public QAbstractButton {
     Q_OBJECT
 public:
     ToggleSwitch(const QString& onCaption, const QString& offCaption, QWidget* parent = nullptr);
 
-    bool isOn() const;
-    void setOn(bool on);
+    bool isOn() const { return isChecked(); }
+    // Sets the state without firing onClicked.
+    void setOn(bool on) { setChecked(on); }
 
     QSize sizeHint() const override;
 
+    // The user switched it.
     std::function<void()> onClicked;
 
 protected:
     void paintEvent(QPaintEvent* event) override;
-    void mouseReleaseEvent(QMouseEvent* event) override;
-    void keyPressEvent(QKeyEvent* event) override;
 
 private:
-    void toggle();
-
-    bool on_ = false;
     QString onCaption_, offCaption_;
 };
 

@@ -7,6 +7,7 @@
 #include "sheet/sizedialog.h"
 #include "shell/formwidgets.h"
 
+#include <QAccessible>
 #include <QLineEdit>
 #include <QPlainTextEdit>
 #include <QPushButton>
@@ -192,6 +193,97 @@ TEST_F(CellEntry, ResultsViewTurnsNoTextIntoFactors) {
     QTest::mouseClick(f.resultsSwitch, Qt::LeftButton);
     enter(f.compositeGrid, 4, 3, QStringLiteral("1.5"));
     EXPECT_EQ(rows()[3].factor(1), c("1.5"));
+}
+
+// What assistive technology reads of the sheet: both grids are tables whose
+// cells carry the text shown, headed by the column headings; a figure typed
+// with the keyboard is what the cells then report; the toggle of the factor
+// columns reports whether it is on.
+TEST_F(CellEntry, ScreenReadersReadTheGridsAsTablesOfTheFiguresShown) {
+    MainWindow& f = open();
+    const auto table = [](QWidget* grid) {
+        QAccessibleInterface* view = QAccessible::queryAccessibleInterface(grid);
+        EXPECT_EQ(view->role(), QAccessible::Table);
+        return view->tableInterface();
+    };
+    const auto rowTexts = [](QAccessibleTableInterface* t, int row) {
+        QStringList texts;
+        for (int c = 0; c < t->columnCount(); ++c)
+            texts << t->cellAt(row, c)->text(QAccessible::Name);
+        return texts;
+    };
+    const auto headings = [](QAccessibleTableInterface* t) {
+        QStringList texts;
+        for (QAccessibleInterface* h : t->cellAt(0, 0)->tableCellInterface()->columnHeaderCells())
+            texts << h->text(QAccessible::Name);
+        for (int c = 1; c < t->columnCount(); ++c)
+            for (QAccessibleInterface* h :
+                 t->cellAt(0, c)->tableCellInterface()->columnHeaderCells())
+                texts << h->text(QAccessible::Name);
+        return texts;
+    };
+    QAccessibleTableInterface* material = table(f.materialGrid);
+    QAccessibleTableInterface* composite = table(f.compositeGrid);
+    ASSERT_TRUE(material && composite);
+    EXPECT_EQ(material->rowCount(), 14);
+    EXPECT_EQ(rowTexts(material, 0), (QStringList{u("15A"), u("640"), u("540"), u("980")}));
+    EXPECT_EQ(headings(material), (QStringList{QString(), u("提　出"), u("原　価"), u("定　価")}));
+    EXPECT_EQ(headings(composite).mid(0, 5),
+              (QStringList{u("No"), f.compositeGrid->text(1, 0), u("複合単価"), u("提出単価"),
+                           u("管")}));
+    EXPECT_EQ(rowTexts(composite, 0).first(), u("15A"));
+
+    enter(f.compositeGrid, 5, 1, QStringLiteral("2"));
+    EXPECT_EQ(rowTexts(composite, 0)[5], u("2"));
+    EXPECT_EQ(rowTexts(composite, 0)[2], formatAmount(rows()[1].submittedUnitPrice));
+    EXPECT_EQ(rowTexts(composite, 0)[2], cell1(2, 1));
+
+    QAccessibleInterface* toggle = QAccessible::queryAccessibleInterface(f.resultsSwitch);
+    EXPECT_TRUE(toggle->state().checkable);
+    EXPECT_FALSE(toggle->state().checked);
+    EXPECT_EQ(toggle->text(QAccessible::Name), u("歩掛を表示"));
+    QTest::keyClick(f.resultsSwitch, Qt::Key_Space);
+    EXPECT_TRUE(f.resultsSwitch->isOn());
+    EXPECT_TRUE(toggle->state().checked);
+    EXPECT_EQ(toggle->text(QAccessible::Name), u("計算結果を表示"));
+}
+
+// The editor opens by a double click, by F2 and by Backspace (which empties
+// the cell); the labels of the lines are never current; the marked line
+// follows the cell chosen.
+TEST_F(CellEntry, MouseAndKeysOpenTheEditorAndTheMarkFollows) {
+    MainWindow& f = open();
+    PriceGrid* g = f.compositeGrid;
+    const auto centre = [g](int col, int line) {
+        return g->visualRect(g->cells().index(line - 1, col)).center();
+    };
+    QTest::mouseClick(g->viewport(), Qt::LeftButton, {}, centre(6, 4));
+    EXPECT_EQ(f.compositeCol, 6);
+    EXPECT_EQ(f.compositeRow, 4);
+    EXPECT_EQ(g->cells().background(0, 4), sheetMark());
+    EXPECT_EQ(g->cells().background(0, 1), sheetDark());
+    EXPECT_EQ(f.materialGrid->cells().background(0, 4), sheetMark());
+    QTest::mouseDClick(g->viewport(), Qt::LeftButton, {}, centre(6, 4));
+    ASSERT_TRUE(g->editorMode());
+    EXPECT_EQ(g->inplaceEditor()->text(), cell1(6, 4));
+    press(g, Qt::Key_Return);
+    EXPECT_FALSE(g->editorMode());
+
+    QTest::mouseClick(g->viewport(), Qt::LeftButton, {}, centre(2, 7));
+    EXPECT_EQ(g->row(), 5) << "a fixed column is not chosen";
+    EXPECT_EQ(f.compositeRow, 5);
+    press(g, Qt::Key_F2);
+    ASSERT_TRUE(g->editorMode());
+    press(g, Qt::Key_Escape);
+    EXPECT_FALSE(g->editorMode());
+
+    select(g, 7, 2);
+    ASSERT_FALSE(cell1(7, 2).isEmpty());
+    press(g, Qt::Key_Backspace);
+    ASSERT_TRUE(g->editorMode());
+    EXPECT_EQ(cell1(7, 2), QString());
+    press(g, Qt::Key_Return);
+    EXPECT_EQ(rows()[2].factor(4), Currency{});
 }
 
 TEST_F(CellEntry, NewPipeTypeByKeyboardAloneSurvivesARestart) {
