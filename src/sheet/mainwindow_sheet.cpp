@@ -246,7 +246,7 @@ void MainWindow::buildSheet() {
     panelLayout->addWidget(materialCaption, 0, 0);
     panelLayout->addWidget(compositeCaption, 0, 1);
     panelLayout->addWidget(materialGrid, 1, 0, Qt::AlignTop | Qt::AlignLeft);
-    panelLayout->addWidget(compositeGrid, 1, 1, Qt::AlignTop);
+    panelLayout->addWidget(compositeGrid, 1, 1, Qt::AlignTop | Qt::AlignLeft);
     panelLayout->setColumnStretch(1, 1);
     panelLayout->setRowStretch(2, 1);
     sheetLayout->addWidget(gridPanel, 1);
@@ -490,6 +490,7 @@ void MainWindow::connectSheet() {
     tree->installEventFilter(this);
     tree->viewport()->installEventFilter(this);
     gridPanel->installEventFilter(this);
+    sheetScroll->viewport()->installEventFilter(this);
     connect(tree, &QWidget::customContextMenuRequested, this, [this](const QPoint& pos) {
         treePopupMenu->popup(tree->viewport()->mapToGlobal(pos));
     });
@@ -532,7 +533,8 @@ bool MainWindow::eventFilter(QObject* watched, QEvent* event) {
                 return true;
             }
         }
-    } else if (event->type() == QEvent::Resize && watched == gridPanel) {
+    } else if (event->type() == QEvent::Resize &&
+               (watched == gridPanel || watched == sheetScroll->viewport())) {
         layoutGrids();
     } else if (tree && watched == tree->viewport() && event->type() == QEvent::ToolTip) {
         // A long name cut off by the tree's width reads whole in the hint.
@@ -599,7 +601,11 @@ void MainWindow::setupSheet() {
 
 void MainWindow::layoutGrids() {
     if (!gridPanel || !compositeGrid) return;
-    const int w = gridPanel->width();
+    // The grids fit in what the sheet's scroll area shows, even where the
+    // rows above and below them make the sheet wider than the screen.
+    const int shown = sheetScroll->viewport()->width() -
+                      gridPanel->mapTo(sheetScroll->widget(), QPoint(0, 0)).x();
+    const int w = std::min(gridPanel->width(), shown);
     // The form's rule, (w - 120) / 13, unless the panel's margins and the
     // frames here leave less room: the last column must not be cut off.
     const QMargins m = gridPanel->layout()->contentsMargins();
@@ -614,9 +620,9 @@ void MainWindow::layoutGrids() {
             g->setColumnWidth(col, c);
         g->setFixedHeight(g->contentHeight());
     }
-    materialGrid->setFixedWidth(3 * c + 55);
-    // compositeGrid takes the rest of the panel; its columns fit in it.
-    compositeGrid->setMinimumWidth(0);
+    // Both grids are as wide as their columns.
+    for (PriceGrid* g : {compositeGrid, materialGrid})
+        g->setFixedWidth(Col0Width + (g->columnCount() - 1) * c + 2 * g->frameWidth());
 }
 
 QStringList MainWindow::tabCaptions() const {
