@@ -23,6 +23,12 @@ QORVALE_RENAME_PACKAGES=(
   python3-clang-14 python3-yaml
 )
 
+# Only for scripts/accessibility.sh: a session bus, the accessibility bus and
+# the screen readers' library for Python, and a screenshot.
+QORVALE_ACCESSIBILITY_PACKAGES=(
+  dbus-x11 at-spi2-core python3-pyatspi x11-apps netpbm
+)
+
 qorvale_missing_packages() {
   local p missing=()
   for p in "${QORVALE_PACKAGES[@]}"; do

@@ -1,6 +1,5 @@
 #include "controls/numberedit.h"
 
-
 #include <QApplication>
 #include <QClipboard>
 #include <QContextMenuEvent>

@@ -23,8 +23,9 @@ CellEditor::CellEditor(PriceGrid* grid, QWidget* parent) : QLineEdit(parent), m_
 }
 
 bool CellEditor::accepts(const QString& text) {
-    return FigureCharacters.match(text, 0, QRegularExpression::NormalMatch,
-                                  QRegularExpression::AnchorAtOffsetMatchOption)
+    return FigureCharacters
+               .match(text, 0, QRegularExpression::NormalMatch,
+                      QRegularExpression::AnchorAtOffsetMatchOption)
                .capturedLength() == text.size();
 }
 
@@ -61,8 +62,8 @@ void PriceGridDelegate::paint(QPainter* painter, const QStyleOptionViewItem& opt
     painter->drawText(option.rect.adjusted(3, 0, -3, 0), int(alignment),
                       index.data(Qt::DisplayRole).toString());
     if (!fixed && (option.state & QStyle::State_HasFocus)) {
-        painter->setPen(QPen(selected ? m_grid->selectionText() : QColor(Qt::black), 1,
-                             Qt::DotLine));
+        painter->setPen(
+            QPen(selected ? m_grid->selectionText() : QColor(Qt::black), 1, Qt::DotLine));
         painter->setBrush(Qt::NoBrush);
         painter->drawRect(option.rect.adjusted(1, 1, -2, -2));
     }
@@ -106,6 +107,38 @@ bool PriceGridDelegate::eventFilter(QObject* object, QEvent* event) {
     return QStyledItemDelegate::eventFilter(object, event);
 }
 
+// ---------------------------------------------------------------- the heading
+
+namespace {
+
+// Flat heading cells in the heading colours, divided by black lines.
+class HeadingView : public QHeaderView {
+public:
+    explicit HeadingView(PriceGrid* grid) : QHeaderView(Qt::Horizontal, grid), m_grid(grid) {
+        setSectionsClickable(false);
+        setHighlightSections(false);
+        setMinimumSectionSize(0);
+    }
+
+protected:
+    void paintSection(QPainter* painter, const QRect& rect, int section) const override {
+        painter->save();
+        painter->fillRect(rect, m_grid->headingBackground());
+        painter->setPen(Qt::black);
+        painter->drawLine(rect.topRight(), rect.bottomRight());
+        painter->drawLine(rect.bottomLeft(), rect.bottomRight());
+        painter->setPen(m_grid->headingText());
+        painter->drawText(rect.adjusted(2, 0, -3, -1), Qt::AlignCenter,
+                          model()->headerData(section, Qt::Horizontal).toString());
+        painter->restore();
+    }
+
+private:
+    PriceGrid* m_grid;
+};
+
+} // namespace
+
 // ---------------------------------------------------------------- PriceGrid
 
 PriceGrid::PriceGrid(int columns, int lineCount, int fixedColumns, QWidget* parent)
@@ -122,12 +155,15 @@ PriceGrid::PriceGrid(int columns, int lineCount, int fixedColumns, QWidget* pare
     setCornerButtonEnabled(false);
     setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    setHorizontalHeader(new HeadingView(this));
     verticalHeader()->hide();
     verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
-    horizontalHeader()->setSectionsClickable(false);
-    horizontalHeader()->setHighlightSections(false);
-    horizontalHeader()->setMinimumSectionSize(0);
-    setHeadingColors(Qt::darkGray, Qt::white);
+    // A plain black frame, and grid lines in light grey.
+    setFrameStyle(QFrame::Box | QFrame::Plain);
+    QPalette pal = palette();
+    pal.setColor(QPalette::WindowText, Qt::black);
+    pal.setColor(QPalette::Mid, QColor(192, 192, 192));
+    setPalette(pal);
     setRowHeight(m_rowHeight);
     m_quiet = true;
     setCurrentIndex(indexOf(fixedColumns, 1));
@@ -165,12 +201,9 @@ void PriceGrid::setSelectionColors(const QColor& background, const QColor& text)
 }
 
 void PriceGrid::setHeadingColors(const QColor& background, const QColor& text) {
-    // Flat heading cells, divided by the lines of the grid.
-    setStyleSheet(QStringLiteral("QTableView { gridline-color: #c0c0c0; border: 1px solid black; }"
-                                 "QHeaderView::section { background-color: %1; color: %2;"
-                                 " border: none; border-right: 1px solid black;"
-                                 " border-bottom: 1px solid black; padding: 0px; }")
-                      .arg(background.name(), text.name()));
+    m_headingBackground = background;
+    m_headingText = text;
+    horizontalHeader()->viewport()->update();
 }
 
 void PriceGrid::setRowHeight(int height) {
@@ -216,9 +249,9 @@ void PriceGrid::selectCells(const QRect& cells) {
     m_quiet = true;
     selectionModel()->setCurrentIndex(indexOf(cells.right(), cells.bottom()),
                                       QItemSelectionModel::NoUpdate);
-    selectionModel()->select(QItemSelection(indexOf(cells.left(), cells.top()),
-                                            indexOf(cells.right(), cells.bottom())),
-                             QItemSelectionModel::ClearAndSelect);
+    selectionModel()->select(
+        QItemSelection(indexOf(cells.left(), cells.top()), indexOf(cells.right(), cells.bottom())),
+        QItemSelectionModel::ClearAndSelect);
     m_quiet = false;
 }
 

@@ -91,6 +91,8 @@ public:
     QColor selectionText() const { return m_selectionText; }
     // Colours of the heading, and the row height of heading and lines.
     void setHeadingColors(const QColor& background, const QColor& text);
+    QColor headingBackground() const { return m_headingBackground; }
+    QColor headingText() const { return m_headingText; }
     void setRowHeight(int height);
     // Height of the heading and all lines, with the frame.
     int contentHeight() const;
@@ -153,6 +155,8 @@ private:
     QString m_editorOriginal;
     QColor m_selectionBackground{Qt::darkBlue};
     QColor m_selectionText{Qt::white};
+    QColor m_headingBackground{Qt::darkGray};
+    QColor m_headingText{Qt::white};
     KeyHandler m_keyHandler;
     FailureHandler m_onFailure;
     int m_rowHeight = 26;

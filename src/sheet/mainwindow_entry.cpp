@@ -87,8 +87,8 @@ void MainWindow::compositeKeyDown(const QKeyEvent& key) {
         // The columns show results: no key turns them into factors.
         const KeyAction action =
             gridKeyAction(key.key(), key.modifiers(), compositeGrid->editorMode());
-        const bool modifier = key.key() == Qt::Key_Shift || key.key() == Qt::Key_Control ||
-                              key.key() == Qt::Key_Alt;
+        const bool modifier =
+            key.key() == Qt::Key_Shift || key.key() == Qt::Key_Control || key.key() == Qt::Key_Alt;
         if (action != KeyAction::MoveOnly && !modifier) dialogs_.beep();
         return;
     }

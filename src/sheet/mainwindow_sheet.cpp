@@ -611,8 +611,7 @@ void MainWindow::layoutGrids() {
     const QMargins m = gridPanel->layout()->contentsMargins();
     const auto* grid = static_cast<QGridLayout*>(gridPanel->layout());
     const int frames = 4 * compositeGrid->frameWidth() + 2;
-    const int room =
-        w - m.left() - m.right() - grid->horizontalSpacing() - 55 - Col0Width - frames;
+    const int room = w - m.left() - m.right() - grid->horizontalSpacing() - 55 - Col0Width - frames;
     const int c = std::max(0, std::min((w - 120) / 13, room / 13));
     for (PriceGrid* g : {compositeGrid, materialGrid}) {
         g->setColumnWidth(0, Col0Width);

@@ -45,8 +45,12 @@ extern const std::array<QString, 4> DefaultDetailCaptions;
 extern const QString RefrigerantTabCaption;
 
 // Colours of the sheet.
-inline QColor sheetDark() { return QColor(83, 85, 108); }   // headings, unmarked lines
-inline QColor sheetMark() { return QColor(128, 128, 192); } // the marked line, selection
+inline QColor sheetDark() {
+    return QColor(83, 85, 108);
+} // headings, unmarked lines
+inline QColor sheetMark() {
+    return QColor(128, 128, 192);
+} // the marked line, selection
 
 // What the key filter of both grids does with a key.
 enum class KeyAction {

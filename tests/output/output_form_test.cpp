@@ -63,9 +63,7 @@ protected:
         form->outputs()->exportCsvFile();
         return readBytes(path);
     }
-    void selectGrid2(int col, int row) {
-        form->materialGrid->selectCells(QRect(col, row, 1, 1));
-    }
+    void selectGrid2(int col, int row) { form->materialGrid->selectCells(QRect(col, row, 1, 1)); }
     // The refrigerant demo pipe type of group 10.
     void openRefrigerant() {
         clickNode(9 * 21 + 1);

@@ -228,9 +228,8 @@ TEST_F(CellEntry, ScreenReadersReadTheGridsAsTablesOfTheFiguresShown) {
     EXPECT_EQ(material->rowCount(), 14);
     EXPECT_EQ(rowTexts(material, 0), (QStringList{u("15A"), u("640"), u("540"), u("980")}));
     EXPECT_EQ(headings(material), (QStringList{QString(), u("提　出"), u("原　価"), u("定　価")}));
-    EXPECT_EQ(headings(composite).mid(0, 5),
-              (QStringList{u("No"), f.compositeGrid->text(1, 0), u("複合単価"), u("提出単価"),
-                           u("管")}));
+    EXPECT_EQ(headings(composite).mid(0, 5), (QStringList{u("No"), f.compositeGrid->text(1, 0),
+                                                          u("複合単価"), u("提出単価"), u("管")}));
     EXPECT_EQ(rowTexts(composite, 0).first(), u("15A"));
 
     enter(f.compositeGrid, 5, 1, QStringLiteral("2"));
