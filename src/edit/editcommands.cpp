@@ -1,5 +1,7 @@
 #include "edit/editcommands.h"
 
+#include "sheet/pricesheet.h"
+
 #include "edit/fieldsets.h"
 #include "engine/calcrow.h"
 #include "platform/application.h"
@@ -171,53 +173,53 @@ void EditCommands::pasteLabourFactors() {
 
 void EditCommands::copyDetail() {
     copyDetailOut(m_window.workspace().copyBuffer(), m_window.document().rows(),
-                  m_window.currentTab(), FieldSet::All);
+                  m_window.sheet()->currentTab(), FieldSet::All);
     enableOnlyPaste(m_window.pasteDetailItem);
 }
 
 void EditCommands::copyDetailPrices() {
     copyDetailOut(m_window.workspace().copyBuffer(), m_window.document().rows(),
-                  m_window.currentTab(), FieldSet::Prices);
+                  m_window.sheet()->currentTab(), FieldSet::Prices);
     enableOnlyPaste(m_window.pasteDetailPricesItem);
 }
 
 void EditCommands::copyDetailFactors() {
     copyDetailOut(m_window.workspace().copyBuffer(), m_window.document().rows(),
-                  m_window.currentTab(), FieldSet::Labour);
+                  m_window.sheet()->currentTab(), FieldSet::Labour);
     enableOnlyPaste(m_window.pasteDetailFactorsItem);
 }
 
 void EditCommands::copyDetailLabour() {
     copyDetailOut(m_window.workspace().copyBuffer(), m_window.document().rows(),
-                  m_window.currentTab(), FieldSet::Pipefitter);
+                  m_window.sheet()->currentTab(), FieldSet::Pipefitter);
     enableOnlyPaste(m_window.pasteDetailLabourItem);
 }
 
 void EditCommands::pasteDetail() {
     m_window.document().takeSnapshot();
     pasteDetailIn(m_window.document().rows(), m_window.workspace().copyBuffer(),
-                  m_window.currentTab(), FieldSet::AllButCostUnitPrice);
+                  m_window.sheet()->currentTab(), FieldSet::AllButCostUnitPrice);
     finishPaste(false);
 }
 
 void EditCommands::pasteDetailPrices() {
     m_window.document().takeSnapshot();
     pasteDetailIn(m_window.document().rows(), m_window.workspace().copyBuffer(),
-                  m_window.currentTab(), FieldSet::Prices);
+                  m_window.sheet()->currentTab(), FieldSet::Prices);
     finishPaste(false);
 }
 
 void EditCommands::pasteDetailFactors() {
     m_window.document().takeSnapshot();
     pasteDetailIn(m_window.document().rows(), m_window.workspace().copyBuffer(),
-                  m_window.currentTab(), FieldSet::Labour);
+                  m_window.sheet()->currentTab(), FieldSet::Labour);
     finishPaste(false);
 }
 
 void EditCommands::pasteDetailLabour() {
     m_window.document().takeSnapshot();
     pasteDetailIn(m_window.document().rows(), m_window.workspace().copyBuffer(),
-                  m_window.currentTab(), FieldSet::Pipefitter);
+                  m_window.sheet()->currentTab(), FieldSet::Pipefitter);
     finishPaste(false);
 }
 
@@ -226,7 +228,7 @@ void EditCommands::pasteDetailLabour() {
 void EditCommands::copyFirstDetailAcross() {
     m_window.document().takeSnapshot();
     spreadFirstDetail(m_window.document().rows());
-    m_window.tabs->setCurrentIndex(0);
+    m_window.sheet()->tabs()->setCurrentIndex(0);
     finishPaste(false);
 }
 
@@ -242,7 +244,7 @@ void EditCommands::copyDetailPricesAcross() {
 
 void EditCommands::undo() {
     m_window.document().restoreSnapshot();
-    m_window.tabs->setCurrentIndex(0);
+    m_window.sheet()->tabs()->setCurrentIndex(0);
     m_window.showPipeType();
     if (QTreeWidgetItem* node = m_window.currentPipeTypeNode())
         node->setText(0, trimBlanks(m_window.goodsBox->text()));
@@ -292,13 +294,13 @@ void EditCommands::clearPipeType() {
         return;
     m_window.document().takeSnapshot();
     clearPipeTypeRows(m_window.document().rows());
-    m_window.tabs->setCurrentIndex(0);
+    m_window.sheet()->tabs()->setCurrentIndex(0);
     for (int r = 1; r <= SheetLines; ++r)
         m_window.document().calculateRow(r);
     for (int r = 1; r <= SheetLines; ++r)
-        m_window.showGridRow(r);
+        m_window.sheet()->showGridRow(r);
     for (int r = 1; r <= SheetLines; ++r)
-        m_window.showPriceCells(r);
+        m_window.sheet()->showPriceCells(r);
     if (QTreeWidgetItem* node = m_window.currentPipeTypeNode()) node->setText(0, QString());
     m_window.document().refreshLines();
 }
@@ -308,14 +310,14 @@ void EditCommands::clearDetail() {
                        TaskDialog::IconQuestion, TaskDialog::ButtonYes | TaskDialog::ButtonNo,
                        QStringLiteral("現在の細目をクリア－しますか？")) != TaskDialog::IdYes)
         return;
-    const int t = m_window.currentTab();
+    const int t = m_window.sheet()->currentTab();
     m_window.document().takeSnapshot();
     clearDetailRows(m_window.document().rows(), t);
     for (int r = 1; r <= SheetLines; ++r)
         m_window.document().calculateRow(r);
     for (int g = 1; g <= SheetLines; ++g)
-        m_window.showGridRow(t * TabRows + g);
+        m_window.sheet()->showGridRow(t * TabRows + g);
     for (int r = 1; r <= SheetLines; ++r)
-        m_window.showPriceCells(r);
+        m_window.sheet()->showPriceCells(r);
     m_window.document().refreshLines();
 }

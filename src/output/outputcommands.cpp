@@ -9,6 +9,7 @@
 #include "platform/application.h"
 #include "platform/datapaths.h"
 #include "platform/dialogs.h"
+#include "sheet/pricesheet.h"
 #include "shell/formwidgets.h"
 #include "shell/mainwindow.h"
 #include "store/codepage.h"
@@ -40,21 +41,21 @@ OutputCommands::OutputCommands(MainWindow& window, Dialogs& dialogs)
 
 ExportSheet OutputCommands::sheetTexts() const {
     ExportSheet sheet;
-    sheet.tabCaptions = m_window.tabCaptions();
+    sheet.tabCaptions = m_window.sheet()->tabCaptions();
     for (int i = 0; i < 3; ++i)
         sheet.statusPanels[std::size_t(i)] = m_window.statusPanel(i);
     return sheet;
 }
 
 void OutputCommands::showSubmittedSide(int row) {
-    m_window.materialGrid->selectCells(QRect(1, row, 1, 1));
+    m_window.sheet()->materialGrid()->selectCells(QRect(1, row, 1, 1));
 }
 
 void OutputCommands::exportRows(int mode) {
     const auto dialog = std::make_unique<ExcelOptionsDialog>(&m_window);
     int result = ExcelOptionsDialog::ResultCancel;
     if (mode != ExportPrint) result = dialog->exec();
-    showSubmittedSide(m_window.materialGrid->selectedCells().top());
+    showSubmittedSide(m_window.sheet()->materialGrid()->selectedCells().top());
     if (mode != ExportPrint && result == ExcelOptionsDialog::ResultCancel) return;
 
     ExportOptions options;
@@ -98,8 +99,8 @@ void OutputCommands::exportWorkbook() {
 
     const DataPaths& paths = m_window.workspace().paths();
     const QString streamPath = excelStreamPath(paths.dataRoot);
-    writeExcelStream(streamPath,
-                     excelStream(paths.exDatabase, m_window.currentGroup, m_window.tabCaptions()));
+    writeExcelStream(streamPath, excelStream(paths.exDatabase, m_window.currentGroup,
+                                             m_window.sheet()->tabCaptions()));
     const QString book = excelWorkbookPath(paths.dataRoot, QDateTime::currentDateTime());
     writeExcelWorkbook(streamPath, book);
     if (!m_dialogs.openDocument(book))
@@ -109,7 +110,7 @@ void OutputCommands::exportWorkbook() {
 }
 
 void OutputCommands::printPipeType() {
-    showSubmittedSide(m_window.materialGrid->row());
+    showSubmittedSide(m_window.sheet()->materialGrid()->row());
     PrintHandOff h;
     h.dataRoot = m_window.workspace().paths().dataRoot;
     h.styleIndex = m_window.printStyleRadio->itemIndex();

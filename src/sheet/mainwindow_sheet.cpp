@@ -5,8 +5,8 @@
 #include "controls/boxlabl.h"
 #include "controls/gradpan.h"
 #include "controls/numberedit.h"
-#include "controls/pricegrid.h"
 #include "platform/dialogs.h"
+#include "sheet/pricesheet.h"
 #include "sheet/sheettexts.h"
 #include "shell/formwidgets.h"
 
@@ -105,12 +105,6 @@ const QStringList JointItems = {
     QStringLiteral("拡管式"),
     QStringLiteral("溶接接合"),
 };
-
-const QString GridHint = QStringLiteral(
-    "入力はセルをダブルクリックしてください。Shift+Enterで以降の行に同一のデータが入力されます。");
-
-constexpr int RowHeight = 26;
-constexpr int Col0Width = 50;
 
 EditCombo* nameCombo(QWidget* parent, const char* name, const QStringList& items) {
     auto* box = new EditCombo(parent);
@@ -216,57 +210,21 @@ void MainWindow::buildSheet() {
     right->setSpacing(4);
     right->addWidget(buildNameBox());
 
-    auto* sheet = new QWidget(centralArea_);
-    sheet->setObjectName(QStringLiteral("SheetFrame"));
-    auto* sheetLayout = new QVBoxLayout(sheet);
-    sheetLayout->setContentsMargins(0, 0, 0, 0);
-    sheetLayout->setSpacing(0);
-    tabs = new QTabBar(sheet);
-    tabs->setObjectName(QStringLiteral("tabs"));
-    tabs->setExpanding(false);
-    tabs->setDrawBase(true);
-    sheetLayout->addWidget(tabs);
-
-    gridPanel = new QWidget(sheet);
-    gridPanel->setObjectName(QStringLiteral("gridPanel"));
-    gridPanel->setAutoFillBackground(true);
-    auto* panelLayout = new QGridLayout(gridPanel);
-    panelLayout->setContentsMargins(4, 4, 4, 4);
-    panelLayout->setHorizontalSpacing(5);
-    panelLayout->setVerticalSpacing(2);
-    materialCaption = new QLabel(QStringLiteral("資材単価"), gridPanel);
-    materialCaption->setObjectName(QStringLiteral("materialCaption"));
-    compositeCaption = new QLabel(QStringLiteral("複合単価"), gridPanel);
-    compositeCaption->setObjectName(QStringLiteral("compositeCaption"));
-    materialGrid = new PriceGrid(Grid2Cols, SheetLines, 1, gridPanel);
-    materialGrid->setObjectName(QStringLiteral("materialGrid"));
-    materialGrid->setRangeSelect(true);
-    compositeGrid = new PriceGrid(Grid1Cols, SheetLines, 4, gridPanel);
-    compositeGrid->setObjectName(QStringLiteral("compositeGrid"));
-    panelLayout->addWidget(materialCaption, 0, 0);
-    panelLayout->addWidget(compositeCaption, 0, 1);
-    panelLayout->addWidget(materialGrid, 1, 0, Qt::AlignTop | Qt::AlignLeft);
-    panelLayout->addWidget(compositeGrid, 1, 1, Qt::AlignTop | Qt::AlignLeft);
-    panelLayout->setColumnStretch(1, 1);
-    panelLayout->setRowStretch(2, 1);
-    sheetLayout->addWidget(gridPanel, 1);
-    right->addWidget(sheet, 1);
+    sheet_ = new PriceSheet(document(), dialogs_, rightBox);
+    sheet_->setOptionsSource([this] {
+        return PriceSheet::Options{resultsSwitch->isOn(), modeRadio->itemIndex() == 1,
+                                   useRateCheck->checked()};
+    });
+    right->addWidget(sheet_, 1);
 
     right->addWidget(buildOptions());
     sheetScroll->setWidget(rightBox);
+    sheet_->fitInto(sheetScroll);
     treeSplitter->addWidget(sheetScroll);
     treeSplitter->setStretchFactor(0, 0);
     treeSplitter->setStretchFactor(1, 1);
     treeSplitter->setSizes({180, DefaultWidth - 180});
 
-    for (PriceGrid* g : {materialGrid, compositeGrid}) {
-        g->setRowHeight(RowHeight);
-        g->setHeadingColors(sheetDark(), Qt::white);
-        g->setSelectionColors(sheetMark(), Qt::white);
-        g->setToolTip(GridHint);
-    }
-    materialGrid->setAccessibleName(QStringLiteral("資材単価"));
-    compositeGrid->setAccessibleName(QStringLiteral("複合単価"));
     connectSheet();
 }
 
@@ -466,7 +424,7 @@ void MainWindow::connectSheet() {
     unitFractionList->OnSelect = [this] { applyControls(); };
     useRateCheck->onClicked = [this] { applyControls(); };
     resultsSwitch->onClicked = [this] {
-        updateCompositeEditing();
+        sheet_->updateCompositeEditing();
         applyControls();
     };
     for (EditCombo* box : {goodsBox, useBox, jointBox, unitBox})
@@ -489,26 +447,9 @@ void MainWindow::connectSheet() {
     connect(tree, &QTreeWidget::itemClicked, this, [this] { treeClicked(); });
     tree->installEventFilter(this);
     tree->viewport()->installEventFilter(this);
-    gridPanel->installEventFilter(this);
-    sheetScroll->viewport()->installEventFilter(this);
     connect(tree, &QWidget::customContextMenuRequested, this, [this](const QPoint& pos) {
         treePopupMenu->popup(tree->viewport()->mapToGlobal(pos));
     });
-    connect(tabs, &QTabBar::currentChanged, this, [this] {
-        if (!settingTabs_) tabChanged();
-    });
-    connect(compositeGrid, &PriceGrid::cellSelected, this, [this](int c, int r) {
-        selectCompositeCell(c, r);
-        compositeCellChosen();
-    });
-    connect(materialGrid, &PriceGrid::cellSelected, this, [this](int c, int r) {
-        selectMaterialCell(c, r);
-        materialCellChosen();
-    });
-    connect(materialGrid, &PriceGrid::editTextChanged, this,
-            [this](int c, int r, const QString& v) { setMaterialEditText(c, r, v); });
-    compositeGrid->setKeyHandler([this](const QKeyEvent& key) { compositeKeyDown(key); });
-    materialGrid->setKeyHandler([this](const QKeyEvent& key) { materialKeyDown(key); });
     sizeSetAction->setEnabled(true);
     connect(sizeSetAction, &QAction::triggered, this, &MainWindow::setSizes);
     connect(saveItem, &QAction::triggered, this, &MainWindow::saveItemTriggered);
@@ -533,9 +474,6 @@ bool MainWindow::eventFilter(QObject* watched, QEvent* event) {
                 return true;
             }
         }
-    } else if (event->type() == QEvent::Resize &&
-               (watched == gridPanel || watched == sheetScroll->viewport())) {
-        layoutGrids();
     } else if (tree && watched == tree->viewport() && event->type() == QEvent::ToolTip) {
         // A long name cut off by the tree's width reads whole in the hint.
         auto* help = static_cast<QHelpEvent*>(event);
@@ -569,64 +507,4 @@ bool MainWindow::eventFilter(QObject* watched, QEvent* event) {
         return true; // the press has opened the menu already
     }
     return QMainWindow::eventFilter(watched, event);
-}
-
-void MainWindow::setupSheet() {
-    // fixed captions.
-    materialGrid->setText(1, 0, QStringLiteral("提　出"));
-    materialGrid->setText(2, 0, QStringLiteral("原　価"));
-    materialGrid->setText(3, 0, QStringLiteral("定　価"));
-    compositeGrid->setText(0, 0, QStringLiteral("No"));
-    compositeGrid->setText(2, 0, QStringLiteral("複合単価"));
-    compositeGrid->setText(3, 0, QStringLiteral("提出単価"));
-    compositeGrid->setText(4, 0, QStringLiteral("管"));
-    compositeGrid->setText(8, 0, QStringLiteral("配管工"));
-
-    // Cell styles: the labels of the lines and the composite prices and
-    // labour figures on the dark ground, the figures one enters on white.
-    for (PriceGrid* g : {compositeGrid, materialGrid}) {
-        for (int c = 0; c < g->columnCount(); ++c)
-            g->setCellAlignment(c, 0, Qt::AlignHCenter);
-        for (int r = 1; r < GridRows; ++r) {
-            for (int c = 0; c < g->columnCount(); ++c) {
-                const bool dark = c == 0 || (g == compositeGrid && (c == 3 || c == 8));
-                g->setCellColor(c, r, dark ? sheetDark() : QColor(Qt::white));
-                g->setCellFontColor(c, r, dark ? QColor(Qt::white) : QColor(Qt::black));
-                g->setCellAlignment(c, r, c == 0 ? Qt::AlignHCenter : Qt::AlignRight);
-            }
-        }
-    }
-    layoutGrids();
-}
-
-void MainWindow::layoutGrids() {
-    if (!gridPanel || !compositeGrid) return;
-    // The grids fit in what the sheet's scroll area shows, even where the
-    // rows above and below them make the sheet wider than the screen.
-    const int shown = sheetScroll->viewport()->width() -
-                      gridPanel->mapTo(sheetScroll->widget(), QPoint(0, 0)).x();
-    const int w = std::min(gridPanel->width(), shown);
-    // The form's rule, (w - 120) / 13, unless the panel's margins and the
-    // frames here leave less room: the last column must not be cut off.
-    const QMargins m = gridPanel->layout()->contentsMargins();
-    const auto* grid = static_cast<QGridLayout*>(gridPanel->layout());
-    const int frames = 4 * compositeGrid->frameWidth() + 2;
-    const int room = w - m.left() - m.right() - grid->horizontalSpacing() - 55 - Col0Width - frames;
-    const int c = std::max(0, std::min((w - 120) / 13, room / 13));
-    for (PriceGrid* g : {compositeGrid, materialGrid}) {
-        g->setColumnWidth(0, Col0Width);
-        for (int col = 1; col < g->columnCount(); ++col)
-            g->setColumnWidth(col, c);
-        g->setFixedHeight(g->contentHeight());
-    }
-    // Both grids are as wide as their columns.
-    for (PriceGrid* g : {compositeGrid, materialGrid})
-        g->setFixedWidth(Col0Width + (g->columnCount() - 1) * c + 2 * g->frameWidth());
-}
-
-QStringList MainWindow::tabCaptions() const {
-    QStringList captions;
-    for (int t = 0; t < tabs->count(); ++t)
-        captions << tabs->tabText(t);
-    return captions;
 }

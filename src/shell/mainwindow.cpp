@@ -4,13 +4,13 @@
 #include "controls/controlerrors.h"
 #include "controls/gradpan.h"
 #include "controls/numberedit.h"
-#include "controls/pricegrid.h"
 #include "edit/editcommands.h"
 #include "edit/librarycommands.h"
 #include "output/outputcommands.h"
 #include "platform/application.h"
 #include "platform/datapaths.h"
 #include "platform/dialogs.h"
+#include "sheet/pricesheet.h"
 #include "shell/grouprewritecommands.h"
 #include "shell/settingsfiles.h"
 #include "store/piperow.h"
@@ -49,8 +49,7 @@ MainWindow::MainWindow(Dialogs& dialogs, const QString& launchString, QWidget* p
     };
     for (NumberEdit* edit : findChildren<NumberEdit*>())
         edit->OnFailure = showFailure;
-    for (PriceGrid* grid : {compositeGrid, materialGrid})
-        grid->setFailureHandler(showFailure);
+    sheet_->setFailureHandler(showFailure);
     velmoraEmblem->OnFailure = showFailure;
 
     // A failure in the creation step is shown like any other, and the form

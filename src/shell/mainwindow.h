@@ -42,8 +42,7 @@ class OutputCommands;
 class GradientPanel;
 class NumberEdit;
 class RadioGroup;
-class PriceGrid;
-class QKeyEvent;
+class PriceSheet;
 class ToggleSwitch;
 
 // The dialogs the program makes at its start and the window shows; a
@@ -215,12 +214,8 @@ public:
     QLineEdit* pageEdit = nullptr;
     QPushButton* saveButton = nullptr; // 登　録
 
-    QTabBar* tabs = nullptr;
-    QWidget* gridPanel = nullptr;
-    QLabel* materialCaption = nullptr;  // over materialGrid
-    QLabel* compositeCaption = nullptr; // over compositeGrid
-    PriceGrid* compositeGrid = nullptr;
-    PriceGrid* materialGrid = nullptr;
+    // The tabs and the two grids.
+    PriceSheet* sheet() const { return sheet_; }
 
     // The options of the pipe type.
     RadioGroup* modeRadio = nullptr;        // モード
@@ -240,9 +235,6 @@ public:
 
     // Set while showPipeType fills the controls.
     bool refreshing = false;
-    // The remembered cells of the grids (column, row).
-    int compositeCol = 4, compositeRow = 1;
-    int materialCol = 4, materialRow = 1;
 
     // ---- The tree ---------------------------------------------------------
     // Node by absolute index (group g is (g-1) x 21, its pipe type k is
@@ -262,34 +254,14 @@ public:
     void fillGroupNodes(int g);
     void loadGroupNames();
     void saveGroupNames();
-    void showGridRow(int r);
-    void showPriceCells(int r);
-    void markRow(int g);
-    void setupSheet();
-    void setCompositeHeadings(bool refrigerant, bool longForm);
-    int currentTab() const;
-    // The rows shown on the current tab start after this row.
-    int tabBase() const { return currentTab() * 15; }
-
-    // Cell entry (the remembered cells are compositeCol/compositeRow, materialCol/materialRow).
-    void selectCompositeCell(int col, int row);
-    void selectMaterialCell(int col, int row);
-    void setMaterialEditText(int col, int row, const QString& value);
-    void compositeKeyDown(const QKeyEvent& key);
-    void materialKeyDown(const QKeyEvent& key);
-    // The factor columns accept entry only while they show factors.
-    void updateCompositeEditing();
+    // The size presets, with the dialog made at the start.
     void setSizes();
 
     void treeClicked();
     void treeMouseReleased();
-    void tabChanged();
-    void compositeCellChosen();
-    void materialCellChosen();
     void nameBoxKeyPress(int key, bool& handled);
     void saveButtonClicked();
     void saveItemTriggered();
-    void layoutGrids();
 
     // The steps of opening and closing.
     void prepareShow();
@@ -350,8 +322,6 @@ public:
     // it stays current there, its node selected, the group's names shown
     // again.
     void followMovedPipeType(int kan);
-    // The captions of tabs, in order.
-    QStringList tabCaptions() const;
 
 protected:
     void showEvent(QShowEvent* event) override;
@@ -363,13 +333,8 @@ private:
     QWidget* buildNameBox();
     QWidget* buildOptions();
     void connectSheet();
-    // The filter both grids share; true when the key commits.
-    bool gridKeyCommits(PriceGrid* grid, const QKeyEvent& key);
-    void commitCompositeCell(bool enter, bool shiftDown);
-    void commitMaterialCell(bool enter);
     void treeClickSteps();
     bool shown_ = false;
-    bool settingTabs_ = false;
     bool treeClickRunning_ = false;
     // The node the last tree click went to.
     QTreeWidgetItem* lastTreeNode_ = nullptr;
@@ -385,6 +350,7 @@ private:
     Dialogs& dialogs_;
     Workspace* workspace_ = nullptr;
     QWidget* centralArea_ = nullptr;
+    PriceSheet* sheet_ = nullptr;
     std::array<QLabel*, StatusPanelCount> statusPanels{};
     FormDialogs formDialogs_;
     std::array<QMenu*, 10> groupMenus_{};

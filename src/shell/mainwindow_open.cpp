@@ -6,10 +6,10 @@
 
 #include "shell/aboutdialog.h"
 
-#include "controls/pricegrid.h"
 #include "platform/application.h"
 #include "platform/datapaths.h"
 #include "platform/dialogs.h"
+#include "sheet/pricesheet.h"
 #include "sheet/sheettexts.h"
 #include "shell/formwidgets.h"
 #include "shell/settingsfiles.h"
@@ -75,7 +75,6 @@ void MainWindow::prepareShow() {
     QPalette tips = QToolTip::palette();
     tips.setColor(QPalette::ToolTipBase, QColor(0, 255, 0));
     QToolTip::setPalette(tips);
-    setupSheet();
     document().clearRows(RowCount);
     clearSheet();
     for (QAction* a :
@@ -108,10 +107,7 @@ void MainWindow::prepareShow() {
     rowsLoaded = true;
     document().takeSnapshot();
     showPipeType();
-    compositeCol = materialCol = 4;
-    compositeRow = materialRow = 1;
-    for (PriceGrid* grid : {compositeGrid, materialGrid})
-        grid->setCellColor(0, 1, sheetMark());
+    sheet_->resetCells();
 }
 
 QRect MainWindow::defaultGeometry() const {

@@ -3,12 +3,12 @@
 #include "shell/mainwindow.h"
 
 #include "controls/numberedit.h"
-#include "controls/pricegrid.h"
 #include "engine/calcrow.h"
 #include "platform/application.h"
 #include "platform/datapaths.h"
 #include "platform/dialogs.h"
 #include "platform/waitcursor.h"
+#include "sheet/pricesheet.h"
 #include "sheet/sheettexts.h"
 #include "shell/confrecord.h"
 #include "shell/formwidgets.h"
@@ -271,48 +271,36 @@ void MainWindow::treeMouseReleased() {
 
 // ---- Rows to controls ---------------------------------------------------------
 
-int MainWindow::currentTab() const {
-    return std::max(0, tabs->currentIndex());
-}
-
 void MainWindow::clearSheet() {
     goodsBox->setText(QString());
     labourCostSubmittedEdit->setValue(0);
     labourCostCostEdit->setValue(0);
-    for (int r = 1; r < GridRows; ++r) {
-        for (int c = 1; c <= 3; ++c)
-            materialGrid->setText(c, r, QString());
-        for (int c = 1; c <= 10; ++c)
-            compositeGrid->setText(c, r, QString());
-    }
+    sheet_->clear();
 }
 
 void MainWindow::showPipeType() {
     const FlagScope filling(refreshing);
     clearSheet();
     PipeTypeOptions o = document().options();
-    {
-        const FlagScope settingTabs(settingTabs_);
-        while (tabs->count() > 0)
-            tabs->removeTab(0);
-        if (o.modeFlag() == 0) {
-            copyFirstDetailAcrossItem->setEnabled(true);
-            for (int t = 0; t < 4; ++t) {
-                PipeRow& row = rows()[t * 15 + 1];
-                if (row.kindBytes.isEmpty()) row.setKind(DefaultDetailCaptions[std::size_t(t)]);
-                tabs->addTab(row.kind());
-            }
-            setCompositeHeadings(false, true);
-            copyFirstDetailAcrossItem->setText(tabs->tabText(0) + QStringLiteral("のデータを") +
-                                               tabs->tabText(1) + QStringLiteral("・") +
-                                               tabs->tabText(2) + QStringLiteral("・") +
-                                               tabs->tabText(3) + QStringLiteral("へコピ－"));
-        } else if (o.modeFlag() == 1) {
-            copyFirstDetailAcrossItem->setEnabled(false);
-            tabs->addTab(RefrigerantTabCaption);
-            tabs->setCurrentIndex(0);
-            setCompositeHeadings(true, true);
+    if (o.modeFlag() == 0) {
+        copyFirstDetailAcrossItem->setEnabled(true);
+        QStringList kinds;
+        for (int t = 0; t < 4; ++t) {
+            PipeRow& row = rows()[t * 15 + 1];
+            if (row.kindBytes.isEmpty()) row.setKind(DefaultDetailCaptions[std::size_t(t)]);
+            kinds << row.kind();
         }
+        sheet_->setTabCaptions(kinds);
+        sheet_->setHeadings(false, true);
+        copyFirstDetailAcrossItem->setText(kinds[0] + QStringLiteral("のデータを") + kinds[1] +
+                                           QStringLiteral("・") + kinds[2] + QStringLiteral("・") +
+                                           kinds[3] + QStringLiteral("へコピ－"));
+    } else if (o.modeFlag() == 1) {
+        copyFirstDetailAcrossItem->setEnabled(false);
+        sheet_->setTabCaptions({RefrigerantTabCaption});
+        sheet_->setHeadings(true, true);
+    } else {
+        sheet_->setTabCaptions({});
     }
     goodsBox->setText(rows()[1].goods());
     useBox->setText(rows()[2].goods());
@@ -323,7 +311,7 @@ void MainWindow::showPipeType() {
     setStatusPanel(0, rows()[1].goods());
     setStatusPanel(1, rows()[2].goods());
     setStatusPanel(2, rows()[3].goods());
-    setStatusPanel(3, tabs->tabText(tabs->currentIndex()));
+    setStatusPanel(3, sheet_->tabCaptions().value(sheet_->currentTab()));
     setStatusPanel(4, rows()[15].size());
 
     labourCostSubmittedEdit->setValue(currencyValue(o.labourSubmitted()));
@@ -339,10 +327,7 @@ void MainWindow::showPipeType() {
     modeRadio->setItemIndex(o.modeFlag());
     otherCostRadio->setItemIndex(o.otherMethod());
 
-    {
-        const FlagScope settingTabs(settingTabs_);
-        tabs->setCurrentIndex(0);
-    }
+    sheet_->selectFirstTab();
 
     if (o.rateOn() == Currency::fromInt(1))
         useRateCheck->SetChecked(true);
@@ -351,10 +336,7 @@ void MainWindow::showPipeType() {
 
     for (int r = 1; r < OptionRow; ++r)
         document().calculateRow(r);
-    for (int r = 1; r <= SheetLines; ++r)
-        showGridRow(r);
-    for (int r = 1; r <= SheetLines; ++r)
-        showPriceCells(r);
+    sheet_->showTab();
     document().setUndoAvailable(false);
 }
 
@@ -362,16 +344,16 @@ void MainWindow::showPipeType() {
 
 void MainWindow::applyControls() {
     if (refreshing) return;
-    materialCaption->setText(useRateCheck->checked() ? QStringLiteral("資材単価[単価に掛率を使用]")
-                                                     : QStringLiteral("資材単価"));
+    sheet_->setRateCaption(useRateCheck->checked());
     document().takeSnapshot();
     rows()[1].setGoods(goodsBox->text());
     rows()[2].setGoods(useBox->text());
     rows()[3].setGoods(jointBox->text());
     rows()[4].setGoods(buildingEdit->text());
     rows()[5].setGoods(pageEdit->text());
+    const QStringList kinds = sheet_->tabCaptions();
     for (int t = 0; t < 4; ++t)
-        if (t < tabs->count()) rows()[t * 15 + 1].setKind(tabs->tabText(t));
+        if (t < kinds.size()) rows()[t * 15 + 1].setKind(kinds[t]);
     for (int r = 1; r <= RowCount; ++r)
         rows()[r].setUnit(unitBox->text());
 
@@ -401,27 +383,16 @@ void MainWindow::applyControls() {
         throw;
     }
     document().refreshLines();
-    setCompositeHeadings(modeRadio->itemIndex() == 1, false);
-    compositeGrid->setText(1, 0, QStringLiteral("採用単価"));
+    sheet_->setHeadings(modeRadio->itemIndex() == 1, false);
 }
 
 void MainWindow::recalcAndShowTab() {
     for (int r = 1; r < OptionRow; ++r)
         document().calculateRow(r);
-    const int base = tabBase();
-    for (int g = 1; g <= SheetLines; ++g)
-        showGridRow(base + g);
-    for (int r = 1; r <= SheetLines; ++r)
-        showPriceCells(r);
+    sheet_->showTab();
 }
 
 // ---- Events -----------------------------------------------------------------------
-
-void MainWindow::tabChanged() {
-    const int base = tabBase();
-    for (int g = 1; g <= SheetLines; ++g)
-        showGridRow(base + g);
-}
 
 void MainWindow::nameBoxKeyPress(int key, bool& handled) {
     if (key != Qt::Key_Return && key != Qt::Key_Enter) return;
@@ -433,6 +404,10 @@ void MainWindow::nameBoxKeyPress(int key, bool& handled) {
 void MainWindow::saveButtonClicked() {
     applyControls();
     saveCurrentPipeType(1);
+}
+
+void MainWindow::setSizes() {
+    sheet_->setSizes(formDialogs_.sizes);
 }
 
 void MainWindow::saveItemTriggered() {

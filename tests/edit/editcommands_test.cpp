@@ -192,12 +192,12 @@ TEST_F(EditCommands, WholeAllCopyCarriesModeRatesAndRoundingToAnotherPipeType) {
     clickNode(2);
     ASSERT_EQ(f.currentPipeType, 2);
     ASSERT_EQ(f.modeRadio->itemIndex(), 0);
-    ASSERT_EQ(f.tabs->count(), 4);
+    ASSERT_EQ(f.sheet()->tabs()->count(), 4);
     ASSERT_FALSE(f.useRateCheck->checked());
     f.pasteWholeTableItem->trigger();
     EXPECT_TRUE(f.useRateCheck->checked());
     EXPECT_EQ(f.modeRadio->itemIndex(), 1);
-    EXPECT_EQ(f.tabs->count(), 1);
+    EXPECT_EQ(f.sheet()->tabs()->count(), 1);
     EXPECT_FALSE(f.copyFirstDetailAcrossItem->isEnabled());
     EXPECT_EQ(f.digitsRadio->itemIndex(), 0);
     EXPECT_EQ(f.fractionRadio->itemIndex(), 1);
@@ -265,7 +265,7 @@ TEST_F(EditCommands, EachPasteCarriesExactlyItsFields) {
         c.copy->trigger();
         for (int r = 1; r < OptionRow; ++r)
             rows()[r] = other[r];
-        f.tabs->setCurrentIndex(c.detail ? 2 : 0);
+        f.sheet()->tabs()->setCurrentIndex(c.detail ? 2 : 0);
         c.paste->trigger();
         for (int r = 1; r < OptionRow; ++r) {
             const bool target = !c.detail || (r > 30 && r <= 45);
@@ -285,24 +285,24 @@ TEST_F(EditCommands, DetailAllPasteRewritesGoodsAndKindOfTheTabAndItsCaption) {
     f.copyDetailItem->trigger(); // tab 0 of pipe type 1
     clickNode(4);
     const RowTable before = rows();
-    f.tabs->setCurrentIndex(2);
+    f.sheet()->tabs()->setCurrentIndex(2);
     f.pasteDetailItem->trigger();
     for (int i = 1; i <= 15; ++i) {
         EXPECT_EQ(rows()[30 + i].goodsBytes, source[i].goodsBytes) << i;
         EXPECT_EQ(rows()[30 + i].kindBytes, source[i].kindBytes) << i;
         EXPECT_EQ(rows()[30 + i].factor(2), source[i].factor(2)) << i;
     }
-    EXPECT_EQ(f.tabs->tabText(2), u("屋内一般"));
-    EXPECT_EQ(f.tabs->currentIndex(), 0);
+    EXPECT_EQ(f.sheet()->tabs()->tabText(2), u("屋内一般"));
+    EXPECT_EQ(f.sheet()->tabs()->currentIndex(), 0);
     // Other tabs as they were.
     for (int r : {1, 16, 29, 46, 60})
         EXPECT_EQ(rowLine(rows()[r]), rowLine(before[r])) << r;
     // An empty KIND gets the default caption.
-    f.tabs->setCurrentIndex(1);
+    f.sheet()->tabs()->setCurrentIndex(1);
     ws().copyBuffer()[1].kindBytes.clear();
     f.pasteDetailItem->trigger();
-    EXPECT_EQ(f.tabs->tabText(1), u("機械室・便所"));
-    EXPECT_EQ(f.tabs->currentIndex(), 0);
+    EXPECT_EQ(f.sheet()->tabs()->tabText(1), u("機械室・便所"));
+    EXPECT_EQ(f.sheet()->tabs()->currentIndex(), 0);
 }
 
 TEST_F(EditCommands, AfterEveryPasteTabZeroIsCurrent) {
@@ -311,9 +311,9 @@ TEST_F(EditCommands, AfterEveryPasteTabZeroIsCurrent) {
     for (QAction* paste :
          {f.pasteWholeTableItem, f.pasteDetailFactorsItem, f.copyFirstDetailAcrossItem}) {
         if (paste == f.pasteDetailFactorsItem) f.copyDetailFactorsItem->trigger();
-        f.tabs->setCurrentIndex(3);
+        f.sheet()->tabs()->setCurrentIndex(3);
         paste->trigger();
-        EXPECT_EQ(f.tabs->currentIndex(), 0) << paste->objectName().toStdString();
+        EXPECT_EQ(f.sheet()->tabs()->currentIndex(), 0) << paste->objectName().toStdString();
         EXPECT_TRUE(f.undoAction->isEnabled());
     }
 }
@@ -322,7 +322,7 @@ TEST_F(EditCommands, RefrigerantModeHasOneTabAndDetailCommandsOnRowsOneToFifteen
     MainWindow& f = open();
     clickNode(9 * 21 + 1); // group 10, pipe type 1
     ASSERT_EQ(doc().options().modeFlag(), 1);
-    EXPECT_EQ(f.tabs->count(), 1);
+    EXPECT_EQ(f.sheet()->tabs()->count(), 1);
     EXPECT_FALSE(f.copyFirstDetailAcrossItem->isEnabled());
     f.copyDetailFactorsItem->trigger();
     const RowTable before = rows();
@@ -375,23 +375,24 @@ TEST_F(EditCommands, UndoOfAClearOrAPasteBringsTheFlagsBack) {
         f.undoAction->trigger();
         EXPECT_EQ(rows()[7].modeFlag, 2) << command->objectName().toStdString();
         EXPECT_EQ(rows()[OptionRow].modeFlag, 1) << command->objectName().toStdString();
-        EXPECT_EQ(f.tabs->count(), 1);
+        EXPECT_EQ(f.sheet()->tabs()->count(), 1);
     }
 }
 
 TEST_F(EditCommands, TwoEditsThenUndoUndoesOnlyTheSecond) {
     MainWindow& f = open();
     auto enter = [&](int col, int row, const char* text) {
-        ASSERT_TRUE(f.compositeGrid->focusCell(col, row));
+        ASSERT_TRUE(f.sheet()->compositeGrid()->focusCell(col, row));
         for (char ch : QByteArray(text)) {
-            QWidget* target = f.compositeGrid->editorMode()
-                                  ? static_cast<QWidget*>(f.compositeGrid->inplaceEditor())
-                                  : f.compositeGrid;
+            QWidget* target =
+                f.sheet()->compositeGrid()->editorMode()
+                    ? static_cast<QWidget*>(f.sheet()->compositeGrid()->inplaceEditor())
+                    : f.sheet()->compositeGrid();
             QTest::keyClick(target, ch);
         }
-        QWidget* target = f.compositeGrid->editorMode()
-                              ? static_cast<QWidget*>(f.compositeGrid->inplaceEditor())
-                              : f.compositeGrid;
+        QWidget* target = f.sheet()->compositeGrid()->editorMode()
+                              ? static_cast<QWidget*>(f.sheet()->compositeGrid()->inplaceEditor())
+                              : f.sheet()->compositeGrid();
         QTest::keyClick(target, Qt::Key_Return);
     };
     const Currency old4 = rows()[4].factor(2);
@@ -420,7 +421,7 @@ TEST_F(EditCommands, ClearPipeTypeAsksClearsAndUndoBringsTheTreeTextBack) {
     EXPECT_EQ(fullRow(rows()[1]), fullRow(before[1]));
     EXPECT_EQ(f.treeNode(1)->text(0), name);
 
-    f.tabs->setCurrentIndex(2);
+    f.sheet()->tabs()->setCurrentIndex(2);
     dialogs.answerBox(TaskDialog::IdYes);
     f.clearPipeTypeItem->trigger();
     for (int r = 1; r <= RowCount; ++r) {
@@ -433,7 +434,7 @@ TEST_F(EditCommands, ClearPipeTypeAsksClearsAndUndoBringsTheTreeTextBack) {
         EXPECT_EQ(rows()[r].key, before[r].key);
         EXPECT_EQ(rows()[r].otherMethod, before[r].otherMethod);
     }
-    EXPECT_EQ(f.tabs->currentIndex(), 0);
+    EXPECT_EQ(f.sheet()->tabs()->currentIndex(), 0);
     EXPECT_EQ(cell1(0, 1), QString());
     EXPECT_EQ(cell2(1, 1), formatAmount(Currency()));
     EXPECT_EQ(f.treeNode(1)->text(0), QString());
@@ -507,12 +508,12 @@ TEST_F(EditCommands, MoveCarriesTheSelectionAndASaveLeavesTheNeighbourByteIdenti
 TEST_F(EditCommands, ClearDetailKeepsSizesAndPricesAndShowsZeroFactors) {
     MainWindow& f = open();
     const RowTable before = rows();
-    f.tabs->setCurrentIndex(1);
+    f.sheet()->tabs()->setCurrentIndex(1);
     dialogs.answerBox(TaskDialog::IdYes);
     f.clearDetailItem->trigger();
     ASSERT_EQ(dialogs.Boxes().size(), 1u);
     EXPECT_EQ(dialogs.Boxes()[0].content, u("現在の細目をクリア－しますか？"));
-    EXPECT_EQ(f.tabs->currentIndex(), 1);
+    EXPECT_EQ(f.sheet()->tabs()->currentIndex(), 1);
     for (int g = 1; g <= 14; ++g) {
         const int r = 15 + g;
         EXPECT_EQ(rows()[r].sizeBytes, before[r].sizeBytes);
@@ -540,7 +541,7 @@ TEST_F(EditCommands, OptionRowIntactAfterTheDetailCommandsOnTheFourthTab) {
     f.copyDetailItem->trigger();
     clickNode(1);
     auto onTab4 = [&](QAction* command) {
-        f.tabs->setCurrentIndex(3);
+        f.sheet()->tabs()->setCurrentIndex(3);
         command->trigger();
         EXPECT_EQ(fullRow(rows()[OptionRow]), option) << command->objectName().toStdString();
     };
@@ -589,7 +590,7 @@ TEST_F(EditCommands, SpreadCopiesTheFirstDetailToTheOtherThree) {
             EXPECT_EQ(rows()[r].factors, rows()[i].factors) << r;
             EXPECT_EQ(rows()[r].kindBytes, before[r].kindBytes) << r;
         }
-    EXPECT_EQ(f.tabs->tabText(1), u("機械室・便所"));
+    EXPECT_EQ(f.sheet()->tabs()->tabText(1), u("機械室・便所"));
     f.undoAction->trigger();
     EXPECT_EQ(rows()[17].factors, before[17].factors);
 }

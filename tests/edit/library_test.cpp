@@ -377,7 +377,7 @@ TEST_F(LibraryLoad, AnEntryChangesSizesAndFactorsOfRowsOneTo59AndNothingElse) {
 TEST_F(LibraryLoad, TheCurrentTabIsShown) {
     MainWindow& f = open();
     writeEntry(QStringLiteral("entry"));
-    f.tabs->setCurrentIndex(2);
+    f.sheet()->tabs()->setCurrentIndex(2);
     pick(QStringLiteral("entry"));
     EXPECT_EQ(cell1(0, 1), QStringLiteral("F31"));
     EXPECT_EQ(cell1(0, 14), QStringLiteral("F44"));

@@ -63,11 +63,13 @@ protected:
         form->outputs()->exportCsvFile();
         return readBytes(path);
     }
-    void selectGrid2(int col, int row) { form->materialGrid->selectCells(QRect(col, row, 1, 1)); }
+    void selectGrid2(int col, int row) {
+        form->sheet()->materialGrid()->selectCells(QRect(col, row, 1, 1));
+    }
     // The refrigerant demo pipe type of group 10.
     void openRefrigerant() {
         clickNode(9 * 21 + 1);
-        ASSERT_EQ(form->tabs->count(), 1);
+        ASSERT_EQ(form->sheet()->tabs()->count(), 1);
     }
 };
 
@@ -95,7 +97,7 @@ TEST_F(OutputForm, MenuItemsAreJoined) {
 
 TEST_F(OutputForm, CsvOfPipingTypeWithHeadingsAndFactors) {
     open();
-    ASSERT_EQ(form->tabs->count(), 4);
+    ASSERT_EQ(form->sheet()->tabs()->count(), 4);
     const QByteArray bytes = csv(true, false);
     EXPECT_EQ(bytes, Golden("csv_piping_headings_factors.txt", bytes));
     EXPECT_TRUE(bytes.endsWith(",\r\n"));
@@ -165,18 +167,18 @@ TEST_F(OutputForm, CancelProducesNothingAndStillMovesTheSelection) {
     form->outputs()->exportCsvFile();
     EXPECT_TRUE(dialogs.fileQuestions().empty());
     EXPECT_TRUE(dialogs.Boxes().empty());
-    EXPECT_EQ(form->materialGrid->selectedCells().left(), 1);
-    EXPECT_EQ(form->materialGrid->selectedCells().right(), 1);
-    EXPECT_EQ(form->materialGrid->selectedCells().top(), 5);
-    EXPECT_EQ(form->materialGrid->selectedCells().bottom(), 5);
+    EXPECT_EQ(form->sheet()->materialGrid()->selectedCells().left(), 1);
+    EXPECT_EQ(form->sheet()->materialGrid()->selectedCells().right(), 1);
+    EXPECT_EQ(form->sheet()->materialGrid()->selectedCells().top(), 5);
+    EXPECT_EQ(form->sheet()->materialGrid()->selectedCells().bottom(), 5);
 
     selectGrid2(2, 3);
     dialogs.setClipboard(u("before"));
     answerOptions(true, true, false);
     form->outputs()->exportToClipboard();
     EXPECT_EQ(dialogs.Clipboard(), u("before"));
-    EXPECT_EQ(form->materialGrid->selectedCells().left(), 1);
-    EXPECT_EQ(form->materialGrid->selectedCells().top(), 3);
+    EXPECT_EQ(form->sheet()->materialGrid()->selectedCells().left(), 1);
+    EXPECT_EQ(form->sheet()->materialGrid()->selectedCells().top(), 3);
 }
 
 TEST_F(OutputForm, CancelledSaveDialogWritesNothingAndSaysNothing) {
@@ -194,7 +196,7 @@ TEST_F(OutputForm, PrintDataHasNoDialogNoMessageAndKeepsTheMinus) {
     rows()[1].submittedUnitPrice = strToCurr(u("-1234"));
     rows()[1].submittedAmounts[4] = strToCurr(u("-56789"));
     form->outputs()->exportRows(ExportPrint);
-    EXPECT_EQ(form->materialGrid->selectedCells().left(), 1);
+    EXPECT_EQ(form->sheet()->materialGrid()->selectedCells().left(), 1);
     EXPECT_TRUE(dialogs.Boxes().empty());
     const QByteArray bytes = readBytes(printDataPath(dataRoot));
     const QList<QByteArray> lines = bytes.split('\n');
@@ -214,7 +216,8 @@ TEST_F(OutputForm, ExcelOutWritesStreamAndWorkbookAndOpensIt) {
     form->excelOutAction->trigger();
     EXPECT_EQ(form->windowTitle(), title);
     const QByteArray stream = readBytes(excelStreamPath(dataRoot));
-    EXPECT_EQ(stream, toAnsi(excelStream(db, 1, form->tabCaptions()).join(u("\r\n")) + u("\r\n")));
+    EXPECT_EQ(stream,
+              toAnsi(excelStream(db, 1, form->sheet()->tabCaptions()).join(u("\r\n")) + u("\r\n")));
     EXPECT_EQ(stream.count("AutoFit;1;1;;\r\n"), 6);
     ASSERT_EQ(dialogs.Documents().size(), 1);
     const QString book = dialogs.Documents()[0];

@@ -34,7 +34,7 @@ TEST_F(PrintCommand, WritesTheFilesAndStartsTheProgramWithDataRootAndSemicolon) 
     ASSERT_TRUE(f.printAction->isEnabled());
     ASSERT_TRUE(f.printItem->isEnabled());
     EXPECT_EQ(f.printItem->text(), u("印  刷"));
-    f.materialGrid->selectCells(QRect(3, 5, 1, 1));
+    f.sheet()->materialGrid()->selectCells(QRect(3, 5, 1, 1));
 
     f.printItem->trigger();
 
@@ -46,7 +46,7 @@ TEST_F(PrintCommand, WritesTheFilesAndStartsTheProgramWithDataRootAndSemicolon) 
     EXPECT_TRUE(dialogs.Boxes().empty());
 
     // The submitted side is selected for the next redisplay.
-    EXPECT_EQ(f.materialGrid->selectedCells(), QRect(1, 5, 1, 1));
+    EXPECT_EQ(f.sheet()->materialGrid()->selectedCells(), QRect(1, 5, 1, 1));
 
     const QByteArray conf = readAll(printConfPath(dataRoot));
     EXPECT_TRUE(conf.startsWith("[Version]=2.00\r\n[Application_Title]=Qorvale\r\n"));
@@ -104,7 +104,7 @@ TEST_F(PrintCommand, RefrigerantPipeTypeGivesOneTabAndMaskQvr) {
     MainWindow& f = open();
     clickNode(9 * 21 + 1);
     QCoreApplication::processEvents();
-    ASSERT_EQ(f.tabs->count(), 1);
+    ASSERT_EQ(f.sheet()->tabs()->count(), 1);
     f.printAction->trigger();
     EXPECT_TRUE(readAll(printConfPath(dataRoot)).endsWith("[File_Mask]=qvr\r\n"));
     EXPECT_EQ(readAll(printDataPath(dataRoot)).count('\n'), 14);

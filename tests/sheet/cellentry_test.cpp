@@ -49,13 +49,13 @@ TEST_F(CellEntry, FactorEnterStoresRecalculatesAndMovesDown) {
     PipeRow expected = rows()[3];
     expected.factor(2) = c("0.75");
     calcRowWith(expected, doc().options());
-    enter(f.compositeGrid, 5, 3, QStringLiteral("0.75"));
+    enter(f.sheet()->compositeGrid(), 5, 3, QStringLiteral("0.75"));
     EXPECT_EQ(rows()[3].factor(2), c("0.75"));
     EXPECT_EQ(rows()[3].submittedUnitPrice, expected.submittedUnitPrice);
     EXPECT_EQ(cell1(2, 3), formatAmount(expected.submittedUnitPrice));
     EXPECT_EQ(cell1(5, 3), QStringLiteral("0.75"));
-    EXPECT_EQ(f.compositeRow, 4);
-    EXPECT_EQ(f.compositeGrid->selectedCells(), QRect(QPoint(5, 4), QPoint(5, 4)));
+    EXPECT_EQ(f.sheet()->compositeCell().y(), 4);
+    EXPECT_EQ(f.sheet()->compositeGrid()->selectedCells(), QRect(QPoint(5, 4), QPoint(5, 4)));
     EXPECT_TRUE(doc().isChanged());
     EXPECT_TRUE(f.undoAction->isEnabled());
     EXPECT_EQ(dialogs.Beeps(), 0);
@@ -63,24 +63,24 @@ TEST_F(CellEntry, FactorEnterStoresRecalculatesAndMovesDown) {
 
 TEST_F(CellEntry, LastLineWrapsToTheFirst) {
     MainWindow& f = open();
-    enter(f.compositeGrid, 6, 14, QStringLiteral("0.06"));
+    enter(f.sheet()->compositeGrid(), 6, 14, QStringLiteral("0.06"));
     EXPECT_EQ(rows()[14].factor(3), c("0.06"));
-    EXPECT_EQ(f.compositeRow, 1);
+    EXPECT_EQ(f.sheet()->compositeCell().y(), 1);
 }
 
 TEST_F(CellEntry, ShiftEnterFillsDownOnlyLinesWithASize) {
     MainWindow& f = open();
     // line 12 loses its size: the fill-down passes it over.
     rows()[12].sizeBytes.clear();
-    f.showGridRow(12);
+    f.sheet()->showGridRow(12);
     const Currency old12 = rows()[12].factor(4);
     // The Shift that counts is the one the key event carries.
-    enter(f.compositeGrid, 7, 10, QStringLiteral("0.2"), Qt::ShiftModifier);
+    enter(f.sheet()->compositeGrid(), 7, 10, QStringLiteral("0.2"), Qt::ShiftModifier);
     for (int r : {10, 11, 13, 14})
         EXPECT_EQ(rows()[r].factor(4), c("0.2")) << r;
     EXPECT_EQ(rows()[12].factor(4), old12);
     EXPECT_NE(rows()[9].factor(4), c("0.2"));
-    EXPECT_EQ(f.compositeRow, 10); // the cursor stays
+    EXPECT_EQ(f.sheet()->compositeCell().y(), 10); // the cursor stays
     PipeRow expected = rows()[13];
     calcRowWith(expected, doc().options());
     EXPECT_EQ(cell1(2, 13), formatAmount(expected.submittedUnitPrice));
@@ -88,25 +88,25 @@ TEST_F(CellEntry, ShiftEnterFillsDownOnlyLinesWithASize) {
 
 TEST_F(CellEntry, UpDownCommitQuietlyLeftRightWithABeep) {
     MainWindow& f = open();
-    select(f.compositeGrid, 4, 5);
-    type(f.compositeGrid, QStringLiteral("1.2"));
-    press(f.compositeGrid, Qt::Key_Down);
+    select(f.sheet()->compositeGrid(), 4, 5);
+    type(f.sheet()->compositeGrid(), QStringLiteral("1.2"));
+    press(f.sheet()->compositeGrid(), Qt::Key_Down);
     EXPECT_EQ(rows()[5].factor(1), c("1.2"));
     EXPECT_EQ(dialogs.Beeps(), 0);
-    select(f.compositeGrid, 4, 7);
-    type(f.compositeGrid, QStringLiteral("1.3"));
-    press(f.compositeGrid, Qt::Key_Left);
+    select(f.sheet()->compositeGrid(), 4, 7);
+    type(f.sheet()->compositeGrid(), QStringLiteral("1.3"));
+    press(f.sheet()->compositeGrid(), Qt::Key_Left);
     EXPECT_EQ(rows()[7].factor(1), c("1.3"));
     EXPECT_EQ(dialogs.Beeps(), 1);
     // The minus key is one of the other keys.
-    select(f.compositeGrid, 4, 8);
-    press(f.compositeGrid, Qt::Key_Minus);
+    select(f.sheet()->compositeGrid(), 4, 8);
+    press(f.sheet()->compositeGrid(), Qt::Key_Minus);
     EXPECT_EQ(dialogs.Beeps(), 2);
 }
 
 TEST_F(CellEntry, NoNumberInTheFactorGridStoresZero) {
     MainWindow& f = open();
-    enter(f.compositeGrid, 4, 2, QStringLiteral("1.2.3"));
+    enter(f.sheet()->compositeGrid(), 4, 2, QStringLiteral("1.2.3"));
     EXPECT_EQ(rows()[2].factor(1).raw, 0);
     EXPECT_TRUE(dialogs.Boxes().empty());
 }
@@ -114,7 +114,7 @@ TEST_F(CellEntry, NoNumberInTheFactorGridStoresZero) {
 TEST_F(CellEntry, NoNumberInThePriceGridShowsTheErrorAndKeepsTheRow) {
     MainWindow& f = open();
     const Currency gross = rows()[2].submittedPrice;
-    enter(f.materialGrid, 1, 2, QStringLiteral("1.2.3"));
+    enter(f.sheet()->materialGrid(), 1, 2, QStringLiteral("1.2.3"));
     ASSERT_EQ(dialogs.Boxes().size(), 1u);
     EXPECT_TRUE(dialogs.Boxes()[0].instruction.contains(QStringLiteral("1.2.3")));
     EXPECT_EQ(rows()[2].submittedPrice, gross);
@@ -124,7 +124,7 @@ TEST_F(CellEntry, NoNumberInThePriceGridShowsTheErrorAndKeepsTheRow) {
 TEST_F(CellEntry, PriceEntryWritesAllFourDetailsAndRecalculatesTheCurrentRow) {
     MainWindow& f = open();
     const Currency otherTab = rows()[19].submittedUnitPrice;
-    enter(f.materialGrid, 1, 4, QStringLiteral("2000"));
+    enter(f.sheet()->materialGrid(), 1, 4, QStringLiteral("2000"));
     for (int r : {4, 19, 34, 49})
         EXPECT_EQ(rows()[r].submittedPrice, c("2000")) << r;
     EXPECT_EQ(rows()[19].submittedUnitPrice, otherTab); // not recalculated
@@ -133,27 +133,27 @@ TEST_F(CellEntry, PriceEntryWritesAllFourDetailsAndRecalculatesTheCurrentRow) {
     EXPECT_EQ(rows()[4].submittedUnitPrice, expected.submittedUnitPrice);
     EXPECT_EQ(cell2(1, 4), QStringLiteral("2,000"));
     EXPECT_EQ(cell1(3, 4), QStringLiteral("2,000"));
-    EXPECT_EQ(f.materialRow, 5);
+    EXPECT_EQ(f.sheet()->materialCell().y(), 5);
     // No rebuild of the lines: the price entry alone is no change yet.
     EXPECT_FALSE(doc().isChanged());
     // The shown "2,000" committed unchanged stores 2000: separators go.
-    select(f.materialGrid, 1, 4);
-    press(f.materialGrid, Qt::Key_Return);
+    select(f.sheet()->materialGrid(), 1, 4);
+    press(f.sheet()->materialGrid(), Qt::Key_Return);
     EXPECT_EQ(rows()[4].submittedPrice, c("2000"));
 }
 
 TEST_F(CellEntry, RateOnLeavesOnlyTheListPriceEditable) {
     MainWindow& f = open();
     f.useRateCheck->SetChecked(true);
-    select(f.materialGrid, 1, 3);
-    EXPECT_FALSE(f.materialGrid->isEditable());
-    select(f.materialGrid, 2, 3);
-    EXPECT_FALSE(f.materialGrid->isEditable());
-    select(f.materialGrid, 3, 3);
-    EXPECT_TRUE(f.materialGrid->isEditable());
-    select(f.materialGrid, 1, 3);
-    type(f.materialGrid, QStringLiteral("5"));
-    EXPECT_FALSE(f.materialGrid->editorMode());
+    select(f.sheet()->materialGrid(), 1, 3);
+    EXPECT_FALSE(f.sheet()->materialGrid()->isEditable());
+    select(f.sheet()->materialGrid(), 2, 3);
+    EXPECT_FALSE(f.sheet()->materialGrid()->isEditable());
+    select(f.sheet()->materialGrid(), 3, 3);
+    EXPECT_TRUE(f.sheet()->materialGrid()->isEditable());
+    select(f.sheet()->materialGrid(), 1, 3);
+    type(f.sheet()->materialGrid(), QStringLiteral("5"));
+    EXPECT_FALSE(f.sheet()->materialGrid()->editorMode());
 }
 
 TEST_F(CellEntry, RefrigerantColumnNineIsRefused) {
@@ -161,7 +161,7 @@ TEST_F(CellEntry, RefrigerantColumnNineIsRefused) {
     clickNode(9 * 21 + 1);
     ASSERT_EQ(doc().options().modeFlag(), 1);
     const Currency old = rows()[2].factor(6);
-    enter(f.compositeGrid, 9, 2, QStringLiteral("3"));
+    enter(f.sheet()->compositeGrid(), 9, 2, QStringLiteral("3"));
     ASSERT_EQ(dialogs.Boxes().size(), 1u);
     EXPECT_EQ(dialogs.Boxes()[0].instruction, QStringLiteral("確認"));
     EXPECT_EQ(dialogs.Boxes()[0].content, u("冷媒モードです。この列のセルは編集できません。"));
@@ -171,11 +171,11 @@ TEST_F(CellEntry, RefrigerantColumnNineIsRefused) {
 
 TEST_F(CellEntry, ThreeDecimalsShownAreWhatAnUnchangedCommitStores) {
     MainWindow& f = open();
-    enter(f.compositeGrid, 8, 6, QStringLiteral("0.1234"));
+    enter(f.sheet()->compositeGrid(), 8, 6, QStringLiteral("0.1234"));
     EXPECT_EQ(rows()[6].factor(5), c("0.1234"));
     EXPECT_EQ(cell1(8, 6), QStringLiteral("0.123"));
-    select(f.compositeGrid, 8, 6);
-    press(f.compositeGrid, Qt::Key_Return);
+    select(f.sheet()->compositeGrid(), 8, 6);
+    press(f.sheet()->compositeGrid(), Qt::Key_Return);
     EXPECT_EQ(rows()[6].factor(5), c("0.123"));
 }
 
@@ -184,14 +184,14 @@ TEST_F(CellEntry, ResultsViewTurnsNoTextIntoFactors) {
     QTest::mouseClick(f.resultsSwitch, Qt::LeftButton);
     ASSERT_TRUE(f.resultsSwitch->isOn());
     const auto before = rows()[3].factors;
-    select(f.compositeGrid, 4, 3);
-    type(f.compositeGrid, QStringLiteral("9"));
-    press(f.compositeGrid, Qt::Key_Return);
-    EXPECT_FALSE(f.compositeGrid->editorMode());
+    select(f.sheet()->compositeGrid(), 4, 3);
+    type(f.sheet()->compositeGrid(), QStringLiteral("9"));
+    press(f.sheet()->compositeGrid(), Qt::Key_Return);
+    EXPECT_FALSE(f.sheet()->compositeGrid()->editorMode());
     EXPECT_EQ(rows()[3].factors, before);
     EXPECT_EQ(dialogs.Beeps(), 2);
     QTest::mouseClick(f.resultsSwitch, Qt::LeftButton);
-    enter(f.compositeGrid, 4, 3, QStringLiteral("1.5"));
+    enter(f.sheet()->compositeGrid(), 4, 3, QStringLiteral("1.5"));
     EXPECT_EQ(rows()[3].factor(1), c("1.5"));
 }
 
@@ -222,17 +222,18 @@ TEST_F(CellEntry, ScreenReadersReadTheGridsAsTablesOfTheFiguresShown) {
                 texts << h->text(QAccessible::Name);
         return texts;
     };
-    QAccessibleTableInterface* material = table(f.materialGrid);
-    QAccessibleTableInterface* composite = table(f.compositeGrid);
+    QAccessibleTableInterface* material = table(f.sheet()->materialGrid());
+    QAccessibleTableInterface* composite = table(f.sheet()->compositeGrid());
     ASSERT_TRUE(material && composite);
     EXPECT_EQ(material->rowCount(), 14);
     EXPECT_EQ(rowTexts(material, 0), (QStringList{u("15A"), u("640"), u("540"), u("980")}));
     EXPECT_EQ(headings(material), (QStringList{QString(), u("提　出"), u("原　価"), u("定　価")}));
-    EXPECT_EQ(headings(composite).mid(0, 5), (QStringList{u("No"), f.compositeGrid->text(1, 0),
-                                                          u("複合単価"), u("提出単価"), u("管")}));
+    EXPECT_EQ(headings(composite).mid(0, 5),
+              (QStringList{u("No"), f.sheet()->compositeGrid()->text(1, 0), u("複合単価"),
+                           u("提出単価"), u("管")}));
     EXPECT_EQ(rowTexts(composite, 0).first(), u("15A"));
 
-    enter(f.compositeGrid, 5, 1, QStringLiteral("2"));
+    enter(f.sheet()->compositeGrid(), 5, 1, QStringLiteral("2"));
     EXPECT_EQ(rowTexts(composite, 0)[5], u("2"));
     EXPECT_EQ(rowTexts(composite, 0)[2], formatAmount(rows()[1].submittedUnitPrice));
     EXPECT_EQ(rowTexts(composite, 0)[2], cell1(2, 1));
@@ -252,16 +253,16 @@ TEST_F(CellEntry, ScreenReadersReadTheGridsAsTablesOfTheFiguresShown) {
 // follows the cell chosen.
 TEST_F(CellEntry, MouseAndKeysOpenTheEditorAndTheMarkFollows) {
     MainWindow& f = open();
-    PriceGrid* g = f.compositeGrid;
+    PriceGrid* g = f.sheet()->compositeGrid();
     const auto centre = [g](int col, int line) {
         return g->visualRect(g->cells().index(line - 1, col)).center();
     };
     QTest::mouseClick(g->viewport(), Qt::LeftButton, {}, centre(6, 4));
-    EXPECT_EQ(f.compositeCol, 6);
-    EXPECT_EQ(f.compositeRow, 4);
+    EXPECT_EQ(f.sheet()->compositeCell().x(), 6);
+    EXPECT_EQ(f.sheet()->compositeCell().y(), 4);
     EXPECT_EQ(g->cells().background(0, 4), sheetMark());
     EXPECT_EQ(g->cells().background(0, 1), sheetDark());
-    EXPECT_EQ(f.materialGrid->cells().background(0, 4), sheetMark());
+    EXPECT_EQ(f.sheet()->materialGrid()->cells().background(0, 4), sheetMark());
     QTest::mouseDClick(g->viewport(), Qt::LeftButton, {}, centre(6, 4));
     ASSERT_TRUE(g->editorMode());
     EXPECT_EQ(g->inplaceEditor()->text(), cell1(6, 4));
@@ -270,7 +271,7 @@ TEST_F(CellEntry, MouseAndKeysOpenTheEditorAndTheMarkFollows) {
 
     QTest::mouseClick(g->viewport(), Qt::LeftButton, {}, centre(2, 7));
     EXPECT_EQ(g->row(), 5) << "a fixed column is not chosen";
-    EXPECT_EQ(f.compositeRow, 5);
+    EXPECT_EQ(f.sheet()->compositeCell().y(), 5);
     press(g, Qt::Key_F2);
     ASSERT_TRUE(g->editorMode());
     press(g, Qt::Key_Escape);
@@ -304,18 +305,17 @@ TEST_F(CellEntry, NewPipeTypeByKeyboardAloneSurvivesARestart) {
     QTest::keyClick(f.sizeSetButton, Qt::Key_Space);
     EXPECT_EQ(cell1(0, 2), QStringLiteral("25A"));
     // Prices and factors.
-    enter(f.materialGrid, 1, 1, QStringLiteral("830"));
-    enter(f.materialGrid, 2, 1, QStringLiteral("700"));
-    enter(f.compositeGrid, 4, 1, QStringLiteral("1.1"));
-    enter(f.compositeGrid, 8, 1, QStringLiteral("0.084"));
+    enter(f.sheet()->materialGrid(), 1, 1, QStringLiteral("830"));
+    enter(f.sheet()->materialGrid(), 2, 1, QStringLiteral("700"));
+    enter(f.sheet()->compositeGrid(), 4, 1, QStringLiteral("1.1"));
+    enter(f.sheet()->compositeGrid(), 8, 1, QStringLiteral("0.084"));
     f.labourCostSubmittedEdit->setFocus();
     f.labourCostSubmittedEdit->selectAll();
     QTest::keyClicks(f.labourCostSubmittedEdit, QStringLiteral("18000"));
     QTest::keyClick(f.labourCostSubmittedEdit, Qt::Key_Return);
     // The price column last used chose the cost side: 700 x 1.1 = 770.
     EXPECT_EQ(cell1(2, 1), QStringLiteral("770"));
-    select(f.materialGrid, 1, 1);
-    f.materialCellChosen();
+    select(f.sheet()->materialGrid(), 1, 1);
     const QString price = cell1(2, 1);
     // Submitted: 830 x 1.1 = 913 and 18000 x 0.084 = 1512.
     EXPECT_EQ(price, QStringLiteral("2,425"));
@@ -339,9 +339,9 @@ TEST_F(CellEntry, EnterInThePriceGridAtStartStoresNothing) {
     MainWindow& f = open();
     const auto before = doc().currentLines();
     const Currency gross = rows()[1].submittedPrice;
-    press(f.materialGrid, Qt::Key_Return); // remembered column 4: no field
+    press(f.sheet()->materialGrid(), Qt::Key_Return); // remembered column 4: no field
     EXPECT_EQ(rows()[1].submittedPrice, gross);
-    EXPECT_EQ(f.materialRow, 2);
+    EXPECT_EQ(f.sheet()->materialCell().y(), 2);
     EXPECT_TRUE(dialogs.Boxes().empty());
     EXPECT_TRUE(f.undoAction->isEnabled()); // the snapshot was taken
     EXPECT_EQ(doc().currentLines(), before);
@@ -350,22 +350,22 @@ TEST_F(CellEntry, EnterInThePriceGridAtStartStoresNothing) {
 TEST_F(CellEntry, FillDownFromTheLastLineTouchesItAlone) {
     MainWindow& f = open();
     const Currency line13 = rows()[13].factor(1);
-    enter(f.compositeGrid, 4, 14, QStringLiteral("2"), Qt::ShiftModifier);
+    enter(f.sheet()->compositeGrid(), 4, 14, QStringLiteral("2"), Qt::ShiftModifier);
     EXPECT_EQ(rows()[14].factor(1), c("2"));
     EXPECT_EQ(rows()[13].factor(1), line13);
 }
 
 TEST_F(CellEntry, UpCommitsWithoutABeep) {
     MainWindow& f = open();
-    select(f.compositeGrid, 10, 6);
-    type(f.compositeGrid, QStringLiteral("0.3"));
-    press(f.compositeGrid, Qt::Key_Up);
+    select(f.sheet()->compositeGrid(), 10, 6);
+    type(f.sheet()->compositeGrid(), QStringLiteral("0.3"));
+    press(f.sheet()->compositeGrid(), Qt::Key_Up);
     EXPECT_EQ(rows()[6].factor(7), c("0.3"));
     EXPECT_EQ(dialogs.Beeps(), 0);
     // With no editor open, up only moves.
     const auto before = rows()[5].factors;
-    select(f.compositeGrid, 10, 5);
-    press(f.compositeGrid, Qt::Key_Up);
+    select(f.sheet()->compositeGrid(), 10, 5);
+    press(f.sheet()->compositeGrid(), Qt::Key_Up);
     EXPECT_EQ(rows()[5].factors, before);
 }
 
@@ -373,8 +373,8 @@ TEST_F(CellEntry, PriceCommitWithTheRateOnIsOverwrittenFromTheListPrice) {
     MainWindow& f = open();
     f.useRateCheck->SetChecked(true);
     const Currency fromList = rows()[2].submittedPrice;
-    select(f.materialGrid, 1, 2);
-    press(f.materialGrid, Qt::Key_Return);
+    select(f.sheet()->materialGrid(), 1, 2);
+    press(f.sheet()->materialGrid(), Qt::Key_Return);
     // The shown price went to the four rows; the current tab's row is then
     // made from the list price again.
     EXPECT_EQ(rows()[2].submittedPrice, fromList);

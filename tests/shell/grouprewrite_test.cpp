@@ -280,8 +280,8 @@ TEST_F(GroupRewrite, TheFormIsClosedToTheUserUntilTheEndHasBeenShown) {
         EXPECT_LE(bar->value(), 5 * GroupCalcRows + 12);
         // Grid entry, a tree click, an option and a second run: none reaches
         // the rows.
-        QTest::keyClicks(f.compositeGrid, QStringLiteral("7"));
-        QTest::keyClick(f.compositeGrid, Qt::Key_Return);
+        QTest::keyClicks(f.sheet()->compositeGrid(), QStringLiteral("7"));
+        QTest::keyClick(f.sheet()->compositeGrid(), Qt::Key_Return);
         const QRect r = f.tree->visualItemRect(f.treeNode(5));
         QTest::mouseClick(f.tree->viewport(), Qt::LeftButton, {}, r.center());
         QTest::mouseClick(f.saveButton, Qt::LeftButton);

@@ -325,12 +325,12 @@ TEST_F(Safety, EscapeInAnOpenEditorCommitsEvenWithUndoOn) {
     MainWindow& f = open();
     typeFactor(4, 1, "2");
     ASSERT_TRUE(f.undoAction->isEnabled());
-    ASSERT_TRUE(f.compositeGrid->focusCell(6, 5));
-    QTest::keyClick(f.compositeGrid, '9');
-    ASSERT_TRUE(f.compositeGrid->editorMode());
+    ASSERT_TRUE(f.sheet()->compositeGrid()->focusCell(6, 5));
+    QTest::keyClick(f.sheet()->compositeGrid(), '9');
+    ASSERT_TRUE(f.sheet()->compositeGrid()->editorMode());
     const int beeps = dialogs.Beeps();
-    QTest::keyClick(f.compositeGrid->inplaceEditor(), Qt::Key_Escape);
-    EXPECT_FALSE(f.compositeGrid->editorMode());
+    QTest::keyClick(f.sheet()->compositeGrid()->inplaceEditor(), Qt::Key_Escape);
+    EXPECT_FALSE(f.sheet()->compositeGrid()->editorMode());
     EXPECT_EQ(dialogs.Beeps(), beeps + 1);
     EXPECT_EQ(rows()[5].factor(3), Currency::fromInt(9));
     EXPECT_EQ(rows()[1].factor(1), Currency::fromInt(2)); // no undo ran
@@ -342,7 +342,7 @@ TEST_F(Safety, PlainEnterDoesNotFillDownWhateverTheKeyboardSays) {
     typeFactor(4, 8, "4");
     EXPECT_EQ(rows()[8].factor(1), Currency::fromInt(4));
     EXPECT_EQ(rows()[9].factor(1), below);
-    EXPECT_EQ(f.compositeRow, 9); // a plain Enter moves down
+    EXPECT_EQ(f.sheet()->compositeCell().y(), 9); // a plain Enter moves down
 }
 
 TEST_F(Safety, RightClickKeepsTheSelectionAndOpensTheMenu) {

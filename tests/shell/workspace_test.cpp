@@ -51,8 +51,8 @@ TEST_F(Workspace, StartShowsTheFirstPipeTypeWithTheEnginesPrices) {
     EXPECT_EQ(f.treeNode(1)->text(0), rows()[1].goods().trimmed());
     EXPECT_EQ(f.treeNode(20)->text(0), u("----")); // no demo data there
     EXPECT_EQ(f.goodsBox->text(), rows()[1].goods());
-    EXPECT_EQ(f.tabs->count(), 4);
-    EXPECT_EQ(f.tabs->tabText(0), u("屋内一般"));
+    EXPECT_EQ(f.sheet()->tabs()->count(), 4);
+    EXPECT_EQ(f.sheet()->tabs()->tabText(0), u("屋内一般"));
     EXPECT_EQ(f.statusPanel(5), f.workspace().paths().databaseFolder);
 
     // The prices on the sheet are the engine's on the stored rows.
@@ -87,11 +87,11 @@ TEST_F(Workspace, MissingDataFolderRefusesAndWritesNothing) {
 
 TEST_F(Workspace, ClickOnAnotherPipeTypeLoadsItAtTabZero) {
     MainWindow& f = open();
-    f.tabs->setCurrentIndex(2);
+    f.sheet()->tabs()->setCurrentIndex(2);
     clickNode(2); // group 1, pipe type 2
     EXPECT_EQ(f.currentGroup, 1);
     EXPECT_EQ(f.currentPipeType, 2);
-    EXPECT_EQ(f.tabs->currentIndex(), 0);
+    EXPECT_EQ(f.sheet()->tabs()->currentIndex(), 0);
     ws().load(1, 2);
     EXPECT_EQ(f.goodsBox->text(), rows()[1].goods());
     EXPECT_EQ(cell1(0, 1), rows()[1].size());
@@ -259,8 +259,8 @@ TEST_F(Workspace, RefrigerantModeCaptionsAndColumnNine) {
     // The demo holds refrigerant pipe types in group 10.
     clickNode(9 * 21 + 1);
     ASSERT_EQ(doc().options().modeFlag(), 1);
-    EXPECT_EQ(f.tabs->count(), 1);
-    EXPECT_EQ(f.tabs->tabText(0), u("一般"));
+    EXPECT_EQ(f.sheet()->tabs()->count(), 1);
+    EXPECT_EQ(f.sheet()->tabs()->tabText(0), u("一般"));
     EXPECT_EQ(cell1(5, 0), u("継手接合等"));
     EXPECT_EQ(cell1(9, 0), u("---"));
     EXPECT_FALSE(f.copyFirstDetailAcrossItem->isEnabled());
@@ -273,19 +273,16 @@ TEST_F(Workspace, RefrigerantModeCaptionsAndColumnNine) {
 TEST_F(Workspace, SideSelectionAndToggle) {
     MainWindow& f = open();
     const PipeRow& r = rows()[1];
-    f.materialGrid->selectCells(QRect(QPoint(2, 1), QPoint(2, 1)));
-    f.materialCellChosen();
+    ASSERT_TRUE(f.sheet()->materialGrid()->focusCell(2, 1));
     EXPECT_EQ(cell1(1, 1), formatAmount(r.costUnitPrice));
     EXPECT_EQ(cell1(3, 1), formatAmount(r.costPrice));
-    f.materialGrid->selectCells(QRect(QPoint(3, 1), QPoint(3, 1)));
-    f.materialCellChosen();
+    ASSERT_TRUE(f.sheet()->materialGrid()->focusCell(3, 1));
     EXPECT_EQ(cell1(3, 1), formatAmount(r.listPrice));
     EXPECT_EQ(cell1(4, 1), currToStr(r.factor(1))); // factors while the toggle is off
     QTest::mouseClick(f.resultsSwitch, Qt::LeftButton);
     EXPECT_TRUE(f.resultsSwitch->isOn());
     EXPECT_EQ(cell1(4, 1), u("--"));
-    f.materialGrid->selectCells(QRect(QPoint(1, 1), QPoint(1, 1)));
-    f.materialCellChosen();
+    ASSERT_TRUE(f.sheet()->materialGrid()->focusCell(1, 1));
     EXPECT_EQ(cell1(4, 1), formatGeneral(r.submittedAmounts[0]));
     EXPECT_EQ(cell1(1, 1), formatAmount(r.adoptedUnitPrice));
 }
@@ -315,7 +312,8 @@ TEST_F(Workspace, OptionControlsMapToTheirFieldsBothWays) {
     EXPECT_TRUE(f.useRateCheck->checked());
     EXPECT_EQ(f.unitDigitsList->itemIndex(), 3);
     EXPECT_EQ(f.unitFractionList->itemIndex(), 2);
-    EXPECT_EQ(f.materialCaption->text(), u("資材単価")); // untouched until the first apply
+    EXPECT_EQ(f.sheet()->materialCaption()->text(),
+              u("資材単価")); // untouched until the first apply
 
     f.rateSubmittedEdit->setValue(70);
     f.rateCostEdit->setValue(60);
@@ -328,9 +326,9 @@ TEST_F(Workspace, OptionControlsMapToTheirFieldsBothWays) {
     f.elementRadio->setItemIndex(3);
     f.fractionRadio->setItemIndex(2);
     f.otherCostRadio->setItemIndex(0);
-    EXPECT_EQ(f.materialCaption->text(), u("資材単価[単価に掛率を使用]"));
+    EXPECT_EQ(f.sheet()->materialCaption()->text(), u("資材単価[単価に掛率を使用]"));
     f.useRateCheck->SetChecked(false);
-    EXPECT_EQ(f.materialCaption->text(), u("資材単価"));
+    EXPECT_EQ(f.sheet()->materialCaption()->text(), u("資材単価"));
     const PipeRow& o = rows()[60];
     EXPECT_EQ(o.submittedPrice, Currency::fromInt(70));
     EXPECT_EQ(o.costPrice, Currency::fromInt(60));
@@ -443,7 +441,7 @@ TEST_F(Workspace, TreeNamesAndDetailCaptionsFromTheStore) {
               1);
     MainWindow& f = open();
     EXPECT_EQ(f.treeNode(43)->text(0), QString()); // blanks only: an empty name
-    EXPECT_EQ(f.tabs->tabText(1), u("機械室・便所"));
+    EXPECT_EQ(f.sheet()->tabs()->tabText(1), u("機械室・便所"));
     EXPECT_EQ(rows()[16].kind(), u("機械室・便所"));
     EXPECT_FALSE(doc().isChanged());
     doc().refreshLines();

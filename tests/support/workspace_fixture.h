@@ -6,6 +6,7 @@
 #include "controls/pricegrid.h"
 #include "platform/datapaths.h"
 #include "platform/scripteddialogs.h"
+#include "sheet/pricesheet.h"
 #include "shell/mainwindow.h"
 #include "store/modulewrappersqlite.h"
 #include "store/suitestandin.h"
@@ -61,8 +62,8 @@ protected:
         form.reset();
     }
 
-    QString cell1(int c, int r) const { return form->compositeGrid->text(c, r); }
-    QString cell2(int c, int r) const { return form->materialGrid->text(c, r); }
+    QString cell1(int c, int r) const { return form->sheet()->compositeGrid()->text(c, r); }
+    QString cell2(int c, int r) const { return form->sheet()->materialGrid()->text(c, r); }
 
     // A click of the person on a node: the press selects it, the release
     // clicks it.
@@ -77,13 +78,14 @@ protected:
     // A figure typed into a cell of the factor grid and Enter: the pipe type
     // counts as changed.
     void typeFactor(int col, int line, const char* text) {
-        ASSERT_TRUE(form->compositeGrid->focusCell(col, line));
+        ASSERT_TRUE(form->sheet()->compositeGrid()->focusCell(col, line));
         for (const char* p = text; *p; ++p)
-            QTest::keyClick(form->compositeGrid->editorMode()
-                                ? static_cast<QWidget*>(form->compositeGrid->inplaceEditor())
-                                : form->compositeGrid,
-                            *p);
-        QTest::keyClick(form->compositeGrid->inplaceEditor(), Qt::Key_Return);
+            QTest::keyClick(
+                form->sheet()->compositeGrid()->editorMode()
+                    ? static_cast<QWidget*>(form->sheet()->compositeGrid()->inplaceEditor())
+                    : form->sheet()->compositeGrid(),
+                *p);
+        QTest::keyClick(form->sheet()->compositeGrid()->inplaceEditor(), Qt::Key_Return);
     }
 
     // The stored value of a column of one row.
