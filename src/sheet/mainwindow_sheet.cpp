@@ -6,6 +6,7 @@
 #include "controls/gradpan.h"
 #include "controls/numberedit.h"
 #include "platform/dialogs.h"
+#include "sheet/optionpanel.h"
 #include "sheet/pricesheet.h"
 #include "sheet/sheettexts.h"
 #include "shell/formwidgets.h"
@@ -212,12 +213,13 @@ void MainWindow::buildSheet() {
 
     sheet_ = new PriceSheet(document(), dialogs_, rightBox);
     sheet_->setOptionsSource([this] {
-        return PriceSheet::Options{resultsSwitch->isOn(), modeRadio->itemIndex() == 1,
-                                   useRateCheck->checked()};
+        return PriceSheet::Options{resultsSwitch->isOn(), options_->refrigerant(),
+                                   options_->rateOn()};
     });
     right->addWidget(sheet_, 1);
 
-    right->addWidget(buildOptions());
+    options_ = new OptionPanel(rightBox);
+    right->addWidget(options_);
     sheetScroll->setWidget(rightBox);
     sheet_->fitInto(sheetScroll);
     treeSplitter->addWidget(sheetScroll);
@@ -289,6 +291,8 @@ QWidget* MainWindow::buildNameBox() {
     printStyleRadio = new RadioGroup(
         QStringLiteral("印刷スタイル選択"),
         {QStringLiteral("歩掛"), QStringLiteral("単価"), QStringLiteral("歩掛+単価")}, 1, row);
+    printStyleRadio->setObjectName(QStringLiteral("printStyleRadio"));
+    printStyleRadio->setItemIndex(0);
     layout->addWidget(printStyleRadio);
 
     saveButton = new QPushButton(QStringLiteral("登　録"), row);
@@ -302,136 +306,14 @@ QWidget* MainWindow::buildNameBox() {
     return row;
 }
 
-QWidget* MainWindow::buildOptions() {
-    auto* row = new QWidget(centralArea_);
-    row->setObjectName(QStringLiteral("OptionPanel"));
-    auto* layout = new QHBoxLayout(row);
-    layout->setContentsMargins(0, 0, 0, 0);
-    layout->setSpacing(6);
-
-    auto* modes = new QVBoxLayout;
-    modeRadio =
-        new RadioGroup(QStringLiteral("モード"),
-                       {QStringLiteral("配管モード"), QStringLiteral("冷媒モード")}, 2, row);
-    otherCostRadio = new RadioGroup(QStringLiteral("その他の計算方法"),
-                                    {QStringLiteral("（配管工費＋はつり補修）×歩掛"),
-                                     QStringLiteral("（配管材～はつり補修の合計）×歩掛")},
-                                    1, row);
-    modes->addWidget(modeRadio);
-    modes->addWidget(otherCostRadio);
-    layout->addLayout(modes);
-
-    elementRadio = new RadioGroup(QStringLiteral("各要素単位の計算処理"),
-                                  {QStringLiteral("端数処理"), QStringLiteral("小数1位有効"),
-                                   QStringLiteral("小数2位有効"), QStringLiteral("小数3位有効")},
-                                  1, row);
-    fractionRadio = new RadioGroup(
-        QStringLiteral("小数以下処理"),
-        {QStringLiteral("切り上げ"), QStringLiteral("切り捨て"), QStringLiteral("四捨五入")}, 1,
-        row);
-    digitsRadio = new RadioGroup(QStringLiteral("採用有効桁設定[提出]"),
-                                 {QStringLiteral("1"), QStringLiteral("10"), QStringLiteral("100"),
-                                  QStringLiteral("1000"), QStringLiteral("有効3桁"),
-                                  QStringLiteral("有効4桁")},
-                                 2, row);
-    belowDigitsRadio = new RadioGroup(
-        QStringLiteral("有効桁以下"),
-        {QStringLiteral("切り上げ"), QStringLiteral("切り捨て"), QStringLiteral("四捨五入")}, 1,
-        row);
-    for (RadioGroup* g : {elementRadio, fractionRadio, digitsRadio, belowDigitsRadio})
-        layout->addWidget(g);
-
-    // Base labour costs.
-    auto* labour = new QGroupBox(QStringLiteral("基礎工費"), row);
-    labour->setObjectName(QStringLiteral("GroupBoxLabour"));
-    auto* labourLayout = new QGridLayout(labour);
-    labourLayout->setContentsMargins(6, 4, 6, 4);
-    labourCostSubmittedEdit = numberEdit(labour, "labourCostSubmittedEdit");
-    labourCostCostEdit = numberEdit(labour, "labourCostCostEdit");
-    labourLayout->addWidget(boxCaption(labour, QStringLiteral("提　出")), 0, 0);
-    labourLayout->addWidget(labourCostSubmittedEdit, 0, 1);
-    labourLayout->addWidget(boxCaption(labour, QStringLiteral("原　価")), 1, 0);
-    labourLayout->addWidget(labourCostCostEdit, 1, 1);
-    labourLayout->setRowStretch(2, 1);
-    layout->addWidget(labour);
-
-    // The rate on the list price, and the two groups beside it; they stay
-    // usable whichever way the check box stands.
-    auto* rateBox = new QWidget(row);
-    rateBox->setObjectName(QStringLiteral("RatePanel"));
-    auto* rateLayout = new QVBoxLayout(rateBox);
-    rateLayout->setContentsMargins(0, 0, 0, 0);
-    rateLayout->setSpacing(2);
-    useRateCheck = new CheckBox(QStringLiteral("単価に掛率を使用"), rateBox);
-    useRateCheck->setObjectName(QStringLiteral("useRateCheck"));
-    rateLayout->addWidget(useRateCheck);
-    auto* rates = new QGroupBox(QStringLiteral("掛率を指定"), rateBox);
-    auto* ratesLayout = new QGridLayout(rates);
-    ratesLayout->setContentsMargins(6, 4, 6, 4);
-    rateSubmittedEdit = numberEdit(rates, "rateSubmittedEdit");
-    rateCostEdit = numberEdit(rates, "rateCostEdit");
-    rateSubmittedEdit->setMinimumWidth(64);
-    rateCostEdit->setMinimumWidth(64);
-    ratesLayout->addWidget(boxCaption(rates, QStringLiteral("提   出=定価×指定")), 0, 0);
-    ratesLayout->addWidget(rateSubmittedEdit, 0, 1);
-    ratesLayout->addWidget(new QLabel(QStringLiteral("%"), rates), 0, 2);
-    ratesLayout->addWidget(boxCaption(rates, QStringLiteral("原　価=定価×指定")), 1, 0);
-    ratesLayout->addWidget(rateCostEdit, 1, 1);
-    ratesLayout->addWidget(new QLabel(QStringLiteral("%"), rates), 1, 2);
-    rateLayout->addWidget(rates);
-    auto* unit = new QGroupBox(QStringLiteral("単価計算処理"), rateBox);
-    auto* unitLayout = new QHBoxLayout(unit);
-    unitLayout->setContentsMargins(6, 4, 6, 4);
-    unitDigitsList = new FixedList({QStringLiteral("有効桁1"), QStringLiteral("有効桁10"),
-                                    QStringLiteral("有効桁100"), QStringLiteral("有効桁1000"),
-                                    QStringLiteral("有効3桁"), QStringLiteral("有効4桁")},
-                                   unit);
-    unitDigitsList->setObjectName(QStringLiteral("unitDigitsList"));
-    unitFractionList =
-        new FixedList({QStringLiteral("有効桁以下切り上げ"), QStringLiteral("有効桁以下切り捨て"),
-                       QStringLiteral("有効桁以下四捨五入")},
-                      unit);
-    unitFractionList->setObjectName(QStringLiteral("unitFractionList"));
-    unitLayout->addWidget(unitDigitsList);
-    unitLayout->addWidget(unitFractionList, 1);
-    rateLayout->addWidget(unit);
-    layout->addWidget(rateBox);
-    layout->addStretch(1);
-
-    // Names and defaults before the first pipe type is shown.
-    const std::pair<RadioGroup*, const char*> groups[] = {{modeRadio, "modeRadio"},
-                                                          {otherCostRadio, "otherCostRadio"},
-                                                          {elementRadio, "elementRadio"},
-                                                          {fractionRadio, "fractionRadio"},
-                                                          {digitsRadio, "digitsRadio"},
-                                                          {belowDigitsRadio, "belowDigitsRadio"},
-                                                          {printStyleRadio, "printStyleRadio"}};
-    for (const auto& [g, name] : groups) {
-        g->setObjectName(QString::fromLatin1(name));
-        g->setItemIndex(0);
-    }
-    digitsRadio->setItemIndex(3);
-    unitDigitsList->setItemIndex(0);
-    unitFractionList->setItemIndex(0);
-    return row;
-}
-
 void MainWindow::connectSheet() {
-    for (RadioGroup* g :
-         {modeRadio, otherCostRadio, elementRadio, fractionRadio, digitsRadio, belowDigitsRadio})
-        g->onClicked = [this] { applyControls(); };
-    unitDigitsList->OnSelect = [this] { applyControls(); };
-    unitFractionList->OnSelect = [this] { applyControls(); };
-    useRateCheck->onClicked = [this] { applyControls(); };
+    options_->onChanged = [this] { applyControls(); };
     resultsSwitch->onClicked = [this] {
         sheet_->updateCompositeEditing();
         applyControls();
     };
     for (EditCombo* box : {goodsBox, useBox, jointBox, unitBox})
         box->OnKeyPress = [this](int key, bool& handled) { nameBoxKeyPress(key, handled); };
-    for (NumberEdit* edit :
-         {rateSubmittedEdit, rateCostEdit, labourCostSubmittedEdit, labourCostCostEdit})
-        edit->installEventFilter(this);
 
     connect(saveButton, &QPushButton::clicked, this, &MainWindow::saveButtonClicked);
     connect(sizeSetButton, &QPushButton::clicked, sizeSetAction, &QAction::trigger);
@@ -460,20 +342,6 @@ bool MainWindow::eventFilter(QObject* watched, QEvent* event) {
     if (event->type() == QEvent::KeyPress && tree && watched == tree) {
         // Once the tree has moved its selection by the key.
         QTimer::singleShot(0, this, [this] { afterTreeInput(nullptr); });
-    } else if (event->type() == QEvent::KeyPress) {
-        const int key = static_cast<QKeyEvent*>(event)->key();
-        if (key == Qt::Key_Return || key == Qt::Key_Enter) {
-            if (watched == rateSubmittedEdit || watched == rateCostEdit) {
-                applyControls();
-                return true;
-            }
-            if (watched == labourCostSubmittedEdit || watched == labourCostCostEdit) {
-                applyControls();
-                (watched == labourCostSubmittedEdit ? labourCostCostEdit : labourCostSubmittedEdit)
-                    ->setFocus(Qt::TabFocusReason);
-                return true;
-            }
-        }
     } else if (tree && watched == tree->viewport() && event->type() == QEvent::ToolTip) {
         // A long name cut off by the tree's width reads whole in the hint.
         auto* help = static_cast<QHelpEvent*>(event);

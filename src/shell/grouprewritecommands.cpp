@@ -1,5 +1,7 @@
 #include "shell/grouprewritecommands.h"
 
+#include "sheet/optionpanel.h"
+
 #include "controls/numberedit.h"
 #include "engine/grouprewrite.h"
 #include "platform/application.h"
@@ -134,8 +136,8 @@ void GroupRewriteCommands::changeGroupOptions() {
 
 void GroupRewriteCommands::changeGroupLabourCosts() {
     if (m_running || !m_window.rowsAreLoaded(QStringLiteral("実行できません。"))) return;
-    const Currency cost = m_window.labourCostCostEdit->storedCurrency();
-    const Currency submitted = m_window.labourCostSubmittedEdit->storedCurrency();
+    const Currency cost = m_window.optionPanel()->labourCostCostEdit()->storedCurrency();
+    const Currency submitted = m_window.optionPanel()->labourCostSubmittedEdit()->storedCurrency();
     if (!askToGoOn(m_dialogs, &m_window,
                    QStringLiteral("全データの基礎工費を変更しますか?\r\n原価=") + currToStr(cost) +
                        QStringLiteral("円 提出=") + currToStr(submitted) +

@@ -42,6 +42,7 @@ class OutputCommands;
 class GradientPanel;
 class NumberEdit;
 class RadioGroup;
+class OptionPanel;
 class PriceSheet;
 class ToggleSwitch;
 
@@ -217,20 +218,8 @@ public:
     // The tabs and the two grids.
     PriceSheet* sheet() const { return sheet_; }
 
-    // The options of the pipe type.
-    RadioGroup* modeRadio = nullptr;        // モード
-    RadioGroup* otherCostRadio = nullptr;   // その他の計算方法
-    RadioGroup* elementRadio = nullptr;     // 各要素単位の計算処理
-    RadioGroup* fractionRadio = nullptr;    // 小数以下処理
-    RadioGroup* digitsRadio = nullptr;      // 採用有効桁設定[提出]
-    RadioGroup* belowDigitsRadio = nullptr; // 有効桁以下
-    FixedList* unitDigitsList = nullptr;    // 単価計算処理: digits
-    FixedList* unitFractionList = nullptr;  // 単価計算処理: fraction
-    CheckBox* useRateCheck = nullptr;       // 単価に掛率を使用
-    NumberEdit* rateSubmittedEdit = nullptr;
-    NumberEdit* rateCostEdit = nullptr;
-    NumberEdit* labourCostSubmittedEdit = nullptr;
-    NumberEdit* labourCostCostEdit = nullptr;
+    // The calculation options of the pipe type.
+    OptionPanel* optionPanel() const { return options_; }
     RadioGroup* printStyleRadio = nullptr; // 印刷スタイル選択
 
     // Set while showPipeType fills the controls.
@@ -331,7 +320,6 @@ protected:
 private:
     void buildSheet();
     QWidget* buildNameBox();
-    QWidget* buildOptions();
     void connectSheet();
     void treeClickSteps();
     bool shown_ = false;
@@ -351,6 +339,7 @@ private:
     Workspace* workspace_ = nullptr;
     QWidget* centralArea_ = nullptr;
     PriceSheet* sheet_ = nullptr;
+    OptionPanel* options_ = nullptr;
     std::array<QLabel*, StatusPanelCount> statusPanels{};
     FormDialogs formDialogs_;
     std::array<QMenu*, 10> groupMenus_{};

@@ -8,6 +8,7 @@
 #include "platform/datapaths.h"
 #include "platform/dialogs.h"
 #include "platform/waitcursor.h"
+#include "sheet/optionpanel.h"
 #include "sheet/pricesheet.h"
 #include "sheet/sheettexts.h"
 #include "shell/confrecord.h"
@@ -28,10 +29,6 @@ namespace {
 
 const QString NotSavedText =
     QStringLiteral("この管種は保存されていません。データベースの内容は変わっていません。");
-
-Extended currencyValue(Currency c) {
-    return Extended(c.raw) / 10000.0L;
-}
 
 } // namespace
 
@@ -273,8 +270,7 @@ void MainWindow::treeMouseReleased() {
 
 void MainWindow::clearSheet() {
     goodsBox->setText(QString());
-    labourCostSubmittedEdit->setValue(0);
-    labourCostCostEdit->setValue(0);
+    options_->clearLabourCosts();
     sheet_->clear();
 }
 
@@ -314,25 +310,8 @@ void MainWindow::showPipeType() {
     setStatusPanel(3, sheet_->tabCaptions().value(sheet_->currentTab()));
     setStatusPanel(4, rows()[15].size());
 
-    labourCostSubmittedEdit->setValue(currencyValue(o.labourSubmitted()));
-    labourCostCostEdit->setValue(currencyValue(o.labourCost()));
-    rateSubmittedEdit->setValue(currencyValue(o.rateSubmitted()));
-    rateCostEdit->setValue(currencyValue(o.rateCost()));
-    unitDigitsList->setItemIndex(digitIndexOf(o.UnitDigits()));
-    unitFractionList->setItemIndex(fractionIndexOf(o.UnitFraction()));
-    digitsRadio->setItemIndex(digitIndexOf(o.adoptedDigits()));
-    belowDigitsRadio->setItemIndex(fractionIndexOf(o.adoptedFraction()));
-    elementRadio->setItemIndex(digitIndexOf(o.elementDigits()));
-    fractionRadio->setItemIndex(fractionIndexOf(o.elementFraction()));
-    modeRadio->setItemIndex(o.modeFlag());
-    otherCostRadio->setItemIndex(o.otherMethod());
-
+    options_->showOptions(o);
     sheet_->selectFirstTab();
-
-    if (o.rateOn() == Currency::fromInt(1))
-        useRateCheck->SetChecked(true);
-    else if (o.rateOn().isZero())
-        useRateCheck->SetChecked(false);
 
     for (int r = 1; r < OptionRow; ++r)
         document().calculateRow(r);
@@ -344,7 +323,7 @@ void MainWindow::showPipeType() {
 
 void MainWindow::applyControls() {
     if (refreshing) return;
-    sheet_->setRateCaption(useRateCheck->checked());
+    sheet_->setRateCaption(options_->rateOn());
     document().takeSnapshot();
     rows()[1].setGoods(goodsBox->text());
     rows()[2].setGoods(useBox->text());
@@ -358,21 +337,7 @@ void MainWindow::applyControls() {
         rows()[r].setUnit(unitBox->text());
 
     PipeTypeOptions o = document().options();
-    o.labourSubmitted() = labourCostSubmittedEdit->storedCurrency();
-    o.labourCost() = labourCostCostEdit->storedCurrency();
-    o.rateSubmitted() = rateSubmittedEdit->storedCurrency();
-    o.rateCost() = rateCostEdit->storedCurrency();
-    o.rateOn() = Currency::fromInt(useRateCheck->checked() ? 1 : 0);
-    auto digit = [](int index) { return DigitSteps[std::size_t(std::clamp(index, 0, 7))]; };
-    auto fraction = [](int index) { return FractionSteps[std::size_t(std::clamp(index, 0, 2))]; };
-    o.UnitDigits() = digit(unitDigitsList->itemIndex());
-    o.UnitFraction() = fraction(unitFractionList->itemIndex());
-    o.adoptedDigits() = digit(digitsRadio->itemIndex());
-    o.adoptedFraction() = fraction(belowDigitsRadio->itemIndex());
-    o.elementDigits() = digit(elementRadio->itemIndex());
-    o.elementFraction() = fraction(fractionRadio->itemIndex());
-    o.modeFlag() = modeRadio->itemIndex();
-    o.otherMethod() = otherCostRadio->itemIndex();
+    options_->applyTo(o);
 
     try {
         recalcAndShowTab();
@@ -383,7 +348,7 @@ void MainWindow::applyControls() {
         throw;
     }
     document().refreshLines();
-    sheet_->setHeadings(modeRadio->itemIndex() == 1, false);
+    sheet_->setHeadings(options_->refrigerant(), false);
 }
 
 void MainWindow::recalcAndShowTab() {

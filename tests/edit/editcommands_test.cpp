@@ -180,28 +180,28 @@ TEST_F(EditCommands, WholeAllCopyCarriesModeRatesAndRoundingToAnotherPipeType) {
     MainWindow& f = open();
     const QString source = rows()[1].goods();
     // Options of pipe type 1 set by the user.
-    f.digitsRadio->setItemIndex(0);
-    f.fractionRadio->setItemIndex(1);
-    f.rateSubmittedEdit->setValue(70);
-    f.useRateCheck->SetChecked(true); // unit prices from the list price
+    f.optionPanel()->digitsRadio()->setItemIndex(0);
+    f.optionPanel()->fractionRadio()->setItemIndex(1);
+    f.optionPanel()->rateSubmittedEdit()->setValue(70);
+    f.optionPanel()->useRateCheck()->SetChecked(true); // unit prices from the list price
     f.applyControls();
-    f.modeRadio->setItemIndex(1); // refrigerant mode
+    f.optionPanel()->modeRadio()->setItemIndex(1); // refrigerant mode
     ASSERT_EQ(doc().options().modeFlag(), 1);
     f.copyWholeTableItem->trigger();
     dialogs.answerBox(TaskDialog::IdCancel); // not saved
     clickNode(2);
     ASSERT_EQ(f.currentPipeType, 2);
-    ASSERT_EQ(f.modeRadio->itemIndex(), 0);
+    ASSERT_EQ(f.optionPanel()->modeRadio()->itemIndex(), 0);
     ASSERT_EQ(f.sheet()->tabs()->count(), 4);
-    ASSERT_FALSE(f.useRateCheck->checked());
+    ASSERT_FALSE(f.optionPanel()->useRateCheck()->checked());
     f.pasteWholeTableItem->trigger();
-    EXPECT_TRUE(f.useRateCheck->checked());
-    EXPECT_EQ(f.modeRadio->itemIndex(), 1);
+    EXPECT_TRUE(f.optionPanel()->useRateCheck()->checked());
+    EXPECT_EQ(f.optionPanel()->modeRadio()->itemIndex(), 1);
     EXPECT_EQ(f.sheet()->tabs()->count(), 1);
     EXPECT_FALSE(f.copyFirstDetailAcrossItem->isEnabled());
-    EXPECT_EQ(f.digitsRadio->itemIndex(), 0);
-    EXPECT_EQ(f.fractionRadio->itemIndex(), 1);
-    EXPECT_EQ(f.rateSubmittedEdit->value(), 70);
+    EXPECT_EQ(f.optionPanel()->digitsRadio()->itemIndex(), 0);
+    EXPECT_EQ(f.optionPanel()->fractionRadio()->itemIndex(), 1);
+    EXPECT_EQ(f.optionPanel()->rateSubmittedEdit()->value(), 70);
     EXPECT_EQ(doc().options().rateSubmitted(), Currency::fromInt(70));
     EXPECT_EQ(f.goodsBox->text(), source);
     // The node of the pipe type on the sheet takes the name.
@@ -474,7 +474,7 @@ TEST_F(EditCommands, MoveCarriesTheSelectionAndASaveLeavesTheNeighbourByteIdenti
     clickNode(2);
     const QString name2 = f.treeNode(2)->text(0);
     // An unsaved change of the pipe type that moves.
-    f.labourCostSubmittedEdit->setValue(31000);
+    f.optionPanel()->labourCostSubmittedEdit()->setValue(31000);
     f.applyControls();
     ASSERT_TRUE(doc().isChanged());
     f.popupMoveUpItem->trigger(); // up, from the tree's pop-up menu
@@ -484,7 +484,7 @@ TEST_F(EditCommands, MoveCarriesTheSelectionAndASaveLeavesTheNeighbourByteIdenti
     EXPECT_EQ(f.treeNode(2)->text(0), name1);
     EXPECT_FALSE(f.undoAction->isEnabled());
     EXPECT_TRUE(doc().isChanged()); // the change is still unsaved
-    EXPECT_EQ(f.labourCostSubmittedEdit->value(), 31000);
+    EXPECT_EQ(f.optionPanel()->labourCostSubmittedEdit()->value(), 31000);
     // The two swapped places in the file, nothing else moved.
     EXPECT_EQ(storedBytes(1, 1), second);
     EXPECT_EQ(storedBytes(1, 2), first);
@@ -557,8 +557,8 @@ TEST_F(EditCommands, OptionRowIntactAfterTheDetailCommandsOnTheFourthTab) {
     onTab4(f.clearDetailItem);
     EXPECT_TRUE(rows()[59].factor(5).isZero());
     // The controls still show the options, and a save stores them.
-    EXPECT_EQ(f.labourCostSubmittedEdit->value(), 24200);
-    EXPECT_EQ(f.rateCostEdit->value(), 55);
+    EXPECT_EQ(f.optionPanel()->labourCostSubmittedEdit()->value(), 24200);
+    EXPECT_EQ(f.optionPanel()->rateCostEdit()->value(), 55);
     QTest::mouseClick(f.saveButton, Qt::LeftButton);
     EXPECT_EQ(stored(1, 1, 60, "DATA5"), QStringLiteral("24200"));
     EXPECT_EQ(stored(1, 1, 60, "DATA2"), QStringLiteral("10"));
@@ -567,15 +567,15 @@ TEST_F(EditCommands, OptionRowIntactAfterTheDetailCommandsOnTheFourthTab) {
 
 TEST_F(EditCommands, WholeTablePasteStillCarriesTheOptionRow) {
     MainWindow& f = open();
-    f.labourCostSubmittedEdit->setValue(27000);
+    f.optionPanel()->labourCostSubmittedEdit()->setValue(27000);
     f.applyControls();
     f.copyLabourFactorsItem->trigger(); // pipefitter: DATA5 of every row, row 60 included
     dialogs.answerBox(TaskDialog::IdCancel);
     clickNode(2);
-    ASSERT_EQ(f.labourCostSubmittedEdit->value(), 24200);
+    ASSERT_EQ(f.optionPanel()->labourCostSubmittedEdit()->value(), 24200);
     const Currency labour3 = rows()[3].factor(2);
     f.pasteLabourFactorsItem->trigger();
-    EXPECT_EQ(f.labourCostSubmittedEdit->value(), 27000);
+    EXPECT_EQ(f.optionPanel()->labourCostSubmittedEdit()->value(), 27000);
     EXPECT_EQ(rows()[3].factor(2), labour3);
 }
 

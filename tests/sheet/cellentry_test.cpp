@@ -144,7 +144,7 @@ TEST_F(CellEntry, PriceEntryWritesAllFourDetailsAndRecalculatesTheCurrentRow) {
 
 TEST_F(CellEntry, RateOnLeavesOnlyTheListPriceEditable) {
     MainWindow& f = open();
-    f.useRateCheck->SetChecked(true);
+    f.optionPanel()->useRateCheck()->SetChecked(true);
     select(f.sheet()->materialGrid(), 1, 3);
     EXPECT_FALSE(f.sheet()->materialGrid()->isEditable());
     select(f.sheet()->materialGrid(), 2, 3);
@@ -309,10 +309,10 @@ TEST_F(CellEntry, NewPipeTypeByKeyboardAloneSurvivesARestart) {
     enter(f.sheet()->materialGrid(), 2, 1, QStringLiteral("700"));
     enter(f.sheet()->compositeGrid(), 4, 1, QStringLiteral("1.1"));
     enter(f.sheet()->compositeGrid(), 8, 1, QStringLiteral("0.084"));
-    f.labourCostSubmittedEdit->setFocus();
-    f.labourCostSubmittedEdit->selectAll();
-    QTest::keyClicks(f.labourCostSubmittedEdit, QStringLiteral("18000"));
-    QTest::keyClick(f.labourCostSubmittedEdit, Qt::Key_Return);
+    f.optionPanel()->labourCostSubmittedEdit()->setFocus();
+    f.optionPanel()->labourCostSubmittedEdit()->selectAll();
+    QTest::keyClicks(f.optionPanel()->labourCostSubmittedEdit(), QStringLiteral("18000"));
+    QTest::keyClick(f.optionPanel()->labourCostSubmittedEdit(), Qt::Key_Return);
     // The price column last used chose the cost side: 700 x 1.1 = 770.
     EXPECT_EQ(cell1(2, 1), QStringLiteral("770"));
     select(f.sheet()->materialGrid(), 1, 1);
@@ -322,7 +322,7 @@ TEST_F(CellEntry, NewPipeTypeByKeyboardAloneSurvivesARestart) {
     // Save with Ctrl+S.
     f.activateWindow();
     ASSERT_TRUE(QTest::qWaitForWindowActive(&f));
-    QTest::keyClick(f.labourCostCostEdit, Qt::Key_S, Qt::ControlModifier);
+    QTest::keyClick(f.optionPanel()->labourCostCostEdit(), Qt::Key_S, Qt::ControlModifier);
     ASSERT_FALSE(dialogs.Boxes().empty());
     EXPECT_EQ(dialogs.Boxes().back().content, u("保存しました。"));
     closeForm();
@@ -332,7 +332,7 @@ TEST_F(CellEntry, NewPipeTypeByKeyboardAloneSurvivesARestart) {
     EXPECT_EQ(cell2(1, 1), QStringLiteral("830"));
     EXPECT_EQ(cell1(8, 1), QStringLiteral("0.084"));
     EXPECT_EQ(cell1(2, 1), price);
-    EXPECT_EQ(g.labourCostSubmittedEdit->value(), 18000);
+    EXPECT_EQ(g.optionPanel()->labourCostSubmittedEdit()->value(), 18000);
 }
 
 TEST_F(CellEntry, EnterInThePriceGridAtStartStoresNothing) {
@@ -371,7 +371,7 @@ TEST_F(CellEntry, UpCommitsWithoutABeep) {
 
 TEST_F(CellEntry, PriceCommitWithTheRateOnIsOverwrittenFromTheListPrice) {
     MainWindow& f = open();
-    f.useRateCheck->SetChecked(true);
+    f.optionPanel()->useRateCheck()->SetChecked(true);
     const Currency fromList = rows()[2].submittedPrice;
     select(f.sheet()->materialGrid(), 1, 2);
     press(f.sheet()->materialGrid(), Qt::Key_Return);

@@ -89,9 +89,9 @@ TEST_F(GroupRewrite, NoOnEitherQuestionChangesNothing) {
     MainWindow& f = open();
     EXPECT_TRUE(f.optionChangeItem->isEnabled());
     EXPECT_TRUE(f.labourCostChangeItem->isEnabled());
-    f.digitsRadio->setItemIndex(1);
-    f.labourCostSubmittedEdit->setValue(12345);
-    f.labourCostCostEdit->setValue(2345.04); // as a float x 10000: 23450399.99...
+    f.optionPanel()->digitsRadio()->setItemIndex(1);
+    f.optionPanel()->labourCostSubmittedEdit()->setValue(12345);
+    f.optionPanel()->labourCostCostEdit()->setValue(2345.04); // as a float x 10000: 23450399.99...
     const QStringList before = table();
 
     dialogs.answerBox(TD::IdNo);
@@ -127,14 +127,14 @@ TEST_F(GroupRewrite, OptionChangeGivesTheGroupTheDisplayedOptionsAndRecomputesIt
     const QStringList otherGroupOptions = optionRowsOutside(1);
     MainWindow& f = open();
     recordCaptions();
-    f.digitsRadio->setItemIndex(1);
-    f.elementRadio->setItemIndex(2);
-    f.fractionRadio->setItemIndex(2);
-    f.otherCostRadio->setItemIndex(1);
+    f.optionPanel()->digitsRadio()->setItemIndex(1);
+    f.optionPanel()->elementRadio()->setItemIndex(2);
+    f.optionPanel()->fractionRadio()->setItemIndex(2);
+    f.optionPanel()->otherCostRadio()->setItemIndex(1);
     // shown and not applied yet: the command's own applyControls takes them.
-    f.rateSubmittedEdit->setValue(91);
-    f.rateCostEdit->setValue(47.5);
-    f.labourCostSubmittedEdit->setValue(20500);
+    f.optionPanel()->rateSubmittedEdit()->setValue(91);
+    f.optionPanel()->rateCostEdit()->setValue(47.5);
+    f.optionPanel()->labourCostSubmittedEdit()->setValue(20500);
     // An entry not saved yet: the command saves first, so it stays.
     rows()[4].listPrice = Currency::fromInt(4321);
     doc().refreshLines();
@@ -192,7 +192,7 @@ TEST_F(GroupRewrite, OptionChangeGivesTheGroupTheDisplayedOptionsAndRecomputesIt
 
 TEST_F(GroupRewrite, RefrigerantModeGoesToTheWholeGroup) {
     MainWindow& f = open();
-    f.modeRadio->setItemIndex(1);
+    f.optionPanel()->modeRadio()->setItemIndex(1);
     dialogs.answerBox(TD::IdYes);
     f.optionChangeAction->trigger();
     f.groupRewrite()->waitForEnd();
@@ -217,10 +217,10 @@ TEST_F(GroupRewrite, BaseLabourCostsGoToEveryGroupButOnlyTheCurrentIsRecomputed)
     doc().refreshLines();
     // A base labour cost typed and not applied by Enter.
     f.activateWindow();
-    f.labourCostSubmittedEdit->setFocus();
-    f.labourCostSubmittedEdit->selectAll();
-    QTest::keyClicks(f.labourCostSubmittedEdit, QStringLiteral("31234"));
-    f.labourCostCostEdit->setValue(27000);
+    f.optionPanel()->labourCostSubmittedEdit()->setFocus();
+    f.optionPanel()->labourCostSubmittedEdit()->selectAll();
+    QTest::keyClicks(f.optionPanel()->labourCostSubmittedEdit(), QStringLiteral("31234"));
+    f.optionPanel()->labourCostCostEdit()->setValue(27000);
     ASSERT_NE(doc().options().labourSubmitted(), Currency::fromInt(31234));
 
     dialogs.answerBox(TD::IdYes);
@@ -325,7 +325,8 @@ TEST_F(GroupRewrite, AFailingStatementShowsErrorAndTheRunGoesOn) {
     for (int kan = 2; kan <= GroupPipeTypes; ++kan)
         optionsBefore << stored(1, kan, 60, "DATA6");
     MainWindow& f = open();
-    f.elementRadio->setItemIndex(f.elementRadio->itemIndex() == 1 ? 2 : 1);
+    f.optionPanel()->elementRadio()->setItemIndex(
+        f.optionPanel()->elementRadio()->itemIndex() == 1 ? 2 : 1);
     ASSERT_LT(optionsBefore.count(currToStr(doc().options().elementDigits())),
               optionsBefore.size());
     dialogs.answerBox(TD::IdYes);
@@ -353,7 +354,7 @@ TEST_F(GroupRewrite, OptionChangeStopsWhenTheCurrentPipeTypeCannotBeSaved) {
     rows()[3].listPrice = Currency::fromInt(2468);
     doc().refreshLines();
     const Currency otherDigits = storedCurrency(1, 2, 60, "DATA6");
-    f.elementRadio->setItemIndex(digitIndexOf(otherDigits) == 3 ? 2 : 3);
+    f.optionPanel()->elementRadio()->setItemIndex(digitIndexOf(otherDigits) == 3 ? 2 : 3);
     dialogs.answerBox(TD::IdYes);
     f.optionChangeAction->trigger();
     // The other pipe types keep their options: none has new options with
@@ -372,8 +373,8 @@ TEST_F(GroupRewrite, OptionChangeStopsWhenTheCurrentPipeTypeCannotBeSaved) {
 TEST_F(GroupRewrite, ClosingDuringARunLeavesEveryPipeTypeOfTheGroupWhole) {
     MainWindow& f = open();
     recordCaptions();
-    f.elementRadio->setItemIndex(3);
-    f.digitsRadio->setItemIndex(0);
+    f.optionPanel()->elementRadio()->setItemIndex(3);
+    f.optionPanel()->digitsRadio()->setItemIndex(0);
     const Currency digits = doc().options().elementDigits();
     bool closeAsked = false;
     bool closedAtOnce = true;

@@ -312,8 +312,8 @@ TEST_F(Safety, AnOverflowInShowPipeTypeLeavesTheOptionsWorking) {
     ws().load(1, 1);
     doc().takeSnapshot();
     rows()[4].factor(2) = Currency::fromInt(2);
-    f.fractionRadio->setItemIndex(2);
-    f.fractionRadio->onClicked();
+    f.optionPanel()->fractionRadio()->setItemIndex(2);
+    f.optionPanel()->fractionRadio()->onClicked();
     PipeRow expected = rows()[4];
     calcRowWith(expected, doc().options());
     EXPECT_EQ(doc().options().elementFraction(), FractionSteps[2]);
@@ -430,10 +430,11 @@ TEST_F(Safety, TheTreeShowsWholeNamesInItsHint) {
 
 TEST_F(Safety, TheRateCheckBoxIsAPlainCheckBox) {
     MainWindow& f = open();
-    EXPECT_EQ(f.useRateCheck->text(), u("単価に掛率を使用"));
-    f.useRateCheck->SetChecked(false);
-    const QWidget* rateControls[] = {f.rateSubmittedEdit, f.rateCostEdit, f.unitDigitsList,
-                                     f.unitFractionList};
+    EXPECT_EQ(f.optionPanel()->useRateCheck()->text(), u("単価に掛率を使用"));
+    f.optionPanel()->useRateCheck()->SetChecked(false);
+    const QWidget* rateControls[] = {
+        f.optionPanel()->rateSubmittedEdit(), f.optionPanel()->rateCostEdit(),
+        f.optionPanel()->unitDigitsList(), f.optionPanel()->unitFractionList()};
     for (const QWidget* w : rateControls)
         EXPECT_TRUE(w->isEnabled()) << w->objectName().toStdString();
 }

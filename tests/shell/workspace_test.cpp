@@ -101,8 +101,8 @@ TEST_F(Workspace, ClickOnAnotherPipeTypeLoadsItAtTabZero) {
 TEST_F(Workspace, OptionChangeRecalculatesAllRowsAndShowsThem) {
     MainWindow& f = open();
     const QString before = cell1(2, 3);
-    f.digitsRadio->setItemIndex(0);  // adopted digits 1
-    f.elementRadio->setItemIndex(2); // two decimals per element
+    f.optionPanel()->digitsRadio()->setItemIndex(0);  // adopted digits 1
+    f.optionPanel()->elementRadio()->setItemIndex(2); // two decimals per element
     // Every row of every tab follows the engine.
     for (int r : {3, 20, 47}) {
         PipeRow copy = rows()[r];
@@ -119,11 +119,11 @@ TEST_F(Workspace, OptionChangeRecalculatesAllRowsAndShowsThem) {
 TEST_F(Workspace, EnterInBaseLabourCostAppliesAndMovesFocus) {
     MainWindow& f = open();
     f.activateWindow();
-    f.labourCostSubmittedEdit->setFocus();
-    f.labourCostSubmittedEdit->setValue(20000);
-    QTest::keyClick(f.labourCostSubmittedEdit, Qt::Key_Return);
+    f.optionPanel()->labourCostSubmittedEdit()->setFocus();
+    f.optionPanel()->labourCostSubmittedEdit()->setValue(20000);
+    QTest::keyClick(f.optionPanel()->labourCostSubmittedEdit(), Qt::Key_Return);
     EXPECT_EQ(doc().options().labourSubmitted(), Currency::fromInt(20000));
-    EXPECT_TRUE(f.labourCostCostEdit->hasFocus());
+    EXPECT_TRUE(f.optionPanel()->labourCostCostEdit()->hasFocus());
     PipeRow copy = rows()[1];
     calcRowWith(copy, doc().options());
     EXPECT_EQ(cell1(2, 1), formatAmount(copy.submittedUnitPrice));
@@ -131,7 +131,7 @@ TEST_F(Workspace, EnterInBaseLabourCostAppliesAndMovesFocus) {
 
 TEST_F(Workspace, SaveWritesAllRowsAndSaysSo) {
     MainWindow& f = open();
-    f.labourCostSubmittedEdit->setValue(21000);
+    f.optionPanel()->labourCostSubmittedEdit()->setValue(21000);
     QTest::mouseClick(f.saveButton, Qt::LeftButton);
     ASSERT_FALSE(dialogs.Boxes().empty());
     EXPECT_EQ(dialogs.Boxes().back().content, u("保存しました。"));
@@ -146,11 +146,11 @@ TEST_F(Workspace, SaveWritesAllRowsAndSaysSo) {
 
 TEST_F(Workspace, NewBaseLabourCostByEnterThenSaveStoresTheEnginesPrices) {
     MainWindow& f = open();
-    f.labourCostSubmittedEdit->setFocus();
-    f.labourCostSubmittedEdit->selectAll();
-    QTest::keyClicks(f.labourCostSubmittedEdit,
+    f.optionPanel()->labourCostSubmittedEdit()->setFocus();
+    f.optionPanel()->labourCostSubmittedEdit()->selectAll();
+    QTest::keyClicks(f.optionPanel()->labourCostSubmittedEdit(),
                      QStringLiteral("20500.04")); // as a float x 10000: 205000399.99...
-    QTest::keyClick(f.labourCostSubmittedEdit, Qt::Key_Return);
+    QTest::keyClick(f.optionPanel()->labourCostSubmittedEdit(), Qt::Key_Return);
     QTest::mouseClick(f.saveButton, Qt::LeftButton);
     // What the engine makes of the stored rows with the new cost.
     ws().load(1, 1);
@@ -166,7 +166,7 @@ TEST_F(Workspace, NewBaseLabourCostByEnterThenSaveStoresTheEnginesPrices) {
 
 TEST_F(Workspace, TreeClickAsksAboutChangesAndSavesOnYes) {
     MainWindow& f = open();
-    f.labourCostSubmittedEdit->setValue(22000);
+    f.optionPanel()->labourCostSubmittedEdit()->setValue(22000);
     f.applyControls();
     dialogs.answerBox(TaskDialog::IdYes);
     clickNode(2);
@@ -180,7 +180,7 @@ TEST_F(Workspace, TreeClickAsksAboutChangesAndSavesOnYes) {
 TEST_F(Workspace, TreeClickCancelLosesTheChange) {
     MainWindow& f = open();
     const QString old = stored(1, 1, 60, "DATA5");
-    f.labourCostSubmittedEdit->setValue(23000);
+    f.optionPanel()->labourCostSubmittedEdit()->setValue(23000);
     f.applyControls();
     dialogs.answerBox(TaskDialog::IdCancel);
     clickNode(2);
@@ -190,7 +190,7 @@ TEST_F(Workspace, TreeClickCancelLosesTheChange) {
 TEST_F(Workspace, GroupNodeClickAsksButLoadsNothing) {
     MainWindow& f = open();
     const QString goods = f.goodsBox->text();
-    f.labourCostSubmittedEdit->setValue(24000);
+    f.optionPanel()->labourCostSubmittedEdit()->setValue(24000);
     f.applyControls();
     dialogs.answerBox(TaskDialog::IdCancel);
     clickNode(21); // group 2
@@ -202,7 +202,8 @@ TEST_F(Workspace, GroupNodeClickAsksButLoadsNothing) {
 TEST_F(Workspace, ClosingAsksAndCancelClosesWithoutSaving) {
     MainWindow& f = open();
     const QString old = stored(1, 1, 60, "DATA5");
-    f.labourCostSubmittedEdit->setValue(25000); // applied by the close query itself
+    f.optionPanel()->labourCostSubmittedEdit()->setValue(
+        25000); // applied by the close query itself
     dialogs.answerBox(TaskDialog::IdCancel);
     closeForm();
     ASSERT_EQ(dialogs.Boxes().size(), 1u);
@@ -211,7 +212,7 @@ TEST_F(Workspace, ClosingAsksAndCancelClosesWithoutSaving) {
 
 TEST_F(Workspace, ClosingWithYesSaves) {
     MainWindow& f = open();
-    f.labourCostSubmittedEdit->setValue(26000);
+    f.optionPanel()->labourCostSubmittedEdit()->setValue(26000);
     dialogs.answerBox(TaskDialog::IdYes);
     closeForm();
     EXPECT_EQ(stored(1, 1, 60, "DATA5"), u("26000"));
@@ -299,35 +300,35 @@ TEST_F(Workspace, OptionControlsMapToTheirFieldsBothWays) {
                                      "KAN='1' and NO='60';")),
         1);
     MainWindow& f = open();
-    EXPECT_EQ(f.otherCostRadio->itemIndex(), 1);
-    EXPECT_EQ(f.modeRadio->itemIndex(), 0);
-    EXPECT_EQ(f.rateCostEdit->value(), 55);
-    EXPECT_EQ(f.rateSubmittedEdit->value(), 65);
-    EXPECT_EQ(f.digitsRadio->itemIndex(), 2);
-    EXPECT_EQ(f.belowDigitsRadio->itemIndex(), 2);
-    EXPECT_EQ(f.labourCostCostEdit->value(), 15000);
-    EXPECT_EQ(f.labourCostSubmittedEdit->value(), 18000);
-    EXPECT_EQ(f.elementRadio->itemIndex(), 1);
-    EXPECT_EQ(f.fractionRadio->itemIndex(), 1);
-    EXPECT_TRUE(f.useRateCheck->checked());
-    EXPECT_EQ(f.unitDigitsList->itemIndex(), 3);
-    EXPECT_EQ(f.unitFractionList->itemIndex(), 2);
+    EXPECT_EQ(f.optionPanel()->otherCostRadio()->itemIndex(), 1);
+    EXPECT_EQ(f.optionPanel()->modeRadio()->itemIndex(), 0);
+    EXPECT_EQ(f.optionPanel()->rateCostEdit()->value(), 55);
+    EXPECT_EQ(f.optionPanel()->rateSubmittedEdit()->value(), 65);
+    EXPECT_EQ(f.optionPanel()->digitsRadio()->itemIndex(), 2);
+    EXPECT_EQ(f.optionPanel()->belowDigitsRadio()->itemIndex(), 2);
+    EXPECT_EQ(f.optionPanel()->labourCostCostEdit()->value(), 15000);
+    EXPECT_EQ(f.optionPanel()->labourCostSubmittedEdit()->value(), 18000);
+    EXPECT_EQ(f.optionPanel()->elementRadio()->itemIndex(), 1);
+    EXPECT_EQ(f.optionPanel()->fractionRadio()->itemIndex(), 1);
+    EXPECT_TRUE(f.optionPanel()->useRateCheck()->checked());
+    EXPECT_EQ(f.optionPanel()->unitDigitsList()->itemIndex(), 3);
+    EXPECT_EQ(f.optionPanel()->unitFractionList()->itemIndex(), 2);
     EXPECT_EQ(f.sheet()->materialCaption()->text(),
               u("資材単価")); // untouched until the first apply
 
-    f.rateSubmittedEdit->setValue(70);
-    f.rateCostEdit->setValue(60);
-    f.labourCostSubmittedEdit->setValue(20000);
-    f.labourCostCostEdit->setValue(16000);
-    f.unitDigitsList->setItemIndex(5);
-    f.unitFractionList->setItemIndex(1);
-    f.digitsRadio->setItemIndex(4);
-    f.belowDigitsRadio->setItemIndex(0);
-    f.elementRadio->setItemIndex(3);
-    f.fractionRadio->setItemIndex(2);
-    f.otherCostRadio->setItemIndex(0);
+    f.optionPanel()->rateSubmittedEdit()->setValue(70);
+    f.optionPanel()->rateCostEdit()->setValue(60);
+    f.optionPanel()->labourCostSubmittedEdit()->setValue(20000);
+    f.optionPanel()->labourCostCostEdit()->setValue(16000);
+    f.optionPanel()->unitDigitsList()->setItemIndex(5);
+    f.optionPanel()->unitFractionList()->setItemIndex(1);
+    f.optionPanel()->digitsRadio()->setItemIndex(4);
+    f.optionPanel()->belowDigitsRadio()->setItemIndex(0);
+    f.optionPanel()->elementRadio()->setItemIndex(3);
+    f.optionPanel()->fractionRadio()->setItemIndex(2);
+    f.optionPanel()->otherCostRadio()->setItemIndex(0);
     EXPECT_EQ(f.sheet()->materialCaption()->text(), u("資材単価[単価に掛率を使用]"));
-    f.useRateCheck->SetChecked(false);
+    f.optionPanel()->useRateCheck()->SetChecked(false);
     EXPECT_EQ(f.sheet()->materialCaption()->text(), u("資材単価"));
     const PipeRow& o = rows()[60];
     EXPECT_EQ(o.submittedPrice, Currency::fromInt(70));
@@ -380,15 +381,15 @@ TEST_F(Workspace, ShiftReleaseOnTheTreeNamesTheNode) {
 TEST_F(Workspace, EnterInTheRatesAppliesAndTheLabourCostsSwapFocus) {
     MainWindow& f = open();
     f.activateWindow();
-    f.rateSubmittedEdit->setFocus();
-    f.rateSubmittedEdit->setValue(72);
-    QTest::keyClick(f.rateSubmittedEdit, Qt::Key_Return);
+    f.optionPanel()->rateSubmittedEdit()->setFocus();
+    f.optionPanel()->rateSubmittedEdit()->setValue(72);
+    QTest::keyClick(f.optionPanel()->rateSubmittedEdit(), Qt::Key_Return);
     EXPECT_EQ(doc().options().rateSubmitted(), Currency::fromInt(72));
-    f.labourCostCostEdit->setFocus();
-    f.labourCostCostEdit->setValue(14000);
-    QTest::keyClick(f.labourCostCostEdit, Qt::Key_Return);
+    f.optionPanel()->labourCostCostEdit()->setFocus();
+    f.optionPanel()->labourCostCostEdit()->setValue(14000);
+    QTest::keyClick(f.optionPanel()->labourCostCostEdit(), Qt::Key_Return);
     EXPECT_EQ(doc().options().labourCost(), Currency::fromInt(14000));
-    EXPECT_TRUE(f.labourCostSubmittedEdit->hasFocus());
+    EXPECT_TRUE(f.optionPanel()->labourCostSubmittedEdit()->hasFocus());
 }
 
 TEST_F(Workspace, SaveWritesEveryFieldOfAllSixtyRows) {
@@ -458,7 +459,7 @@ TEST_F(Workspace, RefrigerantApplyWritesTheSingleTabCaption) {
 TEST_F(Workspace, SaveAfterAGroupNodeClickWritesTheShownPipeType) {
     MainWindow& f = open();
     clickNode(21);
-    f.labourCostSubmittedEdit->setValue(27000);
+    f.optionPanel()->labourCostSubmittedEdit()->setValue(27000);
     QTest::mouseClick(f.saveButton, Qt::LeftButton);
     EXPECT_EQ(stored(1, 1, 60, "DATA5"), u("27000"));
 }

@@ -6,6 +6,7 @@
 #include "controls/pricegrid.h"
 #include "platform/datapaths.h"
 #include "platform/scripteddialogs.h"
+#include "sheet/optionpanel.h"
 #include "sheet/pricesheet.h"
 #include "shell/mainwindow.h"
 #include "store/modulewrappersqlite.h"
