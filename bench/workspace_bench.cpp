@@ -2,6 +2,7 @@
 // and a tree click to the new pipe type shown. Offscreen, real database.
 #include "benchdialogs.h"
 #include "shell/mainwindow.h"
+#include "shell/pipetypetree.h"
 
 #include <QApplication>
 #include <QTreeWidget>
@@ -38,7 +39,7 @@ void BM_TreeClickToPipeTypeShown(benchmark::State& state) {
     int node = 1;
     for (auto _ : state) {
         node = node == 1 ? 2 : 1;
-        form->tree->setCurrentItem(form->treeNode(node));
+        form->tree->setCurrentItem(form->tree->node(node));
         form->treeClicked();
     }
     form->close();

@@ -10,6 +10,7 @@
 #include "sheet/pricesheet.h"
 #include "sheet/sheettexts.h"
 #include "shell/formwidgets.h"
+#include "shell/pipetypetree.h"
 
 #include <QApplication>
 #include <QContextMenuEvent>
@@ -173,18 +174,9 @@ void MainWindow::buildSheet() {
     }
     left->addWidget(velmoraEmblem);
 
-    tree = new QTreeWidget(centralArea_);
-    tree->setObjectName(QStringLiteral("tree"));
-    tree->setHeaderHidden(true);
-    tree->setEditTriggers(QAbstractItemView::NoEditTriggers);
-    tree->setSelectionMode(QAbstractItemView::SingleSelection);
-    tree->setContextMenuPolicy(Qt::CustomContextMenu);
-    tree->setMinimumWidth(0);
-    for (int g = 1; g <= 10; ++g) {
-        auto* group = new QTreeWidgetItem(tree, {groupName(g)});
-        for (int k = 1; k <= 20; ++k)
-            new QTreeWidgetItem(group, {QStringLiteral("----")});
-    }
+    tree = new PipeTypeTree(centralArea_);
+    for (int g = 1; g <= 10; ++g)
+        tree->node((g - 1) * 21)->setText(0, groupName(g));
     left->addWidget(tree, 1);
     left->setContentsMargins(0, 0, 0, 0);
     // The tree's width is the user's: a splitter between it and the sheet.
@@ -327,52 +319,11 @@ void MainWindow::connectSheet() {
     followAction(labourLibraryButton, loadLibraryAction);
 
     connect(tree, &QTreeWidget::itemClicked, this, [this] { treeClicked(); });
-    tree->installEventFilter(this);
-    tree->viewport()->installEventFilter(this);
-    connect(tree, &QWidget::customContextMenuRequested, this, [this](const QPoint& pos) {
-        treePopupMenu->popup(tree->viewport()->mapToGlobal(pos));
-    });
+    connect(tree, &PipeTypeTree::inputHandled, this,
+            [this](QTreeWidgetItem* namingNode) { afterTreeInput(namingNode); });
+    tree->setPopupMenu(treePopupMenu);
     sizeSetAction->setEnabled(true);
     connect(sizeSetAction, &QAction::triggered, this, &MainWindow::setSizes);
     connect(saveItem, &QAction::triggered, this, &MainWindow::saveItemTriggered);
     saveItem->setEnabled(true);
-}
-
-bool MainWindow::eventFilter(QObject* watched, QEvent* event) {
-    if (event->type() == QEvent::KeyPress && tree && watched == tree) {
-        // Once the tree has moved its selection by the key.
-        QTimer::singleShot(0, this, [this] { afterTreeInput(nullptr); });
-    } else if (tree && watched == tree->viewport() && event->type() == QEvent::ToolTip) {
-        // A long name cut off by the tree's width reads whole in the hint.
-        auto* help = static_cast<QHelpEvent*>(event);
-        if (QTreeWidgetItem* item = tree->itemAt(help->pos()))
-            QToolTip::showText(help->globalPos(), item->text(0), tree->viewport());
-        else
-            QToolTip::hideText();
-        return true;
-    } else if (tree && watched == tree->viewport() &&
-               (event->type() == QEvent::MouseButtonPress ||
-                event->type() == QEvent::MouseButtonDblClick ||
-                event->type() == QEvent::MouseButtonRelease)) {
-        auto* mouse = static_cast<QMouseEvent*>(event);
-        // The right button only opens the pop-up menu, which acts on the pipe
-        // type on the sheet: it must not move the selection away from it.
-        if (mouse->button() == Qt::RightButton) {
-            if (event->type() == QEvent::MouseButtonPress)
-                treePopupMenu->popup(mouse->globalPosition().toPoint());
-            return true;
-        }
-        if (event->type() == QEvent::MouseButtonRelease) {
-            // The Shift key counts as the release carries it; the naming
-            // follows the click that the same release makes, on its node.
-            const bool shift = mouse->modifiers().testFlag(Qt::ShiftModifier);
-            QTreeWidgetItem* node = tree->itemAt(mouse->position().toPoint());
-            QTimer::singleShot(0, this,
-                               [this, shift, node] { afterTreeInput(shift ? node : nullptr); });
-        }
-    } else if (tree && watched == tree->viewport() && event->type() == QEvent::ContextMenu &&
-               static_cast<QContextMenuEvent*>(event)->reason() == QContextMenuEvent::Mouse) {
-        return true; // the press has opened the menu already
-    }
-    return QMainWindow::eventFilter(watched, event);
 }

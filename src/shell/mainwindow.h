@@ -43,6 +43,7 @@ class GradientPanel;
 class NumberEdit;
 class RadioGroup;
 class OptionPanel;
+class PipeTypeTree;
 class PriceSheet;
 class ToggleSwitch;
 
@@ -198,7 +199,7 @@ public:
     QLabel* ostrelLabel = nullptr;  // "Ostrel"
     QLabel* productLabel = nullptr; // "Qorvale"
     QLabel* releaseLabel = nullptr;
-    QTreeWidget* tree = nullptr;
+    PipeTypeTree* tree = nullptr;
     QSplitter* treeSplitter = nullptr; // between the tree and the sheet
     QScrollArea* sheetScroll = nullptr;
 
@@ -226,10 +227,6 @@ public:
     bool refreshing = false;
 
     // ---- The tree ---------------------------------------------------------
-    // Node by absolute index (group g is (g-1) x 21, its pipe type k is
-    // (g-1) x 21 + k), and the index of a node.
-    QTreeWidgetItem* treeNode(int absoluteIndex) const;
-    int absoluteIndex(QTreeWidgetItem* node) const;
     QTreeWidgetItem* selectedNode() const;
 
     // ---- The screen logic -------------------------------------------------
@@ -286,7 +283,6 @@ public:
     // The tree node of the pipe type on the sheet, and a selection change
     // that fires no click.
     QTreeWidgetItem* currentPipeTypeNode() const;
-    void selectNodeQuietly(QTreeWidgetItem* node);
     // After the tree has handled a key or a mouse button: a selection moved
     // without a click loads like a click; namingNode, the node a release with
     // Shift came on, is then named.
@@ -315,7 +311,6 @@ public:
 protected:
     void showEvent(QShowEvent* event) override;
     void closeEvent(QCloseEvent* event) override;
-    bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
     void buildSheet();

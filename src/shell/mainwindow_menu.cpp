@@ -1,6 +1,7 @@
 // The main form: the main menu, the actions, the view menu and the naming of
 // groups.
 #include "shell/mainwindow.h"
+#include "shell/pipetypetree.h"
 
 #include "platform/dialogs.h"
 
@@ -276,7 +277,7 @@ void MainWindow::nameGroup(int tag) {
                              QStringLiteral("グル－プ名を入力してください"), name))
         return;
     setGroupName(g, name);
-    if (QTreeWidgetItem* node = treeNode(tag * 21)) node->setText(0, name);
+    if (QTreeWidgetItem* node = tree->node(tag * 21)) node->setText(0, name);
     saveGroupNames();
 }
 

@@ -1,6 +1,7 @@
 // The main form: opening and closing the workspace, and the settings files
 // applied to the window.
 #include "shell/mainwindow.h"
+#include "shell/pipetypetree.h"
 
 #include "shell/grouprewritecommands.h"
 
@@ -100,8 +101,8 @@ void MainWindow::prepareShow() {
     for (int g = 1; g <= 10; ++g)
         fillGroupNodes(g);
     currentCategory = currentGroup = currentPipeType = 1;
-    tree->setCurrentItem(treeNode(1));
-    lastTreeNode_ = treeNode(1);
+    tree->setCurrentItem(tree->node(1));
+    lastTreeNode_ = tree->node(1);
     takeSelection();
     workspace_->load(currentGroup, currentPipeType);
     rowsLoaded = true;

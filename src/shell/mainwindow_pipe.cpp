@@ -13,6 +13,7 @@
 #include "sheet/sheettexts.h"
 #include "shell/confrecord.h"
 #include "shell/formwidgets.h"
+#include "shell/pipetypetree.h"
 #include "store/modulewrappersqlite.h"
 #include "store/pipetypestore.h"
 #include "util/flagscope.h"
@@ -34,20 +35,6 @@ const QString NotSavedText =
 
 // ---- The tree ---------------------------------------------------------------
 
-QTreeWidgetItem* MainWindow::treeNode(int absoluteIndex) const {
-    if (!tree || absoluteIndex < 0 || absoluteIndex >= 210) return nullptr;
-    QTreeWidgetItem* group = tree->topLevelItem(absoluteIndex / 21);
-    const int k = absoluteIndex % 21;
-    return k == 0 ? group : group->child(k - 1);
-}
-
-int MainWindow::absoluteIndex(QTreeWidgetItem* node) const {
-    if (!node) return -1;
-    if (QTreeWidgetItem* parent = node->parent())
-        return tree->indexOfTopLevelItem(parent) * 21 + parent->indexOfChild(node) + 1;
-    return tree->indexOfTopLevelItem(node) * 21;
-}
-
 QTreeWidgetItem* MainWindow::selectedNode() const {
     return tree ? tree->currentItem() : nullptr;
 }
@@ -57,7 +44,7 @@ void MainWindow::loadGroupNames() {
     LoadGroupNames(paths().exDatabase, settings);
     for (int g = 1; g <= 10; ++g) {
         setGroupName(g, settings.GroupNames[std::size_t(g - 1)]);
-        treeNode((g - 1) * 21)->setText(0, groupName(g));
+        tree->node((g - 1) * 21)->setText(0, groupName(g));
     }
 }
 
@@ -73,22 +60,15 @@ void MainWindow::fillGroupNodes(int g) {
                      QStringLiteral("SELECT GOODS FROM ex_kanzai where CTG='1' and GRP='") +
                          QString::number(g) + QStringLiteral("' and no='1';"))
             .lines;
-    for (int i = 0; i < int(names.size()); ++i) {
-        QString text = nthField(names[i], 1);
-        if (text.isEmpty()) text = QStringLiteral("----");
-        if (QTreeWidgetItem* node = treeNode((g - 1) * 21 + 1 + i))
-            node->setText(0, trimBlanks(text));
-    }
+    QStringList goods;
+    for (const QString& line : names)
+        goods << nthField(line, 1);
+    tree->setPipeTypeNames(g, goods);
 }
 
 void MainWindow::takeSelection() {
-    QTreeWidgetItem* node = selectedNode();
-    QTreeWidgetItem* parent = node ? node->parent() : nullptr;
     currentCategory = 1;
-    if (parent) {
-        currentGroup = tree->indexOfTopLevelItem(parent) + 1;
-        currentPipeType = parent->indexOfChild(node) + 1;
-    }
+    tree->pipeTypeOf(selectedNode(), currentGroup, currentPipeType);
     setStatusPanel(0, QString::number(currentCategory));
     setStatusPanel(1, QString::number(currentGroup));
     setStatusPanel(2, QString::number(currentPipeType));
@@ -186,7 +166,7 @@ bool MainWindow::loadAndShow(const std::function<void()>& select) {
         for (int i = 0; i < 3; ++i)
             setStatusPanel(i, panels[i]);
         lastTreeNode_ = currentPipeTypeNode();
-        selectNodeQuietly(lastTreeNode_);
+        tree->selectQuietly(lastTreeNode_);
         handleCurrentException(dialogs_);
         return false;
     }
@@ -196,14 +176,7 @@ bool MainWindow::loadAndShow(const std::function<void()>& select) {
 }
 
 QTreeWidgetItem* MainWindow::currentPipeTypeNode() const {
-    return treeNode((currentGroup - 1) * 21 + currentPipeType);
-}
-
-void MainWindow::selectNodeQuietly(QTreeWidgetItem* node) {
-    if (!node) return;
-    const QSignalBlocker block(tree);
-    tree->setCurrentItem(node);
-    tree->scrollToItem(node);
+    return tree->node((currentGroup - 1) * 21 + currentPipeType);
 }
 
 void MainWindow::treeClicked() {
@@ -230,7 +203,7 @@ void MainWindow::treeClickSteps() {
     // A save that did not reach the database keeps the user on the pipe type
     // with the unsaved rows: loading another now would drop them.
     if (askToSave() != SaveResult::Saved) {
-        selectNodeQuietly(lastTreeNode_ ? lastTreeNode_ : currentPipeTypeNode());
+        tree->selectQuietly(lastTreeNode_ ? lastTreeNode_ : currentPipeTypeNode());
         return;
     }
     lastTreeNode_ = node;
@@ -261,7 +234,7 @@ void MainWindow::treeMouseReleased() {
                              QStringLiteral("名称を入力してください"), name))
         return;
     node->setText(0, name);
-    const int index = absoluteIndex(node);
+    const int index = tree->absoluteIndex(node);
     if (index % 21 == 0) setGroupName(index / 21 + 1, name);
     saveGroupNames();
 }
@@ -382,7 +355,7 @@ void MainWindow::saveItemTriggered() {
 void MainWindow::followMovedPipeType(int kan) {
     currentPipeType = kan;
     lastTreeNode_ = currentPipeTypeNode();
-    selectNodeQuietly(lastTreeNode_);
+    tree->selectQuietly(lastTreeNode_);
     fillGroupNodes(currentGroup);
     showPipeType();
 }

@@ -205,7 +205,7 @@ TEST_F(EditCommands, WholeAllCopyCarriesModeRatesAndRoundingToAnotherPipeType) {
     EXPECT_EQ(doc().options().rateSubmitted(), Currency::fromInt(70));
     EXPECT_EQ(f.goodsBox->text(), source);
     // The node of the pipe type on the sheet takes the name.
-    EXPECT_EQ(f.treeNode(2)->text(0), trimBlanks(source));
+    EXPECT_EQ(f.tree->node(2)->text(0), trimBlanks(source));
     EXPECT_TRUE(f.undoAction->isEnabled());
     // Nothing reaches the database before a save.
     EXPECT_EQ(stored(1, 2, 60, "FLAG"), QStringLiteral("0"));
@@ -354,7 +354,7 @@ TEST_F(EditCommands, PasteThenUndoGivesTheRowsBackAndASecondEscDoesNothing) {
         EXPECT_EQ(rowLine(rows()[r]), before[r - 1]) << r;
     EXPECT_FALSE(f.undoAction->isEnabled());
     EXPECT_FALSE(f.undoItem->isEnabled());
-    EXPECT_EQ(f.treeNode(1)->text(0), trimBlanks(rows()[1].goods()));
+    EXPECT_EQ(f.tree->node(1)->text(0), trimBlanks(rows()[1].goods()));
     // A second Esc finds the command disabled: the rows stay as they are now.
     rows()[7].costPrice = c("12345");
     escape();
@@ -409,7 +409,7 @@ TEST_F(EditCommands, TwoEditsThenUndoUndoesOnlyTheSecond) {
 
 TEST_F(EditCommands, ClearPipeTypeAsksClearsAndUndoBringsTheTreeTextBack) {
     MainWindow& f = open();
-    const QString name = f.treeNode(1)->text(0);
+    const QString name = f.tree->node(1)->text(0);
     const RowTable before = rows();
     dialogs.answerBox(TaskDialog::IdNo);
     f.clearPipeTypeItem->trigger();
@@ -419,7 +419,7 @@ TEST_F(EditCommands, ClearPipeTypeAsksClearsAndUndoBringsTheTreeTextBack) {
     EXPECT_EQ(dialogs.Boxes()[0].icon, TaskDialog::IconQuestion);
     EXPECT_EQ(dialogs.Boxes()[0].buttons, TaskDialog::ButtonYes | TaskDialog::ButtonNo);
     EXPECT_EQ(fullRow(rows()[1]), fullRow(before[1]));
-    EXPECT_EQ(f.treeNode(1)->text(0), name);
+    EXPECT_EQ(f.tree->node(1)->text(0), name);
 
     f.sheet()->tabs()->setCurrentIndex(2);
     dialogs.answerBox(TaskDialog::IdYes);
@@ -437,7 +437,7 @@ TEST_F(EditCommands, ClearPipeTypeAsksClearsAndUndoBringsTheTreeTextBack) {
     EXPECT_EQ(f.sheet()->tabs()->currentIndex(), 0);
     EXPECT_EQ(cell1(0, 1), QString());
     EXPECT_EQ(cell2(1, 1), formatAmount(Currency()));
-    EXPECT_EQ(f.treeNode(1)->text(0), QString());
+    EXPECT_EQ(f.tree->node(1)->text(0), QString());
     // The controls above the grids keep what they showed.
     EXPECT_EQ(f.goodsBox->text(), before[1].goods());
     EXPECT_TRUE(f.undoAction->isEnabled());
@@ -445,7 +445,7 @@ TEST_F(EditCommands, ClearPipeTypeAsksClearsAndUndoBringsTheTreeTextBack) {
     f.undoAction->trigger();
     for (int r = 1; r <= RowCount; ++r)
         EXPECT_EQ(rowLine(rows()[r]), rowLine(before[r])) << r;
-    EXPECT_EQ(f.treeNode(1)->text(0), name);
+    EXPECT_EQ(f.tree->node(1)->text(0), name);
     EXPECT_EQ(cell1(0, 1), before[1].size());
 }
 
@@ -470,18 +470,18 @@ TEST_F(EditCommands, MoveCarriesTheSelectionAndASaveLeavesTheNeighbourByteIdenti
     const QByteArray first = storedBytes(1, 1);
     const QByteArray second = storedBytes(1, 2);
     const QByteArray third = storedBytes(1, 3);
-    const QString name1 = f.treeNode(1)->text(0);
+    const QString name1 = f.tree->node(1)->text(0);
     clickNode(2);
-    const QString name2 = f.treeNode(2)->text(0);
+    const QString name2 = f.tree->node(2)->text(0);
     // An unsaved change of the pipe type that moves.
     f.optionPanel()->labourCostSubmittedEdit()->setValue(31000);
     f.applyControls();
     ASSERT_TRUE(doc().isChanged());
     f.popupMoveUpItem->trigger(); // up, from the tree's pop-up menu
     EXPECT_EQ(f.currentPipeType, 1);
-    EXPECT_EQ(f.selectedNode(), f.treeNode(1));
-    EXPECT_EQ(f.treeNode(1)->text(0), name2);
-    EXPECT_EQ(f.treeNode(2)->text(0), name1);
+    EXPECT_EQ(f.selectedNode(), f.tree->node(1));
+    EXPECT_EQ(f.tree->node(1)->text(0), name2);
+    EXPECT_EQ(f.tree->node(2)->text(0), name1);
     EXPECT_FALSE(f.undoAction->isEnabled());
     EXPECT_TRUE(doc().isChanged()); // the change is still unsaved
     EXPECT_EQ(f.optionPanel()->labourCostSubmittedEdit()->value(), 31000);
@@ -500,9 +500,9 @@ TEST_F(EditCommands, MoveCarriesTheSelectionAndASaveLeavesTheNeighbourByteIdenti
     // And back down from the menu.
     f.moveDownItem->trigger();
     EXPECT_EQ(f.currentPipeType, 2);
-    EXPECT_EQ(f.selectedNode(), f.treeNode(2));
+    EXPECT_EQ(f.selectedNode(), f.tree->node(2));
     EXPECT_EQ(storedBytes(1, 1), first);
-    EXPECT_EQ(f.treeNode(2)->text(0), name2);
+    EXPECT_EQ(f.tree->node(2)->text(0), name2);
 }
 
 TEST_F(EditCommands, ClearDetailKeepsSizesAndPricesAndShowsZeroFactors) {

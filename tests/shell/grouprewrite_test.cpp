@@ -282,7 +282,7 @@ TEST_F(GroupRewrite, TheFormIsClosedToTheUserUntilTheEndHasBeenShown) {
         // the rows.
         QTest::keyClicks(f.sheet()->compositeGrid(), QStringLiteral("7"));
         QTest::keyClick(f.sheet()->compositeGrid(), Qt::Key_Return);
-        const QRect r = f.tree->visualItemRect(f.treeNode(5));
+        const QRect r = f.tree->visualItemRect(f.tree->node(5));
         QTest::mouseClick(f.tree->viewport(), Qt::LeftButton, {}, r.center());
         QTest::mouseClick(f.saveButton, Qt::LeftButton);
         f.optionChangeAction->trigger(); // asks nothing while a run works

@@ -1,6 +1,7 @@
 // The main form as it comes up: caption, paths, geometry, menu, status bar,
 // view menu, naming of groups and the small tools.
 #include "shell/mainwindow.h"
+#include "shell/pipetypetree.h"
 
 #include "platform/datapaths.h"
 #include "platform/scripteddialogs.h"

@@ -65,7 +65,7 @@ TEST_F(Safety, AFailedLoadLeavesTheClickUndone) {
             << dialogs.Boxes()[1].instruction.toStdString();
         EXPECT_EQ(f.currentGroup, 1);
         EXPECT_EQ(f.currentPipeType, 1);
-        EXPECT_EQ(f.selectedNode(), f.treeNode(1));
+        EXPECT_EQ(f.selectedNode(), f.tree->node(1));
         EXPECT_EQ(doc().savedLines(), saved);
         EXPECT_EQ(rowLine(rows()[3]), rowLine(edited[3]));
         EXPECT_TRUE(doc().isChanged());
@@ -162,7 +162,7 @@ TEST_F(Safety, ASaveAsksBeforeWritingOverAChangeMadeElsewhere) {
     clickNode(2);
     EXPECT_TRUE(asked(6));
     EXPECT_EQ(f.currentPipeType, 1);
-    EXPECT_EQ(f.selectedNode(), f.treeNode(1));
+    EXPECT_EQ(f.selectedNode(), f.tree->node(1));
     EXPECT_EQ(stored(1, 1, 2, "GROSS"), QStringLiteral("3333"));
     // At closing, キャンセル keeps the window; 上書き保存 saves and closes.
     dialogs.answerBox(TaskDialog::IdYes);
@@ -201,7 +201,7 @@ TEST_F(Safety, SavesUnderALockSayTheyFailedAndLoseNothing) {
     clickNode(3);
     EXPECT_TRUE(boxSays(3, "ERROR", "database is locked"));
     EXPECT_EQ(f.currentPipeType, 1);
-    EXPECT_EQ(f.selectedNode(), f.treeNode(1));
+    EXPECT_EQ(f.selectedNode(), f.tree->node(1));
     EXPECT_EQ(rows()[2].factor(2), Currency::fromInt(3));
 
     // Closing: the failed save asks what to do; cancel keeps the window.
@@ -279,7 +279,7 @@ TEST_F(Safety, AShiftClickThatWasUndoneNamesNothing) {
     for (int i = 0; i < 3; ++i)
         QCoreApplication::processEvents();
     EXPECT_TRUE(boxSays(1, "ERROR", "database is locked"));
-    EXPECT_EQ(f.selectedNode(), f.treeNode(1));
+    EXPECT_EQ(f.selectedNode(), f.tree->node(1));
     EXPECT_TRUE(dialogs.Inputs().empty());
 }
 
@@ -349,7 +349,7 @@ TEST_F(Safety, RightClickKeepsTheSelectionAndOpensTheMenu) {
     MainWindow& f = open();
     clickNode(5, {}, Qt::RightButton);
     QCoreApplication::processEvents();
-    EXPECT_EQ(f.selectedNode(), f.treeNode(1));
+    EXPECT_EQ(f.selectedNode(), f.tree->node(1));
     EXPECT_EQ(f.currentPipeType, 1);
     EXPECT_TRUE(f.treePopupMenu->isVisible());
     f.treePopupMenu->close();
@@ -360,7 +360,7 @@ TEST_F(Safety, KeysInTheTreeLoadWhatTheySelect) {
     f.tree->setFocus();
     QTest::keyClick(f.tree, Qt::Key_Down);
     QCoreApplication::processEvents();
-    EXPECT_EQ(f.selectedNode(), f.treeNode(2));
+    EXPECT_EQ(f.selectedNode(), f.tree->node(2));
     EXPECT_EQ(f.currentPipeType, 2);
     ws().load(1, 2);
     EXPECT_EQ(f.goodsBox->text(), rows()[1].goods());
@@ -370,7 +370,7 @@ TEST_F(Safety, KeysInTheTreeLoadWhatTheySelect) {
     // Up to the group node: loads nothing (the one way apart).
     QTest::keyClick(f.tree, Qt::Key_Up);
     QCoreApplication::processEvents();
-    EXPECT_EQ(f.selectedNode(), f.treeNode(0));
+    EXPECT_EQ(f.selectedNode(), f.tree->node(0));
     EXPECT_EQ(f.currentPipeType, 1);
 }
 
@@ -395,7 +395,7 @@ TEST_F(Safety, ShiftClickAnswersTheSaveQuestionBeforeTheNamingBox) {
     EXPECT_EQ(inputsDuringBox, 0u);
     ASSERT_EQ(dialogs.Inputs().size(), 1u);
     EXPECT_EQ(f.currentPipeType, 4);
-    EXPECT_EQ(f.treeNode(4)->text(0), u("新しい名前"));
+    EXPECT_EQ(f.tree->node(4)->text(0), u("新しい名前"));
     EXPECT_EQ(stored(1, 1, 2, "DATA1"), QStringLiteral("5"));
 }
 
@@ -421,7 +421,7 @@ TEST_F(Safety, TheTreeShowsWholeNamesInItsHint) {
                               "一般配管用の長い名前' WHERE GRP='1' AND KAN='6' AND NO='1';")),
               1);
     MainWindow& f = open();
-    const QRect r = f.tree->visualItemRect(f.treeNode(6));
+    const QRect r = f.tree->visualItemRect(f.tree->node(6));
     QHelpEvent help(QEvent::ToolTip, r.center(), f.tree->viewport()->mapToGlobal(r.center()));
     QCoreApplication::sendEvent(f.tree->viewport(), &help);
     EXPECT_EQ(QToolTip::text(), u("水道用硬質塩化ﾋﾞﾆﾙﾗｲﾆﾝｸﾞ鋼管(VA) 屋内一般配管用の長い名前"));

@@ -45,11 +45,11 @@ TEST_F(Workspace, StartShowsTheFirstPipeTypeWithTheEnginesPrices) {
     MainWindow& f = open();
     EXPECT_FALSE(f.noDataFolder);
     EXPECT_EQ(f.windowTitle(), u("Qorvale-Ostrel-"));
-    EXPECT_EQ(f.treeNode(0)->text(0), u("給水"));
-    EXPECT_EQ(f.treeNode(189)->text(0), u("冷媒"));
-    EXPECT_EQ(f.tree->currentItem(), f.treeNode(1));
-    EXPECT_EQ(f.treeNode(1)->text(0), rows()[1].goods().trimmed());
-    EXPECT_EQ(f.treeNode(20)->text(0), u("----")); // no demo data there
+    EXPECT_EQ(f.tree->node(0)->text(0), u("給水"));
+    EXPECT_EQ(f.tree->node(189)->text(0), u("冷媒"));
+    EXPECT_EQ(f.tree->currentItem(), f.tree->node(1));
+    EXPECT_EQ(f.tree->node(1)->text(0), rows()[1].goods().trimmed());
+    EXPECT_EQ(f.tree->node(20)->text(0), u("----")); // no demo data there
     EXPECT_EQ(f.goodsBox->text(), rows()[1].goods());
     EXPECT_EQ(f.sheet()->tabs()->count(), 4);
     EXPECT_EQ(f.sheet()->tabs()->tabText(0), u("屋内一般"));
@@ -228,11 +228,11 @@ TEST_F(Workspace, RenamedGroupSurvivesRestart) {
     MainWindow& f = open();
     dialogs.answerInput(u("上水"));
     f.nameGroup(0);
-    EXPECT_EQ(f.treeNode(0)->text(0), u("上水"));
+    EXPECT_EQ(f.tree->node(0)->text(0), u("上水"));
     closeForm();
     MainWindow& g = open();
     EXPECT_EQ(g.groupName(1), u("上水"));
-    EXPECT_EQ(g.treeNode(0)->text(0), u("上水"));
+    EXPECT_EQ(g.tree->node(0)->text(0), u("上水"));
     EXPECT_EQ(g.groupName(2), u("排水"));
 }
 
@@ -352,7 +352,7 @@ TEST_F(Workspace, EnterInANameBoxNamesTheNodeAndApplies) {
     f.unitBox->setText(u("本"));
     QTest::keyClick(f.unitBox, Qt::Key_Return); // the text of goodsBox, not of unitBox
     // Blanks go, the full-width space stays.
-    EXPECT_EQ(f.treeNode(1)->text(0), u("新しい管材\u3000"));
+    EXPECT_EQ(f.tree->node(1)->text(0), u("新しい管材\u3000"));
     EXPECT_EQ(rows()[1].goods(), u("  新しい管材\u3000"));
     EXPECT_EQ(rows()[37].unit(), u("本"));
     EXPECT_TRUE(doc().isChanged());
@@ -365,7 +365,7 @@ TEST_F(Workspace, ShiftReleaseOnTheTreeNamesTheNode) {
     QCoreApplication::processEvents();
     ASSERT_EQ(dialogs.Inputs().size(), 1u);
     EXPECT_EQ(dialogs.Inputs()[0].prompt, u("名称を入力してください"));
-    EXPECT_EQ(f.treeNode(3)->text(0), u("仮の名前"));
+    EXPECT_EQ(f.tree->node(3)->text(0), u("仮の名前"));
     EXPECT_EQ(f.currentPipeType, 3); // the click loaded it first
     // On a group node the menu caption follows, and the record is written.
     dialogs.answerInput(u("上水"));
@@ -441,7 +441,7 @@ TEST_F(Workspace, TreeNamesAndDetailCaptionsFromTheStore) {
                                            "GRP='1' and KAN='1' and NO='16';")),
               1);
     MainWindow& f = open();
-    EXPECT_EQ(f.treeNode(43)->text(0), QString()); // blanks only: an empty name
+    EXPECT_EQ(f.tree->node(43)->text(0), QString()); // blanks only: an empty name
     EXPECT_EQ(f.sheet()->tabs()->tabText(1), u("機械室・便所"));
     EXPECT_EQ(rows()[16].kind(), u("機械室・便所"));
     EXPECT_FALSE(doc().isChanged());

@@ -9,6 +9,7 @@
 #include "sheet/optionpanel.h"
 #include "sheet/pricesheet.h"
 #include "shell/mainwindow.h"
+#include "shell/pipetypetree.h"
 #include "store/modulewrappersqlite.h"
 #include "store/suitestandin.h"
 
@@ -70,7 +71,7 @@ protected:
     // clicks it.
     void clickNode(int absoluteIndex, Qt::KeyboardModifiers mods = {},
                    Qt::MouseButton button = Qt::LeftButton) {
-        QTreeWidgetItem* node = form->treeNode(absoluteIndex);
+        QTreeWidgetItem* node = form->tree->node(absoluteIndex);
         form->tree->scrollToItem(node);
         const QRect r = form->tree->visualItemRect(node);
         QTest::mouseClick(form->tree->viewport(), button, mods, r.center());
