@@ -8,6 +8,7 @@
 #include "platform/datapaths.h"
 #include "platform/dialogs.h"
 #include "shell/formwidgets.h"
+#include "shell/mainmenu.h"
 #include "shell/mainwindow.h"
 #include "store/modulewrappersqlite.h"
 #include "util/textlines.h"
@@ -52,56 +53,62 @@ EditCommands::EditCommands(MainWindow& window, Dialogs& dialogs)
         connect(item, &QAction::triggered, this,
                 [this, handler] { guarded(m_dialogs, [&] { (this->*handler)(); }); });
     };
-    join(m_window.copyWholeTableItem, &EditCommands::copyWholeTable);
-    join(m_window.copyPricesItem, &EditCommands::copyPrices);
-    join(m_window.copyAllFactorsItem, &EditCommands::copyAllFactors);
-    join(m_window.copyLabourFactorsItem, &EditCommands::copyLabourFactors);
-    join(m_window.pasteWholeTableItem, &EditCommands::pasteWholeTable);
-    join(m_window.pastePricesItem, &EditCommands::pastePrices);
-    join(m_window.pasteAllFactorsItem, &EditCommands::pasteAllFactors);
-    join(m_window.pasteLabourFactorsItem, &EditCommands::pasteLabourFactors);
-    join(m_window.copyDetailItem, &EditCommands::copyDetail);
-    join(m_window.copyDetailPricesItem, &EditCommands::copyDetailPrices);
-    join(m_window.copyDetailFactorsItem, &EditCommands::copyDetailFactors);
-    join(m_window.copyDetailLabourItem, &EditCommands::copyDetailLabour);
-    join(m_window.copyDetailPricesAcrossItem, &EditCommands::copyDetailPricesAcross);
-    join(m_window.pasteDetailItem, &EditCommands::pasteDetail);
-    join(m_window.pasteDetailPricesItem, &EditCommands::pasteDetailPrices);
-    join(m_window.pasteDetailFactorsItem, &EditCommands::pasteDetailFactors);
-    join(m_window.pasteDetailLabourItem, &EditCommands::pasteDetailLabour);
-    join(m_window.copyFirstDetailAcrossItem, &EditCommands::copyFirstDetailAcross);
-    join(m_window.clearPipeTypeItem, &EditCommands::clearPipeType);
-    join(m_window.clearDetailItem, &EditCommands::clearDetail);
+    join(m_window.menus().edit.copyWholeTableItem, &EditCommands::copyWholeTable);
+    join(m_window.menus().edit.copyPricesItem, &EditCommands::copyPrices);
+    join(m_window.menus().edit.copyAllFactorsItem, &EditCommands::copyAllFactors);
+    join(m_window.menus().edit.copyLabourFactorsItem, &EditCommands::copyLabourFactors);
+    join(m_window.menus().edit.pasteWholeTableItem, &EditCommands::pasteWholeTable);
+    join(m_window.menus().edit.pastePricesItem, &EditCommands::pastePrices);
+    join(m_window.menus().edit.pasteAllFactorsItem, &EditCommands::pasteAllFactors);
+    join(m_window.menus().edit.pasteLabourFactorsItem, &EditCommands::pasteLabourFactors);
+    join(m_window.menus().detail.copyDetailItem, &EditCommands::copyDetail);
+    join(m_window.menus().detail.copyDetailPricesItem, &EditCommands::copyDetailPrices);
+    join(m_window.menus().detail.copyDetailFactorsItem, &EditCommands::copyDetailFactors);
+    join(m_window.menus().detail.copyDetailLabourItem, &EditCommands::copyDetailLabour);
+    join(m_window.menus().detail.copyDetailPricesAcrossItem, &EditCommands::copyDetailPricesAcross);
+    join(m_window.menus().detail.pasteDetailItem, &EditCommands::pasteDetail);
+    join(m_window.menus().detail.pasteDetailPricesItem, &EditCommands::pasteDetailPrices);
+    join(m_window.menus().detail.pasteDetailFactorsItem, &EditCommands::pasteDetailFactors);
+    join(m_window.menus().detail.pasteDetailLabourItem, &EditCommands::pasteDetailLabour);
+    join(m_window.menus().detail.copyFirstDetailAcrossItem, &EditCommands::copyFirstDetailAcross);
+    join(m_window.menus().edit.clearPipeTypeItem, &EditCommands::clearPipeType);
+    join(m_window.menus().detail.clearDetailItem, &EditCommands::clearDetail);
     // The paste items wait for a copy; the spreading of the first detail
     // follows the mode, by showPipeType.
     for (QAction* paste : pasteItems())
         paste->setEnabled(false);
-    m_window.copyFirstDetailAcrossItem->setEnabled(false);
+    m_window.menus().detail.copyFirstDetailAcrossItem->setEnabled(false);
     // The copy and paste of a detail's prices, their separator and the
     // spreading of the copied prices stay out of reach.
     m_detailPricesSeparator = new QAction(this);
     m_detailPricesSeparator->setObjectName(QStringLiteral("detailPricesSeparator"));
     m_detailPricesSeparator->setSeparator(true);
-    m_window.detailMenu->insertAction(m_window.pasteDetailFactorsItem, m_detailPricesSeparator);
-    for (QAction* hidden : {m_window.copyDetailPricesItem, m_window.pasteDetailPricesItem,
-                            m_detailPricesSeparator, m_window.copyDetailPricesAcrossItem})
+    m_window.menus().detail.menu->insertAction(m_window.menus().detail.pasteDetailFactorsItem,
+                                               m_detailPricesSeparator);
+    for (QAction* hidden : {m_window.menus().detail.copyDetailPricesItem,
+                            m_window.menus().detail.pasteDetailPricesItem, m_detailPricesSeparator,
+                            m_window.menus().detail.copyDetailPricesAcrossItem})
         hidden->setVisible(false);
 
-    connect(m_window.undoAction, &QAction::triggered, this,
+    connect(m_window.menus().actions.undoAction, &QAction::triggered, this,
             [this] { guarded(m_dialogs, [this] { undo(); }); });
-    connect(m_window.moveUpAction, &QAction::triggered, this,
+    connect(m_window.menus().actions.moveUpAction, &QAction::triggered, this,
             [this] { guarded(m_dialogs, [this] { moveUp(); }); });
-    connect(m_window.moveDownAction, &QAction::triggered, this,
+    connect(m_window.menus().actions.moveDownAction, &QAction::triggered, this,
             [this] { guarded(m_dialogs, [this] { moveDown(); }); });
-    m_window.moveUpAction->setEnabled(true);
-    m_window.moveDownAction->setEnabled(true);
+    m_window.menus().actions.moveUpAction->setEnabled(true);
+    m_window.menus().actions.moveDownAction->setEnabled(true);
 }
 
 std::array<QAction*, 8> EditCommands::pasteItems() const {
-    return {m_window.pasteWholeTableItem,    m_window.pastePricesItem,
-            m_window.pasteAllFactorsItem,    m_window.pasteLabourFactorsItem,
-            m_window.pasteDetailItem,        m_window.pasteDetailPricesItem,
-            m_window.pasteDetailFactorsItem, m_window.pasteDetailLabourItem};
+    return {m_window.menus().edit.pasteWholeTableItem,
+            m_window.menus().edit.pastePricesItem,
+            m_window.menus().edit.pasteAllFactorsItem,
+            m_window.menus().edit.pasteLabourFactorsItem,
+            m_window.menus().detail.pasteDetailItem,
+            m_window.menus().detail.pasteDetailPricesItem,
+            m_window.menus().detail.pasteDetailFactorsItem,
+            m_window.menus().detail.pasteDetailLabourItem};
 }
 
 void EditCommands::enableOnlyPaste(QAction* paste) {
@@ -125,23 +132,23 @@ void EditCommands::finishPaste(bool renameNode) {
 
 void EditCommands::copyWholeTable() {
     CopyWholeTable(m_window.workspace().copyBuffer(), m_window.document().rows(), FieldSet::All);
-    enableOnlyPaste(m_window.pasteWholeTableItem);
+    enableOnlyPaste(m_window.menus().edit.pasteWholeTableItem);
 }
 
 void EditCommands::copyPrices() {
     CopyWholeTable(m_window.workspace().copyBuffer(), m_window.document().rows(), FieldSet::Prices);
-    enableOnlyPaste(m_window.pastePricesItem);
+    enableOnlyPaste(m_window.menus().edit.pastePricesItem);
 }
 
 void EditCommands::copyAllFactors() {
     CopyWholeTable(m_window.workspace().copyBuffer(), m_window.document().rows(), FieldSet::Labour);
-    enableOnlyPaste(m_window.pasteAllFactorsItem);
+    enableOnlyPaste(m_window.menus().edit.pasteAllFactorsItem);
 }
 
 void EditCommands::copyLabourFactors() {
     CopyWholeTable(m_window.workspace().copyBuffer(), m_window.document().rows(),
                    FieldSet::Pipefitter);
-    enableOnlyPaste(m_window.pasteLabourFactorsItem);
+    enableOnlyPaste(m_window.menus().edit.pasteLabourFactorsItem);
 }
 
 void EditCommands::pasteWholeTable() {
@@ -174,25 +181,25 @@ void EditCommands::pasteLabourFactors() {
 void EditCommands::copyDetail() {
     copyDetailOut(m_window.workspace().copyBuffer(), m_window.document().rows(),
                   m_window.sheet()->currentTab(), FieldSet::All);
-    enableOnlyPaste(m_window.pasteDetailItem);
+    enableOnlyPaste(m_window.menus().detail.pasteDetailItem);
 }
 
 void EditCommands::copyDetailPrices() {
     copyDetailOut(m_window.workspace().copyBuffer(), m_window.document().rows(),
                   m_window.sheet()->currentTab(), FieldSet::Prices);
-    enableOnlyPaste(m_window.pasteDetailPricesItem);
+    enableOnlyPaste(m_window.menus().detail.pasteDetailPricesItem);
 }
 
 void EditCommands::copyDetailFactors() {
     copyDetailOut(m_window.workspace().copyBuffer(), m_window.document().rows(),
                   m_window.sheet()->currentTab(), FieldSet::Labour);
-    enableOnlyPaste(m_window.pasteDetailFactorsItem);
+    enableOnlyPaste(m_window.menus().detail.pasteDetailFactorsItem);
 }
 
 void EditCommands::copyDetailLabour() {
     copyDetailOut(m_window.workspace().copyBuffer(), m_window.document().rows(),
                   m_window.sheet()->currentTab(), FieldSet::Pipefitter);
-    enableOnlyPaste(m_window.pasteDetailLabourItem);
+    enableOnlyPaste(m_window.menus().detail.pasteDetailLabourItem);
 }
 
 void EditCommands::pasteDetail() {

@@ -6,6 +6,7 @@
 #include "platform/application.h"
 #include "platform/dialogs.h"
 #include "shell/formwidgets.h"
+#include "shell/mainmenu.h"
 #include "shell/mainwindow.h"
 #include "store/piperow.h"
 
@@ -15,12 +16,12 @@
 
 LibraryCommands::LibraryCommands(MainWindow& window, Dialogs& dialogs)
     : QObject(&window), m_window(window), m_dialogs(dialogs) {
-    connect(window.saveLibraryAction, &QAction::triggered, this,
+    connect(window.menus().actions.saveLibraryAction, &QAction::triggered, this,
             &LibraryCommands::saveLibraryEntry);
-    connect(window.loadLibraryAction, &QAction::triggered, this,
+    connect(window.menus().actions.loadLibraryAction, &QAction::triggered, this,
             &LibraryCommands::applyLibraryEntry);
-    window.saveLibraryAction->setEnabled(true);
-    window.loadLibraryAction->setEnabled(true);
+    window.menus().actions.saveLibraryAction->setEnabled(true);
+    window.menus().actions.loadLibraryAction->setEnabled(true);
 }
 
 void LibraryCommands::saveLibraryEntry() {

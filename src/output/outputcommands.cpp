@@ -11,6 +11,7 @@
 #include "platform/dialogs.h"
 #include "sheet/pricesheet.h"
 #include "shell/formwidgets.h"
+#include "shell/mainmenu.h"
 #include "shell/mainwindow.h"
 #include "store/codepage.h"
 #include "store/piperow.h"
@@ -24,10 +25,13 @@
 
 OutputCommands::OutputCommands(MainWindow& window, Dialogs& dialogs)
     : QObject(&window), m_window(window), m_dialogs(dialogs) {
-    connect(window.csvFileItem, &QAction::triggered, this, &OutputCommands::exportCsvFile);
-    connect(window.clipboardItem, &QAction::triggered, this, &OutputCommands::exportToClipboard);
-    connect(window.excelOutAction, &QAction::triggered, this, &OutputCommands::exportWorkbook);
-    connect(window.printAction, &QAction::triggered, this, [this] {
+    connect(window.menus().externalData.csvFileItem, &QAction::triggered, this,
+            &OutputCommands::exportCsvFile);
+    connect(window.menus().externalData.clipboardItem, &QAction::triggered, this,
+            &OutputCommands::exportToClipboard);
+    connect(window.menus().actions.excelOutAction, &QAction::triggered, this,
+            &OutputCommands::exportWorkbook);
+    connect(window.menus().actions.printAction, &QAction::triggered, this, [this] {
         try {
             printPipeType();
         } catch (...) {
@@ -35,7 +39,8 @@ OutputCommands::OutputCommands(MainWindow& window, Dialogs& dialogs)
         }
     });
     for (QAction* a :
-         {window.csvFileItem, window.clipboardItem, window.excelOutAction, window.printAction})
+         {window.menus().externalData.csvFileItem, window.menus().externalData.clipboardItem,
+          window.menus().actions.excelOutAction, window.menus().actions.printAction})
         a->setEnabled(true);
 }
 

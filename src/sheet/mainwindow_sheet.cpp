@@ -1,5 +1,6 @@
 // The main form: the controls of the sheet, the pipe type and its options,
 // their look and their events.
+#include "shell/mainmenu.h"
 #include "shell/mainwindow.h"
 
 #include "controls/boxlabl.h"
@@ -308,22 +309,23 @@ void MainWindow::connectSheet() {
         box->OnKeyPress = [this](int key, bool& handled) { nameBoxKeyPress(key, handled); };
 
     connect(saveButton, &QPushButton::clicked, this, &MainWindow::saveButtonClicked);
-    connect(sizeSetButton, &QPushButton::clicked, sizeSetAction, &QAction::trigger);
-    connect(labourLibraryButton, &QPushButton::clicked, loadLibraryAction, &QAction::trigger);
+    connect(sizeSetButton, &QPushButton::clicked, menus_->actions.sizeSetAction, &QAction::trigger);
+    connect(labourLibraryButton, &QPushButton::clicked, menus_->actions.loadLibraryAction,
+            &QAction::trigger);
     auto followAction = [](QPushButton* button, QAction* action) {
         button->setEnabled(action->isEnabled());
         connect(action, &QAction::changed, button,
                 [button, action] { button->setEnabled(action->isEnabled()); });
     };
-    followAction(sizeSetButton, sizeSetAction);
-    followAction(labourLibraryButton, loadLibraryAction);
+    followAction(sizeSetButton, menus_->actions.sizeSetAction);
+    followAction(labourLibraryButton, menus_->actions.loadLibraryAction);
 
     connect(tree, &QTreeWidget::itemClicked, this, [this] { treeClicked(); });
     connect(tree, &PipeTypeTree::inputHandled, this,
             [this](QTreeWidgetItem* namingNode) { afterTreeInput(namingNode); });
-    tree->setPopupMenu(treePopupMenu);
-    sizeSetAction->setEnabled(true);
-    connect(sizeSetAction, &QAction::triggered, this, &MainWindow::setSizes);
-    connect(saveItem, &QAction::triggered, this, &MainWindow::saveItemTriggered);
-    saveItem->setEnabled(true);
+    tree->setPopupMenu(menus_->treePopup.menu);
+    menus_->actions.sizeSetAction->setEnabled(true);
+    connect(menus_->actions.sizeSetAction, &QAction::triggered, this, &MainWindow::setSizes);
+    connect(menus_->file.saveItem, &QAction::triggered, this, &MainWindow::saveItemTriggered);
+    menus_->file.saveItem->setEnabled(true);
 }

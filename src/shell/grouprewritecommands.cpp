@@ -8,6 +8,7 @@
 #include "platform/datapaths.h"
 #include "platform/dialogs.h"
 #include "platform/guithread.h"
+#include "shell/mainmenu.h"
 #include "shell/mainwindow.h"
 #include "store/modulewrappersqlite.h"
 #include "store/pipetypestore.h"
@@ -98,11 +99,12 @@ private:
 
 GroupRewriteCommands::GroupRewriteCommands(MainWindow& window, Dialogs& dialogs)
     : QObject(&window), m_window(window), m_dialogs(dialogs) {
-    for (QAction* a : {window.optionChangeAction, window.labourCostChangeAction})
+    for (QAction* a :
+         {window.menus().actions.optionChangeAction, window.menus().actions.labourCostChangeAction})
         a->setEnabled(true);
-    connect(window.optionChangeAction, &QAction::triggered, this,
+    connect(window.menus().actions.optionChangeAction, &QAction::triggered, this,
             &GroupRewriteCommands::changeGroupOptions);
-    connect(window.labourCostChangeAction, &QAction::triggered, this,
+    connect(window.menus().actions.labourCostChangeAction, &QAction::triggered, this,
             &GroupRewriteCommands::changeGroupLabourCosts);
 }
 

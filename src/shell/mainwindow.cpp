@@ -1,5 +1,6 @@
 // The main form: construction and the creation step.
 #include "shell/mainwindow.h"
+#include "shell/mainmenu.h"
 
 #include "controls/controlerrors.h"
 #include "controls/gradpan.h"
@@ -40,7 +41,8 @@ MainWindow::MainWindow(Dialogs& dialogs, const QString& launchString, QWidget* p
     groupRewrite_ = new GroupRewriteCommands(*this, dialogs_);
     outputs_ = new OutputCommands(*this, dialogs_);
     setGeometry(DefaultLeft, DefaultTop, DefaultWidth, DefaultHeight);
-    connect(&document(), &PipeTypeDocument::undoAvailableChanged, undoAction, &QAction::setEnabled);
+    connect(&document(), &PipeTypeDocument::undoAvailableChanged, menus_->actions.undoAction,
+            &QAction::setEnabled);
     edits_ = new EditCommands(*this, dialogs_);
     // Failures inside the controls' own event handling are shown like any
     // other failure.

@@ -12,6 +12,7 @@
 
 #include <array>
 #include <functional>
+#include <memory>
 
 class QAction;
 class QDialog;
@@ -42,6 +43,7 @@ class OutputCommands;
 class GradientPanel;
 class NumberEdit;
 class RadioGroup;
+class MainMenu;
 class OptionPanel;
 class PipeTypeTree;
 class PriceSheet;
@@ -95,81 +97,9 @@ public:
     // folder it names takes no part in finding the database.
     QString networkFolder;
 
-    // ---- Main menu ------------------------------------------------------
-    QMenuBar* mainMenu = nullptr;
-
-    // "ファイル(&F)"
-    QMenu* fileMenu = nullptr;
-    QAction* aboutItem = nullptr;         // このソフトウェアについて
-    QAction* installFolderItem = nullptr; // インストールフォルダー確認
-    QAction* calculatorItem = nullptr;    // 電卓
-    QAction* saveItem = nullptr;          // 保  存, Ctrl+S
-    QAction* printItem = nullptr;         // 印  刷
-    QAction* fileSeparator = nullptr;     // separator, shown by the show step
-    QAction* exitItem = nullptr;          // 終了(&X)
-
-    // "表  示(&D)"
-    QMenu* viewMenu = nullptr;
-    QAction* treeListItem = nullptr;
-    QAction* statusBarItem = nullptr;
-
-    // "管種名称編集(&P)": one sub-menu per group, its title the group name,
-    // with a naming item whose data (tag) is the group index 0 to 9.
-    QMenu* groupNamesMenu = nullptr;
-
-    // "編 集1(&E)"
-    QMenu* editMenu = nullptr;
-    QAction* undoItem = nullptr;          // 取消, Ctrl+Z
-    QAction* labourLibraryItem = nullptr; // 標準歩掛選択
-    QAction* labourCostChangeItem = nullptr; // グループ内の基礎工費を、表示中のものに変更
-    QAction* optionChangeItem = nullptr; // グループ内の計算オプションを、表示中のものに変更
-    QAction* moveUpItem = nullptr;        // ↑上へ移動
-    QAction* moveDownItem = nullptr;      // ↓下へ移動
-    QAction* currentPricesItem = nullptr; // 現在の管材単価計算 (no command)
-    QAction* editSeparator = nullptr;     // separator, shown by the show step
-    QAction *copyWholeTableItem = nullptr, *copyPricesItem = nullptr, *copyAllFactorsItem = nullptr,
-            *copyLabourFactorsItem = nullptr;
-    QAction *pasteWholeTableItem = nullptr, *pastePricesItem = nullptr,
-            *pasteAllFactorsItem = nullptr, *pasteLabourFactorsItem = nullptr;
-    QAction* saveLibraryItem = nullptr;
-    QAction* clearPipeTypeItem = nullptr; // 管材をクリアー
-
-    // "細目編集(&B)"
-    QMenu* detailMenu = nullptr;
-    QAction *copyDetailItem = nullptr, *copyDetailPricesItem = nullptr,
-            *copyDetailFactorsItem = nullptr, *copyDetailLabourItem = nullptr,
-            *copyDetailPricesAcrossItem = nullptr;
-    QAction *pasteDetailItem = nullptr, *pasteDetailPricesItem = nullptr,
-            *pasteDetailFactorsItem = nullptr, *pasteDetailLabourItem = nullptr,
-            *copyFirstDetailAcrossItem = nullptr;
-    QAction* clearDetailItem = nullptr; // 現在の細目をクリアー
-
-    // "外部データ入出力(&O)"
-    QMenu* externalDataMenu = nullptr;
-    QAction* excelOutItem = nullptr;
-    QAction* csvFileItem = nullptr;
-    QAction* clipboardItem = nullptr;
-
-    // The tree's pop-up menu, for tree.
-    QMenu* treePopupMenu = nullptr;
-    QAction* popupMoveUpItem = nullptr;   // moveUpAction
-    QAction* popupMoveDownItem = nullptr; // moveDownAction
-
-    // ---- Actions ----------------------------------------------------------
-    // Named commands. A menu item bound to an action follows its enabled and
-    // visible state and runs it when triggered (see bindAction).
-    QAction* aboutAction = nullptr;
-    QAction* printAction = nullptr;
-    QAction* exitAction = nullptr;
-    QAction* undoAction = nullptr; // Esc on the form
-    QAction* loadLibraryAction = nullptr;
-    QAction* labourCostChangeAction = nullptr;
-    QAction* optionChangeAction = nullptr;
-    QAction* moveUpAction = nullptr;
-    QAction* moveDownAction = nullptr;
-    QAction* saveLibraryAction = nullptr;
-    QAction* excelOutAction = nullptr;
-    QAction* sizeSetAction = nullptr;
+    // ---- Menus ------------------------------------------------------------
+    // The main menu, the tree's pop-up menu and the named commands.
+    MainMenu& menus() const { return *menus_; }
 
     // ---- Status bar -----------------------------------------------------
     QStatusBar* statusLine = nullptr;
@@ -180,8 +110,6 @@ public:
     QLabel* statusPanelLabel(int index) const;
 
     // ---- Groups ---------------------------------------------------------
-    // The names the groups get before the configuration record is read.
-    static const std::array<const char*, 10> DefaultGroupNames;
     // Group g, 1 to 10: its menu item, its naming item, and its name (the
     // title of its menu item, the program's store of the name).
     QMenu* groupMenu(int g) const;
@@ -300,9 +228,6 @@ public:
     void groupNamingTriggered();
     void nameGroup(int tag);
 
-    // Makes the menu item follow the action and run it.
-    static void bindAction(QAction* item, QAction* action);
-
     // The pipe type on the sheet has been moved to place kan of its group:
     // it stays current there, its node selected, the group's names shown
     // again.
@@ -324,9 +249,6 @@ private:
     std::function<void()> pendingTreeInput_;
     void buildMenu();
     void buildStatusBar();
-    QAction* addItem(QMenu* menu, const char* name, const QString& caption);
-    QAction* addSeparator(QMenu* menu, const char* name = nullptr);
-    QAction* makeAction(const char* name, const QString& caption);
 
     RowTable& rows() { return workspace_->document().rows(); }
     const DataPaths& paths() const { return workspace_->paths(); }
@@ -337,8 +259,7 @@ private:
     OptionPanel* options_ = nullptr;
     std::array<QLabel*, StatusPanelCount> statusPanels{};
     FormDialogs formDialogs_;
-    std::array<QMenu*, 10> groupMenus_{};
-    std::array<QAction*, 10> groupNamingItems_{};
+    std::unique_ptr<MainMenu> menus_;
 
     GroupRewriteCommands* groupRewrite_ = nullptr;
 

@@ -1,5 +1,6 @@
 // The main form: opening and closing the workspace, and the settings files
 // applied to the window.
+#include "shell/mainmenu.h"
 #include "shell/mainwindow.h"
 #include "shell/pipetypetree.h"
 
@@ -71,16 +72,17 @@ void MainWindow::prepareShow() {
     readDisplayFile();
 
     setStatusPanel(5, paths().databaseFolder);
-    fileSeparator->setVisible(true);
-    editSeparator->setVisible(true);
+    menus_->file.separator->setVisible(true);
+    menus_->edit.separator->setVisible(true);
     QPalette tips = QToolTip::palette();
     tips.setColor(QPalette::ToolTipBase, QColor(0, 255, 0));
     QToolTip::setPalette(tips);
     document().clearRows(RowCount);
     clearSheet();
-    for (QAction* a :
-         {pasteWholeTableItem, pastePricesItem, pasteAllFactorsItem, pasteLabourFactorsItem,
-          pasteDetailItem, pasteDetailPricesItem, pasteDetailFactorsItem, pasteDetailLabourItem})
+    for (QAction* a : {menus_->edit.pasteWholeTableItem, menus_->edit.pastePricesItem,
+                       menus_->edit.pasteAllFactorsItem, menus_->edit.pasteLabourFactorsItem,
+                       menus_->detail.pasteDetailItem, menus_->detail.pasteDetailPricesItem,
+                       menus_->detail.pasteDetailFactorsItem, menus_->detail.pasteDetailLabourItem})
         a->setEnabled(false);
     workspace_->paths().nameDatabaseFiles();
 
@@ -209,15 +211,15 @@ void MainWindow::finishClose() {
 
 void MainWindow::readDisplayFile() {
     DisplaySettings s;
-    s.TreeUse = treeListItem->isChecked();
-    s.StatusUse = statusBarItem->isChecked();
+    s.TreeUse = menus_->view.treeListItem->isChecked();
+    s.StatusUse = menus_->view.statusBarItem->isChecked();
     if (readDisplaySettings(paths().dataRoot, s)) {
-        treeListItem->setChecked(s.TreeUse);
-        statusBarItem->setChecked(s.StatusUse);
+        menus_->view.treeListItem->setChecked(s.TreeUse);
+        menus_->view.statusBarItem->setChecked(s.StatusUse);
         if (s.HasTreeViewWidth) setTreeWidth(s.TreeViewWidth);
     }
-    if (!treeListItem->isChecked()) tree->hide();
-    if (!statusBarItem->isChecked()) statusLine->hide();
+    if (!menus_->view.treeListItem->isChecked()) tree->hide();
+    if (!menus_->view.statusBarItem->isChecked()) statusLine->hide();
 }
 
 void MainWindow::setTreeWidth(int width) {
@@ -231,8 +233,8 @@ void MainWindow::setTreeWidth(int width) {
 void MainWindow::writeDisplayFile() {
     DisplaySettings s;
     s.resultsSwitch = resultsSwitch->isOn();
-    s.TreeUse = treeListItem->isChecked();
-    s.StatusUse = statusBarItem->isChecked();
+    s.TreeUse = menus_->view.treeListItem->isChecked();
+    s.StatusUse = menus_->view.statusBarItem->isChecked();
     s.TreeViewWidth = tree->width();
     writeDisplaySettings(paths().dataRoot, s);
 }

@@ -1,5 +1,6 @@
 // The main form: the way between the rows and the controls, the tree, the
 // tabs, line following and saving.
+#include "shell/mainmenu.h"
 #include "shell/mainwindow.h"
 
 #include "controls/numberedit.h"
@@ -252,7 +253,7 @@ void MainWindow::showPipeType() {
     clearSheet();
     PipeTypeOptions o = document().options();
     if (o.modeFlag() == 0) {
-        copyFirstDetailAcrossItem->setEnabled(true);
+        menus_->detail.copyFirstDetailAcrossItem->setEnabled(true);
         QStringList kinds;
         for (int t = 0; t < 4; ++t) {
             PipeRow& row = rows()[t * 15 + 1];
@@ -261,11 +262,11 @@ void MainWindow::showPipeType() {
         }
         sheet_->setTabCaptions(kinds);
         sheet_->setHeadings(false, true);
-        copyFirstDetailAcrossItem->setText(kinds[0] + QStringLiteral("のデータを") + kinds[1] +
-                                           QStringLiteral("・") + kinds[2] + QStringLiteral("・") +
-                                           kinds[3] + QStringLiteral("へコピ－"));
+        menus_->detail.copyFirstDetailAcrossItem->setText(
+            kinds[0] + QStringLiteral("のデータを") + kinds[1] + QStringLiteral("・") + kinds[2] +
+            QStringLiteral("・") + kinds[3] + QStringLiteral("へコピ－"));
     } else if (o.modeFlag() == 1) {
-        copyFirstDetailAcrossItem->setEnabled(false);
+        menus_->detail.copyFirstDetailAcrossItem->setEnabled(false);
         sheet_->setTabCaptions({RefrigerantTabCaption});
         sheet_->setHeadings(true, true);
     } else {

@@ -75,10 +75,14 @@ protected:
         QTest::keyClick(target, Qt::Key_Escape);
     }
     std::vector<QAction*> pasteItems() const {
-        return {form->pasteWholeTableItem,    form->pastePricesItem,
-                form->pasteAllFactorsItem,    form->pasteLabourFactorsItem,
-                form->pasteDetailItem,        form->pasteDetailPricesItem,
-                form->pasteDetailFactorsItem, form->pasteDetailLabourItem};
+        return {form->menus().edit.pasteWholeTableItem,
+                form->menus().edit.pastePricesItem,
+                form->menus().edit.pasteAllFactorsItem,
+                form->menus().edit.pasteLabourFactorsItem,
+                form->menus().detail.pasteDetailItem,
+                form->menus().detail.pasteDetailPricesItem,
+                form->menus().detail.pasteDetailFactorsItem,
+                form->menus().detail.pasteDetailLabourItem};
     }
     // The paste items that are enabled, by name.
     QStringList enabledPastes() const {
@@ -94,16 +98,16 @@ protected:
 // it instead of dropping it.
 TEST_F(EditCommands, EveryCommandThatChangesTheRowsMakesTheNextClickAsk) {
     MainWindow& f = open();
-    f.copyWholeTableItem->trigger();
+    f.menus().edit.copyWholeTableItem->trigger();
     clickNode(2);
     struct Step {
         QAction* command;
         bool confirm; // the clearings ask first
     };
-    const Step steps[] = {{f.pasteWholeTableItem, false},
-                          {f.clearDetailItem, true},
-                          {f.clearPipeTypeItem, true},
-                          {f.copyFirstDetailAcrossItem, false}};
+    const Step steps[] = {{f.menus().edit.pasteWholeTableItem, false},
+                          {f.menus().detail.clearDetailItem, true},
+                          {f.menus().edit.clearPipeTypeItem, true},
+                          {f.menus().detail.copyFirstDetailAcrossItem, false}};
     int kan = 2;
     for (const Step& step : steps) {
         if (step.confirm) dialogs.answerBox(TaskDialog::IdYes);
@@ -121,49 +125,53 @@ TEST_F(EditCommands, MenuStateAtStartAfterACopyAndAfterAPaste) {
     MainWindow& f = open();
     EXPECT_TRUE(enabledPastes().isEmpty());
     for (QAction* a :
-         {f.copyWholeTableItem, f.copyPricesItem, f.copyAllFactorsItem, f.copyLabourFactorsItem,
-          f.copyDetailItem, f.copyDetailFactorsItem, f.copyDetailLabourItem, f.clearPipeTypeItem,
-          f.clearDetailItem, f.moveUpItem, f.moveDownItem, f.popupMoveUpItem, f.popupMoveDownItem})
+         {f.menus().edit.copyWholeTableItem, f.menus().edit.copyPricesItem,
+          f.menus().edit.copyAllFactorsItem, f.menus().edit.copyLabourFactorsItem,
+          f.menus().detail.copyDetailItem, f.menus().detail.copyDetailFactorsItem,
+          f.menus().detail.copyDetailLabourItem, f.menus().edit.clearPipeTypeItem,
+          f.menus().detail.clearDetailItem, f.menus().edit.moveUpItem, f.menus().edit.moveDownItem,
+          f.menus().treePopup.popupMoveUpItem, f.menus().treePopup.popupMoveDownItem})
         EXPECT_TRUE(a->isEnabled()) << a->objectName().toStdString();
-    EXPECT_FALSE(f.undoItem->isEnabled());
-    EXPECT_FALSE(f.undoAction->isEnabled());
+    EXPECT_FALSE(f.menus().edit.undoItem->isEnabled());
+    EXPECT_FALSE(f.menus().actions.undoAction->isEnabled());
     // Out of reach.
     ASSERT_NE(f.edits()->detailPricesSeparator(), nullptr);
     EXPECT_TRUE(f.edits()->detailPricesSeparator()->isSeparator());
-    EXPECT_TRUE(f.detailMenu->actions().contains(f.edits()->detailPricesSeparator()));
-    for (QAction* a : {f.copyDetailPricesItem, f.pasteDetailPricesItem,
-                       f.edits()->detailPricesSeparator(), f.copyDetailPricesAcrossItem})
+    EXPECT_TRUE(f.menus().detail.menu->actions().contains(f.edits()->detailPricesSeparator()));
+    for (QAction* a :
+         {f.menus().detail.copyDetailPricesItem, f.menus().detail.pasteDetailPricesItem,
+          f.edits()->detailPricesSeparator(), f.menus().detail.copyDetailPricesAcrossItem})
         EXPECT_FALSE(a->isVisible()) << a->objectName().toStdString();
     // Piping mode: the spreading item is enabled and named by the tabs.
-    EXPECT_TRUE(f.copyFirstDetailAcrossItem->isEnabled());
-    EXPECT_EQ(f.copyFirstDetailAcrossItem->text(),
+    EXPECT_TRUE(f.menus().detail.copyFirstDetailAcrossItem->isEnabled());
+    EXPECT_EQ(f.menus().detail.copyFirstDetailAcrossItem->text(),
               u("屋内一般のデータを機械室・便所・屋外架空・地中埋設へコピ－"));
 
-    f.copyAllFactorsItem->trigger();
+    f.menus().edit.copyAllFactorsItem->trigger();
     EXPECT_EQ(enabledPastes(), QStringList{QStringLiteral("pasteAllFactorsItem")});
-    f.copyDetailLabourItem->trigger();
+    f.menus().detail.copyDetailLabourItem->trigger();
     EXPECT_EQ(enabledPastes(), QStringList{QStringLiteral("pasteDetailLabourItem")});
-    f.pasteDetailLabourItem->trigger();
+    f.menus().detail.pasteDetailLabourItem->trigger();
     EXPECT_EQ(enabledPastes(), QStringList{QStringLiteral("pasteDetailLabourItem")});
-    EXPECT_TRUE(f.undoItem->isEnabled());
+    EXPECT_TRUE(f.menus().edit.undoItem->isEnabled());
     // Another pipe type changes nothing of it either.
     clickNode(3);
     EXPECT_EQ(enabledPastes(), QStringList{QStringLiteral("pasteDetailLabourItem")});
-    f.copyWholeTableItem->trigger();
+    f.menus().edit.copyWholeTableItem->trigger();
     EXPECT_EQ(enabledPastes(), QStringList{QStringLiteral("pasteWholeTableItem")});
     // A copy takes no snapshot and changes nothing on the screen.
-    EXPECT_FALSE(f.undoAction->isEnabled());
+    EXPECT_FALSE(f.menus().actions.undoAction->isEnabled());
 }
 
 TEST_F(EditCommands, PasteOnTheSourceRestoresTheCopiedFieldsAndLeavesTheRest) {
     MainWindow& f = open();
     const Currency net3 = rows()[3].costPrice, teika20 = rows()[20].listPrice;
-    f.copyPricesItem->trigger(); // prices
+    f.menus().edit.copyPricesItem->trigger(); // prices
     rows()[3].costPrice = c("1");
     rows()[20].listPrice = c("2");
     rows()[3].factor(5) = c("0.5");
     rows()[2].setGoods(u("別の用途"));
-    f.pastePricesItem->trigger();
+    f.menus().edit.pastePricesItem->trigger();
     EXPECT_EQ(rows()[3].costPrice, net3);
     EXPECT_EQ(rows()[20].listPrice, teika20);
     EXPECT_EQ(rows()[3].factor(5), c("0.5"));
@@ -187,18 +195,18 @@ TEST_F(EditCommands, WholeAllCopyCarriesModeRatesAndRoundingToAnotherPipeType) {
     f.applyControls();
     f.optionPanel()->modeRadio()->setItemIndex(1); // refrigerant mode
     ASSERT_EQ(doc().options().modeFlag(), 1);
-    f.copyWholeTableItem->trigger();
+    f.menus().edit.copyWholeTableItem->trigger();
     dialogs.answerBox(TaskDialog::IdCancel); // not saved
     clickNode(2);
     ASSERT_EQ(f.currentPipeType, 2);
     ASSERT_EQ(f.optionPanel()->modeRadio()->itemIndex(), 0);
     ASSERT_EQ(f.sheet()->tabs()->count(), 4);
     ASSERT_FALSE(f.optionPanel()->useRateCheck()->checked());
-    f.pasteWholeTableItem->trigger();
+    f.menus().edit.pasteWholeTableItem->trigger();
     EXPECT_TRUE(f.optionPanel()->useRateCheck()->checked());
     EXPECT_EQ(f.optionPanel()->modeRadio()->itemIndex(), 1);
     EXPECT_EQ(f.sheet()->tabs()->count(), 1);
-    EXPECT_FALSE(f.copyFirstDetailAcrossItem->isEnabled());
+    EXPECT_FALSE(f.menus().detail.copyFirstDetailAcrossItem->isEnabled());
     EXPECT_EQ(f.optionPanel()->digitsRadio()->itemIndex(), 0);
     EXPECT_EQ(f.optionPanel()->fractionRadio()->itemIndex(), 1);
     EXPECT_EQ(f.optionPanel()->rateSubmittedEdit()->value(), 70);
@@ -206,7 +214,7 @@ TEST_F(EditCommands, WholeAllCopyCarriesModeRatesAndRoundingToAnotherPipeType) {
     EXPECT_EQ(f.goodsBox->text(), source);
     // The node of the pipe type on the sheet takes the name.
     EXPECT_EQ(f.tree->node(2)->text(0), trimBlanks(source));
-    EXPECT_TRUE(f.undoAction->isEnabled());
+    EXPECT_TRUE(f.menus().actions.undoAction->isEnabled());
     // Nothing reaches the database before a save.
     EXPECT_EQ(stored(1, 2, 60, "FLAG"), QStringLiteral("0"));
 }
@@ -245,14 +253,20 @@ TEST_F(EditCommands, EachPasteCarriesExactlyItsFields) {
         QAction *copy, *paste;
         int parts;
         bool detail; // tab 0 copied, pasted on tab 2
-    } cases[] = {{f.copyWholeTableItem, f.pasteWholeTableItem, Every, false},
-                 {f.copyPricesItem, f.pastePricesItem, Prices, false},
-                 {f.copyAllFactorsItem, f.pasteAllFactorsItem, Factors | Pipefitter, false},
-                 {f.copyLabourFactorsItem, f.pasteLabourFactorsItem, Pipefitter, false},
-                 {f.copyDetailItem, f.pasteDetailItem, Every, true},
-                 {f.copyDetailPricesItem, f.pasteDetailPricesItem, Prices, true},
-                 {f.copyDetailFactorsItem, f.pasteDetailFactorsItem, Factors | Pipefitter, true},
-                 {f.copyDetailLabourItem, f.pasteDetailLabourItem, Pipefitter, true}};
+    } cases[] = {
+        {f.menus().edit.copyWholeTableItem, f.menus().edit.pasteWholeTableItem, Every, false},
+        {f.menus().edit.copyPricesItem, f.menus().edit.pastePricesItem, Prices, false},
+        {f.menus().edit.copyAllFactorsItem, f.menus().edit.pasteAllFactorsItem,
+         Factors | Pipefitter, false},
+        {f.menus().edit.copyLabourFactorsItem, f.menus().edit.pasteLabourFactorsItem, Pipefitter,
+         false},
+        {f.menus().detail.copyDetailItem, f.menus().detail.pasteDetailItem, Every, true},
+        {f.menus().detail.copyDetailPricesItem, f.menus().detail.pasteDetailPricesItem, Prices,
+         true},
+        {f.menus().detail.copyDetailFactorsItem, f.menus().detail.pasteDetailFactorsItem,
+         Factors | Pipefitter, true},
+        {f.menus().detail.copyDetailLabourItem, f.menus().detail.pasteDetailLabourItem, Pipefitter,
+         true}};
     for (const auto& c : cases) {
         const std::string name = c.paste->objectName().toStdString();
         RowTable copied, other;
@@ -282,11 +296,11 @@ TEST_F(EditCommands, EachPasteCarriesExactlyItsFields) {
 TEST_F(EditCommands, DetailAllPasteRewritesGoodsAndKindOfTheTabAndItsCaption) {
     MainWindow& f = open();
     RowTable source = rows();
-    f.copyDetailItem->trigger(); // tab 0 of pipe type 1
+    f.menus().detail.copyDetailItem->trigger(); // tab 0 of pipe type 1
     clickNode(4);
     const RowTable before = rows();
     f.sheet()->tabs()->setCurrentIndex(2);
-    f.pasteDetailItem->trigger();
+    f.menus().detail.pasteDetailItem->trigger();
     for (int i = 1; i <= 15; ++i) {
         EXPECT_EQ(rows()[30 + i].goodsBytes, source[i].goodsBytes) << i;
         EXPECT_EQ(rows()[30 + i].kindBytes, source[i].kindBytes) << i;
@@ -300,21 +314,23 @@ TEST_F(EditCommands, DetailAllPasteRewritesGoodsAndKindOfTheTabAndItsCaption) {
     // An empty KIND gets the default caption.
     f.sheet()->tabs()->setCurrentIndex(1);
     ws().copyBuffer()[1].kindBytes.clear();
-    f.pasteDetailItem->trigger();
+    f.menus().detail.pasteDetailItem->trigger();
     EXPECT_EQ(f.sheet()->tabs()->tabText(1), u("機械室・便所"));
     EXPECT_EQ(f.sheet()->tabs()->currentIndex(), 0);
 }
 
 TEST_F(EditCommands, AfterEveryPasteTabZeroIsCurrent) {
     MainWindow& f = open();
-    f.copyWholeTableItem->trigger();
+    f.menus().edit.copyWholeTableItem->trigger();
     for (QAction* paste :
-         {f.pasteWholeTableItem, f.pasteDetailFactorsItem, f.copyFirstDetailAcrossItem}) {
-        if (paste == f.pasteDetailFactorsItem) f.copyDetailFactorsItem->trigger();
+         {f.menus().edit.pasteWholeTableItem, f.menus().detail.pasteDetailFactorsItem,
+          f.menus().detail.copyFirstDetailAcrossItem}) {
+        if (paste == f.menus().detail.pasteDetailFactorsItem)
+            f.menus().detail.copyDetailFactorsItem->trigger();
         f.sheet()->tabs()->setCurrentIndex(3);
         paste->trigger();
         EXPECT_EQ(f.sheet()->tabs()->currentIndex(), 0) << paste->objectName().toStdString();
-        EXPECT_TRUE(f.undoAction->isEnabled());
+        EXPECT_TRUE(f.menus().actions.undoAction->isEnabled());
     }
 }
 
@@ -323,19 +339,19 @@ TEST_F(EditCommands, RefrigerantModeHasOneTabAndDetailCommandsOnRowsOneToFifteen
     clickNode(9 * 21 + 1); // group 10, pipe type 1
     ASSERT_EQ(doc().options().modeFlag(), 1);
     EXPECT_EQ(f.sheet()->tabs()->count(), 1);
-    EXPECT_FALSE(f.copyFirstDetailAcrossItem->isEnabled());
-    f.copyDetailFactorsItem->trigger();
+    EXPECT_FALSE(f.menus().detail.copyFirstDetailAcrossItem->isEnabled());
+    f.menus().detail.copyDetailFactorsItem->trigger();
     const RowTable before = rows();
     for (int r = 1; r <= RowCount; ++r)
         for (int n = 1; n <= 7; ++n)
             rows()[r].factor(n) = c("0.9");
-    f.pasteDetailFactorsItem->trigger();
+    f.menus().detail.pasteDetailFactorsItem->trigger();
     for (int r = 1; r <= 15; ++r)
         EXPECT_EQ(rows()[r].factors, before[r].factors) << r;
     for (int r = 16; r <= RowCount; ++r)
         EXPECT_EQ(rows()[r].factor(4), c("0.9")) << r;
     // The item stays disabled, and triggering it does nothing.
-    f.copyFirstDetailAcrossItem->trigger();
+    f.menus().detail.copyFirstDetailAcrossItem->trigger();
     EXPECT_EQ(rows()[16].factor(4), c("0.9"));
 }
 
@@ -345,15 +361,15 @@ TEST_F(EditCommands, PasteThenUndoGivesTheRowsBackAndASecondEscDoesNothing) {
     for (int r = 1; r <= RowCount; ++r)
         before << rowLine(rows()[r]);
     clickNode(2);
-    f.copyWholeTableItem->trigger();
+    f.menus().edit.copyWholeTableItem->trigger();
     clickNode(1);
-    f.pasteWholeTableItem->trigger();
+    f.menus().edit.pasteWholeTableItem->trigger();
     ASSERT_NE(rowLine(rows()[1]), before[0]);
     escape();
     for (int r = 1; r <= RowCount; ++r)
         EXPECT_EQ(rowLine(rows()[r]), before[r - 1]) << r;
-    EXPECT_FALSE(f.undoAction->isEnabled());
-    EXPECT_FALSE(f.undoItem->isEnabled());
+    EXPECT_FALSE(f.menus().actions.undoAction->isEnabled());
+    EXPECT_FALSE(f.menus().edit.undoItem->isEnabled());
     EXPECT_EQ(f.tree->node(1)->text(0), trimBlanks(rows()[1].goods()));
     // A second Esc finds the command disabled: the rows stay as they are now.
     rows()[7].costPrice = c("12345");
@@ -365,14 +381,15 @@ TEST_F(EditCommands, PasteThenUndoGivesTheRowsBackAndASecondEscDoesNothing) {
 // the values.
 TEST_F(EditCommands, UndoOfAClearOrAPasteBringsTheFlagsBack) {
     MainWindow& f = open();
-    f.copyWholeTableItem->trigger(); // piping mode, no row flagged
-    clickNode(9 * 21 + 1);           // group 10, pipe type 1: refrigerant mode
+    f.menus().edit.copyWholeTableItem->trigger(); // piping mode, no row flagged
+    clickNode(9 * 21 + 1);                        // group 10, pipe type 1: refrigerant mode
     rows()[7].modeFlag = 2;
-    for (QAction* command : {f.clearPipeTypeItem, f.pasteWholeTableItem}) {
-        if (command == f.clearPipeTypeItem) dialogs.answerBox(TaskDialog::IdYes);
+    for (QAction* command :
+         {f.menus().edit.clearPipeTypeItem, f.menus().edit.pasteWholeTableItem}) {
+        if (command == f.menus().edit.clearPipeTypeItem) dialogs.answerBox(TaskDialog::IdYes);
         command->trigger();
         ASSERT_EQ(rows()[7].modeFlag + rows()[OptionRow].modeFlag, 0);
-        f.undoAction->trigger();
+        f.menus().actions.undoAction->trigger();
         EXPECT_EQ(rows()[7].modeFlag, 2) << command->objectName().toStdString();
         EXPECT_EQ(rows()[OptionRow].modeFlag, 1) << command->objectName().toStdString();
         EXPECT_EQ(f.sheet()->tabs()->count(), 1);
@@ -400,11 +417,11 @@ TEST_F(EditCommands, TwoEditsThenUndoUndoesOnlyTheSecond) {
     enter(5, 4, "0.85");
     ASSERT_EQ(rows()[3].factor(2), c("0.75"));
     ASSERT_EQ(rows()[4].factor(2), c("0.85"));
-    f.undoItem->trigger(); // the menu item
+    f.menus().edit.undoItem->trigger(); // the menu item
     EXPECT_EQ(rows()[3].factor(2), c("0.75"));
     EXPECT_EQ(rows()[4].factor(2), old4);
     EXPECT_EQ(cell1(5, 4), currToStr(old4));
-    EXPECT_FALSE(f.undoAction->isEnabled());
+    EXPECT_FALSE(f.menus().actions.undoAction->isEnabled());
 }
 
 TEST_F(EditCommands, ClearPipeTypeAsksClearsAndUndoBringsTheTreeTextBack) {
@@ -412,7 +429,7 @@ TEST_F(EditCommands, ClearPipeTypeAsksClearsAndUndoBringsTheTreeTextBack) {
     const QString name = f.tree->node(1)->text(0);
     const RowTable before = rows();
     dialogs.answerBox(TaskDialog::IdNo);
-    f.clearPipeTypeItem->trigger();
+    f.menus().edit.clearPipeTypeItem->trigger();
     ASSERT_EQ(dialogs.Boxes().size(), 1u);
     EXPECT_EQ(dialogs.Boxes()[0].instruction, u("確認"));
     EXPECT_EQ(dialogs.Boxes()[0].content, u("現在の内容をすべてクリア－しますか？"));
@@ -423,7 +440,7 @@ TEST_F(EditCommands, ClearPipeTypeAsksClearsAndUndoBringsTheTreeTextBack) {
 
     f.sheet()->tabs()->setCurrentIndex(2);
     dialogs.answerBox(TaskDialog::IdYes);
-    f.clearPipeTypeItem->trigger();
+    f.menus().edit.clearPipeTypeItem->trigger();
     for (int r = 1; r <= RowCount; ++r) {
         EXPECT_TRUE(rows()[r].goodsBytes.isEmpty() && rows()[r].sizeBytes.isEmpty() &&
                     rows()[r].kindBytes.isEmpty() && rows()[r].unitBytes.isEmpty())
@@ -440,9 +457,9 @@ TEST_F(EditCommands, ClearPipeTypeAsksClearsAndUndoBringsTheTreeTextBack) {
     EXPECT_EQ(f.tree->node(1)->text(0), QString());
     // The controls above the grids keep what they showed.
     EXPECT_EQ(f.goodsBox->text(), before[1].goods());
-    EXPECT_TRUE(f.undoAction->isEnabled());
+    EXPECT_TRUE(f.menus().actions.undoAction->isEnabled());
 
-    f.undoAction->trigger();
+    f.menus().actions.undoAction->trigger();
     for (int r = 1; r <= RowCount; ++r)
         EXPECT_EQ(rowLine(rows()[r]), rowLine(before[r])) << r;
     EXPECT_EQ(f.tree->node(1)->text(0), name);
@@ -452,13 +469,14 @@ TEST_F(EditCommands, ClearPipeTypeAsksClearsAndUndoBringsTheTreeTextBack) {
 TEST_F(EditCommands, MoveAtTheEndsSaysSoAndChangesNothing) {
     MainWindow& f = open();
     const QByteArray group = storedGroup(1);
-    f.moveUpItem->trigger(); // up on the first
+    f.menus().edit.moveUpItem->trigger(); // up on the first
     ASSERT_EQ(dialogs.Boxes().size(), 1u);
     EXPECT_EQ(dialogs.Boxes()[0].instruction, u("確認"));
     EXPECT_EQ(dialogs.Boxes()[0].content, u("移動できません。"));
     EXPECT_EQ(f.currentPipeType, 1);
     clickNode(20);
-    f.popupMoveDownItem->trigger(); // down on the twentieth, from the tree's pop-up menu
+    f.menus().treePopup.popupMoveDownItem->trigger(); // down on the twentieth, from the tree's
+                                                      // pop-up menu
     ASSERT_EQ(dialogs.Boxes().size(), 2u);
     EXPECT_EQ(dialogs.Boxes()[1].content, u("移動できません。"));
     EXPECT_EQ(f.currentPipeType, 20);
@@ -477,12 +495,12 @@ TEST_F(EditCommands, MoveCarriesTheSelectionAndASaveLeavesTheNeighbourByteIdenti
     f.optionPanel()->labourCostSubmittedEdit()->setValue(31000);
     f.applyControls();
     ASSERT_TRUE(doc().isChanged());
-    f.popupMoveUpItem->trigger(); // up, from the tree's pop-up menu
+    f.menus().treePopup.popupMoveUpItem->trigger(); // up, from the tree's pop-up menu
     EXPECT_EQ(f.currentPipeType, 1);
     EXPECT_EQ(f.selectedNode(), f.tree->node(1));
     EXPECT_EQ(f.tree->node(1)->text(0), name2);
     EXPECT_EQ(f.tree->node(2)->text(0), name1);
-    EXPECT_FALSE(f.undoAction->isEnabled());
+    EXPECT_FALSE(f.menus().actions.undoAction->isEnabled());
     EXPECT_TRUE(doc().isChanged()); // the change is still unsaved
     EXPECT_EQ(f.optionPanel()->labourCostSubmittedEdit()->value(), 31000);
     // The two swapped places in the file, nothing else moved.
@@ -498,7 +516,7 @@ TEST_F(EditCommands, MoveCarriesTheSelectionAndASaveLeavesTheNeighbourByteIdenti
     EXPECT_EQ(stored(1, 1, 1, "GOODS"), name2);
 
     // And back down from the menu.
-    f.moveDownItem->trigger();
+    f.menus().edit.moveDownItem->trigger();
     EXPECT_EQ(f.currentPipeType, 2);
     EXPECT_EQ(f.selectedNode(), f.tree->node(2));
     EXPECT_EQ(storedBytes(1, 1), first);
@@ -510,7 +528,7 @@ TEST_F(EditCommands, ClearDetailKeepsSizesAndPricesAndShowsZeroFactors) {
     const RowTable before = rows();
     f.sheet()->tabs()->setCurrentIndex(1);
     dialogs.answerBox(TaskDialog::IdYes);
-    f.clearDetailItem->trigger();
+    f.menus().detail.clearDetailItem->trigger();
     ASSERT_EQ(dialogs.Boxes().size(), 1u);
     EXPECT_EQ(dialogs.Boxes()[0].content, u("現在の細目をクリア－しますか？"));
     EXPECT_EQ(f.sheet()->tabs()->currentIndex(), 1);
@@ -528,7 +546,7 @@ TEST_F(EditCommands, ClearDetailKeepsSizesAndPricesAndShowsZeroFactors) {
     // The other tabs keep their factors.
     EXPECT_EQ(rows()[3].factors, before[3].factors);
     EXPECT_EQ(rows()[33].factors, before[33].factors);
-    f.undoAction->trigger();
+    f.menus().actions.undoAction->trigger();
     EXPECT_EQ(rows()[17].factors, before[17].factors);
 }
 
@@ -538,23 +556,23 @@ TEST_F(EditCommands, OptionRowIntactAfterTheDetailCommandsOnTheFourthTab) {
     const RowTable loaded = rows();
     // A detail copy from another pipe type, with other figures.
     clickNode(5);
-    f.copyDetailItem->trigger();
+    f.menus().detail.copyDetailItem->trigger();
     clickNode(1);
     auto onTab4 = [&](QAction* command) {
         f.sheet()->tabs()->setCurrentIndex(3);
         command->trigger();
         EXPECT_EQ(fullRow(rows()[OptionRow]), option) << command->objectName().toStdString();
     };
-    onTab4(f.pasteDetailItem);
+    onTab4(f.menus().detail.pasteDetailItem);
     EXPECT_EQ(rows()[59].goodsBytes, ws().copyBuffer()[14].goodsBytes); // the tab's rows did change
     EXPECT_NE(rows()[59].listPrice, loaded[59].listPrice);
-    f.copyDetailFactorsItem->trigger();
-    onTab4(f.pasteDetailFactorsItem);
-    f.copyDetailLabourItem->trigger();
-    onTab4(f.pasteDetailLabourItem);
-    onTab4(f.copyFirstDetailAcrossItem);
+    f.menus().detail.copyDetailFactorsItem->trigger();
+    onTab4(f.menus().detail.pasteDetailFactorsItem);
+    f.menus().detail.copyDetailLabourItem->trigger();
+    onTab4(f.menus().detail.pasteDetailLabourItem);
+    onTab4(f.menus().detail.copyFirstDetailAcrossItem);
     dialogs.answerBox(TaskDialog::IdYes);
-    onTab4(f.clearDetailItem);
+    onTab4(f.menus().detail.clearDetailItem);
     EXPECT_TRUE(rows()[59].factor(5).isZero());
     // The controls still show the options, and a save stores them.
     EXPECT_EQ(f.optionPanel()->labourCostSubmittedEdit()->value(), 24200);
@@ -569,12 +587,13 @@ TEST_F(EditCommands, WholeTablePasteStillCarriesTheOptionRow) {
     MainWindow& f = open();
     f.optionPanel()->labourCostSubmittedEdit()->setValue(27000);
     f.applyControls();
-    f.copyLabourFactorsItem->trigger(); // pipefitter: DATA5 of every row, row 60 included
+    f.menus()
+        .edit.copyLabourFactorsItem->trigger(); // pipefitter: DATA5 of every row, row 60 included
     dialogs.answerBox(TaskDialog::IdCancel);
     clickNode(2);
     ASSERT_EQ(f.optionPanel()->labourCostSubmittedEdit()->value(), 24200);
     const Currency labour3 = rows()[3].factor(2);
-    f.pasteLabourFactorsItem->trigger();
+    f.menus().edit.pasteLabourFactorsItem->trigger();
     EXPECT_EQ(f.optionPanel()->labourCostSubmittedEdit()->value(), 27000);
     EXPECT_EQ(rows()[3].factor(2), labour3);
 }
@@ -583,7 +602,7 @@ TEST_F(EditCommands, SpreadCopiesTheFirstDetailToTheOtherThree) {
     MainWindow& f = open();
     const RowTable before = rows();
     ASSERT_NE(rows()[17].factor(2), rows()[2].factor(2));
-    f.copyFirstDetailAcrossItem->trigger();
+    f.menus().detail.copyFirstDetailAcrossItem->trigger();
     for (int k = 1; k <= 3; ++k)
         for (int i = 1; i <= 14; ++i) {
             const int r = k * 15 + i;
@@ -591,7 +610,7 @@ TEST_F(EditCommands, SpreadCopiesTheFirstDetailToTheOtherThree) {
             EXPECT_EQ(rows()[r].kindBytes, before[r].kindBytes) << r;
         }
     EXPECT_EQ(f.sheet()->tabs()->tabText(1), u("機械室・便所"));
-    f.undoAction->trigger();
+    f.menus().actions.undoAction->trigger();
     EXPECT_EQ(rows()[17].factors, before[17].factors);
 }
 
@@ -600,10 +619,10 @@ TEST_F(EditCommands, HiddenPriceSpreadTakesTheCopiedPricesAndDisablesThePastes) 
     // Out of the user's reach (a hidden item does not even trigger), so the
     // handlers are called as such: the prices of the first detail copied,
     // then spread over the other three.
-    f.copyDetailPricesItem->trigger();
+    f.menus().detail.copyDetailPricesItem->trigger();
     EXPECT_TRUE(enabledPastes().isEmpty());
     f.edits()->copyDetailPrices();
-    f.copyAllFactorsItem->trigger();
+    f.menus().edit.copyAllFactorsItem->trigger();
     ASSERT_EQ(enabledPastes(), QStringList{QStringLiteral("pasteAllFactorsItem")});
     const QString option = fullRow(rows()[OptionRow]);
     for (int r = 16; r < OptionRow; ++r)

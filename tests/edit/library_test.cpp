@@ -88,7 +88,7 @@ protected:
     // Saves the rows on screen as an entry named as goodsBox says.
     void saveAs(const QString& name) {
         form->goodsBox->setText(name);
-        form->saveLibraryItem->trigger();
+        form->menus().edit.saveLibraryItem->trigger();
     }
 
     // Opens the dialog by the button beside the name; act runs while it is up.
@@ -127,15 +127,15 @@ protected:
 
 TEST_F(Library, CommandsAreEnabledOnTheMenuAndTheButton) {
     MainWindow& f = open();
-    EXPECT_TRUE(f.saveLibraryAction->isEnabled());
-    EXPECT_TRUE(f.loadLibraryAction->isEnabled());
-    EXPECT_TRUE(f.saveLibraryItem->isEnabled());
-    EXPECT_TRUE(f.labourLibraryItem->isEnabled());
+    EXPECT_TRUE(f.menus().actions.saveLibraryAction->isEnabled());
+    EXPECT_TRUE(f.menus().actions.loadLibraryAction->isEnabled());
+    EXPECT_TRUE(f.menus().edit.saveLibraryItem->isEnabled());
+    EXPECT_TRUE(f.menus().edit.labourLibraryItem->isEnabled());
     EXPECT_TRUE(f.labourLibraryButton->isEnabled());
-    EXPECT_TRUE(f.editMenu->actions().contains(f.saveLibraryItem));
-    EXPECT_TRUE(f.editMenu->actions().contains(f.labourLibraryItem));
-    EXPECT_EQ(f.saveLibraryItem->text(), u("選択用標準歩掛として登録"));
-    EXPECT_EQ(f.labourLibraryItem->text(), u("標準歩掛選択"));
+    EXPECT_TRUE(f.menus().edit.menu->actions().contains(f.menus().edit.saveLibraryItem));
+    EXPECT_TRUE(f.menus().edit.menu->actions().contains(f.menus().edit.labourLibraryItem));
+    EXPECT_EQ(f.menus().edit.saveLibraryItem->text(), u("選択用標準歩掛として登録"));
+    EXPECT_EQ(f.menus().edit.labourLibraryItem->text(), u("標準歩掛選択"));
     EXPECT_EQ(f.labourLibraryButton->text(), u("標準歩掛選択"));
 }
 
@@ -370,7 +370,7 @@ TEST_F(LibraryLoad, AnEntryChangesSizesAndFactorsOfRowsOneTo59AndNothingElse) {
     EXPECT_EQ(doc().savedLines(), saved);
     EXPECT_TRUE(doc().isChanged());
     expectSameRows(doc().snapshot(), undoBefore);
-    EXPECT_TRUE(f.undoAction->isEnabled());
+    EXPECT_TRUE(f.menus().actions.undoAction->isEnabled());
     EXPECT_TRUE(dialogs.Boxes().empty());
 }
 
@@ -397,7 +397,7 @@ TEST_F(LibraryLoad, TheMenuItemAndADoubleClickApplyToo) {
         QTest::mouseClick(d->entryList->viewport(), Qt::LeftButton, {}, rect.center());
         QTest::mouseDClick(d->entryList->viewport(), Qt::LeftButton, {}, rect.center());
     });
-    f.labourLibraryItem->trigger();
+    f.menus().edit.labourLibraryItem->trigger();
     EXPECT_EQ(rows()[1].size(), QStringLiteral("F1"));
     EXPECT_EQ(partsSelect->result(), LabourLibraryDialog::ResultSelect);
 }
@@ -427,7 +427,7 @@ TEST_F(LibraryLoad, CancelCloseAndEscapeChangeNothingWhileADeletionStays) {
     writeEntry(QStringLiteral("gone"));
     const RowTable before = rows();
     const QStringList lines = doc().currentLines();
-    const bool undo = f.undoAction->isEnabled();
+    const bool undo = f.menus().actions.undoAction->isEnabled();
     dialogs.answerBox(TaskDialog::IdYes);
     QStringList left;
     runDialog([&left](LabourLibraryDialog* d) {
@@ -459,7 +459,7 @@ TEST_F(LibraryLoad, CancelCloseAndEscapeChangeNothingWhileADeletionStays) {
     EXPECT_EQ(partsSelect->result(), LabourLibraryDialog::ResultCancel);
     expectSameRows(rows(), before);
     EXPECT_EQ(doc().currentLines(), lines);
-    EXPECT_EQ(f.undoAction->isEnabled(), undo);
+    EXPECT_EQ(f.menus().actions.undoAction->isEnabled(), undo);
 }
 
 TEST_F(LibraryLoad, DeleteAnsweredNoKeepsTheEntryAndAFailedDeleteStillLeavesTheList) {

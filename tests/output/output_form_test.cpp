@@ -86,11 +86,11 @@ TEST_F(OutputForm, DialogTextsAndCloseCountsAsCancel) {
 
 TEST_F(OutputForm, MenuItemsAreJoined) {
     open();
-    EXPECT_TRUE(form->csvFileItem->isEnabled());
-    EXPECT_TRUE(form->clipboardItem->isEnabled());
-    EXPECT_TRUE(form->excelOutItem->isEnabled());
+    EXPECT_TRUE(form->menus().externalData.csvFileItem->isEnabled());
+    EXPECT_TRUE(form->menus().externalData.clipboardItem->isEnabled());
+    EXPECT_TRUE(form->menus().externalData.excelOutItem->isEnabled());
     answerOptions(false, false, false);
-    form->clipboardItem->trigger();
+    form->menus().externalData.clipboardItem->trigger();
     EXPECT_TRUE(dialogs.Messages().empty());
     EXPECT_TRUE(dialogs.Boxes().empty());
 }
@@ -213,7 +213,7 @@ TEST_F(OutputForm, PrintDataHasNoDialogNoMessageAndKeepsTheMinus) {
 TEST_F(OutputForm, ExcelOutWritesStreamAndWorkbookAndOpensIt) {
     open();
     const QString title = form->windowTitle();
-    form->excelOutAction->trigger();
+    form->menus().actions.excelOutAction->trigger();
     EXPECT_EQ(form->windowTitle(), title);
     const QByteArray stream = readBytes(excelStreamPath(dataRoot));
     EXPECT_EQ(stream,
@@ -233,7 +233,7 @@ TEST_F(OutputForm, ExcelOutWritesStreamAndWorkbookAndOpensIt) {
 TEST_F(OutputForm, ExcelOutExportsWhatIsSavedNotTheScreen) {
     open();
     rows()[2].setGoods(u("未保存の用途"));
-    form->excelOutAction->trigger();
+    form->menus().actions.excelOutAction->trigger();
     const QString stream = fromAnsi(readBytes(excelStreamPath(dataRoot)));
     EXPECT_FALSE(stream.contains(u("未保存の用途")));
     EXPECT_TRUE(stream.contains(u("DATA;2;2;給水;")));

@@ -31,12 +31,12 @@ protected:
 
 TEST_F(PrintCommand, WritesTheFilesAndStartsTheProgramWithDataRootAndSemicolon) {
     MainWindow& f = open();
-    ASSERT_TRUE(f.printAction->isEnabled());
-    ASSERT_TRUE(f.printItem->isEnabled());
-    EXPECT_EQ(f.printItem->text(), u("印  刷"));
+    ASSERT_TRUE(f.menus().actions.printAction->isEnabled());
+    ASSERT_TRUE(f.menus().file.printItem->isEnabled());
+    EXPECT_EQ(f.menus().file.printItem->text(), u("印  刷"));
     f.sheet()->materialGrid()->selectCells(QRect(3, 5, 1, 1));
 
-    f.printItem->trigger();
+    f.menus().file.printItem->trigger();
 
     ASSERT_EQ(dialogs.Processes().size(), 1u);
     const auto& p = dialogs.Processes()[0];
@@ -64,7 +64,7 @@ TEST_F(PrintCommand, WritesTheFilesAndStartsTheProgramWithDataRootAndSemicolon) 
 
     // Another style: only line 4 of Print.conf changes.
     f.printStyleRadio->setItemIndex(2);
-    f.printItem->trigger();
+    f.menus().file.printItem->trigger();
     const QList<QByteArray> a = conf.split('\n');
     const QList<QByteArray> b = readAll(printConfPath(dataRoot)).split('\n');
     ASSERT_EQ(a.size(), b.size());
@@ -80,7 +80,7 @@ TEST_F(PrintCommand, AFailedStartLeavesTheFilesAndSaysNothing) {
          {printConfPath(dataRoot), printHeaderPath(dataRoot), printDataPath(dataRoot)})
         QFile::remove(p);
     dialogs.setStartResult(false);
-    f.printAction->trigger();
+    f.menus().actions.printAction->trigger();
     EXPECT_EQ(dialogs.Processes().size(), 1u);
     EXPECT_TRUE(dialogs.Boxes().empty());
     EXPECT_TRUE(dialogs.Messages().empty());
@@ -93,7 +93,7 @@ TEST_F(PrintCommand, MissingFolderShowsTheErrorAndStartsNothing) {
     MainWindow& f = open();
     ASSERT_TRUE(QDir(printFolderPath(dataRoot)).removeRecursively());
     dialogs.answerBox(TaskDialog::IdOk);
-    f.printAction->trigger();
+    f.menus().actions.printAction->trigger();
     EXPECT_TRUE(dialogs.Processes().empty());
     ASSERT_EQ(dialogs.Boxes().size(), 1u);
     EXPECT_EQ(dialogs.Boxes()[0].icon, TaskDialog::IconError);
@@ -105,7 +105,7 @@ TEST_F(PrintCommand, RefrigerantPipeTypeGivesOneTabAndMaskQvr) {
     clickNode(9 * 21 + 1);
     QCoreApplication::processEvents();
     ASSERT_EQ(f.sheet()->tabs()->count(), 1);
-    f.printAction->trigger();
+    f.menus().actions.printAction->trigger();
     EXPECT_TRUE(readAll(printConfPath(dataRoot)).endsWith("[File_Mask]=qvr\r\n"));
     EXPECT_EQ(readAll(printDataPath(dataRoot)).count('\n'), 14);
 }

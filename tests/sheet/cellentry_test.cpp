@@ -57,7 +57,7 @@ TEST_F(CellEntry, FactorEnterStoresRecalculatesAndMovesDown) {
     EXPECT_EQ(f.sheet()->compositeCell().y(), 4);
     EXPECT_EQ(f.sheet()->compositeGrid()->selectedCells(), QRect(QPoint(5, 4), QPoint(5, 4)));
     EXPECT_TRUE(doc().isChanged());
-    EXPECT_TRUE(f.undoAction->isEnabled());
+    EXPECT_TRUE(f.menus().actions.undoAction->isEnabled());
     EXPECT_EQ(dialogs.Beeps(), 0);
 }
 
@@ -343,7 +343,7 @@ TEST_F(CellEntry, EnterInThePriceGridAtStartStoresNothing) {
     EXPECT_EQ(rows()[1].submittedPrice, gross);
     EXPECT_EQ(f.sheet()->materialCell().y(), 2);
     EXPECT_TRUE(dialogs.Boxes().empty());
-    EXPECT_TRUE(f.undoAction->isEnabled()); // the snapshot was taken
+    EXPECT_TRUE(f.menus().actions.undoAction->isEnabled()); // the snapshot was taken
     EXPECT_EQ(doc().currentLines(), before);
 }
 
@@ -407,7 +407,7 @@ TEST_F(SizePresets, CancelChangesNothing) {
     });
     EXPECT_EQ(shown.value(0), size1);
     EXPECT_EQ(rows()[1].size(), size1);
-    EXPECT_FALSE(f.undoAction->isEnabled());
+    EXPECT_FALSE(f.menus().actions.undoAction->isEnabled());
 }
 
 TEST_F(SizePresets, EscapeCancels) {
@@ -434,7 +434,7 @@ TEST_F(SizePresets, SteelListEmptiesRowFifteen) {
     EXPECT_TRUE(rows()[60].sizeBytes.isEmpty());
     EXPECT_EQ(cell1(0, 14), QStringLiteral("300A"));
     EXPECT_EQ(cell2(0, 1), QStringLiteral("15A"));
-    EXPECT_TRUE(f.undoAction->isEnabled());
+    EXPECT_TRUE(f.menus().actions.undoAction->isEnabled());
 }
 
 TEST_F(SizePresets, TwentyLinesTakeFifteenAndTextStaysText) {

@@ -242,7 +242,7 @@ TEST_F(Faults, ALibraryFolderThatCannotBeWrittenKeepsItsEntries) {
     qputenv("QORVALE_LIBRARY_DIR", library.toUtf8());
     MainWindow& f = open();
     f.goodsBox->setText(u("既存"));
-    f.saveLibraryItem->trigger();
+    f.menus().edit.saveLibraryItem->trigger();
     ASSERT_TRUE(box(0).contains(u("選択用標準歩掛として登録しました。"))) << box(0).toStdString();
     const QString entry = library + u("/既存.fdk");
     const QByteArray kept = bytesOf(entry);
@@ -255,9 +255,9 @@ TEST_F(Faults, ALibraryFolderThatCannotBeWrittenKeepsItsEntries) {
     typeFactor(4, 2, "5");
     {
         OrdinaryUser user;
-        f.saveLibraryItem->trigger(); // the same name
+        f.menus().edit.saveLibraryItem->trigger(); // the same name
         f.goodsBox->setText(u("新規"));
-        f.saveLibraryItem->trigger(); // a new one
+        f.menus().edit.saveLibraryItem->trigger(); // a new one
     }
     setMode(library, 0755);
     ASSERT_EQ(dialogs.Boxes().size(), 3u);
@@ -274,7 +274,7 @@ TEST_F(Faults, ALibraryFolderThatCannotBeWrittenKeepsItsEntries) {
     ASSERT_TRUE(blocker.open(QIODevice::WriteOnly));
     blocker.close();
     qputenv("QORVALE_LIBRARY_DIR", (blocker.fileName() + QStringLiteral("/ex_data")).toUtf8());
-    f.saveLibraryItem->trigger();
+    f.menus().edit.saveLibraryItem->trigger();
     EXPECT_TRUE(box(3).contains(u("標準歩掛のフォルダーを作成できません。")))
         << box(3).toStdString();
     qunsetenv("QORVALE_LIBRARY_DIR");
@@ -286,7 +286,7 @@ TEST_F(Faults, AFullDiskKeepsALibraryEntryAndTheSettingsFilesWhole) {
     qputenv("QORVALE_LIBRARY_DIR", library.toUtf8());
     MainWindow& f = open();
     f.goodsBox->setText(u("既存"));
-    f.saveLibraryItem->trigger();
+    f.menus().edit.saveLibraryItem->trigger();
     const QString entry = library + u("/既存.fdk");
     const QByteArray kept = bytesOf(entry);
     ASSERT_EQ(kept.size(), FdkFileSize);
@@ -295,7 +295,7 @@ TEST_F(Faults, AFullDiskKeepsALibraryEntryAndTheSettingsFilesWhole) {
     typeFactor(4, 2, "5");
     {
         DiskFull full(4096); // less than one entry
-        f.saveLibraryItem->trigger();
+        f.menus().edit.saveLibraryItem->trigger();
     }
     {
         DiskFull full(16); // less than the window file
@@ -320,7 +320,7 @@ TEST_F(Faults, AFullDiskKeepsTheOldCsvAndPrintFilesWhole) {
     ASSERT_TRUE(old.open(QIODevice::WriteOnly));
     old.write(oldCsv);
     old.close();
-    f.printAction->trigger();
+    f.menus().actions.printAction->trigger();
     ASSERT_EQ(dialogs.Processes().size(), 1u);
     const QByteArray oldData = bytesOf(printDataPath(dataRoot));
     ASSERT_GT(oldData.size(), 4096);
@@ -345,7 +345,7 @@ TEST_F(Faults, AFullDiskKeepsTheOldCsvAndPrintFilesWhole) {
             EXPECT_TRUE(QString::fromUtf8(e.what()).contains(u("ディスクに空きがありません")))
                 << e.what();
         }
-        f.printAction->trigger();
+        f.menus().actions.printAction->trigger();
     }
     ASSERT_EQ(dialogs.Boxes().size(), 1u) << box(0).toStdString();
     EXPECT_TRUE(box(0).contains(u("ファイルを書き込めませんでした"))) << box(0).toStdString();
@@ -361,8 +361,8 @@ TEST_F(Faults, AFullDiskKeepsTheOldCsvAndPrintFilesWhole) {
 
 TEST_F(Faults, PrintAndTempFoldersThatCannotBeWrittenKeepTheirFiles) {
     MainWindow& f = open();
-    f.printAction->trigger();
-    f.excelOutAction->trigger();
+    f.menus().actions.printAction->trigger();
+    f.menus().actions.excelOutAction->trigger();
     ASSERT_EQ(dialogs.Processes().size(), 1u);
     ASSERT_EQ(dialogs.Documents().size(), 1);
     ASSERT_TRUE(dialogs.Boxes().empty()) << box(0).toStdString();
@@ -383,7 +383,7 @@ TEST_F(Faults, PrintAndTempFoldersThatCannotBeWrittenKeepTheirFiles) {
     QString excelError;
     {
         OrdinaryUser user;
-        f.printAction->trigger();
+        f.menus().actions.printAction->trigger();
         // The Excel command's failure goes to the program's error handler.
         try {
             f.outputs()->exportWorkbook();
@@ -429,9 +429,12 @@ protected:
         EXPECT_TRUE(box(0).contains(u("データベースを開けません。"))) << box(0).toStdString();
         EXPECT_TRUE(box(0).contains(u(reason))) << box(0).toStdString();
         EXPECT_EQ(dialogs.Boxes().size(), 1u) << box(1).toStdString();
-        const QList<QAction*> writers = {
-            f.moveUpAction,       f.moveDownAction,         f.saveItem,
-            f.optionChangeAction, f.labourCostChangeAction, f.groupNamingItem(3)};
+        const QList<QAction*> writers = {f.menus().actions.moveUpAction,
+                                         f.menus().actions.moveDownAction,
+                                         f.menus().file.saveItem,
+                                         f.menus().actions.optionChangeAction,
+                                         f.menus().actions.labourCostChangeAction,
+                                         f.groupNamingItem(3)};
         for (QAction* a : writers) {
             const std::size_t n = dialogs.Boxes().size();
             a->trigger();

@@ -87,17 +87,17 @@ const QString OptionQuestion =
 
 TEST_F(GroupRewrite, NoOnEitherQuestionChangesNothing) {
     MainWindow& f = open();
-    EXPECT_TRUE(f.optionChangeItem->isEnabled());
-    EXPECT_TRUE(f.labourCostChangeItem->isEnabled());
+    EXPECT_TRUE(f.menus().edit.optionChangeItem->isEnabled());
+    EXPECT_TRUE(f.menus().edit.labourCostChangeItem->isEnabled());
     f.optionPanel()->digitsRadio()->setItemIndex(1);
     f.optionPanel()->labourCostSubmittedEdit()->setValue(12345);
     f.optionPanel()->labourCostCostEdit()->setValue(2345.04); // as a float x 10000: 23450399.99...
     const QStringList before = table();
 
     dialogs.answerBox(TD::IdNo);
-    f.optionChangeItem->trigger();
+    f.menus().edit.optionChangeItem->trigger();
     dialogs.answerBox(TD::IdNo);
-    f.labourCostChangeItem->trigger();
+    f.menus().edit.labourCostChangeItem->trigger();
     EXPECT_FALSE(f.groupRewrite()->running());
     EXPECT_EQ(f.groupRewrite()->progressWindow(), nullptr);
     EXPECT_EQ(table(), before);
@@ -144,7 +144,7 @@ TEST_F(GroupRewrite, OptionChangeGivesTheGroupTheDisplayedOptionsAndRecomputesIt
     ASSERT_GT(stale, 0);
 
     dialogs.answerBox(TD::IdYes);
-    f.optionChangeAction->trigger();
+    f.menus().actions.optionChangeAction->trigger();
     EXPECT_TRUE(f.groupRewrite()->running()); // the command ends while the thread works
     f.groupRewrite()->waitForEnd();
     EXPECT_FALSE(f.groupRewrite()->running());
@@ -176,7 +176,7 @@ TEST_F(GroupRewrite, OptionChangeGivesTheGroupTheDisplayedOptionsAndRecomputesIt
     EXPECT_EQ(stored(1, 1, 4, "TEIKA"), "4321");
     EXPECT_FALSE(doc().isChanged());
     // The undo would bring back rows from before the run.
-    EXPECT_FALSE(f.undoAction->isEnabled());
+    EXPECT_FALSE(f.menus().actions.undoAction->isEnabled());
 
     // The progress, then the caption back and the end shown once.
     EXPECT_EQ(captions.size(), GroupRewriteSteps + 1);
@@ -194,7 +194,7 @@ TEST_F(GroupRewrite, RefrigerantModeGoesToTheWholeGroup) {
     MainWindow& f = open();
     f.optionPanel()->modeRadio()->setItemIndex(1);
     dialogs.answerBox(TD::IdYes);
-    f.optionChangeAction->trigger();
+    f.menus().actions.optionChangeAction->trigger();
     f.groupRewrite()->waitForEnd();
     for (int kan = 1; kan <= GroupPipeTypes; ++kan)
         EXPECT_EQ(stored(1, kan, 60, "FLAG"), "1") << kan;
@@ -224,7 +224,7 @@ TEST_F(GroupRewrite, BaseLabourCostsGoToEveryGroupButOnlyTheCurrentIsRecomputed)
     ASSERT_NE(doc().options().labourSubmitted(), Currency::fromInt(31234));
 
     dialogs.answerBox(TD::IdYes);
-    f.labourCostChangeAction->trigger();
+    f.menus().actions.labourCostChangeAction->trigger();
     // "基礎工費を変更しました。" at once, while the thread works.
     EXPECT_TRUE(f.groupRewrite()->running());
     ASSERT_EQ(dialogs.Boxes().size(), 2u);
@@ -285,7 +285,7 @@ TEST_F(GroupRewrite, TheFormIsClosedToTheUserUntilTheEndHasBeenShown) {
         const QRect r = f.tree->visualItemRect(f.tree->node(5));
         QTest::mouseClick(f.tree->viewport(), Qt::LeftButton, {}, r.center());
         QTest::mouseClick(f.saveButton, Qt::LeftButton);
-        f.optionChangeAction->trigger(); // asks nothing while a run works
+        f.menus().actions.optionChangeAction->trigger(); // asks nothing while a run works
         // The progress window stays up against Esc.
         QTest::keyClick(f.groupRewrite()->progressWindow(), Qt::Key_Escape);
         EXPECT_TRUE(f.groupRewrite()->progressWindow()->isVisible());
@@ -294,7 +294,7 @@ TEST_F(GroupRewrite, TheFormIsClosedToTheUserUntilTheEndHasBeenShown) {
     });
     dialogs.OnMessage = [&] { lockedAtTheEnd = formClosedToTheUser(); };
     dialogs.answerBox(TD::IdYes);
-    f.optionChangeAction->trigger();
+    f.menus().actions.optionChangeAction->trigger();
     f.groupRewrite()->waitForEnd();
     EXPECT_TRUE(checked);
     EXPECT_TRUE(lockedAtTheEnd);
@@ -330,7 +330,7 @@ TEST_F(GroupRewrite, AFailingStatementShowsErrorAndTheRunGoesOn) {
     ASSERT_LT(optionsBefore.count(currToStr(doc().options().elementDigits())),
               optionsBefore.size());
     dialogs.answerBox(TD::IdYes);
-    f.optionChangeAction->trigger();
+    f.menus().actions.optionChangeAction->trigger();
     f.groupRewrite()->waitForEnd();
 
     ASSERT_EQ(dialogs.Messages().size(), 2u);
@@ -356,7 +356,7 @@ TEST_F(GroupRewrite, OptionChangeStopsWhenTheCurrentPipeTypeCannotBeSaved) {
     const Currency otherDigits = storedCurrency(1, 2, 60, "DATA6");
     f.optionPanel()->elementRadio()->setItemIndex(digitIndexOf(otherDigits) == 3 ? 2 : 3);
     dialogs.answerBox(TD::IdYes);
-    f.optionChangeAction->trigger();
+    f.menus().actions.optionChangeAction->trigger();
     // The other pipe types keep their options: none has new options with
     // prices computed under the old ones.
     EXPECT_EQ(storedCurrency(1, 2, 60, "DATA6"), otherDigits);
@@ -388,7 +388,7 @@ TEST_F(GroupRewrite, ClosingDuringARunLeavesEveryPipeTypeOfTheGroupWhole) {
     // The close is refused while the run goes and taken up after its end.
     dialogs.OnMessage = [&] { visibleAtTheEnd = f.isVisible(); };
     dialogs.answerBox(TD::IdYes);
-    f.optionChangeAction->trigger();
+    f.menus().actions.optionChangeAction->trigger();
     QElapsedTimer waited;
     waited.start();
     while (f.isVisible() && waited.elapsed() < 60000)
@@ -413,7 +413,7 @@ TEST_F(GroupRewrite, AFailureOnTheWorkerOpensTheFormAgainAndIsShown) {
     recordCaptions();
     const QByteArray goods = rows()[1].goodsBytes;
     dialogs.answerBox(TD::IdYes);
-    f.optionChangeAction->trigger();
+    f.menus().actions.optionChangeAction->trigger();
     f.groupRewrite()->waitForEnd();
 
     ASSERT_EQ(dialogs.Boxes().size(), 2u);
@@ -435,7 +435,7 @@ TEST_F(GroupRewrite, AFailureOnTheWorkerOpensTheFormAgainAndIsShown) {
     EXPECT_EQ(rows()[1].goodsBytes, goods);
     // The commands work again.
     dialogs.answerBox(TD::IdNo);
-    f.optionChangeItem->trigger();
+    f.menus().edit.optionChangeItem->trigger();
     EXPECT_EQ(dialogs.Boxes().size(), 3u);
 }
 
@@ -449,7 +449,7 @@ TEST_F(GroupRewrite, ACloseWhileTheFailureIsShownClosesAfterItWithoutHanging) {
     dialogs.OnBox = [&] {
         if (dialogs.Boxes().size() == 2) closedInBox = f.close();
     };
-    f.optionChangeAction->trigger();
+    f.menus().actions.optionChangeAction->trigger();
     QElapsedTimer waited;
     waited.start();
     while (f.isVisible() && waited.elapsed() < 60000)

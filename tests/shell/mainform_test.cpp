@@ -1,5 +1,6 @@
 // The main form as it comes up: caption, paths, geometry, menu, status bar,
 // view menu, naming of groups and the small tools.
+#include "shell/mainmenu.h"
 #include "shell/mainwindow.h"
 #include "shell/pipetypetree.h"
 
@@ -120,10 +121,10 @@ const MenuRow MenuTable[] = {
 
 TEST_F(MainFormTest, MainMenuHoldsEveryItemOfTheTable) {
     MainWindow form{dialogs, QString()};
-    ASSERT_EQ(form.mainMenu, form.menuBar());
-    EXPECT_EQ(form.mainMenu->objectName(), "mainMenu");
+    ASSERT_EQ(form.menuBar(), form.menuBar());
+    EXPECT_EQ(form.menuBar()->objectName(), "mainMenu");
 
-    const QList<QAction*> menus = form.mainMenu->actions();
+    const QList<QAction*> menus = form.menuBar()->actions();
     const QStringList names = {"fileMenu", "viewMenu",   "groupNamesMenu",
                                "editMenu", "detailMenu", "externalDataMenu"};
     const QStringList titles = {"ファイル(&F)", "表  示(&D)",   "管種名称編集(&P)",
@@ -156,49 +157,50 @@ TEST_F(MainFormTest, MainMenuHoldsEveryItemOfTheTable) {
         EXPECT_EQ(inMenu, it.value()) << it.key().toStdString();
     }
     // The two separators that the show step brings up.
-    for (QAction* separator : {form.fileSeparator, form.editSeparator}) {
+    for (QAction* separator : {form.menus().file.separator, form.menus().edit.separator}) {
         EXPECT_TRUE(separator->isSeparator());
         EXPECT_FALSE(separator->isVisible());
     }
-    EXPECT_EQ(form.fileSeparator->objectName(), "fileSeparator");
-    EXPECT_EQ(form.editSeparator->objectName(), "editSeparator");
-    EXPECT_TRUE(form.treeListItem->isChecked());
-    EXPECT_TRUE(form.statusBarItem->isChecked());
+    EXPECT_EQ(form.menus().file.separator->objectName(), "fileSeparator");
+    EXPECT_EQ(form.menus().edit.separator->objectName(), "editSeparator");
+    EXPECT_TRUE(form.menus().view.treeListItem->isChecked());
+    EXPECT_TRUE(form.menus().view.statusBarItem->isChecked());
 }
 
 TEST_F(MainFormTest, MenuItemsFollowTheirActions) {
     MainWindow form{dialogs, QString()};
     int undos = 0;
-    QObject::connect(form.undoAction, &QAction::triggered, [&undos] { ++undos; });
-    EXPECT_EQ(form.undoAction->shortcut(), QKeySequence(Qt::Key_Escape));
-    EXPECT_TRUE(form.actions().contains(form.undoAction));
-    form.undoItem->trigger(); // disabled: nothing runs
+    QObject::connect(form.menus().actions.undoAction, &QAction::triggered, [&undos] { ++undos; });
+    EXPECT_EQ(form.menus().actions.undoAction->shortcut(), QKeySequence(Qt::Key_Escape));
+    EXPECT_TRUE(form.actions().contains(form.menus().actions.undoAction));
+    form.menus().edit.undoItem->trigger(); // disabled: nothing runs
     EXPECT_EQ(undos, 0);
-    form.undoAction->setEnabled(true);
-    EXPECT_TRUE(form.undoItem->isEnabled());
-    form.undoItem->trigger();
+    form.menus().actions.undoAction->setEnabled(true);
+    EXPECT_TRUE(form.menus().edit.undoItem->isEnabled());
+    form.menus().edit.undoItem->trigger();
     EXPECT_EQ(undos, 1);
-    form.undoAction->setEnabled(false);
-    EXPECT_FALSE(form.undoItem->isEnabled());
+    form.menus().actions.undoAction->setEnabled(false);
+    EXPECT_FALSE(form.menus().edit.undoItem->isEnabled());
 
     // One action, two items: the edit menu and the tree's pop-up.
-    EXPECT_EQ(form.treePopupMenu->actions(),
-              QList<QAction*>({form.popupMoveUpItem, form.popupMoveDownItem}));
-    form.moveDownAction->setEnabled(false);
-    EXPECT_TRUE(form.moveUpItem->isEnabled());
-    EXPECT_TRUE(form.popupMoveUpItem->isEnabled());
-    EXPECT_FALSE(form.popupMoveDownItem->isEnabled());
-    EXPECT_EQ(form.labourCostChangeAction->text(),
+    EXPECT_EQ(form.menus().treePopup.menu->actions(),
+              QList<QAction*>({form.menus().treePopup.popupMoveUpItem,
+                               form.menus().treePopup.popupMoveDownItem}));
+    form.menus().actions.moveDownAction->setEnabled(false);
+    EXPECT_TRUE(form.menus().edit.moveUpItem->isEnabled());
+    EXPECT_TRUE(form.menus().treePopup.popupMoveUpItem->isEnabled());
+    EXPECT_FALSE(form.menus().treePopup.popupMoveDownItem->isEnabled());
+    EXPECT_EQ(form.menus().actions.labourCostChangeAction->text(),
               "表示中の基礎工費に書き換える(全付属品データ対象)");
-    EXPECT_EQ(form.sizeSetAction->text(), "サイズ設定");
-    EXPECT_TRUE(form.sizeSetAction->isEnabled());
+    EXPECT_EQ(form.menus().actions.sizeSetAction->text(), "サイズ設定");
+    EXPECT_TRUE(form.menus().actions.sizeSetAction->isEnabled());
 }
 
 TEST_F(MainFormTest, GroupsAreNamedFromTheMenu) {
     MainWindow form{dialogs, QString()};
     for (int g = 1; g <= 10; ++g) {
         EXPECT_EQ(form.groupName(g),
-                  QString::fromUtf8(MainWindow::DefaultGroupNames[std::size_t(g - 1)]));
+                  QString::fromUtf8(MainMenu::DefaultGroupNames[std::size_t(g - 1)]));
         QAction* naming = form.groupNamingItem(g);
         EXPECT_EQ(naming->text(), "このグループに名称をつける");
         EXPECT_EQ(naming->data().toInt(), g - 1);
@@ -239,11 +241,11 @@ TEST_F(MainFormTest, StatusBarAndViewMenu) {
     EXPECT_EQ(form.statusPanel(5), form.workspace().paths().databaseFolder);
     EXPECT_TRUE(form.statusPanelLabel(0)->x() < form.statusPanelLabel(6)->x());
 
-    form.statusBarItem->trigger();
-    EXPECT_FALSE(form.statusBarItem->isChecked());
+    form.menus().view.statusBarItem->trigger();
+    EXPECT_FALSE(form.menus().view.statusBarItem->isChecked());
     EXPECT_FALSE(form.statusLine->isVisible());
-    form.statusBarItem->trigger();
-    EXPECT_TRUE(form.statusBarItem->isChecked());
+    form.menus().view.statusBarItem->trigger();
+    EXPECT_TRUE(form.menus().view.statusBarItem->isChecked());
     EXPECT_TRUE(form.statusLine->isVisible());
 
     // A widget of the same name elsewhere is not the tree.
@@ -252,11 +254,11 @@ TEST_F(MainFormTest, StatusBarAndViewMenu) {
     other->show();
     ASSERT_NE(static_cast<QWidget*>(form.tree), other);
     ASSERT_TRUE(form.tree->isVisible());
-    form.treeListItem->trigger();
-    EXPECT_FALSE(form.treeListItem->isChecked());
+    form.menus().view.treeListItem->trigger();
+    EXPECT_FALSE(form.menus().view.treeListItem->isChecked());
     EXPECT_FALSE(form.tree->isVisible());
     EXPECT_TRUE(other->isVisible());
-    form.treeListItem->trigger();
+    form.menus().view.treeListItem->trigger();
     EXPECT_TRUE(form.tree->isVisible());
 }
 
@@ -264,7 +266,7 @@ TEST_F(MainFormTest, ExitClosesTheForm) {
     MainWindow form{dialogs, QString()};
     form.show();
     ASSERT_TRUE(form.isVisible());
-    form.exitItem->trigger();
+    form.menus().file.exitItem->trigger();
     EXPECT_FALSE(form.isVisible());
 }
 
@@ -277,14 +279,14 @@ TEST_F(MainFormTest, AboutCommandShowsTheVersionDialog) {
         shown = w;
         qobject_cast<AboutDialog*>(w)->closeButton->click();
     });
-    form.aboutItem->trigger();
+    form.menus().file.aboutItem->trigger();
     EXPECT_EQ(shown, &about);
     EXPECT_FALSE(about.isVisible());
 }
 
 TEST_F(MainFormTest, InstallFolderIsShownInAnInfoBox) {
     MainWindow form{dialogs, QString()};
-    form.installFolderItem->trigger();
+    form.menus().file.installFolderItem->trigger();
     ASSERT_EQ(dialogs.Boxes().size(), 1u);
     const ScriptedDialogs::Box& box = dialogs.Boxes()[0];
     EXPECT_EQ(box.title, applicationTitle());
@@ -300,7 +302,7 @@ TEST_F(MainFormTest, CalculatorStartsWhenOneIsInstalled) {
     const QByteArray oldPath = qgetenv("PATH");
     QTemporaryDir bin;
     qputenv("PATH", bin.path().toUtf8());
-    form.calculatorItem->trigger();
+    form.menus().file.calculatorItem->trigger();
     EXPECT_TRUE(dialogs.Processes().empty());
     EXPECT_TRUE(dialogs.Boxes().empty());
 
@@ -311,7 +313,7 @@ TEST_F(MainFormTest, CalculatorStartsWhenOneIsInstalled) {
     file.close();
     file.setPermissions(QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
     dialogs.setStartResult(false); // a failed start says nothing
-    form.calculatorItem->trigger();
+    form.menus().file.calculatorItem->trigger();
     qputenv("PATH", oldPath);
     ASSERT_EQ(dialogs.Processes().size(), 1u);
     EXPECT_EQ(dialogs.Processes()[0].program, calculator);

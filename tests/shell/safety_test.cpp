@@ -131,7 +131,7 @@ TEST_F(Safety, ASaveAsksBeforeWritingOverAChangeMadeElsewhere) {
 
     // 上書き保存: the user's rows are written, the other change is gone.
     dialogs.answerBox(TaskDialog::IdOverwrite);
-    f.saveItem->trigger();
+    f.menus().file.saveItem->trigger();
     EXPECT_TRUE(asked(1));
     EXPECT_TRUE(boxSays(2, "確認", "保存しました。"));
     EXPECT_EQ(stored(1, 1, 3, "DATA1"), QStringLiteral("7"));
@@ -192,7 +192,7 @@ TEST_F(Safety, SavesUnderALockSayTheyFailedAndLoseNothing) {
     EXPECT_TRUE(doc().isChanged());
 
     // Ctrl+S the same.
-    f.saveItem->trigger();
+    f.menus().file.saveItem->trigger();
     EXPECT_TRUE(boxSays(1, "ERROR", "database is locked"));
     ASSERT_EQ(dialogs.Boxes().size(), 2u);
 
@@ -260,8 +260,8 @@ TEST_F(Safety, AStartWhoseLoadFailedNeverWritesItsEmptyRows) {
     EXPECT_TRUE(boxSays(0, "確認", "管種が読み込まれていないため、保存できません。"));
     // Nor do the group commands write the empty options over the group.
     const QStringList group2 = dumpPipeType(db, 1, 2);
-    f.optionChangeItem->trigger();
-    f.labourCostChangeItem->trigger();
+    f.menus().edit.optionChangeItem->trigger();
+    f.menus().edit.labourCostChangeItem->trigger();
     ASSERT_EQ(dialogs.Boxes().size(), 3u);
     EXPECT_TRUE(boxSays(2, "確認", "管種が読み込まれていないため、実行できません。"));
     EXPECT_TRUE(f.close()); // nothing to ask
@@ -324,7 +324,7 @@ TEST_F(Safety, AnOverflowInShowPipeTypeLeavesTheOptionsWorking) {
 TEST_F(Safety, EscapeInAnOpenEditorCommitsEvenWithUndoOn) {
     MainWindow& f = open();
     typeFactor(4, 1, "2");
-    ASSERT_TRUE(f.undoAction->isEnabled());
+    ASSERT_TRUE(f.menus().actions.undoAction->isEnabled());
     ASSERT_TRUE(f.sheet()->compositeGrid()->focusCell(6, 5));
     QTest::keyClick(f.sheet()->compositeGrid(), '9');
     ASSERT_TRUE(f.sheet()->compositeGrid()->editorMode());
@@ -351,8 +351,8 @@ TEST_F(Safety, RightClickKeepsTheSelectionAndOpensTheMenu) {
     QCoreApplication::processEvents();
     EXPECT_EQ(f.selectedNode(), f.tree->node(1));
     EXPECT_EQ(f.currentPipeType, 1);
-    EXPECT_TRUE(f.treePopupMenu->isVisible());
-    f.treePopupMenu->close();
+    EXPECT_TRUE(f.menus().treePopup.menu->isVisible());
+    f.menus().treePopup.menu->close();
 }
 
 TEST_F(Safety, KeysInTheTreeLoadWhatTheySelect) {

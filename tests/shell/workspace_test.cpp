@@ -65,7 +65,7 @@ TEST_F(Workspace, StartShowsTheFirstPipeTypeWithTheEnginesPrices) {
         EXPECT_EQ(cell2(1, g), formatAmount(rows()[g].submittedPrice));
     }
     EXPECT_TRUE(cell2(1, 1).contains(',') || rows()[1].submittedPrice.raw < 10000000);
-    EXPECT_FALSE(f.undoAction->isEnabled());
+    EXPECT_FALSE(f.menus().actions.undoAction->isEnabled());
 }
 
 TEST_F(Workspace, MissingDataFolderRefusesAndWritesNothing) {
@@ -112,7 +112,7 @@ TEST_F(Workspace, OptionChangeRecalculatesAllRowsAndShowsThem) {
     EXPECT_EQ(cell1(1, 3), formatAmount(rows()[3].adoptedUnitPrice));
     EXPECT_EQ(rows()[3].adoptedUnitPrice, rows()[3].submittedUnitPrice);
     EXPECT_NE(before, QString());
-    EXPECT_TRUE(f.undoAction->isEnabled());
+    EXPECT_TRUE(f.menus().actions.undoAction->isEnabled());
     EXPECT_EQ(cell1(1, 0), u("採用単価"));
 }
 
@@ -239,7 +239,7 @@ TEST_F(Workspace, RenamedGroupSurvivesRestart) {
 TEST_F(Workspace, WindowAndDisplayFilesAreWrittenAndApplied) {
     MainWindow& f = open();
     f.setGeometry(30, 40, 1440, 845);
-    f.statusBarItem->trigger(); // hide the status bar
+    f.menus().view.statusBarItem->trigger(); // hide the status bar
     closeForm();
     WindowRect rect;
     readWindowFile(dataRootPath(), QStringLiteral("qorvale_k"), rect);
@@ -251,7 +251,7 @@ TEST_F(Workspace, WindowAndDisplayFilesAreWrittenAndApplied) {
     EXPECT_EQ(lines.value(3), u("[STATUS_USE]=FALSE"));
     MainWindow& g = open();
     EXPECT_EQ(g.width(), 1440);
-    EXPECT_FALSE(g.statusBarItem->isChecked());
+    EXPECT_FALSE(g.menus().view.statusBarItem->isChecked());
     EXPECT_FALSE(g.statusLine->isVisible());
 }
 
@@ -264,7 +264,7 @@ TEST_F(Workspace, RefrigerantModeCaptionsAndColumnNine) {
     EXPECT_EQ(f.sheet()->tabs()->tabText(0), u("一般"));
     EXPECT_EQ(cell1(5, 0), u("継手接合等"));
     EXPECT_EQ(cell1(9, 0), u("---"));
-    EXPECT_FALSE(f.copyFirstDetailAcrossItem->isEnabled());
+    EXPECT_FALSE(f.menus().detail.copyFirstDetailAcrossItem->isEnabled());
     for (int g = 1; g <= 14; ++g)
         EXPECT_TRUE(cell1(9, g).isEmpty()) << g;
     f.applyControls();
@@ -413,11 +413,11 @@ TEST_F(Workspace, DisplayFileHidesTheTreeAndSetsItsWidth) {
                               {u("[Version]=2.00"), u("[CheckBox1]=TRUE"), u("[TREE_USE]=FALSE"),
                                u("[STATUS_USE]=TRUE"), u("[TREEVIEW_WIDTH]=150")}));
     MainWindow& f = open();
-    EXPECT_FALSE(f.treeListItem->isChecked());
+    EXPECT_FALSE(f.menus().view.treeListItem->isChecked());
     EXPECT_FALSE(f.tree->isVisible());
     EXPECT_EQ(f.treeSplitter->sizes().value(0), 150);
     EXPECT_FALSE(f.resultsSwitch->isOn()); // stored, never read back
-    f.treeListItem->trigger();
+    f.menus().view.treeListItem->trigger();
     EXPECT_TRUE(f.tree->isVisible());
     QCoreApplication::processEvents();
     EXPECT_EQ(f.tree->width(), 150);

@@ -8,6 +8,7 @@
 #include "platform/scripteddialogs.h"
 #include "sheet/optionpanel.h"
 #include "sheet/pricesheet.h"
+#include "shell/mainmenu.h"
 #include "shell/mainwindow.h"
 #include "shell/pipetypetree.h"
 #include "store/modulewrappersqlite.h"
