@@ -7,6 +7,7 @@
 #include "platform/application.h"
 #include "platform/datapaths.h"
 #include "platform/dialogs.h"
+#include "sheet/pipetypeheader.h"
 #include "shell/formwidgets.h"
 #include "shell/mainmenu.h"
 #include "shell/mainwindow.h"
@@ -123,7 +124,7 @@ void EditCommands::finishPaste(bool renameNode) {
     m_window.document().refreshLines();
     if (renameNode)
         if (QTreeWidgetItem* node = m_window.currentPipeTypeNode())
-            node->setText(0, trimBlanks(m_window.goodsBox->text()));
+            node->setText(0, trimBlanks(m_window.header()->goods()));
     // After showPipeType, which disables it.
     m_window.document().setUndoAvailable(true);
 }
@@ -254,7 +255,7 @@ void EditCommands::undo() {
     m_window.sheet()->tabs()->setCurrentIndex(0);
     m_window.showPipeType();
     if (QTreeWidgetItem* node = m_window.currentPipeTypeNode())
-        node->setText(0, trimBlanks(m_window.goodsBox->text()));
+        node->setText(0, trimBlanks(m_window.header()->goods()));
     m_window.document().refreshLines();
     m_window.document().setUndoAvailable(false);
 }

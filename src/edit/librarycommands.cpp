@@ -5,6 +5,7 @@
 #include "edit/partslibrary.h"
 #include "platform/application.h"
 #include "platform/dialogs.h"
+#include "sheet/pipetypeheader.h"
 #include "shell/formwidgets.h"
 #include "shell/mainmenu.h"
 #include "shell/mainwindow.h"
@@ -26,7 +27,7 @@ LibraryCommands::LibraryCommands(MainWindow& window, Dialogs& dialogs)
 
 void LibraryCommands::saveLibraryEntry() {
     // The name as it stands in the box, blanks and all.
-    const QString name = m_window.goodsBox->text();
+    const QString name = m_window.header()->goods();
     const QString problem = partsNameProblem(name);
     if (!problem.isEmpty()) {
         showInfoDialog(m_dialogs, &m_window, QStringLiteral("確認"), problem);

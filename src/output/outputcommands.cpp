@@ -9,6 +9,7 @@
 #include "platform/application.h"
 #include "platform/datapaths.h"
 #include "platform/dialogs.h"
+#include "sheet/pipetypeheader.h"
 #include "sheet/pricesheet.h"
 #include "shell/formwidgets.h"
 #include "shell/mainmenu.h"
@@ -118,7 +119,7 @@ void OutputCommands::printPipeType() {
     showSubmittedSide(m_window.sheet()->materialGrid()->row());
     PrintHandOff h;
     h.dataRoot = m_window.workspace().paths().dataRoot;
-    h.styleIndex = m_window.printStyleRadio->itemIndex();
+    h.styleIndex = m_window.header()->printStyleRadio()->itemIndex();
     h.iconPath = applicationIconPath();
     h.date = m_printDate.isValid() ? m_printDate : QDate::currentDate();
     // The rows as they stand: no snapshot, no save, no recalculation. A

@@ -45,6 +45,7 @@ class NumberEdit;
 class RadioGroup;
 class MainMenu;
 class OptionPanel;
+class PipeTypeHeader;
 class PipeTypeTree;
 class PriceSheet;
 class ToggleSwitch;
@@ -131,61 +132,33 @@ public:
     QSplitter* treeSplitter = nullptr; // between the tree and the sheet
     QScrollArea* sheetScroll = nullptr;
 
-    // The group "管種名".
-    EditCombo* goodsBox = nullptr;
-    EditCombo* useBox = nullptr;
-    EditCombo* jointBox = nullptr;
-    EditCombo* unitBox = nullptr;
-    ToggleSwitch* resultsSwitch = nullptr;
-    QPushButton* sizeSetButton = nullptr;       // サイズ設定
-    QPushButton* labourLibraryButton = nullptr; // 標準歩掛選択
-    // The group "材料単価建物/ページ".
-    QLineEdit* buildingEdit = nullptr;
-    QLineEdit* pageEdit = nullptr;
-    QPushButton* saveButton = nullptr; // 登　録
+    // The names of the pipe type, the print style and 登　録.
+    PipeTypeHeader* header() const { return header_; }
 
     // The tabs and the two grids.
     PriceSheet* sheet() const { return sheet_; }
 
     // The calculation options of the pipe type.
     OptionPanel* optionPanel() const { return options_; }
-    RadioGroup* printStyleRadio = nullptr; // 印刷スタイル選択
 
     // Set while showPipeType fills the controls.
     bool refreshing = false;
 
-    // ---- The tree ---------------------------------------------------------
-    QTreeWidgetItem* selectedNode() const;
-
     // ---- The screen logic -------------------------------------------------
-    void clearSheet();
+    QTreeWidgetItem* selectedNode() const;
+    // The tree node of the pipe type on the sheet.
+    QTreeWidgetItem* currentPipeTypeNode() const;
     void showPipeType();
     void applyControls();
     // Rows 1 to 59 calculated; the lines of the current tab and the prices
     // shown.
     void recalcAndShowTab();
-    void takeSelection();
-    void fillGroupNodes(int g);
-    void loadGroupNames();
-    void saveGroupNames();
     // The size presets, with the dialog made at the start.
     void setSizes();
-
     void treeClicked();
-    void treeMouseReleased();
-    void nameBoxKeyPress(int key, bool& handled);
-    void saveButtonClicked();
-    void saveItemTriggered();
-
     // The steps of opening and closing.
     void prepareShow();
-    // Where the window goes when no geometry was saved.
-    QRect defaultGeometry() const;
-    // False when the close is to be refused (see closeEvent).
-    bool mayClose();
-    // Rows that could not be saved at closing: the user tries again, stays,
-    // or closes without them. True when the window may close.
-    bool closeWithUnsavedRows(const QString& heading);
+
     // How a save of the pipe type on the sheet ended: written, not written
     // (the failure has been shown, the rows stay unsaved), or not written by
     // the user's choice after a change made elsewhere (the rows on the sheet
@@ -195,39 +168,10 @@ public:
     // is loaded. When the stored rows were changed elsewhere after the load,
     // asks whether to write over them, read them again, or keep the rows.
     SaveResult saveCurrentPipeType(int showMessage);
-    // Loads the pipe type that select (nothing: the one on the sheet) makes
-    // current and shows it; false after a failure, which has been shown and
-    // left everything as it was.
-    bool loadAndShow(const std::function<void()>& select);
     // True once a pipe type is loaded; else says so, ending with refusal.
     bool rowsAreLoaded(const QString& refusal);
-    void finishClose();
-    void readDisplayFile();
-    void setTreeWidth(int width);
-    void writeDisplayFile();
-    // Asks to save a changed pipe type; saves on yes. Saved also when nothing
-    // needed saving or the user said no.
-    SaveResult askToSave();
-    // The tree node of the pipe type on the sheet, and a selection change
-    // that fires no click.
-    QTreeWidgetItem* currentPipeTypeNode() const;
-    // After the tree has handled a key or a mouse button: a selection moved
-    // without a click loads like a click; namingNode, the node a release with
-    // Shift came on, is then named.
-    void afterTreeInput(QTreeWidgetItem* namingNode);
-
-    // ---- Handlers ---------------------------------------------------------
-    void initialise(const QString& launchString);
-    void showAbout();
-    void showInstallFolder();
-    void startCalculator();
-    void exitProgram();
-    void toggleTree();
-    void toggleStatusBar();
-    // Shared by the ten naming items; the group is the tag of the sender.
-    void groupNamingTriggered();
+    // Names group tag + 1 by the user's input.
     void nameGroup(int tag);
-
     // The pipe type on the sheet has been moved to place kan of its group:
     // it stays current there, its node selected, the group's names shown
     // again.
@@ -238,8 +182,48 @@ protected:
     void closeEvent(QCloseEvent* event) override;
 
 private:
+    void clearSheet();
+    void takeSelection();
+    void fillGroupNodes(int g);
+    void loadGroupNames();
+    void saveGroupNames();
+    void treeMouseReleased();
+    // Enter in a name box: the tree node takes the material name.
+    void nameEntered();
+    void saveButtonClicked();
+    void saveItemTriggered();
+    // Where the window goes when no geometry was saved.
+    QRect defaultGeometry() const;
+    // False when the close is to be refused (see closeEvent).
+    bool mayClose();
+    // Rows that could not be saved at closing: the user tries again, stays,
+    // or closes without them. True when the window may close.
+    bool closeWithUnsavedRows(const QString& heading);
+    // Loads the pipe type that select (nothing: the one on the sheet) makes
+    // current and shows it; false after a failure, which has been shown and
+    // left everything as it was.
+    bool loadAndShow(const std::function<void()>& select);
+    void finishClose();
+    void readDisplayFile();
+    void setTreeWidth(int width);
+    void writeDisplayFile();
+    // Asks to save a changed pipe type; saves on yes. Saved also when nothing
+    // needed saving or the user said no.
+    SaveResult askToSave();
+    // After the tree has handled a key or a mouse button: a selection moved
+    // without a click loads like a click; namingNode, the node a release with
+    // Shift came on, is then named.
+    void afterTreeInput(QTreeWidgetItem* namingNode);
+    void initialise(const QString& launchString);
+    void showAbout();
+    void showInstallFolder();
+    void startCalculator();
+    void exitProgram();
+    void toggleTree();
+    void toggleStatusBar();
+    // Shared by the ten naming items; the group is the tag of the sender.
+    void groupNamingTriggered();
     void buildSheet();
-    QWidget* buildNameBox();
     void connectSheet();
     void treeClickSteps();
     bool shown_ = false;
@@ -257,6 +241,7 @@ private:
     QWidget* centralArea_ = nullptr;
     PriceSheet* sheet_ = nullptr;
     OptionPanel* options_ = nullptr;
+    PipeTypeHeader* header_ = nullptr;
     std::array<QLabel*, StatusPanelCount> statusPanels{};
     FormDialogs formDialogs_;
     std::unique_ptr<MainMenu> menus_;

@@ -1,5 +1,6 @@
 // The main form: opening and closing the workspace, and the settings files
 // applied to the window.
+#include "sheet/pipetypeheader.h"
 #include "shell/mainmenu.h"
 #include "shell/mainwindow.h"
 #include "shell/pipetypetree.h"
@@ -232,7 +233,7 @@ void MainWindow::setTreeWidth(int width) {
 
 void MainWindow::writeDisplayFile() {
     DisplaySettings s;
-    s.resultsSwitch = resultsSwitch->isOn();
+    s.resultsSwitch = header_->resultsSwitch()->isOn();
     s.TreeUse = menus_->view.treeListItem->isChecked();
     s.StatusUse = menus_->view.statusBarItem->isChecked();
     s.TreeViewWidth = tree->width();

@@ -10,6 +10,7 @@
 #include "platform/dialogs.h"
 #include "platform/waitcursor.h"
 #include "sheet/optionpanel.h"
+#include "sheet/pipetypeheader.h"
 #include "sheet/pricesheet.h"
 #include "sheet/sheettexts.h"
 #include "shell/confrecord.h"
@@ -117,7 +118,7 @@ MainWindow::SaveResult MainWindow::saveCurrentPipeType(int showMessage) {
             QStringLiteral("この管種は読み込んだ後に他で変更されています。"),
             TaskDialog::IconWarning,
             TaskDialog::ButtonOverwrite | TaskDialog::ButtonReload | TaskDialog::ButtonCancel,
-            goodsBox->text() +
+            header_->goods() +
                 QStringLiteral("\r\n「上書き保存」で画面の内容を保存し、他での変更を消します。"
                                "\r\n「読み直す」で保存されている内容を読み込みます。"
                                "\r\n「キャンセル」で保存せずに画面に戻ります。"));
@@ -131,7 +132,7 @@ MainWindow::SaveResult MainWindow::saveCurrentPipeType(int showMessage) {
                            QStringLiteral("変更を破棄して読み直しますか?")) == TaskDialog::IdYes &&
             loadAndShow(nullptr))
             if (QTreeWidgetItem* node = currentPipeTypeNode())
-                node->setText(0, trimBlanks(goodsBox->text()));
+                node->setText(0, trimBlanks(header_->goods()));
         return SaveResult::Declined;
     }
 }
@@ -141,7 +142,7 @@ MainWindow::SaveResult MainWindow::askToSave() {
     const int answer =
         showTaskDialog(dialogs_, this, applicationTitle(), QStringLiteral("確認"),
                        TaskDialog::IconQuestion, TaskDialog::ButtonYes | TaskDialog::ButtonCancel,
-                       goodsBox->text() + QStringLiteral("\r\nデータを保存しますか?"));
+                       header_->goods() + QStringLiteral("\r\nデータを保存しますか?"));
     if (answer != TaskDialog::IdYes) return SaveResult::Saved;
     return saveCurrentPipeType(0);
 }
@@ -243,7 +244,7 @@ void MainWindow::treeMouseReleased() {
 // ---- Rows to controls ---------------------------------------------------------
 
 void MainWindow::clearSheet() {
-    goodsBox->setText(QString());
+    header_->clearGoods();
     options_->clearLabourCosts();
     sheet_->clear();
 }
@@ -272,12 +273,7 @@ void MainWindow::showPipeType() {
     } else {
         sheet_->setTabCaptions({});
     }
-    goodsBox->setText(rows()[1].goods());
-    useBox->setText(rows()[2].goods());
-    jointBox->setText(rows()[3].goods());
-    buildingEdit->setText(rows()[4].goods());
-    pageEdit->setText(rows()[5].goods());
-    unitBox->setText(rows()[1].unit());
+    header_->showNames(rows());
     setStatusPanel(0, rows()[1].goods());
     setStatusPanel(1, rows()[2].goods());
     setStatusPanel(2, rows()[3].goods());
@@ -299,16 +295,10 @@ void MainWindow::applyControls() {
     if (refreshing) return;
     sheet_->setRateCaption(options_->rateOn());
     document().takeSnapshot();
-    rows()[1].setGoods(goodsBox->text());
-    rows()[2].setGoods(useBox->text());
-    rows()[3].setGoods(jointBox->text());
-    rows()[4].setGoods(buildingEdit->text());
-    rows()[5].setGoods(pageEdit->text());
+    header_->applyNames(rows());
     const QStringList kinds = sheet_->tabCaptions();
     for (int t = 0; t < 4; ++t)
         if (t < kinds.size()) rows()[t * 15 + 1].setKind(kinds[t]);
-    for (int r = 1; r <= RowCount; ++r)
-        rows()[r].setUnit(unitBox->text());
 
     PipeTypeOptions o = document().options();
     options_->applyTo(o);
@@ -333,10 +323,8 @@ void MainWindow::recalcAndShowTab() {
 
 // ---- Events -----------------------------------------------------------------------
 
-void MainWindow::nameBoxKeyPress(int key, bool& handled) {
-    if (key != Qt::Key_Return && key != Qt::Key_Enter) return;
-    handled = true;
-    if (QTreeWidgetItem* node = selectedNode()) node->setText(0, trimBlanks(goodsBox->text()));
+void MainWindow::nameEntered() {
+    if (QTreeWidgetItem* node = selectedNode()) node->setText(0, trimBlanks(header_->goods()));
     applyControls();
 }
 

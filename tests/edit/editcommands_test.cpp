@@ -181,7 +181,7 @@ TEST_F(EditCommands, PasteOnTheSourceRestoresTheCopiedFieldsAndLeavesTheRest) {
     calcRowWith(expected, doc().options());
     EXPECT_EQ(rows()[3].submittedUnitPrice, expected.submittedUnitPrice);
     EXPECT_EQ(cell1(8, 3), QStringLiteral("0.500"));
-    EXPECT_EQ(f.useBox->text(), u("別の用途"));
+    EXPECT_EQ(f.header()->useBox()->text(), u("別の用途"));
 }
 
 TEST_F(EditCommands, WholeAllCopyCarriesModeRatesAndRoundingToAnotherPipeType) {
@@ -211,7 +211,7 @@ TEST_F(EditCommands, WholeAllCopyCarriesModeRatesAndRoundingToAnotherPipeType) {
     EXPECT_EQ(f.optionPanel()->fractionRadio()->itemIndex(), 1);
     EXPECT_EQ(f.optionPanel()->rateSubmittedEdit()->value(), 70);
     EXPECT_EQ(doc().options().rateSubmitted(), Currency::fromInt(70));
-    EXPECT_EQ(f.goodsBox->text(), source);
+    EXPECT_EQ(f.header()->goodsBox()->text(), source);
     // The node of the pipe type on the sheet takes the name.
     EXPECT_EQ(f.tree->node(2)->text(0), trimBlanks(source));
     EXPECT_TRUE(f.menus().actions.undoAction->isEnabled());
@@ -456,7 +456,7 @@ TEST_F(EditCommands, ClearPipeTypeAsksClearsAndUndoBringsTheTreeTextBack) {
     EXPECT_EQ(cell2(1, 1), formatAmount(Currency()));
     EXPECT_EQ(f.tree->node(1)->text(0), QString());
     // The controls above the grids keep what they showed.
-    EXPECT_EQ(f.goodsBox->text(), before[1].goods());
+    EXPECT_EQ(f.header()->goodsBox()->text(), before[1].goods());
     EXPECT_TRUE(f.menus().actions.undoAction->isEnabled());
 
     f.menus().actions.undoAction->trigger();
@@ -508,7 +508,7 @@ TEST_F(EditCommands, MoveCarriesTheSelectionAndASaveLeavesTheNeighbourByteIdenti
     EXPECT_EQ(storedBytes(1, 2), first);
     EXPECT_EQ(storedBytes(1, 3), third);
 
-    QTest::mouseClick(f.saveButton, Qt::LeftButton);
+    QTest::mouseClick(f.header()->saveButton(), Qt::LeftButton);
     ASSERT_FALSE(dialogs.Boxes().empty());
     EXPECT_EQ(dialogs.Boxes().back().content, u("保存しました。"));
     EXPECT_EQ(storedBytes(1, 2), first); // the neighbour, untouched
@@ -577,7 +577,7 @@ TEST_F(EditCommands, OptionRowIntactAfterTheDetailCommandsOnTheFourthTab) {
     // The controls still show the options, and a save stores them.
     EXPECT_EQ(f.optionPanel()->labourCostSubmittedEdit()->value(), 24200);
     EXPECT_EQ(f.optionPanel()->rateCostEdit()->value(), 55);
-    QTest::mouseClick(f.saveButton, Qt::LeftButton);
+    QTest::mouseClick(f.header()->saveButton(), Qt::LeftButton);
     EXPECT_EQ(stored(1, 1, 60, "DATA5"), QStringLiteral("24200"));
     EXPECT_EQ(stored(1, 1, 60, "DATA2"), QStringLiteral("10"));
     EXPECT_EQ(stored(1, 1, 60, "NET"), QStringLiteral("55"));

@@ -87,7 +87,7 @@ protected:
 
     // Saves the rows on screen as an entry named as goodsBox says.
     void saveAs(const QString& name) {
-        form->goodsBox->setText(name);
+        form->header()->goodsBox()->setText(name);
         form->menus().edit.saveLibraryItem->trigger();
     }
 
@@ -108,7 +108,7 @@ protected:
                 dialog->done(LabourLibraryDialog::ResultCancel);
             }
         });
-        QTest::mouseClick(form->labourLibraryButton, Qt::LeftButton);
+        QTest::mouseClick(form->header()->labourLibraryButton(), Qt::LeftButton);
         EXPECT_TRUE(shown);
     }
     // Selects the entry of that name and presses 選択実行.
@@ -131,12 +131,12 @@ TEST_F(Library, CommandsAreEnabledOnTheMenuAndTheButton) {
     EXPECT_TRUE(f.menus().actions.loadLibraryAction->isEnabled());
     EXPECT_TRUE(f.menus().edit.saveLibraryItem->isEnabled());
     EXPECT_TRUE(f.menus().edit.labourLibraryItem->isEnabled());
-    EXPECT_TRUE(f.labourLibraryButton->isEnabled());
+    EXPECT_TRUE(f.header()->labourLibraryButton()->isEnabled());
     EXPECT_TRUE(f.menus().edit.menu->actions().contains(f.menus().edit.saveLibraryItem));
     EXPECT_TRUE(f.menus().edit.menu->actions().contains(f.menus().edit.labourLibraryItem));
     EXPECT_EQ(f.menus().edit.saveLibraryItem->text(), u("選択用標準歩掛として登録"));
     EXPECT_EQ(f.menus().edit.labourLibraryItem->text(), u("標準歩掛選択"));
-    EXPECT_EQ(f.labourLibraryButton->text(), u("標準歩掛選択"));
+    EXPECT_EQ(f.header()->labourLibraryButton()->text(), u("標準歩掛選択"));
 }
 
 TEST_F(Library, SaveWritesTheRowsAsTheyStandByteForByte) {
@@ -172,7 +172,7 @@ TEST_F(Library, SaveWritesTheRowsAsTheyStandByteForByte) {
     EXPECT_EQ(int32In(bytes, 8, 0), 123456);
     // The shown and the lines are as they were.
     EXPECT_EQ(rows()[1].size(), QStringLiteral("1000A-"));
-    EXPECT_EQ(f.goodsBox->text(), u("標準　鋼管"));
+    EXPECT_EQ(f.header()->goodsBox()->text(), u("標準　鋼管"));
 }
 
 TEST_F(Library, SavingTwiceReplacesWithoutAsking) {
@@ -536,8 +536,8 @@ TEST_F(LibraryLoad, EntryFromOnePipeTypeOnAnotherSurvivesARestart) {
     clickNode(9 * 21 + 1); // 冷媒用銅管: copper sizes, refrigerant factors
     const RowTable first = rows();
     saveAs(u("冷媒標準"));
-    f.goodsBox->setText(first[1].goods()); // the name box as it was
-    clickNode(4);                          // ステンレス鋼鋼管
+    f.header()->goodsBox()->setText(first[1].goods()); // the name box as it was
+    clickNode(4);                                      // ステンレス鋼鋼管
     ASSERT_NE(rows()[1].size(), first[1].size());
     const RowTable second = rows();
     pick(u("冷媒標準"));

@@ -63,7 +63,7 @@ TEST_F(PrintCommand, WritesTheFilesAndStartsTheProgramWithDataRootAndSemicolon) 
                                        QLatin1Char(';') + f.statusPanel(2) + u(";屋内一般;15A;"))));
 
     // Another style: only line 4 of Print.conf changes.
-    f.printStyleRadio->setItemIndex(2);
+    f.header()->printStyleRadio()->setItemIndex(2);
     f.menus().file.printItem->trigger();
     const QList<QByteArray> a = conf.split('\n');
     const QList<QByteArray> b = readAll(printConfPath(dataRoot)).split('\n');

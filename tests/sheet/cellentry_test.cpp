@@ -181,8 +181,8 @@ TEST_F(CellEntry, ThreeDecimalsShownAreWhatAnUnchangedCommitStores) {
 
 TEST_F(CellEntry, ResultsViewTurnsNoTextIntoFactors) {
     MainWindow& f = open();
-    QTest::mouseClick(f.resultsSwitch, Qt::LeftButton);
-    ASSERT_TRUE(f.resultsSwitch->isOn());
+    QTest::mouseClick(f.header()->resultsSwitch(), Qt::LeftButton);
+    ASSERT_TRUE(f.header()->resultsSwitch()->isOn());
     const auto before = rows()[3].factors;
     select(f.sheet()->compositeGrid(), 4, 3);
     type(f.sheet()->compositeGrid(), QStringLiteral("9"));
@@ -190,7 +190,7 @@ TEST_F(CellEntry, ResultsViewTurnsNoTextIntoFactors) {
     EXPECT_FALSE(f.sheet()->compositeGrid()->editorMode());
     EXPECT_EQ(rows()[3].factors, before);
     EXPECT_EQ(dialogs.Beeps(), 2);
-    QTest::mouseClick(f.resultsSwitch, Qt::LeftButton);
+    QTest::mouseClick(f.header()->resultsSwitch(), Qt::LeftButton);
     enter(f.sheet()->compositeGrid(), 4, 3, QStringLiteral("1.5"));
     EXPECT_EQ(rows()[3].factor(1), c("1.5"));
 }
@@ -238,12 +238,13 @@ TEST_F(CellEntry, ScreenReadersReadTheGridsAsTablesOfTheFiguresShown) {
     EXPECT_EQ(rowTexts(composite, 0)[2], formatAmount(rows()[1].submittedUnitPrice));
     EXPECT_EQ(rowTexts(composite, 0)[2], cell1(2, 1));
 
-    QAccessibleInterface* toggle = QAccessible::queryAccessibleInterface(f.resultsSwitch);
+    QAccessibleInterface* toggle =
+        QAccessible::queryAccessibleInterface(f.header()->resultsSwitch());
     EXPECT_TRUE(toggle->state().checkable);
     EXPECT_FALSE(toggle->state().checked);
     EXPECT_EQ(toggle->text(QAccessible::Name), u("歩掛を表示"));
-    QTest::keyClick(f.resultsSwitch, Qt::Key_Space);
-    EXPECT_TRUE(f.resultsSwitch->isOn());
+    QTest::keyClick(f.header()->resultsSwitch(), Qt::Key_Space);
+    EXPECT_TRUE(f.header()->resultsSwitch()->isOn());
     EXPECT_TRUE(toggle->state().checked);
     EXPECT_EQ(toggle->text(QAccessible::Name), u("計算結果を表示"));
 }
@@ -301,8 +302,8 @@ TEST_F(CellEntry, NewPipeTypeByKeyboardAloneSurvivesARestart) {
         QTest::keyClicks(d->sizesEdit, QStringLiteral("25A"));
         d->runButton->click();
     });
-    f.sizeSetButton->setFocus();
-    QTest::keyClick(f.sizeSetButton, Qt::Key_Space);
+    f.header()->sizeSetButton()->setFocus();
+    QTest::keyClick(f.header()->sizeSetButton(), Qt::Key_Space);
     EXPECT_EQ(cell1(0, 2), QStringLiteral("25A"));
     // Prices and factors.
     enter(f.sheet()->materialGrid(), 1, 1, QStringLiteral("830"));
@@ -392,7 +393,7 @@ protected:
             ASSERT_NE(dialog, nullptr);
             act(dialog);
         });
-        QTest::mouseClick(form->sizeSetButton, Qt::LeftButton);
+        QTest::mouseClick(form->header()->sizeSetButton(), Qt::LeftButton);
     }
 };
 

@@ -143,7 +143,7 @@ TEST_F(Faults, AReadOnlyDatabaseRefusesTheSaveAndKeepsEverything) {
     setMode(QFileInfo(db).absolutePath(), 0555);
     {
         OrdinaryUser user;
-        f.saveButton->click();
+        f.header()->saveButton()->click();
     }
     setMode(QFileInfo(db).absolutePath(), 0755);
     setMode(db, 0644);
@@ -158,7 +158,7 @@ TEST_F(Faults, AReadOnlyDatabaseRefusesTheSaveAndKeepsEverything) {
     EXPECT_EQ(group(db, 1), before);
     EXPECT_EQ(integrity(db), QStringLiteral("ok"));
     // Writable again: the same rows save.
-    f.saveButton->click();
+    f.header()->saveButton()->click();
     EXPECT_TRUE(box(1).contains(u("保存しました。"))) << box(1).toStdString();
     EXPECT_EQ(stored(1, 1, 2, "DATA1"), QStringLiteral("9"));
 }
@@ -170,7 +170,7 @@ TEST_F(Faults, AFullDiskRefusesTheSaveAndKeepsEverything) {
     const QStringList saved = doc().savedLines();
     {
         DiskFull full(512); // not even the journal of one statement fits
-        f.saveButton->click();
+        f.header()->saveButton()->click();
     }
     ASSERT_EQ(dialogs.Boxes().size(), 1u) << box(1).toStdString();
     EXPECT_TRUE(box(0).startsWith(u("ERROR|"))) << box(0).toStdString();
@@ -181,7 +181,7 @@ TEST_F(Faults, AFullDiskRefusesTheSaveAndKeepsEverything) {
     EXPECT_EQ(group(db, 1), before);
     EXPECT_EQ(integrity(db), QStringLiteral("ok"));
     EXPECT_FALSE(QFileInfo::exists(db + QStringLiteral("-journal")));
-    f.saveButton->click();
+    f.header()->saveButton()->click();
     EXPECT_TRUE(box(1).contains(u("保存しました。"))) << box(1).toStdString();
     EXPECT_EQ(stored(1, 1, 3, "DATA1"), QStringLiteral("8"));
 }
@@ -190,7 +190,7 @@ TEST_F(Faults, AFullDiskAtClosingSaysSoAndClosesWithTheRowsSaved) {
     MainWindow& f = open();
     typeFactor(4, 2, "6");
     dialogs.answerBox(TaskDialog::IdYes); // save?
-    f.saveButton->click();                // saved before the disk fills
+    f.header()->saveButton()->click();    // saved before the disk fills
     ASSERT_TRUE(box(0).contains(u("保存しました。")));
     const QByteArray display = bytesOf(displayFilePath(dataRoot));
     QFile::remove(displayFilePath(dataRoot));
@@ -241,7 +241,7 @@ TEST_F(Faults, ALibraryFolderThatCannotBeWrittenKeepsItsEntries) {
     QDir().mkpath(library);
     qputenv("QORVALE_LIBRARY_DIR", library.toUtf8());
     MainWindow& f = open();
-    f.goodsBox->setText(u("既存"));
+    f.header()->goodsBox()->setText(u("既存"));
     f.menus().edit.saveLibraryItem->trigger();
     ASSERT_TRUE(box(0).contains(u("選択用標準歩掛として登録しました。"))) << box(0).toStdString();
     const QString entry = library + u("/既存.fdk");
@@ -256,7 +256,7 @@ TEST_F(Faults, ALibraryFolderThatCannotBeWrittenKeepsItsEntries) {
     {
         OrdinaryUser user;
         f.menus().edit.saveLibraryItem->trigger(); // the same name
-        f.goodsBox->setText(u("新規"));
+        f.header()->goodsBox()->setText(u("新規"));
         f.menus().edit.saveLibraryItem->trigger(); // a new one
     }
     setMode(library, 0755);
@@ -285,7 +285,7 @@ TEST_F(Faults, AFullDiskKeepsALibraryEntryAndTheSettingsFilesWhole) {
     const QString library = dir.path() + QStringLiteral("/library");
     qputenv("QORVALE_LIBRARY_DIR", library.toUtf8());
     MainWindow& f = open();
-    f.goodsBox->setText(u("既存"));
+    f.header()->goodsBox()->setText(u("既存"));
     f.menus().edit.saveLibraryItem->trigger();
     const QString entry = library + u("/既存.fdk");
     const QByteArray kept = bytesOf(entry);

@@ -284,7 +284,7 @@ TEST_F(GroupRewrite, TheFormIsClosedToTheUserUntilTheEndHasBeenShown) {
         QTest::keyClick(f.sheet()->compositeGrid(), Qt::Key_Return);
         const QRect r = f.tree->visualItemRect(f.tree->node(5));
         QTest::mouseClick(f.tree->viewport(), Qt::LeftButton, {}, r.center());
-        QTest::mouseClick(f.saveButton, Qt::LeftButton);
+        QTest::mouseClick(f.header()->saveButton(), Qt::LeftButton);
         f.menus().actions.optionChangeAction->trigger(); // asks nothing while a run works
         // The progress window stays up against Esc.
         QTest::keyClick(f.groupRewrite()->progressWindow(), Qt::Key_Escape);

@@ -71,7 +71,7 @@ TEST_F(Safety, AFailedLoadLeavesTheClickUndone) {
         EXPECT_TRUE(doc().isChanged());
     }
     // The next save writes pipe type 1, and pipe type 2 is untouched.
-    f.saveButton->click();
+    f.header()->saveButton()->click();
     EXPECT_TRUE(boxSays(2, "確認", "保存しました。"));
     EXPECT_EQ(dumpPipeType(db, 1, 2), b);
     EXPECT_NE(dumpPipeType(db, 1, 1), a);
@@ -122,7 +122,7 @@ TEST_F(Safety, ASaveAsksBeforeWritingOverAChangeMadeElsewhere) {
     otherChanges("1111");
     const QStringList theirs = dumpPipeType(db, 1, 1);
     dialogs.answerBox(TaskDialog::IdCancel);
-    f.saveButton->click();
+    f.header()->saveButton()->click();
     ASSERT_EQ(dialogs.Boxes().size(), 1u);
     EXPECT_TRUE(asked(0));
     EXPECT_EQ(dumpPipeType(db, 1, 1), theirs);
@@ -145,7 +145,7 @@ TEST_F(Safety, ASaveAsksBeforeWritingOverAChangeMadeElsewhere) {
     const QStringList before = dumpPipeType(db, 1, 1);
     dialogs.answerBox(TaskDialog::IdReload);
     dialogs.answerBox(TaskDialog::IdYes);
-    f.saveButton->click();
+    f.header()->saveButton()->click();
     EXPECT_TRUE(asked(3));
     EXPECT_TRUE(boxSays(4, "確認", "変更を破棄して読み直しますか?"));
     ASSERT_EQ(dialogs.Boxes().size(), 5u);
@@ -185,7 +185,7 @@ TEST_F(Safety, SavesUnderALockSayTheyFailedAndLoseNothing) {
     Holder other(db, "IMMEDIATE");
 
     // The button: one box with the database's reason, no success.
-    f.saveButton->click();
+    f.header()->saveButton()->click();
     ASSERT_EQ(dialogs.Boxes().size(), 1u);
     EXPECT_TRUE(boxSays(0, "ERROR", "database is locked"));
     EXPECT_TRUE(dialogs.Messages().empty());
@@ -255,7 +255,7 @@ TEST_F(Safety, AStartWhoseLoadFailedNeverWritesItsEmptyRows) {
     ASSERT_FALSE(dialogs.Boxes().empty()); // the start's failure was shown
     EXPECT_FALSE(f.rowsLoaded);
     dialogs.clearRecords();
-    f.saveButton->click();
+    f.header()->saveButton()->click();
     ASSERT_EQ(dialogs.Boxes().size(), 1u);
     EXPECT_TRUE(boxSays(0, "確認", "管種が読み込まれていないため、保存できません。"));
     // Nor do the group commands write the empty options over the group.
@@ -305,7 +305,7 @@ TEST_F(Safety, AnOverflowInShowPipeTypeLeavesTheOptionsWorking) {
     // A name applied with rows that overflow still counts as a change.
     doc().takeSnapshot();
     doc().markSaved();
-    f.goodsBox->setText(u("新しい管材"));
+    f.header()->goodsBox()->setText(u("新しい管材"));
     EXPECT_ANY_THROW(f.applyControls());
     EXPECT_TRUE(doc().isChanged());
     // Sane rows again; an option click recalculates them at once.
@@ -363,7 +363,7 @@ TEST_F(Safety, KeysInTheTreeLoadWhatTheySelect) {
     EXPECT_EQ(f.selectedNode(), f.tree->node(2));
     EXPECT_EQ(f.currentPipeType, 2);
     ws().load(1, 2);
-    EXPECT_EQ(f.goodsBox->text(), rows()[1].goods());
+    EXPECT_EQ(f.header()->goodsBox()->text(), rows()[1].goods());
     QTest::keyClick(f.tree, Qt::Key_Up);
     QCoreApplication::processEvents();
     EXPECT_EQ(f.currentPipeType, 1);

@@ -50,7 +50,7 @@ TEST_F(Workspace, StartShowsTheFirstPipeTypeWithTheEnginesPrices) {
     EXPECT_EQ(f.tree->currentItem(), f.tree->node(1));
     EXPECT_EQ(f.tree->node(1)->text(0), rows()[1].goods().trimmed());
     EXPECT_EQ(f.tree->node(20)->text(0), u("----")); // no demo data there
-    EXPECT_EQ(f.goodsBox->text(), rows()[1].goods());
+    EXPECT_EQ(f.header()->goodsBox()->text(), rows()[1].goods());
     EXPECT_EQ(f.sheet()->tabs()->count(), 4);
     EXPECT_EQ(f.sheet()->tabs()->tabText(0), u("屋内一般"));
     EXPECT_EQ(f.statusPanel(5), f.workspace().paths().databaseFolder);
@@ -93,7 +93,7 @@ TEST_F(Workspace, ClickOnAnotherPipeTypeLoadsItAtTabZero) {
     EXPECT_EQ(f.currentPipeType, 2);
     EXPECT_EQ(f.sheet()->tabs()->currentIndex(), 0);
     ws().load(1, 2);
-    EXPECT_EQ(f.goodsBox->text(), rows()[1].goods());
+    EXPECT_EQ(f.header()->goodsBox()->text(), rows()[1].goods());
     EXPECT_EQ(cell1(0, 1), rows()[1].size());
     EXPECT_TRUE(dialogs.Boxes().empty()); // nothing changed, nothing asked
 }
@@ -132,7 +132,7 @@ TEST_F(Workspace, EnterInBaseLabourCostAppliesAndMovesFocus) {
 TEST_F(Workspace, SaveWritesAllRowsAndSaysSo) {
     MainWindow& f = open();
     f.optionPanel()->labourCostSubmittedEdit()->setValue(21000);
-    QTest::mouseClick(f.saveButton, Qt::LeftButton);
+    QTest::mouseClick(f.header()->saveButton(), Qt::LeftButton);
     ASSERT_FALSE(dialogs.Boxes().empty());
     EXPECT_EQ(dialogs.Boxes().back().content, u("保存しました。"));
     EXPECT_EQ(stored(1, 1, 60, "DATA5"), u("21000"));
@@ -151,7 +151,7 @@ TEST_F(Workspace, NewBaseLabourCostByEnterThenSaveStoresTheEnginesPrices) {
     QTest::keyClicks(f.optionPanel()->labourCostSubmittedEdit(),
                      QStringLiteral("20500.04")); // as a float x 10000: 205000399.99...
     QTest::keyClick(f.optionPanel()->labourCostSubmittedEdit(), Qt::Key_Return);
-    QTest::mouseClick(f.saveButton, Qt::LeftButton);
+    QTest::mouseClick(f.header()->saveButton(), Qt::LeftButton);
     // What the engine makes of the stored rows with the new cost.
     ws().load(1, 1);
     ASSERT_EQ(doc().options().labourSubmitted(), strToCurr(QStringLiteral("20500.04")));
@@ -189,14 +189,14 @@ TEST_F(Workspace, TreeClickCancelLosesTheChange) {
 
 TEST_F(Workspace, GroupNodeClickAsksButLoadsNothing) {
     MainWindow& f = open();
-    const QString goods = f.goodsBox->text();
+    const QString goods = f.header()->goodsBox()->text();
     f.optionPanel()->labourCostSubmittedEdit()->setValue(24000);
     f.applyControls();
     dialogs.answerBox(TaskDialog::IdCancel);
     clickNode(21); // group 2
     EXPECT_EQ(dialogs.Boxes().size(), 1u);
     EXPECT_EQ(f.currentGroup, 1);
-    EXPECT_EQ(f.goodsBox->text(), goods);
+    EXPECT_EQ(f.header()->goodsBox()->text(), goods);
 }
 
 TEST_F(Workspace, ClosingAsksAndCancelClosesWithoutSaving) {
@@ -280,8 +280,8 @@ TEST_F(Workspace, SideSelectionAndToggle) {
     ASSERT_TRUE(f.sheet()->materialGrid()->focusCell(3, 1));
     EXPECT_EQ(cell1(3, 1), formatAmount(r.listPrice));
     EXPECT_EQ(cell1(4, 1), currToStr(r.factor(1))); // factors while the toggle is off
-    QTest::mouseClick(f.resultsSwitch, Qt::LeftButton);
-    EXPECT_TRUE(f.resultsSwitch->isOn());
+    QTest::mouseClick(f.header()->resultsSwitch(), Qt::LeftButton);
+    EXPECT_TRUE(f.header()->resultsSwitch()->isOn());
     EXPECT_EQ(cell1(4, 1), u("--"));
     ASSERT_TRUE(f.sheet()->materialGrid()->focusCell(1, 1));
     EXPECT_EQ(cell1(4, 1), formatGeneral(r.submittedAmounts[0]));
@@ -348,9 +348,9 @@ TEST_F(Workspace, OptionControlsMapToTheirFieldsBothWays) {
 
 TEST_F(Workspace, EnterInANameBoxNamesTheNodeAndApplies) {
     MainWindow& f = open();
-    f.goodsBox->setText(u("  新しい管材\u3000"));
-    f.unitBox->setText(u("本"));
-    QTest::keyClick(f.unitBox, Qt::Key_Return); // the text of goodsBox, not of unitBox
+    f.header()->goodsBox()->setText(u("  新しい管材\u3000"));
+    f.header()->unitBox()->setText(u("本"));
+    QTest::keyClick(f.header()->unitBox(), Qt::Key_Return); // the text of goodsBox, not of unitBox
     // Blanks go, the full-width space stays.
     EXPECT_EQ(f.tree->node(1)->text(0), u("新しい管材\u3000"));
     EXPECT_EQ(rows()[1].goods(), u("  新しい管材\u3000"));
@@ -394,10 +394,10 @@ TEST_F(Workspace, EnterInTheRatesAppliesAndTheLabourCostsSwapFocus) {
 
 TEST_F(Workspace, SaveWritesEveryFieldOfAllSixtyRows) {
     MainWindow& f = open();
-    f.goodsBox->setText(u("鋼管'; --"));
-    f.pageEdit->setText(u("頁;12"));
-    f.unitBox->setText(u("本"));
-    QTest::mouseClick(f.saveButton, Qt::LeftButton);
+    f.header()->goodsBox()->setText(u("鋼管'; --"));
+    f.header()->pageEdit()->setText(u("頁;12"));
+    f.header()->unitBox()->setText(u("本"));
+    QTest::mouseClick(f.header()->saveButton(), Qt::LeftButton);
     const QStringList shown = doc().currentLines();
     ws().load(1, 1);
     for (int r = 1; r <= 60; ++r)
@@ -416,7 +416,7 @@ TEST_F(Workspace, DisplayFileHidesTheTreeAndSetsItsWidth) {
     EXPECT_FALSE(f.menus().view.treeListItem->isChecked());
     EXPECT_FALSE(f.tree->isVisible());
     EXPECT_EQ(f.treeSplitter->sizes().value(0), 150);
-    EXPECT_FALSE(f.resultsSwitch->isOn()); // stored, never read back
+    EXPECT_FALSE(f.header()->resultsSwitch()->isOn()); // stored, never read back
     f.menus().view.treeListItem->trigger();
     EXPECT_TRUE(f.tree->isVisible());
     QCoreApplication::processEvents();
@@ -460,7 +460,7 @@ TEST_F(Workspace, SaveAfterAGroupNodeClickWritesTheShownPipeType) {
     MainWindow& f = open();
     clickNode(21);
     f.optionPanel()->labourCostSubmittedEdit()->setValue(27000);
-    QTest::mouseClick(f.saveButton, Qt::LeftButton);
+    QTest::mouseClick(f.header()->saveButton(), Qt::LeftButton);
     EXPECT_EQ(stored(1, 1, 60, "DATA5"), u("27000"));
 }
 

@@ -7,6 +7,7 @@
 #include "platform/datapaths.h"
 #include "platform/scripteddialogs.h"
 #include "sheet/optionpanel.h"
+#include "sheet/pipetypeheader.h"
 #include "sheet/pricesheet.h"
 #include "shell/mainmenu.h"
 #include "shell/mainwindow.h"
