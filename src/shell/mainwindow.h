@@ -75,11 +75,6 @@ public:
     Dialogs& dialogs() const { return dialogs_; }
     ~MainWindow() override;
 
-    static constexpr int DefaultLeft = 2;
-    static constexpr int DefaultTop = 2;
-    static constexpr int DefaultWidth = 1444;
-    static constexpr int DefaultHeight = 851;
-
     void setFormDialogs(const FormDialogs& dialogs) { formDialogs_ = dialogs; }
     const FormDialogs& formDialogs() const { return formDialogs_; }
 
@@ -105,7 +100,6 @@ public:
     // ---- Status bar -----------------------------------------------------
     QStatusBar* statusLine = nullptr;
     static constexpr int StatusPanelCount = 7;
-    static const std::array<int, StatusPanelCount> StatusPanelWidths;
     void setStatusPanel(int index, const QString& text);
     QString statusPanel(int index) const;
     QLabel* statusPanelLabel(int index) const;
@@ -118,15 +112,7 @@ public:
     QString groupName(int g) const;
     void setGroupName(int g, const QString& name);
 
-    // ---- The sheet area -------------------------------------------------
-    // The widget under the menu and over the status bar. It has no layout
-    // yet: the tree, the tabs, the grids and the option panel go here.
-    QWidget* centralArea() const { return centralArea_; }
-
     // ---- Controls of the sheet and the pipe type ----------------------------
-    GradientPanel* velmoraEmblem = nullptr;
-    QLabel* ostrelLabel = nullptr;  // "Ostrel"
-    QLabel* productLabel = nullptr; // "Qorvale"
     QLabel* releaseLabel = nullptr;
     PipeTypeTree* tree = nullptr;
     QSplitter* treeSplitter = nullptr; // between the tree and the sheet
@@ -182,6 +168,17 @@ protected:
     void closeEvent(QCloseEvent* event) override;
 
 private:
+    // The form's own place and size.
+    static constexpr int DefaultLeft = 2;
+    static constexpr int DefaultTop = 2;
+    static constexpr int DefaultWidth = 1444;
+    static constexpr int DefaultHeight = 851;
+    static const std::array<int, StatusPanelCount> StatusPanelWidths;
+    // The emblem over the tree.
+    GradientPanel* velmoraEmblem = nullptr;
+    QLabel* ostrelLabel = nullptr;  // "Ostrel"
+    QLabel* productLabel = nullptr; // "Qorvale"
+
     void clearSheet();
     void takeSelection();
     void fillGroupNodes(int g);

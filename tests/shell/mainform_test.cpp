@@ -42,7 +42,6 @@ TEST_F(MainFormTest, CreationSetsCaptionPathsAndGeometry) {
     EXPECT_EQ(form.objectName(), "MainWindow");
     EXPECT_EQ(form.size(), QSize(1444, 851));
     EXPECT_EQ(form.pos(), QPoint(2, 2));
-    EXPECT_EQ(form.centralArea(), form.centralWidget());
     EXPECT_EQ(form.currentCategory, 1);
     EXPECT_FALSE(form.noDataFolder);
 
@@ -249,7 +248,7 @@ TEST_F(MainFormTest, StatusBarAndViewMenu) {
     EXPECT_TRUE(form.statusLine->isVisible());
 
     // A widget of the same name elsewhere is not the tree.
-    auto* other = new QWidget(form.centralArea());
+    auto* other = new QWidget(form.centralWidget());
     other->setObjectName("tree");
     other->show();
     ASSERT_NE(static_cast<QWidget*>(form.tree), other);
