@@ -63,6 +63,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     }
 
     RowTable rows;
+    FdkRecord buffer{};
     // Marks in the fields a read never touches.
     for (int r = 1; r <= FdkRecordCount; ++r) {
         rows[r].key = r;
@@ -73,9 +74,9 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     bool failed = false;
     try {
         if (real)
-            readFdkFile(path, rows);
+            readFdkFile(path, rows, buffer);
         else
-            readFdkBytes(file, path, rows);
+            readFdkBytes(file, path, rows, buffer);
     } catch (const FileError& e) {
         failed = true;
         FUZZ_CHECK(QString::fromUtf8(e.what()).startsWith(QStringLiteral("入出力エラー")));
@@ -95,13 +96,13 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     RowTable again;
     if (real) {
         const QString copy = folder() + QStringLiteral("/copy.fdk");
-        writeFdkFile(copy, rows);
+        writeFdkFile(copy, rows, buffer);
         FUZZ_CHECK_EQ(QFile(copy).size(), FdkFileSize);
-        readFdkFile(copy, again);
+        readFdkFile(copy, again, buffer);
     } else {
-        const QByteArray copy = fdkFileBytes(rows);
+        const QByteArray copy = fdkFileBytes(rows, buffer);
         FUZZ_CHECK_EQ(copy.size(), FdkFileSize);
-        readFdkBytes(copy, path, again);
+        readFdkBytes(copy, path, again, buffer);
     }
     for (int r = 1; r <= FdkReadRows; ++r) {
         FUZZ_CHECK_EQ(again[r].otherMethod, rows[r].otherMethod);

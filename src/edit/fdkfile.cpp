@@ -12,8 +12,6 @@
 
 namespace {
 
-FdkRecord recordBuffer{};
-
 void putInt32(FdkRecord& r, int offset, std::int32_t value) {
     qToLittleEndian<std::int32_t>(value, r.data() + offset);
 }
@@ -54,14 +52,6 @@ QString reasonLine(const QString& path, const QString& systemReason, bool writin
 
 } // namespace
 
-FdkRecord& fdkRecordBuffer() {
-    return recordBuffer;
-}
-
-void resetFdkRecordBuffer() {
-    recordBuffer.fill(0);
-}
-
 void putRowFields(const PipeRow& row, FdkRecord& record) {
     putString(record, FdkOffset::GOODS, GoodsWidth, row.goodsBytes);
     putString(record, FdkOffset::KIND, KindWidth, row.kindBytes);
@@ -88,10 +78,9 @@ void takeLabourFields(const FdkRecord& record, PipeRow& row) {
         row.factor(n) = currencyAt(record, FdkOffset::DATA1 + (n - 1) * 8);
 }
 
-QByteArray fdkFileBytes(const RowTable& rows) {
+QByteArray fdkFileBytes(const RowTable& rows, FdkRecord& buffer) {
     QByteArray bytes;
     bytes.reserve(FdkFileSize);
-    FdkRecord& buffer = fdkRecordBuffer();
     for (int r = 1; r <= FdkRecordCount; ++r) {
         putRowFields(rows[r], buffer);
         bytes.append(reinterpret_cast<const char*>(buffer.data()), FdkRecordSize);
@@ -99,17 +88,16 @@ QByteArray fdkFileBytes(const RowTable& rows) {
     return bytes;
 }
 
-void writeFdkFile(const QString& path, const RowTable& rows) {
+void writeFdkFile(const QString& path, const RowTable& rows, FdkRecord& buffer) {
     // Whole or not at all: a failure halfway leaves the entry of that name as
     // it was, never a cut-off file.
     QString systemReason;
-    if (!replaceFileWhole(path, fdkFileBytes(rows), &systemReason))
+    if (!replaceFileWhole(path, fdkFileBytes(rows, buffer), &systemReason))
         throw FileError(QStringLiteral("入出力エラー: 標準歩掛のファイルに書き込めません。") +
                         fileLine(path) + reasonLine(path, systemReason, true));
 }
 
-void readFdkBytes(const QByteArray& bytes, const QString& path, RowTable& rows) {
-    FdkRecord& buffer = fdkRecordBuffer();
+void readFdkBytes(const QByteArray& bytes, const QString& path, RowTable& rows, FdkRecord& buffer) {
     for (int r = 1; r <= FdkReadRows; ++r) {
         const qsizetype at = qsizetype(r - 1) * FdkRecordSize;
         if (bytes.size() - at >= FdkRecordSize) {
@@ -136,7 +124,7 @@ void readFdkBytes(const QByteArray& bytes, const QString& path, RowTable& rows) 
     }
 }
 
-void readFdkFile(const QString& path, RowTable& rows) {
+void readFdkFile(const QString& path, RowTable& rows, FdkRecord& buffer) {
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly))
         throw FileError(QStringLiteral("入出力エラー: 標準歩掛のファイルを開けません。") +
@@ -146,5 +134,5 @@ void readFdkFile(const QString& path, RowTable& rows) {
     if (file.error() != QFileDevice::NoError)
         throw FileError(QStringLiteral("入出力エラー: 標準歩掛のファイルを読み込めません。") +
                         fileLine(path) + reasonLine(path, file.errorString(), false));
-    readFdkBytes(bytes, path, rows);
+    readFdkBytes(bytes, path, rows, buffer);
 }

@@ -57,16 +57,14 @@ constexpr int CALC = 264; // 112 bytes, never written from a row
 
 using FdkRecord = std::array<unsigned char, FdkRecordSize>;
 
-// The one record buffer of the run. A save assembles every record in it field
-// by field and a load reads every record into it whole, so what no field
-// covers carries over: the gaps and the CALC place keep what the buffer holds
-// (zeros until a load reads other bytes into it), and the bytes behind the end
-// of a shorter string keep what the record before left there. Files written
-// by earlier installations show the same leftovers; readers look only at the
-// fields.
-FdkRecord& fdkRecordBuffer();
-// Zeros, as at the start of the program.
-void resetFdkRecordBuffer();
+// The record buffer: one for the whole run of the program, held by whoever
+// saves and loads entries (the library commands of the window), zeros at the
+// start. A save assembles every record in it field by field and a load reads
+// every record into it whole, so what no field covers carries over: the gaps
+// and the CALC place keep what the buffer holds (zeros until a load reads
+// other bytes into it), and the bytes behind the end of a shorter string keep
+// what the record before left there. Files written by earlier installations
+// show the same leftovers; readers look only at the fields.
 
 // Puts the fields of a row into a record: every field but the CALC amounts.
 // A string writes its length byte and its bytes; the rest of its field stays.
@@ -76,16 +74,16 @@ void putRowFields(const PipeRow& row, FdkRecord& record);
 void takeLabourFields(const FdkRecord& record, PipeRow& row);
 
 // Rows 1 to 60 as the file holds them, put together in the record buffer.
-QByteArray fdkFileBytes(const RowTable& rows);
+QByteArray fdkFileBytes(const RowTable& rows, FdkRecord& buffer);
 
 // Writes rows 1 to 60 to path through the record buffer, replacing a file of
 // that name. The file appears whole or not at all. Raises FileError.
-void writeFdkFile(const QString& path, const RowTable& rows);
+void writeFdkFile(const QString& path, const RowTable& rows, FdkRecord& buffer);
 
 // Reads records 1 to 59 through the record buffer into rows 1 to 59
 // (takeLabourFields). A longer file is fine. Raises FileError when the file
 // can't be opened or ends before record 59; the rows read before the failure
 // keep what they took.
-void readFdkFile(const QString& path, RowTable& rows);
+void readFdkFile(const QString& path, RowTable& rows, FdkRecord& buffer);
 // The same from the bytes of a file; path names it in the message.
-void readFdkBytes(const QByteArray& bytes, const QString& path, RowTable& rows);
+void readFdkBytes(const QByteArray& bytes, const QString& path, RowTable& rows, FdkRecord& buffer);

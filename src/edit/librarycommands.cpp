@@ -38,7 +38,7 @@ void LibraryCommands::saveLibraryEntry() {
     try {
         const QString folder = partsLibraryFolder();
         makePartsFolder(folder);
-        writeFdkFile(partsEntryPath(folder, name), m_window.document().rows());
+        writeFdkFile(partsEntryPath(folder, name), m_window.document().rows(), m_recordBuffer);
     } catch (...) {
         handleCurrentException(m_dialogs);
         return;
@@ -64,7 +64,7 @@ void LibraryCommands::applyLibraryEntry() {
     try {
         // A file that ends early stops here: the rows read so far keep what
         // they took, and the message says which they are.
-        readFdkFile(path, m_window.document().rows());
+        readFdkFile(path, m_window.document().rows(), m_recordBuffer);
         m_window.recalcAndShowTab();
         // No snapshot: the undo keeps the state before the last edit.
         m_window.document().refreshLines();

@@ -4,6 +4,8 @@
 // only the sizes and the labour factors of an entry, so the prices and the
 // options of the pipe type on screen stay.
 
+#include "edit/fdkfile.h"
+
 #include <QObject>
 
 class Dialogs;
@@ -21,4 +23,6 @@ public:
 private:
     MainWindow& m_window;
     Dialogs& m_dialogs;
+    // The record buffer of the entries saved and loaded in this run.
+    FdkRecord m_recordBuffer{};
 };

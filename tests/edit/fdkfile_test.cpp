@@ -66,12 +66,15 @@ void writeAll(const QString& path, const QByteArray& bytes) {
 
 class FdkFile : public ::testing::Test {
 protected:
-    void SetUp() override {
-        ASSERT_TRUE(dir.isValid());
-        resetFdkRecordBuffer();
-    }
+    void SetUp() override { ASSERT_TRUE(dir.isValid()); }
     QString path(const char* name) const { return dir.filePath(QString::fromUtf8(name)); }
+    // The record buffer of the run, zeros at its start.
+    void writeFdkFile(const QString& file, const RowTable& rows) {
+        ::writeFdkFile(file, rows, buffer);
+    }
+    void readFdkFile(const QString& file, RowTable& rows) { ::readFdkFile(file, rows, buffer); }
     QTemporaryDir dir;
+    FdkRecord buffer{};
 };
 
 TEST_F(FdkFile, OffsetsAndSizeAreTheTable) {
@@ -239,7 +242,7 @@ TEST_F(FdkFile, ReadTakesSizeYosanAndFactorsOfRowsOneTo59Only) {
     EXPECT_EQ(rows[60].otherMethod, before[60].otherMethod);
     EXPECT_EQ(rows[60].factors, before[60].factors);
     // The buffer holds record 59 whole.
-    EXPECT_EQ(QByteArray(reinterpret_cast<const char*>(fdkRecordBuffer().data()), 376),
+    EXPECT_EQ(QByteArray(reinterpret_cast<const char*>(buffer.data()), 376),
               golden.file.mid(58 * 376, 376));
 }
 
@@ -301,7 +304,7 @@ TEST_F(FdkFile, ShortFileFailsAtTheMissingRecordAndKeepsWhatWasRead) {
     EXPECT_TRUE(target[11].sizeBytes.isEmpty());
     EXPECT_EQ(target[11].factors, PipeRow().factors);
     // The 100 bytes of record 11 that were there are in the buffer.
-    EXPECT_EQ(QByteArray(reinterpret_cast<const char*>(fdkRecordBuffer().data()), 100),
+    EXPECT_EQ(QByteArray(reinterpret_cast<const char*>(buffer.data()), 100),
               bytes.mid(10 * 376, 100));
 }
 

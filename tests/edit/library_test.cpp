@@ -67,7 +67,6 @@ protected:
         WorkspaceFixture::SetUp();
         library = dir.filePath(QStringLiteral("library/ex_data"));
         qputenv("QORVALE_LIBRARY_DIR", library.toUtf8());
-        resetFdkRecordBuffer();
         // Made at start-up, as the program body does.
         partsSelect = std::make_unique<LabourLibraryDialog>(dialogs);
     }
