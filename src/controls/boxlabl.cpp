@@ -3,108 +3,152 @@
 #include "controls/formatarg.h"
 
 #include <QEvent>
+#include <QFontMetrics>
 #include <QPainter>
 
 #include <cmath>
 #include <cstdio>
 
+QFont defaultPanelFont() {
+    QFont font;
+    font.setFamily(QStringLiteral("Noto Sans CJK JP"));
+    font.setPointSize(9);
+    return font;
+}
+
+QImage newPanelImage(int width, int height, const QColor& fill) {
+    QImage image(qMax(1, width), qMax(1, height), QImage::Format_RGB32);
+    image.setDotsPerMeterX(3780); // 96 dpi
+    image.setDotsPerMeterY(3780);
+    image.fill(fill);
+    return image;
+}
+
+void drawPixelLine(QPainter& painter, QPoint from, QPoint to, const QColor& color) {
+    if (from == to) return;
+    const QPoint step((to.x() > from.x()) - (to.x() < from.x()),
+                      (to.y() > from.y()) - (to.y() < from.y()));
+    const QPoint last = to - step;
+    painter.fillRect(QRect(QPoint(qMin(from.x(), last.x()), qMin(from.y(), last.y())),
+                           QPoint(qMax(from.x(), last.x()), qMax(from.y(), last.y()))),
+                     color);
+}
+
+void drawPixelFrame(QPainter& painter, const QRect& r, const QColor& color) {
+    // Drawn as four lines that leave out their end points, a frame of a
+    // single pixel has nothing to draw.
+    if (r.width() <= 0 || r.height() <= 0 || (r.width() == 1 && r.height() == 1)) return;
+    painter.fillRect(QRect(r.left(), r.top(), r.width(), 1), color);
+    painter.fillRect(QRect(r.left(), r.bottom(), r.width(), 1), color);
+    painter.fillRect(QRect(r.left(), r.top(), 1, r.height()), color);
+    painter.fillRect(QRect(r.right(), r.top(), 1, r.height()), color);
+}
+
+QRect insetRect(int width, int height, int inset) {
+    const int left = qMin(inset, width - inset), right = qMax(inset, width - inset);
+    const int top = qMin(inset, height - inset), bottom = qMax(inset, height - inset);
+    return QRect(left, top, right - left, bottom - top);
+}
+
 CustomBoxLabel::CustomBoxLabel(QWidget* parent) : QWidget(parent) {
     resize(70, 20);
+    setFont(defaultPanelFont());
     setAttribute(Qt::WA_OpaquePaintEvent);
 }
 
 CustomBoxLabel::~CustomBoxLabel() = default;
 
-void CustomBoxLabel::setAlignment(TAlignment value) {
-    if (value == FAlignment) return;
-    FAlignment = value;
+void CustomBoxLabel::setAlignment(Qt::Alignment value) {
+    if (value == m_alignment) return;
+    m_alignment = value;
     update();
 }
 
 void CustomBoxLabel::setHorizontalAlign(HorizontalAlignment value) {
-    if (value == FHoriAlign) return;
-    FHoriAlign = value;
+    if (value == m_horiAlign) return;
+    m_horiAlign = value;
     update();
 }
 
 void CustomBoxLabel::setTextBorder(int value) {
-    if (value == FTextBorder) return;
-    FTextBorder = value;
+    if (value == m_textBorder) return;
+    m_textBorder = value;
     update();
 }
 
 void CustomBoxLabel::setBevelInner(BevelStyle value) {
-    if (value == FBevelInner) return;
-    FBevelInner = value;
+    if (value == m_bevelInner) return;
+    m_bevelInner = value;
     update();
 }
 
 void CustomBoxLabel::setBevelOuter(BevelStyle value) {
-    if (value == FBevelOuter) return;
-    FBevelOuter = value;
+    if (value == m_bevelOuter) return;
+    m_bevelOuter = value;
     update();
 }
 
 void CustomBoxLabel::setBevelWidth(int value) {
-    if (value == FBevelWidth) return;
-    FBevelWidth = value;
+    if (value == m_bevelWidth) return;
+    m_bevelWidth = value;
     update();
 }
 
 void CustomBoxLabel::setWordWrap(bool value) {
-    if (value == FWordWrap) return;
-    FWordWrap = value;
+    if (value == m_wordWrap) return;
+    m_wordWrap = value;
     update();
 }
 
-void CustomBoxLabel::setBorderStyle(TBorderStyle value) {
-    if (value == FBorderStyle) return;
-    FBorderStyle = value;
+void CustomBoxLabel::setBorderStyle(BorderStyle value) {
+    if (value == m_borderStyle) return;
+    m_borderStyle = value;
     update();
 }
 
-void CustomBoxLabel::setColor(TColor value) {
-    if (value == FColor) return;
-    FColor = value;
+void CustomBoxLabel::setColor(const QColor& value) {
+    if (value == m_color) return;
+    m_color = value;
     update();
 }
 
-void CustomBoxLabel::SetFont(const FontSpec& value) {
-    FFont = value;
+void CustomBoxLabel::setFontColor(const QColor& value) {
+    if (value == m_fontColor) return;
+    m_fontColor = value;
     update();
 }
 
 void CustomBoxLabel::setLabelText(const QString& value) {
-    if (value == FCaption) return;
-    FCaption = value;
+    if (value == m_caption) return;
+    m_caption = value;
     update();
 }
 
 void CustomBoxLabel::setAsFloat(double value) {
-    FValue = value;
-    if (FFormatString.isEmpty()) {
+    m_value = value;
+    if (m_formatString.isEmpty()) {
         char buf[512];
-        std::snprintf(buf, sizeof buf, "%10.*f", qMax(0, int(FDecimals)), value);
+        std::snprintf(buf, sizeof buf, "%10.*f", qMax(0, int(m_decimals)), value);
         setLabelText(QString::fromLatin1(buf).trimmed());
         return;
     }
     try {
-        setLabelText(formatFloatArg(FFormatString, value));
+        setLabelText(formatFloatArg(m_formatString, value));
     } catch (const ControlError&) {
         setLabelText(QStringLiteral("Format Error"));
     }
 }
 
 void CustomBoxLabel::setAsInteger(std::int32_t value) {
-    FValue = value;
-    if (FFormatString.isEmpty()) {
+    m_value = value;
+    if (m_formatString.isEmpty()) {
         char buf[512];
-        std::snprintf(buf, sizeof buf, "%10.*f", qMax(0, int(FDecimals)), double(value));
+        std::snprintf(buf, sizeof buf, "%10.*f", qMax(0, int(m_decimals)), double(value));
         setLabelText(QString::fromLatin1(buf).trimmed());
         return;
     }
     try {
-        setLabelText(formatIntArg(FFormatString, value));
+        setLabelText(formatIntArg(m_formatString, value));
     } catch (const ControlError&) {
         setLabelText(QStringLiteral("Format Error"));
     }
@@ -134,112 +178,123 @@ int roundEven(double v) {
     return int(std::nearbyint(v));
 }
 
-void bevel(TCanvas& cv, int W, int H, int BW, int inset, TColor light, TColor dark) {
-    for (int I = 0; I < BW; ++I) {
-        cv.Pen.Color = light;
-        cv.moveTo(W - 1 - I - inset, I + inset);
-        cv.lineTo(I + inset, I + inset);
-        cv.lineTo(I + inset, H - I - inset);
-        cv.Pen.Color = dark;
-        cv.moveTo(W - 1 - I - inset, I + inset);
-        cv.lineTo(W - 1 - I - inset, H - 1 - I - inset);
-        cv.lineTo(I + inset, H - 1 - I - inset);
+void drawBevel(QPainter& p, int w, int h, int bw, int inset, const QColor& light,
+               const QColor& dark) {
+    for (int i = 0; i < bw; ++i) {
+        const int n = i + inset;
+        drawPixelLine(p, {w - 1 - n, n}, {n, n}, light);
+        drawPixelLine(p, {n, n}, {n, h - n}, light);
+        drawPixelLine(p, {w - 1 - n, n}, {w - 1 - n, h - 1 - n}, dark);
+        drawPixelLine(p, {w - 1 - n, h - 1 - n}, {n, h - 1 - n}, dark);
     }
 }
 
 } // namespace
 
 QImage CustomBoxLabel::renderImage() {
-    const int W = width(), H = height();
-    FBuffer = newCanvasImage(W, H, FColor);
-    TCanvas cv(FBuffer);
-    cv.Font = FFont;
-    cv.Brush.Style = bsSolid;
-    cv.Brush.Color = FColor;
-    cv.fillRect(Rect(0, 0, W, H));
-    cv.Pen.Style = psSolid;
-    cv.Pen.Width = 1;
-    cv.Pen.Color = clBlack;
-    int Inner = 0, Offset = 0;
-    const int BW = FBevelWidth;
-    if (FBevelOuter != bvNone) {
-        const bool raised = FBevelOuter == bvRaised;
-        Offset += BW;
-        bevel(cv, W, H, BW, 0, raised ? clWhite : clBtnShadow, raised ? clBtnShadow : clWhite);
-        Inner = BW;
+    const int w = width(), h = height();
+    m_buffer = newPanelImage(w, h, m_color);
+    QPainter p(&m_buffer);
+    // inner: the edge of what the bevels and border take; offset: the
+    // text's distance from the sides.
+    int inner = 0, offset = 0;
+    const int bw = m_bevelWidth;
+    const QColor white(Qt::white), shadow(PanelColor::buttonShadow);
+    if (m_bevelOuter != bvNone) {
+        const bool raised = m_bevelOuter == bvRaised;
+        offset += bw;
+        drawBevel(p, w, h, bw, 0, raised ? white : shadow, raised ? shadow : white);
+        inner = bw;
     }
-    if (FBorderStyle == bsSingle) {
-        cv.Pen.Color = clBlack;
-        cv.rectangle(Inner, Inner, W - Inner, H - Inner);
-        ++Inner;
-        ++Offset;
+    if (m_borderStyle == bsSingle) {
+        // A black rectangle filled with the label's colour (which only shows
+        // when the label is smaller than its bevels).
+        const QRect frame = insetRect(w, h, inner);
+        if (frame.width() > 2 && frame.height() > 2)
+            p.fillRect(frame.adjusted(1, 1, -1, -1), m_color);
+        drawPixelFrame(p, frame, Qt::black);
+        ++inner;
+        ++offset;
     }
-    if (FBevelInner != bvNone) {
-        const bool raised = FBevelInner == bvRaised;
-        bevel(cv, W, H, BW, Inner, raised ? clWhite : clBtnShadow, raised ? clBtnShadow : clWhite);
-        Offset += BW;
-        Inner += BW;
+    if (m_bevelInner != bvNone) {
+        const bool raised = m_bevelInner == bvRaised;
+        drawBevel(p, w, h, bw, inner, raised ? white : shadow, raised ? shadow : white);
+        offset += bw;
+        inner += bw;
     }
+
+    // The text's extent, then its place: the edges left, top, right and
+    // bottom, right and bottom excluded.
     const QString text = getLabelText().left(255);
-    TRect R = Rect(0, 0, W, H);
-    cv.drawText(text, R, DT_CALCRECT | (FWordWrap ? unsigned(DT_WORDBREAK) : 0u));
-    const TRect C = Rect(0, 0, W, H);
-    switch (FHoriAlign) {
+    const QFontMetrics fm(font(), &m_buffer);
+    int left = 0, top = 0, right = 0, bottom = 0;
+    if (m_wordWrap) {
+        const QRect extent = fm.boundingRect(QRect(0, 0, qMax(1, w), 1 << 20),
+                                             Qt::AlignLeft | Qt::AlignTop | Qt::TextWordWrap, text);
+        right = extent.width();
+        bottom = extent.height();
+    } else {
+        right = fm.horizontalAdvance(text);
+        bottom = fm.height();
+    }
+    switch (m_horiAlign) {
     case haTop:
-        R.Top += Inner;
-        R.Bottom += Inner;
+        top += inner;
+        bottom += inner;
         break;
     case haCenter: {
-        const int S = roundEven(C.Bottom / 2.0 - R.Bottom / 2.0);
-        R.Top = S;
-        R.Bottom += S;
+        const int s = roundEven(h / 2.0 - bottom / 2.0);
+        top = s;
+        bottom += s;
         break;
     }
     case haBottom:
-        R.Top = C.Bottom - R.Bottom - Inner;
-        R.Bottom = C.Bottom - Inner;
+        top = h - bottom - inner;
+        bottom = h - inner;
         break;
     }
-    switch (FAlignment) {
-    case taLeftJustify:
-        R.Left += Inner + Offset;
-        R.Right += Inner + Offset;
-        break;
-    case taRightJustify:
-        R.Left = C.Right - R.Right - Inner - Offset - 1;
-        R.Right = C.Right - Inner - Offset - 1;
-        break;
-    case taCenter:
-        R.Left = C.Left + Inner;
-        R.Right = C.Right - Inner;
-        break;
-    }
-    R.Left = qMax(R.Left, Offset);
-    R.Top = qMax(R.Top, Offset);
-    R.Right = qMin(R.Right, W - Offset);
-    R.Bottom = qMin(R.Bottom, H - Offset);
-    unsigned flags = FAlignment == taLeftJustify    ? DT_LEFT
-                     : FAlignment == taRightJustify ? DT_RIGHT
-                                                    : DT_CENTER;
-    if (FWordWrap) flags |= DT_WORDBREAK;
-    cv.Brush.Style = bsClear;
-    if (isEnabled()) {
-        cv.drawText(text, R, flags);
+    const bool toLeft = m_alignment.testFlag(Qt::AlignLeft);
+    const bool toRight = !toLeft && m_alignment.testFlag(Qt::AlignRight);
+    if (toLeft) {
+        left += inner + offset;
+        right += inner + offset;
+    } else if (toRight) {
+        left = w - right - inner - offset - 1;
+        right = w - inner - offset - 1;
     } else {
-        const TColor keep = cv.Font.Color;
-        cv.Font.Color = clWhite;
-        TRect shifted = Rect(R.Left + 1, R.Top + 1, R.Right + 1, R.Bottom + 1);
-        cv.drawText(text, shifted, flags);
-        cv.Font.Color = clGray;
-        cv.drawText(text, R, flags);
-        cv.Font.Color = keep;
+        left = inner;
+        right = w - inner;
     }
-    return FBuffer;
+    left = qMax(left, offset);
+    top = qMax(top, offset);
+    right = qMin(right, w - offset);
+    bottom = qMin(bottom, h - offset);
+    const QRect place(left, top, right - left, bottom - top);
+
+    int flags = Qt::AlignTop | (toLeft    ? Qt::AlignLeft
+                                : toRight ? Qt::AlignRight
+                                          : Qt::AlignHCenter);
+    if (m_wordWrap) flags |= Qt::TextWordWrap;
+    p.setFont(font());
+    auto drawCaption = [&](const QRect& r, const QColor& color) {
+        p.save();
+        p.setClipRect(r);
+        p.setPen(color);
+        p.drawText(r, flags, text);
+        p.restore();
+    };
+    if (isEnabled()) {
+        drawCaption(place, m_fontColor);
+    } else {
+        drawCaption(place.translated(1, 1), Qt::white);
+        drawCaption(place, QColor(PanelColor::gray));
+    }
+    return m_buffer;
 }
 
 void CustomBoxLabel::paintEvent(QPaintEvent* event) {
     Q_UNUSED(event);
     renderImage();
     QPainter painter(this);
-    painter.drawImage(0, 0, FBuffer);
+    painter.drawImage(0, 0, m_buffer);
 }

@@ -12,8 +12,10 @@
 
 namespace {
 
-FontSpec sampleFont(int size = 9, TColor color = clBlack) {
-    return FontSpec(defaultFontName(), size, color);
+QFont sampleFont(int size = 9) {
+    QFont font = defaultPanelFont();
+    font.setPointSize(size);
+    return font;
 }
 
 PriceGrid* makeGrid(QWidget* parent) {
@@ -23,7 +25,7 @@ PriceGrid* makeGrid(QWidget* parent) {
     g->setRangeSelect(true);
     g->setHeadingColors(dark, Qt::white);
     g->setSelectionColors(mark, Qt::white);
-    g->setFont(sampleFont().Font);
+    g->setFont(sampleFont());
     const char* heads[] = {"No", "採用単価", "複合単価", "提出単価", "管", "継 手 類", "配管工"};
     const char* sizes[] = {"15A", "20A", "25A", "32A", "40A", "50A"};
     const char* adopted[] = {"1,230", "1,480", "1,910", "2,540", "2,980", "3,870"};
@@ -61,38 +63,39 @@ QWidget* createControlsSample(QWidget* parent) {
     w->setObjectName(QStringLiteral("ControlsSample"));
     w->setAutoFillBackground(true);
     QPalette pal = w->palette();
-    pal.setColor(QPalette::Window, toQColor(clBtnFace));
+    pal.setColor(QPalette::Window, QColor(PanelColor::buttonFace));
     w->setPalette(pal);
-    w->setFont(sampleFont().Font);
+    w->setFont(sampleFont());
 
     auto* emblem = new GradientPanel(w);
     emblem->setObjectName(QStringLiteral("velmoraEmblem"));
     emblem->setGeometry(8, 8, 180, 60);
     emblem->setBackGroundEffect(bdDown);
-    emblem->setColorStart(rgbColor(0, 64, 128));
-    emblem->setColorEnd(rgbColor(200, 225, 255));
-    emblem->SetFont(FontSpec(defaultFontName(), 16, clWhite));
+    emblem->setColorStart(QColor(0, 64, 128));
+    emblem->setColorEnd(QColor(200, 225, 255));
+    emblem->setFont(sampleFont(16));
+    emblem->setFontColor(Qt::white);
     emblem->setCaption(QStringLiteral("Qorvale"));
     emblem->setTextEffect(teShadow);
 
     auto* band = new GradientPanel(w);
     band->setObjectName(QStringLiteral("GradPan2"));
     band->setGeometry(196, 8, 180, 60);
-    band->SetFont(FontSpec(defaultFontName(), 11, clBlack));
+    band->setFont(sampleFont(11));
     band->setCaption(QStringLiteral("複合単価"));
     band->setTextEffect(teEmbossed);
-    band->setColorShadow(clWhite);
+    band->setColorShadow(Qt::white);
 
     auto* caption = new BoxLabel(w);
     caption->setObjectName(QStringLiteral("BoxLabel1"));
     caption->setGeometry(392, 8, 120, 22);
-    caption->SetFont(sampleFont());
+    caption->setFont(sampleFont());
     caption->setCaption(QStringLiteral("基礎工費(提出)"));
 
     auto* number = new NumberEdit(w);
     number->setObjectName(QStringLiteral("NumberEdit1"));
     number->setGeometry(392, 32, 120, 24);
-    number->setFont(sampleFont().Font);
+    number->setFont(sampleFont());
     number->setFigure(2);
     number->setFixed(true);
     number->setComma(true);
@@ -101,7 +104,7 @@ QWidget* createControlsSample(QWidget* parent) {
     auto* caption2 = new BoxLabel(w);
     caption2->setObjectName(QStringLiteral("BoxLabel2"));
     caption2->setGeometry(520, 8, 120, 22);
-    caption2->SetFont(sampleFont());
+    caption2->setFont(sampleFont());
     caption2->setBorderStyle(bsSingle);
     caption2->setCaption(QStringLiteral("掛率 %"));
     caption2->setEnabled(false);
@@ -109,7 +112,7 @@ QWidget* createControlsSample(QWidget* parent) {
     auto* number2 = new NumberEdit(w);
     number2->setObjectName(QStringLiteral("NumberEdit2"));
     number2->setGeometry(520, 32, 120, 24);
-    number2->setFont(sampleFont().Font);
+    number2->setFont(sampleFont());
     number2->setFigure(1);
     number2->setRoundMode(rmRound);
     number2->setValue(-12.96L);

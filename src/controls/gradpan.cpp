@@ -1,23 +1,20 @@
 #include "controls/gradpan.h"
 
+#include <QFontMetrics>
 #include <QMouseEvent>
 #include <QPainter>
 
 #include <cmath>
 
-GrArray makeGradientTable(TColor a, TColor b) {
-    if (isSystemColor(a) || isSystemColor(b))
-        throw ControlRangeError(QStringLiteral("Range check error"));
-    const double sr = (getRValue(b) - getRValue(a)) / 100.0;
-    const double sg = (getGValue(b) - getGValue(a)) / 100.0;
-    const double sb = (getBValue(b) - getBValue(a)) / 100.0;
-    GrArray table{};
-    for (int I = 0; I < 100; ++I) {
-        const int r = int(getRValue(a) + I * sr);
-        const int g = int(getGValue(a) + I * sg);
-        const int bl = int(getBValue(a) + I * sb);
-        table[std::size_t(I)] = rgbColor(r, g, bl);
-    }
+GradientTable makeGradientTable(const QColor& a, const QColor& b) {
+    if (!a.isValid() || !b.isValid()) throw ControlRangeError(QStringLiteral("Range check error"));
+    const double sr = (b.red() - a.red()) / 100.0;
+    const double sg = (b.green() - a.green()) / 100.0;
+    const double sb = (b.blue() - a.blue()) / 100.0;
+    GradientTable table{};
+    for (int i = 0; i < 100; ++i)
+        table[std::size_t(i)] =
+            QColor(int(a.red() + i * sr), int(a.green() + i * sg), int(a.blue() + i * sb));
     return table;
 }
 
@@ -28,294 +25,275 @@ int mulDiv(int number, int numerator, int denominator) {
 
 GradientPanel::GradientPanel(QWidget* parent) : QWidget(parent) {
     setAttribute(Qt::WA_OpaquePaintEvent);
-    FBitmap = newCanvasImage(50, 50, clWhite);
+    setFont(defaultPanelFont());
+    // The image for the image backgrounds until one is set: a white square
+    // with a black outline.
+    m_bitmap = newPanelImage(50, 50, Qt::white);
     {
-        TCanvas cv(FBitmap);
-        cv.Pen.Color = clBlack;
-        cv.Brush.Color = clWhite;
-        cv.rectangle(0, 0, 50, 50);
+        QPainter p(&m_bitmap);
+        drawPixelFrame(p, m_bitmap.rect(), Qt::black);
     }
     resize(185, 41);
 }
 
 GradientPanel::~GradientPanel() = default;
 
-void GradientPanel::setBackGroundEffect(TDirection value) {
-    FBackGroundEffect = value;
+void GradientPanel::setBackGroundEffect(BackgroundEffect value) {
+    m_backGroundEffect = value;
     update();
 }
-void GradientPanel::setVertAlign(TVertAlign value) {
-    FVertAlign = value;
+void GradientPanel::setVertAlign(VertAlign value) {
+    m_vertAlign = value;
     update();
 }
-void GradientPanel::setColorEnd(TColor value) {
-    FColorEnd = value;
+void GradientPanel::setColorEnd(const QColor& value) {
+    m_colorEnd = value;
     update();
 }
-void GradientPanel::setColorStart(TColor value) {
-    FColorStart = value;
+void GradientPanel::setColorStart(const QColor& value) {
+    m_colorStart = value;
     update();
 }
-void GradientPanel::setColorShadow(TColor value) {
-    FColorShadow = value;
+void GradientPanel::setColorShadow(const QColor& value) {
+    m_colorShadow = value;
     update();
 }
-void GradientPanel::setTextEffect(TTextEffect value) {
-    FTextEffect = value;
+void GradientPanel::setTextEffect(TextEffect value) {
+    m_textEffect = value;
     update();
 }
-void GradientPanel::setTextRotation(TTextRotation value) {
-    FTextRotation = value;
+void GradientPanel::setTextRotation(TextRotation value) {
+    m_textRotation = value;
     update();
 }
 void GradientPanel::setCtl3D(bool value) {
-    FCtl3D = value;
+    m_ctl3D = value;
     update();
 }
 void GradientPanel::setBitmap(const QImage& value) {
-    FBitmap = value.copy();
-    if (FBackGroundEffect == bdStretchImage || FBackGroundEffect == bdTileImage) update();
+    m_bitmap = value.copy();
+    if (m_backGroundEffect == bdStretchImage || m_backGroundEffect == bdTileImage) update();
 }
 void GradientPanel::setMoveable(bool value) {
-    FMoveable = value;
+    m_moveable = value;
     setMouseTracking(value);
     if (!value) unsetCursor();
 }
 void GradientPanel::setCaption(const QString& value) {
-    FCaption = value;
+    m_caption = value;
     update();
 }
-void GradientPanel::setAlignment(TAlignment value) {
-    FAlignment = value;
+void GradientPanel::setAlignment(Qt::Alignment value) {
+    m_alignment = value;
     update();
 }
 void GradientPanel::setBevelInner(BevelStyle value) {
-    FBevelInner = value;
+    m_bevelInner = value;
     update();
 }
 void GradientPanel::setBevelOuter(BevelStyle value) {
-    FBevelOuter = value;
+    m_bevelOuter = value;
     update();
 }
 void GradientPanel::setBevelWidth(int value) {
-    FBevelWidth = value;
+    m_bevelWidth = value;
     update();
 }
 void GradientPanel::setBorderWidth(int value) {
-    FBorderWidth = value;
+    m_borderWidth = value;
     update();
 }
-void GradientPanel::setColor(TColor value) {
-    FColor = value;
+void GradientPanel::setColor(const QColor& value) {
+    m_color = value;
     update();
 }
-void GradientPanel::SetFont(const FontSpec& value) {
-    FFont = value;
+void GradientPanel::setFontColor(const QColor& value) {
+    m_fontColor = value;
     update();
 }
 
-void GradientPanel::paintBackground(TCanvas& cv) {
-    const int W = width(), H = height();
-    cv.Brush.Style = bsSolid;
-    auto flat = [&] {
-        cv.Brush.Color = FColorStart;
-        cv.fillRect(Rect(0, 0, W, H));
+void GradientPanel::paintBackground(QPainter& p) {
+    const int w = width(), h = height();
+    auto fill = [&](const QRect& r, const QColor& color) {
+        if (!r.isEmpty()) p.fillRect(r, color);
     };
-    switch (FBackGroundEffect) {
+    // Band i of 100: a stripe down the height or across the width.
+    auto band = [&](int i, bool down) {
+        return down ? QRect(0, mulDiv(i, h, 100), w, mulDiv(i + 1, h, 100) - mulDiv(i, h, 100))
+                    : QRect(mulDiv(i, w, 100), 0, mulDiv(i + 1, w, 100) - mulDiv(i, w, 100), h);
+    };
+    switch (m_backGroundEffect) {
     case bdFlat:
-        flat();
+        fill(QRect(0, 0, w, h), m_colorStart);
         return;
     case bdUp:
     case bdDown:
     case bdLeft:
     case bdRight: {
-        const bool forward = FBackGroundEffect == bdUp || FBackGroundEffect == bdLeft;
-        FGradient = forward ? makeGradientTable(FColorStart, FColorEnd)
-                            : makeGradientTable(FColorEnd, FColorStart);
-        const bool vertical = FBackGroundEffect == bdUp || FBackGroundEffect == bdDown;
-        for (int I = 0; I < 100; ++I) {
-            cv.Brush.Color = FGradient[std::size_t(I)];
-            if (vertical)
-                cv.fillRect(Rect(0, mulDiv(I, H, 100), W, mulDiv(I + 1, H, 100)));
-            else
-                cv.fillRect(Rect(mulDiv(I, W, 100), 0, mulDiv(I + 1, W, 100), H));
-        }
+        const bool forward = m_backGroundEffect == bdUp || m_backGroundEffect == bdLeft;
+        m_gradient = forward ? makeGradientTable(m_colorStart, m_colorEnd)
+                             : makeGradientTable(m_colorEnd, m_colorStart);
+        const bool vertical = m_backGroundEffect == bdUp || m_backGroundEffect == bdDown;
+        for (int i = 0; i < 100; ++i)
+            fill(band(i, vertical), m_gradient[std::size_t(i)]);
         return;
     }
     case bdHorzIn:
     case bdHorzOut:
     case bdVertIn:
     case bdVertOut: {
-        const bool in = FBackGroundEffect == bdHorzIn || FBackGroundEffect == bdVertIn;
-        FGradient = in ? makeGradientTable(FColorStart, FColorEnd)
-                       : makeGradientTable(FColorEnd, FColorStart);
-        const bool stacked = FBackGroundEffect == bdHorzIn || FBackGroundEffect == bdHorzOut;
-        for (int I = 0; I < 100; ++I) {
-            const int entry = I < 50 ? 2 * I + 1 : 98 - 2 * (I - 50);
-            cv.Brush.Color = FGradient[std::size_t(entry)];
-            if (stacked)
-                cv.fillRect(Rect(0, mulDiv(I, H, 100), W, mulDiv(I + 1, H, 100)));
-            else
-                cv.fillRect(Rect(mulDiv(I, W, 100), 0, mulDiv(I + 1, W, 100), H));
+        const bool in = m_backGroundEffect == bdHorzIn || m_backGroundEffect == bdVertIn;
+        m_gradient = in ? makeGradientTable(m_colorStart, m_colorEnd)
+                        : makeGradientTable(m_colorEnd, m_colorStart);
+        const bool stacked = m_backGroundEffect == bdHorzIn || m_backGroundEffect == bdHorzOut;
+        for (int i = 0; i < 100; ++i) {
+            const int entry = i < 50 ? 2 * i + 1 : 98 - 2 * (i - 50);
+            fill(band(i, stacked), m_gradient[std::size_t(entry)]);
         }
         return;
     }
     case bdStretchImage:
     case bdTileImage: {
-        if (FBitmap.isNull() || FBitmap.width() == 0 || FBitmap.height() == 0) {
-            flat();
+        if (m_bitmap.isNull() || m_bitmap.width() == 0 || m_bitmap.height() == 0) {
+            fill(QRect(0, 0, w, h), m_colorStart);
             return;
         }
-        const int inset = FCtl3D ? 2 * FBevelWidth + FBorderWidth : 0;
-        QPainter& p = cv.painter();
-        if (FBackGroundEffect == bdStretchImage) {
-            p.drawImage(QRect(inset, inset, W - 2 * inset - 1, H - 2 * inset - 1), FBitmap);
+        const int inset = m_ctl3D ? 2 * m_bevelWidth + m_borderWidth : 0;
+        if (m_backGroundEffect == bdStretchImage) {
+            p.drawImage(QRect(inset, inset, w - 2 * inset - 1, h - 2 * inset - 1), m_bitmap);
         } else {
-            const int cols = (W - 2 * inset) / FBitmap.width() + 1;
-            const int rows = (H - 2 * inset) / FBitmap.height() + 1;
+            const int cols = (w - 2 * inset) / m_bitmap.width() + 1;
+            const int rows = (h - 2 * inset) / m_bitmap.height() + 1;
             for (int r = 0; r < rows; ++r)
                 for (int c = 0; c < cols; ++c)
-                    p.drawImage(inset + c * FBitmap.width(), inset + r * FBitmap.height(), FBitmap);
+                    p.drawImage(inset + c * m_bitmap.width(), inset + r * m_bitmap.height(),
+                                m_bitmap);
         }
         return;
     }
     }
 }
 
-void GradientPanel::paintCaption(TCanvas& cv) {
-    if (FCaption.isEmpty()) return;
-    const int W = width(), H = height();
-    const int Inset = FBevelWidth + FBorderWidth;
-    const int TH = cv.textHeight(QStringLiteral("^_"));
-    int X = 0, Y = 0;
+void GradientPanel::paintCaption(QPainter& p) {
+    if (m_caption.isEmpty()) return;
+    const int w = width(), h = height();
+    const int inset = m_bevelWidth + m_borderWidth;
+    const QFontMetrics fm(font(), p.device());
+    const int th = fm.height();
+    const bool toLeft = m_alignment.testFlag(Qt::AlignLeft);
+    const bool toRight = !toLeft && m_alignment.testFlag(Qt::AlignRight);
+    int x = 0, y = 0;
     // 0: the text's start at the point, 1: its middle, 2: its end.
     int anchor = 0;
-    switch (FTextRotation) {
+    switch (m_textRotation) {
     case trNone:
-        X = FAlignment == taLeftJustify    ? Inset + 2
-            : FAlignment == taRightJustify ? W - Inset - 2
-                                           : W / 2;
-        Y = FVertAlign == vlTop      ? Inset + 2
-            : FVertAlign == vlCenter ? H / 2 - TH / 2
-                                     : H - Inset - TH - 1;
-        anchor = FAlignment == taLeftJustify ? 0 : FAlignment == taRightJustify ? 2 : 1;
+        x = toLeft ? inset + 2 : toRight ? w - inset - 2 : w / 2;
+        y = m_vertAlign == vlTop      ? inset + 2
+            : m_vertAlign == vlCenter ? h / 2 - th / 2
+                                      : h - inset - th - 1;
+        anchor = toLeft ? 0 : toRight ? 2 : 1;
         break;
     case TrUp:
-        X = FAlignment == taLeftJustify    ? Inset + 2
-            : FAlignment == taRightJustify ? W - Inset - TH - 1
-                                           : W / 2 - TH / 2;
-        Y = FVertAlign == vlTop      ? Inset + 2
-            : FVertAlign == vlCenter ? H / 2 - TH / 2
-                                     : H - Inset - 1;
-        anchor = FVertAlign == vlTop ? 2 : FVertAlign == vlCenter ? 1 : 0;
+        x = toLeft ? inset + 2 : toRight ? w - inset - th - 1 : w / 2 - th / 2;
+        y = m_vertAlign == vlTop      ? inset + 2
+            : m_vertAlign == vlCenter ? h / 2 - th / 2
+                                      : h - inset - 1;
+        anchor = m_vertAlign == vlTop ? 2 : m_vertAlign == vlCenter ? 1 : 0;
         break;
     case TrDown:
-        X = FAlignment == taLeftJustify    ? TH + Inset + 1
-            : FAlignment == taRightJustify ? W - Inset - 2
-                                           : W / 2 + TH / 2;
-        Y = FVertAlign == vlTop      ? Inset + 1
-            : FVertAlign == vlCenter ? H / 2 - TH / 2
-                                     : H - Inset - 2;
-        anchor = FVertAlign == vlTop ? 0 : FVertAlign == vlCenter ? 1 : 2;
+        x = toLeft ? th + inset + 1 : toRight ? w - inset - 2 : w / 2 + th / 2;
+        y = m_vertAlign == vlTop      ? inset + 1
+            : m_vertAlign == vlCenter ? h / 2 - th / 2
+                                      : h - inset - 2;
+        anchor = m_vertAlign == vlTop ? 0 : m_vertAlign == vlCenter ? 1 : 2;
         break;
     }
-    const int TW = cv.textWidth(FCaption);
-    const int along = anchor == 0 ? 0 : anchor == 1 ? -TW / 2 : -TW;
-    QPainter& p = cv.painter();
-    auto pass = [&](int dx, int dy, TColor color) {
-        cv.Font.Color = color;
-        cv.Brush.Style = bsClear;
-        if (FTextRotation == trNone) {
-            cv.textOut(X + dx + along, Y + dy, FCaption);
+    const int tw = fm.horizontalAdvance(m_caption);
+    const int along = anchor == 0 ? 0 : anchor == 1 ? -tw / 2 : -tw;
+    p.setFont(font());
+    // One pass of the caption, moved by (dx, dy): the text's top edge runs
+    // through (x, y), its anchor point there (turned with the text).
+    auto pass = [&](int dx, int dy, const QColor& color) {
+        p.setPen(color);
+        if (m_textRotation == trNone) {
+            p.drawText(QPoint(x + dx + along, y + dy + fm.ascent()), m_caption);
             return;
         }
         p.save();
-        p.translate(X + dx, Y + dy);
-        p.rotate(FTextRotation == TrUp ? -90 : 90);
-        cv.textOut(along, 0, FCaption);
+        p.translate(x + dx, y + dy);
+        p.rotate(m_textRotation == TrUp ? -90 : 90);
+        p.drawText(QPoint(along, fm.ascent()), m_caption);
         p.restore();
     };
-    const TColor K = FFont.Color;
-    const TColor S = FColorShadow;
-    switch (FTextEffect) {
+    const QColor k = m_fontColor, s = m_colorShadow, black = Qt::black;
+    switch (m_textEffect) {
     case tenone:
-        pass(0, 0, S);
+        pass(0, 0, s);
         break;
     case teShadow:
-        pass(1, 1, S);
-        pass(0, 0, K);
+        pass(1, 1, s);
+        pass(0, 0, k);
         break;
     case teRaised:
-        pass(-1, 0, S);
-        pass(0, -1, S);
-        pass(1, 0, clBlack);
-        pass(0, 1, clBlack);
-        pass(0, 0, K);
+        pass(-1, 0, s);
+        pass(0, -1, s);
+        pass(1, 0, black);
+        pass(0, 1, black);
+        pass(0, 0, k);
         break;
     case teLowered:
-        pass(1, 0, S);
-        pass(0, 1, S);
-        pass(-1, 0, clBlack);
-        pass(0, -1, clBlack);
-        pass(0, 0, K);
+        pass(1, 0, s);
+        pass(0, 1, s);
+        pass(-1, 0, black);
+        pass(0, -1, black);
+        pass(0, 0, k);
         break;
     case teEmbossed:
-        pass(-1, 0, S);
-        pass(1, 0, S);
-        pass(0, -1, S);
-        pass(0, 1, S);
-        pass(0, 0, K);
+        pass(-1, 0, s);
+        pass(1, 0, s);
+        pass(0, -1, s);
+        pass(0, 1, s);
+        pass(0, 0, k);
         break;
     }
-    cv.Font.Color = K;
 }
 
-void GradientPanel::paintBevels(TCanvas& cv) {
-    const int W = width(), H = height();
-    const int BW = FBevelWidth;
-    cv.Pen.Style = psSolid;
-    cv.Pen.Width = 1;
+void GradientPanel::paintBevels(QPainter& p) {
+    const int w = width(), h = height();
+    const int bw = m_bevelWidth;
     auto draw = [&](BevelStyle style, int inset) {
-        const TColor light = style == bvRaised ? clWhite : clGray;
-        const TColor dark = style == bvRaised ? clGray : clWhite;
-        for (int I = 0; I < BW; ++I) {
-            const int o = inset + I;
-            cv.Pen.Color = light;
-            cv.moveTo(o, o);
-            cv.lineTo(W - inset, o);
-            cv.moveTo(o, o);
-            cv.lineTo(o, H - inset);
-            cv.Pen.Color = dark;
-            cv.moveTo(o, H - 1 - o);
-            cv.lineTo(W - o, H - 1 - o);
-            cv.moveTo(W - 1 - o, inset == 0 ? H - 1 - o : H - inset - 1);
-            cv.lineTo(W - 1 - o, o);
+        const QColor white(Qt::white), gray(PanelColor::gray);
+        const QColor light = style == bvRaised ? white : gray;
+        const QColor dark = style == bvRaised ? gray : white;
+        for (int i = 0; i < bw; ++i) {
+            const int o = inset + i;
+            drawPixelLine(p, {o, o}, {w - inset, o}, light);
+            drawPixelLine(p, {o, o}, {o, h - inset}, light);
+            drawPixelLine(p, {o, h - 1 - o}, {w - o, h - 1 - o}, dark);
+            drawPixelLine(p, {w - 1 - o, inset == 0 ? h - 1 - o : h - inset - 1}, {w - 1 - o, o},
+                          dark);
         }
     };
-    if (FBevelOuter != bvNone) draw(FBevelOuter, 0);
-    if (FBevelInner != bvNone) {
-        const int inset = FBevelOuter != bvNone ? FBorderWidth + BW : FBorderWidth + 1;
-        draw(FBevelInner, inset);
-        if (FCtl3D) {
-            const int O = FBevelOuter != bvNone ? BW - 1 : 0;
-            cv.Pen.Color = FColor;
-            cv.Brush.Style = bsClear;
-            for (int K = 1; K <= FBorderWidth; ++K)
-                cv.rectangle(O + K, O + K, W - K - O, H - K - O);
+    if (m_bevelOuter != bvNone) draw(m_bevelOuter, 0);
+    if (m_bevelInner != bvNone) {
+        const int inset = m_bevelOuter != bvNone ? m_borderWidth + bw : m_borderWidth + 1;
+        draw(m_bevelInner, inset);
+        if (m_ctl3D) {
+            // Frames in the panel's colour fill the border between the bevels.
+            const int o = m_bevelOuter != bvNone ? bw - 1 : 0;
+            for (int k = 1; k <= m_borderWidth; ++k)
+                drawPixelFrame(p, insetRect(w, h, o + k), m_color);
         }
     }
 }
 
 QImage GradientPanel::renderImage() {
-    FBuffer = newCanvasImage(width(), height(), FColor);
-    TCanvas cv(FBuffer);
-    cv.Font = FFont;
-    cv.Pen.Style = psSolid;
-    cv.Pen.Mode = pmCopy;
-    paintBackground(cv);
-    paintCaption(cv);
-    paintBevels(cv);
-    return FBuffer;
+    m_buffer = newPanelImage(width(), height(), m_color);
+    QPainter p(&m_buffer);
+    paintBackground(p);
+    paintCaption(p);
+    paintBevels(p);
+    return m_buffer;
 }
 
 void GradientPanel::paintEvent(QPaintEvent* event) {
@@ -326,12 +304,12 @@ void GradientPanel::paintEvent(QPaintEvent* event) {
         reportControlFailure(OnFailure, QString::fromUtf8(e.what()));
     }
     QPainter painter(this);
-    painter.drawImage(0, 0, FBuffer);
+    painter.drawImage(0, 0, m_buffer);
 }
 
 int GradientPanel::hitTest(int x, int y) const {
-    if (!FMoveable) return HTNOWHERE;
-    const int M = FMarge;
+    if (!m_moveable) return HTNOWHERE;
+    const int M = m_marge;
     const bool left = x < M, right = width() - x < M;
     const bool top = y < M, bottom = height() - y < M;
     if (left && top) return HTTOPLEFT;
@@ -380,25 +358,25 @@ void GradientPanel::moveEvent(QMoveEvent* event) {
 
 void GradientPanel::mousePressEvent(QMouseEvent* event) {
     const QPoint pos = event->position().toPoint();
-    FDragZone = event->button() == Qt::LeftButton ? hitTest(pos.x(), pos.y()) : HTNOWHERE;
-    FDragStart = event->globalPosition().toPoint();
-    FDragGeometry = geometry();
-    if (FDragZone == HTNOWHERE) QWidget::mousePressEvent(event);
+    m_dragZone = event->button() == Qt::LeftButton ? hitTest(pos.x(), pos.y()) : HTNOWHERE;
+    m_dragStart = event->globalPosition().toPoint();
+    m_dragGeometry = geometry();
+    if (m_dragZone == HTNOWHERE) QWidget::mousePressEvent(event);
 }
 
 void GradientPanel::mouseMoveEvent(QMouseEvent* event) {
-    if (FDragZone == HTNOWHERE || !(event->buttons() & Qt::LeftButton)) {
-        if (FMoveable) {
+    if (m_dragZone == HTNOWHERE || !(event->buttons() & Qt::LeftButton)) {
+        if (m_moveable) {
             const QPoint pos = event->position().toPoint();
             setCursor(zoneCursor(hitTest(pos.x(), pos.y())));
         }
         QWidget::mouseMoveEvent(event);
         return;
     }
-    const QPoint d = event->globalPosition().toPoint() - FDragStart;
-    QRect g = FDragGeometry;
-    const int minSize = 2 * FMarge;
-    switch (FDragZone) {
+    const QPoint d = event->globalPosition().toPoint() - m_dragStart;
+    QRect g = m_dragGeometry;
+    const int minSize = 2 * m_marge;
+    switch (m_dragZone) {
     case HTCAPTION:
         g.moveTopLeft(g.topLeft() + d);
         break;
@@ -415,7 +393,7 @@ void GradientPanel::mouseMoveEvent(QMouseEvent* event) {
     default:
         break;
     }
-    switch (FDragZone) {
+    switch (m_dragZone) {
     case HTTOP:
     case HTTOPLEFT:
     case HTTOPRIGHT:
@@ -433,6 +411,6 @@ void GradientPanel::mouseMoveEvent(QMouseEvent* event) {
 }
 
 void GradientPanel::mouseReleaseEvent(QMouseEvent* event) {
-    FDragZone = HTNOWHERE;
+    m_dragZone = HTNOWHERE;
     QWidget::mouseReleaseEvent(event);
 }

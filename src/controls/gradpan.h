@@ -6,8 +6,9 @@
 // and bdLeft/bdRight run a 100-step gradient over the height or width;
 // bdHorzIn/Out and bdVertIn/Out run it out and back symmetrically;
 // bdStretchImage and bdTileImage paint bitmap. colorStart and colorEnd must
-// be plain RGB (a system colour raises ControlRangeError when a gradient is
-// built).
+// be valid colours (an invalid one raises ControlRangeError when a gradient
+// is built). The caption is drawn in the widget's font (the form's Japanese
+// UI face at 9 points unless set) and in fontColor.
 //
 // moveable panels answer hitTest with the desktop's zone codes, within
 // marge pixels of a border a sizing zone and elsewhere the caption zone;
@@ -20,14 +21,14 @@
 #include "controls/boxlabl.h"
 #include "controls/controlerrors.h"
 #include "controls/controlobject.h"
-#include "controls/graphics.h"
 
+#include <QColor>
 #include <QImage>
 #include <QWidget>
 
 #include <array>
 
-enum TDirection {
+enum BackgroundEffect {
     bdFlat,
     bdStretchImage,
     bdTileImage,
@@ -40,13 +41,13 @@ enum TDirection {
     bdVertIn,
     bdVertOut
 };
-enum TVertAlign { vlTop, vlCenter, VlBottom };
-enum TTextEffect { tenone, teShadow, teRaised, teLowered, teEmbossed };
-enum TTextRotation { trNone, TrUp, TrDown };
-using GrArray = std::array<TColor, 100>;
+enum VertAlign { vlTop, vlCenter, VlBottom };
+enum TextEffect { tenone, teShadow, teRaised, teLowered, teEmbossed };
+enum TextRotation { trNone, TrUp, TrDown };
+using GradientTable = std::array<QColor, 100>;
 
 // Hit-test answers.
-enum THitTest {
+enum HitTestZone {
     HTNOWHERE = 0,
     HTCAPTION = 2,
     HTLEFT = 10,
@@ -62,7 +63,7 @@ enum THitTest {
 // The gradient table from a to b: entry I is a + I * (b - a) / 100 in each
 // of red, green and blue, the fraction cut off; entry 99 is one step short
 // of b.
-GrArray makeGradientTable(TColor a, TColor b);
+GradientTable makeGradientTable(const QColor& a, const QColor& b);
 // Windows-style multiply-divide, rounded half away from zero.
 int mulDiv(int number, int numerator, int denominator);
 
@@ -72,49 +73,50 @@ public:
     explicit GradientPanel(QWidget* parent = nullptr);
     ~GradientPanel() override;
 
-    TDirection backGroundEffect() const { return FBackGroundEffect; }
-    void setBackGroundEffect(TDirection value);
-    TVertAlign vertAlign() const { return FVertAlign; }
-    void setVertAlign(TVertAlign value);
-    TColor colorEnd() const { return FColorEnd; }
-    void setColorEnd(TColor value);
-    TColor colorStart() const { return FColorStart; }
-    void setColorStart(TColor value);
-    TColor colorShadow() const { return FColorShadow; }
-    void setColorShadow(TColor value);
-    TTextEffect textEffect() const { return FTextEffect; }
-    void setTextEffect(TTextEffect value);
-    TTextRotation textRotation() const { return FTextRotation; }
-    void setTextRotation(TTextRotation value);
-    bool ctl3D() const { return FCtl3D; }
+    BackgroundEffect backGroundEffect() const { return m_backGroundEffect; }
+    void setBackGroundEffect(BackgroundEffect value);
+    VertAlign vertAlign() const { return m_vertAlign; }
+    void setVertAlign(VertAlign value);
+    QColor colorEnd() const { return m_colorEnd; }
+    void setColorEnd(const QColor& value);
+    QColor colorStart() const { return m_colorStart; }
+    void setColorStart(const QColor& value);
+    QColor colorShadow() const { return m_colorShadow; }
+    void setColorShadow(const QColor& value);
+    TextEffect textEffect() const { return m_textEffect; }
+    void setTextEffect(TextEffect value);
+    TextRotation textRotation() const { return m_textRotation; }
+    void setTextRotation(TextRotation value);
+    bool ctl3D() const { return m_ctl3D; }
     void setCtl3D(bool value);
-    const QImage& bitmap() const { return FBitmap; }
+    const QImage& bitmap() const { return m_bitmap; }
     void setBitmap(const QImage& value);
-    int marge() const { return FMarge; }
-    void setMarge(int value) { FMarge = value; }
-    bool moveable() const { return FMoveable; }
+    int marge() const { return m_marge; }
+    void setMarge(int value) { m_marge = value; }
+    bool moveable() const { return m_moveable; }
     void setMoveable(bool value);
     NotifyEvent OnPanelMove;
     // Gets the failures of painting and of OnPanelMove.
     FailureHandler OnFailure;
 
     // The panel's own settings.
-    QString caption() const { return FCaption; }
+    QString caption() const { return m_caption; }
     void setCaption(const QString& value);
-    TAlignment alignment() const { return FAlignment; }
-    void setAlignment(TAlignment value);
-    BevelStyle bevelInner() const { return FBevelInner; }
+    // Left, right or (anything else) centred; only the horizontal part counts.
+    Qt::Alignment alignment() const { return m_alignment; }
+    void setAlignment(Qt::Alignment value);
+    BevelStyle bevelInner() const { return m_bevelInner; }
     void setBevelInner(BevelStyle value);
-    BevelStyle bevelOuter() const { return FBevelOuter; }
+    BevelStyle bevelOuter() const { return m_bevelOuter; }
     void setBevelOuter(BevelStyle value);
-    int bevelWidth() const { return FBevelWidth; }
+    int bevelWidth() const { return m_bevelWidth; }
     void setBevelWidth(int value);
-    int borderWidth() const { return FBorderWidth; }
+    int borderWidth() const { return m_borderWidth; }
     void setBorderWidth(int value);
-    TColor color() const { return FColor; }
-    void setColor(TColor value);
-    const FontSpec& Font() const { return FFont; }
-    void SetFont(const FontSpec& value);
+    QColor color() const { return m_color; }
+    void setColor(const QColor& value);
+    QColor fontColor() const { return m_fontColor; }
+    void setFontColor(const QColor& value);
 
     // The zone of a point in client coordinates; HTNOWHERE unless moveable.
     int hitTest(int x, int y) const;
@@ -129,34 +131,34 @@ protected:
     void mouseReleaseEvent(QMouseEvent* event) override;
 
 private:
-    void paintBackground(TCanvas& cv);
-    void paintCaption(TCanvas& cv);
-    void paintBevels(TCanvas& cv);
+    void paintBackground(QPainter& p);
+    void paintCaption(QPainter& p);
+    void paintBevels(QPainter& p);
 
-    TDirection FBackGroundEffect = bdVertIn;
-    TVertAlign FVertAlign = vlCenter;
-    TColor FColorEnd = 0xFFFFFF;
-    TColor FColorStart = 0x808000;
-    TColor FColorShadow = 0x808080;
-    TTextEffect FTextEffect = teShadow;
-    TTextRotation FTextRotation = trNone;
-    bool FCtl3D = false;
-    QImage FBitmap;
-    GrArray FGradient{};
-    int FMarge = 6;
-    bool FMoveable = false;
+    BackgroundEffect m_backGroundEffect = bdVertIn;
+    VertAlign m_vertAlign = vlCenter;
+    QColor m_colorEnd = Qt::white;
+    QColor m_colorStart = QColor(0, 128, 128);
+    QColor m_colorShadow = PanelColor::gray;
+    TextEffect m_textEffect = teShadow;
+    TextRotation m_textRotation = trNone;
+    bool m_ctl3D = false;
+    QImage m_bitmap;
+    GradientTable m_gradient{};
+    int m_marge = 6;
+    bool m_moveable = false;
 
-    QString FCaption;
-    TAlignment FAlignment = taCenter;
-    BevelStyle FBevelInner = bvNone;
-    BevelStyle FBevelOuter = bvRaised;
-    int FBevelWidth = 1;
-    int FBorderWidth = 0;
-    TColor FColor = clBtnFace;
-    FontSpec FFont;
-    QImage FBuffer;
+    QString m_caption;
+    Qt::Alignment m_alignment = Qt::AlignHCenter;
+    BevelStyle m_bevelInner = bvNone;
+    BevelStyle m_bevelOuter = bvRaised;
+    int m_bevelWidth = 1;
+    int m_borderWidth = 0;
+    QColor m_color = PanelColor::buttonFace;
+    QColor m_fontColor = Qt::black;
+    QImage m_buffer;
 
-    int FDragZone = HTNOWHERE;
-    QPoint FDragStart;
-    QRect FDragGeometry;
+    int m_dragZone = HTNOWHERE;
+    QPoint m_dragStart;
+    QRect m_dragGeometry;
 };

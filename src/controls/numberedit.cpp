@@ -15,17 +15,6 @@
 
 namespace {
 
-Qt::Alignment qtAlignment(TAlignment a) {
-    switch (a) {
-    case taLeftJustify:
-        return Qt::AlignLeft | Qt::AlignVCenter;
-    case taCenter:
-        return Qt::AlignHCenter | Qt::AlignVCenter;
-    default:
-        return Qt::AlignRight | Qt::AlignVCenter;
-    }
-}
-
 template <typename F> void guarded(const FailureHandler& onFailure, F&& f) {
     try {
         f();
@@ -37,7 +26,7 @@ template <typename F> void guarded(const FailureHandler& onFailure, F&& f) {
 } // namespace
 
 NumberEdit::NumberEdit(QWidget* parent) : QLineEdit(parent) {
-    setAlignment(qtAlignment(Alignment()));
+    setAlignment(Alignment() | Qt::AlignVCenter);
     QLineEdit::setText(QStringLiteral("0"));
     setAttribute(Qt::WA_InputMethodEnabled, false); // input method closed
     setAcceptDrops(false);                          // text comes in by keys and paste only
@@ -86,7 +75,7 @@ void NumberEdit::SetModified(bool value) {
 }
 
 void NumberEdit::alignmentChanged() {
-    setAlignment(qtAlignment(Alignment()));
+    setAlignment(Alignment() | Qt::AlignVCenter);
 }
 
 void NumberEdit::pasteFromClipboard() {

@@ -171,9 +171,10 @@ void NumberEditCore::writeTextGuarded(const QString& text) {
     FChangeSave = keep;
 }
 
-void NumberEditCore::SetAlignment(TAlignment value) {
-    if (value == FAlignment) return;
-    FAlignment = value;
+void NumberEditCore::SetAlignment(Qt::Alignment value) {
+    value &= Qt::AlignHorizontal_Mask;
+    if (value == m_alignment) return;
+    m_alignment = value;
     alignmentChanged();
 }
 

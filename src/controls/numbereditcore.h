@@ -13,7 +13,6 @@
 // Text that passes the filter but does not convert raises ConvertError.
 
 #include "controls/controlobject.h"
-#include "controls/graphics.h"
 #include "engine/currency.h"
 
 #include <QString>
@@ -55,8 +54,10 @@ public:
     ~NumberEditCore() override;
 
     // ---- settings
-    TAlignment Alignment() const { return FAlignment; }
-    void SetAlignment(TAlignment value);
+    // The horizontal alignment of the text (Qt::AlignLeft, Qt::AlignHCenter
+    // or Qt::AlignRight); other flags are dropped.
+    Qt::Alignment Alignment() const { return m_alignment; }
+    void SetAlignment(Qt::Alignment value);
     // Up and Down step the value by Increment.
     bool allowKeys() const { return FAllowKeys; }
     void setAllowKeys(bool value) { FAllowKeys = value; }
@@ -173,7 +174,7 @@ private:
     bool hasLimit(LimitOption o) const { return (FLimitOptions & (1u << o)) != 0; }
     QString hexText(std::int64_t value, bool allowMinus) const;
 
-    TAlignment FAlignment = taRightJustify;
+    Qt::Alignment m_alignment = Qt::AlignRight;
     bool FAllowKeys = false;
     bool FValidMinus = false;
     bool FComma = false;

@@ -23,8 +23,7 @@ PriceGridModel::Cell* PriceGridModel::cellAt(int col, int row) {
     return const_cast<Cell*>(std::as_const(*this).cellAt(col, row));
 }
 
-QVariant PriceGridModel::data(const QModelIndex& index, int role) const {
-    const Cell* cell = index.isValid() ? cellAt(index.column(), index.row() + 1) : nullptr;
+QVariant PriceGridModel::roleData(const Cell* cell, int role) {
     if (!cell) return {};
     switch (role) {
     case Qt::DisplayRole:
@@ -41,6 +40,10 @@ QVariant PriceGridModel::data(const QModelIndex& index, int role) const {
     }
 }
 
+QVariant PriceGridModel::data(const QModelIndex& index, int role) const {
+    return roleData(index.isValid() ? cellAt(index.column(), index.row() + 1) : nullptr, role);
+}
+
 bool PriceGridModel::setData(const QModelIndex& index, const QVariant& value, int role) {
     if (role != Qt::EditRole || !index.isValid() || !(flags(index) & Qt::ItemIsEditable))
         return false;
@@ -49,23 +52,9 @@ bool PriceGridModel::setData(const QModelIndex& index, const QVariant& value, in
 }
 
 QVariant PriceGridModel::headerData(int section, Qt::Orientation orientation, int role) const {
-    if (orientation == Qt::Vertical) {
+    if (orientation == Qt::Vertical)
         return role == Qt::DisplayRole ? QVariant(section + 1) : QVariant();
-    }
-    const Cell* cell = cellAt(section, 0);
-    if (!cell) return {};
-    switch (role) {
-    case Qt::DisplayRole:
-        return cell->text;
-    case Qt::BackgroundRole:
-        return QBrush(cell->background);
-    case Qt::ForegroundRole:
-        return QBrush(cell->foreground);
-    case Qt::TextAlignmentRole:
-        return int(cell->alignment | Qt::AlignVCenter);
-    default:
-        return {};
-    }
+    return roleData(cellAt(section, 0), role == Qt::EditRole ? -1 : role);
 }
 
 Qt::ItemFlags PriceGridModel::flags(const QModelIndex& index) const {

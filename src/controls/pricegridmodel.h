@@ -50,6 +50,8 @@ private:
         QColor foreground = Qt::black;
         Qt::Alignment alignment = Qt::AlignLeft;
     };
+    // What a role gives of a cell (nothing of none).
+    static QVariant roleData(const Cell* cell, int role);
     const Cell* cellAt(int col, int row) const;
     Cell* cellAt(int col, int row);
     void cellChanged(int col, int row, const QList<int>& roles);

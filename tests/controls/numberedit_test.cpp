@@ -47,6 +47,16 @@ TEST_F(Edit, StartsAtZeroRightAligned) {
     EXPECT_EQ(double(edit->value()), 0.0);
 }
 
+TEST_F(Edit, AlignmentIsHorizontalAndTheTextStaysCentredVertically) {
+    EXPECT_EQ(edit->Alignment(), Qt::Alignment(Qt::AlignRight));
+    EXPECT_EQ(edit->alignment(), Qt::AlignRight | Qt::AlignVCenter);
+    edit->SetAlignment(Qt::AlignLeft | Qt::AlignBottom);
+    EXPECT_EQ(edit->Alignment(), Qt::Alignment(Qt::AlignLeft));
+    EXPECT_EQ(edit->alignment(), Qt::AlignLeft | Qt::AlignVCenter);
+    edit->SetAlignment(Qt::AlignHCenter);
+    EXPECT_EQ(edit->alignment(), Qt::AlignHCenter | Qt::AlignVCenter);
+}
+
 TEST_F(Edit, ValueWritesShowTheRoundedText) {
     edit->setFigure(2);
     edit->setFixed(true);

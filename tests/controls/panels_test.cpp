@@ -19,16 +19,29 @@
 
 namespace {
 
-TColor px(const QImage& im, int x, int y) {
-    return fromQColor(QColor(im.pixel(x, y)));
+// The colours the panels paint with, as they stand in the pictures.
+constexpr QRgb white = qRgb(255, 255, 255);
+constexpr QRgb black = qRgb(0, 0, 0);
+constexpr QRgb grey = qRgb(128, 128, 128);
+constexpr QRgb buttonFace = qRgb(240, 240, 240);
+constexpr QRgb buttonShadow = qRgb(160, 160, 160);
+
+QRgb px(const QImage& im, int x, int y) {
+    return im.pixel(x, y);
 }
 
-int countColour(const QImage& im, const TRect& r, TColor c) {
+int countColour(const QImage& im, const QRect& r, QRgb c) {
     int n = 0;
-    for (int y = r.Top; y < r.Bottom; ++y)
-        for (int x = r.Left; x < r.Right; ++x)
+    for (int y = r.top(); y <= r.bottom(); ++y)
+        for (int x = r.left(); x <= r.right(); ++x)
             if (px(im, x, y) == c) ++n;
     return n;
+}
+
+QFont captionFont(int pointSize) {
+    QFont font = defaultPanelFont();
+    font.setPointSize(pointSize);
+    return font;
 }
 
 TEST(BoxLabel, NumbersBecomeTheCaption) {
@@ -62,24 +75,24 @@ TEST(BoxLabel, BevelsAndBorder) {
     BoxLabel label;
     label.resize(60, 24);
     QImage im = label.renderImage();
-    const TColor shadow = colorToRgb(clBtnShadow);
-    EXPECT_EQ(px(im, 0, 0), clWhite); // outer raised: light top left
-    EXPECT_EQ(px(im, 0, 23), clWhite);
+    const QRgb shadow = buttonShadow;
+    EXPECT_EQ(px(im, 0, 0), white); // outer raised: light top left
+    EXPECT_EQ(px(im, 0, 23), white);
     EXPECT_EQ(px(im, 59, 23), shadow); // dark bottom right
     EXPECT_EQ(px(im, 59, 0), shadow);
     EXPECT_EQ(px(im, 1, 1), shadow); // inner lowered: dark top left
-    EXPECT_EQ(px(im, 58, 22), clWhite);
+    EXPECT_EQ(px(im, 58, 22), white);
 
     label.setBevelInner(bvNone);
     label.setBevelOuter(bvNone);
     im = label.renderImage();
-    const TColor face = colorToRgb(clBtnFace);
-    EXPECT_EQ(countColour(im, Rect(0, 0, 60, 24), face), 60 * 24);
+    const QRgb face = buttonFace;
+    EXPECT_EQ(countColour(im, QRect(0, 0, 60, 24), face), 60 * 24);
 
     label.setBorderStyle(bsSingle);
     im = label.renderImage();
-    EXPECT_EQ(px(im, 0, 0), clBlack);
-    EXPECT_EQ(px(im, 59, 23), clBlack);
+    EXPECT_EQ(px(im, 0, 0), black);
+    EXPECT_EQ(px(im, 59, 23), black);
     EXPECT_EQ(px(im, 1, 1), face);
 }
 
@@ -88,22 +101,23 @@ TEST(BoxLabel, DisabledTextIsDrawnTwice) {
     label.resize(80, 30);
     label.setBevelInner(bvNone);
     label.setBevelOuter(bvNone);
-    label.SetFont(FontSpec(defaultFontName(), 14, clBlack));
+    label.setFont(captionFont(14));
+    label.setFontColor(Qt::black);
     label.setCaption(QStringLiteral("■■"));
-    const TRect all = Rect(0, 0, 80, 30);
+    const QRect all(0, 0, 80, 30);
     QImage im = label.renderImage();
-    EXPECT_EQ(countColour(im, all, clWhite), 0);
-    EXPECT_GT(countColour(im, all, clBlack), 20);
+    EXPECT_EQ(countColour(im, all, white), 0);
+    EXPECT_GT(countColour(im, all, black), 20);
     label.setEnabled(false);
     im = label.renderImage();
-    EXPECT_EQ(countColour(im, all, clBlack), 0);
-    EXPECT_GT(countColour(im, all, clGray), 20);
-    EXPECT_GT(countColour(im, all, clWhite), 0); // the white pass shows one pixel down right
+    EXPECT_EQ(countColour(im, all, black), 0);
+    EXPECT_GT(countColour(im, all, grey), 20);
+    EXPECT_GT(countColour(im, all, white), 0); // the white pass shows one pixel down right
     // The white pass lies one pixel down and right of the grey one.
     int whiteBelowGrey = 0;
     for (int y = 1; y < 30; ++y)
         for (int x = 1; x < 80; ++x)
-            if (px(im, x, y) == clWhite && px(im, x - 1, y - 1) == clGray) ++whiteBelowGrey;
+            if (px(im, x, y) == white && px(im, x - 1, y - 1) == grey) ++whiteBelowGrey;
     EXPECT_GT(whiteBelowGrey, 0);
 }
 
@@ -111,58 +125,62 @@ TEST(GradPan, GradientsRunAsTheTablesSay) {
     GradientPanel pan;
     pan.resize(200, 100);
     pan.setBevelOuter(bvNone);
-    pan.setColorStart(rgbColor(0, 0, 0));
-    pan.setColorEnd(rgbColor(200, 100, 255));
+    pan.setColorStart(QColor(0, 0, 0));
+    pan.setColorEnd(QColor(200, 100, 255));
     pan.setBackGroundEffect(bdDown);
     QImage im = pan.renderImage();
-    const GrArray down = makeGradientTable(pan.colorEnd(), pan.colorStart());
-    EXPECT_EQ(px(im, 100, 0), pan.colorEnd());
-    EXPECT_EQ(px(im, 100, 99), down[99]);
-    EXPECT_EQ(down[99], rgbColor(2, 1, 2)); // one step short of colorStart, cut
-    EXPECT_EQ(px(im, 100, 50), down[50]);
+    const GradientTable down = makeGradientTable(pan.colorEnd(), pan.colorStart());
+    EXPECT_EQ(px(im, 100, 0), pan.colorEnd().rgb());
+    EXPECT_EQ(px(im, 100, 99), down[99].rgb());
+    EXPECT_EQ(down[99].rgb(), qRgb(2, 1, 2)); // one step short of colorStart, cut
+    EXPECT_EQ(px(im, 100, 50), down[50].rgb());
 
     pan.setBackGroundEffect(bdVertIn);
     im = pan.renderImage();
-    const GrArray in = makeGradientTable(pan.colorStart(), pan.colorEnd());
-    EXPECT_EQ(px(im, 0, 50), in[1]);
-    EXPECT_EQ(px(im, 99, 50), in[99]);
-    EXPECT_EQ(px(im, 100, 50), in[98]);
-    EXPECT_EQ(px(im, 199, 50), pan.colorStart());
+    const GradientTable in = makeGradientTable(pan.colorStart(), pan.colorEnd());
+    EXPECT_EQ(px(im, 0, 50), in[1].rgb());
+    EXPECT_EQ(px(im, 99, 50), in[99].rgb());
+    EXPECT_EQ(px(im, 100, 50), in[98].rgb());
+    EXPECT_EQ(px(im, 199, 50), pan.colorStart().rgb());
 
     pan.setBackGroundEffect(bdFlat);
-    EXPECT_EQ(px(pan.renderImage(), 10, 10), pan.colorStart());
+    EXPECT_EQ(px(pan.renderImage(), 10, 10), pan.colorStart().rgb());
 
     // Bevels lie over the background.
     pan.setBevelOuter(bvRaised);
     im = pan.renderImage();
-    EXPECT_EQ(px(im, 0, 0), clWhite);
-    EXPECT_EQ(px(im, 199, 99), clGray);
+    EXPECT_EQ(px(im, 0, 0), white);
+    EXPECT_EQ(px(im, 199, 99), grey);
 
-    EXPECT_THROW(makeGradientTable(clBtnFace, clWhite), ControlRangeError);
+    // A colour that is no RGB value cannot start or end a gradient.
+    EXPECT_THROW(makeGradientTable(QColor(), Qt::white), ControlRangeError);
+    EXPECT_THROW(makeGradientTable(Qt::white, QColor()), ControlRangeError);
 }
 
 TEST(GradPan, TextEffectsUseTheirColours) {
     GradientPanel pan;
     pan.resize(120, 40);
     pan.setBackGroundEffect(bdFlat);
-    pan.setColorStart(clWhite);
-    pan.setColorShadow(rgbColor(0, 0, 255));
-    pan.SetFont(FontSpec(defaultFontName(), 14, rgbColor(255, 0, 0)));
+    pan.setColorStart(Qt::white);
+    pan.setColorShadow(QColor(0, 0, 255));
+    pan.setFont(captionFont(14));
+    pan.setFontColor(QColor(255, 0, 0));
     pan.setCaption(QStringLiteral("■"));
-    const TRect all = Rect(0, 0, 120, 40);
+    const QRect all(0, 0, 120, 40);
+    const QRgb blue = qRgb(0, 0, 255), red = qRgb(255, 0, 0);
     pan.setTextEffect(tenone);
     QImage im = pan.renderImage();
-    EXPECT_GT(countColour(im, all, rgbColor(0, 0, 255)), 10);
-    EXPECT_EQ(countColour(im, all, rgbColor(255, 0, 0)), 0);
+    EXPECT_GT(countColour(im, all, blue), 10);
+    EXPECT_EQ(countColour(im, all, red), 0);
     pan.setTextEffect(teShadow);
     im = pan.renderImage();
-    EXPECT_GT(countColour(im, all, rgbColor(0, 0, 255)), 0);
-    EXPECT_GT(countColour(im, all, rgbColor(255, 0, 0)), 10);
+    EXPECT_GT(countColour(im, all, blue), 0);
+    EXPECT_GT(countColour(im, all, red), 10);
     pan.setTextEffect(teRaised);
-    EXPECT_GT(countColour(pan.renderImage(), all, clBlack), 0);
+    EXPECT_GT(countColour(pan.renderImage(), all, black), 0);
     pan.setTextRotation(TrUp);
     pan.setTextEffect(tenone);
-    EXPECT_GT(countColour(pan.renderImage(), all, rgbColor(0, 0, 255)), 10);
+    EXPECT_GT(countColour(pan.renderImage(), all, blue), 10);
 }
 
 TEST(GradPan, MoveableZonesMoveAndSize) {
