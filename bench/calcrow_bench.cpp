@@ -29,8 +29,8 @@ void setOptions(PipeTypeDocument& doc, int variant) {
     o.elementFraction() = FractionSteps[std::size_t(variant % 3)];
     o.adoptedDigits() = DigitSteps[std::size_t(variant % 6)];
     o.adoptedFraction() = FractionSteps[std::size_t((variant + 1) % 3)];
-    o.UnitDigits() = DigitSteps[std::size_t((variant + 2) % 6)];
-    o.UnitFraction() = FractionSteps[std::size_t((variant + 2) % 3)];
+    o.unitDigits() = DigitSteps[std::size_t((variant + 2) % 6)];
+    o.unitFraction() = FractionSteps[std::size_t((variant + 2) % 3)];
     o.labourSubmitted() = Currency::fromInt(18000 + variant);
     o.labourCost() = Currency::fromInt(15000 + variant);
     o.rateSubmitted() = Currency::fromInt(70);

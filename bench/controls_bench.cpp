@@ -37,7 +37,7 @@ void BM_NumberBoxValueWrite(benchmark::State& state) {
     for (auto _ : state) {
         box.setValue(v);
         v += 0.37L;
-        benchmark::DoNotOptimize(box.Text());
+        benchmark::DoNotOptimize(box.numberText());
     }
 }
 BENCHMARK(BM_NumberBoxValueWrite);

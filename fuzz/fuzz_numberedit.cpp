@@ -17,7 +17,7 @@ bool isHexDigit(QChar c) {
 // Checks what the filters allow; the text written by the box itself (after
 // leaving it) may carry its separators and an exponent-free decimal form.
 void checkFiltered(const NumberEditCore& e) {
-    const QString t = e.Text();
+    const QString t = e.numberText();
     int points = 0;
     for (int i = 0; i < int(t.size()); ++i) {
         const QChar c = t[i];
@@ -54,7 +54,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     e.setFixed(in.ConsumeBool());
     e.setValidMinus(in.ConsumeBool());
     e.setMaxIntLength(in.ConsumeIntegralInRange(0, 12));
-    e.setRoundMode(TRoundMode(in.ConsumeIntegralInRange(0, 2)));
+    e.setRoundMode(RoundMode(in.ConsumeIntegralInRange(0, 2)));
     e.setZeroVisible(in.ConsumeBool());
     e.setAllowKeys(true);
     if (in.ConsumeBool()) {
@@ -62,7 +62,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         e.setMax(Extended(in.ConsumeIntegralInRange(0, 100000)));
         e.setLimit(true);
     }
-    e.SetText(QString());
+    e.setNumberText(QString());
     e.doEnter();
 
     try {
@@ -79,14 +79,13 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
                 e.pasteText(in.ConsumeBool() ? fuzzUtf8(in, 40) : fuzzText(in, 20));
                 break;
             case 3: { // caret and selection
-                const int len = int(e.Text().size());
+                const int len = int(e.numberText().size());
                 e.setSelStart(in.ConsumeIntegralInRange(0, len));
                 e.setSelLength(in.ConsumeIntegralInRange(0, len - e.selStart()));
                 break;
             }
             case 4: { // arrow keys
-                int key = in.ConsumeBool() ? 38 : 40;
-                e.keyDown(key, ShiftState{});
+                e.arrowKey(in.ConsumeBool() ? adUp : adDown);
                 break;
             }
             default: // leave the box and come back
@@ -103,7 +102,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         e.doExit();
         checkFiltered(e);
         // What the box shows after leaving it reads back as its value.
-        QString shown = e.Text();
+        QString shown = e.numberText();
         if (!shown.isEmpty()) FUZZ_CHECK(e.parseNumberText(shown) == e.value());
     } catch (const ConvertError&) {
         // Text the filter lets through but that is no number in range: the

@@ -123,7 +123,7 @@ void handOff(FuzzedDataProvider& in) {
         textLinesOfBytes(exportRowsText(ExportPrint, rows, sheet, {}) + QByteArray("\r\n")), job);
 
     FUZZ_CHECK_EQ(job.styleFile, stylePath);
-    FUZZ_CHECK_EQ(job.Refrigerant(), refrigerant);
+    FUZZ_CHECK_EQ(job.isRefrigerant(), refrigerant);
     FUZZ_CHECK_EQ(job.labourCost, currToStr(rows[OptionRow].factor(5)));
     FUZZ_CHECK_EQ(job.buildingPage, rows[4].goods() + rows[5].goods());
     // The date of the page has no leading zeros: "令和8年1月7日（水）".

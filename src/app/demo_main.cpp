@@ -28,8 +28,8 @@ void setExample(PipeTypeDocument& doc) {
     o.elementFraction() = c("0.9");
     o.adoptedDigits() = c("10");
     o.adoptedFraction() = c("0");
-    o.UnitDigits() = c("10");
-    o.UnitFraction() = c("0.9");
+    o.unitDigits() = c("10");
+    o.unitFraction() = c("0.9");
     o.rateSubmitted() = c("70");
     o.rateCost() = c("60");
 }

@@ -19,25 +19,25 @@ FolderDialog::~FolderDialog() = default;
 
 bool FolderDialog::execute() {
     QWidget* ownerWidget = qobject_cast<QWidget*>(parent());
-    QFileDialog dialog(ownerWidget, FTitle, FRootID);
+    QFileDialog dialog(ownerWidget, m_title, m_rootID);
     dialog.setObjectName(QStringLiteral("FolderDialog"));
     dialog.setFileMode(QFileDialog::Directory);
     dialog.setOption(QFileDialog::DontUseNativeDialog, true);
-    dialog.setOption(QFileDialog::ShowDirsOnly, (FOptions & (1u << bifReturnOnlyFSDirs)) != 0);
-    if (FBrowseCallBackProc) {
+    dialog.setOption(QFileDialog::ShowDirsOnly, (m_options & (1u << bifReturnOnlyFSDirs)) != 0);
+    if (m_browseCallBackProc) {
         QObject::connect(&dialog, &QFileDialog::directoryEntered, &dialog,
                          [this, &dialog](const QString& folder) {
-                             FBrowseCallBackProc(&dialog, BFFM_SELCHANGED,
-                                                 QDir::toNativeSeparators(folder), FParam);
+                             m_browseCallBackProc(&dialog, BFFM_SELCHANGED,
+                                                  QDir::toNativeSeparators(folder), m_param);
                          });
         QTimer::singleShot(0, &dialog, [this, &dialog] {
-            FBrowseCallBackProc(&dialog, BFFM_INITIALIZED, QString(), FParam);
+            m_browseCallBackProc(&dialog, BFFM_INITIALIZED, QString(), m_param);
         });
     }
     if (dialog.exec() != QDialog::Accepted) return false;
     const QStringList chosen = dialog.selectedFiles();
     if (chosen.isEmpty()) return false;
-    FFolderName = QDir::toNativeSeparators(chosen.first()).left(260);
-    FImage = 0;
+    m_folderName = QDir::toNativeSeparators(chosen.first()).left(260);
+    m_image = 0;
     return true;
 }

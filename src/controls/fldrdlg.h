@@ -41,28 +41,28 @@ public:
     explicit FolderDialog(QObject* owner = nullptr);
     ~FolderDialog() override;
 
-    QString title() const { return FTitle; }
-    void setTitle(const QString& value) { FTitle = value; }
-    FolderDialogOptions option() const { return FOptions; }
-    void setOption(FolderDialogOptions value) { FOptions = value; }
+    QString title() const { return m_title; }
+    void setTitle(const QString& value) { m_title = value; }
+    FolderDialogOptions option() const { return m_options; }
+    void setOption(FolderDialogOptions value) { m_options = value; }
     // The folder the tree starts at (write-only in use).
-    void setRootId(const QString& value) { FRootID = value; }
+    void setRootId(const QString& value) { m_rootID = value; }
     void setBrowseCallBackProc(FolderBrowseCallback value) {
-        FBrowseCallBackProc = std::move(value);
+        m_browseCallBackProc = std::move(value);
     }
-    std::intptr_t param() const { return FParam; }
-    void setParam(std::intptr_t value) { FParam = value; }
-    int image() const { return FImage; }
-    QString folderName() const { return FFolderName; }
+    std::intptr_t param() const { return m_param; }
+    void setParam(std::intptr_t value) { m_param = value; }
+    int image() const { return m_image; }
+    QString folderName() const { return m_folderName; }
 
     bool execute();
 
 private:
-    QString FRootID;
-    QString FTitle;
-    FolderDialogOptions FOptions = 1u << bifReturnOnlyFSDirs;
-    FolderBrowseCallback FBrowseCallBackProc;
-    std::intptr_t FParam = 0;
-    int FImage = 0;
-    QString FFolderName;
+    QString m_rootID;
+    QString m_title;
+    FolderDialogOptions m_options = 1u << bifReturnOnlyFSDirs;
+    FolderBrowseCallback m_browseCallBackProc;
+    std::intptr_t m_param = 0;
+    int m_image = 0;
+    QString m_folderName;
 };

@@ -26,7 +26,7 @@ template <typename F> void guarded(const FailureHandler& onFailure, F&& f) {
 } // namespace
 
 NumberEdit::NumberEdit(QWidget* parent) : QLineEdit(parent) {
-    setAlignment(Alignment() | Qt::AlignVCenter);
+    setAlignment(numberAlignment() | Qt::AlignVCenter);
     QLineEdit::setText(QStringLiteral("0"));
     setAttribute(Qt::WA_InputMethodEnabled, false); // input method closed
     setAcceptDrops(false);                          // text comes in by keys and paste only
@@ -39,7 +39,7 @@ void NumberEdit::textChangedByBox() {
     guarded(OnFailure, [this] { change(); });
 }
 
-void NumberEdit::SetText(const QString& value) {
+void NumberEdit::setNumberText(const QString& value) {
     if (value == QLineEdit::text()) return;
     QLineEdit::setText(value);
 }
@@ -66,16 +66,16 @@ void NumberEdit::setSelLength(int value) {
 }
 
 bool NumberEdit::ctrlDown() const {
-    return FCtrlFromEvent || NumberEditCore::ctrlDown();
+    return m_ctrlFromEvent || NumberEditCore::ctrlDown();
 }
 
-void NumberEdit::SetModified(bool value) {
-    NumberEditCore::SetModified(value);
+void NumberEdit::setEdited(bool value) {
+    NumberEditCore::setEdited(value);
     setModified(value);
 }
 
 void NumberEdit::alignmentChanged() {
-    setAlignment(Alignment() | Qt::AlignVCenter);
+    setAlignment(numberAlignment() | Qt::AlignVCenter);
 }
 
 void NumberEdit::pasteFromClipboard() {
@@ -122,14 +122,14 @@ void NumberEdit::keyPressEvent(QKeyEvent* event) {
         guarded(OnFailure, [&] { arrowKey(direction); });
         return;
     }
-    FCtrlFromEvent = event->modifiers().testFlag(Qt::ControlModifier);
+    m_ctrlFromEvent = event->modifiers().testFlag(Qt::ControlModifier);
     QChar key;
     guarded(OnFailure, [&] { key = keyPressFilter(ch); });
-    FCtrlFromEvent = false;
+    m_ctrlFromEvent = false;
     if (key.isNull()) return;
     if (OnKeyPress) OnKeyPress(this, key);
     if (key.isNull()) return;
-    FKeyin = true;
+    m_keyin = true;
     if (key == QChar(13) || key == QChar(9)) {
         event->ignore();
         return;

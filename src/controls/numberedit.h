@@ -5,7 +5,7 @@
 // onto the QLineEdit and routes keys, paste, focus and text changes.
 //
 //   Value() / setValue(v)    the number; writing shows the formatted text
-//   Text()                   the text in the box (QLineEdit::text())
+//   numberText()                   the text in the box (QLineEdit::text())
 //   OnChange, OnKeyPress     as the form's handlers expect them
 //
 // A conversion error raised while typing or leaving the box goes to
@@ -28,14 +28,14 @@ public:
     // Gets the failures of the box's event handling.
     FailureHandler OnFailure;
 
-    QString Text() const override { return QLineEdit::text(); }
-    void SetText(const QString& value) override;
+    QString numberText() const override { return QLineEdit::text(); }
+    void setNumberText(const QString& value) override;
     int selStart() const override;
     int selLength() const override;
     void setSelStart(int value) override;
     void setSelLength(int value) override;
     bool ctrlDown() const override;
-    void SetModified(bool value) override;
+    void setEdited(bool value) override;
 
     // Pastes the clipboard's text through the paste filter.
     void pasteFromClipboard();
@@ -54,5 +54,5 @@ protected:
 
 private:
     void textChangedByBox();
-    bool FCtrlFromEvent = false;
+    bool m_ctrlFromEvent = false;
 };

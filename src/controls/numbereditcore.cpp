@@ -139,25 +139,25 @@ QString formatThousands(std::int64_t value) {
 
 // ---------------------------------------------------------------- NumberEditCore
 
-NumberEditCore::NumberEditCore() : FText(QStringLiteral("0")) {}
+NumberEditCore::NumberEditCore() : m_text(QStringLiteral("0")) {}
 
 NumberEditCore::~NumberEditCore() = default;
 
-void NumberEditCore::SetText(const QString& value) {
-    if (value == FText) return;
-    FText = value;
-    FSelStart = int(value.size());
-    FSelLength = 0;
+void NumberEditCore::setNumberText(const QString& value) {
+    if (value == m_text) return;
+    m_text = value;
+    m_selStart = int(value.size());
+    m_selLength = 0;
     change();
 }
 
 void NumberEditCore::setSelStart(int value) {
-    FSelStart = qBound(0, value, int(Text().size()));
-    FSelLength = 0;
+    m_selStart = qBound(0, value, int(numberText().size()));
+    m_selLength = 0;
 }
 
 void NumberEditCore::setSelLength(int value) {
-    FSelLength = qBound(0, value, int(Text().size()) - selStart());
+    m_selLength = qBound(0, value, int(numberText().size()) - selStart());
 }
 
 void NumberEditCore::baseChange() {
@@ -165,13 +165,13 @@ void NumberEditCore::baseChange() {
 }
 
 void NumberEditCore::writeTextGuarded(const QString& text) {
-    const bool keep = FChangeSave;
-    FChangeSave = true;
-    SetText(text);
-    FChangeSave = keep;
+    const bool keep = m_changeSave;
+    m_changeSave = true;
+    setNumberText(text);
+    m_changeSave = keep;
 }
 
-void NumberEditCore::SetAlignment(Qt::Alignment value) {
+void NumberEditCore::setNumberAlignment(Qt::Alignment value) {
     value &= Qt::AlignHorizontal_Mask;
     if (value == m_alignment) return;
     m_alignment = value;
@@ -179,76 +179,76 @@ void NumberEditCore::SetAlignment(Qt::Alignment value) {
 }
 
 void NumberEditCore::setComma(bool value) {
-    FComma = value;
+    m_comma = value;
     writeTextGuarded(formatNumberText());
     invalidate();
 }
 
 void NumberEditCore::setFigure(int value) {
-    FFigure = value;
-    SetText(formatNumberText());
+    m_figure = value;
+    setNumberText(formatNumberText());
     invalidate();
 }
 
 void NumberEditCore::setFixed(bool value) {
-    FFixed = value;
-    SetText(formatNumberText());
+    m_fixed = value;
+    setNumberText(formatNumberText());
     invalidate();
 }
 
 void NumberEditCore::setLimit(bool value) {
-    FLimit = value;
-    if (FLimit) {
-        if (hasLimit(loMin) && FValue < FMin) FValue = FMin;
-        if (hasLimit(loMax) && FValue > FMax) FValue = FMax;
-        SetText(formatNumberText());
+    m_limit = value;
+    if (m_limit) {
+        if (hasLimit(loMin) && m_value < m_min) m_value = m_min;
+        if (hasLimit(loMax) && m_value > m_max) m_value = m_max;
+        setNumberText(formatNumberText());
         invalidate();
     }
 }
 
-void NumberEditCore::setLimitOptions(TLimitOptions value) {
-    FLimitOptions = value;
-    if (FLimit) {
-        if (hasLimit(loMin) && FValue < FMin) FValue = FMin;
-        if (hasLimit(loMax) && FValue > FMax) FValue = FMax;
-        SetText(formatNumberText());
+void NumberEditCore::setLimitOptions(LimitOptions value) {
+    m_limitOptions = value;
+    if (m_limit) {
+        if (hasLimit(loMin) && m_value < m_min) m_value = m_min;
+        if (hasLimit(loMax) && m_value > m_max) m_value = m_max;
+        setNumberText(formatNumberText());
         invalidate();
     }
 }
 
 void NumberEditCore::setMax(Extended value) {
-    FMax = value;
-    if (FMin > FMax) FMin = FMax;
-    if ((FValue < FMin || FValue > FMax) && FLimit && hasLimit(loMax)) {
-        FValue = FMax;
-        SetText(formatNumberText());
+    m_max = value;
+    if (m_min > m_max) m_min = m_max;
+    if ((m_value < m_min || m_value > m_max) && m_limit && hasLimit(loMax)) {
+        m_value = m_max;
+        setNumberText(formatNumberText());
         invalidate();
     }
 }
 
 void NumberEditCore::setMin(Extended value) {
-    FMin = value;
-    if (FMax < FMin) FMax = FMin;
-    if ((FValue < FMin || FValue > FMax) && FLimit && hasLimit(loMin)) {
-        FValue = FMin;
-        SetText(formatNumberText());
+    m_min = value;
+    if (m_max < m_min) m_max = m_min;
+    if ((m_value < m_min || m_value > m_max) && m_limit && hasLimit(loMin)) {
+        m_value = m_min;
+        setNumberText(formatNumberText());
         invalidate();
     }
 }
 
 void NumberEditCore::setValidMinus(bool value) {
-    FValidMinus = value;
-    if (FNumberType == ntHex) SetText(formatNumberText());
+    m_validMinus = value;
+    if (m_numberType == ntHex) setNumberText(formatNumberText());
 }
 
 void NumberEditCore::setZeroVisible(bool value) {
-    if (value == FZeroVisible) return;
-    FZeroVisible = value;
-    if (FValue == 0) SetText(formatNumberText());
+    if (value == m_zeroVisible) return;
+    m_zeroVisible = value;
+    if (m_value == 0) setNumberText(formatNumberText());
 }
 
 QString NumberEditCore::hexText(std::int64_t value, bool allowMinus) const {
-    const int width = std::max(FFigure, 1);
+    const int width = std::max(m_figure, 1);
     if (allowMinus) {
         const unsigned long long magnitude = value < 0
                                                  ? 0ull - static_cast<unsigned long long>(value)
@@ -264,27 +264,27 @@ QString NumberEditCore::hexText(std::int64_t value, bool allowMinus) const {
         .rightJustified(width, QLatin1Char('0'));
 }
 
-void NumberEditCore::setNumberType(TNumberType value) {
-    if (value == FNumberType) return;
+void NumberEditCore::setNumberType(NumberType value) {
+    if (value == m_numberType) return;
     if (value == ntDecimal) {
-        FNumberType = value;
-        SetText(floatToGeneral(FValue));
+        m_numberType = value;
+        setNumberText(floatToGeneral(m_value));
     } else {
         const std::int32_t v = intValue();
-        FNumberType = value;
-        SetText(hexText(v, false));
+        m_numberType = value;
+        setNumberText(hexText(v, false));
     }
     invalidate();
 }
 
 void NumberEditCore::setValue(Extended value) {
-    if (FLimit && hasLimit(loMin) && value < FMin)
-        FValue = FMin;
-    else if (FLimit && hasLimit(loMax) && value > FMax)
-        FValue = FMax;
+    if (m_limit && hasLimit(loMin) && value < m_min)
+        m_value = m_min;
+    else if (m_limit && hasLimit(loMax) && value > m_max)
+        m_value = m_max;
     else
-        FValue = value;
-    SetText(formatNumberText());
+        m_value = value;
+    setNumberText(formatNumberText());
 }
 
 void NumberEditCore::setCurrency(Currency value) {
@@ -292,15 +292,15 @@ void NumberEditCore::setCurrency(Currency value) {
 }
 
 Currency NumberEditCore::asCurrency() const {
-    return strToCurr(plainNumberText(FValue));
+    return strToCurr(plainNumberText(m_value));
 }
 
 Currency NumberEditCore::storedCurrency() const {
-    return Currency::fromRaw(store(FValue * 10000.0L));
+    return Currency::fromRaw(store(m_value * 10000.0L));
 }
 
 std::int64_t NumberEditCore::asInt64() const {
-    return roundTextToInt64(*this, FValue);
+    return roundTextToInt64(*this, m_value);
 }
 
 std::int32_t NumberEditCore::intValue() const {
@@ -310,18 +310,18 @@ std::int32_t NumberEditCore::intValue() const {
 }
 
 QString NumberEditCore::asText() const {
-    if (FNumberType == ntDecimal) return floatToGeneral(FValue);
+    if (m_numberType == ntDecimal) return floatToGeneral(m_value);
     const std::int64_t v = asInt64();
     const unsigned long long magnitude =
         v < 0 ? 0ull - static_cast<unsigned long long>(v) : static_cast<unsigned long long>(v);
     QString digits = QString::number(magnitude, 16).toUpper();
-    if (FValidMinus && Text().startsWith(QLatin1Char('-'))) digits.prepend(QLatin1Char('-'));
+    if (m_validMinus && numberText().startsWith(QLatin1Char('-'))) digits.prepend(QLatin1Char('-'));
     return digits;
 }
 
 Extended NumberEditCore::parseNumberText(QString& S) const {
     if (S.isEmpty() || S == QLatin1String("-") || S == QLatin1String("+")) return 0;
-    if (FNumberType == ntDecimal) {
+    if (m_numberType == ntDecimal) {
         QString stripped;
         for (QChar c : S)
             if (c != kThousands && c.unicode() >= 32) stripped += c;
@@ -330,7 +330,7 @@ Extended NumberEditCore::parseNumberText(QString& S) const {
         if (!S.contains(kDecimal)) return Extended(textToInt64(S));
         return textToFloat(S);
     }
-    if (FValidMinus) {
+    if (m_validMinus) {
         QString rest = S;
         const bool negative = rest.startsWith(QLatin1Char('-'));
         if (negative) rest = rest.mid(1);
@@ -358,7 +358,7 @@ QString NumberEditCore::roundNumberText(const QString& AText, int ADigits) const
     QString kept = S.mid(d + 1, ADigits);
     const QString cut = S.mid(d + 1 + ADigits);
     bool carry = false;
-    switch (FRoundMode) {
+    switch (m_roundMode) {
     case rmDown:
         break;
     case rmRound:
@@ -390,15 +390,15 @@ QString NumberEditCore::roundNumberText(const QString& AText, int ADigits) const
 }
 
 QString NumberEditCore::formatNumberText() {
-    if (FLimit) {
-        if (hasLimit(loMin) && FValue < FMin) FValue = FMin;
-        if (hasLimit(loMax) && FValue > FMax) FValue = FMax;
+    if (m_limit) {
+        if (hasLimit(loMin) && m_value < m_min) m_value = m_min;
+        if (hasLimit(loMax) && m_value > m_max) m_value = m_max;
     }
     QString S;
-    if (FNumberType == ntDecimal) {
-        const bool plus = Text().startsWith(QLatin1Char('+'));
-        S = roundNumberText(plainNumberText(FValue), FFigure);
-        if (FComma) {
+    if (m_numberType == ntDecimal) {
+        const bool plus = numberText().startsWith(QLatin1Char('+'));
+        S = roundNumberText(plainNumberText(m_value), m_figure);
+        if (m_comma) {
             const bool minus = S.startsWith(QLatin1Char('-'));
             const int d = S.indexOf(kDecimal);
             const QString intPart = d < 0 ? S : S.left(d);
@@ -406,46 +406,46 @@ QString NumberEditCore::formatNumberText() {
             S = formatThousands(textToInt32(intPart)) + fraction;
             if (minus && !S.startsWith(QLatin1Char('-'))) S.prepend(QLatin1Char('-'));
         }
-        if (FFigure >= 0 && FFixed) {
+        if (m_figure >= 0 && m_fixed) {
             const int d = S.indexOf(kDecimal);
             if (d < 0) {
-                if (FFigure >= 1) S += kDecimal + QString(FFigure, QLatin1Char('0'));
-            } else if (FFigure == 0) {
+                if (m_figure >= 1) S += kDecimal + QString(m_figure, QLatin1Char('0'));
+            } else if (m_figure == 0) {
                 S = S.left(d);
             } else {
                 const int have = S.size() - d - 1;
-                if (have < FFigure)
-                    S += QString(FFigure - have, QLatin1Char('0'));
+                if (have < m_figure)
+                    S += QString(m_figure - have, QLatin1Char('0'));
                 else
-                    S = S.left(d + 1 + FFigure);
+                    S = S.left(d + 1 + m_figure);
             }
         }
         if (plus) S.prepend(QLatin1Char('+'));
         if (S.endsWith(kDecimal)) S.chop(1);
     } else {
-        QString r = roundNumberText(floatToGeneral(FValue), 0);
+        QString r = roundNumberText(floatToGeneral(m_value), 0);
         if (r.endsWith(kDecimal)) r.chop(1);
         const std::int64_t v = textToInt64(r);
-        FValue = Extended(v);
-        S = hexText(v, FValidMinus);
+        m_value = Extended(v);
+        S = hexText(v, m_validMinus);
     }
     QString copy = S;
     const Extended v = parseNumberText(copy);
-    FValue = v;
-    if (v == 0 && !FZeroVisible) return QString();
+    m_value = v;
+    if (v == 0 && !m_zeroVisible) return QString();
     return S;
 }
 
 void NumberEditCore::change() {
-    if (FChangeSave) return;
-    const QString text = Text();
+    if (m_changeSave) return;
+    const QString text = numberText();
     if (text.isEmpty() || text == QLatin1String("-") || text == QLatin1String("+")) {
-        FValue = 0;
+        m_value = 0;
         return;
     }
     QString stripped = text;
-    FValue = parseNumberText(stripped);
-    if (FComma && FNumberType == ntDecimal) {
+    m_value = parseNumberText(stripped);
+    if (m_comma && m_numberType == ntDecimal) {
         const bool minus = stripped.startsWith(QLatin1Char('-'));
         const int d = stripped.indexOf(kDecimal);
         const int oldLength = text.size();
@@ -463,53 +463,53 @@ void NumberEditCore::change() {
             --caret;
         setSelStart(qBound(0, caret, int(formatted.size())));
     }
-    if (FNumberType == ntDecimal) FValue = textToFloat(roundNumberText(Text(), FFigure));
-    if (FLimit) {
-        if (hasLimit(loMin) && FValue < FMin) FValue = FMin;
-        if (hasLimit(loMax) && FValue > FMax) FValue = FMax;
+    if (m_numberType == ntDecimal) m_value = textToFloat(roundNumberText(numberText(), m_figure));
+    if (m_limit) {
+        if (hasLimit(loMin) && m_value < m_min) m_value = m_min;
+        if (hasLimit(loMax) && m_value > m_max) m_value = m_max;
     }
     baseChange();
 }
 
 void NumberEditCore::doEnter() {
-    if (FAutoSelect) {
+    if (m_autoSelect) {
         setSelStart(0);
-        setSelLength(Text().size());
+        setSelLength(numberText().size());
     } else {
-        setSelStart(Text().size());
+        setSelStart(numberText().size());
     }
-    FKeyin = false;
+    m_keyin = false;
 }
 
 void NumberEditCore::doExit() {
-    FChangeSave = true;
+    m_changeSave = true;
     try {
-        QString s = Text();
-        FValue = parseNumberText(s);
-        SetText(formatNumberText());
-        SetModified(FKeyin);
+        QString s = numberText();
+        m_value = parseNumberText(s);
+        setNumberText(formatNumberText());
+        setEdited(m_keyin);
     } catch (...) {
-        FChangeSave = false;
+        m_changeSave = false;
         throw;
     }
-    FChangeSave = false;
+    m_changeSave = false;
 }
 
 void NumberEditCore::arrowKey(ArrowKeyDirection direction) {
-    if (FAllowKeys && direction != adNone) stepByArrow(direction);
+    if (m_allowKeys && direction != adNone) stepByArrow(direction);
 }
 
 void NumberEditCore::stepByArrow(ArrowKeyDirection Direction) {
-    Extended n = FValue;
+    Extended n = m_value;
     if (Direction == adUp)
-        n = FValue + getIncrement();
+        n = m_value + getIncrement();
     else if (Direction == adDown)
-        n = FValue - getIncrement();
-    if (FLimit) {
-        if (hasLimit(loMin) && n < FMin)
-            n = (FWrap && hasLimit(loMax)) ? FMax : FMin;
-        else if (hasLimit(loMax) && n > FMax)
-            n = (FWrap && hasLimit(loMin)) ? FMin : FMax;
+        n = m_value - getIncrement();
+    if (m_limit) {
+        if (hasLimit(loMin) && n < m_min)
+            n = (m_wrap && hasLimit(loMax)) ? m_max : m_min;
+        else if (hasLimit(loMax) && n > m_max)
+            n = (m_wrap && hasLimit(loMin)) ? m_min : m_max;
     }
     doArrowKeyChange(Direction, n);
     setValue(n);
@@ -523,26 +523,26 @@ bool NumberEditCore::isValidChar(QChar key) const {
     const ushort k = key.unicode();
     const bool control = k == 8 || k == 9 || k == 13;
     const bool digit = k >= '0' && k <= '9';
-    if (FNumberType == ntHex) {
+    if (m_numberType == ntHex) {
         if (ctrlDown()) return true;
         if (control || digit || (k >= 'A' && k <= 'F') || (k >= 'a' && k <= 'f')) return true;
-        if (k == '-') return FValidMinus;
-        if (k == '+') return Text().startsWith(QLatin1Char('-'));
+        if (k == '-') return m_validMinus;
+        if (k == '+') return numberText().startsWith(QLatin1Char('-'));
         return false;
     }
     if (!ctrlDown()) {
         if (k > 255) return false;
         if (!(control || digit || k == '+' || k == '-' || key == kDecimal)) return false;
     }
-    if (FMaxIntLength < 1) return true;
-    const QString text = Text();
+    if (m_maxIntLength < 1) return true;
+    const QString text = numberText();
     const int sep = text.indexOf(kDecimal);
     const int D = sep < 0 ? int(text.size()) + 1 : sep + 1;
     const QString intPart = text.left(D - 1);
     int C = intPart.size();
     for (QChar c : intPart)
         if (isSign(c) || c == kThousands) --C;
-    if (FMaxIntLength > C) return true;
+    if (m_maxIntLength > C) return true;
     if (control || k == '+' || k == '-' || key == kDecimal) return true;
     if (selStart() >= D) return true;
     if (selLength() > 0) {
@@ -559,7 +559,7 @@ QChar NumberEditCore::keyPressFilter(QChar key) {
     if (!isValidChar(key)) return QChar(0);
     if (isSign(key)) {
         int caret = selStart();
-        QString text = Text();
+        QString text = numberText();
         if (caret == 0 && selLength() > 0) text.remove(0, selLength());
         const bool hasSign = !text.isEmpty() && isSign(text.at(0));
         const bool hasMinus = hasSign && text.at(0) == QLatin1Char('-');
@@ -573,7 +573,7 @@ QChar NumberEditCore::keyPressFilter(QChar key) {
                 text.remove(0, 1);
                 --caret;
             }
-        } else if (FNumberType == ntHex && hasMinus) {
+        } else if (m_numberType == ntHex && hasMinus) {
             text.remove(0, 1);
             --caret;
         } else if (!hasSign) {
@@ -586,17 +586,17 @@ QChar NumberEditCore::keyPressFilter(QChar key) {
             --caret;
         }
         caret = std::max(0, caret);
-        SetText(text);
-        setSelStart(std::min(caret, int(Text().size())));
+        setNumberText(text);
+        setSelStart(std::min(caret, int(numberText().size())));
         return QChar(0);
     }
-    if (key == kDecimal && Text().contains(kDecimal)) return QChar(0);
+    if (key == kDecimal && numberText().contains(kDecimal)) return QChar(0);
     return key;
 }
 
 void NumberEditCore::pasteText(const QString& clip) {
     int P = selStart() + 1;
-    QString T = Text();
+    QString T = numberText();
     T.remove(selStart(), selLength());
     for (int i = P - 1; i < T.size(); ++i)
         if (isSign(T.at(i))) return;
@@ -605,7 +605,7 @@ void NumberEditCore::pasteText(const QString& clip) {
         const ushort k = c.unicode();
         const bool digit = k >= '0' && k <= '9';
         bool valid;
-        if (FNumberType == ntDecimal)
+        if (m_numberType == ntDecimal)
             valid = digit || isSign(c) || c == kDecimal;
         else
             valid = digit || (k >= 'A' && k <= 'F') || (k >= 'a' && k <= 'f');
@@ -619,8 +619,8 @@ void NumberEditCore::pasteText(const QString& clip) {
         ++P;
         inserted = true;
     }
-    SetText(T);
-    setSelStart(std::min(P - 1, int(Text().size())));
+    setNumberText(T);
+    setSelStart(std::min(P - 1, int(numberText().size())));
 }
 
 void NumberEditCore::typeChar(QChar key) {
@@ -628,10 +628,10 @@ void NumberEditCore::typeChar(QChar key) {
     if (k.isNull()) return;
     if (OnKeyPress) OnKeyPress(this, k);
     if (k.isNull()) return;
-    FKeyin = true;
+    m_keyin = true;
     const ushort code = k.unicode();
     if (code == 13 || code == 9) return;
-    QString text = Text();
+    QString text = numberText();
     int start = selStart();
     if (code == 8) {
         if (selLength() > 0) {
@@ -646,9 +646,9 @@ void NumberEditCore::typeChar(QChar key) {
         ++start;
     }
     // The caret stands behind the typed character when change runs.
-    FText = text;
-    FSelStart = start;
-    FSelLength = 0;
+    m_text = text;
+    m_selStart = start;
+    m_selLength = 0;
     change();
 }
 

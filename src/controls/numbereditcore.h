@@ -22,12 +22,12 @@
 
 using Extended = long double;
 
-enum TNumberType { ntDecimal = 0, ntHex = 1 };
-enum TRoundMode { rmDown = 0, rmRound = 1, rmUp = 2 };
+enum NumberType { ntDecimal = 0, ntHex = 1 };
+enum RoundMode { rmDown = 0, rmRound = 1, rmUp = 2 };
 enum LimitOption { loMax = 0, loMin = 1 };
 // A set of LimitOption as bits (1 << loMax, 1 << loMin).
-using TLimitOptions = unsigned;
-constexpr TLimitOptions LimitBoth = (1u << loMax) | (1u << loMin);
+using LimitOptions = unsigned;
+constexpr LimitOptions LimitBoth = (1u << loMax) | (1u << loMin);
 enum ArrowKeyDirection { adNone = 0, adUp = 1, adDown = 2 };
 
 using ArrowKeyEvent =
@@ -56,50 +56,50 @@ public:
     // ---- settings
     // The horizontal alignment of the text (Qt::AlignLeft, Qt::AlignHCenter
     // or Qt::AlignRight); other flags are dropped.
-    Qt::Alignment Alignment() const { return m_alignment; }
-    void SetAlignment(Qt::Alignment value);
+    Qt::Alignment numberAlignment() const { return m_alignment; }
+    void setNumberAlignment(Qt::Alignment value);
     // Up and Down step the value by Increment.
-    bool allowKeys() const { return FAllowKeys; }
-    void setAllowKeys(bool value) { FAllowKeys = value; }
+    bool allowKeys() const { return m_allowKeys; }
+    void setAllowKeys(bool value) { m_allowKeys = value; }
     // Thousands separators.
-    bool comma() const { return FComma; }
+    bool comma() const { return m_comma; }
     void setComma(bool value);
     // Digits after the separator; negative: no limit, no rounding.
-    int figure() const { return FFigure; }
+    int figure() const { return m_figure; }
     void setFigure(int value);
     // Pad with zeros to exactly figure fraction digits.
-    bool fixed() const { return FFixed; }
+    bool fixed() const { return m_fixed; }
     void setFixed(bool value);
-    virtual Extended getIncrement() const { return FIncrement; }
-    virtual void setIncrement(Extended value) { FIncrement = value; }
-    bool limit() const { return FLimit; }
+    virtual Extended getIncrement() const { return m_increment; }
+    virtual void setIncrement(Extended value) { m_increment = value; }
+    bool limit() const { return m_limit; }
     void setLimit(bool value);
-    TLimitOptions limitOptions() const { return FLimitOptions; }
-    void setLimitOptions(TLimitOptions value);
-    TNumberType numberType() const { return FNumberType; }
-    void setNumberType(TNumberType value);
-    Extended max() const { return FMax; }
+    LimitOptions limitOptions() const { return m_limitOptions; }
+    void setLimitOptions(LimitOptions value);
+    NumberType numberType() const { return m_numberType; }
+    void setNumberType(NumberType value);
+    Extended max() const { return m_max; }
     void setMax(Extended value);
-    Extended min() const { return FMin; }
+    Extended min() const { return m_min; }
     void setMin(Extended value);
     // Most digits before the separator; below 1: no limit.
-    int maxIntLength() const { return FMaxIntLength; }
-    void setMaxIntLength(int value) { FMaxIntLength = value; }
-    TRoundMode roundMode() const { return FRoundMode; }
-    void setRoundMode(TRoundMode value) { FRoundMode = value; }
+    int maxIntLength() const { return m_maxIntLength; }
+    void setMaxIntLength(int value) { m_maxIntLength = value; }
+    RoundMode roundMode() const { return m_roundMode; }
+    void setRoundMode(RoundMode value) { m_roundMode = value; }
     // Hexadecimal only: negative values allowed.
-    bool validMinus() const { return FValidMinus; }
+    bool validMinus() const { return m_validMinus; }
     void setValidMinus(bool value);
-    bool wrap() const { return FWrap; }
-    void setWrap(bool value) { FWrap = value; }
+    bool wrap() const { return m_wrap; }
+    void setWrap(bool value) { m_wrap = value; }
     // False: a zero value shows as an empty box.
-    bool zeroVisible() const { return FZeroVisible; }
+    bool zeroVisible() const { return m_zeroVisible; }
     void setZeroVisible(bool value);
-    bool autoSelect() const { return FAutoSelect; }
-    void setAutoSelect(bool value) { FAutoSelect = value; }
+    bool autoSelect() const { return m_autoSelect; }
+    void setAutoSelect(bool value) { m_autoSelect = value; }
 
     // ---- the number
-    Extended value() const { return FValue; }
+    Extended value() const { return m_value; }
     // Applies the limits, then shows the formatted text (OnChange fires).
     void setValue(Extended value);
     // Same, from a Currency amount.
@@ -142,21 +142,21 @@ public:
     void typeText(const QString& text);
 
     // True when the user typed since entering the box.
-    bool keyin() const { return FKeyin; }
-    bool modified() const { return FModified; }
+    bool keyin() const { return m_keyin; }
+    bool modified() const { return m_modified; }
 
     // ---- edit primitives; in memory unless overridden
-    virtual QString Text() const { return FText; }
+    virtual QString numberText() const { return m_text; }
     // Writes the text; a change runs change(), as the edit box does.
-    virtual void SetText(const QString& value);
-    virtual int selStart() const { return FSelStart; }
-    virtual int selLength() const { return FSelLength; }
+    virtual void setNumberText(const QString& value);
+    virtual int selStart() const { return m_selStart; }
+    virtual int selLength() const { return m_selLength; }
     // Moves the caret and clears the selection.
     virtual void setSelStart(int value);
     virtual void setSelLength(int value);
-    virtual bool ctrlDown() const { return FCtrlDown; }
-    void setCtrlDownForTyping(bool down) { FCtrlDown = down; }
-    virtual void SetModified(bool value) { FModified = value; }
+    virtual bool ctrlDown() const { return m_ctrlDown; }
+    void setCtrlDownForTyping(bool down) { m_ctrlDown = down; }
+    virtual void setEdited(bool value) { m_modified = value; }
 
     ChangeEvent OnChange;
     KeyPressEvent OnKeyPress;
@@ -167,35 +167,35 @@ protected:
     virtual void invalidate() {}
     virtual void alignmentChanged() {}
     void writeTextGuarded(const QString& text);
-    bool FChangeSave = false;
-    bool FKeyin = false;
+    bool m_changeSave = false;
+    bool m_keyin = false;
 
 private:
-    bool hasLimit(LimitOption o) const { return (FLimitOptions & (1u << o)) != 0; }
+    bool hasLimit(LimitOption o) const { return (m_limitOptions & (1u << o)) != 0; }
     QString hexText(std::int64_t value, bool allowMinus) const;
 
     Qt::Alignment m_alignment = Qt::AlignRight;
-    bool FAllowKeys = false;
-    bool FValidMinus = false;
-    bool FComma = false;
-    int FFigure = -1;
-    bool FFixed = false;
-    Extended FIncrement = 1.0L;
-    bool FLimit = false;
-    TLimitOptions FLimitOptions = LimitBoth;
-    Extended FMax = 0;
-    int FMaxIntLength = 0;
-    Extended FMin = 0;
-    TRoundMode FRoundMode = rmDown;
-    Extended FValue = 0;
-    TNumberType FNumberType = ntDecimal;
-    bool FWrap = false;
-    bool FZeroVisible = true;
-    bool FAutoSelect = true;
-    bool FModified = false;
+    bool m_allowKeys = false;
+    bool m_validMinus = false;
+    bool m_comma = false;
+    int m_figure = -1;
+    bool m_fixed = false;
+    Extended m_increment = 1.0L;
+    bool m_limit = false;
+    LimitOptions m_limitOptions = LimitBoth;
+    Extended m_max = 0;
+    int m_maxIntLength = 0;
+    Extended m_min = 0;
+    RoundMode m_roundMode = rmDown;
+    Extended m_value = 0;
+    NumberType m_numberType = ntDecimal;
+    bool m_wrap = false;
+    bool m_zeroVisible = true;
+    bool m_autoSelect = true;
+    bool m_modified = false;
 
-    QString FText;
-    int FSelStart = 0;
-    int FSelLength = 0;
-    bool FCtrlDown = false;
+    QString m_text;
+    int m_selStart = 0;
+    int m_selLength = 0;
+    bool m_ctrlDown = false;
 };

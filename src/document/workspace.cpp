@@ -77,7 +77,7 @@ void Workspace::recalculateGroup(int kind, int grp, int currentKan, Dialogs& dia
                                  const std::function<void(const QString&, int)>& progress) {
     std::exception_ptr failure;
     try {
-        RewriteGroup(m_paths.exDatabase, dialogs, kind, grp, progress);
+        runGroupRewrite(m_paths.exDatabase, dialogs, kind, grp, progress);
     } catch (...) {
         failure = std::current_exception();
     }

@@ -132,48 +132,48 @@ void EditCommands::finishPaste(bool renameNode) {
 // ---- Whole-table copy and paste ------------------------------------------------
 
 void EditCommands::copyWholeTable() {
-    CopyWholeTable(m_window.workspace().copyBuffer(), m_window.document().rows(), FieldSet::All);
+    copyFieldSet(m_window.workspace().copyBuffer(), m_window.document().rows(), FieldSet::All);
     enableOnlyPaste(m_window.menus().edit.pasteWholeTableItem);
 }
 
 void EditCommands::copyPrices() {
-    CopyWholeTable(m_window.workspace().copyBuffer(), m_window.document().rows(), FieldSet::Prices);
+    copyFieldSet(m_window.workspace().copyBuffer(), m_window.document().rows(), FieldSet::Prices);
     enableOnlyPaste(m_window.menus().edit.pastePricesItem);
 }
 
 void EditCommands::copyAllFactors() {
-    CopyWholeTable(m_window.workspace().copyBuffer(), m_window.document().rows(), FieldSet::Labour);
+    copyFieldSet(m_window.workspace().copyBuffer(), m_window.document().rows(), FieldSet::Labour);
     enableOnlyPaste(m_window.menus().edit.pasteAllFactorsItem);
 }
 
 void EditCommands::copyLabourFactors() {
-    CopyWholeTable(m_window.workspace().copyBuffer(), m_window.document().rows(),
-                   FieldSet::Pipefitter);
+    copyFieldSet(m_window.workspace().copyBuffer(), m_window.document().rows(),
+                 FieldSet::Pipefitter);
     enableOnlyPaste(m_window.menus().edit.pasteLabourFactorsItem);
 }
 
 void EditCommands::pasteWholeTable() {
     m_window.document().takeSnapshot();
-    CopyWholeTable(m_window.document().rows(), m_window.workspace().copyBuffer(), FieldSet::All);
+    copyFieldSet(m_window.document().rows(), m_window.workspace().copyBuffer(), FieldSet::All);
     finishPaste(true);
 }
 
 void EditCommands::pastePrices() {
     m_window.document().takeSnapshot();
-    CopyWholeTable(m_window.document().rows(), m_window.workspace().copyBuffer(), FieldSet::Prices);
+    copyFieldSet(m_window.document().rows(), m_window.workspace().copyBuffer(), FieldSet::Prices);
     finishPaste(false);
 }
 
 void EditCommands::pasteAllFactors() {
     m_window.document().takeSnapshot();
-    CopyWholeTable(m_window.document().rows(), m_window.workspace().copyBuffer(), FieldSet::Labour);
+    copyFieldSet(m_window.document().rows(), m_window.workspace().copyBuffer(), FieldSet::Labour);
     finishPaste(false);
 }
 
 void EditCommands::pasteLabourFactors() {
     m_window.document().takeSnapshot();
-    CopyWholeTable(m_window.document().rows(), m_window.workspace().copyBuffer(),
-                   FieldSet::Pipefitter);
+    copyFieldSet(m_window.document().rows(), m_window.workspace().copyBuffer(),
+                 FieldSet::Pipefitter);
     finishPaste(false);
 }
 

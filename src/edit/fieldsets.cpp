@@ -45,7 +45,7 @@ void copyFieldSet(PipeRow& to, const PipeRow& from, FieldSet set) {
     }
 }
 
-void CopyWholeTable(RowTable& to, const RowTable& from, FieldSet set) {
+void copyFieldSet(RowTable& to, const RowTable& from, FieldSet set) {
     for (int r = 1; r <= RowCount; ++r)
         copyFieldSet(to[r], from[r], set);
 }

@@ -21,7 +21,7 @@ enum class FieldSet {
 void copyFieldSet(PipeRow& to, const PipeRow& from, FieldSet set);
 
 // Row r of from to row r of to, for rows 1 to 60 (the option row included).
-void CopyWholeTable(RowTable& to, const RowTable& from, FieldSet set);
+void copyFieldSet(RowTable& to, const RowTable& from, FieldSet set);
 
 // The first row of detail tab (0..3): rows tab*15+1 .. tab*15+15 belong to it.
 int detailBase(int tab);

@@ -17,10 +17,10 @@ struct Side {
 
 void calcRowWith(PipeRow& r, PipeTypeOptions o) {
     if (o.rateOn() == One) {
-        r.submittedPrice = roundDigits(ratePrice(r.listPrice, o.rateSubmitted(), o.UnitFraction()),
-                                       o.UnitDigits(), o.UnitFraction());
-        r.costPrice = roundDigits(ratePrice(r.listPrice, o.rateCost(), o.UnitFraction()),
-                                  o.UnitDigits(), o.UnitFraction());
+        r.submittedPrice = roundDigits(ratePrice(r.listPrice, o.rateSubmitted(), o.unitFraction()),
+                                       o.unitDigits(), o.unitFraction());
+        r.costPrice = roundDigits(ratePrice(r.listPrice, o.rateCost(), o.unitFraction()),
+                                  o.unitDigits(), o.unitFraction());
     }
     if (o.adoptedDigits().isZero()) o.adoptedDigits() = One;
     const Currency d = o.elementDigits().isZero() ? One : o.elementDigits();

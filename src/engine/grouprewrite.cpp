@@ -29,8 +29,8 @@ QString optionChangeStatement(const PipeRow& optionRow, int grp) {
     s += QStringLiteral(",DATA4=") + qCurr(o.labourCost());
     s += QStringLiteral(",NET=") + qCurr(o.rateCost());
     s += QStringLiteral(",NTANKA=") + qCurr(o.rateOn());
-    s += QStringLiteral(",GTANKA=") + qCurr(o.UnitDigits());
-    s += QStringLiteral(",FTANKA=") + qCurr(o.UnitFraction());
+    s += QStringLiteral(",GTANKA=") + qCurr(o.unitDigits());
+    s += QStringLiteral(",FTANKA=") + qCurr(o.unitFraction());
     s += QStringLiteral(",DATA2=") + qCurr(o.adoptedDigits());
     s += QStringLiteral(",DATA3=") + qCurr(o.adoptedFraction());
     s += QStringLiteral(",DATA6=") + qCurr(o.elementDigits());
@@ -77,8 +77,8 @@ void recalculatePipeType(SqliteDatabase& db, RowTable& rows, int grp, int kan, D
     }
 }
 
-void RewriteGroup(const QString& path, Dialogs& dialogs, int kind, int grp,
-                  const GroupProgress& progress) {
+void runGroupRewrite(const QString& path, Dialogs& dialogs, int kind, int grp,
+                     const GroupProgress& progress) {
     // The rows of the run, apart from the pipe type on the sheet; one table
     // for the 20, as the fields a load does not fill carry over.
     RowTable rows;

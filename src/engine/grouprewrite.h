@@ -45,5 +45,5 @@ void recalculatePipeType(SqliteDatabase& db, RowTable& rows, int grp, int kan, D
 // with its own rows and connections. A failure ends the run with an exception
 // that says at which pipe type it stopped (the ones before it are rewritten,
 // it and those after it are as they were).
-void RewriteGroup(const QString& path, Dialogs& dialogs, int kind, int grp,
-                  const GroupProgress& progress);
+void runGroupRewrite(const QString& path, Dialogs& dialogs, int kind, int grp,
+                     const GroupProgress& progress);

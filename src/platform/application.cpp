@@ -37,7 +37,7 @@ static QIcon programIcon() {
 }
 
 Application::Application(int& argc, char** argv)
-    : QApplication(argc, argv), title(applicationTitle()) {
+    : QApplication(argc, argv), m_title(applicationTitle()) {
     installJapaneseTranslation(*this);
     // The desktop matches the windows to the launcher by this name.
     setDesktopFileName(QStringLiteral("com.ostrel.Qorvale"));
@@ -71,7 +71,7 @@ bool Application::trySetStyle(const QString& name, bool showError) {
         return true;
     }
     if (showError && m_dialogs)
-        showTaskDialog(*m_dialogs, activeWindow(), title,
+        showTaskDialog(*m_dialogs, activeWindow(), m_title,
                        QStringLiteral("スタイル \"%1\" を適用できません。").arg(name),
                        TaskDialog::IconError, TaskDialog::ButtonOk, QString());
     return false;
@@ -108,7 +108,7 @@ void Application::setDialogs(std::unique_ptr<Dialogs> dialogs) {
 void showException(Dialogs& dialogs, const std::exception_ptr& error) {
     const QString text = exceptionText(error);
     auto* app = qobject_cast<Application*>(QCoreApplication::instance());
-    const QString title = app ? app->Title() : applicationTitle();
+    const QString title = app ? app->title() : applicationTitle();
     try {
         showTaskDialog(dialogs, QApplication::activeWindow(), title, text, TaskDialog::IconError,
                        TaskDialog::ButtonOk, QString());

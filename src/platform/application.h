@@ -16,13 +16,13 @@ public:
     Application(int& argc, char** argv);
     ~Application() override;
 
-    QString Title() const { return title; }
+    QString title() const { return m_title; }
     // The dialogs of the program: the boxes of the top-level handler and of
     // a style that can't be applied. Until they are set, failures go to
     // standard error.
     void setDialogs(std::unique_ptr<Dialogs> dialogs);
     Dialogs* dialogs() const { return m_dialogs.get(); }
-    void setTitle(const QString& text) { title = text; }
+    void setTitle(const QString& text) { m_title = text; }
 
     // Applies a built-in visual style. On failure the error box is shown
     // (when showError is set) and the result is false; the program goes on.
@@ -33,7 +33,7 @@ public:
     bool notify(QObject* receiver, QEvent* event) override;
 
 private:
-    QString title;
+    QString m_title;
     std::unique_ptr<Dialogs> m_dialogs;
 };
 

@@ -61,7 +61,7 @@ private:
 // until the GUI thread has run f. An exception of f is raised again in the
 // calling thread. Without an application object, or on its thread, f runs at
 // once.
-template <typename F> auto OnGuiThread(F&& f) -> std::invoke_result_t<F&> {
+template <typename F> auto onGuiThread(F&& f) -> std::invoke_result_t<F&> {
     using Result = std::invoke_result_t<F&>;
     QCoreApplication* app = QCoreApplication::instance();
     if (!app || QThread::currentThread() == app->thread()) return f();
@@ -102,7 +102,7 @@ template <typename F> auto OnGuiThread(F&& f) -> std::invoke_result_t<F&> {
 // Runs f later on the thread of context, unless context is gone by then; the
 // caller goes on at once. Calls from one thread run in the order they were
 // made.
-template <typename F> void PostToThreadOf(QObject* context, F&& f) {
+template <typename F> void postToThreadOf(QObject* context, F&& f) {
     auto* receiver = new guithread::CallReceiver(
         [alive = QPointer<QObject>(context), f = std::forward<F>(f)]() mutable {
             if (alive) f();
@@ -121,5 +121,5 @@ template <typename F> void postToGuiThread(F&& f) {
         f();
         return;
     }
-    PostToThreadOf(app, std::forward<F>(f));
+    postToThreadOf(app, std::forward<F>(f));
 }

@@ -78,12 +78,6 @@ QWidget* owner(QWidget* parent) {
     return parent ? parent : QApplication::activeWindow();
 }
 
-// Boxes, the clipboard and the keyboard state belong to the GUI thread (see
-// platform/guithread.h).
-template <typename F> auto onGuiThread(F&& f) -> std::invoke_result_t<F&> {
-    return OnGuiThread(std::forward<F>(f));
-}
-
 } // namespace
 
 int QtDialogs::taskDialog(QWidget* parent, const QString& title, const QString& instruction,

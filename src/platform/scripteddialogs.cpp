@@ -42,35 +42,35 @@ int safeAnswer(int buttons) {
 } // namespace
 
 void ScriptedDialogs::clearRecords() {
-    boxes.clear();
-    messages.clear();
-    inputs.clear();
-    files.clear();
-    processes.clear();
-    documents.clear();
-    beeps = 0;
-    unanswered.clear();
+    m_boxes.clear();
+    m_messages.clear();
+    m_inputs.clear();
+    m_files.clear();
+    m_processes.clear();
+    m_documents.clear();
+    m_beeps = 0;
+    m_unanswered.clear();
 }
 
 void ScriptedDialogs::miss(const QString& what) {
     qWarning().noquote() << "ScriptedDialogs: no scripted answer for" << what;
-    unanswered << what;
+    m_unanswered << what;
 }
 
 int ScriptedDialogs::taskDialog(QWidget*, const QString& title, const QString& instruction,
                                 int icon, int buttons, const QString& content) {
-    return OnGuiThread([&] {
+    return onGuiThread([&] {
         Box box{title, instruction, content, icon, buttons, 0};
         const int shown = buttons & TD::AllButtons ? buttons : TD::ButtonOk;
         if (shown == TD::ButtonOk) {
             // A box with OK alone tells; it asks nothing.
             box.result = TD::IdOk;
-        } else if (boxAnswers.empty()) {
+        } else if (m_boxAnswers.empty()) {
             box.result = safeAnswer(shown);
             miss(QStringLiteral("box \"%1\" / \"%2\"").arg(title, instruction));
         } else {
-            box.result = boxAnswers.front();
-            boxAnswers.pop_front();
+            box.result = m_boxAnswers.front();
+            m_boxAnswers.pop_front();
             if (!boxHas(shown, box.result)) {
                 miss(QStringLiteral("box \"%1\" / \"%2\": answer %3 is none of its buttons")
                          .arg(title, instruction)
@@ -78,50 +78,50 @@ int ScriptedDialogs::taskDialog(QWidget*, const QString& title, const QString& i
                 box.result = safeAnswer(shown);
             }
         }
-        boxes.push_back(box);
+        m_boxes.push_back(box);
         if (OnBox) OnBox();
         return box.result;
     });
 }
 
 void ScriptedDialogs::message(QWidget*, const QString& title, const QString& text) {
-    OnGuiThread([&] {
-        messages.push_back({title, text});
+    onGuiThread([&] {
+        m_messages.push_back({title, text});
         if (OnMessage) OnMessage();
     });
 }
 
 bool ScriptedDialogs::inputQuery(QWidget*, const QString& title, const QString& prompt,
                                  QString& value) {
-    return OnGuiThread([&] {
+    return onGuiThread([&] {
         Input input{title, prompt, value, false, value};
-        if (inputAnswers.empty()) {
+        if (m_inputAnswers.empty()) {
             miss(QStringLiteral("input \"%1\" / \"%2\"").arg(title, prompt));
         } else {
-            std::optional<QString> answer = inputAnswers.front();
-            inputAnswers.pop_front();
+            std::optional<QString> answer = m_inputAnswers.front();
+            m_inputAnswers.pop_front();
             if (answer) {
                 input.accepted = true;
                 input.result = *answer;
                 value = *answer;
             }
         }
-        inputs.push_back(input);
+        m_inputs.push_back(input);
         return input.accepted;
     });
 }
 
 QString ScriptedDialogs::askFile(const QString& kind, const QString& title, const QString& dir,
                                  const QString& filter) {
-    return OnGuiThread([&] {
+    return onGuiThread([&] {
         FileQuestion q{kind, title, dir, filter, QString()};
-        if (fileAnswers.empty()) {
+        if (m_fileAnswers.empty()) {
             miss(QStringLiteral("%1 file \"%2\"").arg(kind, title));
         } else {
-            q.result = fileAnswers.front();
-            fileAnswers.pop_front();
+            q.result = m_fileAnswers.front();
+            m_fileAnswers.pop_front();
         }
-        files.push_back(q);
+        m_files.push_back(q);
         return q.result;
     });
 }
@@ -142,27 +142,27 @@ QString ScriptedDialogs::folderName(QWidget*, const QString& title, const QStrin
 
 bool ScriptedDialogs::startProcess(const QString& program, const QStringList& arguments,
                                    const QString& workingDir) {
-    return OnGuiThread([&] {
-        processes.push_back({program, arguments, workingDir});
-        return startResult;
+    return onGuiThread([&] {
+        m_processes.push_back({program, arguments, workingDir});
+        return m_startResult;
     });
 }
 
 bool ScriptedDialogs::openDocument(const QString& path) {
-    return OnGuiThread([&] {
-        documents << path;
-        return openResult;
+    return onGuiThread([&] {
+        m_documents << path;
+        return m_openResult;
     });
 }
 
 QString ScriptedDialogs::clipboardText() {
-    return OnGuiThread([&] { return clipboard; });
+    return onGuiThread([&] { return m_clipboard; });
 }
 
 void ScriptedDialogs::setClipboardText(const QString& text) {
-    postToGuiThread([this, text] { clipboard = text; });
+    postToGuiThread([this, text] { m_clipboard = text; });
 }
 
 void ScriptedDialogs::beep() {
-    OnGuiThread([&] { ++beeps; });
+    onGuiThread([&] { ++m_beeps; });
 }

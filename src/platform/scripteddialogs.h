@@ -53,34 +53,34 @@ public:
     };
 
     // Answers, used in the order given, each kind from its own queue.
-    void answerBox(int id) { boxAnswers.push_back(id); }
-    void answerInput(const QString& text) { inputAnswers.push_back(text); }
-    void cancelInput() { inputAnswers.push_back(std::nullopt); }
+    void answerBox(int id) { m_boxAnswers.push_back(id); }
+    void answerInput(const QString& text) { m_inputAnswers.push_back(text); }
+    void cancelInput() { m_inputAnswers.push_back(std::nullopt); }
     // A file or folder name; an empty text answers as a cancel.
-    void answerFile(const QString& name) { fileAnswers.push_back(name); }
+    void answerFile(const QString& name) { m_fileAnswers.push_back(name); }
     // State answers, valid until changed.
-    void setStartResult(bool ok) { startResult = ok; }
-    void setOpenResult(bool ok) { openResult = ok; }
-    void setClipboard(const QString& text) { clipboard = text; }
+    void setStartResult(bool ok) { m_startResult = ok; }
+    void setOpenResult(bool ok) { m_openResult = ok; }
+    void setClipboard(const QString& text) { m_clipboard = text; }
     // Called after each message or box is recorded, to act while the box
     // would be up (a test may run the event loop there, as a modal box does).
     std::function<void()> OnMessage;
     std::function<void()> OnBox;
 
     // What was shown and done.
-    const std::vector<Box>& Boxes() const { return boxes; }
-    const std::vector<ShownMessage>& Messages() const { return messages; }
-    const std::vector<Input>& Inputs() const { return inputs; }
-    const std::vector<FileQuestion>& fileQuestions() const { return files; }
-    const std::vector<Process>& Processes() const { return processes; }
-    const QStringList& Documents() const { return documents; }
-    QString Clipboard() const { return clipboard; }
-    int Beeps() const { return beeps; }
+    const std::vector<Box>& boxes() const { return m_boxes; }
+    const std::vector<ShownMessage>& messages() const { return m_messages; }
+    const std::vector<Input>& inputs() const { return m_inputs; }
+    const std::vector<FileQuestion>& fileQuestions() const { return m_files; }
+    const std::vector<Process>& processes() const { return m_processes; }
+    const QStringList& documents() const { return m_documents; }
+    QString clipboard() const { return m_clipboard; }
+    int beeps() const { return m_beeps; }
     // One line for each question that had no fitting scripted answer.
-    const QStringList& Unanswered() const { return unanswered; }
+    const QStringList& unanswered() const { return m_unanswered; }
     // Answers given by the test and not yet asked for.
     int pendingAnswers() const {
-        return int(boxAnswers.size() + inputAnswers.size() + fileAnswers.size());
+        return int(m_boxAnswers.size() + m_inputAnswers.size() + m_fileAnswers.size());
     }
     // Forgets the records (not the queued answers).
     void clearRecords();
@@ -107,19 +107,19 @@ private:
                     const QString& filter);
     void miss(const QString& what);
 
-    std::deque<int> boxAnswers;
-    std::deque<std::optional<QString>> inputAnswers;
-    std::deque<QString> fileAnswers;
-    bool startResult = true;
-    bool openResult = true;
+    std::deque<int> m_boxAnswers;
+    std::deque<std::optional<QString>> m_inputAnswers;
+    std::deque<QString> m_fileAnswers;
+    bool m_startResult = true;
+    bool m_openResult = true;
 
-    std::vector<Box> boxes;
-    std::vector<ShownMessage> messages;
-    std::vector<Input> inputs;
-    std::vector<FileQuestion> files;
-    std::vector<Process> processes;
-    QStringList documents;
-    QString clipboard;
-    int beeps = 0;
-    QStringList unanswered;
+    std::vector<Box> m_boxes;
+    std::vector<ShownMessage> m_messages;
+    std::vector<Input> m_inputs;
+    std::vector<FileQuestion> m_files;
+    std::vector<Process> m_processes;
+    QStringList m_documents;
+    QString m_clipboard;
+    int m_beeps = 0;
+    QStringList m_unanswered;
 };

@@ -172,7 +172,7 @@ QVector<double> ownNeeds(const PrintJob& job, int px) {
     const QFont body = font(px), head = font(px, true);
     QVector<double> need;
     for (const StyleColumn& c : job.style.columns) {
-        double w = widthOf(head, label(c, job.Refrigerant()));
+        double w = widthOf(head, label(c, job.isRefrigerant()));
         for (const PrintBlock& b : job.blocks)
             for (const PrintFields& f : b.lines)
                 w = std::max(w, widthOf(body, printedCellText(job, f, c.key)));
@@ -318,7 +318,7 @@ void drawBlock(QPainter& p, const PrintJob& job, const TablePart& part, int part
             const QRectF r(x, y, w[i], 2 * HeadRowH);
             p.drawRect(r);
             drawFitted(p, r.adjusted(CellPad, 0, -CellPad, 0), Qt::AlignCenter,
-                       label(c, job.Refrigerant()), head);
+                       label(c, job.isRefrigerant()), head);
             x += w[i];
             ++i;
             continue;
@@ -334,7 +334,7 @@ void drawBlock(QPainter& p, const PrintJob& job, const TablePart& part, int part
             const QRectF r(x, y + HeadRowH, w[k], HeadRowH);
             p.drawRect(r);
             drawFitted(p, r.adjusted(CellPad, 0, -CellPad, 0), Qt::AlignCenter,
-                       label(s.columns[cols[k]], job.Refrigerant()), head);
+                       label(s.columns[cols[k]], job.isRefrigerant()), head);
             x += w[k];
         }
         i = j;
@@ -542,7 +542,7 @@ QString printFontFamily() {
 }
 
 QString printedCellText(const PrintJob& job, const PrintFields& fields, const QString& key) {
-    if (job.Refrigerant() && (key == QLatin1String("DATA6") || key == QLatin1String("CALC6")))
+    if (job.isRefrigerant() && (key == QLatin1String("DATA6") || key == QLatin1String("CALC6")))
         return QString();
     QString t = fields[std::size_t(styleFieldIndex(key))];
     if (key == QLatin1String("DATA5") && !t.isEmpty()) {

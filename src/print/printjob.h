@@ -45,7 +45,7 @@ struct PrintJob {
     PrintStyle style;
     QString styleNote;
 
-    bool Refrigerant() const { return fileMask == QLatin1String("qvr"); }
+    bool isRefrigerant() const { return fileMask == QLatin1String("qvr"); }
     // "令和8年11月3日（火）": the era year, month and day of the header
     // without their leading zeros.
     QString dateText() const;

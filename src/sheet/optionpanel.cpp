@@ -197,8 +197,8 @@ void OptionPanel::showOptions(PipeTypeOptions& o) {
     m_labourCostCostEdit->setValue(currencyValue(o.labourCost()));
     m_rateSubmittedEdit->setValue(currencyValue(o.rateSubmitted()));
     m_rateCostEdit->setValue(currencyValue(o.rateCost()));
-    m_unitDigitsList->setItemIndex(digitIndexOf(o.UnitDigits()));
-    m_unitFractionList->setItemIndex(fractionIndexOf(o.UnitFraction()));
+    m_unitDigitsList->setItemIndex(digitIndexOf(o.unitDigits()));
+    m_unitFractionList->setItemIndex(fractionIndexOf(o.unitFraction()));
     m_digitsRadio->setItemIndex(digitIndexOf(o.adoptedDigits()));
     m_belowDigitsRadio->setItemIndex(fractionIndexOf(o.adoptedFraction()));
     m_elementRadio->setItemIndex(digitIndexOf(o.elementDigits()));
@@ -220,8 +220,8 @@ void OptionPanel::applyTo(PipeTypeOptions& o) const {
     o.rateOn() = Currency::fromInt(m_useRateCheck->checked() ? 1 : 0);
     auto digit = [](int index) { return DigitSteps[std::size_t(std::clamp(index, 0, 7))]; };
     auto fraction = [](int index) { return FractionSteps[std::size_t(std::clamp(index, 0, 2))]; };
-    o.UnitDigits() = digit(m_unitDigitsList->itemIndex());
-    o.UnitFraction() = fraction(m_unitFractionList->itemIndex());
+    o.unitDigits() = digit(m_unitDigitsList->itemIndex());
+    o.unitFraction() = fraction(m_unitFractionList->itemIndex());
     o.adoptedDigits() = digit(m_digitsRadio->itemIndex());
     o.adoptedFraction() = fraction(m_belowDigitsRadio->itemIndex());
     o.elementDigits() = digit(m_elementRadio->itemIndex());

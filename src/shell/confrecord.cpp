@@ -69,14 +69,14 @@ QString confInsertStatement(const ConfRecord& conf) {
            QStringLiteral(");");
 }
 
-void LoadGroupNames(const QString& database, ConfRecord& conf) {
+void readGroupNames(const QString& database, ConfRecord& conf) {
     conf.GroupNames = defaultGroupNames();
     const QStringList lines = queryToLines(database, confSelectStatement()).lines;
     if (lines.isEmpty()) return;
     applyConfText(nthField(lines.first(), 1), conf);
 }
 
-int SaveGroupNames(Dialogs& dialogs, const QString& database, const ConfRecord& conf) {
+int writeGroupNames(Dialogs& dialogs, const QString& database, const ConfRecord& conf) {
     QString reason;
     if (tryExecStatements(database, {confDeleteStatement(), confInsertStatement(conf)}, reason))
         return 1;

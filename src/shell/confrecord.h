@@ -34,8 +34,8 @@ QString confInsertStatement(const ConfRecord& conf);
 
 // Sets the default names of conf, then reads the record from the database
 // file into it when there is one. Raises SqliteError when the query fails.
-void LoadGroupNames(const QString& database, ConfRecord& conf);
+void readGroupNames(const QString& database, ConfRecord& conf);
 // Replaces the record on the database file with conf: the delete and the insert
 // run in one transaction, so a failed insert keeps the old record. 1 on
 // success; 0 after one box "ERROR" with the database's reason.
-int SaveGroupNames(Dialogs& dialogs, const QString& database, const ConfRecord& conf);
+int writeGroupNames(Dialogs& dialogs, const QString& database, const ConfRecord& conf);

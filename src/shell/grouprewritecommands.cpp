@@ -187,13 +187,13 @@ void GroupRewriteCommands::rewriteGroup(int kind) {
         QElapsedTimer sinceSent;
         auto send = [&] {
             if (texts.isEmpty()) return;
-            PostToThreadOf(this, [this, batch = std::exchange(texts, {}), step = lastStep] {
+            postToThreadOf(this, [this, batch = std::exchange(texts, {}), step = lastStep] {
                 showProgress(batch, step);
             });
             sinceSent.start();
         };
         try {
-            RewriteGroup(path, dialogs, kind, grp, [&](const QString& text, int step) {
+            runGroupRewrite(path, dialogs, kind, grp, [&](const QString& text, int step) {
                 texts.append(text);
                 lastStep = step;
                 if (!sinceSent.isValid() || sinceSent.elapsed() >= 4) send();
@@ -202,7 +202,7 @@ void GroupRewriteCommands::rewriteGroup(int kind) {
             failure = std::current_exception();
         }
         send(); // the last rows, before the end
-        OnGuiThread([this, caption, failure] { end(caption, failure); });
+        onGuiThread([this, caption, failure] { end(caption, failure); });
     });
     m_thread->setObjectName(QStringLiteral("groupRewrite"));
     m_thread->start();

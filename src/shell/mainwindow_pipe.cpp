@@ -43,7 +43,7 @@ QTreeWidgetItem* MainWindow::selectedNode() const {
 
 void MainWindow::loadGroupNames() {
     ConfRecord& settings = workspace_->settings();
-    LoadGroupNames(paths().exDatabase, settings);
+    readGroupNames(paths().exDatabase, settings);
     for (int g = 1; g <= 10; ++g) {
         setGroupName(g, settings.GroupNames[std::size_t(g - 1)]);
         tree->node((g - 1) * 21)->setText(0, groupName(g));
@@ -53,7 +53,7 @@ void MainWindow::loadGroupNames() {
 void MainWindow::saveGroupNames() {
     for (int g = 1; g <= 10; ++g)
         workspace_->settings().GroupNames[std::size_t(g - 1)] = groupName(g);
-    SaveGroupNames(dialogs_, paths().exDatabase, workspace_->settings());
+    writeGroupNames(dialogs_, paths().exDatabase, workspace_->settings());
 }
 
 void MainWindow::fillGroupNodes(int g) {

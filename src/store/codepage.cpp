@@ -142,12 +142,12 @@ QByteArray toAnsi(const QString& text) {
     return QByteArray(out.data(), qsizetype(out.size()));
 }
 
-QByteArray CutBytes(const QByteArray& bytes, int maxBytes) {
+QByteArray cutBytes(const QByteArray& bytes, int maxBytes) {
     return bytes.size() <= maxBytes ? bytes : bytes.left(maxBytes);
 }
 
 QByteArray toAnsiCut(const QString& text, int maxBytes) {
-    return CutBytes(toAnsi(text), maxBytes);
+    return cutBytes(toAnsi(text), maxBytes);
 }
 
 QString fromAnsi(const QByteArray& bytes) {

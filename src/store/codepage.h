@@ -19,7 +19,7 @@ QByteArray toAnsi(const QString& text);
 QByteArray toAnsiCut(const QString& text, int maxBytes);
 
 // Cuts bytes to at most maxBytes bytes (a plain byte cut).
-QByteArray CutBytes(const QByteArray& bytes, int maxBytes);
+QByteArray cutBytes(const QByteArray& bytes, int maxBytes);
 
 // True for a byte that can follow a lead byte.
 bool isTrailByte(unsigned char b);

@@ -88,8 +88,8 @@ struct PipeTypeOptions {
     Currency& elementDigits() { return r.factor(6); }
     Currency& elementFraction() { return r.factor(7); }
     Currency& rateOn() { return r.costUnitPrice; }
-    Currency& UnitDigits() { return r.submittedUnitPrice; }
-    Currency& UnitFraction() { return r.adoptedUnitPrice; }
+    Currency& unitDigits() { return r.submittedUnitPrice; }
+    Currency& unitFraction() { return r.adoptedUnitPrice; }
 };
 
 // option steps: the item index of a control stands for an entry.

@@ -143,8 +143,8 @@ void fillDemo(RowTable& rows, const DemoType& t) {
     o.elementDigits() = Currency::fromInt(1);
     o.elementFraction() = Currency::fromRaw(5000); // half up
     o.rateOn() = t.rateOn ? Currency::fromInt(1) : Currency{};
-    o.UnitDigits() = Currency::fromInt(10);
-    o.UnitFraction() = Currency::fromRaw(9000);
+    o.unitDigits() = Currency::fromInt(10);
+    o.unitFraction() = Currency::fromRaw(9000);
     for (int r = 1; r <= RowCount; ++r)
         rows[r].setUnit(QStringLiteral("ｍ"));
     for (int r = 1; r < OptionRow; ++r)

@@ -36,7 +36,7 @@ struct Edit : ::testing::Test {
     }
     void type(const char* keys) { QTest::keyClicks(edit, QString::fromLatin1(keys)); }
     void clear() {
-        edit->SetText(QString());
+        edit->setNumberText(QString());
         edit->setSelStart(0);
     }
 };
@@ -48,12 +48,12 @@ TEST_F(Edit, StartsAtZeroRightAligned) {
 }
 
 TEST_F(Edit, AlignmentIsHorizontalAndTheTextStaysCentredVertically) {
-    EXPECT_EQ(edit->Alignment(), Qt::Alignment(Qt::AlignRight));
+    EXPECT_EQ(edit->numberAlignment(), Qt::Alignment(Qt::AlignRight));
     EXPECT_EQ(edit->alignment(), Qt::AlignRight | Qt::AlignVCenter);
-    edit->SetAlignment(Qt::AlignLeft | Qt::AlignBottom);
-    EXPECT_EQ(edit->Alignment(), Qt::Alignment(Qt::AlignLeft));
+    edit->setNumberAlignment(Qt::AlignLeft | Qt::AlignBottom);
+    EXPECT_EQ(edit->numberAlignment(), Qt::Alignment(Qt::AlignLeft));
     EXPECT_EQ(edit->alignment(), Qt::AlignLeft | Qt::AlignVCenter);
-    edit->SetAlignment(Qt::AlignHCenter);
+    edit->setNumberAlignment(Qt::AlignHCenter);
     EXPECT_EQ(edit->alignment(), Qt::AlignHCenter | Qt::AlignVCenter);
 }
 
@@ -142,7 +142,7 @@ TEST_F(Edit, LeavingTheBoxFormatsWithoutOnChange) {
     EXPECT_TRUE(edit->isModified());
 
     edit->setFocus();
-    edit->SetText(QString());
+    edit->setNumberText(QString());
     other->setFocus();
     QApplication::processEvents();
     EXPECT_EQ(edit->text(), QStringLiteral("0.00"));

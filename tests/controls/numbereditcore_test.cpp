@@ -52,7 +52,7 @@ struct ValueCase {
     int figure;
     bool fixed;
     bool comma;
-    TRoundMode mode;
+    RoundMode mode;
     const char* shown;
     long double after;
 };
@@ -80,35 +80,35 @@ TEST(NumberValue, WritesShowTheFormattedTextAndKeepTheShownNumber) {
         b.setComma(c.comma);
         b.setRoundMode(c.mode);
         b.setValue(c.value);
-        EXPECT_EQ(b.Text(), QString::fromLatin1(c.shown)) << double(c.value);
+        EXPECT_EQ(b.numberText(), QString::fromLatin1(c.shown)) << double(c.value);
         EXPECT_EQ(floatToGeneral(b.value()), floatToGeneral(c.after)) << c.shown;
     }
 }
 
 TEST(NumberValue, PlusKeptZeroVisibleAndExit) {
     Box b;
-    b.SetText(QStringLiteral("+5"));
+    b.setNumberText(QStringLiteral("+5"));
     EXPECT_EQ(double(b.value()), 5.0);
     EXPECT_EQ(b.formatNumberText(), QStringLiteral("+5"));
     b.doExit();
-    EXPECT_EQ(b.Text(), QStringLiteral("+5"));
+    EXPECT_EQ(b.numberText(), QStringLiteral("+5"));
 
     Box empty;
-    empty.SetText(QString());
+    empty.setNumberText(QString());
     empty.doExit();
-    EXPECT_EQ(empty.Text(), QStringLiteral("0"));
+    EXPECT_EQ(empty.numberText(), QStringLiteral("0"));
     Box hidden;
     hidden.setZeroVisible(false);
-    EXPECT_EQ(hidden.Text(), QString());
+    EXPECT_EQ(hidden.numberText(), QString());
     hidden.doExit();
-    EXPECT_EQ(hidden.Text(), QString());
+    EXPECT_EQ(hidden.numberText(), QString());
     // Leaving the box fires no OnChange, however the text changes.
     Box exiting;
     exiting.setFigure(1);
-    exiting.SetText(QStringLiteral("1.26"));
+    exiting.setNumberText(QStringLiteral("1.26"));
     const int before = exiting.changes;
     exiting.doExit();
-    EXPECT_EQ(exiting.Text(), QStringLiteral("1.2"));
+    EXPECT_EQ(exiting.numberText(), QStringLiteral("1.2"));
     EXPECT_EQ(exiting.changes, before);
 }
 
@@ -127,7 +127,7 @@ TEST(NumberValue, LimitsAndArrowSteps) {
     EXPECT_EQ(double(b.value()), 10.0);
     b.setIncrement(0.5L);
     b.stepByArrow(adDown);
-    EXPECT_EQ(b.Text(), QStringLiteral("9.5"));
+    EXPECT_EQ(b.numberText(), QStringLiteral("9.5"));
     // A handler may change the new value.
     b.OnArrowKeyChange = [](ControlObject*, ArrowKeyDirection d, Extended& v) {
         if (d == adUp) v = 3;
@@ -135,12 +135,12 @@ TEST(NumberValue, LimitsAndArrowSteps) {
     b.stepByArrow(adUp);
     EXPECT_EQ(double(b.value()), 3.0);
     b.setValue(50);
-    EXPECT_EQ(b.Text(), QStringLiteral("10"));
+    EXPECT_EQ(b.numberText(), QStringLiteral("10"));
 
     // Typing beyond a bound: Value is held, the text shows what was typed.
-    b.SetText(QStringLiteral("25"));
+    b.setNumberText(QStringLiteral("25"));
     EXPECT_EQ(double(b.value()), 10.0);
-    EXPECT_EQ(b.Text(), QStringLiteral("25"));
+    EXPECT_EQ(b.numberText(), QStringLiteral("25"));
 
     Box m;
     m.setMin(8);
@@ -152,98 +152,98 @@ TEST(NumberValue, LimitsAndArrowSteps) {
 
 TEST(NumberTyping, SignsDigitLimitAndSeparator) {
     Box b;
-    b.SetText(QStringLiteral("12"));
+    b.setNumberText(QStringLiteral("12"));
     for (int caret = 0; caret <= 2; ++caret) {
         b.setSelStart(caret);
         b.typeChar(QLatin1Char('-'));
-        EXPECT_EQ(b.Text(), QStringLiteral("-12"));
+        EXPECT_EQ(b.numberText(), QStringLiteral("-12"));
         b.typeChar(QLatin1Char('-'));
-        EXPECT_EQ(b.Text(), QStringLiteral("12"));
+        EXPECT_EQ(b.numberText(), QStringLiteral("12"));
     }
     b.typeChar(QLatin1Char('+'));
-    EXPECT_EQ(b.Text(), QStringLiteral("+12"));
+    EXPECT_EQ(b.numberText(), QStringLiteral("+12"));
     b.typeChar(QLatin1Char('-'));
-    EXPECT_EQ(b.Text(), QStringLiteral("-12"));
+    EXPECT_EQ(b.numberText(), QStringLiteral("-12"));
     EXPECT_EQ(double(b.value()), -12.0);
     b.typeChar(QLatin1Char('x'));
-    EXPECT_EQ(b.Text(), QStringLiteral("-12"));
+    EXPECT_EQ(b.numberText(), QStringLiteral("-12"));
 
     Box d;
     d.setMaxIntLength(3);
-    d.SetText(QStringLiteral("123"));
+    d.setNumberText(QStringLiteral("123"));
     d.typeChar(QLatin1Char('4'));
-    EXPECT_EQ(d.Text(), QStringLiteral("123"));
+    EXPECT_EQ(d.numberText(), QStringLiteral("123"));
     d.typeChar(QLatin1Char('.'));
     d.typeChar(QLatin1Char('5'));
-    EXPECT_EQ(d.Text(), QStringLiteral("123.5"));
+    EXPECT_EQ(d.numberText(), QStringLiteral("123.5"));
     d.typeChar(QLatin1Char('.'));
-    EXPECT_EQ(d.Text(), QStringLiteral("123.5"));
+    EXPECT_EQ(d.numberText(), QStringLiteral("123.5"));
     d.setSelStart(1);
     d.setSelLength(1);
     d.typeChar(QLatin1Char('9'));
-    EXPECT_EQ(d.Text(), QStringLiteral("193.5"));
+    EXPECT_EQ(d.numberText(), QStringLiteral("193.5"));
     d.setSelStart(3);
     d.setSelLength(1); // only the separator: no replacement
     d.typeChar(QLatin1Char('9'));
-    EXPECT_EQ(d.Text(), QStringLiteral("193.5"));
+    EXPECT_EQ(d.numberText(), QStringLiteral("193.5"));
 
     Box c;
     c.setComma(true);
-    c.SetText(QString());
+    c.setNumberText(QString());
     c.typeText(QStringLiteral("1234"));
-    EXPECT_EQ(c.Text(), QStringLiteral("1,234"));
+    EXPECT_EQ(c.numberText(), QStringLiteral("1,234"));
     EXPECT_EQ(c.selStart(), 5);
     c.typeChar(QLatin1Char('5'));
-    EXPECT_EQ(c.Text(), QStringLiteral("12,345"));
+    EXPECT_EQ(c.numberText(), QStringLiteral("12,345"));
     EXPECT_EQ(c.selStart(), 6);
     EXPECT_EQ(double(c.value()), 12345.0);
 }
 
 TEST(NumberTyping, PasteFilter) {
     Box b;
-    b.SetText(QString());
+    b.setNumberText(QString());
     b.pasteText(QStringLiteral("-1a2.3.4"));
-    EXPECT_EQ(b.Text(), QStringLiteral("-12.34"));
+    EXPECT_EQ(b.numberText(), QStringLiteral("-12.34"));
     b.setSelStart(0);
     b.pasteText(QStringLiteral("5")); // in front of the sign: nothing
-    EXPECT_EQ(b.Text(), QStringLiteral("-12.34"));
+    EXPECT_EQ(b.numberText(), QStringLiteral("-12.34"));
     b.setSelStart(6);
     b.pasteText(QStringLiteral("+7-"));
-    EXPECT_EQ(b.Text(), QStringLiteral("-12.347"));
+    EXPECT_EQ(b.numberText(), QStringLiteral("-12.347"));
 }
 
 TEST(NumberHex, FormatsParsesAndFilters) {
     Box b;
     b.setValue(255);
     b.setNumberType(ntHex);
-    EXPECT_EQ(b.Text(), QStringLiteral("FF"));
+    EXPECT_EQ(b.numberText(), QStringLiteral("FF"));
     b.setFigure(4);
-    EXPECT_EQ(b.Text(), QStringLiteral("00FF"));
-    b.SetText(QStringLiteral("1a"));
+    EXPECT_EQ(b.numberText(), QStringLiteral("00FF"));
+    b.setNumberText(QStringLiteral("1a"));
     EXPECT_EQ(double(b.value()), 26.0);
     EXPECT_FALSE(b.isValidChar(QLatin1Char('-')));
     EXPECT_FALSE(b.isValidChar(QLatin1Char('+'))); // "+" only after a "-"
     EXPECT_FALSE(b.isValidChar(QLatin1Char('g')));
     b.setValidMinus(true);
     b.setValue(-26);
-    EXPECT_EQ(b.Text(), QStringLiteral("-001A"));
+    EXPECT_EQ(b.numberText(), QStringLiteral("-001A"));
     EXPECT_EQ(b.asText(), QStringLiteral("-1A"));
     EXPECT_TRUE(b.isValidChar(QLatin1Char('+')));
     b.typeChar(QLatin1Char('+'));
-    EXPECT_EQ(b.Text(), QStringLiteral("001A"));
+    EXPECT_EQ(b.numberText(), QStringLiteral("001A"));
     b.setValidMinus(false);
     b.setValue(-1);
-    EXPECT_EQ(b.Text(), QStringLiteral("FFFFFFFF"));
+    EXPECT_EQ(b.numberText(), QStringLiteral("FFFFFFFF"));
     EXPECT_EQ(double(b.value()), -1.0);
     // Wider than eight digits by figure: the leading zeros still convert.
     b.setFigure(10);
     b.setValue(255);
-    EXPECT_EQ(b.Text(), QStringLiteral("00000000FF"));
+    EXPECT_EQ(b.numberText(), QStringLiteral("00000000FF"));
     EXPECT_EQ(double(b.value()), 255.0);
     b.setValue(-1);
-    EXPECT_EQ(b.Text(), QStringLiteral("00FFFFFFFF"));
+    EXPECT_EQ(b.numberText(), QStringLiteral("00FFFFFFFF"));
     EXPECT_EQ(double(b.value()), -1.0);
-    EXPECT_THROW(b.SetText(QStringLiteral("100000000")), ConvertError);
+    EXPECT_THROW(b.setNumberText(QStringLiteral("100000000")), ConvertError);
 }
 
 TEST(NumberValue, IntegerViewsAndConversionErrors) {
@@ -255,9 +255,9 @@ TEST(NumberValue, IntegerViewsAndConversionErrors) {
     EXPECT_EQ(b.asInt64(), -30000000000LL);
     EXPECT_EQ(b.intValue(), -2147483647 - 1);
     b.setCurrency(strToCurr(QStringLiteral("1234.5678")));
-    EXPECT_EQ(b.Text(), QStringLiteral("1234.5678"));
+    EXPECT_EQ(b.numberText(), QStringLiteral("1234.5678"));
     EXPECT_EQ(currToStr(b.asCurrency()), QStringLiteral("1234.5678"));
-    EXPECT_THROW(b.SetText(QStringLiteral("-.")), ConvertError);
+    EXPECT_THROW(b.setNumberText(QStringLiteral("-.")), ConvertError);
 }
 
 } // namespace

@@ -112,11 +112,11 @@ TEST_F(EditCommands, EveryCommandThatChangesTheRowsMakesTheNextClickAsk) {
     for (const Step& step : steps) {
         if (step.confirm) dialogs.answerBox(TaskDialog::IdYes);
         step.command->trigger();
-        const std::size_t boxes = dialogs.Boxes().size();
+        const std::size_t boxes = dialogs.boxes().size();
         dialogs.answerBox(TaskDialog::IdCancel); // do not save, go on
         clickNode(++kan);
-        ASSERT_EQ(dialogs.Boxes().size(), boxes + 1) << step.command->objectName().toStdString();
-        EXPECT_TRUE(dialogs.Boxes().back().content.endsWith(u("データを保存しますか?")));
+        ASSERT_EQ(dialogs.boxes().size(), boxes + 1) << step.command->objectName().toStdString();
+        EXPECT_TRUE(dialogs.boxes().back().content.endsWith(u("データを保存しますか?")));
         EXPECT_EQ(f.currentPipeType, kan);
     }
 }
@@ -430,11 +430,11 @@ TEST_F(EditCommands, ClearPipeTypeAsksClearsAndUndoBringsTheTreeTextBack) {
     const RowTable before = rows();
     dialogs.answerBox(TaskDialog::IdNo);
     f.menus().edit.clearPipeTypeItem->trigger();
-    ASSERT_EQ(dialogs.Boxes().size(), 1u);
-    EXPECT_EQ(dialogs.Boxes()[0].instruction, u("確認"));
-    EXPECT_EQ(dialogs.Boxes()[0].content, u("現在の内容をすべてクリア－しますか？"));
-    EXPECT_EQ(dialogs.Boxes()[0].icon, TaskDialog::IconQuestion);
-    EXPECT_EQ(dialogs.Boxes()[0].buttons, TaskDialog::ButtonYes | TaskDialog::ButtonNo);
+    ASSERT_EQ(dialogs.boxes().size(), 1u);
+    EXPECT_EQ(dialogs.boxes()[0].instruction, u("確認"));
+    EXPECT_EQ(dialogs.boxes()[0].content, u("現在の内容をすべてクリア－しますか？"));
+    EXPECT_EQ(dialogs.boxes()[0].icon, TaskDialog::IconQuestion);
+    EXPECT_EQ(dialogs.boxes()[0].buttons, TaskDialog::ButtonYes | TaskDialog::ButtonNo);
     EXPECT_EQ(fullRow(rows()[1]), fullRow(before[1]));
     EXPECT_EQ(f.tree->node(1)->text(0), name);
 
@@ -470,15 +470,15 @@ TEST_F(EditCommands, MoveAtTheEndsSaysSoAndChangesNothing) {
     MainWindow& f = open();
     const QByteArray group = storedGroup(1);
     f.menus().edit.moveUpItem->trigger(); // up on the first
-    ASSERT_EQ(dialogs.Boxes().size(), 1u);
-    EXPECT_EQ(dialogs.Boxes()[0].instruction, u("確認"));
-    EXPECT_EQ(dialogs.Boxes()[0].content, u("移動できません。"));
+    ASSERT_EQ(dialogs.boxes().size(), 1u);
+    EXPECT_EQ(dialogs.boxes()[0].instruction, u("確認"));
+    EXPECT_EQ(dialogs.boxes()[0].content, u("移動できません。"));
     EXPECT_EQ(f.currentPipeType, 1);
     clickNode(20);
     f.menus().treePopup.popupMoveDownItem->trigger(); // down on the twentieth, from the tree's
                                                       // pop-up menu
-    ASSERT_EQ(dialogs.Boxes().size(), 2u);
-    EXPECT_EQ(dialogs.Boxes()[1].content, u("移動できません。"));
+    ASSERT_EQ(dialogs.boxes().size(), 2u);
+    EXPECT_EQ(dialogs.boxes()[1].content, u("移動できません。"));
     EXPECT_EQ(f.currentPipeType, 20);
     EXPECT_EQ(storedGroup(1), group);
 }
@@ -509,8 +509,8 @@ TEST_F(EditCommands, MoveCarriesTheSelectionAndASaveLeavesTheNeighbourByteIdenti
     EXPECT_EQ(storedBytes(1, 3), third);
 
     QTest::mouseClick(f.header()->saveButton(), Qt::LeftButton);
-    ASSERT_FALSE(dialogs.Boxes().empty());
-    EXPECT_EQ(dialogs.Boxes().back().content, u("保存しました。"));
+    ASSERT_FALSE(dialogs.boxes().empty());
+    EXPECT_EQ(dialogs.boxes().back().content, u("保存しました。"));
     EXPECT_EQ(storedBytes(1, 2), first); // the neighbour, untouched
     EXPECT_EQ(stored(1, 1, 60, "DATA5"), QStringLiteral("31000"));
     EXPECT_EQ(stored(1, 1, 1, "GOODS"), name2);
@@ -529,8 +529,8 @@ TEST_F(EditCommands, ClearDetailKeepsSizesAndPricesAndShowsZeroFactors) {
     f.sheet()->tabs()->setCurrentIndex(1);
     dialogs.answerBox(TaskDialog::IdYes);
     f.menus().detail.clearDetailItem->trigger();
-    ASSERT_EQ(dialogs.Boxes().size(), 1u);
-    EXPECT_EQ(dialogs.Boxes()[0].content, u("現在の細目をクリア－しますか？"));
+    ASSERT_EQ(dialogs.boxes().size(), 1u);
+    EXPECT_EQ(dialogs.boxes()[0].content, u("現在の細目をクリア－しますか？"));
     EXPECT_EQ(f.sheet()->tabs()->currentIndex(), 1);
     for (int g = 1; g <= 14; ++g) {
         const int r = 15 + g;

@@ -145,12 +145,12 @@ TEST(FieldSets, TextIsCopiedUpToItsByteWidth) {
 TEST(FieldSets, WholeTableGoesRowForRowWithTheOptionRow) {
     const RowTable from = seededTable(0);
     RowTable to = seededTable(100);
-    CopyWholeTable(to, from, FieldSet::Labour);
+    copyFieldSet(to, from, FieldSet::Labour);
     for (int r = 1; r <= RowCount; ++r) {
         EXPECT_EQ(to[r].factors, from[r].factors) << r;
         EXPECT_EQ(to[r].costPrice, seeded(100 + r).costPrice) << r;
     }
-    CopyWholeTable(to, from, FieldSet::All);
+    copyFieldSet(to, from, FieldSet::All);
     EXPECT_EQ(to[OptionRow].modeFlag, from[OptionRow].modeFlag);
     EXPECT_EQ(to[OptionRow].otherMethod, seeded(160).otherMethod);
 }

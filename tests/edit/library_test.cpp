@@ -148,10 +148,10 @@ TEST_F(Library, SaveWritesTheRowsAsTheyStandByteForByte) {
     const RowTable shown = rows();
     // Typed into the box but not applied: the file has the row's old GOODS.
     saveAs(u("標準　鋼管"));
-    ASSERT_EQ(dialogs.Boxes().size(), 1u);
-    EXPECT_EQ(dialogs.Boxes()[0].instruction, u("確認"));
-    EXPECT_EQ(dialogs.Boxes()[0].content, u("選択用標準歩掛として登録しました。"));
-    EXPECT_EQ(dialogs.Boxes()[0].title, applicationTitle());
+    ASSERT_EQ(dialogs.boxes().size(), 1u);
+    EXPECT_EQ(dialogs.boxes()[0].instruction, u("確認"));
+    EXPECT_EQ(dialogs.boxes()[0].content, u("選択用標準歩掛として登録しました。"));
+    EXPECT_EQ(dialogs.boxes()[0].title, applicationTitle());
 
     const QByteArray bytes = readAll(entry(u("標準　鋼管")));
     GoldenRecords golden;
@@ -179,8 +179,8 @@ TEST_F(Library, SavingTwiceReplacesWithoutAsking) {
     saveAs(QStringLiteral("entry"));
     rows()[3].factor(5) = Currency::fromRaw(777);
     saveAs(QStringLiteral("entry"));
-    ASSERT_EQ(dialogs.Boxes().size(), 2u);
-    for (const auto& box : dialogs.Boxes())
+    ASSERT_EQ(dialogs.boxes().size(), 2u);
+    for (const auto& box : dialogs.boxes())
         EXPECT_EQ(box.content, u("選択用標準歩掛として登録しました。"));
     const QByteArray bytes = readAll(entry(QStringLiteral("entry")));
     EXPECT_EQ(bytes.size(), 22560);
@@ -202,11 +202,11 @@ TEST_F(Library, NamesThatCanNotBeAFileGiveAMessageAndNoFile) {
          {QString(), QStringLiteral("  "), QStringLiteral("a/b"), QStringLiteral("../outside")}) {
         dialogs.clearRecords();
         saveAs(name);
-        ASSERT_EQ(dialogs.Boxes().size(), 1u) << name.toStdString();
-        EXPECT_EQ(dialogs.Boxes()[0].instruction, u("確認"));
-        EXPECT_TRUE(dialogs.Boxes()[0].content.startsWith(u("標準歩掛の名前")))
-            << dialogs.Boxes()[0].content.toStdString();
-        EXPECT_NE(dialogs.Boxes()[0].content, u("選択用標準歩掛として登録しました。"));
+        ASSERT_EQ(dialogs.boxes().size(), 1u) << name.toStdString();
+        EXPECT_EQ(dialogs.boxes()[0].instruction, u("確認"));
+        EXPECT_TRUE(dialogs.boxes()[0].content.startsWith(u("標準歩掛の名前")))
+            << dialogs.boxes()[0].content.toStdString();
+        EXPECT_NE(dialogs.boxes()[0].content, u("選択用標準歩掛として登録しました。"));
     }
     EXPECT_FALSE(QFileInfo::exists(library));
     EXPECT_FALSE(QFileInfo::exists(dir.filePath(QStringLiteral("library/outside.fdk"))));
@@ -222,8 +222,8 @@ TEST_F(Library, AFileNameOf255BytesIsTakenAndOneOf256IsRefused) {
         const bool fits = QFile::encodeName(name + QStringLiteral(".fdk")).size() == 255;
         dialogs.clearRecords();
         saveAs(name);
-        ASSERT_EQ(dialogs.Boxes().size(), 1u);
-        EXPECT_EQ(dialogs.Boxes()[0].content.startsWith(u("標準歩掛の名前が長すぎます。")), !fits);
+        ASSERT_EQ(dialogs.boxes().size(), 1u);
+        EXPECT_EQ(dialogs.boxes()[0].content.startsWith(u("標準歩掛の名前が長すぎます。")), !fits);
         EXPECT_EQ(QFileInfo(library + QLatin1Char('/') + name + QStringLiteral(".fdk")).isFile(),
                   fits);
     }
@@ -235,10 +235,10 @@ TEST_F(Library, ASaveThatCanNotWriteSaysSoInJapanese) {
     QDir().mkpath(dir.filePath(QStringLiteral("library")));
     writeAll(library, QByteArray("x"));
     saveAs(QStringLiteral("entry"));
-    ASSERT_EQ(dialogs.Boxes().size(), 1u);
-    EXPECT_EQ(dialogs.Boxes()[0].icon, TaskDialog::IconError);
-    EXPECT_TRUE(dialogs.Boxes()[0].instruction.startsWith(u("入出力エラー")));
-    EXPECT_TRUE(dialogs.Boxes()[0].instruction.contains(library));
+    ASSERT_EQ(dialogs.boxes().size(), 1u);
+    EXPECT_EQ(dialogs.boxes()[0].icon, TaskDialog::IconError);
+    EXPECT_TRUE(dialogs.boxes()[0].instruction.startsWith(u("入出力エラー")));
+    EXPECT_TRUE(dialogs.boxes()[0].instruction.contains(library));
 }
 
 TEST_F(Library, TheDialogListsTheEntriesInTheFoldersOrder) {
@@ -297,7 +297,7 @@ TEST_F(Library, AMissingFolderListsNothing) {
     });
     EXPECT_EQ(count, 0);
     EXPECT_FALSE(QFileInfo::exists(library));
-    EXPECT_TRUE(dialogs.Boxes().empty());
+    EXPECT_TRUE(dialogs.boxes().empty());
 }
 
 class LibraryLoad : public Library {
@@ -370,7 +370,7 @@ TEST_F(LibraryLoad, AnEntryChangesSizesAndFactorsOfRowsOneTo59AndNothingElse) {
     EXPECT_TRUE(doc().isChanged());
     expectSameRows(doc().snapshot(), undoBefore);
     EXPECT_TRUE(f.menus().actions.undoAction->isEnabled());
-    EXPECT_TRUE(dialogs.Boxes().empty());
+    EXPECT_TRUE(dialogs.boxes().empty());
 }
 
 TEST_F(LibraryLoad, TheCurrentTabIsShown) {
@@ -417,7 +417,7 @@ TEST_F(LibraryLoad, NoEntrySelectedTouchesNothing) {
     EXPECT_EQ(partsSelect->result(), LabourLibraryDialog::ResultSelect);
     expectSameRows(rows(), before);
     EXPECT_EQ(doc().currentLines(), lines);
-    EXPECT_TRUE(dialogs.Boxes().empty());
+    EXPECT_TRUE(dialogs.boxes().empty());
 }
 
 TEST_F(LibraryLoad, CancelCloseAndEscapeChangeNothingWhileADeletionStays) {
@@ -436,8 +436,8 @@ TEST_F(LibraryLoad, CancelCloseAndEscapeChangeNothingWhileADeletionStays) {
             left << d->entryList->item(i)->text();
         d->cancelButton->click();
     });
-    ASSERT_EQ(dialogs.Boxes().size(), 1u);
-    const auto& question = dialogs.Boxes()[0];
+    ASSERT_EQ(dialogs.boxes().size(), 1u);
+    const auto& question = dialogs.boxes()[0];
     EXPECT_EQ(question.instruction, u("確認"));
     EXPECT_EQ(question.content, u("削除していいですか?"));
     EXPECT_EQ(question.icon, TaskDialog::IconQuestion);
@@ -483,7 +483,7 @@ TEST_F(LibraryLoad, DeleteAnsweredNoKeepsTheEntryAndAFailedDeleteStillLeavesTheL
     });
     EXPECT_EQ(afterNo, 2);
     EXPECT_EQ(afterFailed, 1);
-    EXPECT_EQ(dialogs.Boxes().size(), 2u);
+    EXPECT_EQ(dialogs.boxes().size(), 2u);
     EXPECT_TRUE(QFileInfo::exists(entry(QStringLiteral("b"))));
 }
 
@@ -494,8 +494,8 @@ TEST_F(LibraryLoad, AShortFileStopsWithTheErrorAndKeepsTheRowsReadBeforeIt) {
     const QStringList lines = doc().currentLines();
     const QString shown = cell1(0, 1);
     pick(QStringLiteral("short"));
-    ASSERT_EQ(dialogs.Boxes().size(), 1u);
-    const auto& box = dialogs.Boxes()[0];
+    ASSERT_EQ(dialogs.boxes().size(), 1u);
+    const auto& box = dialogs.boxes()[0];
     EXPECT_EQ(box.icon, TaskDialog::IconError);
     EXPECT_TRUE(box.instruction.startsWith(u("入出力エラー"))) << box.instruction.toStdString();
     EXPECT_TRUE(box.instruction.contains(entry(QStringLiteral("short"))));
@@ -523,8 +523,8 @@ TEST_F(LibraryLoad, AfterALoadLeavingThePipeTypeAsksToSave) {
     pick(QStringLiteral("entry"));
     dialogs.answerBox(TaskDialog::IdCancel);
     clickNode(2);
-    ASSERT_EQ(dialogs.Boxes().size(), 1u);
-    EXPECT_TRUE(dialogs.Boxes()[0].content.endsWith(u("データを保存しますか?")));
+    ASSERT_EQ(dialogs.boxes().size(), 1u);
+    EXPECT_TRUE(dialogs.boxes()[0].content.endsWith(u("データを保存しますか?")));
     EXPECT_EQ(stored(1, 1, 1, "SIZE"), QStringLiteral("15A")); // not saved
 }
 

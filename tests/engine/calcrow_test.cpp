@@ -33,8 +33,8 @@ protected:
         o.elementFraction() = C("0.9");
         o.adoptedDigits() = C("10");
         o.adoptedFraction() = C("0");
-        o.UnitDigits() = C("10");
-        o.UnitFraction() = C("0.9");
+        o.unitDigits() = C("10");
+        o.unitFraction() = C("0.9");
         o.rateSubmitted() = C("70");
         o.rateCost() = C("60");
     }
@@ -159,12 +159,12 @@ TEST_F(CalcRowTest, RowSixtyIsNeverCalculated) {
     doc().options().rateOn() = C("1");
     PipeTypeOptions o = doc().options();
     const Currency gross = rows()[60].submittedPrice, net = rows()[60].costPrice;
-    const Currency unitDigits = o.UnitDigits(), unitFraction = o.UnitFraction();
+    const Currency digitsBefore = o.unitDigits(), fractionBefore = o.unitFraction();
     doc().calculateRow(60);
     EXPECT_EQ(rows()[60].submittedPrice, gross);
     EXPECT_EQ(rows()[60].costPrice, net);
-    EXPECT_EQ(o.UnitDigits(), unitDigits);
-    EXPECT_EQ(o.UnitFraction(), unitFraction);
+    EXPECT_EQ(o.unitDigits(), digitsBefore);
+    EXPECT_EQ(o.unitFraction(), fractionBefore);
     EXPECT_EQ(o.rateOn(), C("1"));
     for (Currency c : rows()[60].submittedAmounts)
         EXPECT_EQ(c.raw, 0);
@@ -197,7 +197,7 @@ TEST_F(CalcRowTest, ZerosGiveZerosAtEveryOptionValue) {
                 o.elementFraction() = FractionSteps[std::size_t(f)];
                 o.adoptedDigits() = DigitSteps[std::size_t(d)];
                 o.adoptedFraction() = FractionSteps[std::size_t(f)];
-                o.UnitDigits() = DigitSteps[std::size_t(d)];
+                o.unitDigits() = DigitSteps[std::size_t(d)];
                 o.modeFlag() = mode;
                 o.labourCost() = o.labourSubmitted() = {};
                 doc().calculateRow(2);

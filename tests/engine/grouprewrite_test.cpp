@@ -31,8 +31,8 @@ TEST(GroupRewriteStatements, OptionChangeTakesTwelveOptionsAndNotGross) {
     o.rateCost() = c("62.5");
     o.rateSubmitted() = c("80"); // GROSS: stays out
     o.rateOn() = c("1");
-    o.UnitDigits() = c("10");
-    o.UnitFraction() = c("0.5");
+    o.unitDigits() = c("10");
+    o.unitFraction() = c("0.5");
     o.adoptedDigits() = c("1000");
     o.adoptedFraction() = c("0.9");
     o.elementDigits() = c("100");
@@ -65,7 +65,7 @@ protected:
         ws().paths().exDatabase = dir.filePath(QStringLiteral("velmoraMainEX.db3"));
         createSuiteDatabase(ws().paths().exDatabase, true);
     }
-    void TearDown() override { EXPECT_TRUE(dialogs.Unanswered().isEmpty()); }
+    void TearDown() override { EXPECT_TRUE(dialogs.unanswered().isEmpty()); }
 
     void exec(const QString& sql) {
         ASSERT_EQ(execStatement(dialogs, ws().paths().exDatabase, sql), 1);
@@ -106,8 +106,8 @@ TEST_F(GroupRecalc, EveryPipeTypeOfTheGroupIsComputedUnderItsStoredOptionsAndSav
     o.elementFraction() = c("0.9");
     o.labourSubmitted() = c("21000");
     o.labourCost() = c("17000");
-    o.UnitDigits() = c("1");
-    o.UnitFraction() = c("0");
+    o.unitDigits() = c("1");
+    o.unitFraction() = c("0");
     exec(optionChangeStatement(options, 2));
     const QStringList otherGroupBefore = storedPrices(3, 4);
     int stale = 0;
@@ -164,8 +164,8 @@ TEST_F(GroupRecalc, TheCurrentPipeTypeComesBackAsStoredWithItsPrices) {
         EXPECT_EQ(currToStr(shown[n].submittedAmounts[4]), fields[7]) << n;
     }
     // Nothing was asked; the statement of the last save is on the clipboard.
-    EXPECT_TRUE(dialogs.Boxes().empty());
-    EXPECT_TRUE(dialogs.Clipboard().contains(QStringLiteral("KAN='20' and NO='1';")));
+    EXPECT_TRUE(dialogs.boxes().empty());
+    EXPECT_TRUE(dialogs.clipboard().contains(QStringLiteral("KAN='20' and NO='1';")));
 }
 
 TEST_F(GroupRecalc, AFailedLoadEndsTheRunWithTheCurrentRowsBack) {

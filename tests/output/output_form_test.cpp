@@ -91,8 +91,8 @@ TEST_F(OutputForm, MenuItemsAreJoined) {
     EXPECT_TRUE(form->menus().externalData.excelOutItem->isEnabled());
     answerOptions(false, false, false);
     form->menus().externalData.clipboardItem->trigger();
-    EXPECT_TRUE(dialogs.Messages().empty());
-    EXPECT_TRUE(dialogs.Boxes().empty());
+    EXPECT_TRUE(dialogs.messages().empty());
+    EXPECT_TRUE(dialogs.boxes().empty());
 }
 
 TEST_F(OutputForm, CsvOfPipingTypeWithHeadingsAndFactors) {
@@ -105,9 +105,9 @@ TEST_F(OutputForm, CsvOfPipingTypeWithHeadingsAndFactors) {
     ASSERT_EQ(dialogs.fileQuestions().size(), 1u);
     EXPECT_EQ(dialogs.fileQuestions()[0].kind, u("save"));
     EXPECT_EQ(dialogs.fileQuestions()[0].filter, u("*.CSV"));
-    ASSERT_EQ(dialogs.Boxes().size(), 1u);
-    EXPECT_EQ(dialogs.Boxes()[0].instruction, u("確認"));
-    EXPECT_EQ(dialogs.Boxes()[0].content, u("ＣＳＶ出力しました。"));
+    ASSERT_EQ(dialogs.boxes().size(), 1u);
+    EXPECT_EQ(dialogs.boxes()[0].instruction, u("確認"));
+    EXPECT_EQ(dialogs.boxes()[0].content, u("ＣＳＶ出力しました。"));
 }
 
 TEST_F(OutputForm, CsvOfPipingTypeWithResultsOnly) {
@@ -144,12 +144,12 @@ TEST_F(OutputForm, ClipboardOfRefrigerantTypeWithFactors) {
     openRefrigerant();
     answerOptions(false, false);
     form->outputs()->exportToClipboard();
-    const QByteArray text = toAnsi(dialogs.Clipboard());
+    const QByteArray text = toAnsi(dialogs.clipboard());
     QByteArray golden = Golden("csv_refrigerant_factors.txt", text + "\r\n");
     EXPECT_EQ(text + "\r\n", golden);
     EXPECT_FALSE(text.endsWith("\n")) << "no line end after the last row";
-    ASSERT_EQ(dialogs.Boxes().size(), 1u);
-    EXPECT_EQ(dialogs.Boxes()[0].content, u("クリップボ－ドへコピ－しました。"));
+    ASSERT_EQ(dialogs.boxes().size(), 1u);
+    EXPECT_EQ(dialogs.boxes()[0].content, u("クリップボ－ドへコピ－しました。"));
 }
 
 TEST_F(OutputForm, ClipboardMatchesTheCsvFileWithoutItsLastLineEnd) {
@@ -157,7 +157,7 @@ TEST_F(OutputForm, ClipboardMatchesTheCsvFileWithoutItsLastLineEnd) {
     const QByteArray file = csv(true, false);
     answerOptions(true, false);
     form->outputs()->exportToClipboard();
-    EXPECT_EQ(toAnsi(dialogs.Clipboard()) + "\r\n", file);
+    EXPECT_EQ(toAnsi(dialogs.clipboard()) + "\r\n", file);
 }
 
 TEST_F(OutputForm, CancelProducesNothingAndStillMovesTheSelection) {
@@ -166,7 +166,7 @@ TEST_F(OutputForm, CancelProducesNothingAndStillMovesTheSelection) {
     answerOptions(true, true, false);
     form->outputs()->exportCsvFile();
     EXPECT_TRUE(dialogs.fileQuestions().empty());
-    EXPECT_TRUE(dialogs.Boxes().empty());
+    EXPECT_TRUE(dialogs.boxes().empty());
     EXPECT_EQ(form->sheet()->materialGrid()->selectedCells().left(), 1);
     EXPECT_EQ(form->sheet()->materialGrid()->selectedCells().right(), 1);
     EXPECT_EQ(form->sheet()->materialGrid()->selectedCells().top(), 5);
@@ -176,7 +176,7 @@ TEST_F(OutputForm, CancelProducesNothingAndStillMovesTheSelection) {
     dialogs.setClipboard(u("before"));
     answerOptions(true, true, false);
     form->outputs()->exportToClipboard();
-    EXPECT_EQ(dialogs.Clipboard(), u("before"));
+    EXPECT_EQ(dialogs.clipboard(), u("before"));
     EXPECT_EQ(form->sheet()->materialGrid()->selectedCells().left(), 1);
     EXPECT_EQ(form->sheet()->materialGrid()->selectedCells().top(), 3);
 }
@@ -186,7 +186,7 @@ TEST_F(OutputForm, CancelledSaveDialogWritesNothingAndSaysNothing) {
     answerOptions(true, false);
     dialogs.answerFile(QString());
     form->outputs()->exportCsvFile();
-    EXPECT_TRUE(dialogs.Boxes().empty());
+    EXPECT_TRUE(dialogs.boxes().empty());
     EXPECT_EQ(QDir(dir.path()).entryList(QDir::Files), QStringList());
 }
 
@@ -197,7 +197,7 @@ TEST_F(OutputForm, PrintDataHasNoDialogNoMessageAndKeepsTheMinus) {
     rows()[1].submittedAmounts[4] = strToCurr(u("-56789"));
     form->outputs()->exportRows(ExportPrint);
     EXPECT_EQ(form->sheet()->materialGrid()->selectedCells().left(), 1);
-    EXPECT_TRUE(dialogs.Boxes().empty());
+    EXPECT_TRUE(dialogs.boxes().empty());
     const QByteArray bytes = readBytes(printDataPath(dataRoot));
     const QList<QByteArray> lines = bytes.split('\n');
     ASSERT_EQ(lines.size(), 57); // 56 lines and the final line end
@@ -219,15 +219,15 @@ TEST_F(OutputForm, ExcelOutWritesStreamAndWorkbookAndOpensIt) {
     EXPECT_EQ(stream,
               toAnsi(excelStream(db, 1, form->sheet()->tabCaptions()).join(u("\r\n")) + u("\r\n")));
     EXPECT_EQ(stream.count("AutoFit;1;1;;\r\n"), 6);
-    ASSERT_EQ(dialogs.Documents().size(), 1);
-    const QString book = dialogs.Documents()[0];
+    ASSERT_EQ(dialogs.documents().size(), 1);
+    const QString book = dialogs.documents()[0];
     EXPECT_TRUE(QFile::exists(book));
     EXPECT_EQ(QFileInfo(book).absolutePath(), QFileInfo(dataRoot).absoluteFilePath());
     EXPECT_TRUE(QRegularExpression(u("^\\d{8} \\d{6}\\.xlsx$"))
                     .match(QFileInfo(book).fileName())
                     .hasMatch())
         << book.toStdString();
-    EXPECT_TRUE(dialogs.Boxes().empty());
+    EXPECT_TRUE(dialogs.boxes().empty());
 }
 
 TEST_F(OutputForm, ExcelOutExportsWhatIsSavedNotTheScreen) {
@@ -246,10 +246,10 @@ TEST_F(OutputForm, ExcelOutFailingToOpenShowsTheErrorBoxUnderTheBusyCaption) {
     QString captionDuringBox;
     dialogs.OnBox = [&] { captionDuringBox = form->windowTitle(); };
     form->outputs()->exportWorkbook();
-    ASSERT_EQ(dialogs.Boxes().size(), 1u);
-    EXPECT_EQ(dialogs.Boxes()[0].title, u("エラー"));
-    EXPECT_EQ(dialogs.Boxes()[0].instruction, u("起動に失敗しました"));
-    EXPECT_EQ(dialogs.Boxes()[0].icon, TaskDialog::IconError);
+    ASSERT_EQ(dialogs.boxes().size(), 1u);
+    EXPECT_EQ(dialogs.boxes()[0].title, u("エラー"));
+    EXPECT_EQ(dialogs.boxes()[0].instruction, u("起動に失敗しました"));
+    EXPECT_EQ(dialogs.boxes()[0].icon, TaskDialog::IconError);
     EXPECT_EQ(captionDuringBox, u("エクセルファイル出力中・・・しばらくお待ちください"));
     EXPECT_EQ(form->windowTitle(), title);
 }
@@ -260,7 +260,7 @@ TEST_F(OutputForm, ExcelOutWithoutTempFolderFailsAndGivesTheCaptionBack) {
     ASSERT_TRUE(QDir(dataRoot + u("/temp")).removeRecursively());
     EXPECT_THROW(form->outputs()->exportWorkbook(), FileError);
     EXPECT_EQ(form->windowTitle(), title);
-    EXPECT_TRUE(dialogs.Documents().isEmpty());
+    EXPECT_TRUE(dialogs.documents().isEmpty());
     EXPECT_TRUE(QDir(dataRoot).entryList({u("*.xlsx")}, QDir::Files).isEmpty());
 }
 

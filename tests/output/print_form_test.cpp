@@ -38,12 +38,12 @@ TEST_F(PrintCommand, WritesTheFilesAndStartsTheProgramWithDataRootAndSemicolon) 
 
     f.menus().file.printItem->trigger();
 
-    ASSERT_EQ(dialogs.Processes().size(), 1u);
-    const auto& p = dialogs.Processes()[0];
+    ASSERT_EQ(dialogs.processes().size(), 1u);
+    const auto& p = dialogs.processes()[0];
     EXPECT_EQ(p.program, printProgramPath());
     EXPECT_TRUE(p.program.endsWith(QStringLiteral("/listpress")));
     EXPECT_EQ(p.arguments, QStringList{dataRoot + QLatin1Char(';')});
-    EXPECT_TRUE(dialogs.Boxes().empty());
+    EXPECT_TRUE(dialogs.boxes().empty());
 
     // The submitted side is selected for the next redisplay.
     EXPECT_EQ(f.sheet()->materialGrid()->selectedCells(), QRect(1, 5, 1, 1));
@@ -71,7 +71,7 @@ TEST_F(PrintCommand, WritesTheFilesAndStartsTheProgramWithDataRootAndSemicolon) 
     for (int i = 0; i < int(a.size()); ++i)
         EXPECT_EQ(a[i] == b[i], i != 3) << i;
     EXPECT_EQ(readAll(printDataPath(dataRoot)), data);
-    EXPECT_EQ(dialogs.Processes().size(), 2u);
+    EXPECT_EQ(dialogs.processes().size(), 2u);
 }
 
 TEST_F(PrintCommand, AFailedStartLeavesTheFilesAndSaysNothing) {
@@ -81,9 +81,9 @@ TEST_F(PrintCommand, AFailedStartLeavesTheFilesAndSaysNothing) {
         QFile::remove(p);
     dialogs.setStartResult(false);
     f.menus().actions.printAction->trigger();
-    EXPECT_EQ(dialogs.Processes().size(), 1u);
-    EXPECT_TRUE(dialogs.Boxes().empty());
-    EXPECT_TRUE(dialogs.Messages().empty());
+    EXPECT_EQ(dialogs.processes().size(), 1u);
+    EXPECT_TRUE(dialogs.boxes().empty());
+    EXPECT_TRUE(dialogs.messages().empty());
     EXPECT_TRUE(QFile::exists(printConfPath(dataRoot)));
     EXPECT_TRUE(QFile::exists(printHeaderPath(dataRoot)));
     EXPECT_TRUE(QFile::exists(printDataPath(dataRoot)));
@@ -94,10 +94,10 @@ TEST_F(PrintCommand, MissingFolderShowsTheErrorAndStartsNothing) {
     ASSERT_TRUE(QDir(printFolderPath(dataRoot)).removeRecursively());
     dialogs.answerBox(TaskDialog::IdOk);
     f.menus().actions.printAction->trigger();
-    EXPECT_TRUE(dialogs.Processes().empty());
-    ASSERT_EQ(dialogs.Boxes().size(), 1u);
-    EXPECT_EQ(dialogs.Boxes()[0].icon, TaskDialog::IconError);
-    EXPECT_TRUE(dialogs.Boxes()[0].instruction.contains(QStringLiteral("print_Data.dat")));
+    EXPECT_TRUE(dialogs.processes().empty());
+    ASSERT_EQ(dialogs.boxes().size(), 1u);
+    EXPECT_EQ(dialogs.boxes()[0].icon, TaskDialog::IconError);
+    EXPECT_TRUE(dialogs.boxes()[0].instruction.contains(QStringLiteral("print_Data.dat")));
 }
 
 TEST_F(PrintCommand, RefrigerantPipeTypeGivesOneTabAndMaskQvr) {

@@ -23,23 +23,23 @@ TEST(ScriptedDialogsTest, BoxesTakeScriptedAnswersInOrder) {
               TD::IdYes);
     EXPECT_EQ(showTaskDialog(d, nullptr, "T", "again", TD::IconQuestion, yesCancel, ""),
               TD::IdCancel);
-    ASSERT_EQ(d.Boxes().size(), 2u);
-    const ScriptedDialogs::Box& b = d.Boxes()[0];
+    ASSERT_EQ(d.boxes().size(), 2u);
+    const ScriptedDialogs::Box& b = d.boxes()[0];
     EXPECT_EQ(b.title, "T");
     EXPECT_EQ(b.instruction, "確認");
     EXPECT_EQ(b.content, "body");
     EXPECT_EQ(b.icon, TD::IconQuestion);
     EXPECT_EQ(b.buttons, yesCancel);
     EXPECT_EQ(b.result, TD::IdYes);
-    EXPECT_TRUE(d.Unanswered().isEmpty());
+    EXPECT_TRUE(d.unanswered().isEmpty());
     EXPECT_EQ(d.pendingAnswers(), 0);
 }
 
 TEST(ScriptedDialogsTest, OkBoxesNeedNoAnswerButQuestionsDo) {
     ScriptedDialogs d;
     EXPECT_EQ(showInfoDialog(d, nullptr, "確認", "保存しました。"), TD::IdOk);
-    EXPECT_TRUE(d.Unanswered().isEmpty());
-    const ScriptedDialogs::Box& info = d.Boxes().at(0);
+    EXPECT_TRUE(d.unanswered().isEmpty());
+    const ScriptedDialogs::Box& info = d.boxes().at(0);
     EXPECT_EQ(info.title, applicationTitle());
     EXPECT_EQ(info.icon, TD::IconNone);
     EXPECT_EQ(info.buttons, TD::ButtonOk);
@@ -50,21 +50,21 @@ TEST(ScriptedDialogsTest, OkBoxesNeedNoAnswerButQuestionsDo) {
     EXPECT_EQ(showTaskDialog(d, nullptr, "T", "q2", 0, TD::ButtonYes | TD::ButtonNo, ""), TD::IdNo);
     EXPECT_EQ(showTaskDialog(d, nullptr, "T", "q3", 0, TD::ButtonRetry | TD::ButtonClose, ""),
               TD::IdClose);
-    EXPECT_EQ(d.Unanswered().size(), 3);
-    EXPECT_TRUE(d.Unanswered()[0].contains("q1"));
+    EXPECT_EQ(d.unanswered().size(), 3);
+    EXPECT_TRUE(d.unanswered()[0].contains("q1"));
 
     // An answer that is none of the box's buttons is a scripting mistake.
     d.answerBox(TD::IdNo);
     EXPECT_EQ(showTaskDialog(d, nullptr, "T", "q4", 0, TD::ButtonYes | TD::ButtonCancel, ""),
               TD::IdCancel);
-    EXPECT_EQ(d.Unanswered().size(), 4);
+    EXPECT_EQ(d.unanswered().size(), 4);
 }
 
 TEST(ScriptedDialogsTest, TextsAreCutAt2049Characters) {
     ScriptedDialogs d;
     const QString longText(3000, QChar(u'あ'));
     showTaskDialog(d, nullptr, longText, longText, 0, TD::ButtonOk, longText);
-    const ScriptedDialogs::Box& b = d.Boxes().at(0);
+    const ScriptedDialogs::Box& b = d.boxes().at(0);
     EXPECT_EQ(b.title.size(), 2049);
     EXPECT_EQ(b.instruction.size(), 2049);
     EXPECT_EQ(b.content.size(), 2049);
@@ -80,13 +80,13 @@ TEST(ScriptedDialogsTest, InputsAndFiles) {
     value = "kept";
     EXPECT_FALSE(d.inputQuery(nullptr, "Qorvale", "prompt", value));
     EXPECT_EQ(value, "kept");
-    EXPECT_TRUE(d.Unanswered().isEmpty());
+    EXPECT_TRUE(d.unanswered().isEmpty());
     EXPECT_FALSE(d.inputQuery(nullptr, "Qorvale", "unscripted", value));
     EXPECT_EQ(value, "kept");
-    EXPECT_EQ(d.Unanswered().size(), 1);
-    ASSERT_EQ(d.Inputs().size(), 3u);
-    EXPECT_EQ(d.Inputs()[0].initial, "給水");
-    EXPECT_EQ(d.Inputs()[1].accepted, false);
+    EXPECT_EQ(d.unanswered().size(), 1);
+    ASSERT_EQ(d.inputs().size(), 3u);
+    EXPECT_EQ(d.inputs()[0].initial, "給水");
+    EXPECT_EQ(d.inputs()[1].accepted, false);
 
     d.answerFile("/tmp/out.csv");
     d.answerFile(QString());
@@ -94,9 +94,9 @@ TEST(ScriptedDialogsTest, InputsAndFiles) {
     EXPECT_EQ(d.saveFileName(nullptr, "CSV", "/tmp", "CSV (*.csv)"), "/tmp/out.csv");
     EXPECT_EQ(d.openFileName(nullptr, "Open", "/tmp", "*"), QString());
     EXPECT_EQ(d.folderName(nullptr, "Folder", "/tmp"), "/tmp/folder");
-    EXPECT_EQ(d.Unanswered().size(), 1);
+    EXPECT_EQ(d.unanswered().size(), 1);
     EXPECT_EQ(d.openFileName(nullptr, "Open", "/tmp", "*"), QString());
-    EXPECT_EQ(d.Unanswered().size(), 2);
+    EXPECT_EQ(d.unanswered().size(), 2);
     ASSERT_EQ(d.fileQuestions().size(), 4u);
     EXPECT_EQ(d.fileQuestions()[0].kind, "save");
     EXPECT_EQ(d.fileQuestions()[0].filter, "CSV (*.csv)");
@@ -110,21 +110,21 @@ TEST(ScriptedDialogsTest, SideEffectsAreRecorded) {
     EXPECT_EQ(dialogs.clipboardText(), "a\tb\r\n");
     dialogs.beep();
     dialogs.beep();
-    EXPECT_EQ(d.Beeps(), 2);
+    EXPECT_EQ(d.beeps(), 2);
     EXPECT_TRUE(dialogs.startProcess("/usr/bin/listpress", {"a", "b"}, "/work"));
     d.setStartResult(false);
     EXPECT_FALSE(dialogs.startProcess("calc", {}, QString()));
-    ASSERT_EQ(d.Processes().size(), 2u);
-    EXPECT_EQ(d.Processes()[0].arguments, QStringList({"a", "b"}));
-    EXPECT_EQ(d.Processes()[0].workingDir, "/work");
+    ASSERT_EQ(d.processes().size(), 2u);
+    EXPECT_EQ(d.processes()[0].arguments, QStringList({"a", "b"}));
+    EXPECT_EQ(d.processes()[0].workingDir, "/work");
     EXPECT_TRUE(dialogs.openDocument("/tmp/book.xlsx"));
-    EXPECT_EQ(d.Documents(), QStringList{"/tmp/book.xlsx"});
+    EXPECT_EQ(d.documents(), QStringList{"/tmp/book.xlsx"});
     dialogs.message(nullptr, "ERROR", "no such table");
-    ASSERT_EQ(d.Messages().size(), 1u);
-    EXPECT_EQ(d.Messages()[0].text, "no such table");
+    ASSERT_EQ(d.messages().size(), 1u);
+    EXPECT_EQ(d.messages()[0].text, "no such table");
     d.clearRecords();
-    EXPECT_TRUE(d.Messages().empty());
-    EXPECT_EQ(d.Beeps(), 0);
+    EXPECT_TRUE(d.messages().empty());
+    EXPECT_EQ(d.beeps(), 0);
 }
 
 TEST(ScriptedDialogsTest, CallsFromAnotherThreadRunOnTheGuiThreadAndWait) {
@@ -151,21 +151,21 @@ TEST(ScriptedDialogsTest, CallsFromAnotherThreadRunOnTheGuiThreadAndWait) {
     });
     // Nothing of the worker's happens while this thread serves no events.
     QThread::msleep(50);
-    EXPECT_TRUE(d.Clipboard().isEmpty());
+    EXPECT_TRUE(d.clipboard().isEmpty());
     EXPECT_FALSE(done);
     while (!done)
         QCoreApplication::processEvents(QEventLoop::AllEvents, 10);
     worker.join();
     EXPECT_EQ(clipboardSeen, "UPDATE 49");
-    EXPECT_EQ(d.Clipboard(), "UPDATE 49");
-    ASSERT_EQ(d.Messages().size(), 1u);
-    EXPECT_EQ(d.Messages()[0].text, "ERROR");
+    EXPECT_EQ(d.clipboard(), "UPDATE 49");
+    ASSERT_EQ(d.messages().size(), 1u);
+    EXPECT_EQ(d.messages()[0].text, "ERROR");
     ASSERT_EQ(messageThreads.size(), 1u);
     EXPECT_EQ(messageThreads[0], gui);
     EXPECT_EQ(answer, TD::IdNo);
-    EXPECT_EQ(d.Boxes().size(), 1u);
-    EXPECT_EQ(d.Beeps(), 1);
-    EXPECT_TRUE(d.Unanswered().isEmpty());
+    EXPECT_EQ(d.boxes().size(), 1u);
+    EXPECT_EQ(d.beeps(), 1);
+    EXPECT_TRUE(d.unanswered().isEmpty());
 }
 
 } // namespace

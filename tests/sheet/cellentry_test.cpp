@@ -58,7 +58,7 @@ TEST_F(CellEntry, FactorEnterStoresRecalculatesAndMovesDown) {
     EXPECT_EQ(f.sheet()->compositeGrid()->selectedCells(), QRect(QPoint(5, 4), QPoint(5, 4)));
     EXPECT_TRUE(doc().isChanged());
     EXPECT_TRUE(f.menus().actions.undoAction->isEnabled());
-    EXPECT_EQ(dialogs.Beeps(), 0);
+    EXPECT_EQ(dialogs.beeps(), 0);
 }
 
 TEST_F(CellEntry, LastLineWrapsToTheFirst) {
@@ -92,31 +92,31 @@ TEST_F(CellEntry, UpDownCommitQuietlyLeftRightWithABeep) {
     type(f.sheet()->compositeGrid(), QStringLiteral("1.2"));
     press(f.sheet()->compositeGrid(), Qt::Key_Down);
     EXPECT_EQ(rows()[5].factor(1), c("1.2"));
-    EXPECT_EQ(dialogs.Beeps(), 0);
+    EXPECT_EQ(dialogs.beeps(), 0);
     select(f.sheet()->compositeGrid(), 4, 7);
     type(f.sheet()->compositeGrid(), QStringLiteral("1.3"));
     press(f.sheet()->compositeGrid(), Qt::Key_Left);
     EXPECT_EQ(rows()[7].factor(1), c("1.3"));
-    EXPECT_EQ(dialogs.Beeps(), 1);
+    EXPECT_EQ(dialogs.beeps(), 1);
     // The minus key is one of the other keys.
     select(f.sheet()->compositeGrid(), 4, 8);
     press(f.sheet()->compositeGrid(), Qt::Key_Minus);
-    EXPECT_EQ(dialogs.Beeps(), 2);
+    EXPECT_EQ(dialogs.beeps(), 2);
 }
 
 TEST_F(CellEntry, NoNumberInTheFactorGridStoresZero) {
     MainWindow& f = open();
     enter(f.sheet()->compositeGrid(), 4, 2, QStringLiteral("1.2.3"));
     EXPECT_EQ(rows()[2].factor(1).raw, 0);
-    EXPECT_TRUE(dialogs.Boxes().empty());
+    EXPECT_TRUE(dialogs.boxes().empty());
 }
 
 TEST_F(CellEntry, NoNumberInThePriceGridShowsTheErrorAndKeepsTheRow) {
     MainWindow& f = open();
     const Currency gross = rows()[2].submittedPrice;
     enter(f.sheet()->materialGrid(), 1, 2, QStringLiteral("1.2.3"));
-    ASSERT_EQ(dialogs.Boxes().size(), 1u);
-    EXPECT_TRUE(dialogs.Boxes()[0].instruction.contains(QStringLiteral("1.2.3")));
+    ASSERT_EQ(dialogs.boxes().size(), 1u);
+    EXPECT_TRUE(dialogs.boxes()[0].instruction.contains(QStringLiteral("1.2.3")));
     EXPECT_EQ(rows()[2].submittedPrice, gross);
     EXPECT_EQ(cell2(1, 2), QStringLiteral("1.2.3"));
 }
@@ -162,9 +162,9 @@ TEST_F(CellEntry, RefrigerantColumnNineIsRefused) {
     ASSERT_EQ(doc().options().modeFlag(), 1);
     const Currency old = rows()[2].factor(6);
     enter(f.sheet()->compositeGrid(), 9, 2, QStringLiteral("3"));
-    ASSERT_EQ(dialogs.Boxes().size(), 1u);
-    EXPECT_EQ(dialogs.Boxes()[0].instruction, QStringLiteral("確認"));
-    EXPECT_EQ(dialogs.Boxes()[0].content, u("冷媒モードです。この列のセルは編集できません。"));
+    ASSERT_EQ(dialogs.boxes().size(), 1u);
+    EXPECT_EQ(dialogs.boxes()[0].instruction, QStringLiteral("確認"));
+    EXPECT_EQ(dialogs.boxes()[0].content, u("冷媒モードです。この列のセルは編集できません。"));
     EXPECT_EQ(rows()[2].factor(6), old);
     EXPECT_TRUE(cell1(9, 2).isEmpty());
 }
@@ -189,7 +189,7 @@ TEST_F(CellEntry, ResultsViewTurnsNoTextIntoFactors) {
     press(f.sheet()->compositeGrid(), Qt::Key_Return);
     EXPECT_FALSE(f.sheet()->compositeGrid()->editorMode());
     EXPECT_EQ(rows()[3].factors, before);
-    EXPECT_EQ(dialogs.Beeps(), 2);
+    EXPECT_EQ(dialogs.beeps(), 2);
     QTest::mouseClick(f.header()->resultsSwitch(), Qt::LeftButton);
     enter(f.sheet()->compositeGrid(), 4, 3, QStringLiteral("1.5"));
     EXPECT_EQ(rows()[3].factor(1), c("1.5"));
@@ -324,8 +324,8 @@ TEST_F(CellEntry, NewPipeTypeByKeyboardAloneSurvivesARestart) {
     f.activateWindow();
     ASSERT_TRUE(QTest::qWaitForWindowActive(&f));
     QTest::keyClick(f.optionPanel()->labourCostCostEdit(), Qt::Key_S, Qt::ControlModifier);
-    ASSERT_FALSE(dialogs.Boxes().empty());
-    EXPECT_EQ(dialogs.Boxes().back().content, u("保存しました。"));
+    ASSERT_FALSE(dialogs.boxes().empty());
+    EXPECT_EQ(dialogs.boxes().back().content, u("保存しました。"));
     closeForm();
     MainWindow& g = open();
     clickNode(21 + 20);
@@ -343,7 +343,7 @@ TEST_F(CellEntry, EnterInThePriceGridAtStartStoresNothing) {
     press(f.sheet()->materialGrid(), Qt::Key_Return); // remembered column 4: no field
     EXPECT_EQ(rows()[1].submittedPrice, gross);
     EXPECT_EQ(f.sheet()->materialCell().y(), 2);
-    EXPECT_TRUE(dialogs.Boxes().empty());
+    EXPECT_TRUE(dialogs.boxes().empty());
     EXPECT_TRUE(f.menus().actions.undoAction->isEnabled()); // the snapshot was taken
     EXPECT_EQ(doc().currentLines(), before);
 }
@@ -362,7 +362,7 @@ TEST_F(CellEntry, UpCommitsWithoutABeep) {
     type(f.sheet()->compositeGrid(), QStringLiteral("0.3"));
     press(f.sheet()->compositeGrid(), Qt::Key_Up);
     EXPECT_EQ(rows()[6].factor(7), c("0.3"));
-    EXPECT_EQ(dialogs.Beeps(), 0);
+    EXPECT_EQ(dialogs.beeps(), 0);
     // With no editor open, up only moves.
     const auto before = rows()[5].factors;
     select(f.sheet()->compositeGrid(), 10, 5);

@@ -57,14 +57,14 @@ TEST(ApplicationTest, ExceptionFromATimerIsShownAndTheLoopGoesOn) {
     });
     loop.exec();
     EXPECT_TRUE(after);
-    ASSERT_EQ(dialogs.Boxes().size(), 1u);
-    const ScriptedDialogs::Box& box = dialogs.Boxes()[0];
-    EXPECT_EQ(box.title, app().Title());
+    ASSERT_EQ(dialogs.boxes().size(), 1u);
+    const ScriptedDialogs::Box& box = dialogs.boxes()[0];
+    EXPECT_EQ(box.title, app().title());
     EXPECT_EQ(box.title, applicationTitle());
     EXPECT_EQ(box.instruction, "no such table: ex_kanzai");
     EXPECT_EQ(box.icon, TD::IconError);
     EXPECT_EQ(box.buttons, TD::ButtonOk);
-    EXPECT_TRUE(dialogs.Unanswered().isEmpty());
+    EXPECT_TRUE(dialogs.unanswered().isEmpty());
 }
 
 TEST(ApplicationTest, ExceptionsFromHandlersOfWidgets) {
@@ -82,21 +82,21 @@ TEST(ApplicationTest, ExceptionsFromHandlersOfWidgets) {
     // The button still works after its handler failed.
     QTest::mouseClick(&button, Qt::LeftButton);
 
-    ASSERT_EQ(dialogs.Boxes().size(), 3u);
-    EXPECT_EQ(dialogs.Boxes()[0].instruction, "'1,2x' is not a valid floating point value");
-    EXPECT_EQ(dialogs.Boxes()[1].instruction, "不明な例外が発生しました。");
-    EXPECT_EQ(dialogs.Boxes()[2].instruction, dialogs.Boxes()[0].instruction);
+    ASSERT_EQ(dialogs.boxes().size(), 3u);
+    EXPECT_EQ(dialogs.boxes()[0].instruction, "'1,2x' is not a valid floating point value");
+    EXPECT_EQ(dialogs.boxes()[1].instruction, "不明な例外が発生しました。");
+    EXPECT_EQ(dialogs.boxes()[2].instruction, dialogs.boxes()[0].instruction);
 }
 
 TEST(ApplicationTest, StyleThatCannotBeSetShowsAnErrorAndGoesOn) {
     const AppDialogs scope;
     ScriptedDialogs& dialogs = *scope.dialogs;
     EXPECT_FALSE(app().trySetStyle("NoSuchStyle"));
-    ASSERT_EQ(dialogs.Boxes().size(), 1u);
-    EXPECT_TRUE(dialogs.Boxes()[0].instruction.contains("NoSuchStyle"));
-    EXPECT_EQ(dialogs.Boxes()[0].icon, TD::IconError);
+    ASSERT_EQ(dialogs.boxes().size(), 1u);
+    EXPECT_TRUE(dialogs.boxes()[0].instruction.contains("NoSuchStyle"));
+    EXPECT_EQ(dialogs.boxes()[0].icon, TD::IconError);
     EXPECT_FALSE(app().trySetStyle("NoSuchStyle", false));
-    EXPECT_EQ(dialogs.Boxes().size(), 1u);
+    EXPECT_EQ(dialogs.boxes().size(), 1u);
     EXPECT_TRUE(app().trySetStyle("Fusion"));
 }
 
@@ -131,13 +131,13 @@ TEST(ApplicationTest, ProgramBodyShowsTheMainFormAndEndsWithZero) {
     qunsetenv("QORVALE_COMMON_DATA");
     EXPECT_EQ(caption, "Qorvale-Ostrel-");
     EXPECT_TRUE(dialogsMade);
-    EXPECT_EQ(app().Title(), "Qorvale Works\u3000配管材");
+    EXPECT_EQ(app().title(), "Qorvale Works\u3000配管材");
     auto* proxy = qobject_cast<QProxyStyle*>(app().style());
     ASSERT_NE(proxy, nullptr);
     EXPECT_EQ(proxy->baseStyle()->name().toLower(), "fusion");
     EXPECT_EQ(app().style()->styleHint(QStyle::SH_ToolTip_WakeUpDelay), 600);
     EXPECT_TRUE(release.startsWith("Release Version "));
-    EXPECT_TRUE(dialogs.Unanswered().isEmpty());
+    EXPECT_TRUE(dialogs.unanswered().isEmpty());
 }
 
 } // namespace

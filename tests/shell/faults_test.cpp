@@ -112,7 +112,7 @@ class Faults : public WorkspaceFixture {
 protected:
     // The box i, its instruction and its content together.
     QString box(std::size_t i) const {
-        const auto& boxes = dialogs.Boxes();
+        const auto& boxes = dialogs.boxes();
         return i < boxes.size() ? boxes[i].instruction + QLatin1Char('|') + boxes[i].content
                                 : QStringLiteral("(no box)");
     }
@@ -147,12 +147,12 @@ TEST_F(Faults, AReadOnlyDatabaseRefusesTheSaveAndKeepsEverything) {
     }
     setMode(QFileInfo(db).absolutePath(), 0755);
     setMode(db, 0644);
-    ASSERT_EQ(dialogs.Boxes().size(), 1u);
+    ASSERT_EQ(dialogs.boxes().size(), 1u);
     EXPECT_TRUE(box(0).startsWith(u("ERROR|"))) << box(0).toStdString();
     EXPECT_TRUE(
         box(0).endsWith(u("この管種は保存されていません。データベースの内容は変わっていません。")))
         << box(0).toStdString();
-    EXPECT_TRUE(dialogs.Messages().empty());
+    EXPECT_TRUE(dialogs.messages().empty());
     EXPECT_EQ(doc().savedLines(), saved);
     EXPECT_TRUE(doc().isChanged());
     EXPECT_EQ(group(db, 1), before);
@@ -172,7 +172,7 @@ TEST_F(Faults, AFullDiskRefusesTheSaveAndKeepsEverything) {
         DiskFull full(512); // not even the journal of one statement fits
         f.header()->saveButton()->click();
     }
-    ASSERT_EQ(dialogs.Boxes().size(), 1u) << box(1).toStdString();
+    ASSERT_EQ(dialogs.boxes().size(), 1u) << box(1).toStdString();
     EXPECT_TRUE(box(0).startsWith(u("ERROR|"))) << box(0).toStdString();
     EXPECT_TRUE(
         box(0).endsWith(u("この管種は保存されていません。データベースの内容は変わっていません。")))
@@ -200,7 +200,7 @@ TEST_F(Faults, AFullDiskAtClosingSaysSoAndClosesWithTheRowsSaved) {
     }
     EXPECT_FALSE(QFileInfo::exists(displayFilePath(dataRoot)));
     form.reset();
-    ASSERT_EQ(dialogs.Boxes().size(), 2u);
+    ASSERT_EQ(dialogs.boxes().size(), 2u);
     EXPECT_TRUE(japanese(box(1))) << box(1).toStdString();
     EXPECT_TRUE(box(1).contains(u("表示設定"))) << box(1).toStdString();
     EXPECT_EQ(stored(1, 1, 2, "DATA1"), QStringLiteral("6"));
@@ -219,7 +219,7 @@ TEST_F(Faults, ADataFolderThatGoesAwayClosesWithAMessageAndNoCrash) {
     }
     EXPECT_TRUE(f.close());
     form.reset();
-    ASSERT_EQ(dialogs.Boxes().size(), 1u);
+    ASSERT_EQ(dialogs.boxes().size(), 1u);
     EXPECT_TRUE(japanese(box(0))) << box(0).toStdString();
     EXPECT_TRUE(box(0).contains(u("表示設定"))) << box(0).toStdString();
     EXPECT_EQ(group(db, 1), before);
@@ -231,7 +231,7 @@ TEST_F(Faults, ADataFolderThatGoesAwayClosesWithAMessageAndNoCrash) {
     ASSERT_TRUE(QDir(dataRoot).removeRecursively());
     EXPECT_TRUE(form->close());
     form.reset();
-    EXPECT_EQ(dialogs.Boxes().size(), 1u) << box(1).toStdString();
+    EXPECT_EQ(dialogs.boxes().size(), 1u) << box(1).toStdString();
     EXPECT_EQ(group(db, 1), before);
 }
 
@@ -260,7 +260,7 @@ TEST_F(Faults, ALibraryFolderThatCannotBeWrittenKeepsItsEntries) {
         f.menus().edit.saveLibraryItem->trigger(); // a new one
     }
     setMode(library, 0755);
-    ASSERT_EQ(dialogs.Boxes().size(), 3u);
+    ASSERT_EQ(dialogs.boxes().size(), 3u);
     for (std::size_t i = 1; i <= 2; ++i) {
         EXPECT_TRUE(box(i).contains(u("入出力エラー: 標準歩掛のファイル"))) << box(i).toStdString();
         EXPECT_TRUE(box(i).contains(u("理由: "))) << box(i).toStdString();
@@ -302,7 +302,7 @@ TEST_F(Faults, AFullDiskKeepsALibraryEntryAndTheSettingsFilesWhole) {
         writeWindowFile(dataRoot, QStringLiteral("w"), 5, 6, 7, 8);
     }
     qunsetenv("QORVALE_LIBRARY_DIR");
-    ASSERT_EQ(dialogs.Boxes().size(), 2u);
+    ASSERT_EQ(dialogs.boxes().size(), 2u);
     EXPECT_TRUE(box(1).contains(u("入出力エラー: 標準歩掛のファイルに書き込めません。")))
         << box(1).toStdString();
     EXPECT_EQ(bytesOf(entry), kept);
@@ -321,7 +321,7 @@ TEST_F(Faults, AFullDiskKeepsTheOldCsvAndPrintFilesWhole) {
     old.write(oldCsv);
     old.close();
     f.menus().actions.printAction->trigger();
-    ASSERT_EQ(dialogs.Processes().size(), 1u);
+    ASSERT_EQ(dialogs.processes().size(), 1u);
     const QByteArray oldData = bytesOf(printDataPath(dataRoot));
     ASSERT_GT(oldData.size(), 4096);
     const QStringList before = QDir(dir.path()).entryList(QDir::Files | QDir::Hidden);
@@ -347,15 +347,15 @@ TEST_F(Faults, AFullDiskKeepsTheOldCsvAndPrintFilesWhole) {
         }
         f.menus().actions.printAction->trigger();
     }
-    ASSERT_EQ(dialogs.Boxes().size(), 1u) << box(0).toStdString();
+    ASSERT_EQ(dialogs.boxes().size(), 1u) << box(0).toStdString();
     EXPECT_TRUE(box(0).contains(u("ファイルを書き込めませんでした"))) << box(0).toStdString();
-    EXPECT_EQ(dialogs.Boxes()[0].icon, TaskDialog::IconError);
+    EXPECT_EQ(dialogs.boxes()[0].icon, TaskDialog::IconError);
     // The old files as they were, nothing beside them, and no print run.
     EXPECT_EQ(bytesOf(csv), oldCsv);
     EXPECT_EQ(bytesOf(printDataPath(dataRoot)), oldData);
     EXPECT_EQ(QDir(dir.path()).entryList(QDir::Files | QDir::Hidden), before);
     EXPECT_EQ(QDir(printFolderPath(dataRoot)).entryList(QDir::Files | QDir::Hidden), printBefore);
-    EXPECT_EQ(dialogs.Processes().size(), 1u);
+    EXPECT_EQ(dialogs.processes().size(), 1u);
     dialogs.answerBox(TaskDialog::IdNo); // close: do not save the rows
 }
 
@@ -363,9 +363,9 @@ TEST_F(Faults, PrintAndTempFoldersThatCannotBeWrittenKeepTheirFiles) {
     MainWindow& f = open();
     f.menus().actions.printAction->trigger();
     f.menus().actions.excelOutAction->trigger();
-    ASSERT_EQ(dialogs.Processes().size(), 1u);
-    ASSERT_EQ(dialogs.Documents().size(), 1);
-    ASSERT_TRUE(dialogs.Boxes().empty()) << box(0).toStdString();
+    ASSERT_EQ(dialogs.processes().size(), 1u);
+    ASSERT_EQ(dialogs.documents().size(), 1);
+    ASSERT_TRUE(dialogs.boxes().empty()) << box(0).toStdString();
     const QString temp = QFileInfo(excelStreamPath(dataRoot)).absolutePath();
     const QStringList files = {printConfPath(dataRoot), printHeaderPath(dataRoot),
                                printDataPath(dataRoot), excelStreamPath(dataRoot)};
@@ -374,7 +374,7 @@ TEST_F(Faults, PrintAndTempFoldersThatCannotBeWrittenKeepTheirFiles) {
         kept << bytesOf(p);
         setMode(p, 0444);
     }
-    ASSERT_TRUE(QFile::remove(dialogs.Documents()[0]));
+    ASSERT_TRUE(QFile::remove(dialogs.documents()[0]));
     openFolders();
     setMode(printFolderPath(dataRoot), 0555);
     setMode(temp, 0555);
@@ -394,9 +394,9 @@ TEST_F(Faults, PrintAndTempFoldersThatCannotBeWrittenKeepTheirFiles) {
     setMode(dataRoot, 0777);
     setMode(printFolderPath(dataRoot), 0755);
     setMode(temp, 0755);
-    ASSERT_EQ(dialogs.Boxes().size(), 1u);
+    ASSERT_EQ(dialogs.boxes().size(), 1u);
     EXPECT_TRUE(box(0).contains(u("ファイルを書き込めませんでした"))) << box(0).toStdString();
-    EXPECT_EQ(dialogs.Boxes()[0].icon, TaskDialog::IconError);
+    EXPECT_EQ(dialogs.boxes()[0].icon, TaskDialog::IconError);
     EXPECT_TRUE(excelError.contains(u("ファイルを書き込めませんでした")))
         << excelError.toStdString();
     for (int i = 0; i < int(files.size()); ++i)
@@ -404,8 +404,8 @@ TEST_F(Faults, PrintAndTempFoldersThatCannotBeWrittenKeepTheirFiles) {
     EXPECT_EQ(QDir(printFolderPath(dataRoot)).entryList(QDir::Files | QDir::Hidden).size(), 3);
     EXPECT_EQ(QDir(temp).entryList(QDir::Files | QDir::Hidden).size(), 1);
     EXPECT_TRUE(QDir(dataRoot).entryList({QStringLiteral("*.xlsx")}, QDir::Files).isEmpty());
-    EXPECT_EQ(dialogs.Processes().size(), 1u);
-    EXPECT_EQ(dialogs.Documents().size(), 1);
+    EXPECT_EQ(dialogs.processes().size(), 1u);
+    EXPECT_EQ(dialogs.documents().size(), 1);
     dialogs.answerBox(TaskDialog::IdNo); // close: do not save the rows
 }
 
@@ -425,10 +425,10 @@ protected:
         const QStringList files = listing();
         const QByteArray before = bytesOf(db);
         MainWindow& f = open();
-        ASSERT_GE(dialogs.Boxes().size(), 1u);
+        ASSERT_GE(dialogs.boxes().size(), 1u);
         EXPECT_TRUE(box(0).contains(u("データベースを開けません。"))) << box(0).toStdString();
         EXPECT_TRUE(box(0).contains(u(reason))) << box(0).toStdString();
-        EXPECT_EQ(dialogs.Boxes().size(), 1u) << box(1).toStdString();
+        EXPECT_EQ(dialogs.boxes().size(), 1u) << box(1).toStdString();
         const QList<QAction*> writers = {f.menus().actions.moveUpAction,
                                          f.menus().actions.moveDownAction,
                                          f.menus().file.saveItem,
@@ -436,16 +436,16 @@ protected:
                                          f.menus().actions.labourCostChangeAction,
                                          f.groupNamingItem(3)};
         for (QAction* a : writers) {
-            const std::size_t n = dialogs.Boxes().size();
+            const std::size_t n = dialogs.boxes().size();
             a->trigger();
-            ASSERT_EQ(dialogs.Boxes().size(), n + 1) << a->objectName().toStdString();
+            ASSERT_EQ(dialogs.boxes().size(), n + 1) << a->objectName().toStdString();
             EXPECT_TRUE(box(n).contains(u("管種が読み込まれていないため、")))
                 << box(n).toStdString();
         }
-        EXPECT_TRUE(dialogs.Inputs().empty());
+        EXPECT_TRUE(dialogs.inputs().empty());
         EXPECT_TRUE(f.close());
         form.reset();
-        EXPECT_EQ(dialogs.Boxes().size(), 1u + writers.size());
+        EXPECT_EQ(dialogs.boxes().size(), 1u + writers.size());
         EXPECT_EQ(bytesOf(db), before);
         EXPECT_EQ(listing(), files);
     }

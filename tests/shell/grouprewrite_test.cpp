@@ -66,7 +66,7 @@ protected:
     }
     int messagesWith(const char* text) const {
         int n = 0;
-        for (const ScriptedDialogs::ShownMessage& m : dialogs.Messages())
+        for (const ScriptedDialogs::ShownMessage& m : dialogs.messages())
             n += m.text == u(text);
         return n;
     }
@@ -101,16 +101,16 @@ TEST_F(GroupRewrite, NoOnEitherQuestionChangesNothing) {
     EXPECT_FALSE(f.groupRewrite()->running());
     EXPECT_EQ(f.groupRewrite()->progressWindow(), nullptr);
     EXPECT_EQ(table(), before);
-    EXPECT_TRUE(dialogs.Messages().empty());
+    EXPECT_TRUE(dialogs.messages().empty());
 
-    ASSERT_EQ(dialogs.Boxes().size(), 2u);
-    const ScriptedDialogs::Box& option = dialogs.Boxes()[0];
+    ASSERT_EQ(dialogs.boxes().size(), 2u);
+    const ScriptedDialogs::Box& option = dialogs.boxes()[0];
     EXPECT_EQ(option.title, applicationTitle());
     EXPECT_EQ(option.instruction, u("確認"));
     EXPECT_EQ(option.content, OptionQuestion);
     EXPECT_EQ(option.icon, TD::IconQuestion);
     EXPECT_EQ(option.buttons, TD::ButtonYes | TD::ButtonNo);
-    const ScriptedDialogs::Box& labour = dialogs.Boxes()[1];
+    const ScriptedDialogs::Box& labour = dialogs.boxes()[1];
     EXPECT_EQ(labour.instruction, u("確認"));
     EXPECT_EQ(labour.content,
               u("全データの基礎工費を変更しますか?\r\n原価=2345.04円 提出=12345円\r\n"
@@ -155,7 +155,7 @@ TEST_F(GroupRewrite, OptionChangeGivesTheGroupTheDisplayedOptionsAndRecomputesIt
     EXPECT_EQ(o.rateCost(), strToCurr("47.5"));
     const QStringList expected = {currToStr(o.labourSubmitted()), currToStr(o.labourCost()),
                                   currToStr(o.rateCost()),        currToStr(o.rateOn()),
-                                  currToStr(o.UnitDigits()),      currToStr(o.UnitFraction()),
+                                  currToStr(o.unitDigits()),      currToStr(o.unitFraction()),
                                   currToStr(o.adoptedDigits()),   currToStr(o.adoptedFraction()),
                                   currToStr(o.elementDigits()),   currToStr(o.elementFraction()),
                                   QString::number(o.modeFlag()),  QString::number(o.otherMethod())};
@@ -185,9 +185,9 @@ TEST_F(GroupRewrite, OptionChangeGivesTheGroupTheDisplayedOptionsAndRecomputesIt
     EXPECT_EQ(captions.last(), u("Qorvale-Ostrel-"));
     EXPECT_EQ(f.windowTitle(), u("Qorvale-Ostrel-"));
     EXPECT_EQ(messagesWith("終了しました。"), 1);
-    EXPECT_EQ(dialogs.Messages().back().title, applicationTitle());
+    EXPECT_EQ(dialogs.messages().back().title, applicationTitle());
     // No "保存しました。": every save was silent.
-    ASSERT_EQ(dialogs.Boxes().size(), 1u);
+    ASSERT_EQ(dialogs.boxes().size(), 1u);
 }
 
 TEST_F(GroupRewrite, RefrigerantModeGoesToTheWholeGroup) {
@@ -227,11 +227,11 @@ TEST_F(GroupRewrite, BaseLabourCostsGoToEveryGroupButOnlyTheCurrentIsRecomputed)
     f.menus().actions.labourCostChangeAction->trigger();
     // "基礎工費を変更しました。" at once, while the thread works.
     EXPECT_TRUE(f.groupRewrite()->running());
-    ASSERT_EQ(dialogs.Boxes().size(), 2u);
-    EXPECT_EQ(dialogs.Boxes()[0].content.section(u("\r\n"), 1, 1), u("原価=27000円 提出=31234円"));
-    EXPECT_EQ(dialogs.Boxes()[1].instruction, u("確認"));
-    EXPECT_EQ(dialogs.Boxes()[1].content, u("基礎工費を変更しました。"));
-    EXPECT_EQ(dialogs.Boxes()[1].buttons, TD::ButtonOk);
+    ASSERT_EQ(dialogs.boxes().size(), 2u);
+    EXPECT_EQ(dialogs.boxes()[0].content.section(u("\r\n"), 1, 1), u("原価=27000円 提出=31234円"));
+    EXPECT_EQ(dialogs.boxes()[1].instruction, u("確認"));
+    EXPECT_EQ(dialogs.boxes()[1].content, u("基礎工費を変更しました。"));
+    EXPECT_EQ(dialogs.boxes()[1].buttons, TD::ButtonOk);
     EXPECT_EQ(messagesWith("終了しました。"), 0);
     f.groupRewrite()->waitForEnd();
     EXPECT_EQ(messagesWith("終了しました。"), 1);
@@ -299,7 +299,7 @@ TEST_F(GroupRewrite, TheFormIsClosedToTheUserUntilTheEndHasBeenShown) {
     EXPECT_TRUE(checked);
     EXPECT_TRUE(lockedAtTheEnd);
     EXPECT_EQ(messagesWith("終了しました。"), 1);
-    EXPECT_EQ(dialogs.Boxes().size(), 1u); // the question, and no save
+    EXPECT_EQ(dialogs.boxes().size(), 1u); // the question, and no save
     EXPECT_EQ(f.currentPipeType, 1);
     EXPECT_EQ(cell1(2, 3), cellBefore);
 
@@ -333,9 +333,9 @@ TEST_F(GroupRewrite, AFailingStatementShowsErrorAndTheRunGoesOn) {
     f.menus().actions.optionChangeAction->trigger();
     f.groupRewrite()->waitForEnd();
 
-    ASSERT_EQ(dialogs.Messages().size(), 2u);
-    EXPECT_EQ(dialogs.Messages()[0].text, "ERROR");
-    EXPECT_EQ(dialogs.Messages()[1].text, u("終了しました。"));
+    ASSERT_EQ(dialogs.messages().size(), 2u);
+    EXPECT_EQ(dialogs.messages()[0].text, "ERROR");
+    EXPECT_EQ(dialogs.messages()[1].text, u("終了しました。"));
     QStringList optionsAfter;
     for (int kan = 2; kan <= GroupPipeTypes; ++kan)
         optionsAfter << stored(1, kan, 60, "DATA6");
@@ -362,8 +362,8 @@ TEST_F(GroupRewrite, OptionChangeStopsWhenTheCurrentPipeTypeCannotBeSaved) {
     EXPECT_EQ(storedCurrency(1, 2, 60, "DATA6"), otherDigits);
     EXPECT_FALSE(f.groupRewrite()->running());
     f.groupRewrite()->waitForEnd();
-    ASSERT_EQ(dialogs.Boxes().size(), 2u);
-    EXPECT_EQ(dialogs.Boxes()[1].instruction, "ERROR");
+    ASSERT_EQ(dialogs.boxes().size(), 2u);
+    EXPECT_EQ(dialogs.boxes()[1].instruction, "ERROR");
     EXPECT_TRUE(captions.filter(u("データ更新中:")).isEmpty());
     EXPECT_EQ(messagesWith("終了しました。"), 0);
     EXPECT_EQ(rows()[3].listPrice, Currency::fromInt(2468));
@@ -416,8 +416,8 @@ TEST_F(GroupRewrite, AFailureOnTheWorkerOpensTheFormAgainAndIsShown) {
     f.menus().actions.optionChangeAction->trigger();
     f.groupRewrite()->waitForEnd();
 
-    ASSERT_EQ(dialogs.Boxes().size(), 2u);
-    const ScriptedDialogs::Box& failure = dialogs.Boxes()[1];
+    ASSERT_EQ(dialogs.boxes().size(), 2u);
+    const ScriptedDialogs::Box& failure = dialogs.boxes()[1];
     // Where the run stopped, and why: pipe types 7 to 20 are as they were.
     EXPECT_TRUE(failure.instruction.startsWith(
         u("グループの再計算を管種7で中止しました。管種7から後は変更されていません。")))
@@ -436,7 +436,7 @@ TEST_F(GroupRewrite, AFailureOnTheWorkerOpensTheFormAgainAndIsShown) {
     // The commands work again.
     dialogs.answerBox(TD::IdNo);
     f.menus().edit.optionChangeItem->trigger();
-    EXPECT_EQ(dialogs.Boxes().size(), 3u);
+    EXPECT_EQ(dialogs.boxes().size(), 3u);
 }
 
 TEST_F(GroupRewrite, ACloseWhileTheFailureIsShownClosesAfterItWithoutHanging) {
@@ -447,7 +447,7 @@ TEST_F(GroupRewrite, ACloseWhileTheFailureIsShownClosesAfterItWithoutHanging) {
     dialogs.answerBox(TD::IdYes);
     bool closedInBox = true;
     dialogs.OnBox = [&] {
-        if (dialogs.Boxes().size() == 2) closedInBox = f.close();
+        if (dialogs.boxes().size() == 2) closedInBox = f.close();
     };
     f.menus().actions.optionChangeAction->trigger();
     QElapsedTimer waited;
@@ -455,8 +455,8 @@ TEST_F(GroupRewrite, ACloseWhileTheFailureIsShownClosesAfterItWithoutHanging) {
     while (f.isVisible() && waited.elapsed() < 60000)
         QTest::qWait(5);
     dialogs.OnBox = nullptr;
-    ASSERT_GE(dialogs.Boxes().size(), 2u);
-    EXPECT_TRUE(dialogs.Boxes()[1].instruction.endsWith(u("List index out of bounds (59)")));
+    ASSERT_GE(dialogs.boxes().size(), 2u);
+    EXPECT_TRUE(dialogs.boxes()[1].instruction.endsWith(u("List index out of bounds (59)")));
     EXPECT_FALSE(closedInBox);
     EXPECT_FALSE(f.isVisible());
     EXPECT_FALSE(f.groupRewrite()->running());

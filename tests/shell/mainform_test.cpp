@@ -47,7 +47,7 @@ TEST_F(MainFormTest, CreationSetsCaptionPathsAndGeometry) {
 
     MainWindow noArgument{dialogs, QString()};
     EXPECT_EQ(noArgument.workspace().paths().databaseFolder, common.path() + "/ostrel/database/");
-    EXPECT_TRUE(dialogs.Boxes().empty());
+    EXPECT_TRUE(dialogs.boxes().empty());
 }
 
 struct MenuRow {
@@ -212,7 +212,7 @@ TEST_F(MainFormTest, GroupsAreNamedFromTheMenu) {
     form.groupNamingItem(2)->trigger();
     EXPECT_EQ(form.groupName(2), "上水");
     EXPECT_EQ(form.groupMenu(2)->menuAction()->text(), "上水");
-    const ScriptedDialogs::Input& asked = dialogs.Inputs().at(0);
+    const ScriptedDialogs::Input& asked = dialogs.inputs().at(0);
     EXPECT_EQ(asked.title, "Qorvale");
     EXPECT_EQ(asked.prompt, "グル－プ名を入力してください");
     EXPECT_EQ(asked.initial, "排水");
@@ -220,7 +220,7 @@ TEST_F(MainFormTest, GroupsAreNamedFromTheMenu) {
     dialogs.cancelInput();
     form.groupNamingItem(10)->trigger();
     EXPECT_EQ(form.groupName(10), "冷媒");
-    EXPECT_TRUE(dialogs.Unanswered().isEmpty());
+    EXPECT_TRUE(dialogs.unanswered().isEmpty());
 }
 
 TEST_F(MainFormTest, StatusBarAndViewMenu) {
@@ -286,8 +286,8 @@ TEST_F(MainFormTest, AboutCommandShowsTheVersionDialog) {
 TEST_F(MainFormTest, InstallFolderIsShownInAnInfoBox) {
     MainWindow form{dialogs, QString()};
     form.menus().file.installFolderItem->trigger();
-    ASSERT_EQ(dialogs.Boxes().size(), 1u);
-    const ScriptedDialogs::Box& box = dialogs.Boxes()[0];
+    ASSERT_EQ(dialogs.boxes().size(), 1u);
+    const ScriptedDialogs::Box& box = dialogs.boxes()[0];
     EXPECT_EQ(box.title, applicationTitle());
     EXPECT_EQ(box.instruction, "確認");
     EXPECT_EQ(box.content,
@@ -302,8 +302,8 @@ TEST_F(MainFormTest, CalculatorStartsWhenOneIsInstalled) {
     QTemporaryDir bin;
     qputenv("PATH", bin.path().toUtf8());
     form.menus().file.calculatorItem->trigger();
-    EXPECT_TRUE(dialogs.Processes().empty());
-    EXPECT_TRUE(dialogs.Boxes().empty());
+    EXPECT_TRUE(dialogs.processes().empty());
+    EXPECT_TRUE(dialogs.boxes().empty());
 
     const QString calculator = bin.path() + "/gnome-calculator";
     QFile file(calculator);
@@ -314,10 +314,10 @@ TEST_F(MainFormTest, CalculatorStartsWhenOneIsInstalled) {
     dialogs.setStartResult(false); // a failed start says nothing
     form.menus().file.calculatorItem->trigger();
     qputenv("PATH", oldPath);
-    ASSERT_EQ(dialogs.Processes().size(), 1u);
-    EXPECT_EQ(dialogs.Processes()[0].program, calculator);
-    EXPECT_TRUE(dialogs.Processes()[0].arguments.isEmpty());
-    EXPECT_TRUE(dialogs.Boxes().empty());
+    ASSERT_EQ(dialogs.processes().size(), 1u);
+    EXPECT_EQ(dialogs.processes()[0].program, calculator);
+    EXPECT_TRUE(dialogs.processes()[0].arguments.isEmpty());
+    EXPECT_TRUE(dialogs.boxes().empty());
 }
 
 } // namespace

@@ -42,7 +42,7 @@ using Holder = LockHolder;
 class Safety : public WorkspaceFixture {
 protected:
     bool boxSays(std::size_t i, const char* instruction, const char* content) const {
-        const auto& boxes = dialogs.Boxes();
+        const auto& boxes = dialogs.boxes();
         return i < boxes.size() && boxes[i].instruction == u(instruction) &&
                boxes[i].content.contains(u(content));
     }
@@ -60,9 +60,9 @@ TEST_F(Safety, AFailedLoadLeavesTheClickUndone) {
         dialogs.answerBox(TaskDialog::IdCancel); // do not save, go to pipe type 2
         clickNode(2);
         // The failure is shown, and everything stays with pipe type 1.
-        ASSERT_EQ(dialogs.Boxes().size(), 2u);
-        EXPECT_TRUE(dialogs.Boxes()[1].instruction.contains(u("locked")))
-            << dialogs.Boxes()[1].instruction.toStdString();
+        ASSERT_EQ(dialogs.boxes().size(), 2u);
+        EXPECT_TRUE(dialogs.boxes()[1].instruction.contains(u("locked")))
+            << dialogs.boxes()[1].instruction.toStdString();
         EXPECT_EQ(f.currentGroup, 1);
         EXPECT_EQ(f.currentPipeType, 1);
         EXPECT_EQ(f.selectedNode(), f.tree->node(1));
@@ -88,8 +88,8 @@ TEST_F(Safety, ALoadThatStopsHalfWayLeavesTheRowsThatWereShown) {
     MainWindow& f = open();
     const RowTable shown = rows();
     clickNode(2);
-    ASSERT_EQ(dialogs.Boxes().size(), 1u);
-    EXPECT_EQ(dialogs.Boxes()[0].instruction, u("List index out of bounds (29)"));
+    ASSERT_EQ(dialogs.boxes().size(), 1u);
+    EXPECT_EQ(dialogs.boxes()[0].instruction, u("List index out of bounds (29)"));
     EXPECT_EQ(f.currentPipeType, 1);
     for (int r = 1; r <= RowCount; ++r)
         EXPECT_EQ(rowLine(rows()[r]), rowLine(shown[r])) << r;
@@ -111,10 +111,10 @@ TEST_F(Safety, ASaveAsksBeforeWritingOverAChangeMadeElsewhere) {
         ASSERT_TRUE(r.isEmpty()) << r.join(' ').toStdString();
     };
     auto asked = [&](std::size_t i) {
-        return i < dialogs.Boxes().size() &&
-               dialogs.Boxes()[i].instruction ==
+        return i < dialogs.boxes().size() &&
+               dialogs.boxes()[i].instruction ==
                    u("この管種は読み込んだ後に他で変更されています。") &&
-               dialogs.Boxes()[i].buttons == (TaskDialog::ButtonOverwrite |
+               dialogs.boxes()[i].buttons == (TaskDialog::ButtonOverwrite |
                                               TaskDialog::ButtonReload | TaskDialog::ButtonCancel);
     };
     // キャンセル: nothing written, the user's rows stay on screen, unsaved.
@@ -123,7 +123,7 @@ TEST_F(Safety, ASaveAsksBeforeWritingOverAChangeMadeElsewhere) {
     const QStringList theirs = dumpPipeType(db, 1, 1);
     dialogs.answerBox(TaskDialog::IdCancel);
     f.header()->saveButton()->click();
-    ASSERT_EQ(dialogs.Boxes().size(), 1u);
+    ASSERT_EQ(dialogs.boxes().size(), 1u);
     EXPECT_TRUE(asked(0));
     EXPECT_EQ(dumpPipeType(db, 1, 1), theirs);
     EXPECT_EQ(rows()[3].factor(1), Currency::fromInt(7));
@@ -148,7 +148,7 @@ TEST_F(Safety, ASaveAsksBeforeWritingOverAChangeMadeElsewhere) {
     f.header()->saveButton()->click();
     EXPECT_TRUE(asked(3));
     EXPECT_TRUE(boxSays(4, "確認", "変更を破棄して読み直しますか?"));
-    ASSERT_EQ(dialogs.Boxes().size(), 5u);
+    ASSERT_EQ(dialogs.boxes().size(), 5u);
     EXPECT_EQ(dumpPipeType(db, 1, 1), before);
     EXPECT_EQ(rows()[2].submittedPrice, Currency::fromInt(2222));
     EXPECT_EQ(rows()[4].factor(1), strToCurr(stored(1, 1, 4, "DATA1")));
@@ -173,7 +173,7 @@ TEST_F(Safety, ASaveAsksBeforeWritingOverAChangeMadeElsewhere) {
     dialogs.answerBox(TaskDialog::IdOverwrite);
     EXPECT_TRUE(f.close());
     EXPECT_EQ(stored(1, 1, 5, "DATA1"), QStringLiteral("6"));
-    EXPECT_EQ(dialogs.Boxes().size(), 11u);
+    EXPECT_EQ(dialogs.boxes().size(), 11u);
 }
 
 TEST_F(Safety, SavesUnderALockSayTheyFailedAndLoseNothing) {
@@ -186,15 +186,15 @@ TEST_F(Safety, SavesUnderALockSayTheyFailedAndLoseNothing) {
 
     // The button: one box with the database's reason, no success.
     f.header()->saveButton()->click();
-    ASSERT_EQ(dialogs.Boxes().size(), 1u);
+    ASSERT_EQ(dialogs.boxes().size(), 1u);
     EXPECT_TRUE(boxSays(0, "ERROR", "database is locked"));
-    EXPECT_TRUE(dialogs.Messages().empty());
+    EXPECT_TRUE(dialogs.messages().empty());
     EXPECT_TRUE(doc().isChanged());
 
     // Ctrl+S the same.
     f.menus().file.saveItem->trigger();
     EXPECT_TRUE(boxSays(1, "ERROR", "database is locked"));
-    ASSERT_EQ(dialogs.Boxes().size(), 2u);
+    ASSERT_EQ(dialogs.boxes().size(), 2u);
 
     // The save of the tree click fails: the user stays on the rows.
     dialogs.answerBox(TaskDialog::IdYes);
@@ -209,10 +209,10 @@ TEST_F(Safety, SavesUnderALockSayTheyFailedAndLoseNothing) {
     dialogs.answerBox(TaskDialog::IdCancel); // try again, stay, or close?
     EXPECT_FALSE(f.close());
     EXPECT_TRUE(f.isVisible());
-    ASSERT_EQ(dialogs.Boxes().size(), 7u);
+    ASSERT_EQ(dialogs.boxes().size(), 7u);
     EXPECT_TRUE(boxSays(5, "ERROR", "database is locked"));
     EXPECT_TRUE(boxSays(6, "データを保存できませんでした。", "「閉じる」で保存せずに終了します。"));
-    EXPECT_EQ(dialogs.Boxes()[6].buttons,
+    EXPECT_EQ(dialogs.boxes()[6].buttons,
               TaskDialog::ButtonRetry | TaskDialog::ButtonCancel | TaskDialog::ButtonClose);
 
     // Nothing of the store changed all along.
@@ -235,7 +235,7 @@ TEST_F(Safety, RetryAtClosingSavesOnceTheFileIsFree) {
     auto other = std::make_unique<Holder>(db, "IMMEDIATE");
     // The other program lets go while the question is up.
     dialogs.OnBox = [&] {
-        if (dialogs.Boxes().back().instruction == u("データを保存できませんでした。"))
+        if (dialogs.boxes().back().instruction == u("データを保存できませんでした。"))
             other.reset();
     };
     dialogs.answerBox(TaskDialog::IdYes);   // save?
@@ -252,20 +252,20 @@ TEST_F(Safety, AStartWhoseLoadFailedNeverWritesItsEmptyRows) {
         open();
     }
     MainWindow& f = *form;
-    ASSERT_FALSE(dialogs.Boxes().empty()); // the start's failure was shown
+    ASSERT_FALSE(dialogs.boxes().empty()); // the start's failure was shown
     EXPECT_FALSE(f.rowsLoaded);
     dialogs.clearRecords();
     f.header()->saveButton()->click();
-    ASSERT_EQ(dialogs.Boxes().size(), 1u);
+    ASSERT_EQ(dialogs.boxes().size(), 1u);
     EXPECT_TRUE(boxSays(0, "確認", "管種が読み込まれていないため、保存できません。"));
     // Nor do the group commands write the empty options over the group.
     const QStringList group2 = dumpPipeType(db, 1, 2);
     f.menus().edit.optionChangeItem->trigger();
     f.menus().edit.labourCostChangeItem->trigger();
-    ASSERT_EQ(dialogs.Boxes().size(), 3u);
+    ASSERT_EQ(dialogs.boxes().size(), 3u);
     EXPECT_TRUE(boxSays(2, "確認", "管種が読み込まれていないため、実行できません。"));
     EXPECT_TRUE(f.close()); // nothing to ask
-    EXPECT_EQ(dialogs.Boxes().size(), 3u);
+    EXPECT_EQ(dialogs.boxes().size(), 3u);
     EXPECT_EQ(dumpPipeType(db, 1, 1), before);
     EXPECT_EQ(dumpPipeType(db, 1, 2), group2);
 }
@@ -280,7 +280,7 @@ TEST_F(Safety, AShiftClickThatWasUndoneNamesNothing) {
         QCoreApplication::processEvents();
     EXPECT_TRUE(boxSays(1, "ERROR", "database is locked"));
     EXPECT_EQ(f.selectedNode(), f.tree->node(1));
-    EXPECT_TRUE(dialogs.Inputs().empty());
+    EXPECT_TRUE(dialogs.inputs().empty());
 }
 
 TEST_F(Safety, AFailedGroupNameSaveSaysSoOnce) {
@@ -288,9 +288,9 @@ TEST_F(Safety, AFailedGroupNameSaveSaysSoOnce) {
     Holder other(db, "IMMEDIATE");
     dialogs.answerInput(u("上水"));
     f.groupNamingItem(1)->trigger();
-    ASSERT_EQ(dialogs.Boxes().size(), 1u);
+    ASSERT_EQ(dialogs.boxes().size(), 1u);
     EXPECT_TRUE(boxSays(0, "ERROR", "database is locked"));
-    EXPECT_TRUE(dialogs.Messages().empty());
+    EXPECT_TRUE(dialogs.messages().empty());
 }
 
 TEST_F(Safety, AnOverflowInShowPipeTypeLeavesTheOptionsWorking) {
@@ -328,10 +328,10 @@ TEST_F(Safety, EscapeInAnOpenEditorCommitsEvenWithUndoOn) {
     ASSERT_TRUE(f.sheet()->compositeGrid()->focusCell(6, 5));
     QTest::keyClick(f.sheet()->compositeGrid(), '9');
     ASSERT_TRUE(f.sheet()->compositeGrid()->editorMode());
-    const int beeps = dialogs.Beeps();
+    const int beeps = dialogs.beeps();
     QTest::keyClick(f.sheet()->compositeGrid()->inplaceEditor(), Qt::Key_Escape);
     EXPECT_FALSE(f.sheet()->compositeGrid()->editorMode());
-    EXPECT_EQ(dialogs.Beeps(), beeps + 1);
+    EXPECT_EQ(dialogs.beeps(), beeps + 1);
     EXPECT_EQ(rows()[5].factor(3), Currency::fromInt(9));
     EXPECT_EQ(rows()[1].factor(1), Currency::fromInt(2)); // no undo ran
 }
@@ -381,10 +381,10 @@ TEST_F(Safety, ShiftClickAnswersTheSaveQuestionBeforeTheNamingBox) {
     // come up from inside it.
     std::size_t inputsDuringBox = 0;
     dialogs.OnBox = [&] {
-        const std::size_t before = dialogs.Inputs().size();
+        const std::size_t before = dialogs.inputs().size();
         QCoreApplication::processEvents();
         QCoreApplication::processEvents();
-        inputsDuringBox += dialogs.Inputs().size() - before;
+        inputsDuringBox += dialogs.inputs().size() - before;
     };
     dialogs.answerBox(TaskDialog::IdYes);
     dialogs.answerInput(u("新しい名前"));
@@ -393,7 +393,7 @@ TEST_F(Safety, ShiftClickAnswersTheSaveQuestionBeforeTheNamingBox) {
         QCoreApplication::processEvents();
     dialogs.OnBox = nullptr;
     EXPECT_EQ(inputsDuringBox, 0u);
-    ASSERT_EQ(dialogs.Inputs().size(), 1u);
+    ASSERT_EQ(dialogs.inputs().size(), 1u);
     EXPECT_EQ(f.currentPipeType, 4);
     EXPECT_EQ(f.tree->node(4)->text(0), u("新しい名前"));
     EXPECT_EQ(stored(1, 1, 2, "DATA1"), QStringLiteral("5"));

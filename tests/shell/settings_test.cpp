@@ -152,7 +152,7 @@ protected:
         database = dir.filePath(QStringLiteral("velmoraMainEX.db3"));
         createSuiteDatabase(database, false);
     }
-    void TearDown() override { EXPECT_TRUE(dialogs.Unanswered().isEmpty()); }
+    void TearDown() override { EXPECT_TRUE(dialogs.unanswered().isEmpty()); }
 
     ConfRecord conf;
     QTemporaryDir dir;
@@ -176,33 +176,33 @@ TEST_F(ConfRecordTest, StatementsAndText) {
 }
 
 TEST_F(ConfRecordTest, NoRecordGivesDefaults) {
-    LoadGroupNames(database, conf);
+    readGroupNames(database, conf);
     EXPECT_EQ(conf.GroupNames, defaultGroupNames());
     EXPECT_TRUE(conf.Removal.isEmpty());
     EXPECT_TRUE(conf.CutLevel.isEmpty());
 }
 
 TEST_F(ConfRecordTest, SaveAndLoadRoundTrip) {
-    LoadGroupNames(database, conf);
+    readGroupNames(database, conf);
     conf.Removal = QStringLiteral("r=1");
     conf.Recycle = QStringLiteral(" spaced ");
     conf.CutLevel = QStringLiteral("2");
     conf.GroupNames[0] = QStringLiteral("給水 (O'Neil; 改)");
     conf.GroupNames[4] = QString();
-    ASSERT_EQ(SaveGroupNames(dialogs, database, conf), 1);
-    ASSERT_EQ(SaveGroupNames(dialogs, database, conf), 1); // replaced, not added
+    ASSERT_EQ(writeGroupNames(dialogs, database, conf), 1);
+    ASSERT_EQ(writeGroupNames(dialogs, database, conf), 1); // replaced, not added
     const ConfRecord saved = conf;
 
     conf = ConfRecord{};
-    LoadGroupNames(database, conf);
+    readGroupNames(database, conf);
     EXPECT_EQ(conf.GroupNames, saved.GroupNames);
     EXPECT_EQ(s(conf.Removal), "r=1");
     EXPECT_EQ(s(conf.Recycle), " spaced ");
     EXPECT_EQ(s(conf.CutLevel), "2");
     EXPECT_EQ(queryToLines(database, QStringLiteral("SELECT count(*) FROM exconf")).lines,
               QStringList{QStringLiteral("1;")});
-    EXPECT_TRUE(dialogs.Boxes().empty());
-    EXPECT_TRUE(dialogs.Messages().empty());
+    EXPECT_TRUE(dialogs.boxes().empty());
+    EXPECT_TRUE(dialogs.messages().empty());
 }
 
 TEST_F(ConfRecordTest, UnknownKeysAndMissingLinesInTheRecord) {
@@ -210,7 +210,7 @@ TEST_F(ConfRecordTest, UnknownKeysAndMissingLinesInTheRecord) {
                             QStringLiteral("INSERT INTO exconf VALUES ('kanzai', "
                                            "'[GROUP_NAME3]=換気\r\n[NOTE]=x\r\n[KETA]=4')")),
               1);
-    LoadGroupNames(database, conf);
+    readGroupNames(database, conf);
     EXPECT_EQ(conf.GroupNames[2], QStringLiteral("換気"));
     EXPECT_EQ(conf.GroupNames[0], QStringLiteral("給水"));
     EXPECT_EQ(s(conf.Keta), "4");
@@ -219,20 +219,20 @@ TEST_F(ConfRecordTest, UnknownKeysAndMissingLinesInTheRecord) {
 TEST_F(ConfRecordTest, FailedInsertKeepsTheOldRecord) {
     conf.GroupNames = defaultGroupNames();
     conf.GroupNames[1] = QStringLiteral("汚水");
-    ASSERT_EQ(SaveGroupNames(dialogs, database, conf), 1);
+    ASSERT_EQ(writeGroupNames(dialogs, database, conf), 1);
     // The insert fails (a trigger stands in for any failure after the delete).
     ASSERT_EQ(execStatement(dialogs, database,
                             QStringLiteral("CREATE TRIGGER no_insert BEFORE INSERT ON exconf "
                                            "BEGIN SELECT RAISE(ABORT, 'refused'); END")),
               1);
     conf.GroupNames[1] = QStringLiteral("雨水");
-    EXPECT_EQ(SaveGroupNames(dialogs, database, conf), 0);
-    EXPECT_TRUE(dialogs.Messages().empty());
-    ASSERT_EQ(dialogs.Boxes().size(), 1u);
-    EXPECT_EQ(dialogs.Boxes()[0].instruction, QStringLiteral("ERROR"));
-    EXPECT_TRUE(dialogs.Boxes()[0].content.startsWith(QStringLiteral("refused\r\n")))
-        << dialogs.Boxes()[0].content.toStdString();
-    LoadGroupNames(database, conf);
+    EXPECT_EQ(writeGroupNames(dialogs, database, conf), 0);
+    EXPECT_TRUE(dialogs.messages().empty());
+    ASSERT_EQ(dialogs.boxes().size(), 1u);
+    EXPECT_EQ(dialogs.boxes()[0].instruction, QStringLiteral("ERROR"));
+    EXPECT_TRUE(dialogs.boxes()[0].content.startsWith(QStringLiteral("refused\r\n")))
+        << dialogs.boxes()[0].content.toStdString();
+    readGroupNames(database, conf);
     EXPECT_EQ(conf.GroupNames[1], QStringLiteral("汚水"));
 }
 

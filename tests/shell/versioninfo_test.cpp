@@ -30,7 +30,7 @@ TEST(VersionInfoTest, ShowsTheVersionOfTheBuild) {
     ASSERT_FALSE(about.imageLabel->pixmap().isNull());
 
     about.openLink(ProductPageUrl);
-    EXPECT_EQ(dialogs.Documents(), QStringList{ProductPageUrl});
+    EXPECT_EQ(dialogs.documents(), QStringList{ProductPageUrl});
 }
 
 TEST(VersionInfoTest, ReadsTheProductVersionOfABlock) {

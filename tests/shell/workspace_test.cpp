@@ -73,13 +73,13 @@ TEST_F(Workspace, MissingDataFolderRefusesAndWritesNothing) {
     dialogs.answerBox(TaskDialog::IdYes);
     MainWindow& f = open();
     EXPECT_TRUE(f.noDataFolder);
-    ASSERT_EQ(dialogs.Boxes().size(), 1u);
+    ASSERT_EQ(dialogs.boxes().size(), 1u);
     // An information box with the text alone, no heading, one yes button.
-    EXPECT_EQ(dialogs.Boxes()[0].instruction,
+    EXPECT_EQ(dialogs.boxes()[0].instruction,
               u("インストール直後は、Velmora本体を先に一度起動してください。"));
-    EXPECT_EQ(dialogs.Boxes()[0].content, QString());
-    EXPECT_EQ(dialogs.Boxes()[0].icon, TaskDialog::IconInformation);
-    EXPECT_EQ(dialogs.Boxes()[0].buttons, TaskDialog::ButtonYes);
+    EXPECT_EQ(dialogs.boxes()[0].content, QString());
+    EXPECT_EQ(dialogs.boxes()[0].icon, TaskDialog::IconInformation);
+    EXPECT_EQ(dialogs.boxes()[0].buttons, TaskDialog::ButtonYes);
     EXPECT_FALSE(f.isVisible());
     closeForm();
     EXPECT_FALSE(QDir(dataRootPath()).exists());
@@ -95,7 +95,7 @@ TEST_F(Workspace, ClickOnAnotherPipeTypeLoadsItAtTabZero) {
     ws().load(1, 2);
     EXPECT_EQ(f.header()->goodsBox()->text(), rows()[1].goods());
     EXPECT_EQ(cell1(0, 1), rows()[1].size());
-    EXPECT_TRUE(dialogs.Boxes().empty()); // nothing changed, nothing asked
+    EXPECT_TRUE(dialogs.boxes().empty()); // nothing changed, nothing asked
 }
 
 TEST_F(Workspace, OptionChangeRecalculatesAllRowsAndShowsThem) {
@@ -133,8 +133,8 @@ TEST_F(Workspace, SaveWritesAllRowsAndSaysSo) {
     MainWindow& f = open();
     f.optionPanel()->labourCostSubmittedEdit()->setValue(21000);
     QTest::mouseClick(f.header()->saveButton(), Qt::LeftButton);
-    ASSERT_FALSE(dialogs.Boxes().empty());
-    EXPECT_EQ(dialogs.Boxes().back().content, u("保存しました。"));
+    ASSERT_FALSE(dialogs.boxes().empty());
+    EXPECT_EQ(dialogs.boxes().back().content, u("保存しました。"));
     EXPECT_EQ(stored(1, 1, 60, "DATA5"), u("21000"));
     for (int no : {1, 14, 30, 59}) {
         EXPECT_EQ(stored(1, 1, no, "GTANKA"), currToStr(rows()[no].submittedUnitPrice)) << no;
@@ -170,9 +170,9 @@ TEST_F(Workspace, TreeClickAsksAboutChangesAndSavesOnYes) {
     f.applyControls();
     dialogs.answerBox(TaskDialog::IdYes);
     clickNode(2);
-    ASSERT_EQ(dialogs.Boxes().size(), 1u);
-    EXPECT_TRUE(dialogs.Boxes()[0].content.endsWith(u("データを保存しますか?")));
-    EXPECT_EQ(dialogs.Boxes()[0].buttons, TaskDialog::ButtonYes | TaskDialog::ButtonCancel);
+    ASSERT_EQ(dialogs.boxes().size(), 1u);
+    EXPECT_TRUE(dialogs.boxes()[0].content.endsWith(u("データを保存しますか?")));
+    EXPECT_EQ(dialogs.boxes()[0].buttons, TaskDialog::ButtonYes | TaskDialog::ButtonCancel);
     EXPECT_EQ(stored(1, 1, 60, "DATA5"), u("22000"));
     EXPECT_EQ(f.currentPipeType, 2);
 }
@@ -194,7 +194,7 @@ TEST_F(Workspace, GroupNodeClickAsksButLoadsNothing) {
     f.applyControls();
     dialogs.answerBox(TaskDialog::IdCancel);
     clickNode(21); // group 2
-    EXPECT_EQ(dialogs.Boxes().size(), 1u);
+    EXPECT_EQ(dialogs.boxes().size(), 1u);
     EXPECT_EQ(f.currentGroup, 1);
     EXPECT_EQ(f.header()->goodsBox()->text(), goods);
 }
@@ -206,7 +206,7 @@ TEST_F(Workspace, ClosingAsksAndCancelClosesWithoutSaving) {
         25000); // applied by the close query itself
     dialogs.answerBox(TaskDialog::IdCancel);
     closeForm();
-    ASSERT_EQ(dialogs.Boxes().size(), 1u);
+    ASSERT_EQ(dialogs.boxes().size(), 1u);
     EXPECT_EQ(stored(1, 1, 60, "DATA5"), old);
 }
 
@@ -221,7 +221,7 @@ TEST_F(Workspace, ClosingWithYesSaves) {
 TEST_F(Workspace, ClosingUnchangedAsksNothing) {
     open();
     closeForm();
-    EXPECT_TRUE(dialogs.Boxes().empty());
+    EXPECT_TRUE(dialogs.boxes().empty());
 }
 
 TEST_F(Workspace, RenamedGroupSurvivesRestart) {
@@ -363,8 +363,8 @@ TEST_F(Workspace, ShiftReleaseOnTheTreeNamesTheNode) {
     dialogs.answerInput(u("仮の名前"));
     clickNode(3, Qt::ShiftModifier);
     QCoreApplication::processEvents();
-    ASSERT_EQ(dialogs.Inputs().size(), 1u);
-    EXPECT_EQ(dialogs.Inputs()[0].prompt, u("名称を入力してください"));
+    ASSERT_EQ(dialogs.inputs().size(), 1u);
+    EXPECT_EQ(dialogs.inputs()[0].prompt, u("名称を入力してください"));
     EXPECT_EQ(f.tree->node(3)->text(0), u("仮の名前"));
     EXPECT_EQ(f.currentPipeType, 3); // the click loaded it first
     // On a group node the menu caption follows, and the record is written.

@@ -31,7 +31,7 @@ protected:
         ws().paths().exDatabase = dir.filePath(QStringLiteral("velmoraMainEX.db3"));
         createSuiteDatabase(ws().paths().exDatabase, false);
     }
-    void TearDown() override { EXPECT_TRUE(dialogs.Unanswered().isEmpty()); }
+    void TearDown() override { EXPECT_TRUE(dialogs.unanswered().isEmpty()); }
 
     SaveOutcome save(int grp, int kan, SaveCheck check = SaveCheck::AgainstLoaded) {
         return ws().save(grp, kan, check, dialogs);
@@ -165,9 +165,9 @@ TEST_F(PipeTypeStore, SaveWritesAllRowsAndMarksSaved) {
     EXPECT_TRUE(doc().isChanged());
 
     EXPECT_EQ(save(4, 5), SaveOutcome::Saved);
-    EXPECT_TRUE(dialogs.Boxes().empty());
-    EXPECT_TRUE(dialogs.Messages().empty());
-    EXPECT_EQ(dialogs.Clipboard(), saveStatement(rows()[1], 4, 5, 1));
+    EXPECT_TRUE(dialogs.boxes().empty());
+    EXPECT_TRUE(dialogs.messages().empty());
+    EXPECT_EQ(dialogs.clipboard(), saveStatement(rows()[1], 4, 5, 1));
     EXPECT_FALSE(doc().isChanged());
     EXPECT_EQ(stored("GOODS", 4, 5, 1), QStringLiteral("配管用炭素鋼鋼管（白）"));
     EXPECT_EQ(stored("SORT", 4, 5, 2), QStringLiteral("0"));
@@ -194,8 +194,8 @@ TEST_F(PipeTypeStore, TextsRoundTripThroughSaveAndLoad) {
         before[std::size_t(i)] = rows()[i + 1];
     doc().takeSnapshot();
     save(1, 1);
-    EXPECT_TRUE(dialogs.Boxes().empty());
-    EXPECT_TRUE(dialogs.Messages().empty());
+    EXPECT_TRUE(dialogs.boxes().empty());
+    EXPECT_TRUE(dialogs.messages().empty());
 
     doc().clearRows(RowCount);
     ws().load(1, 1);
@@ -248,8 +248,8 @@ TEST_F(PipeTypeStore, EveryCodePageCharacterSurvivesByteForByte) {
         for (int r = 1; r <= RowCount; ++r)
             ASSERT_EQ(rows()[r].goodsBytes, written[std::size_t(r - 1)]) << "row " << r;
     }
-    EXPECT_TRUE(dialogs.Boxes().empty());
-    EXPECT_TRUE(dialogs.Messages().empty());
+    EXPECT_TRUE(dialogs.boxes().empty());
+    EXPECT_TRUE(dialogs.messages().empty());
 }
 
 // Every column of the 60 rows, read with the library itself.
@@ -311,7 +311,7 @@ TEST_F(PipeTypeStore, AChangeMadeElsewhereIsNotWrittenOverUnasked) {
     exec(QStringLiteral("UPDATE ex_kanzai SET GROSS='888' WHERE GRP=7 AND KAN=5 AND NO=5;"));
     const QStringList theirs = dump(ws().paths().exDatabase, 7, 4);
     EXPECT_EQ(save(7, 4), SaveOutcome::ChangedElsewhere);
-    EXPECT_TRUE(dialogs.Boxes().empty());
+    EXPECT_TRUE(dialogs.boxes().empty());
     EXPECT_EQ(dump(ws().paths().exDatabase, 7, 4), theirs);
     EXPECT_TRUE(doc().isChanged());
 
@@ -351,7 +351,7 @@ TEST_F(PipeTypeStore, ASaveGoesToTheFileAtThePathNow) {
     ws().paths().exDatabase = dir.filePath(QStringLiteral("no/such/folder/x.db3"));
     EXPECT_TRUE(refusal(1, 1).contains(QStringLiteral("unable to open")));
     EXPECT_EQ(doc().savedLines(), saved);
-    EXPECT_TRUE(dialogs.Boxes().empty());
+    EXPECT_TRUE(dialogs.boxes().empty());
 }
 
 } // namespace

@@ -123,8 +123,8 @@ TEST_F(RowsTest, OptionsRideInRowSixty) {
     o.elementDigits() = c("100");
     o.elementFraction() = c("0.9");
     o.rateOn() = c("1");
-    o.UnitDigits() = c("1000");
-    o.UnitFraction() = c("0");
+    o.unitDigits() = c("1000");
+    o.unitFraction() = c("0");
     const PipeRow& r = rows()[60];
     EXPECT_EQ(r.otherMethod, 1);
     EXPECT_EQ(r.modeFlag, 1);

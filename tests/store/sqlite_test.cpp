@@ -28,7 +28,7 @@ protected:
         db.execSql(QStringLiteral("INSERT INTO t VALUES (1, 'a;b', 1234.56789, 'x', NULL)"));
         db.execSql(QStringLiteral("INSERT INTO t VALUES (2, NULL, 2.5, 7, x'414243')"));
     }
-    void TearDown() override { EXPECT_TRUE(dialogs.Unanswered().isEmpty()); }
+    void TearDown() override { EXPECT_TRUE(dialogs.unanswered().isEmpty()); }
 
     QString message(const std::function<void()>& f) {
         try {
@@ -92,12 +92,12 @@ TEST_F(SqliteLayer, FailedQueryRaisesAndLeavesNoConnection) {
 
 TEST_F(SqliteLayer, ExecStatementCommitsOrShowsError) {
     EXPECT_EQ(execStatement(dialogs, path, QStringLiteral("UPDATE t SET NAME='z' WHERE ID=2")), 1);
-    EXPECT_TRUE(dialogs.Boxes().empty());
-    EXPECT_TRUE(dialogs.Messages().empty());
+    EXPECT_TRUE(dialogs.boxes().empty());
+    EXPECT_TRUE(dialogs.messages().empty());
     EXPECT_EQ(execStatement(dialogs, path, QStringLiteral("UPDATE nope SET x=1")), 0);
-    EXPECT_TRUE(dialogs.Boxes().empty());
-    ASSERT_EQ(dialogs.Messages().size(), 1u);
-    EXPECT_EQ(dialogs.Messages()[0].text, QStringLiteral("ERROR"));
+    EXPECT_TRUE(dialogs.boxes().empty());
+    ASSERT_EQ(dialogs.messages().size(), 1u);
+    EXPECT_EQ(dialogs.messages()[0].text, QStringLiteral("ERROR"));
     EXPECT_EQ(queryToLines(path, QStringLiteral("SELECT NAME FROM t WHERE ID=2")).lines,
               QStringList{QStringLiteral("z;")});
     // All or nothing for several statements.
@@ -119,8 +119,8 @@ TEST_F(SqliteLayer, OpenFailures) {
     const QString missing = dir.filePath(QStringLiteral("none.db3"));
     EXPECT_THROW(queryToLines(missing, QStringLiteral("SELECT 1")), SqliteError);
     EXPECT_FALSE(QFile::exists(missing));
-    EXPECT_TRUE(dialogs.Boxes().empty());
-    EXPECT_TRUE(dialogs.Messages().empty());
+    EXPECT_TRUE(dialogs.boxes().empty());
+    EXPECT_TRUE(dialogs.messages().empty());
 }
 
 TEST_F(SqliteLayer, StatementFailureTexts) {
@@ -326,9 +326,9 @@ TEST_F(SqliteLayer, BusyDatabase) {
     }
     // A write reports "ERROR" with result 0.
     EXPECT_EQ(execStatement(dialogs, path, QStringLiteral("UPDATE t SET NAME='q'")), 0);
-    EXPECT_TRUE(dialogs.Boxes().empty());
-    ASSERT_EQ(dialogs.Messages().size(), 1u);
-    EXPECT_EQ(dialogs.Messages()[0].text, QStringLiteral("ERROR"));
+    EXPECT_TRUE(dialogs.boxes().empty());
+    ASSERT_EQ(dialogs.messages().size(), 1u);
+    EXPECT_EQ(dialogs.messages()[0].text, QStringLiteral("ERROR"));
     other.execSql(QStringLiteral("ROLLBACK"));
     EXPECT_EQ(execStatement(dialogs, path, QStringLiteral("UPDATE t SET NAME='q'")), 1);
 }

@@ -44,8 +44,8 @@ protected:
     void TearDown() override {
         form.reset();
         qunsetenv("QORVALE_COMMON_DATA");
-        EXPECT_TRUE(dialogs.Unanswered().isEmpty())
-            << dialogs.Unanswered().join('\n').toStdString();
+        EXPECT_TRUE(dialogs.unanswered().isEmpty())
+            << dialogs.unanswered().join('\n').toStdString();
     }
 
     // The window's workspace, its document and rows.
