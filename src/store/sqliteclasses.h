@@ -53,6 +53,15 @@ struct SqliteParam {
     QString valuedata;
 };
 
+// Finalises a statement when the scope is left, also by an exception.
+struct SqliteStatementGuard {
+    sqlite3_stmt*& stmt;
+    ~SqliteStatementGuard() {
+        if (stmt) sqlite3_finalize(stmt);
+        stmt = nullptr;
+    }
+};
+
 class SqliteDatabase;
 class SqliteTable;
 class SqliteCursor;
