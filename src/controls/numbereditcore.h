@@ -13,6 +13,7 @@
 // Text that passes the filter but does not convert raises ConvertError.
 
 #include "controls/controlobject.h"
+#include "controls/numbertext.h"
 #include "engine/currency.h"
 
 #include <QString>
@@ -34,19 +35,6 @@ using ArrowKeyEvent =
     std::function<void(ControlObject* Sender, ArrowKeyDirection Direction, Extended& NewValue)>;
 using KeyPressEvent = std::function<void(ControlObject* Sender, QChar& Key)>;
 using ChangeEvent = std::function<void(ControlObject* Sender)>;
-
-// The float at 15 significant digits in the general form ("1234.5",
-// "1.5E-7", "1.5E+20"), as the box shows numbers.
-QString floatToGeneral(Extended value);
-// The general form with the exponent written out: 1.5E-7 gives
-// "0.00000015", 1.5E+20 gives "15" and 19 zeros.
-QString plainNumberText(Extended value);
-// Integer with "," every three digits ("#,##0").
-QString formatThousands(std::int64_t value);
-// Strict conversions; bad text raises ConvertError.
-std::int64_t textToInt64(const QString& text);
-std::int32_t textToInt32(const QString& text);
-Extended textToFloat(const QString& text);
 
 class NumberEditCore : public ControlObject {
 public:

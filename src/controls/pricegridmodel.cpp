@@ -73,50 +73,49 @@ void PriceGridModel::cellChanged(int col, int row, const QList<int>& roles) {
     }
 }
 
-QString PriceGridModel::text(int col, int row) const {
+template <typename T>
+T PriceGridModel::field(int col, int row, T Cell::*member, const T& outside) const {
     const Cell* cell = cellAt(col, row);
-    return cell ? cell->text : QString();
+    return cell ? cell->*member : outside;
+}
+
+template <typename T>
+void PriceGridModel::setField(int col, int row, T Cell::*member, const T& value,
+                              const QList<int>& roles) {
+    Cell* cell = cellAt(col, row);
+    if (!cell || cell->*member == value) return;
+    cell->*member = value;
+    cellChanged(col, row, roles);
+}
+
+QString PriceGridModel::text(int col, int row) const {
+    return field(col, row, &Cell::text, QString());
 }
 
 void PriceGridModel::setText(int col, int row, const QString& text) {
-    Cell* cell = cellAt(col, row);
-    if (!cell || cell->text == text) return;
-    cell->text = text;
-    cellChanged(col, row, {Qt::DisplayRole, Qt::EditRole});
+    setField(col, row, &Cell::text, text, {Qt::DisplayRole, Qt::EditRole});
 }
 
 QColor PriceGridModel::background(int col, int row) const {
-    const Cell* cell = cellAt(col, row);
-    return cell ? cell->background : QColor();
+    return field(col, row, &Cell::background, QColor());
 }
 
 void PriceGridModel::setBackground(int col, int row, const QColor& color) {
-    Cell* cell = cellAt(col, row);
-    if (!cell || cell->background == color) return;
-    cell->background = color;
-    cellChanged(col, row, {Qt::BackgroundRole});
+    setField(col, row, &Cell::background, color, {Qt::BackgroundRole});
 }
 
 QColor PriceGridModel::foreground(int col, int row) const {
-    const Cell* cell = cellAt(col, row);
-    return cell ? cell->foreground : QColor();
+    return field(col, row, &Cell::foreground, QColor());
 }
 
 void PriceGridModel::setForeground(int col, int row, const QColor& color) {
-    Cell* cell = cellAt(col, row);
-    if (!cell || cell->foreground == color) return;
-    cell->foreground = color;
-    cellChanged(col, row, {Qt::ForegroundRole});
+    setField(col, row, &Cell::foreground, color, {Qt::ForegroundRole});
 }
 
 Qt::Alignment PriceGridModel::alignment(int col, int row) const {
-    const Cell* cell = cellAt(col, row);
-    return cell ? cell->alignment : Qt::AlignLeft;
+    return field(col, row, &Cell::alignment, Qt::Alignment(Qt::AlignLeft));
 }
 
 void PriceGridModel::setAlignment(int col, int row, Qt::Alignment alignment) {
-    Cell* cell = cellAt(col, row);
-    if (!cell || cell->alignment == alignment) return;
-    cell->alignment = alignment;
-    cellChanged(col, row, {Qt::TextAlignmentRole});
+    setField(col, row, &Cell::alignment, alignment, {Qt::TextAlignmentRole});
 }

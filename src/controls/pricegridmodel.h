@@ -55,6 +55,11 @@ private:
     const Cell* cellAt(int col, int row) const;
     Cell* cellAt(int col, int row);
     void cellChanged(int col, int row, const QList<int>& roles);
+    // A field of a cell, or outside for a position outside the grid; and
+    // its write, reported for the roles that show it.
+    template <typename T> T field(int col, int row, T Cell::*member, const T& outside) const;
+    template <typename T>
+    void setField(int col, int row, T Cell::*member, const T& value, const QList<int>& roles);
 
     int m_columns;
     int m_lineCount;
