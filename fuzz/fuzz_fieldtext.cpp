@@ -1,5 +1,5 @@
 // Result lines: values escaped and joined as the database layer writes them
-// come back field by field through NthField and fieldOfLine, whatever they
+// come back field by field through nthField and fieldOfLine, whatever they
 // hold; and any line at all can be read without harm.
 
 #include "fuzzcheck.h"

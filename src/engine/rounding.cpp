@@ -64,7 +64,7 @@ Currency roundToStep(Currency x, Currency step, Currency fraction) {
     return Currency::fromRaw(store(load(t) * load(step.raw)));
 }
 
-// Characters of the shortest decimal text of x (CurrToStr), sign and point
+// Characters of the shortest decimal text of x (currToStr), sign and point
 // included, counted without building the text.
 int textLength(Currency x) {
     std::uint64_t mag = x.raw < 0 ? std::uint64_t(0) - std::uint64_t(x.raw) : std::uint64_t(x.raw);

@@ -4,9 +4,9 @@
 // opens the file, does its one job and closes it again.
 //
 // A result line holds the text of each column followed by ";". A value is
-// written with escapeField (store/fieldtext.h): ESC becomes ESC ESC and ";"
+// written with escapeField (util/fieldtext.h): ESC becomes ESC ESC and ";"
 // becomes ESC ":", so a ";" in a stored text never shifts the fields behind
-// it. NthField and fieldOfLine undo the escape.
+// it. nthField and fieldOfLine undo the escape.
 
 #include "store/sqliteclasses.h"
 #include "util/fieldtext.h"

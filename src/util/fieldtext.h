@@ -4,7 +4,7 @@
 //
 // A value put into a result line is escaped so that a ";" inside it does not
 // shift the fields behind it: ESC (u+001B) is written as ESC ESC, and ";" as
-// ESC ":". NthField undoes this, so any text round-trips. Texts without ESC
+// ESC ":". nthField undoes this, so any text round-trips. Texts without ESC
 // (every launch string, every path) read exactly as before.
 
 #include <QString>
