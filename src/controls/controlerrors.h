@@ -23,7 +23,7 @@ public:
 
 // Where a control hands a failure that its event handling cannot pass on
 // (Qt event handlers must not throw): the window sets each control's
-// OnFailure to show the text as it shows any failure.
+// onFailure to show the text as it shows any failure.
 using FailureHandler = std::function<void(const QString& message)>;
 // Hands message to handler; without one the text goes to qWarning.
 void reportControlFailure(const FailureHandler& handler, const QString& message);

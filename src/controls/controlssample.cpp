@@ -79,7 +79,7 @@ QWidget* createControlsSample(QWidget* parent) {
     emblem->setTextEffect(teShadow);
 
     auto* band = new GradientPanel(w);
-    band->setObjectName(QStringLiteral("GradPan2"));
+    band->setObjectName(QStringLiteral("bandPanel"));
     band->setGeometry(196, 8, 180, 60);
     band->setFont(sampleFont(11));
     band->setCaption(QStringLiteral("複合単価"));
@@ -87,13 +87,13 @@ QWidget* createControlsSample(QWidget* parent) {
     band->setColorShadow(Qt::white);
 
     auto* caption = new BoxLabel(w);
-    caption->setObjectName(QStringLiteral("BoxLabel1"));
+    caption->setObjectName(QStringLiteral("labourCaption"));
     caption->setGeometry(392, 8, 120, 22);
     caption->setFont(sampleFont());
     caption->setCaption(QStringLiteral("基礎工費(提出)"));
 
     auto* number = new NumberEdit(w);
-    number->setObjectName(QStringLiteral("NumberEdit1"));
+    number->setObjectName(QStringLiteral("labourEdit"));
     number->setGeometry(392, 32, 120, 24);
     number->setFont(sampleFont());
     number->setFigure(2);
@@ -102,7 +102,7 @@ QWidget* createControlsSample(QWidget* parent) {
     number->setValue(18000.5L);
 
     auto* caption2 = new BoxLabel(w);
-    caption2->setObjectName(QStringLiteral("BoxLabel2"));
+    caption2->setObjectName(QStringLiteral("rateCaption"));
     caption2->setGeometry(520, 8, 120, 22);
     caption2->setFont(sampleFont());
     caption2->setBorderStyle(bsSingle);
@@ -110,7 +110,7 @@ QWidget* createControlsSample(QWidget* parent) {
     caption2->setEnabled(false);
 
     auto* number2 = new NumberEdit(w);
-    number2->setObjectName(QStringLiteral("NumberEdit2"));
+    number2->setObjectName(QStringLiteral("rateEdit"));
     number2->setGeometry(520, 32, 120, 24);
     number2->setFont(sampleFont());
     number2->setFigure(1);

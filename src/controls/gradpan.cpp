@@ -301,7 +301,7 @@ void GradientPanel::paintEvent(QPaintEvent* event) {
     try {
         renderImage();
     } catch (const std::exception& e) {
-        reportControlFailure(OnFailure, QString::fromUtf8(e.what()));
+        reportControlFailure(onFailure, QString::fromUtf8(e.what()));
     }
     QPainter painter(this);
     painter.drawImage(0, 0, m_buffer);
@@ -349,9 +349,9 @@ Qt::CursorShape zoneCursor(int zone) {
 void GradientPanel::moveEvent(QMoveEvent* event) {
     // A failing handler goes to the program's handler, not through Qt.
     try {
-        if (OnPanelMove) OnPanelMove(this);
+        if (onPanelMove) onPanelMove(this);
     } catch (const std::exception& e) {
-        reportControlFailure(OnFailure, QString::fromUtf8(e.what()));
+        reportControlFailure(onFailure, QString::fromUtf8(e.what()));
     }
     QWidget::moveEvent(event);
 }

@@ -13,7 +13,7 @@
 // moveable panels answer hitTest with the desktop's zone codes, within
 // marge pixels of a border a sizing zone and elsewhere the caption zone;
 // dragging a border sizes the panel, dragging inside moves it, and every
-// move fires OnPanelMove.
+// move fires onPanelMove.
 //
 // The panel paints into an off-screen image (renderImage); paintEvent only
 // copies it.
@@ -95,9 +95,9 @@ public:
     void setMarge(int value) { m_marge = value; }
     bool moveable() const { return m_moveable; }
     void setMoveable(bool value);
-    NotifyEvent OnPanelMove;
-    // Gets the failures of painting and of OnPanelMove.
-    FailureHandler OnFailure;
+    NotifyEvent onPanelMove;
+    // Gets the failures of painting and of onPanelMove.
+    FailureHandler onFailure;
 
     // The panel's own settings.
     QString caption() const { return m_caption; }

@@ -36,7 +36,7 @@ NumberEdit::NumberEdit(QWidget* parent) : QLineEdit(parent) {
 NumberEdit::~NumberEdit() = default;
 
 void NumberEdit::textChangedByBox() {
-    guarded(OnFailure, [this] { change(); });
+    guarded(onFailure, [this] { change(); });
 }
 
 void NumberEdit::setNumberText(const QString& value) {
@@ -82,7 +82,7 @@ void NumberEdit::pasteFromClipboard() {
     const QMimeData* data = QGuiApplication::clipboard()->mimeData();
     if (!data || !data->hasText()) return;
     const QString clip = data->text();
-    guarded(OnFailure, [&] { pasteText(clip); });
+    guarded(onFailure, [&] { pasteText(clip); });
 }
 
 void NumberEdit::keyPressEvent(QKeyEvent* event) {
@@ -119,15 +119,15 @@ void NumberEdit::keyPressEvent(QKeyEvent* event) {
         const ArrowKeyDirection direction = event->key() == Qt::Key_Up     ? adUp
                                             : event->key() == Qt::Key_Down ? adDown
                                                                            : adNone;
-        guarded(OnFailure, [&] { arrowKey(direction); });
+        guarded(onFailure, [&] { arrowKey(direction); });
         return;
     }
     m_ctrlFromEvent = event->modifiers().testFlag(Qt::ControlModifier);
     QChar key;
-    guarded(OnFailure, [&] { key = keyPressFilter(ch); });
+    guarded(onFailure, [&] { key = keyPressFilter(ch); });
     m_ctrlFromEvent = false;
     if (key.isNull()) return;
-    if (OnKeyPress) OnKeyPress(this, key);
+    if (onKeyPress) onKeyPress(this, key);
     if (key.isNull()) return;
     m_keyin = true;
     if (key == QChar(13) || key == QChar(9)) {
@@ -151,7 +151,7 @@ void NumberEdit::focusInEvent(QFocusEvent* event) {
 }
 
 void NumberEdit::focusOutEvent(QFocusEvent* event) {
-    if (event->reason() != Qt::PopupFocusReason) guarded(OnFailure, [this] { doExit(); });
+    if (event->reason() != Qt::PopupFocusReason) guarded(onFailure, [this] { doExit(); });
     QLineEdit::focusOutEvent(event);
 }
 
@@ -179,7 +179,7 @@ void NumberEdit::mouseReleaseEvent(QMouseEvent* event) {
     if (!data || !data->hasText()) return;
     const QString clip = data->text();
     deselect();
-    guarded(OnFailure, [&] { pasteText(clip); });
+    guarded(onFailure, [&] { pasteText(clip); });
 }
 
 void NumberEdit::contextMenuEvent(QContextMenuEvent* event) {

@@ -6,10 +6,10 @@
 //
 //   Value() / setValue(v)    the number; writing shows the formatted text
 //   numberText()                   the text in the box (QLineEdit::text())
-//   OnChange, OnKeyPress     as the form's handlers expect them
+//   onChange, onKeyPress     as the form's handlers expect them
 //
 // A conversion error raised while typing or leaving the box goes to
-// its OnFailure (controlerrors.h); the text stays as it was.
+// its onFailure (controlerrors.h); the text stays as it was.
 
 #include "controls/controlerrors.h"
 #include "controls/numbereditcore.h"
@@ -26,7 +26,7 @@ public:
     ~NumberEdit() override;
 
     // Gets the failures of the box's event handling.
-    FailureHandler OnFailure;
+    FailureHandler onFailure;
 
     QString numberText() const override { return QLineEdit::text(); }
     void setNumberText(const QString& value) override;

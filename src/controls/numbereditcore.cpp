@@ -51,7 +51,7 @@ void NumberEditCore::setSelLength(int value) {
 }
 
 void NumberEditCore::baseChange() {
-    if (OnChange) OnChange(this);
+    if (onChange) onChange(this);
 }
 
 void NumberEditCore::writeTextGuarded(const QString& text) {
@@ -406,7 +406,7 @@ void NumberEditCore::stepByArrow(ArrowKeyDirection Direction) {
 }
 
 void NumberEditCore::doArrowKeyChange(ArrowKeyDirection Direction, Extended& NewValue) {
-    if (OnArrowKeyChange) OnArrowKeyChange(this, Direction, NewValue);
+    if (onArrowKeyChange) onArrowKeyChange(this, Direction, NewValue);
 }
 
 bool NumberEditCore::isValidChar(QChar key) const {
@@ -516,7 +516,7 @@ void NumberEditCore::pasteText(const QString& clip) {
 void NumberEditCore::typeChar(QChar key) {
     QChar k = keyPressFilter(key);
     if (k.isNull()) return;
-    if (OnKeyPress) OnKeyPress(this, k);
+    if (onKeyPress) onKeyPress(this, k);
     if (k.isNull()) return;
     m_keyin = true;
     const ushort code = k.unicode();

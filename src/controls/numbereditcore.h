@@ -5,7 +5,7 @@
 // typing when comma is on, rounding works on the decimal text (15
 // significant digits) and not on the float, limits and arrow steps apply.
 //
-// The edit primitives (text, caret, selection, the Ctrl key, OnChange) are
+// The edit primitives (text, caret, selection, the Ctrl key, onChange) are
 // virtual: by default the box lives in memory, so the logic runs without a
 // window; the widget NumberEdit maps them onto a QLineEdit.
 //
@@ -88,7 +88,7 @@ public:
 
     // ---- the number
     Extended value() const { return m_value; }
-    // Applies the limits, then shows the formatted text (OnChange fires).
+    // Applies the limits, then shows the formatted text (onChange fires).
     void setValue(Extended value);
     // Same, from a Currency amount.
     void setCurrency(Currency value);
@@ -125,7 +125,7 @@ public:
     virtual void doArrowKeyChange(ArrowKeyDirection Direction, Extended& NewValue);
 
     // Without a window: one typed character as the box would take it
-    // (filter, OnKeyPress, insertion over the selection, backspace).
+    // (filter, onKeyPress, insertion over the selection, backspace).
     void typeChar(QChar key);
     void typeText(const QString& text);
 
@@ -146,9 +146,9 @@ public:
     void setCtrlDownForTyping(bool down) { m_ctrlDown = down; }
     virtual void setEdited(bool value) { m_modified = value; }
 
-    ChangeEvent OnChange;
-    KeyPressEvent OnKeyPress;
-    ArrowKeyEvent OnArrowKeyChange;
+    ChangeEvent onChange;
+    KeyPressEvent onKeyPress;
+    ArrowKeyEvent onArrowKeyChange;
 
 protected:
     virtual void baseChange();

@@ -37,9 +37,9 @@ LabourLibraryDialog::LabourLibraryDialog(Dialogs& dialogs, QWidget* parent)
     statusLine = new QStatusBar(this);
     statusLine->setObjectName(QStringLiteral("statusLine"));
     statusLine->setSizeGripEnabled(false);
-    panel0_ = new QLabel(statusLine);
-    panel0_->setObjectName(QStringLiteral("Panel0"));
-    statusLine->addWidget(panel0_, 1);
+    statusPanel_ = new QLabel(statusLine);
+    statusPanel_->setObjectName(QStringLiteral("statusPanel"));
+    statusLine->addWidget(statusPanel_, 1);
 
     auto* layout = new QGridLayout(this);
     layout->addWidget(captionLabel, 0, 0, 1, 2);
@@ -61,11 +61,11 @@ LabourLibraryDialog::LabourLibraryDialog(Dialogs& dialogs, QWidget* parent)
 LabourLibraryDialog::~LabourLibraryDialog() = default;
 
 QString LabourLibraryDialog::panel(int index) const {
-    return index == 0 ? panel0_->text() : QString();
+    return index == 0 ? statusPanel_->text() : QString();
 }
 
 void LabourLibraryDialog::setPanel(int index, const QString& text) {
-    if (index == 0) panel0_->setText(text);
+    if (index == 0) statusPanel_->setText(text);
 }
 
 QString LabourLibraryDialog::extension() const {

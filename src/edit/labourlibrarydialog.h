@@ -56,7 +56,7 @@ private:
     QString extension() const;
 
     QString folder_;
-    QLabel* panel0_ = nullptr;
+    QLabel* statusPanel_ = nullptr;
     Dialogs& m_dialogs;
 };
 

@@ -79,7 +79,7 @@ int ScriptedDialogs::taskDialog(QWidget*, const QString& title, const QString& i
             }
         }
         m_boxes.push_back(box);
-        if (OnBox) OnBox();
+        if (onBox) onBox();
         return box.result;
     });
 }
@@ -87,7 +87,7 @@ int ScriptedDialogs::taskDialog(QWidget*, const QString& title, const QString& i
 void ScriptedDialogs::message(QWidget*, const QString& title, const QString& text) {
     onGuiThread([&] {
         m_messages.push_back({title, text});
-        if (OnMessage) OnMessage();
+        if (onMessage) onMessage();
     });
 }
 

@@ -64,8 +64,8 @@ public:
     void setClipboard(const QString& text) { m_clipboard = text; }
     // Called after each message or box is recorded, to act while the box
     // would be up (a test may run the event loop there, as a modal box does).
-    std::function<void()> OnMessage;
-    std::function<void()> OnBox;
+    std::function<void()> onMessage;
+    std::function<void()> onBox;
 
     // What was shown and done.
     const std::vector<Box>& boxes() const { return m_boxes; }

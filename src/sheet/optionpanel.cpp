@@ -151,8 +151,8 @@ OptionPanel::OptionPanel(QWidget* parent) : QWidget(parent) {
     for (RadioGroup* g : {m_modeRadio, m_otherCostRadio, m_elementRadio, m_fractionRadio,
                           m_digitsRadio, m_belowDigitsRadio})
         g->onClicked = [this] { changed(); };
-    m_unitDigitsList->OnSelect = [this] { changed(); };
-    m_unitFractionList->OnSelect = [this] { changed(); };
+    m_unitDigitsList->onSelect = [this] { changed(); };
+    m_unitFractionList->onSelect = [this] { changed(); };
     m_useRateCheck->onClicked = [this] { changed(); };
     for (NumberEdit* edit :
          {m_rateSubmittedEdit, m_rateCostEdit, m_labourCostSubmittedEdit, m_labourCostCostEdit})

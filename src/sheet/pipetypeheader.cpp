@@ -181,7 +181,7 @@ PipeTypeHeader::PipeTypeHeader(QWidget* parent) : QWidget(parent) {
     layout->addWidget(m_saveButton, 0, Qt::AlignVCenter);
 
     for (EditCombo* box : {m_goodsBox, m_useBox, m_jointBox, m_unitBox})
-        box->OnKeyPress = [this](int key, bool& handled) {
+        box->onKeyPress = [this](int key, bool& handled) {
             if (key != Qt::Key_Return && key != Qt::Key_Enter) return;
             handled = true;
             emit nameEntered();

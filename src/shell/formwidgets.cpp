@@ -125,10 +125,10 @@ EditCombo::EditCombo(QWidget* parent) : QComboBox(parent) {
 }
 
 bool EditCombo::eventFilter(QObject* watched, QEvent* event) {
-    if (watched == this && event->type() == QEvent::KeyPress && OnKeyPress) {
+    if (watched == this && event->type() == QEvent::KeyPress && onKeyPress) {
         auto* key = static_cast<QKeyEvent*>(event);
         bool handled = false;
-        OnKeyPress(key->key(), handled);
+        onKeyPress(key->key(), handled);
         if (handled) return true;
     }
     return QComboBox::eventFilter(watched, event);
@@ -139,7 +139,7 @@ bool EditCombo::eventFilter(QObject* watched, QEvent* event) {
 FixedList::FixedList(const QStringList& items, QWidget* parent) : QComboBox(parent) {
     addItems(items);
     connect(this, QOverload<int>::of(&QComboBox::activated), this, [this](int) {
-        if (OnSelect) OnSelect();
+        if (onSelect) onSelect();
     });
 }
 

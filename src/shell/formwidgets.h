@@ -86,13 +86,13 @@ public:
     QString text() const { return currentText(); }
     void setText(const QString& text) { setEditText(text); }
 
-    std::function<void(int key, bool& handled)> OnKeyPress;
+    std::function<void(int key, bool& handled)> onKeyPress;
 
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
 };
 
-// A fixed list whose selection by the person fires OnSelect; setting
+// A fixed list whose selection by the person fires onSelect; setting
 // itemIndex from the program does not.
 class FixedList : public QComboBox {
     Q_OBJECT
@@ -102,5 +102,5 @@ public:
     int itemIndex() const { return currentIndex(); }
     void setItemIndex(int index);
 
-    std::function<void()> OnSelect;
+    std::function<void()> onSelect;
 };

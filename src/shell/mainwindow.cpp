@@ -50,9 +50,9 @@ MainWindow::MainWindow(Dialogs& dialogs, const QString& launchString, QWidget* p
         showException(dialogs_, std::make_exception_ptr(std::runtime_error(message.toStdString())));
     };
     for (NumberEdit* edit : findChildren<NumberEdit*>())
-        edit->OnFailure = showFailure;
+        edit->onFailure = showFailure;
     sheet_->setFailureHandler(showFailure);
-    velmoraEmblem->OnFailure = showFailure;
+    velmoraEmblem->onFailure = showFailure;
 
     // A failure in the creation step is shown like any other, and the form
     // stays.

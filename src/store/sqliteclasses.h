@@ -93,7 +93,7 @@ public:
     sqlite3* db() const { return fDB; }
     bool isTransactionOpen() const { return fInTrans; }
     int rowsChanged() const;
-    QueryHook OnQuery;
+    QueryHook onQuery;
 
     void execSql(const QString& SQL);
     // execSql of a statement already in UTF-8; the same failures.
@@ -144,7 +144,7 @@ public:
     [[noreturn]] void raiseSqlError(const QString& message, const QString& SQL) const;
     // Binds the waiting parameters to a fresh statement, then clears them.
     void setParams(sqlite3_stmt* Stmt);
-    // Prepares by sqlite3_prepare16_v2 and hands the SQL to OnQuery; raises
+    // Prepares by sqlite3_prepare16_v2 and hands the SQL to onQuery; raises
     // on failure and when no statement came back.
     sqlite3_stmt* prepare(const QString& SQL);
 

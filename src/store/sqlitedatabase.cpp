@@ -87,7 +87,7 @@ sqlite3_stmt* SqliteDatabase::prepare(const QString& SQL) {
     sqlite3_stmt* stmt = nullptr;
     const void* tail = nullptr;
     const int rc = sqlite3_prepare16_v2(fDB, utf16(SQL), byteLength(SQL), &stmt, &tail);
-    if (OnQuery) OnQuery(this, SQL);
+    if (onQuery) onQuery(this, SQL);
     if (rc != SQLITE_OK) {
         if (stmt) sqlite3_finalize(stmt);
         raiseSqlError(QStringLiteral("Error executing SQL"), SQL);
@@ -134,7 +134,7 @@ void SqliteDatabase::execSql(const QString& SQL) {
 void SqliteDatabase::execUtf8(const QByteArray& SQL) {
     sqlite3_stmt* stmt = nullptr;
     const int rc = sqlite3_prepare_v2(fDB, SQL.constData(), int(SQL.size()), &stmt, nullptr);
-    if (OnQuery) OnQuery(this, QString::fromUtf8(SQL));
+    if (onQuery) onQuery(this, QString::fromUtf8(SQL));
     SqliteStatementGuard guard{stmt};
     if (rc != SQLITE_OK)
         raiseSqlError(QStringLiteral("Error executing SQL"), QString::fromUtf8(SQL));
@@ -161,7 +161,7 @@ SqliteQuery SqliteDatabase::prepareSql(const QString& SQL) {
     q.SQL = SQL;
     const void* tail = nullptr;
     const int rc = sqlite3_prepare16(fDB, utf16(SQL), byteLength(SQL), &q.Statement, &tail);
-    if (OnQuery) OnQuery(this, SQL);
+    if (onQuery) onQuery(this, SQL);
     if (rc != SQLITE_OK) {
         if (q.Statement) sqlite3_finalize(q.Statement);
         q.Statement = nullptr;

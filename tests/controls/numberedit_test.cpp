@@ -27,7 +27,7 @@ struct Edit : ::testing::Test {
         edit->setGeometry(0, 0, 120, 24);
         other = new QLineEdit(window.get());
         other->setGeometry(0, 30, 120, 24);
-        edit->OnChange = [this](ControlObject*) { ++changes; };
+        edit->onChange = [this](ControlObject*) { ++changes; };
         window->show();
         window->activateWindow();
         ASSERT_TRUE(QTest::qWaitForWindowActive(window.get()));
@@ -108,10 +108,10 @@ TEST_F(Edit, FilterSignsAndDigitLimit) {
         EXPECT_EQ(edit->text(), QStringLiteral("12"));
     }
     int presses = 0;
-    edit->OnKeyPress = [&](ControlObject*, QChar&) { ++presses; };
+    edit->onKeyPress = [&](ControlObject*, QChar&) { ++presses; };
     QTest::keyClick(edit, Qt::Key_Plus);
     EXPECT_EQ(edit->text(), QStringLiteral("+12"));
-    EXPECT_EQ(presses, 0); // no OnKeyPress for a sign
+    EXPECT_EQ(presses, 0); // no onKeyPress for a sign
     type(".5.");
     EXPECT_EQ(edit->text(), QStringLiteral("+12.5"));
     EXPECT_EQ(presses, 2);
@@ -209,12 +209,12 @@ TEST_F(Edit, MiddleClickPasteGoesThroughTheFilter) {
 
 TEST_F(Edit, ConversionErrorsGoToTheHandlerAndLeaveTheText) {
     QString reported;
-    edit->OnFailure = [&](const QString& m) { reported = m; };
+    edit->onFailure = [&](const QString& m) { reported = m; };
     clear();
     type("-.");
     EXPECT_EQ(edit->text(), QStringLiteral("-."));
     EXPECT_FALSE(reported.isEmpty());
-    edit->OnFailure = nullptr;
+    edit->onFailure = nullptr;
 }
 
 } // namespace

@@ -10,7 +10,7 @@ namespace {
 struct Box : NumberEditCore {
     int changes = 0;
     Box() {
-        OnChange = [this](ControlObject*) { ++changes; };
+        onChange = [this](ControlObject*) { ++changes; };
     }
 };
 
@@ -102,7 +102,7 @@ TEST(NumberValue, PlusKeptZeroVisibleAndExit) {
     EXPECT_EQ(hidden.numberText(), QString());
     hidden.doExit();
     EXPECT_EQ(hidden.numberText(), QString());
-    // Leaving the box fires no OnChange, however the text changes.
+    // Leaving the box fires no onChange, however the text changes.
     Box exiting;
     exiting.setFigure(1);
     exiting.setNumberText(QStringLiteral("1.26"));
@@ -129,7 +129,7 @@ TEST(NumberValue, LimitsAndArrowSteps) {
     b.stepByArrow(adDown);
     EXPECT_EQ(b.numberText(), QStringLiteral("9.5"));
     // A handler may change the new value.
-    b.OnArrowKeyChange = [](ControlObject*, ArrowKeyDirection d, Extended& v) {
+    b.onArrowKeyChange = [](ControlObject*, ArrowKeyDirection d, Extended& v) {
         if (d == adUp) v = 3;
     };
     b.stepByArrow(adUp);

@@ -203,7 +203,7 @@ TEST(GradPan, MoveableZonesMoveAndSize) {
     parent.show();
     ASSERT_TRUE(QTest::qWaitForWindowExposed(&parent));
     int moves = 0;
-    pan->OnPanelMove = [&](ControlObject* sender) {
+    pan->onPanelMove = [&](ControlObject* sender) {
         EXPECT_EQ(sender, pan);
         ++moves;
     };
@@ -225,10 +225,10 @@ TEST(GradPan, MoveableZonesMoveAndSize) {
     EXPECT_EQ(pan->geometry(), QRect(50, 60, 240, 110));
     // A failing move handler reaches the program's handler; the move stands.
     QString reported;
-    pan->OnFailure = [&](const QString& m) { reported = m; };
-    pan->OnPanelMove = [](ControlObject*) { throw ControlError(QStringLiteral("moved")); };
+    pan->onFailure = [&](const QString& m) { reported = m; };
+    pan->onPanelMove = [](ControlObject*) { throw ControlError(QStringLiteral("moved")); };
     drag(QPoint(100, 50), QPoint(5, 5));
-    pan->OnFailure = nullptr;
+    pan->onFailure = nullptr;
     EXPECT_EQ(reported, QStringLiteral("moved"));
     EXPECT_EQ(pan->geometry(), QRect(55, 65, 240, 110));
 }

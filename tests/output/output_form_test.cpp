@@ -244,7 +244,7 @@ TEST_F(OutputForm, ExcelOutFailingToOpenShowsTheErrorBoxUnderTheBusyCaption) {
     const QString title = form->windowTitle();
     dialogs.setOpenResult(false);
     QString captionDuringBox;
-    dialogs.OnBox = [&] { captionDuringBox = form->windowTitle(); };
+    dialogs.onBox = [&] { captionDuringBox = form->windowTitle(); };
     form->outputs()->exportWorkbook();
     ASSERT_EQ(dialogs.boxes().size(), 1u);
     EXPECT_EQ(dialogs.boxes()[0].title, u("エラー"));

@@ -134,7 +134,7 @@ TEST(ScriptedDialogsTest, CallsFromAnotherThreadRunOnTheGuiThreadAndWait) {
     QThread* gui = QThread::currentThread();
     ASSERT_EQ(gui, QCoreApplication::instance()->thread());
     std::vector<QThread*> messageThreads;
-    d.OnMessage = [&] { messageThreads.push_back(QThread::currentThread()); };
+    d.onMessage = [&] { messageThreads.push_back(QThread::currentThread()); };
     d.answerBox(TD::IdNo);
     std::atomic<bool> done{false};
     int answer = 0;

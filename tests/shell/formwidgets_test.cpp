@@ -62,7 +62,7 @@ TEST(EditCombo, EnterIsReportedOnceAndCanBeSwallowed) {
     EditCombo combo;
     combo.addItems({QStringLiteral("ガス"), QStringLiteral("給水")});
     int enters = 0, others = 0;
-    combo.OnKeyPress = [&](int key, bool& handled) {
+    combo.onKeyPress = [&](int key, bool& handled) {
         if (key == Qt::Key_Return) {
             ++enters;
             handled = true;
@@ -84,7 +84,7 @@ TEST(EditCombo, EnterIsReportedOnceAndCanBeSwallowed) {
 TEST(FixedList, ProgramChangeIsSilent) {
     FixedList list({QStringLiteral("a"), QStringLiteral("b")});
     int selects = 0;
-    list.OnSelect = [&] { ++selects; };
+    list.onSelect = [&] { ++selects; };
     list.setItemIndex(1);
     EXPECT_EQ(list.itemIndex(), 1);
     EXPECT_EQ(selects, 0);

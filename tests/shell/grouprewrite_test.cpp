@@ -292,7 +292,7 @@ TEST_F(GroupRewrite, TheFormIsClosedToTheUserUntilTheEndHasBeenShown) {
         // It still paints.
         EXPECT_FALSE(f.groupRewrite()->progressWindow()->grab().isNull());
     });
-    dialogs.OnMessage = [&] { lockedAtTheEnd = formClosedToTheUser(); };
+    dialogs.onMessage = [&] { lockedAtTheEnd = formClosedToTheUser(); };
     dialogs.answerBox(TD::IdYes);
     f.menus().actions.optionChangeAction->trigger();
     f.groupRewrite()->waitForEnd();
@@ -386,7 +386,7 @@ TEST_F(GroupRewrite, ClosingDuringARunLeavesEveryPipeTypeOfTheGroupWhole) {
         QTimer::singleShot(0, &f, [&] { closedAtOnce = f.close(); });
     });
     // The close is refused while the run goes and taken up after its end.
-    dialogs.OnMessage = [&] { visibleAtTheEnd = f.isVisible(); };
+    dialogs.onMessage = [&] { visibleAtTheEnd = f.isVisible(); };
     dialogs.answerBox(TD::IdYes);
     f.menus().actions.optionChangeAction->trigger();
     QElapsedTimer waited;
@@ -446,7 +446,7 @@ TEST_F(GroupRewrite, ACloseWhileTheFailureIsShownClosesAfterItWithoutHanging) {
     MainWindow& f = open();
     dialogs.answerBox(TD::IdYes);
     bool closedInBox = true;
-    dialogs.OnBox = [&] {
+    dialogs.onBox = [&] {
         if (dialogs.boxes().size() == 2) closedInBox = f.close();
     };
     f.menus().actions.optionChangeAction->trigger();
@@ -454,7 +454,7 @@ TEST_F(GroupRewrite, ACloseWhileTheFailureIsShownClosesAfterItWithoutHanging) {
     waited.start();
     while (f.isVisible() && waited.elapsed() < 60000)
         QTest::qWait(5);
-    dialogs.OnBox = nullptr;
+    dialogs.onBox = nullptr;
     ASSERT_GE(dialogs.boxes().size(), 2u);
     EXPECT_TRUE(dialogs.boxes()[1].instruction.endsWith(u("List index out of bounds (59)")));
     EXPECT_FALSE(closedInBox);

@@ -234,14 +234,14 @@ TEST_F(Safety, RetryAtClosingSavesOnceTheFileIsFree) {
     typeFactor(6, 4, "8");
     auto other = std::make_unique<Holder>(db, "IMMEDIATE");
     // The other program lets go while the question is up.
-    dialogs.OnBox = [&] {
+    dialogs.onBox = [&] {
         if (dialogs.boxes().back().instruction == u("データを保存できませんでした。"))
             other.reset();
     };
     dialogs.answerBox(TaskDialog::IdYes);   // save?
     dialogs.answerBox(TaskDialog::IdRetry); // try again
     EXPECT_TRUE(f.close());
-    dialogs.OnBox = nullptr;
+    dialogs.onBox = nullptr;
     EXPECT_EQ(stored(1, 1, 4, "DATA3"), QStringLiteral("8"));
 }
 
@@ -380,7 +380,7 @@ TEST_F(Safety, ShiftClickAnswersTheSaveQuestionBeforeTheNamingBox) {
     // The box runs the event loop as a modal box does; no other box may
     // come up from inside it.
     std::size_t inputsDuringBox = 0;
-    dialogs.OnBox = [&] {
+    dialogs.onBox = [&] {
         const std::size_t before = dialogs.inputs().size();
         QCoreApplication::processEvents();
         QCoreApplication::processEvents();
@@ -391,7 +391,7 @@ TEST_F(Safety, ShiftClickAnswersTheSaveQuestionBeforeTheNamingBox) {
     clickNode(4, Qt::ShiftModifier);
     for (int i = 0; i < 3; ++i)
         QCoreApplication::processEvents();
-    dialogs.OnBox = nullptr;
+    dialogs.onBox = nullptr;
     EXPECT_EQ(inputsDuringBox, 0u);
     ASSERT_EQ(dialogs.inputs().size(), 1u);
     EXPECT_EQ(f.currentPipeType, 4);

@@ -243,7 +243,7 @@ TEST_F(SqliteLayer, CursorWalksForward) {
 TEST_F(SqliteLayer, ParametersHooksAndTransactions) {
     SqliteDatabase db(path);
     QStringList seen;
-    db.OnQuery = [&](SqliteDatabase*, const QString& sql) { seen << sql; };
+    db.onQuery = [&](SqliteDatabase*, const QString& sql) { seen << sql; };
     db.addParamInt(QStringLiteral(":id"), 3);
     db.addParamText(QStringLiteral(":name"), QStringLiteral("鋼管'"));
     db.addParamFloat(QStringLiteral(":price"), 0.25);
