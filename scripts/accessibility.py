@@ -32,6 +32,15 @@ def line(table, row):
     return [t.getAccessibleAt(row, c).name for c in range(t.nColumns)]
 
 
+def focused_cell(table):
+    t = table.queryTable()
+    for row in range(t.nRows):
+        for col in range(t.nColumns):
+            if t.getAccessibleAt(row, col).getState().contains(pyatspi.STATE_FOCUSED):
+                return f"line {row + 1}, column {col}"
+    return "none"
+
+
 def main():
     tables, toggles = [], []
     collect(find_app(), tables, toggles)
@@ -53,12 +62,14 @@ def main():
     e = cell.queryComponent().getExtents(pyatspi.DESKTOP_COORDS)
     pyatspi.Registry.generateMouseEvent(e.x + e.width // 2, e.y + e.height // 2, "b1c")
     time.sleep(0.5)
+    print(f"focused after the click: {focused_cell(composite)}")
     pyatspi.Registry.generateKeyboardEvent(ord("2"), None, pyatspi.KEY_SYM)
     pyatspi.Registry.generateKeyboardEvent(0xFF0D, None, pyatspi.KEY_SYM)  # Return
     time.sleep(1.0)
     t = composite.queryTable()
     print(f"after typing 2 and Enter: factor {t.getAccessibleAt(0, 5).name}, "
           f"composite price {t.getAccessibleAt(0, 2).name}")
+    print(f"focused after Enter: {focused_cell(composite)}")
 
 
 main()
