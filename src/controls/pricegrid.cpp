@@ -1,5 +1,8 @@
 #include "controls/pricegrid.h"
 
+#include <algorithm>
+
+#include <QFocusEvent>
 #include <QHeaderView>
 #include <QKeyEvent>
 #include <QPainter>
@@ -318,7 +321,7 @@ void PriceGrid::editorKey(CellEditor* editor, QKeyEvent* event) {
         case Qt::Key_PageUp:
         case Qt::Key_PageDown:
             setEditorMode(false);
-            QTableView::keyPressEvent(event);
+            userInput([&] { QTableView::keyPressEvent(event); });
             return;
         default:
             // Unless the handler closed the editor, the key edits the text.
@@ -349,9 +352,15 @@ void PriceGrid::keyPressEvent(QKeyEvent* event) {
         case Qt::Key_PageUp:
         case Qt::Key_PageDown:
         case Qt::Key_Home:
-        case Qt::Key_End:
-            QTableView::keyPressEvent(event);
+        case Qt::Key_End: {
+            // Ctrl moves as the plain key does; Shift stretches the
+            // selection where ranges are allowed.
+            QKeyEvent move(event->type(), event->key(), event->modifiers() & ~Qt::ControlModifier,
+                           event->text());
+            userInput([&] { QTableView::keyPressEvent(&move); });
+            event->setAccepted(move.isAccepted());
             return;
+        }
         default:
             if (plain && text.size() == 1 && text.at(0).isPrint()) {
                 // A figure typed into the cell opens the editor with it; any
@@ -364,12 +373,12 @@ void PriceGrid::keyPressEvent(QKeyEvent* event) {
     });
 }
 
-template <typename F> void PriceGrid::mouseInput(F&& f) {
-    m_inMouseInput = true;
-    m_movedByMouse = false;
+template <typename F> void PriceGrid::userInput(F&& f) {
+    m_inUserInput = true;
+    m_chosenByInput = false;
     f();
-    m_inMouseInput = false;
-    if (m_movedByMouse) guarded([&] { emit cellSelected(col(), row()); });
+    m_inUserInput = false;
+    if (m_chosenByInput) guarded([&] { emit cellSelected(col(), row()); });
 }
 
 void PriceGrid::mousePressEvent(QMouseEvent* event) {
@@ -377,24 +386,41 @@ void PriceGrid::mousePressEvent(QMouseEvent* event) {
         setFocus(Qt::MouseFocusReason);
         return;
     }
-    mouseInput([&] {
+    userInput([&] {
         QTableView::mousePressEvent(event);
         // A click on the current cell chooses it again.
         const QModelIndex at = indexAt(event->position().toPoint());
         if (at.isValid() && at == currentIndex() && (at.flags() & Qt::ItemIsEnabled))
-            m_movedByMouse = true;
+            m_chosenByInput = true;
     });
 }
 
 void PriceGrid::mouseMoveEvent(QMouseEvent* event) {
-    mouseInput([&] { QTableView::mouseMoveEvent(event); });
+    // A grid of single cells does not follow a drag.
+    if (selectionMode() == SingleSelection && (event->buttons() & Qt::LeftButton)) return;
+    userInput([&] { QTableView::mouseMoveEvent(event); });
+}
+
+void PriceGrid::mouseReleaseEvent(QMouseEvent* event) {
+    // A click inside a selected range makes that cell the selection at the
+    // release: the cell is chosen again with the selection it now has.
+    const QRect before = selectedCells();
+    QTableView::mouseReleaseEvent(event);
+    if (event->button() == Qt::LeftButton && currentIndex().isValid() && selectedCells() != before)
+        guarded([&] { emit cellSelected(col(), row()); });
+}
+
+void PriceGrid::focusInEvent(QFocusEvent* event) {
+    QTableView::focusInEvent(event);
+    // The grid's current cell is again the one the keys work on.
+    if (currentIndex().isValid()) guarded([&] { emit cellEntered(col(), row()); });
 }
 
 void PriceGrid::currentChanged(const QModelIndex& current, const QModelIndex& previous) {
     QTableView::currentChanged(current, previous);
     if (m_quiet || !current.isValid()) return;
-    if (m_inMouseInput) {
-        m_movedByMouse = true;
+    if (m_inUserInput) {
+        m_chosenByInput = true;
         return;
     }
     guarded([&] { emit cellSelected(current.column(), current.row() + 1); });

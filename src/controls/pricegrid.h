@@ -125,6 +125,8 @@ public:
 signals:
     // The current cell moved, or was chosen again, by the user.
     void cellSelected(int col, int row);
+    // The grid took the focus: its current cell is the one the keys work on.
+    void cellEntered(int col, int row);
     // The user changed the text of a cell in the editor.
     void editTextChanged(int col, int row, const QString& text);
 
@@ -132,6 +134,8 @@ protected:
     void keyPressEvent(QKeyEvent* event) override;
     void mousePressEvent(QMouseEvent* event) override;
     void mouseMoveEvent(QMouseEvent* event) override;
+    void mouseReleaseEvent(QMouseEvent* event) override;
+    void focusInEvent(QFocusEvent* event) override;
     void currentChanged(const QModelIndex& current, const QModelIndex& previous) override;
     void closeEditor(QWidget* editor, QAbstractItemDelegate::EndEditHint hint) override;
 
@@ -144,9 +148,9 @@ private:
     void editorTextEdited(const QString& text);
     // Opens the editor on the current cell; false where it cannot open.
     bool openEditor();
-    // Runs a mouse event of the view; a move of the current cell that it
-    // makes is reported once the view has also set the selection.
-    template <typename F> void mouseInput(F&& f);
+    // Runs a mouse or key event of the view; a move of the current cell
+    // that it makes is reported once the view has also set the selection.
+    template <typename F> void userInput(F&& f);
     QModelIndex indexOf(int col, int row) const;
 
     PriceGridModel* m_model;
@@ -161,6 +165,6 @@ private:
     FailureHandler m_onFailure;
     int m_rowHeight = 26;
     bool m_quiet = false;
-    bool m_inMouseInput = false;
-    bool m_movedByMouse = false;
+    bool m_inUserInput = false;
+    bool m_chosenByInput = false;
 };

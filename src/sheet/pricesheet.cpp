@@ -130,6 +130,10 @@ PriceSheet::PriceSheet(PipeTypeDocument& document, Dialogs& dialogs, QWidget* pa
         selectMaterialCell(c, r);
         materialCellChosen();
     });
+    connect(m_compositeGrid, &PriceGrid::cellEntered, this,
+            [this](int c, int r) { selectCompositeCell(c, r); });
+    connect(m_materialGrid, &PriceGrid::cellEntered, this,
+            [this](int c, int r) { selectMaterialCell(c, r); });
     // Editing a cell makes it the one the keys work on.
     connect(m_materialGrid, &PriceGrid::editTextChanged, this,
             [this](int c, int r) { m_materialCell = QPoint(c, r); });
