@@ -5,8 +5,7 @@
 
 #include <gtest/gtest.h>
 
-#include <string>
-#include <vector>
+#include <functional>
 
 namespace {
 
@@ -14,31 +13,22 @@ Currency C(const char* text) {
     return strToCurr(QString::fromLatin1(text));
 }
 
-std::vector<std::string> texts(const std::array<Currency, 7>& e) {
-    std::vector<std::string> out;
-    for (Currency c : e)
-        out.push_back(currToStr(c).toStdString());
-    return out;
-}
+// The example as the options below give it.
+const char* const Example =
+    "860 750 | 946 301 43 69 2214 270 249 4092 4090 | 825 263 38 60 1845 225 207 3463";
 
 class CalcRowTest : public ::testing::Test, protected OwnWorkspace {
 protected:
-    void SetUp() override {
+    void SetUp() override { reset(); }
+
+    // The worked example in row 1 and its options, nothing else.
+    void reset() {
         doc().clearRows(RowCount);
         setExample(1);
-        PipeTypeOptions o = doc().options();
-        o.labourSubmitted() = C("18000");
-        o.labourCost() = C("15000");
-        o.elementDigits() = C("1");
-        o.elementFraction() = C("0.9");
-        o.adoptedDigits() = C("10");
-        o.adoptedFraction() = C("0");
-        o.unitDigits() = C("10");
-        o.unitFraction() = C("0.9");
-        o.rateSubmitted() = C("70");
-        o.rateCost() = C("60");
+        set("labourSubmitted=18000 labourCost=15000 elementDigits=1 elementFraction=0.9 "
+            "adoptedDigits=10 adoptedFraction=0 unitDigits=10 unitFraction=0.9 rateSubmitted=70 "
+            "rateCost=60");
     }
-
     void setExample(int row) {
         PipeRow& r = rows()[row];
         r.listPrice = C("1234");
@@ -48,208 +38,113 @@ protected:
         for (int i = 0; i < 7; ++i)
             r.factors[std::size_t(i)] = C(f[i]);
     }
+    // Options, and figures of row 1, from "name=value ...".
+    void set(const QString& assignments) {
+        PipeTypeOptions o = doc().options();
+        const QStringList names = {
+            "rateOn",        "rateSubmitted",   "rateCost",      "labourSubmitted", "labourCost",
+            "elementDigits", "elementFraction", "adoptedDigits", "adoptedFraction", "unitDigits",
+            "unitFraction",  "listPrice",       "chippingFactor"};
+        Currency* fields[] = {&o.rateOn(),          &o.rateSubmitted(), &o.rateCost(),
+                              &o.labourSubmitted(), &o.labourCost(),    &o.elementDigits(),
+                              &o.elementFraction(), &o.adoptedDigits(), &o.adoptedFraction(),
+                              &o.unitDigits(),      &o.unitFraction(),  &rows()[1].listPrice,
+                              &rows()[1].factor(6)};
+        for (const QString& a : assignments.split(' ', Qt::SkipEmptyParts)) {
+            const QString name = a.section('=', 0, 0), value = a.section('=', 1);
+            if (name == "modeFlag" || name == "otherMethod")
+                (name == "modeFlag" ? o.modeFlag() : o.otherMethod()) = value.toInt();
+            else
+                *fields[names.indexOf(name)] = strToCurr(value);
+        }
+    }
 
-    struct Expect {
-        std::vector<std::string> submitted;
-        const char* gtanka;
-        const char* ftanka;
-        std::vector<std::string> cost;
-        const char* ntanka;
-    };
-
-    void check(const Expect& e, int row = 1) {
-        doc().calculateRow(row);
-        const PipeRow& r = rows()[row];
-        EXPECT_EQ(texts(r.submittedAmounts), e.submitted);
-        EXPECT_EQ(currToStr(r.submittedUnitPrice), e.gtanka);
-        EXPECT_EQ(currToStr(r.adoptedUnitPrice), e.ftanka);
-        EXPECT_EQ(texts(r.costAmounts), e.cost);
-        EXPECT_EQ(currToStr(r.costUnitPrice), e.ntanka);
+    // "GROSS NET | the submitted amounts, GTANKA, FTANKA | the cost amounts, NTANKA" of row n.
+    std::string line(int n) {
+        const PipeRow& r = rows()[n];
+        QString s = currToStr(r.submittedPrice) + ' ' + currToStr(r.costPrice) + " |";
+        for (Currency c : r.submittedAmounts)
+            s += ' ' + currToStr(c);
+        s += ' ' + currToStr(r.submittedUnitPrice) + ' ' + currToStr(r.adoptedUnitPrice) + " |";
+        for (Currency c : r.costAmounts)
+            s += ' ' + currToStr(c);
+        return (s + ' ' + currToStr(r.costUnitPrice)).toStdString();
+    }
+    std::string calc(int n = 1) {
+        doc().calculateRow(n);
+        return line(n);
     }
 };
 
-TEST_F(CalcRowTest, PipingOtherOnLabour) {
-    check({{"946", "301", "43", "69", "2214", "270", "249"},
-           "4092",
-           "4090",
-           {"825", "263", "38", "60", "1845", "225", "207"},
-           "3463"});
-}
-
-TEST_F(CalcRowTest, PipingOtherOnAllElements) {
-    doc().options().otherMethod() = 1;
-    check({{"946", "301", "43", "69", "2214", "270", "385"},
-           "4228",
-           "4220",
-           {"825", "263", "38", "60", "1845", "225", "326"},
-           "3582"});
-}
-
-TEST_F(CalcRowTest, RefrigerantMode) {
-    doc().options().modeFlag() = 1;
-    check({{"946", "301", "43", "104", "2214", "0", "222"},
-           "3830",
-           "3830",
-           {"825", "263", "38", "90", "1845", "0", "185"},
-           "3246"});
-}
-
-TEST_F(CalcRowTest, RateOnTakesUnitPricesFromListPrice) {
-    doc().options().rateOn() = C("1");
-    check({{"957", "305", "44", "70", "2214", "270", "249"},
-           "4109",
-           "4100",
-           {"825", "263", "38", "60", "1845", "225", "207"},
-           "3463"});
-    EXPECT_EQ(currToStr(rows()[1].submittedPrice), "870");
-    EXPECT_EQ(currToStr(rows()[1].costPrice), "750");
-}
-
-TEST_F(CalcRowTest, TwoDecimalsPerElementAndThreeSignificantDigits) {
-    doc().options().elementDigits() = C("100");
-    doc().options().elementFraction() = C("0.5");
-    check({{"946", "301", "43", "68.8", "2214", "270", "248.4"},
-           "4091",
-           "4090",
-           {"825", "262.5", "37.5", "60", "1845", "225", "207"},
-           "3462"});
-    doc().options().adoptedDigits() = C("3");
-    doc().options().adoptedFraction() = C("0.5");
-    doc().calculateRow(1);
-    EXPECT_EQ(currToStr(rows()[1].adoptedUnitPrice), "4090");
-    // The element sum 4091.2 gives 4092 with round-up, 4091 with round-down.
-    doc().options().elementFraction() = C("0");
-    doc().calculateRow(1);
-    EXPECT_EQ(currToStr(rows()[1].submittedUnitPrice), "4091");
-}
-
-TEST_F(CalcRowTest, RateOnOnlyAtExactlyOne) {
-    for (const char* v : {"0", "1.0001", "0.9999", "2", "-1"}) {
-        setExample(1);
-        doc().options().rateOn() = C(v);
-        doc().calculateRow(1);
-        EXPECT_EQ(currToStr(rows()[1].submittedPrice), "860") << v;
-        EXPECT_EQ(currToStr(rows()[1].costPrice), "750") << v;
+TEST_F(CalcRowTest, WorkedExampleUnderEachOption) {
+    // Two decimals per element: the sum 4091.2 is cut after the fraction is added.
+    const std::string el2 = "860 750 | 946 301 43 68.8 2214 270 248.4 ",
+                      cost2 = " 4090 | 825 262.5 37.5 60 1845 225 207 3462";
+    const std::pair<const char*, std::string> cases[] = {
+        {"", Example},
+        {"otherMethod=1",
+         "860 750 | 946 301 43 69 2214 270 385 4228 4220 | 825 263 38 60 1845 225 326 3582"},
+        // Refrigerant: c4 on c1 + c2 + c3, no chipping, other cost on c5 alone.
+        {"modeFlag=1 chippingFactor=123.4567",
+         "860 750 | 946 301 43 104 2214 0 222 3830 3830 | 825 263 38 90 1845 0 185 3246"},
+        // The unit prices from the list price: 1234 x 70% = 863.8, up to 864, up to 870.
+        {"rateOn=1",
+         "870 750 | 957 305 44 70 2214 270 249 4109 4100 | 825 263 38 60 1845 225 207 3463"},
+        {"rateOn=1 rateSubmitted=0 rateCost=0",
+         "0 0 | 0 0 0 0 2214 270 249 2733 2730 | 0 0 0 0 1845 225 207 2277"},
+        {"rateOn=1 listPrice=0",
+         "0 0 | 0 0 0 0 2214 270 249 2733 2730 | 0 0 0 0 1845 225 207 2277"},
+        {"elementDigits=100 elementFraction=0.5", el2 + "4091" + cost2},
+        {"elementDigits=100 elementFraction=0.5 adoptedDigits=3 adoptedFraction=0.5",
+         el2 + "4091" + cost2},
+        {"elementDigits=100 elementFraction=0", el2 + "4091" + cost2},
+        {"elementDigits=100 elementFraction=0.9", el2 + "4092" + cost2},
+        // The rates apply only at rateOn exactly 1.
+        {"rateOn=1.0001", Example},
+        {"rateOn=0.9999", Example},
+        // adoptedDigits 0 is written back as 1, which leaves GTANKA; elementDigits 0 acts as 1.
+        {"adoptedDigits=0 elementDigits=0",
+         "860 750 | 946 301 43 69 2214 270 249 4092 4092 | 825 263 38 60 1845 225 207 3463"}};
+    for (const auto& [options, want] : cases) {
+        reset();
+        set(options);
+        EXPECT_EQ(calc(), want) << options;
     }
-}
-
-TEST_F(CalcRowTest, RateOnWithZeroRateOrZeroListPrice) {
-    doc().options().rateOn() = C("1");
-    doc().options().rateSubmitted() = C("0");
-    doc().options().rateCost() = C("0");
-    doc().calculateRow(1);
-    const PipeRow& r = rows()[1];
-    EXPECT_EQ(r.submittedPrice.raw, 0);
-    EXPECT_EQ(r.costPrice.raw, 0);
-    EXPECT_EQ(currToStr(r.submittedAmounts[4]), "2214"); // labour elements still computed
-    EXPECT_EQ(currToStr(r.costAmounts[4]), "1845");
-}
-
-TEST_F(CalcRowTest, AdoptedDigitsZeroWrittenBackElementDigitsZeroActsAsOne) {
-    doc().options().adoptedDigits() = C("0");
-    doc().options().elementDigits() = C("0");
-    doc().calculateRow(1);
+    // after the last case
     EXPECT_EQ(currToStr(doc().options().adoptedDigits()), "1");
-    EXPECT_EQ(doc().options().elementDigits().raw, 0);
-    EXPECT_EQ(currToStr(rows()[1].submittedUnitPrice), "4092");
-    EXPECT_EQ(currToStr(rows()[1].adoptedUnitPrice), "4092"); // adoptedDigits 1 leaves GTANKA
+    EXPECT_TRUE(doc().options().elementDigits().isZero());
 }
 
-TEST_F(CalcRowTest, RowSixtyIsNeverCalculated) {
-    doc().options().rateOn() = C("1");
-    PipeTypeOptions o = doc().options();
-    const Currency gross = rows()[60].submittedPrice, net = rows()[60].costPrice;
-    const Currency digitsBefore = o.unitDigits(), fractionBefore = o.unitFraction();
+TEST_F(CalcRowTest, WhichRowsAreCalculated) {
+    set("rateOn=1");
+    const QString options = rowLine(rows()[60]);
     doc().calculateRow(60);
-    EXPECT_EQ(rows()[60].submittedPrice, gross);
-    EXPECT_EQ(rows()[60].costPrice, net);
-    EXPECT_EQ(o.unitDigits(), digitsBefore);
-    EXPECT_EQ(o.unitFraction(), fractionBefore);
-    EXPECT_EQ(o.rateOn(), C("1"));
-    for (Currency c : rows()[60].submittedAmounts)
-        EXPECT_EQ(c.raw, 0);
-}
-
-TEST_F(CalcRowTest, HiddenRowsAndEmptySizesAreCalculated) {
+    EXPECT_EQ(rowLine(rows()[60]), options);
+    EXPECT_EQ(line(60), "70 60 | 0 0 0 0 0 0 0 10 0.9 | 0 0 0 0 0 0 0 1");
+    // Hidden rows and rows without a size are calculated, up to row 59.
+    reset();
     setExample(15);
+    setExample(59);
     doc().calculateAll();
-    EXPECT_EQ(currToStr(rows()[15].submittedUnitPrice), "4092");
-    EXPECT_TRUE(rows()[15].sizeBytes.isEmpty());
+    EXPECT_EQ(line(15), Example);
+    EXPECT_EQ(line(59), Example);
 }
 
-TEST_F(CalcRowTest, RefrigerantIgnoresChippingFactor) {
-    doc().options().modeFlag() = 1;
-    rows()[1].factor(6) = C("123.4567");
-    doc().calculateRow(1);
-    EXPECT_EQ(rows()[1].submittedAmounts[5].raw, 0);
-    EXPECT_EQ(rows()[1].costAmounts[5].raw, 0);
-    // Other cost on labour bases element 7 on c5 alone: 2214 x 0.1 = 221.4, up to 222.
-    EXPECT_EQ(currToStr(rows()[1].submittedAmounts[6]), "222");
-}
-
-TEST_F(CalcRowTest, ZerosGiveZerosAtEveryOptionValue) {
-    for (int d = 0; d < 8; ++d)
-        for (int f = 0; f < 3; ++f)
-            for (int mode = 0; mode < 2; ++mode) {
-                rows()[2] = PipeRow{};
-                PipeTypeOptions o = doc().options();
-                o.elementDigits() = DigitSteps[std::size_t(d % 4)];
-                o.elementFraction() = FractionSteps[std::size_t(f)];
-                o.adoptedDigits() = DigitSteps[std::size_t(d)];
-                o.adoptedFraction() = FractionSteps[std::size_t(f)];
-                o.unitDigits() = DigitSteps[std::size_t(d)];
-                o.modeFlag() = mode;
-                o.labourCost() = o.labourSubmitted() = {};
-                doc().calculateRow(2);
-                const PipeRow& r = rows()[2];
-                EXPECT_EQ(r.submittedUnitPrice.raw, 0);
-                EXPECT_EQ(r.costUnitPrice.raw, 0);
-                EXPECT_EQ(r.adoptedUnitPrice.raw, 0);
-            }
-}
-
-TEST_F(CalcRowTest, OverflowOnCostSideKeepsTheSubmittedSide) {
+// An overflow leaves the row as far as the calculation had come.
+TEST_F(CalcRowTest, OverflowKeepsWhatWasReached) {
     rows()[1].costPrice = Currency::fromRaw(INT64_MAX); // c1 = NET x 1.1 does not fit
     EXPECT_THROW(doc().calculateRow(1), MathError);
-    EXPECT_EQ(currToStr(rows()[1].submittedUnitPrice), "4092");
-    EXPECT_EQ(currToStr(rows()[1].adoptedUnitPrice), "4090");
-    EXPECT_EQ(currToStr(rows()[1].submittedAmounts[0]), "946");
-    EXPECT_EQ(rows()[1].costUnitPrice.raw, 0);
-}
-
-TEST_F(CalcRowTest, OverflowOfTheCostRateKeepsTheSubmittedPrice) {
-    doc().options().rateOn() = C("1");
-    doc().options().rateCost() = Currency::fromRaw(INT64_MAX);
-    rows()[1].listPrice = C("100000000");
+    EXPECT_EQ(line(1), "860 922337203685477.5807 | 946 301 43 69 2214 270 249 4092 4090 | "
+                       "0 0 0 0 0 0 0 0");
+    reset();
+    set("rateOn=1 rateCost=922337203685477.5807 listPrice=100000000");
     EXPECT_THROW(doc().calculateRow(1), MathError);
-    EXPECT_NE(rows()[1].submittedPrice, C("860")); // already replaced from the list price
-    EXPECT_EQ(rows()[1].costPrice, C("750"));      // not reached
-}
-
-TEST_F(CalcRowTest, ZeroListPriceGivesZeroUnitPrices) {
-    doc().options().rateOn() = C("1");
-    rows()[1].listPrice = C("0");
-    doc().calculateRow(1);
-    EXPECT_EQ(rows()[1].submittedPrice.raw, 0);
-    EXPECT_EQ(rows()[1].costPrice.raw, 0);
-}
-
-TEST_F(CalcRowTest, DecimalElementsWithRoundUpTotal) {
-    doc().options().elementDigits() = C("100");
-    doc().options().elementFraction() = C("0.9");
-    doc().calculateRow(1);
-    // Elements 946, 301, 43, 68.8, 2214, 270, 248.4 sum to 4091.2.
-    EXPECT_EQ(currToStr(rows()[1].submittedUnitPrice), "4092");
-}
-
-TEST_F(CalcRowTest, OverflowKeepsWhatWasReached) {
-    doc().options().rateOn() = C("1");
-    rows()[3].listPrice = Currency::fromRaw(INT64_MAX);
-    doc().options().rateSubmitted() = C("1000");
-    EXPECT_THROW(doc().calculateRow(3), MathError);
+    EXPECT_EQ(line(1), "70000000 750 | 0 0 0 0 0 0 0 0 0 | 0 0 0 0 0 0 0 0");
     // Nothing was stored before the failing step.
-    EXPECT_EQ(rows()[3].submittedPrice.raw, 0);
-    EXPECT_EQ(rows()[3].submittedUnitPrice.raw, 0);
+    set("rateSubmitted=1000");
+    rows()[3].listPrice = Currency::fromRaw(INT64_MAX);
+    EXPECT_THROW(doc().calculateRow(3), MathError);
+    EXPECT_EQ(line(3), "0 0 | 0 0 0 0 0 0 0 0 0 | 0 0 0 0 0 0 0 0");
 }
 
 } // namespace
