@@ -9,34 +9,26 @@ QString u(const char* t) {
     return QString::fromUtf8(t);
 }
 
-TEST(CodePage, RoundTripsJapaneseAndAscii) {
+TEST(CodePage, ConversionsAndLookAlikes) {
     const QString text = u("配管用炭素鋼鋼管（白）ＳＧＰ 15A ｍ ﾊﾝｶｸ");
     EXPECT_EQ(fromAnsi(toAnsi(text)), text);
     EXPECT_EQ(toAnsi(u("配")).size(), 2);
     EXPECT_EQ(toAnsi(u("ｍ")).size(), 2);
     EXPECT_EQ(toAnsi(u("ﾊ")).size(), 1); // half-width kana is one byte
-}
-
-TEST(CodePage, TrailByte5CIsNoBackslash) {
     // "ソ" is 0x83 0x5C: the trail byte must not be read as a separator.
     const QByteArray b = toAnsi(u("ソ表"));
     ASSERT_EQ(b.size(), 4);
     EXPECT_EQ(static_cast<unsigned char>(b[1]), 0x5C);
     EXPECT_EQ(fromAnsi(b), u("ソ表"));
-}
-
-TEST(CodePage, LookAlikesMapToCodePageCharacters) {
-    EXPECT_EQ(fromAnsi(toAnsi(u("〜"))), u("～")); // u+301C -> u+FF5E
-    EXPECT_EQ(fromAnsi(toAnsi(u("−"))), u("－"));  // u+2212 -> u+FF0D
-    EXPECT_EQ(fromAnsi(toAnsi(u("‖"))), u("∥"));
-    EXPECT_EQ(fromAnsi(toAnsi(u("—"))), u("―"));
-    EXPECT_EQ(fromAnsi(toAnsi(u("¢£¬"))), u("￠￡￢"));
-    EXPECT_EQ(toAnsi(u("〜")), toAnsi(u("～")));
-}
-
-TEST(CodePage, CharactersOutsideBecomeQuestionMarks) {
-    EXPECT_EQ(toAnsi(u("a😀b")), QByteArray("a?b"));
-    EXPECT_EQ(toAnsi(u("한")), QByteArray("?"));
+    // Look-alikes become the code page's characters, characters outside it "?".
+    for (auto [in, out] : {std::pair{"〜", "～"},
+                           {"−", "－"},
+                           {"‖", "∥"},
+                           {"—", "―"},
+                           {"¢£¬", "￠￡￢"},
+                           {"a😀b", "a?b"},
+                           {"한", "?"}})
+        EXPECT_EQ(fromAnsi(toAnsi(u(in))), u(out)) << in;
 }
 
 TEST(CodePage, CutInsideDoubleByteCharacterNeverFails) {
@@ -51,11 +43,15 @@ TEST(CodePage, CutInsideDoubleByteCharacterNeverFails) {
     EXPECT_EQ(toAnsiCut(long41, 80).size(), 80);
     EXPECT_EQ(fromAnsi(toAnsiCut(long41, 80)), QString(40, QChar(0x914D)));
     EXPECT_EQ(fromAnsi(toAnsiCut(u("a") + long41, 80)), u("a") + QString(39, QChar(0x914D)));
+    // Broken bytes never throw.
+    EXPECT_EQ(fromAnsi(QByteArray("\x81", 1)), QString());
+    EXPECT_EQ(fromAnsi(QByteArray("x\xFF", 2)).size(), 2);
+    EXPECT_EQ(fromAnsi(QByteArray("\x81\x20", 2)).size(), 1);
 }
 
-// Found by fuzzing the print hand-off: a field cut inside a character and
-// written with its delimiter, or at the end of a line, must not take the
-// delimiter or the line end with it when the line is read back.
+// Found by fuzzing the print hand-off: a field cut inside a character and written with its
+// delimiter, or at the end of a line, must not take the delimiter or the line end with it
+// when the line is read back.
 TEST(CodePage, HalfACharacterInFrontOfADelimiterLeavesTheDelimiter) {
     const QByteArray size = toAnsiCut(u("ｱ鋼屋管"), 6); // B1 | 93 E0 | 89 AE | 8A
     ASSERT_EQ(size.size(), 6);
@@ -76,40 +72,27 @@ TEST(CodePage, LeadAndTrailBytesAtTheEdgesOfTheirRanges) {
         EXPECT_TRUE(isTrailByte(b)) << int(b);
     for (unsigned char b : {0x3F, 0x7F, 0xFD})
         EXPECT_FALSE(isTrailByte(b)) << int(b);
-    const struct {
-        const char* bytes;
-        const char* text;
-        bool pair; // one character, written back as the same two bytes
-    } cases[] = {{"\x81\x40", "\u3000", true},
-                 {"\x9F\x40", "\u6A97", true},
-                 {"\xE0\x40", "\u6F3E", true},
-                 {"\xFC\x40", "\u9ADC", true},
-                 {"\x81\x7E", "\u00D7", true},
-                 {"\x81\x80", "\u00F7", true},
-                 {"\x81\xFC", "\u25EF", true},
-                 // No lead byte: read alone, u+FFFD when the code page lacks it. A lead
-                 // byte in front of a byte that can't follow it: dropped.
-                 {"\x80\x40", "\uFFFD@", false},
-                 {"\xA0\x40", "\uFFFD@", false},
-                 {"\xDF\x40", "\uFF9F@", false},
-                 {"\xFD\x40", "\uFFFD@", false},
-                 {"\x81\x3F", "?", false},
-                 {"\x81\x7F", "\x7F", false},
-                 {"\x81\xFD", "\uFFFD", false}};
-    for (const auto& c : cases) {
-        const QByteArray bytes(c.bytes);
-        EXPECT_EQ(fromAnsi(bytes).toStdString(), c.text) << bytes.toHex().toStdString();
-        if (c.pair) {
-            EXPECT_EQ(toAnsi(fromAnsi(bytes)).toHex(), bytes.toHex());
-        }
+    // One character, written back as the same two bytes.
+    for (auto [bytes, text] : {std::pair{"\x81\x40", "\u3000"},
+                               {"\x9F\x40", "\u6A97"},
+                               {"\xE0\x40", "\u6F3E"},
+                               {"\xFC\x40", "\u9ADC"},
+                               {"\x81\x7E", "\u00D7"},
+                               {"\x81\x80", "\u00F7"},
+                               {"\x81\xFC", "\u25EF"}}) {
+        EXPECT_EQ(fromAnsi(bytes).toStdString(), text) << QByteArray(bytes).toHex().toStdString();
+        EXPECT_EQ(toAnsi(fromAnsi(bytes)).toHex(), QByteArray(bytes).toHex());
     }
-}
-
-TEST(CodePage, BrokenBytesNeverThrow) {
-    EXPECT_NO_THROW(fromAnsi(QByteArray("\x81", 1)));
-    EXPECT_EQ(fromAnsi(QByteArray("\x81", 1)), QString());
-    EXPECT_EQ(fromAnsi(QByteArray("x\xFF", 2)).size(), 2);
-    EXPECT_EQ(fromAnsi(QByteArray("\x81\x20", 2)).size(), 1);
+    // No lead byte: read alone, u+FFFD when the code page lacks it. A lead byte in front of a
+    // byte that can't follow it: dropped.
+    for (auto [bytes, text] : {std::pair{"\x80\x40", "\uFFFD@"},
+                               {"\xA0\x40", "\uFFFD@"},
+                               {"\xDF\x40", "\uFF9F@"},
+                               {"\xFD\x40", "\uFFFD@"},
+                               {"\x81\x3F", "?"},
+                               {"\x81\x7F", "\x7F"},
+                               {"\x81\xFD", "\uFFFD"}})
+        EXPECT_EQ(fromAnsi(bytes).toStdString(), text) << QByteArray(bytes).toHex().toStdString();
 }
 
 } // namespace

@@ -5,37 +5,30 @@
 
 namespace {
 
-QString u(const char* t) {
-    return QString::fromUtf8(t);
-}
-
 TEST(NthField, CountsFromOneAndAddsTrailingSeparator) {
-    const QString s = u("a;b;;d");
-    EXPECT_EQ(nthField(s, 1), "a");
-    EXPECT_EQ(nthField(s, 2), "b");
-    EXPECT_EQ(nthField(s, 3), "");
-    EXPECT_EQ(nthField(s, 4), "d");
-    EXPECT_EQ(nthField(s, 5), "");
-    EXPECT_EQ(nthField(s, 0), "");
-    EXPECT_EQ(nthField(s, -1), "");
-    EXPECT_EQ(nthField(u("x;"), 1), "x");
-    EXPECT_EQ(nthField(u("x;"), 2), "");
-    EXPECT_EQ(nthField(u(""), 1), "");
-}
-
-TEST(NthField, EscapedValuesRoundTrip) {
-    const QString odd = u("a;b") + QChar(0x1B) + u(":c;;") + QChar(0x1B);
+    const std::tuple<const char*, int, const char*> cases[] = {
+        {"a;b;;d", 1, "a"},
+        {"a;b;;d", 2, "b"},
+        {"a;b;;d", 3, ""},
+        {"a;b;;d", 4, "d"},
+        {"a;b;;d", 5, ""},
+        {"a;b;;d", 0, ""},
+        {"a;b;;d", -1, ""},
+        {"x;", 1, "x"},
+        {"x;", 2, ""},
+        {"", 1, ""},
+        // Windows paths are untouched.
+        {"0;1;0;0;c:\\programData\\ostrel\\database\\;", 5, "c:\\programData\\ostrel\\database\\"}};
+    for (const auto& [text, n, field] : cases)
+        EXPECT_EQ(nthField(text, n), field) << text << " " << n;
+    // Escaped values round-trip.
+    const QString odd = "a;b" + QString(QChar(0x1B)) + ":c;;" + QChar(0x1B);
     const QString line =
-        escapeField(u("first")) + ";" + escapeField(odd) + ";" + escapeField(u("配管's;")) + ";";
+        escapeField("first") + ";" + escapeField(odd) + ";" + escapeField("配管's;") + ";";
     EXPECT_EQ(nthField(line, 1), "first");
     EXPECT_EQ(nthField(line, 2), odd);
-    EXPECT_EQ(nthField(line, 3), u("配管's;"));
+    EXPECT_EQ(nthField(line, 3), "配管's;");
     EXPECT_EQ(nthField(line, 4), "");
-}
-
-TEST(NthField, WindowsPathsAreUntouched) {
-    const QString launch = u("0;1;0;0;c:\\programData\\ostrel\\database\\;");
-    EXPECT_EQ(nthField(launch, 5), u("c:\\programData\\ostrel\\database\\"));
 }
 
 } // namespace
