@@ -7,41 +7,24 @@
 
 namespace {
 
-class DataPathsTest : public ::testing::Test {
-protected:
-    void SetUp() override { qputenv("QORVALE_COMMON_DATA", dir.path().toUtf8()); }
-    void TearDown() override { qunsetenv("QORVALE_COMMON_DATA"); }
+TEST(DataPathsTest, CommonDataFolderDataRootAndDatabaseFolder) {
     QTemporaryDir dir;
-};
-
-TEST_F(DataPathsTest, CommonDataFolderAndDataRoot) {
-    EXPECT_EQ(specialFolderPath(35), dir.path());
-    EXPECT_EQ(specialFolderPath(5), QString());
+    qputenv("QORVALE_COMMON_DATA", dir.path().toUtf8());
+    EXPECT_EQ(specialFolderPath(35) + specialFolderPath(5), dir.path());
     EXPECT_EQ(dataRootPath(), dir.path() + "/ostrel/velmora_main");
-}
-
-TEST_F(DataPathsTest, NoArgumentUsesTheDefaultString) {
-    EXPECT_EQ(databaseFolderFrom(QString()), dir.path() + "/ostrel/database/");
-    EXPECT_EQ(databaseFolderFrom(DefaultLaunchString), dir.path() + "/ostrel/database/");
-}
-
-TEST_F(DataPathsTest, FieldFiveNamesTheFolder) {
-    EXPECT_EQ(databaseFolderFrom("0;1;0;0;/srv/velmora/db;"), "/srv/velmora/db/");
-    EXPECT_EQ(databaseFolderFrom("a;b;c;d;/srv/db/;more;fields"), "/srv/db/");
-    EXPECT_EQ(exDatabasePathIn("/srv/db/"), "/srv/db//velmoraMainEX.db3");
-}
-
-TEST_F(DataPathsTest, EmptyOrMissingFieldFiveFallsBack) {
+    // Field five names the folder; without it, the folder in the common data folder.
     const QString fallback = dir.path() + "/ostrel/database/";
-    EXPECT_EQ(databaseFolderFrom("0;1;0;0;;"), fallback);
-    EXPECT_EQ(databaseFolderFrom("0;1;0;0"), fallback);
-    EXPECT_EQ(databaseFolderFrom("x"), fallback);
-}
-
-TEST_F(DataPathsTest, UserDataLocationWhenNoVariable) {
+    const std::pair<QString, QString> folders[] = {{QString(), fallback},
+                                                   {"0;1;0;0;/srv/velmora/db;", "/srv/velmora/db/"},
+                                                   {"a;b;c;d;/srv/db/;more;fields", "/srv/db/"},
+                                                   {"0;1;0;0;;", fallback},
+                                                   {"x", fallback}};
+    for (const auto& [launch, folder] : folders)
+        EXPECT_EQ(databaseFolderFrom(launch), folder) << launch.toStdString();
+    EXPECT_EQ(exDatabasePathIn("/srv/db/"), "/srv/db//velmoraMainEX.db3");
+    // The user's data location when the variable is not set.
     qunsetenv("QORVALE_COMMON_DATA");
-    EXPECT_FALSE(specialFolderPath(35).isEmpty());
-    EXPECT_FALSE(specialFolderPath(35).endsWith('/'));
+    EXPECT_TRUE(!specialFolderPath(35).isEmpty() && !specialFolderPath(35).endsWith('/'));
 }
 
 } // namespace
