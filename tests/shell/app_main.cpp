@@ -14,10 +14,8 @@ extern "C" const char* __asan_default_options() {
     return "fast_unwind_on_malloc=0";
 }
 extern "C" const char* __lsan_default_suppressions() {
-    return "leak:QSinglePointEvent::QSinglePointEvent\n"
-           "leak:QMutableEventPoint::detach\n"
-           "leak:QEventPoint::QEventPoint\n"
-           "leak:QtSharedPointer::ExternalRefCountData::getAndRef\n";
+    return "leak:QSinglePointEvent::QSinglePointEvent\nleak:QMutableEventPoint::detach\n"
+           "leak:QEventPoint::QEventPoint\nleak:QtSharedPointer::ExternalRefCountData::getAndRef\n";
 }
 
 int main(int argc, char** argv) {

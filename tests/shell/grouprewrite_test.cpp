@@ -2,13 +2,11 @@
 // with the person at the keyboard played by the scripted dialogs. What is
 // stored is checked in the file, not in the rows in memory.
 #include "controls/numberedit.h"
-#include "controls/pricegrid.h"
-#include "engine/calcrow.h"
 #include "engine/grouprewrite.h"
 #include "shell/formwidgets.h"
 #include "shell/grouprewritecommands.h"
-#include "store/pipetypestore.h"
 #include "support/storedprices.h"
+#include "support/workspace_fixture.h"
 
 #include <QDialog>
 #include <QElapsedTimer>
@@ -17,48 +15,36 @@
 #include <QPushButton>
 #include <QTimer>
 
-#include "support/workspace_fixture.h"
-
 namespace {
 
 namespace TD = ::TaskDialog;
 
-const char* const OptionColumns[12] = {"DATA5", "DATA4", "NET",   "NTANKA", "GTANKA", "FTANKA",
-                                       "DATA2", "DATA3", "DATA6", "DATA7",  "FLAG",   "YOSAN"};
-
 class GroupRewrite : public WorkspaceFixture {
 protected:
-    void exec(const QString& sql) { ASSERT_EQ(execStatement(dialogs, db, sql), 1); }
-
-    // The whole table, one line a row.
-    QStringList table() {
-        return queryToLines(db, QStringLiteral("SELECT * FROM ex_kanzai ORDER BY CTG,GRP,KAN,NO;"))
-            .lines;
-    }
-
+    void exec(const char* sql) { ASSERT_EQ(execStatement(dialogs, db, sql), 1); }
+    QStringList lines(const QString& sql) { return queryToLines(db, sql).lines; }
     // The option rows of every group but grp.
     QStringList optionRowsOutside(int grp) {
-        return queryToLines(db,
-                            QStringLiteral("SELECT * FROM ex_kanzai WHERE NO='60' AND GRP<>'%1' "
-                                           "ORDER BY GRP,KAN;")
-                                .arg(grp))
-            .lines;
+        return lines(
+            QString("SELECT * FROM ex_kanzai WHERE NO='60' AND GRP<>'%1' ORDER BY GRP,KAN;")
+                .arg(grp));
     }
-
     Currency storedCurrency(int grp, int kan, int no, const char* column) {
         return strToCurrDef(stored(grp, kan, no, column), Currency::fromInt(-999999));
     }
-
-    // The computed columns of one pipe type as stored, one line a row.
-    QStringList storedPrices(int grp, int kan) { return StoredPrices(db, grp, kan); }
-    // The same columns as the engine computes them from the stored figures
-    // and options.
-    QStringList expectedPrices(int grp, int kan) { return computedPrices(db, grp, kan); }
+    // One column of the option rows of group 1, pipe types from..20.
+    QStringList group1Options(const char* column, int from = 1) {
+        QStringList out;
+        for (int kan = from; kan <= GroupPipeTypes; ++kan)
+            out << currToStr(storedCurrency(1, kan, 60, column));
+        return out;
+    }
+    // The computed columns of each pipe type as stored and as the engine
+    // computes them from the stored figures and options.
     void expectGroupComputed(int grp) {
         for (int kan = 1; kan <= GroupPipeTypes; ++kan)
-            EXPECT_EQ(storedPrices(grp, kan), expectedPrices(grp, kan)) << "KAN " << kan;
+            EXPECT_EQ(StoredPrices(db, grp, kan), computedPrices(db, grp, kan)) << "KAN " << kan;
     }
-
     // Every caption the form takes from now on.
     void recordCaptions() {
         QObject::connect(form.get(), &QWidget::windowTitleChanged,
@@ -71,19 +57,33 @@ protected:
         return n;
     }
     bool formClosedToTheUser() const {
+        QDialog* progress = form->groupRewrite()->progressWindow();
         return form->groupRewrite()->running() && !form->centralWidget()->isEnabled() &&
-               !form->menuBar()->isEnabled() && form->groupRewrite()->progressWindow() &&
-               form->groupRewrite()->progressWindow()->isVisible() &&
-               QApplication::activeModalWidget() == form->groupRewrite()->progressWindow();
+               !form->menuBar()->isEnabled() && progress && progress->isVisible() &&
+               QApplication::activeModalWidget() == progress;
+    }
+    // Starts the option rewrite with a yes and waits until it ends.
+    void runOptionChange() {
+        dialogs.answerBox(TD::IdYes);
+        form->menus().actions.optionChangeAction->trigger();
+        form->groupRewrite()->waitForEnd();
+    }
+    // Waits, with the events running, until the form is hidden.
+    void waitForTheClose() {
+        QElapsedTimer waited;
+        waited.start();
+        while (form->isVisible() && waited.elapsed() < 60000)
+            QTest::qWait(5);
+    }
+    void expectOpenAgain() {
+        EXPECT_FALSE(form->groupRewrite()->running());
+        EXPECT_TRUE(form->centralWidget()->isEnabled());
+        EXPECT_TRUE(form->menuBar()->isEnabled());
+        EXPECT_FALSE(form->groupRewrite()->progressWindow()->isVisible());
     }
 
     QStringList captions;
 };
-
-const QString OptionQuestion =
-    u("グループ内の計算オプションを、表示中のものに変更していいですか?\r\n"
-      "複合単価を再計算し、データベースに登録し直します。時間がかかりますので、変換中は少々お待"
-      "ちください。");
 
 TEST_F(GroupRewrite, NoOnEitherQuestionChangesNothing) {
     MainWindow& f = open();
@@ -92,56 +92,43 @@ TEST_F(GroupRewrite, NoOnEitherQuestionChangesNothing) {
     f.optionPanel()->digitsRadio()->setItemIndex(1);
     f.optionPanel()->labourCostSubmittedEdit()->setValue(12345);
     f.optionPanel()->labourCostCostEdit()->setValue(2345.04); // as a float x 10000: 23450399.99...
-    const QStringList before = table();
-
+    const QString all = "SELECT * FROM ex_kanzai ORDER BY CTG,GRP,KAN,NO;";
+    const QStringList before = lines(all);
     dialogs.answerBox(TD::IdNo);
     f.menus().edit.optionChangeItem->trigger();
     dialogs.answerBox(TD::IdNo);
     f.menus().edit.labourCostChangeItem->trigger();
     EXPECT_FALSE(f.groupRewrite()->running());
     EXPECT_EQ(f.groupRewrite()->progressWindow(), nullptr);
-    EXPECT_EQ(table(), before);
+    EXPECT_EQ(lines(all), before);
     EXPECT_TRUE(dialogs.messages().empty());
-
     ASSERT_EQ(dialogs.boxes().size(), 2u);
-    const ScriptedDialogs::Box& option = dialogs.boxes()[0];
-    EXPECT_EQ(option.title, applicationTitle());
-    EXPECT_EQ(option.instruction, u("確認"));
-    EXPECT_EQ(option.content, OptionQuestion);
-    EXPECT_EQ(option.icon, TD::IconQuestion);
-    EXPECT_EQ(option.buttons, TD::ButtonYes | TD::ButtonNo);
-    const ScriptedDialogs::Box& labour = dialogs.boxes()[1];
-    EXPECT_EQ(labour.instruction, u("確認"));
-    EXPECT_EQ(labour.content,
-              u("全データの基礎工費を変更しますか?\r\n原価=2345.04円 提出=12345円\r\n"
-                "複合単価を再計算し、データベースに登録し直します。時間がかかりますので、変換中は"
-                "少々お待ちください。"));
-    EXPECT_EQ(labour.buttons, TD::ButtonYes | TD::ButtonNo);
+    EXPECT_EQ(dialogs.boxes()[0].buttons, TD::ButtonYes | TD::ButtonNo);
+    EXPECT_EQ(dialogs.boxes()[1].content.section(u("\r\n"), 1, 1),
+              u("原価=2345.04円 提出=12345円"));
 }
 
 TEST_F(GroupRewrite, OptionChangeGivesTheGroupTheDisplayedOptionsAndRecomputesIt) {
     // Two pipe types with rates of their own on the submitted side.
-    exec(QStringLiteral("UPDATE ex_kanzai SET GROSS='55' WHERE GRP='1' AND KAN='3' AND NO='60';"));
-    exec(
-        QStringLiteral("UPDATE ex_kanzai SET GROSS='12.5' WHERE GRP='1' AND KAN='8' AND NO='60';"));
+    exec("UPDATE ex_kanzai SET GROSS='55' WHERE GRP='1' AND KAN='3' AND NO='60';");
+    exec("UPDATE ex_kanzai SET GROSS='12.5' WHERE GRP='1' AND KAN='8' AND NO='60';");
     const QStringList otherGroupOptions = optionRowsOutside(1);
     MainWindow& f = open();
     recordCaptions();
-    f.optionPanel()->digitsRadio()->setItemIndex(1);
-    f.optionPanel()->elementRadio()->setItemIndex(2);
-    f.optionPanel()->fractionRadio()->setItemIndex(2);
-    f.optionPanel()->otherCostRadio()->setItemIndex(1);
-    // shown and not applied yet: the command's own applyControls takes them.
-    f.optionPanel()->rateSubmittedEdit()->setValue(91);
-    f.optionPanel()->rateCostEdit()->setValue(47.5);
-    f.optionPanel()->labourCostSubmittedEdit()->setValue(20500);
+    OptionPanel& p = *f.optionPanel();
+    p.digitsRadio()->setItemIndex(1);
+    p.elementRadio()->setItemIndex(2);
+    p.fractionRadio()->setItemIndex(2);
+    p.otherCostRadio()->setItemIndex(1);
+    // Shown and not applied yet: the command's own applyControls takes them.
+    p.rateSubmittedEdit()->setValue(91);
+    p.rateCostEdit()->setValue(47.5);
+    p.labourCostSubmittedEdit()->setValue(20500);
     // An entry not saved yet: the command saves first, so it stays.
     rows()[4].listPrice = Currency::fromInt(4321);
     doc().refreshLines();
-    int stale = 0;
-    for (int kan = 2; kan <= GroupPipeTypes; ++kan)
-        stale += storedCurrency(1, kan, 60, "DATA2") != doc().options().adoptedDigits();
-    ASSERT_GT(stale, 0);
+    ASSERT_GT(group1Options("DATA2", 2).size(),
+              group1Options("DATA2", 2).count(currToStr(doc().options().adoptedDigits())));
 
     dialogs.answerBox(TD::IdYes);
     f.menus().actions.optionChangeAction->trigger();
@@ -149,27 +136,30 @@ TEST_F(GroupRewrite, OptionChangeGivesTheGroupTheDisplayedOptionsAndRecomputesIt
     f.groupRewrite()->waitForEnd();
     EXPECT_FALSE(f.groupRewrite()->running());
 
-    PipeRow shown = rows()[OptionRow];
-    PipeTypeOptions o(shown);
+    PipeTypeOptions o(rows()[OptionRow]);
     EXPECT_EQ(o.labourSubmitted(), Currency::fromInt(20500));
     EXPECT_EQ(o.rateCost(), strToCurr("47.5"));
-    const QStringList expected = {currToStr(o.labourSubmitted()), currToStr(o.labourCost()),
-                                  currToStr(o.rateCost()),        currToStr(o.rateOn()),
-                                  currToStr(o.unitDigits()),      currToStr(o.unitFraction()),
-                                  currToStr(o.adoptedDigits()),   currToStr(o.adoptedFraction()),
-                                  currToStr(o.elementDigits()),   currToStr(o.elementFraction()),
-                                  QString::number(o.modeFlag()),  QString::number(o.otherMethod())};
-    for (int kan = 1; kan <= GroupPipeTypes; ++kan)
-        for (int i = 0; i < 12; ++i)
-            EXPECT_EQ(currToStr(storedCurrency(1, kan, 60, OptionColumns[i])), expected[i])
-                << "KAN " << kan << " " << OptionColumns[i];
+    const std::pair<const char*, Currency> shown[] = {
+        {"DATA5", o.labourSubmitted()},
+        {"DATA4", o.labourCost()},
+        {"NET", o.rateCost()},
+        {"NTANKA", o.rateOn()},
+        {"GTANKA", o.unitDigits()},
+        {"FTANKA", o.unitFraction()},
+        {"DATA2", o.adoptedDigits()},
+        {"DATA3", o.adoptedFraction()},
+        {"DATA6", o.elementDigits()},
+        {"DATA7", o.elementFraction()},
+        {"FLAG", Currency::fromInt(o.modeFlag())},
+        {"YOSAN", Currency::fromInt(o.otherMethod())}};
+    for (auto [column, value] : shown)
+        EXPECT_EQ(group1Options(column), QStringList(GroupPipeTypes, currToStr(value))) << column;
     // Each keeps its own submitted rate; the current one has the displayed one.
     EXPECT_EQ(stored(1, 3, 60, "GROSS"), "55");
     EXPECT_EQ(stored(1, 8, 60, "GROSS"), "12.5");
     EXPECT_EQ(stored(1, 1, 60, "GROSS"), "91");
     expectGroupComputed(1);
-    // Other groups are not touched.
-    EXPECT_EQ(optionRowsOutside(1), otherGroupOptions);
+    EXPECT_EQ(optionRowsOutside(1), otherGroupOptions); // other groups are not touched
 
     // The entry was saved and is in the rows brought back.
     EXPECT_EQ(rows()[4].listPrice, Currency::fromInt(4321));
@@ -180,37 +170,27 @@ TEST_F(GroupRewrite, OptionChangeGivesTheGroupTheDisplayedOptionsAndRecomputesIt
 
     // The progress, then the caption back and the end shown once.
     EXPECT_EQ(captions.size(), GroupRewriteSteps + 1);
-    EXPECT_TRUE(captions.contains(u("データ更新中:1-5-12/")));
-    EXPECT_EQ(captions.first(), u("データ更新中:1-0-1/") + rows()[1].goods());
     EXPECT_EQ(captions.last(), u("Qorvale-Ostrel-"));
-    EXPECT_EQ(f.windowTitle(), u("Qorvale-Ostrel-"));
     EXPECT_EQ(messagesWith("終了しました。"), 1);
-    EXPECT_EQ(dialogs.messages().back().title, applicationTitle());
-    // No "保存しました。": every save was silent.
-    ASSERT_EQ(dialogs.boxes().size(), 1u);
+    ASSERT_EQ(dialogs.boxes().size(), 1u); // no "保存しました。": every save was silent
 }
 
 TEST_F(GroupRewrite, RefrigerantModeGoesToTheWholeGroup) {
-    MainWindow& f = open();
-    f.optionPanel()->modeRadio()->setItemIndex(1);
-    dialogs.answerBox(TD::IdYes);
-    f.menus().actions.optionChangeAction->trigger();
-    f.groupRewrite()->waitForEnd();
-    for (int kan = 1; kan <= GroupPipeTypes; ++kan)
-        EXPECT_EQ(stored(1, kan, 60, "FLAG"), "1") << kan;
+    open().optionPanel()->modeRadio()->setItemIndex(1);
+    runOptionChange();
+    EXPECT_EQ(group1Options("FLAG"), QStringList(GroupPipeTypes, "1"));
     EXPECT_EQ(stored(2, 1, 60, "FLAG"), "0");
     expectGroupComputed(1);
 }
 
 TEST_F(GroupRewrite, BaseLabourCostsGoToEveryGroupButOnlyTheCurrentIsRecomputed) {
-    exec(QStringLiteral("UPDATE ex_kanzai SET UKEY='61' WHERE GRP='3' AND KAN='2' AND NO='60';"));
-    const QString keptCost = stored(3, 2, 60, "DATA4");
-    const QString keptSubmitted = stored(3, 2, 60, "DATA5");
+    exec("UPDATE ex_kanzai SET UKEY='61' WHERE GRP='3' AND KAN='2' AND NO='60';");
+    const QString keptCost = stored(3, 2, 60, "DATA4"), keptSubmitted = stored(3, 2, 60, "DATA5");
     MainWindow& f = open();
     clickNode(21 + 4); // group 2, pipe type 4
     ASSERT_EQ(f.currentGroup, 2);
     ASSERT_EQ(f.currentPipeType, 4);
-    const QStringList group1Before = storedPrices(1, 6);
+    const QStringList group1Before = StoredPrices(db, 1, 6);
     // An entry not saved: the run loads the pipe type from the table.
     const Currency entered = Currency::fromInt(98765);
     rows()[3].listPrice = entered;
@@ -219,7 +199,7 @@ TEST_F(GroupRewrite, BaseLabourCostsGoToEveryGroupButOnlyTheCurrentIsRecomputed)
     f.activateWindow();
     f.optionPanel()->labourCostSubmittedEdit()->setFocus();
     f.optionPanel()->labourCostSubmittedEdit()->selectAll();
-    QTest::keyClicks(f.optionPanel()->labourCostSubmittedEdit(), QStringLiteral("31234"));
+    QTest::keyClicks(f.optionPanel()->labourCostSubmittedEdit(), "31234");
     f.optionPanel()->labourCostCostEdit()->setValue(27000);
     ASSERT_NE(doc().options().labourSubmitted(), Currency::fromInt(31234));
 
@@ -229,32 +209,25 @@ TEST_F(GroupRewrite, BaseLabourCostsGoToEveryGroupButOnlyTheCurrentIsRecomputed)
     EXPECT_TRUE(f.groupRewrite()->running());
     ASSERT_EQ(dialogs.boxes().size(), 2u);
     EXPECT_EQ(dialogs.boxes()[0].content.section(u("\r\n"), 1, 1), u("原価=27000円 提出=31234円"));
-    EXPECT_EQ(dialogs.boxes()[1].instruction, u("確認"));
-    EXPECT_EQ(dialogs.boxes()[1].content, u("基礎工費を変更しました。"));
-    EXPECT_EQ(dialogs.boxes()[1].buttons, TD::ButtonOk);
     EXPECT_EQ(messagesWith("終了しました。"), 0);
     f.groupRewrite()->waitForEnd();
     EXPECT_EQ(messagesWith("終了しました。"), 1);
 
     // Every option row with UKEY 60, in every group, and no other.
     const QStringList optionRows =
-        queryToLines(db,
-                     QStringLiteral("SELECT GRP,KAN,DATA4,DATA5 FROM ex_kanzai WHERE NO='60' AND "
-                                    "UKEY='60';"))
-            .lines;
+        lines("SELECT GRP,KAN,DATA4,DATA5 FROM ex_kanzai WHERE NO='60' AND UKEY='60';");
     EXPECT_EQ(optionRows.size(), 199);
-    for (const QString& line : optionRows) {
-        ASSERT_EQ(nthField(line, 3), "27000") << line.toStdString();
-        ASSERT_EQ(nthField(line, 4), "31234") << line.toStdString();
-    }
+    for (const QString& line : optionRows)
+        ASSERT_TRUE(nthField(line, 3) == "27000" && nthField(line, 4) == "31234")
+            << line.toStdString();
     EXPECT_EQ(stored(3, 2, 60, "DATA4"), keptCost);
     EXPECT_EQ(stored(3, 2, 60, "DATA5"), keptSubmitted);
     EXPECT_NE(keptSubmitted, "31234");
     // The current group is recomputed under the new costs, the others keep
     // their stored prices until shown and saved.
     expectGroupComputed(2);
-    EXPECT_EQ(storedPrices(1, 6), group1Before);
-    EXPECT_NE(storedPrices(1, 6), expectedPrices(1, 6));
+    EXPECT_EQ(StoredPrices(db, 1, 6), group1Before);
+    EXPECT_NE(StoredPrices(db, 1, 6), computedPrices(db, 1, 6));
     // The entry is gone from the rows and from the file.
     EXPECT_NE(rows()[3].listPrice, entered);
     EXPECT_EQ(currToStr(rows()[3].listPrice), stored(2, 4, 3, "TEIKA"));
@@ -271,8 +244,8 @@ TEST_F(GroupRewrite, TheFormIsClosedToTheUserUntilTheEndHasBeenShown) {
         if (t != u("データ更新中:1-5-12/") || checked) return;
         checked = true;
         EXPECT_TRUE(formClosedToTheUser());
-        auto* bar =
-            f.groupRewrite()->progressWindow()->findChild<QProgressBar*>("GroupProgressBar");
+        QDialog* progress = f.groupRewrite()->progressWindow();
+        auto* bar = progress->findChild<QProgressBar*>("GroupProgressBar");
         ASSERT_NE(bar, nullptr);
         EXPECT_EQ(bar->maximum(), GroupRewriteSteps);
         // The bar follows at most a screen frame behind the caption.
@@ -280,37 +253,28 @@ TEST_F(GroupRewrite, TheFormIsClosedToTheUserUntilTheEndHasBeenShown) {
         EXPECT_LE(bar->value(), 5 * GroupCalcRows + 12);
         // Grid entry, a tree click, an option and a second run: none reaches
         // the rows.
-        QTest::keyClicks(f.sheet()->compositeGrid(), QStringLiteral("7"));
+        QTest::keyClicks(f.sheet()->compositeGrid(), "7");
         QTest::keyClick(f.sheet()->compositeGrid(), Qt::Key_Return);
         const QRect r = f.tree->visualItemRect(f.tree->node(5));
         QTest::mouseClick(f.tree->viewport(), Qt::LeftButton, {}, r.center());
         QTest::mouseClick(f.header()->saveButton(), Qt::LeftButton);
         f.menus().actions.optionChangeAction->trigger(); // asks nothing while a run works
-        // The progress window stays up against Esc.
-        QTest::keyClick(f.groupRewrite()->progressWindow(), Qt::Key_Escape);
-        EXPECT_TRUE(f.groupRewrite()->progressWindow()->isVisible());
-        // It still paints.
-        EXPECT_FALSE(f.groupRewrite()->progressWindow()->grab().isNull());
+        // The progress window stays up against Esc, and still paints.
+        QTest::keyClick(progress, Qt::Key_Escape);
+        EXPECT_TRUE(progress->isVisible());
+        EXPECT_FALSE(progress->grab().isNull());
     });
     dialogs.onMessage = [&] { lockedAtTheEnd = formClosedToTheUser(); };
-    dialogs.answerBox(TD::IdYes);
-    f.menus().actions.optionChangeAction->trigger();
-    f.groupRewrite()->waitForEnd();
+    runOptionChange();
     EXPECT_TRUE(checked);
     EXPECT_TRUE(lockedAtTheEnd);
     EXPECT_EQ(messagesWith("終了しました。"), 1);
     EXPECT_EQ(dialogs.boxes().size(), 1u); // the question, and no save
     EXPECT_EQ(f.currentPipeType, 1);
     EXPECT_EQ(cell1(2, 3), cellBefore);
-
-    // Open again afterwards.
-    EXPECT_TRUE(f.centralWidget()->isEnabled());
-    EXPECT_TRUE(f.menuBar()->isEnabled());
-    EXPECT_FALSE(f.groupRewrite()->progressWindow()->isVisible());
+    expectOpenAgain();
     EXPECT_EQ(QApplication::activeModalWidget(), nullptr);
-    if (focusBefore) {
-        EXPECT_EQ(f.focusWidget(), focusBefore);
-    }
+    EXPECT_TRUE(!focusBefore || f.focusWidget() == focusBefore);
     clickNode(5);
     EXPECT_EQ(f.currentPipeType, 5);
 }
@@ -318,28 +282,19 @@ TEST_F(GroupRewrite, TheFormIsClosedToTheUserUntilTheEndHasBeenShown) {
 TEST_F(GroupRewrite, AFailingStatementShowsErrorAndTheRunGoesOn) {
     // The table refuses the option statement for the other pipe types of
     // group 1, and lets the saves through.
-    exec(QStringLiteral("CREATE TRIGGER refuse BEFORE UPDATE ON ex_kanzai WHEN NEW.NO=60 AND "
-                        "NEW.GRP=1 AND NEW.KAN<>1 AND NEW.DATA6<>OLD.DATA6 BEGIN SELECT "
-                        "RAISE(ABORT,'refused'); END;"));
-    QStringList optionsBefore;
-    for (int kan = 2; kan <= GroupPipeTypes; ++kan)
-        optionsBefore << stored(1, kan, 60, "DATA6");
+    exec("CREATE TRIGGER refuse BEFORE UPDATE ON ex_kanzai WHEN NEW.NO=60 AND NEW.GRP=1 AND "
+         "NEW.KAN<>1 AND NEW.DATA6<>OLD.DATA6 BEGIN SELECT RAISE(ABORT,'refused'); END;");
+    const QStringList optionsBefore = group1Options("DATA6", 2);
     MainWindow& f = open();
-    f.optionPanel()->elementRadio()->setItemIndex(
-        f.optionPanel()->elementRadio()->itemIndex() == 1 ? 2 : 1);
+    RadioGroup* element = f.optionPanel()->elementRadio();
+    element->setItemIndex(element->itemIndex() == 1 ? 2 : 1);
     ASSERT_LT(optionsBefore.count(currToStr(doc().options().elementDigits())),
               optionsBefore.size());
-    dialogs.answerBox(TD::IdYes);
-    f.menus().actions.optionChangeAction->trigger();
-    f.groupRewrite()->waitForEnd();
-
+    runOptionChange();
     ASSERT_EQ(dialogs.messages().size(), 2u);
     EXPECT_EQ(dialogs.messages()[0].text, "ERROR");
     EXPECT_EQ(dialogs.messages()[1].text, u("終了しました。"));
-    QStringList optionsAfter;
-    for (int kan = 2; kan <= GroupPipeTypes; ++kan)
-        optionsAfter << stored(1, kan, 60, "DATA6");
-    EXPECT_EQ(optionsAfter, optionsBefore);
+    EXPECT_EQ(group1Options("DATA6", 2), optionsBefore);
     EXPECT_EQ(storedCurrency(1, 1, 60, "DATA6"), doc().options().elementDigits());
     expectGroupComputed(1);
 }
@@ -347,8 +302,8 @@ TEST_F(GroupRewrite, AFailingStatementShowsErrorAndTheRunGoesOn) {
 TEST_F(GroupRewrite, OptionChangeStopsWhenTheCurrentPipeTypeCannotBeSaved) {
     // The run would load the current pipe type from the table and so lose
     // rows whose save failed: they stay on the form, and no run starts.
-    exec(QStringLiteral("CREATE TRIGGER refuse BEFORE UPDATE ON ex_kanzai WHEN NEW.GRP=1 AND "
-                        "NEW.KAN=1 AND NEW.NO=5 BEGIN SELECT RAISE(ABORT,'refused'); END;"));
+    exec("CREATE TRIGGER refuse BEFORE UPDATE ON ex_kanzai WHEN NEW.GRP=1 AND NEW.KAN=1 AND "
+         "NEW.NO=5 BEGIN SELECT RAISE(ABORT,'refused'); END;");
     MainWindow& f = open();
     recordCaptions();
     rows()[3].listPrice = Currency::fromInt(2468);
@@ -376,9 +331,7 @@ TEST_F(GroupRewrite, ClosingDuringARunLeavesEveryPipeTypeOfTheGroupWhole) {
     f.optionPanel()->elementRadio()->setItemIndex(3);
     f.optionPanel()->digitsRadio()->setItemIndex(0);
     const Currency digits = doc().options().elementDigits();
-    bool closeAsked = false;
-    bool closedAtOnce = true;
-    bool visibleAtTheEnd = false;
+    bool closeAsked = false, closedAtOnce = true, visibleAtTheEnd = false;
     QObject scope; // ends the connection with the test
     QObject::connect(&f, &QWidget::windowTitleChanged, &scope, [&](const QString& t) {
         if (closeAsked || !t.startsWith(u("データ更新中:1-1-"))) return;
@@ -389,10 +342,7 @@ TEST_F(GroupRewrite, ClosingDuringARunLeavesEveryPipeTypeOfTheGroupWhole) {
     dialogs.onMessage = [&] { visibleAtTheEnd = f.isVisible(); };
     dialogs.answerBox(TD::IdYes);
     f.menus().actions.optionChangeAction->trigger();
-    QElapsedTimer waited;
-    waited.start();
-    while (f.isVisible() && waited.elapsed() < 60000)
-        QTest::qWait(5);
+    waitForTheClose();
     ASSERT_TRUE(closeAsked);
     EXPECT_FALSE(closedAtOnce);
     EXPECT_TRUE(visibleAtTheEnd);
@@ -401,62 +351,42 @@ TEST_F(GroupRewrite, ClosingDuringARunLeavesEveryPipeTypeOfTheGroupWhole) {
     EXPECT_EQ(messagesWith("終了しました。"), 1);
     EXPECT_EQ(captions.filter(u("データ更新中:")).size(), GroupRewriteSteps);
     form.reset();
-
-    for (int kan = 1; kan <= GroupPipeTypes; ++kan)
-        EXPECT_EQ(storedCurrency(1, kan, 60, "DATA6"), digits) << kan;
+    EXPECT_EQ(group1Options("DATA6"), QStringList(GroupPipeTypes, currToStr(digits)));
     expectGroupComputed(1);
 }
 
+// A pipe type without its option row stops the run on the worker: the form
+// opens again and the failure is shown; a close while it is shown waits for
+// no worker and closes after it.
 TEST_F(GroupRewrite, AFailureOnTheWorkerOpensTheFormAgainAndIsShown) {
-    exec(QStringLiteral("DELETE FROM ex_kanzai WHERE GRP='1' AND KAN='7' AND NO='60';"));
+    exec("DELETE FROM ex_kanzai WHERE GRP='1' AND KAN='7' AND NO='60';");
     MainWindow& f = open();
-    recordCaptions();
     const QByteArray goods = rows()[1].goodsBytes;
-    dialogs.answerBox(TD::IdYes);
-    f.menus().actions.optionChangeAction->trigger();
-    f.groupRewrite()->waitForEnd();
-
+    runOptionChange();
     ASSERT_EQ(dialogs.boxes().size(), 2u);
     const ScriptedDialogs::Box& failure = dialogs.boxes()[1];
     // Where the run stopped, and why: pipe types 7 to 20 are as they were.
-    EXPECT_TRUE(failure.instruction.startsWith(
-        u("グループの再計算を管種7で中止しました。管種7から後は変更されていません。")))
+    EXPECT_TRUE(failure.instruction.contains(u("管種7で中止")) &&
+                failure.instruction.endsWith(u("List index out of bounds (59)")))
         << failure.instruction.toStdString();
-    EXPECT_TRUE(failure.instruction.endsWith(u("List index out of bounds (59)")));
-    EXPECT_EQ(failure.icon, TD::IconError);
-    EXPECT_EQ(failure.buttons, TD::ButtonOk);
     EXPECT_EQ(messagesWith("終了しました。"), 0);
     EXPECT_EQ(f.windowTitle(), u("データ更新中:1-5-59/"));
-    EXPECT_FALSE(f.groupRewrite()->running());
-    EXPECT_TRUE(f.centralWidget()->isEnabled());
-    EXPECT_TRUE(f.menuBar()->isEnabled());
-    EXPECT_FALSE(f.groupRewrite()->progressWindow()->isVisible());
-    // The rows are the current pipe type's, not the broken one's.
-    EXPECT_EQ(rows()[1].goodsBytes, goods);
-    // The commands work again.
-    dialogs.answerBox(TD::IdNo);
+    expectOpenAgain();
+    EXPECT_EQ(rows()[1].goodsBytes, goods); // the current pipe type's, not the broken one's
+    dialogs.answerBox(TD::IdNo);            // the commands work again
     f.menus().edit.optionChangeItem->trigger();
     EXPECT_EQ(dialogs.boxes().size(), 3u);
-}
 
-TEST_F(GroupRewrite, ACloseWhileTheFailureIsShownClosesAfterItWithoutHanging) {
-    // The worker waits for the failure box to be dismissed; a close that
-    // came then and waited for the worker would wait for ever.
-    exec(QStringLiteral("DELETE FROM ex_kanzai WHERE GRP='1' AND KAN='7' AND NO='60';"));
-    MainWindow& f = open();
-    dialogs.answerBox(TD::IdYes);
     bool closedInBox = true;
     dialogs.onBox = [&] {
-        if (dialogs.boxes().size() == 2) closedInBox = f.close();
+        if (dialogs.boxes().size() == 5) closedInBox = f.close();
     };
+    dialogs.answerBox(TD::IdYes);
     f.menus().actions.optionChangeAction->trigger();
-    QElapsedTimer waited;
-    waited.start();
-    while (f.isVisible() && waited.elapsed() < 60000)
-        QTest::qWait(5);
+    waitForTheClose();
     dialogs.onBox = nullptr;
-    ASSERT_GE(dialogs.boxes().size(), 2u);
-    EXPECT_TRUE(dialogs.boxes()[1].instruction.endsWith(u("List index out of bounds (59)")));
+    ASSERT_GE(dialogs.boxes().size(), 5u);
+    EXPECT_TRUE(dialogs.boxes()[4].instruction.endsWith(u("List index out of bounds (59)")));
     EXPECT_FALSE(closedInBox);
     EXPECT_FALSE(f.isVisible());
     EXPECT_FALSE(f.groupRewrite()->running());

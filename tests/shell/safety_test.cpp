@@ -1,50 +1,44 @@
-// The real window against a database that another process holds, and the
-// paths of the tree, the keys and the window that must keep the rows, the
-// triple and the selection together.
-#include "controls/numberedit.h"
-#include "controls/pricegrid.h"
+// The real window against a database that another process holds or changes,
+// and the paths that must keep the rows, the triple and the selection
+// together when a load or a save fails.
 #include "engine/calcrow.h"
 #include "shell/formwidgets.h"
 #include "shell/settingsfiles.h"
-#include "store/pipetypestore.h"
+#include "support/lockholder.h"
+#include "support/sqliterows.h"
 #include "support/workspace_fixture.h"
 
-#include <QContextMenuEvent>
-#include <QHelpEvent>
-#include <QMenu>
-#include <QProcess>
+#include <QDir>
 #include <QPushButton>
 #include <QScrollArea>
 #include <QScrollBar>
-#include <QSplitter>
-#include <QToolTip>
-
-#include "support/lockholder.h"
-#include "support/sqliterows.h"
-
-#include <sqlite3.h>
 
 #include <memory>
 
 namespace {
 
-// Every column of the 60 rows of a pipe type, read with the library itself.
-QStringList dumpPipeType(const QString& path, int grp, int kan) {
-    return sqliteRows(path,
-                      QStringLiteral("SELECT * FROM ex_kanzai WHERE GRP=%1 AND KAN=%2 ORDER BY NO")
-                          .arg(grp)
-                          .arg(kan),
-                      SQLITE_OPEN_READONLY);
-}
-
-using Holder = LockHolder;
-
 class Safety : public WorkspaceFixture {
 protected:
-    bool boxSays(std::size_t i, const char* instruction, const char* content) const {
+    // Every column of the 60 rows of a pipe type, read with the library itself.
+    QStringList dump(int kan, int grp = 1) {
+        return sqliteRows(db,
+                          QString("SELECT * FROM ex_kanzai WHERE GRP=%1 AND KAN=%2 ORDER BY NO")
+                              .arg(grp)
+                              .arg(kan),
+                          SQLITE_OPEN_READONLY);
+    }
+    testing::AssertionResult boxSays(std::size_t i, const char* instruction,
+                                     const char* content = "") const {
         const auto& boxes = dialogs.boxes();
-        return i < boxes.size() && boxes[i].instruction == u(instruction) &&
-               boxes[i].content.contains(u(content));
+        if (i < boxes.size() && boxes[i].instruction == u(instruction) &&
+            boxes[i].content.contains(u(content)))
+            return testing::AssertionSuccess();
+        return testing::AssertionFailure()
+               << (i < boxes.size() ? (boxes[i].instruction + '|' + boxes[i].content).toStdString()
+                                    : "no box " + std::to_string(i));
+    }
+    testing::AssertionResult locked(std::size_t i) const {
+        return boxSays(i, "ERROR", "database is locked");
     }
 };
 
@@ -52,11 +46,10 @@ TEST_F(Safety, AFailedLoadLeavesTheClickUndone) {
     MainWindow& f = open();
     typeFactor(4, 3, "7");
     const RowTable edited = rows();
-    const QStringList saved = doc().savedLines();
-    const QStringList a = dumpPipeType(db, 1, 1), b = dumpPipeType(db, 1, 2);
+    const QStringList saved = doc().savedLines(), a = dump(1), b = dump(2);
     ASSERT_EQ(b.size(), 60);
     {
-        Holder other(db, "EXCLUSIVE");
+        LockHolder other(db, "EXCLUSIVE");
         dialogs.answerBox(TaskDialog::IdCancel); // do not save, go to pipe type 2
         clickNode(2);
         // The failure is shown, and everything stays with pipe type 1.
@@ -73,17 +66,17 @@ TEST_F(Safety, AFailedLoadLeavesTheClickUndone) {
     // The next save writes pipe type 1, and pipe type 2 is untouched.
     f.header()->saveButton()->click();
     EXPECT_TRUE(boxSays(2, "確認", "保存しました。"));
-    EXPECT_EQ(dumpPipeType(db, 1, 2), b);
-    EXPECT_NE(dumpPipeType(db, 1, 1), a);
-    EXPECT_EQ(stored(1, 1, 3, "DATA1"), QStringLiteral("7"));
+    EXPECT_EQ(dump(2), b);
+    EXPECT_NE(dump(1), a);
+    EXPECT_EQ(stored(1, 1, 3, "DATA1"), "7");
 }
 
 // A pipe type whose rows end at 29: its load stops half-way, and all 60 rows
 // stay those of the pipe type that was on screen.
 TEST_F(Safety, ALoadThatStopsHalfWayLeavesTheRowsThatWereShown) {
     ASSERT_EQ(execStatement(dialogs, db,
-                            QStringLiteral("DELETE FROM ex_kanzai WHERE CTG='1' AND GRP='1' "
-                                           "AND KAN='2' AND NO>='30';")),
+                            "DELETE FROM ex_kanzai WHERE CTG='1' AND GRP='1' AND KAN='2' AND "
+                            "NO>='30';"),
               1);
     MainWindow& f = open();
     const RowTable shown = rows();
@@ -104,28 +97,25 @@ TEST_F(Safety, ASaveAsksBeforeWritingOverAChangeMadeElsewhere) {
     auto otherChanges = [&](const char* gross) {
         const QStringList r =
             sqliteRows(db,
-                       QStringLiteral("UPDATE ex_kanzai SET GROSS='%1' WHERE GRP=1 AND KAN=1 AND "
-                                      "NO=2")
+                       QString("UPDATE ex_kanzai SET GROSS='%1' WHERE GRP=1 AND KAN=1 AND NO=2")
                            .arg(QLatin1String(gross)),
                        SQLITE_OPEN_READWRITE);
         ASSERT_TRUE(r.isEmpty()) << r.join(' ').toStdString();
     };
     auto asked = [&](std::size_t i) {
-        return i < dialogs.boxes().size() &&
-               dialogs.boxes()[i].instruction ==
-                   u("この管種は読み込んだ後に他で変更されています。") &&
+        return boxSays(i, "この管種は読み込んだ後に他で変更されています。") &&
                dialogs.boxes()[i].buttons == (TaskDialog::ButtonOverwrite |
                                               TaskDialog::ButtonReload | TaskDialog::ButtonCancel);
     };
     // キャンセル: nothing written, the user's rows stay on screen, unsaved.
     typeFactor(4, 3, "7");
     otherChanges("1111");
-    const QStringList theirs = dumpPipeType(db, 1, 1);
+    const QStringList theirs = dump(1);
     dialogs.answerBox(TaskDialog::IdCancel);
     f.header()->saveButton()->click();
     ASSERT_EQ(dialogs.boxes().size(), 1u);
     EXPECT_TRUE(asked(0));
-    EXPECT_EQ(dumpPipeType(db, 1, 1), theirs);
+    EXPECT_EQ(dump(1), theirs);
     EXPECT_EQ(rows()[3].factor(1), Currency::fromInt(7));
     EXPECT_TRUE(doc().isChanged());
 
@@ -134,7 +124,7 @@ TEST_F(Safety, ASaveAsksBeforeWritingOverAChangeMadeElsewhere) {
     f.menus().file.saveItem->trigger();
     EXPECT_TRUE(asked(1));
     EXPECT_TRUE(boxSays(2, "確認", "保存しました。"));
-    EXPECT_EQ(stored(1, 1, 3, "DATA1"), QStringLiteral("7"));
+    EXPECT_EQ(stored(1, 1, 3, "DATA1"), "7");
     EXPECT_EQ(stored(1, 1, 2, "GROSS"), currToStr(rows()[2].submittedPrice));
     EXPECT_NE(rows()[2].submittedPrice, Currency::fromInt(1111));
     EXPECT_FALSE(doc().isChanged());
@@ -142,14 +132,14 @@ TEST_F(Safety, ASaveAsksBeforeWritingOverAChangeMadeElsewhere) {
     // 読み直す, confirmed: the stored rows are shown and the user's dropped.
     typeFactor(4, 4, "5");
     otherChanges("2222");
-    const QStringList before = dumpPipeType(db, 1, 1);
+    const QStringList before = dump(1);
     dialogs.answerBox(TaskDialog::IdReload);
     dialogs.answerBox(TaskDialog::IdYes);
     f.header()->saveButton()->click();
     EXPECT_TRUE(asked(3));
     EXPECT_TRUE(boxSays(4, "確認", "変更を破棄して読み直しますか?"));
     ASSERT_EQ(dialogs.boxes().size(), 5u);
-    EXPECT_EQ(dumpPipeType(db, 1, 1), before);
+    EXPECT_EQ(dump(1), before);
     EXPECT_EQ(rows()[2].submittedPrice, Currency::fromInt(2222));
     EXPECT_EQ(rows()[4].factor(1), strToCurr(stored(1, 1, 4, "DATA1")));
     EXPECT_FALSE(doc().isChanged());
@@ -163,7 +153,7 @@ TEST_F(Safety, ASaveAsksBeforeWritingOverAChangeMadeElsewhere) {
     EXPECT_TRUE(asked(6));
     EXPECT_EQ(f.currentPipeType, 1);
     EXPECT_EQ(f.selectedNode(), f.tree->node(1));
-    EXPECT_EQ(stored(1, 1, 2, "GROSS"), QStringLiteral("3333"));
+    EXPECT_EQ(stored(1, 1, 2, "GROSS"), "3333");
     // At closing, キャンセル keeps the window; 上書き保存 saves and closes.
     dialogs.answerBox(TaskDialog::IdYes);
     dialogs.answerBox(TaskDialog::IdCancel);
@@ -172,68 +162,65 @@ TEST_F(Safety, ASaveAsksBeforeWritingOverAChangeMadeElsewhere) {
     dialogs.answerBox(TaskDialog::IdYes);
     dialogs.answerBox(TaskDialog::IdOverwrite);
     EXPECT_TRUE(f.close());
-    EXPECT_EQ(stored(1, 1, 5, "DATA1"), QStringLiteral("6"));
+    EXPECT_EQ(stored(1, 1, 5, "DATA1"), "6");
     EXPECT_EQ(dialogs.boxes().size(), 11u);
 }
 
+// Every save, a Shift+click and a group name under another program's lock:
+// each says it failed and loses nothing; at closing, a retry once the file
+// is free saves.
 TEST_F(Safety, SavesUnderALockSayTheyFailedAndLoseNothing) {
     MainWindow& f = open();
     typeFactor(5, 2, "3");
-    QStringList before;
-    for (int k = 1; k <= 3; ++k)
-        before << dumpPipeType(db, 1, k);
-    Holder other(db, "IMMEDIATE");
+    const QStringList before = dump(1) + dump(2) + dump(3);
+    auto other = std::make_unique<LockHolder>(db, "IMMEDIATE");
 
-    // The button: one box with the database's reason, no success.
+    // The button: one box with the database's reason, no success; Ctrl+S the same.
     f.header()->saveButton()->click();
     ASSERT_EQ(dialogs.boxes().size(), 1u);
-    EXPECT_TRUE(boxSays(0, "ERROR", "database is locked"));
+    EXPECT_TRUE(locked(0));
     EXPECT_TRUE(dialogs.messages().empty());
     EXPECT_TRUE(doc().isChanged());
-
-    // Ctrl+S the same.
     f.menus().file.saveItem->trigger();
-    EXPECT_TRUE(boxSays(1, "ERROR", "database is locked"));
+    EXPECT_TRUE(locked(1));
     ASSERT_EQ(dialogs.boxes().size(), 2u);
 
-    // The save of the tree click fails: the user stays on the rows.
+    // The save of a tree click fails: the user stays on the rows, and a
+    // Shift+click that was undone so names nothing.
     dialogs.answerBox(TaskDialog::IdYes);
     clickNode(3);
-    EXPECT_TRUE(boxSays(3, "ERROR", "database is locked"));
+    EXPECT_TRUE(locked(3));
+    dialogs.answerBox(TaskDialog::IdYes);
+    clickNode(4, Qt::ShiftModifier);
+    for (int i = 0; i < 3; ++i)
+        QCoreApplication::processEvents();
+    EXPECT_TRUE(locked(5));
     EXPECT_EQ(f.currentPipeType, 1);
     EXPECT_EQ(f.selectedNode(), f.tree->node(1));
+    EXPECT_TRUE(dialogs.inputs().empty());
     EXPECT_EQ(rows()[2].factor(2), Currency::fromInt(3));
+
+    // A group name that cannot be saved says so once.
+    dialogs.answerInput(u("上水"));
+    f.groupNamingItem(1)->trigger();
+    ASSERT_EQ(dialogs.boxes().size(), 7u);
+    EXPECT_TRUE(locked(6));
+    EXPECT_TRUE(dialogs.messages().empty());
 
     // Closing: the failed save asks what to do; cancel keeps the window.
     dialogs.answerBox(TaskDialog::IdYes);    // save?
     dialogs.answerBox(TaskDialog::IdCancel); // try again, stay, or close?
     EXPECT_FALSE(f.close());
     EXPECT_TRUE(f.isVisible());
-    ASSERT_EQ(dialogs.boxes().size(), 7u);
-    EXPECT_TRUE(boxSays(5, "ERROR", "database is locked"));
-    EXPECT_TRUE(boxSays(6, "データを保存できませんでした。", "「閉じる」で保存せずに終了します。"));
-    EXPECT_EQ(dialogs.boxes()[6].buttons,
+    ASSERT_EQ(dialogs.boxes().size(), 10u);
+    EXPECT_TRUE(locked(8));
+    EXPECT_TRUE(boxSays(9, "データを保存できませんでした。", "「閉じる」で保存せずに終了します。"));
+    EXPECT_EQ(dialogs.boxes()[9].buttons,
               TaskDialog::ButtonRetry | TaskDialog::ButtonCancel | TaskDialog::ButtonClose);
-
     // Nothing of the store changed all along.
-    QStringList after;
-    for (int k = 1; k <= 3; ++k)
-        after << dumpPipeType(db, 1, k);
-    EXPECT_EQ(after, before);
+    EXPECT_EQ(dump(1) + dump(2) + dump(3), before);
 
-    // Free again: the close saves and goes.
-    other.release();
-    dialogs.answerBox(TaskDialog::IdYes);
-    EXPECT_TRUE(f.close());
-    EXPECT_EQ(stored(1, 1, 2, "DATA2"), QStringLiteral("3"));
-    EXPECT_EQ(dumpPipeType(db, 1, 2), before.mid(60, 60));
-}
-
-TEST_F(Safety, RetryAtClosingSavesOnceTheFileIsFree) {
-    MainWindow& f = open();
-    typeFactor(6, 4, "8");
-    auto other = std::make_unique<Holder>(db, "IMMEDIATE");
-    // The other program lets go while the question is up.
+    // The other program lets go while the question is up; the retry saves.
     dialogs.onBox = [&] {
         if (dialogs.boxes().back().instruction == u("データを保存できませんでした。"))
             other.reset();
@@ -242,13 +229,14 @@ TEST_F(Safety, RetryAtClosingSavesOnceTheFileIsFree) {
     dialogs.answerBox(TaskDialog::IdRetry); // try again
     EXPECT_TRUE(f.close());
     dialogs.onBox = nullptr;
-    EXPECT_EQ(stored(1, 1, 4, "DATA3"), QStringLiteral("8"));
+    EXPECT_EQ(stored(1, 1, 2, "DATA2"), "3");
+    EXPECT_EQ(dump(2), before.mid(60, 60));
 }
 
 TEST_F(Safety, AStartWhoseLoadFailedNeverWritesItsEmptyRows) {
-    const QStringList before = dumpPipeType(db, 1, 1);
+    const QStringList before = dump(1), group2 = dump(2);
     {
-        Holder other(db, "EXCLUSIVE");
+        LockHolder other(db, "EXCLUSIVE");
         open();
     }
     MainWindow& f = *form;
@@ -259,38 +247,14 @@ TEST_F(Safety, AStartWhoseLoadFailedNeverWritesItsEmptyRows) {
     ASSERT_EQ(dialogs.boxes().size(), 1u);
     EXPECT_TRUE(boxSays(0, "確認", "管種が読み込まれていないため、保存できません。"));
     // Nor do the group commands write the empty options over the group.
-    const QStringList group2 = dumpPipeType(db, 1, 2);
     f.menus().edit.optionChangeItem->trigger();
     f.menus().edit.labourCostChangeItem->trigger();
     ASSERT_EQ(dialogs.boxes().size(), 3u);
     EXPECT_TRUE(boxSays(2, "確認", "管種が読み込まれていないため、実行できません。"));
     EXPECT_TRUE(f.close()); // nothing to ask
     EXPECT_EQ(dialogs.boxes().size(), 3u);
-    EXPECT_EQ(dumpPipeType(db, 1, 1), before);
-    EXPECT_EQ(dumpPipeType(db, 1, 2), group2);
-}
-
-TEST_F(Safety, AShiftClickThatWasUndoneNamesNothing) {
-    MainWindow& f = open();
-    typeFactor(4, 2, "5");
-    Holder other(db, "IMMEDIATE");
-    dialogs.answerBox(TaskDialog::IdYes); // save? It fails.
-    clickNode(4, Qt::ShiftModifier);
-    for (int i = 0; i < 3; ++i)
-        QCoreApplication::processEvents();
-    EXPECT_TRUE(boxSays(1, "ERROR", "database is locked"));
-    EXPECT_EQ(f.selectedNode(), f.tree->node(1));
-    EXPECT_TRUE(dialogs.inputs().empty());
-}
-
-TEST_F(Safety, AFailedGroupNameSaveSaysSoOnce) {
-    MainWindow& f = open();
-    Holder other(db, "IMMEDIATE");
-    dialogs.answerInput(u("上水"));
-    f.groupNamingItem(1)->trigger();
-    ASSERT_EQ(dialogs.boxes().size(), 1u);
-    EXPECT_TRUE(boxSays(0, "ERROR", "database is locked"));
-    EXPECT_TRUE(dialogs.messages().empty());
+    EXPECT_EQ(dump(1), before);
+    EXPECT_EQ(dump(2), group2);
 }
 
 TEST_F(Safety, AnOverflowInShowPipeTypeLeavesTheOptionsWorking) {
@@ -321,87 +285,31 @@ TEST_F(Safety, AnOverflowInShowPipeTypeLeavesTheOptionsWorking) {
     EXPECT_EQ(cell1(2, 4), formatAmount(expected.submittedUnitPrice));
 }
 
-TEST_F(Safety, EscapeInAnOpenEditorCommitsEvenWithUndoOn) {
+// A plain Enter moves down without filling down, whatever the keyboard
+// says; Escape in an open editor commits, with a beep, and undoes nothing.
+TEST_F(Safety, EnterAndEscapeInTheGridCommit) {
     MainWindow& f = open();
-    typeFactor(4, 1, "2");
-    ASSERT_TRUE(f.menus().actions.undoAction->isEnabled());
-    ASSERT_TRUE(f.sheet()->compositeGrid()->focusCell(6, 5));
-    QTest::keyClick(f.sheet()->compositeGrid(), '9');
-    ASSERT_TRUE(f.sheet()->compositeGrid()->editorMode());
-    const int beeps = dialogs.beeps();
-    QTest::keyClick(f.sheet()->compositeGrid()->inplaceEditor(), Qt::Key_Escape);
-    EXPECT_FALSE(f.sheet()->compositeGrid()->editorMode());
-    EXPECT_EQ(dialogs.beeps(), beeps + 1);
-    EXPECT_EQ(rows()[5].factor(3), Currency::fromInt(9));
-    EXPECT_EQ(rows()[1].factor(1), Currency::fromInt(2)); // no undo ran
-}
-
-TEST_F(Safety, PlainEnterDoesNotFillDownWhateverTheKeyboardSays) {
-    MainWindow& f = open();
+    PriceGrid* grid = f.sheet()->compositeGrid();
     const Currency below = rows()[9].factor(1);
     typeFactor(4, 8, "4");
     EXPECT_EQ(rows()[8].factor(1), Currency::fromInt(4));
     EXPECT_EQ(rows()[9].factor(1), below);
-    EXPECT_EQ(f.sheet()->compositeCell().y(), 9); // a plain Enter moves down
-}
-
-TEST_F(Safety, RightClickKeepsTheSelectionAndOpensTheMenu) {
-    MainWindow& f = open();
-    clickNode(5, {}, Qt::RightButton);
-    QCoreApplication::processEvents();
-    EXPECT_EQ(f.selectedNode(), f.tree->node(1));
-    EXPECT_EQ(f.currentPipeType, 1);
-    EXPECT_TRUE(f.menus().treePopup.menu->isVisible());
-    f.menus().treePopup.menu->close();
-}
-
-TEST_F(Safety, KeysInTheTreeLoadWhatTheySelect) {
-    MainWindow& f = open();
-    f.tree->setFocus();
-    QTest::keyClick(f.tree, Qt::Key_Down);
-    QCoreApplication::processEvents();
-    EXPECT_EQ(f.selectedNode(), f.tree->node(2));
-    EXPECT_EQ(f.currentPipeType, 2);
-    ws().load(1, 2);
-    EXPECT_EQ(f.header()->goodsBox()->text(), rows()[1].goods());
-    QTest::keyClick(f.tree, Qt::Key_Up);
-    QCoreApplication::processEvents();
-    EXPECT_EQ(f.currentPipeType, 1);
-    // Up to the group node: loads nothing (the one way apart).
-    QTest::keyClick(f.tree, Qt::Key_Up);
-    QCoreApplication::processEvents();
-    EXPECT_EQ(f.selectedNode(), f.tree->node(0));
-    EXPECT_EQ(f.currentPipeType, 1);
-}
-
-TEST_F(Safety, ShiftClickAnswersTheSaveQuestionBeforeTheNamingBox) {
-    MainWindow& f = open();
-    typeFactor(4, 2, "5");
-    // The box runs the event loop as a modal box does; no other box may
-    // come up from inside it.
-    std::size_t inputsDuringBox = 0;
-    dialogs.onBox = [&] {
-        const std::size_t before = dialogs.inputs().size();
-        QCoreApplication::processEvents();
-        QCoreApplication::processEvents();
-        inputsDuringBox += dialogs.inputs().size() - before;
-    };
-    dialogs.answerBox(TaskDialog::IdYes);
-    dialogs.answerInput(u("新しい名前"));
-    clickNode(4, Qt::ShiftModifier);
-    for (int i = 0; i < 3; ++i)
-        QCoreApplication::processEvents();
-    dialogs.onBox = nullptr;
-    EXPECT_EQ(inputsDuringBox, 0u);
-    ASSERT_EQ(dialogs.inputs().size(), 1u);
-    EXPECT_EQ(f.currentPipeType, 4);
-    EXPECT_EQ(f.tree->node(4)->text(0), u("新しい名前"));
-    EXPECT_EQ(stored(1, 1, 2, "DATA1"), QStringLiteral("5"));
+    EXPECT_EQ(f.sheet()->compositeCell().y(), 9);
+    ASSERT_TRUE(f.menus().actions.undoAction->isEnabled());
+    ASSERT_TRUE(grid->focusCell(6, 5));
+    QTest::keyClick(grid, '9');
+    ASSERT_TRUE(grid->editorMode());
+    const int beeps = dialogs.beeps();
+    QTest::keyClick(grid->inplaceEditor(), Qt::Key_Escape);
+    EXPECT_FALSE(grid->editorMode());
+    EXPECT_EQ(dialogs.beeps(), beeps + 1);
+    EXPECT_EQ(rows()[5].factor(3), Currency::fromInt(9));
+    EXPECT_EQ(rows()[8].factor(1), Currency::fromInt(4)); // no undo ran
 }
 
 TEST_F(Safety, TheSavedGeometryIsTakenUnchanged) {
-    QDir().mkpath(dataRootPath() + QStringLiteral("/conf"));
-    writeWindowFile(dataRootPath(), QStringLiteral("qorvale_k"), 30, 20, 1300, 800);
+    QDir().mkpath(dataRoot + "/conf");
+    writeWindowFile(dataRoot, "qorvale_k", 30, 20, 1300, 800);
     MainWindow& f = open();
     EXPECT_EQ(f.geometry(), QRect(20, 30, 1300, 800));
     // Small screens: the window may be smaller than the form's sheet, which
@@ -415,33 +323,9 @@ TEST_F(Safety, TheSavedGeometryIsTakenUnchanged) {
                 f.sheetScroll->horizontalScrollBar()->maximum() > 0);
 }
 
-TEST_F(Safety, TheTreeShowsWholeNamesInItsHint) {
-    ASSERT_EQ(execStatement(dialogs, db,
-                            u("UPDATE ex_kanzai SET GOODS='水道用硬質塩化ﾋﾞﾆﾙﾗｲﾆﾝｸﾞ鋼管(VA) 屋内"
-                              "一般配管用の長い名前' WHERE GRP='1' AND KAN='6' AND NO='1';")),
-              1);
-    MainWindow& f = open();
-    const QRect r = f.tree->visualItemRect(f.tree->node(6));
-    QHelpEvent help(QEvent::ToolTip, r.center(), f.tree->viewport()->mapToGlobal(r.center()));
-    QCoreApplication::sendEvent(f.tree->viewport(), &help);
-    EXPECT_EQ(QToolTip::text(), u("水道用硬質塩化ﾋﾞﾆﾙﾗｲﾆﾝｸﾞ鋼管(VA) 屋内一般配管用の長い名前"));
-    QToolTip::hideText();
-}
-
-TEST_F(Safety, TheRateCheckBoxIsAPlainCheckBox) {
-    MainWindow& f = open();
-    EXPECT_EQ(f.optionPanel()->useRateCheck()->text(), u("単価に掛率を使用"));
-    f.optionPanel()->useRateCheck()->SetChecked(false);
-    const QWidget* rateControls[] = {
-        f.optionPanel()->rateSubmittedEdit(), f.optionPanel()->rateCostEdit(),
-        f.optionPanel()->unitDigitsList(), f.optionPanel()->unitFractionList()};
-    for (const QWidget* w : rateControls)
-        EXPECT_TRUE(w->isEnabled()) << w->objectName().toStdString();
-}
-
 TEST_F(Safety, TheNetworkFileIsReadAsTheFormIsCreated) {
-    QDir().mkpath(dataRootPath() + QStringLiteral("/conf"));
-    ASSERT_TRUE(writeTextFile(networkFilePath(dataRootPath()), {u("[Network_Dir]=//server/共有")}));
+    QDir().mkpath(dataRoot + "/conf");
+    ASSERT_TRUE(writeTextFile(networkFilePath(dataRoot), {u("[Network_Dir]=//server/共有")}));
     MainWindow created{dialogs, QString()}; // not shown: creation alone
     EXPECT_EQ(created.networkFolder, u("//server/共有"));
 }
