@@ -10,6 +10,7 @@
 #include "store/suitestandin.h"
 #include "support/ownworkspace.h"
 
+#include <QDir>
 #include <QFile>
 #include <QFileInfo>
 #include <QTemporaryDir>
@@ -91,6 +92,12 @@ TEST_F(SuiteAndTool, InitFollowsTheLaunchStringAndRefusesBadArguments) {
     EXPECT_FALSE(QFileInfo::exists(dbPath));
     EXPECT_EQ(suite({}) + suite({"init", "--launch"}) + suite({"init", "--bogus"}), 6);
     EXPECT_TRUE(err.contains("--bogus"));
+    // A database that cannot be written fails with its reason and claims nothing.
+    const QString blocked = dir.path() + "/blocked/";
+    ASSERT_TRUE(QDir().mkpath(blocked + "velmoraMainEX.db3"));
+    EXPECT_EQ(suite({"init", "--force", "--launch", "0;1;0;0;" + blocked + ";"}), 1);
+    EXPECT_TRUE(err.contains("cannot create " + blocked)) << s(err);
+    EXPECT_FALSE(out.contains("replaced")) << s(out);
 }
 
 TEST_F(SuiteAndTool, DemoDataHoldsItsComputedPricesAndTheToolShowsAndRecalculates) {
