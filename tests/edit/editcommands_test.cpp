@@ -16,13 +16,6 @@
 
 namespace {
 
-// A copy item, its paste item, the fields they carry, and whether of a detail.
-struct Case {
-    QAction *copy, *paste;
-    unsigned fields;
-    bool detail;
-};
-
 class EditCommands : public WorkspaceFixture {
 protected:
     EditMenu& edit() { return form->menus().edit; }
@@ -75,7 +68,9 @@ TEST_F(EditCommands, EachPasteCarriesExactlyItsFields) {
     for (QAction* a : {detail().copyDetailPricesItem, detail().pasteDetailPricesItem, separator,
                        detail().copyDetailPricesAcrossItem})
         EXPECT_FALSE(a->isVisible()) << a->objectName().toStdString();
-    for (const auto& c : std::initializer_list<Case>{
+    // A copy item, its paste item, the fields they carry, and whether of a detail.
+    using Case = std::tuple<QAction*, QAction*, unsigned, bool>;
+    for (const auto& [copy, paste, fields, ofDetail] : std::initializer_list<Case>{
              {edit().copyWholeTableItem, edit().pasteWholeTableItem, All, false},
              {edit().copyPricesItem, edit().pastePricesItem, Prices, false},
              {edit().copyAllFactorsItem, edit().pasteAllFactorsItem, Labour, false},
@@ -84,30 +79,31 @@ TEST_F(EditCommands, EachPasteCarriesExactlyItsFields) {
              {detail().copyDetailPricesItem, detail().pasteDetailPricesItem, Prices, true},
              {detail().copyDetailFactorsItem, detail().pasteDetailFactorsItem, Labour, true},
              {detail().copyDetailLabourItem, detail().pasteDetailLabourItem, Pipefitter, true}}) {
-        const std::string name = c.paste->objectName().toStdString();
+        const std::string name = paste->objectName().toStdString();
         // A hidden item is never enabled.
         const QStringList only =
-            c.paste->isVisible() ? QStringList{c.paste->objectName()} : QStringList();
-        for (int r = 1; r < OptionRow; ++r)
-            rows()[r] = seeded(r);
+            paste->isVisible() ? QStringList{paste->objectName()} : QStringList();
+        const auto seed = [this](int base) {
+            for (int r = 1; r < OptionRow; ++r)
+                rows()[r] = seeded(base + r);
+        };
+        seed(0);
         doc().markSaved();
-        c.copy->trigger();
+        copy->trigger();
         EXPECT_EQ(enabledPastes(), only) << name;
-        for (int r = 1; r < OptionRow; ++r)
-            rows()[r] = seeded(100 + r);
-        tabs()->setCurrentIndex(c.detail ? 2 : 3);
-        c.paste->trigger();
+        seed(100);
+        tabs()->setCurrentIndex(ofDetail ? 2 : 3);
+        paste->trigger();
         for (int r = 1; r < OptionRow; ++r) {
-            const int from = !c.detail ? r : r > 30 && r <= 45 ? r - 30 : 0;
-            EXPECT_EQ(
-                entered(rows()[r]),
-                entered(from ? mix(seeded(100 + r), seeded(from), c.fields) : seeded(100 + r)))
+            const int from = !ofDetail ? r : r > 30 && r <= 45 ? r - 30 : 0;
+            const PipeRow mine = seeded(100 + r);
+            EXPECT_EQ(entered(rows()[r]), entered(from ? mix(mine, seeded(from), fields) : mine))
                 << name << " row " << r;
         }
         EXPECT_EQ(enabledPastes(), only) << name;
-        EXPECT_EQ(tabs()->currentIndex(), 0) << name;
-        EXPECT_EQ(cell1(0, 1), rows()[1].size()) << name;
-        EXPECT_TRUE(undo()->isEnabled() && doc().isChanged()) << name;
+        EXPECT_TRUE(tabs()->currentIndex() == 0 && cell1(0, 1) == rows()[1].size() &&
+                    undo()->isEnabled() && doc().isChanged())
+            << name;
     }
 }
 
@@ -127,9 +123,9 @@ TEST_F(EditCommands, UndoOfAClearOrAPasteBringsTheFlagsBack) {
         ASSERT_EQ(rows()[7].modeFlag + rows()[OptionRow].modeFlag, 0);
         ASSERT_NE(node(9 * 21 + 1), trimBlanks(before[1].goods()));
         clear ? undo()->trigger() : escape();
-        EXPECT_EQ(rows()[7].modeFlag, 2) << name;
-        EXPECT_EQ(rows()[OptionRow].modeFlag, 1) << name;
-        EXPECT_EQ(tabs()->count(), 1);
+        EXPECT_EQ(std::tuple(rows()[7].modeFlag, rows()[OptionRow].modeFlag, tabs()->count()),
+                  std::tuple(2, 1, 1))
+            << name;
         for (int r = 1; r <= RowCount; ++r)
             EXPECT_EQ(rowLine(rows()[r]), rowLine(before[r])) << name << " row " << r;
         EXPECT_FALSE(undo()->isEnabled() || edit().undoItem->isEnabled()) << name;
@@ -150,8 +146,7 @@ TEST_F(EditCommands, ClearPipeTypeAsksClearsAndUndoBringsTheTreeTextBack) {
     ASSERT_EQ(dialogs.boxes().size(), 1u);
     EXPECT_EQ(dialogs.boxes()[0].instruction + dialogs.boxes()[0].content,
               u("確認現在の内容をすべてクリア－しますか？"));
-    EXPECT_EQ(rowImage(rows()[1]), rowImage(before[1]));
-    EXPECT_EQ(node(1), name);
+    EXPECT_TRUE(rowImage(rows()[1]) == rowImage(before[1]) && node(1) == name);
 
     tabs()->setCurrentIndex(2);
     dialogs.answerBox(TaskDialog::IdYes);
@@ -159,12 +154,9 @@ TEST_F(EditCommands, ClearPipeTypeAsksClearsAndUndoBringsTheTreeTextBack) {
     EXPECT_EQ(tabs()->currentIndex(), 0);
     for (int g : {1, 14})
         EXPECT_EQ(cell1(0, g) + cell2(1, g), formatAmount(Currency())) << g;
-    EXPECT_EQ(node(1), QString());
-    EXPECT_TRUE(undo()->isEnabled() && doc().isChanged());
-
+    EXPECT_TRUE(node(1).isEmpty() && undo()->isEnabled() && doc().isChanged());
     undo()->trigger();
-    EXPECT_EQ(node(1), name);
-    EXPECT_EQ(cell1(0, 1), before[1].size());
+    EXPECT_TRUE(node(1) == name && cell1(0, 1) == before[1].size());
 }
 
 // At the ends a move says so and changes nothing; else the two pipe types
@@ -180,8 +172,7 @@ TEST_F(EditCommands, MoveCarriesTheSelectionAndASaveLeavesTheNeighbourByteIdenti
     ASSERT_EQ(dialogs.boxes().size(), 2u);
     for (const auto& box : dialogs.boxes())
         EXPECT_EQ(box.instruction + box.content, u("確認移動できません。"));
-    EXPECT_EQ(f.currentPipeType, 20);
-    EXPECT_EQ(storedRows(), group);
+    EXPECT_TRUE(f.currentPipeType == 20 && storedRows() == group);
 
     const QString name1 = node(1);
     clickNode(2);
@@ -191,8 +182,7 @@ TEST_F(EditCommands, MoveCarriesTheSelectionAndASaveLeavesTheNeighbourByteIdenti
     f.applyControls();
     ASSERT_TRUE(doc().isChanged());
     f.menus().treePopup.popupMoveUpItem->trigger(); // up, from the tree's pop-up menu
-    EXPECT_EQ(f.currentPipeType, 1);
-    EXPECT_EQ(f.selectedNode(), f.tree->node(1));
+    EXPECT_TRUE(f.currentPipeType == 1 && f.selectedNode() == f.tree->node(1));
     EXPECT_EQ(QStringList({node(1), node(2)}), QStringList({name2, name1}));
     EXPECT_TRUE(!undo()->isEnabled() && doc().isChanged()); // the change is still unsaved
     EXPECT_EQ(f.optionPanel()->labourCostSubmittedEdit()->value(), 31000);
@@ -201,15 +191,12 @@ TEST_F(EditCommands, MoveCarriesTheSelectionAndASaveLeavesTheNeighbourByteIdenti
 
     QTest::mouseClick(f.header()->saveButton(), Qt::LeftButton);
     EXPECT_EQ(storedRows(2), first); // the neighbour, untouched
-    EXPECT_EQ(stored(1, 1, 60, "DATA5"), QStringLiteral("31000"));
-    EXPECT_EQ(stored(1, 1, 1, "GOODS"), name2);
+    EXPECT_EQ(stored(1, 1, 60, "DATA5") + "|" + stored(1, 1, 1, "GOODS"), "31000|" + name2);
 
     // And back down from the menu.
     edit().moveDownItem->trigger();
-    EXPECT_EQ(f.currentPipeType, 2);
-    EXPECT_EQ(f.selectedNode(), f.tree->node(2));
-    EXPECT_EQ(storedRows(1), first);
-    EXPECT_EQ(node(2), name2);
+    EXPECT_TRUE(f.currentPipeType == 2 && f.selectedNode() == f.tree->node(2));
+    EXPECT_TRUE(storedRows(1) == first && node(2) == name2);
 }
 
 // A detail cleared keeps sizes and prices and shows zero factors; the first
@@ -222,8 +209,8 @@ TEST_F(EditCommands, ClearDetailKeepsSizesAndPricesAndShowsZeroFactors) {
     dialogs.answerBox(TaskDialog::IdYes);
     detail().clearDetailItem->trigger();
     ASSERT_EQ(dialogs.boxes().size(), 1u);
-    EXPECT_EQ(dialogs.boxes()[0].content, u("現在の細目をクリア－しますか？"));
-    EXPECT_EQ(tabs()->currentIndex(), 1);
+    EXPECT_TRUE(dialogs.boxes()[0].content == u("現在の細目をクリア－しますか？") &&
+                tabs()->currentIndex() == 1);
     for (int g = 1; g <= 14; ++g) {
         EXPECT_EQ(entered(rows()[15 + g]), entered(mix({}, before[15 + g], Texts | Prices))) << g;
         EXPECT_EQ(QStringList({cell1(0, g), cell1(5, g), cell1(8, g)}),
@@ -231,8 +218,7 @@ TEST_F(EditCommands, ClearDetailKeepsSizesAndPricesAndShowsZeroFactors) {
             << g;
     }
     // The other tabs keep their factors.
-    EXPECT_EQ(rows()[3].factors, before[3].factors);
-    EXPECT_EQ(rows()[33].factors, before[33].factors);
+    EXPECT_TRUE(rows()[3].factors == before[3].factors && rows()[33].factors == before[33].factors);
     EXPECT_TRUE(undo()->isEnabled() && doc().isChanged());
     undo()->trigger();
     EXPECT_EQ(rows()[17].factors, before[17].factors);
@@ -244,8 +230,7 @@ TEST_F(EditCommands, ClearDetailKeepsSizesAndPricesAndShowsZeroFactors) {
         EXPECT_EQ(rows()[r].factors, rows()[(r - 1) % 15 + 1].factors) << r;
         EXPECT_EQ(rows()[r].kindBytes, before[r].kindBytes) << r;
     }
-    EXPECT_EQ(tabs()->currentIndex(), 0);
-    EXPECT_TRUE(undo()->isEnabled() && doc().isChanged());
+    EXPECT_TRUE(tabs()->currentIndex() == 0 && undo()->isEnabled() && doc().isChanged());
     undo()->trigger();
     EXPECT_EQ(rows()[17].factors, before[17].factors);
 

@@ -15,9 +15,7 @@
 
 namespace {
 
-QString u(const char* t) {
-    return QString::fromUtf8(t);
-}
+const auto u = [](const char* t) { return QString::fromUtf8(t); };
 
 struct RunResult {
     int code = -1;
@@ -136,18 +134,13 @@ protected:
 TEST(PrintJobReading, EveryLineWithASizeOrAValueIsReadWithItsFieldsInPlace) {
     constexpr std::int64_t lowest = std::numeric_limits<std::int64_t>::min();
     RowTable rows;
-    rows[1].setSize(u("15A"));
-    rows[1].adoptedUnitPrice = Currency::fromRaw(lowest);
+    rows[1].setSize(u("15A")), rows[1].adoptedUnitPrice = Currency::fromRaw(lowest);
     rows[1].submittedUnitPrice = Currency::fromRaw(std::numeric_limits<std::int64_t>::max());
     rows[OptionRow].factor(5) = Currency::fromRaw(lowest);
-    rows[2].setSize(u(" "));
-    rows[2].submittedUnitPrice = strToCurr(u("1234"));
-    rows[3].setSize(u(" "));
-    rows[4].factor(5) = strToCurr(u("0.0001"));
-    rows[5].setUnit(u("ｍ"));
+    rows[2].setSize(u(" ")), rows[2].submittedUnitPrice = strToCurr(u("1234"));
+    rows[3].setSize(u(" ")), rows[4].factor(5) = strToCurr(u("0.0001")), rows[5].setUnit(u("ｍ"));
     rows[6].setSize(u("ｱ鋼屋管")); // six bytes: the last is half of 管
-    rows[6].setUnit(u("ｍ"));
-    rows[6].submittedUnitPrice = strToCurr(u("3388"));
+    rows[6].setUnit(u("ｍ")), rows[6].submittedUnitPrice = strToCurr(u("3388"));
     const QStringList data =
         textLinesOfBytes(exportRowsText(ExportPrint, rows, sheetOfRows(rows), {}));
     PrintJob job;
@@ -157,10 +150,9 @@ TEST(PrintJobReading, EveryLineWithASizeOrAValueIsReadWithItsFieldsInPlace) {
     ASSERT_EQ(job.blocks.size(), 4);
     const auto& l = job.blocks[0].lines;
     ASSERT_EQ(l.size(), 5);
-    EXPECT_EQ(QStringList({l[0][2], l[0][18], l[1][18], l[3][8], l[4][0], l[4][1], l[4][18]})
-                  .join(QLatin1Char('|'))
-                  .toStdString(),
-              "-922,337,203,685,478|922,337,203,685,478|1,234|0.0001|ｱ鋼屋|ｍ|3,388");
+    const QString fields =
+        QStringList({l[0][2], l[0][18], l[1][18], l[3][8], l[4][0], l[4][1], l[4][18]}).join('|');
+    EXPECT_EQ(fields, u("-922,337,203,685,478|922,337,203,685,478|1,234|0.0001|ｱ鋼屋|ｍ|3,388"));
     for (const char* bad : {"1e5", "1.2.3", "-", "１２"}) {
         QStringList f = data[0].split(QLatin1Char(';'));
         f[6] = u(bad);
@@ -193,12 +185,10 @@ TEST_F(ListpressProgram, HardestPagesShowEveryTextWholeAndApart) {
     const QStringList names = {u("ﾌﾗﾝｼﾞ付硬質塩化ﾋﾞﾆﾙﾗｲﾆﾝｸﾞ鋼管(FVA)ｽｹｼﾞｭｰﾙ40ﾈｼﾞ兼用"),
                                u("給水・給湯・消火設備兼用系統（高層階加圧ポンプ二次側）"),
                                u("ﾌﾗﾝｼﾞ接合（ﾙｰｽﾞﾌﾗﾝｼﾞ）及びねじ接合（管端防食継手）")};
-    for (int i = 0; i < 3; ++i)
-        rows[i + 1].setGoods(names[i]);
     const QString building = u("公共建築工事標準単価積算基準令和六年版機械設備工事編第二章");
     const QString page = u("配管工事第三節給水給湯設備配管歩掛参考資料二百十一から二百十五");
-    rows[4].setGoods(building);
-    rows[5].setGoods(page);
+    for (int i = 0; i < 5; ++i)
+        rows[i + 1].setGoods((names + QStringList{building, page})[i]);
     ASSERT_EQ((rows[4].goods() + rows[5].goods()).size(), 60);
     rows[OptionRow].factor(5) = strToCurr(u("98765432.1"));
     const QStringList sizes = {u("15A"), u(" "), u("300A")};
@@ -208,8 +198,7 @@ TEST_F(ListpressProgram, HardestPagesShowEveryTextWholeAndApart) {
         QStringList amounts;
         for (int line = 1; line <= 3; ++line) {
             PipeRow& r = rows[line];
-            r.setSize(sizes[line - 1]);
-            r.setUnit(u("ｍ"));
+            r.setSize(sizes[line - 1]), r.setUnit(u("ｍ"));
             auto next = [&] {
                 const Currency c = strToCurr(QString::number(
                     std::pow(10.0, digits - 1) * line + 1234567.0 * (amounts.size() % 17 + 1), 'f',
@@ -217,8 +206,7 @@ TEST_F(ListpressProgram, HardestPagesShowEveryTextWholeAndApart) {
                 amounts << formatAmount(c);
                 return c;
             };
-            r.adoptedUnitPrice = next();
-            r.submittedPrice = next();
+            r.adoptedUnitPrice = next(), r.submittedPrice = next();
             for (int e = 1; e <= 7; ++e)
                 r.factor(e) = next();
             for (int e = 0; e < 7; ++e)
@@ -228,12 +216,12 @@ TEST_F(ListpressProgram, HardestPagesShowEveryTextWholeAndApart) {
         rows[3].submittedUnitPrice = Currency::fromRaw(std::numeric_limits<std::int64_t>::max());
         amounts.last() = u("922,337,203,685,478");
         writePrintHandOff({root, 2, {}, QDate(2026, 11, 23)}, rows, sheetOfRows(rows));
-        const Pdf pdf = print(QStringLiteral("hard.pdf"));
+        const Pdf pdf = print(u("hard.pdf"));
         EXPECT_EQ(pdf.pages, pages);
         const QString sample = qEnvironmentVariable("QORVALE_PRINT_SAMPLE");
         if (digits == 9 && !sample.isEmpty()) {
             QFile::remove(sample);
-            QFile::copy(dir.filePath(QStringLiteral("hard.pdf")), sample);
+            QFile::copy(dir.filePath(u("hard.pdf")), sample);
         }
         QStringList texts;
         for (const PdfWord& w : pdf.words)
@@ -325,39 +313,32 @@ TEST_F(ListpressProgram, RefrigerantSheetIsOnePageWithItsLabels) {
 TEST_F(ListpressProgram, BrokenInputGivesTheMessageAndExitCodeOne) {
     const RunResult help = run(Listpress, {QStringLiteral("--help")});
     EXPECT_TRUE(help.code == 0 && help.out.contains(u("--pdf")));
-    EXPECT_EQ(run(Listpress, {QStringLiteral("--pdf"), dir.filePath(QStringLiteral("x.pdf"))}).code,
-              2);
-    RunResult r = run(Listpress, {QStringLiteral("--pdf"), dir.filePath(QStringLiteral("x.pdf")),
-                                  dir.filePath(QStringLiteral("nowhere")) + ';'});
+    const QString x = dir.filePath(u("x.pdf"));
+    EXPECT_EQ(run(Listpress, {u("--pdf"), x}).code, 2);
+    RunResult r = run(Listpress, {u("--pdf"), x, dir.filePath(u("nowhere")) + ';'});
     EXPECT_EQ(r.code, 1);
     EXPECT_TRUE(r.err.contains(u("データフォルダー")) && r.err.contains(QStringLiteral("nowhere")))
         << r.err.toStdString();
-    // A file of the hand-off, its line replaced by a text (line 0: the file removed), and the
-    // message. A ";" inside a text gives too many fields: no number is taken from the wrong
-    // place.
-    const struct {
-        QString file;
-        int line;
-        const char *text, *message;
-    } cases[] = {
-        {printDataPath(root), 0, "", "print_Data.dat が見つかりません"},
-        {printDataPath(root), 3, "a;b;c;d;15A;m;1;2;",
-         "print_Data.dat の 3 行目: 項目が足りません"},
-        {printDataPath(root), 4,
+    // A line of the data file replaced by a text (line 0: the file removed; line 9: of the
+    // header), and the message. A ";" inside a text gives too many fields: no number is taken from
+    // the wrong place.
+    const std::tuple<int, const char*, const char*> cases[] = {
+        {0, "", "print_Data.dat が見つかりません"},
+        {3, "a;b;c;d;15A;m;1;2;", "print_Data.dat の 3 行目: 項目が足りません"},
+        {4,
          "a;b;c;屋内;一般;15A;ｍ;3,380;640;1.1;0.55;0.05;0.1;0.069;0.015;0.1;704;352;32;64;1,670;"
          "363;203;3,388;",
          "print_Data.dat の 4 行目: 項目が多すぎます（23 項目のところ 24 項目）"},
-        {printDataPath(root), 5,
+        {5,
          "a;b;c;屋内一般;15A;ｍ;3,380;abc;1.1;0.55;0.05;0.1;0.069;0.015;0.1;704;352;32;64;1,670;"
          "363;203;3,388;",
          "print_Data.dat の 5 行目 8 項目目: 「abc」は数値ではありません"},
-        {printHeaderPath(root), 9, "[ti]=x1", "print_header.dat の 9 行目"}};
-    for (const auto& k : cases) {
+        {9, "[ti]=x1", "print_header.dat の 9 行目"}};
+    for (const auto& [line, text, message] : cases) {
         handOff(1, 1, 0);
-        replaceLine(k.file, k.line, k.text);
-        r = pdfOf(QStringLiteral("x.pdf"));
-        EXPECT_EQ(r.code, 1) << k.message;
-        EXPECT_TRUE(r.err.contains(u(k.message))) << r.err.toStdString();
+        replaceLine(line == 9 ? printHeaderPath(root) : printDataPath(root), line, text);
+        r = pdfOf(u("x.pdf"));
+        EXPECT_TRUE(r.code == 1 && r.err.contains(u(message))) << r.code << r.err.toStdString();
     }
 }
 

@@ -48,13 +48,22 @@ QStringList filesIn(const QString& folder) {
 void onFullDisk(rlim_t bytes, const std::function<void()>& act) {
     rlimit old{};
     getrlimit(RLIMIT_FSIZE, &old);
-    rlimit lim = old;
-    lim.rlim_cur = bytes;
+    rlimit lim{bytes, old.rlim_max};
     const auto previous = std::signal(SIGXFSZ, SIG_IGN);
     EXPECT_EQ(setrlimit(RLIMIT_FSIZE, &lim), 0);
     act();
     setrlimit(RLIMIT_FSIZE, &old);
     std::signal(SIGXFSZ, previous);
+}
+
+// The message of what act throws as an E.
+template <class E> QString thrown(const std::function<void()>& act) {
+    try {
+        act();
+    } catch (const E& e) {
+        return QString::fromUtf8(e.what());
+    }
+    return "(nothing thrown)";
 }
 
 // Runs act as an ordinary user, so that file permissions hold (root passes
@@ -66,14 +75,9 @@ void asOrdinaryUser(const std::function<void()>& act) {
     EXPECT_TRUE(!root || (seteuid(0) == 0 && setegid(0) == 0));
 }
 
-void setMode(const QString& path, mode_t mode) {
-    ASSERT_EQ(chmod(QFile::encodeName(path).constData(), mode), 0) << path.toStdString();
-}
-
-bool japanese(const QString& text) {
-    for (QChar c : text)
-        if (c.unicode() >= 0x3040 && c.unicode() <= 0x9FFF) return true;
-    return false;
+void setModes(std::initializer_list<std::pair<QString, mode_t>> modes) {
+    for (const auto& [path, mode] : modes)
+        ASSERT_EQ(chmod(QFile::encodeName(path).constData(), mode), 0) << path.toStdString();
 }
 
 class Faults : public WorkspaceFixture {
@@ -86,6 +90,7 @@ protected:
                     "CAST(NO AS INTEGER)");
     }
     QString integrity() { return dump("PRAGMA integrity_check").join('\n'); }
+    void save() { form->header()->saveButton()->click(); }
 
     // The box i, its instruction and its content together.
     QString box(std::size_t i) const {
@@ -96,69 +101,65 @@ protected:
         if (box(i).contains(u(text))) return testing::AssertionSuccess();
         return testing::AssertionFailure() << box(i).toStdString();
     }
+    // The one box of an output that could not write its files.
+    bool writeErrorShown() const {
+        return boxHas(0, "ファイルを書き込めませんでした") &&
+               dialogs.boxes()[0].icon == TaskDialog::IconError;
+    }
     // Everything readable by the ordinary user of asOrdinaryUser.
     void openFolders() {
         for (QString p = QFileInfo(db).absolutePath();
              p.startsWith(dir.path()) && p.size() >= dir.path().size();
              p = QFileInfo(p).absolutePath()) {
-            setMode(p, 0755);
+            setModes({{p, 0755}});
             if (p == dir.path()) break;
         }
-        setMode(dataRootPath(), 0777);
+        setModes({{dataRootPath(), 0777}});
     }
 };
 
 // A read-only database, then a full disk: each save is refused and keeps
 // the rows on screen and in the file; writable again, the same rows save.
 TEST_F(Faults, AReadOnlyDatabaseOrAFullDiskRefusesTheSaveAndKeepsEverything) {
-    MainWindow& f = open();
+    open();
     typeFactor(4, 2, "9");
     const QStringList before = group1(), saved = doc().savedLines();
     auto refused = [&](std::size_t i) {
         ASSERT_EQ(dialogs.boxes().size(), i + 1) << box(i + 1).toStdString();
-        EXPECT_TRUE(
-            box(i).startsWith(u("ERROR|")) &&
-            box(i).endsWith(u("この管種は保存されていません。データベースの内容は変わっていま"
-                              "せん。")))
+        EXPECT_TRUE(box(i).startsWith(u("ERROR|")) &&
+                    box(i).endsWith(u("この管種は保存されていません。データベースの内容は変"
+                                      "わっていません。")))
             << box(i).toStdString();
-        EXPECT_EQ(doc().savedLines(), saved);
-        EXPECT_TRUE(doc().isChanged());
-        EXPECT_EQ(group1(), before);
+        EXPECT_TRUE(doc().savedLines() == saved && doc().isChanged() && group1() == before);
         EXPECT_EQ(integrity(), "ok");
     };
     const QString folder = QFileInfo(db).absolutePath();
     openFolders();
-    setMode(db, 0444);
-    setMode(folder, 0555);
-    asOrdinaryUser([&] { f.header()->saveButton()->click(); });
-    setMode(folder, 0755);
-    setMode(db, 0644);
+    setModes({{db, 0444}, {folder, 0555}});
+    asOrdinaryUser([&] { save(); });
+    setModes({{folder, 0755}, {db, 0644}});
     refused(0);
     EXPECT_TRUE(dialogs.messages().empty());
     typeFactor(4, 3, "8");
-    onFullDisk(512, [&] {
-        f.header()->saveButton()->click();
-    }); // not even the journal of one statement fits
+    onFullDisk(512, [&] { save(); }); // not even the journal of one statement fits
     refused(1);
     EXPECT_FALSE(QFileInfo::exists(db + "-journal"));
-    f.header()->saveButton()->click();
+    save();
     EXPECT_TRUE(boxHas(2, "保存しました。"));
-    EXPECT_EQ(stored(1, 1, 2, "DATA1"), "9");
-    EXPECT_EQ(stored(1, 1, 3, "DATA1"), "8");
+    EXPECT_EQ(QStringList({stored(1, 1, 2, "DATA1"), stored(1, 1, 3, "DATA1")}).join('|'), "9|8");
 }
 
 TEST_F(Faults, AFullDiskAtClosingSaysSoAndClosesWithTheRowsSaved) {
     MainWindow& f = open();
     typeFactor(4, 2, "6");
-    f.header()->saveButton()->click(); // saved before the disk fills
+    save(); // saved before the disk fills
     ASSERT_TRUE(boxHas(0, "保存しました。"));
     QFile::remove(displayFilePath(dataRoot));
     onFullDisk(0, [&] { EXPECT_TRUE(f.close()); });
     EXPECT_FALSE(QFileInfo::exists(displayFilePath(dataRoot)));
     form.reset();
     ASSERT_EQ(dialogs.boxes().size(), 2u);
-    EXPECT_TRUE(japanese(box(1))) << box(1).toStdString();
-    EXPECT_TRUE(boxHas(1, "表示設定"));
+    EXPECT_TRUE(boxHas(1, "表示設定")); // in Japanese
     EXPECT_EQ(stored(1, 1, 2, "DATA1"), "6");
     EXPECT_EQ(integrity(), "ok");
 }
@@ -172,7 +173,6 @@ TEST_F(Faults, ADataFolderThatGoesAwayClosesWithAMessageAndNoCrash) {
     EXPECT_TRUE(f.close());
     form.reset();
     ASSERT_EQ(dialogs.boxes().size(), 1u);
-    EXPECT_TRUE(japanese(box(0))) << box(0).toStdString();
     EXPECT_TRUE(boxHas(0, "表示設定"));
     EXPECT_EQ(group1(), before);
 
@@ -198,31 +198,26 @@ TEST_F(Faults, ALibraryFolderThatCannotBeWrittenOrAFullDiskKeepsItsEntries) {
     ASSERT_TRUE(boxHas(0, "選択用標準歩掛として登録しました。"));
     const QByteArray kept = bytesOf(entry);
     ASSERT_EQ(kept.size(), FdkFileSize);
-    auto entryKept = [&] {
-        EXPECT_EQ(bytesOf(entry), kept);
-        EXPECT_EQ(filesIn(library).size(), 1);
-    };
+    auto entryKept = [&] { EXPECT_TRUE(bytesOf(entry) == kept && filesIn(library).size() == 1); };
     writeWindowFile(dataRoot, "w", 1, 2, 3, 4);
     const QByteArray window = bytesOf(windowFilePath(dataRoot, "w"));
     typeFactor(4, 2, "5");
-    onFullDisk(4096, [&] { f.menus().edit.saveLibraryItem->trigger(); }); // less than one entry
-    onFullDisk(16,
-               [&] { writeWindowFile(dataRoot, "w", 5, 6, 7, 8); }); // less than the window file
+    // Less than one entry, less than the window file.
+    onFullDisk(4096, [&] { f.menus().edit.saveLibraryItem->trigger(); });
+    onFullDisk(16, [&] { writeWindowFile(dataRoot, "w", 5, 6, 7, 8); });
     ASSERT_EQ(dialogs.boxes().size(), 2u);
     EXPECT_TRUE(boxHas(1, "入出力エラー: 標準歩掛のファイルに書き込めません。"));
     entryKept();
     EXPECT_EQ(bytesOf(windowFilePath(dataRoot, "w")), window);
 
     openFolders();
-    setMode(dir.path(), 0755);
-    setMode(library, 0555);
-    setMode(entry, 0444);
+    setModes({{dir.path(), 0755}, {library, 0555}, {entry, 0444}});
     asOrdinaryUser([&] {
         f.menus().edit.saveLibraryItem->trigger(); // the same name
         f.header()->goodsBox()->setText(u("新規"));
         f.menus().edit.saveLibraryItem->trigger(); // a new one
     });
-    setMode(library, 0755);
+    setModes({{library, 0755}});
     ASSERT_EQ(dialogs.boxes().size(), 4u);
     for (std::size_t i = 2; i <= 3; ++i)
         EXPECT_TRUE(boxHas(i, "入出力エラー: 標準歩掛のファイル") && boxHas(i, "理由: "));
@@ -247,8 +242,10 @@ TEST_F(Faults, AFullDiskKeepsTheOldCsvAndPrintFilesWhole) {
     ASSERT_EQ(dialogs.processes().size(), 1u);
     const QByteArray oldData = bytesOf(printDataPath(dataRoot));
     ASSERT_GT(oldData.size(), 4096);
-    const QStringList before = filesIn(dir.path()),
-                      printBefore = filesIn(printFolderPath(dataRoot));
+    auto listing = [&] {
+        return std::pair(filesIn(dir.path()), filesIn(printFolderPath(dataRoot)));
+    };
+    const auto before = listing();
     onFullDisk(1024, [&] {
         whenModal([](QWidget* w) {
             auto* d = qobject_cast<ExcelOptionsDialog*>(w);
@@ -258,23 +255,15 @@ TEST_F(Faults, AFullDiskKeepsTheOldCsvAndPrintFilesWhole) {
         });
         dialogs.answerFile(csv);
         // The CSV command's failure goes to the program's error handler.
-        try {
-            f.outputs()->exportCsvFile();
-            ADD_FAILURE() << "the CSV was written on a full disk";
-        } catch (const FileError& e) {
-            EXPECT_TRUE(QString::fromUtf8(e.what()).contains(u("ディスクに空きがありません")))
-                << e.what();
-        }
+        const QString csvError = thrown<FileError>([&] { f.outputs()->exportCsvFile(); });
+        EXPECT_TRUE(csvError.contains(u("ディスクに空きがありません"))) << csvError.toStdString();
         f.menus().actions.printAction->trigger();
     });
     ASSERT_EQ(dialogs.boxes().size(), 1u) << box(0).toStdString();
-    EXPECT_TRUE(boxHas(0, "ファイルを書き込めませんでした"));
-    EXPECT_EQ(dialogs.boxes()[0].icon, TaskDialog::IconError);
+    EXPECT_TRUE(writeErrorShown());
     // The old files as they were, nothing beside them, and no print run.
-    EXPECT_EQ(bytesOf(csv), oldCsv);
-    EXPECT_EQ(bytesOf(printDataPath(dataRoot)), oldData);
-    EXPECT_EQ(filesIn(dir.path()), before);
-    EXPECT_EQ(filesIn(printFolderPath(dataRoot)), printBefore);
+    EXPECT_TRUE(bytesOf(csv) == oldCsv && bytesOf(printDataPath(dataRoot)) == oldData);
+    EXPECT_EQ(listing(), before);
     EXPECT_EQ(dialogs.processes().size(), 1u);
     dialogs.answerBox(TaskDialog::IdNo); // close: do not save the rows
 }
@@ -283,8 +272,7 @@ TEST_F(Faults, PrintAndTempFoldersThatCannotBeWrittenKeepTheirFiles) {
     MainWindow& f = open();
     f.menus().actions.printAction->trigger();
     f.menus().actions.excelOutAction->trigger();
-    ASSERT_EQ(dialogs.processes().size(), 1u);
-    ASSERT_EQ(dialogs.documents().size(), 1);
+    ASSERT_TRUE(dialogs.processes().size() == 1 && dialogs.documents().size() == 1);
     ASSERT_TRUE(dialogs.boxes().empty()) << box(0).toStdString();
     const QString temp = QFileInfo(excelStreamPath(dataRoot)).absolutePath();
     const QString print = printFolderPath(dataRoot);
@@ -293,38 +281,29 @@ TEST_F(Faults, PrintAndTempFoldersThatCannotBeWrittenKeepTheirFiles) {
     QList<QByteArray> kept;
     for (const QString& p : files) {
         kept << bytesOf(p);
-        setMode(p, 0444);
+        setModes({{p, 0444}});
     }
     ASSERT_TRUE(QFile::remove(dialogs.documents()[0]));
     openFolders();
-    for (const QString& p : {print, temp, dataRoot})
-        setMode(p, 0555);
+    setModes({{print, 0555}, {temp, 0555}, {dataRoot, 0555}});
     typeFactor(4, 2, "5"); // something on screen that differs from the files
     QString excelError;
     asOrdinaryUser([&] {
         f.menus().actions.printAction->trigger();
         // The Excel command's failure goes to the program's error handler.
-        try {
-            f.outputs()->exportWorkbook();
-        } catch (const std::exception& e) {
-            excelError = QString::fromUtf8(e.what());
-        }
+        excelError = thrown<std::exception>([&] { f.outputs()->exportWorkbook(); });
     });
-    setMode(dataRoot, 0777);
-    setMode(print, 0755);
-    setMode(temp, 0755);
+    setModes({{dataRoot, 0777}, {print, 0755}, {temp, 0755}});
     ASSERT_EQ(dialogs.boxes().size(), 1u);
-    EXPECT_TRUE(boxHas(0, "ファイルを書き込めませんでした"));
-    EXPECT_EQ(dialogs.boxes()[0].icon, TaskDialog::IconError);
+    EXPECT_TRUE(writeErrorShown());
     EXPECT_TRUE(excelError.contains(u("ファイルを書き込めませんでした")))
         << excelError.toStdString();
     for (int i = 0; i < int(files.size()); ++i)
         EXPECT_EQ(bytesOf(files[i]), kept[i]) << files[i].toStdString();
-    EXPECT_EQ(filesIn(print).size(), 3);
-    EXPECT_EQ(filesIn(temp).size(), 1);
+    EXPECT_EQ(std::tuple(filesIn(print).size(), filesIn(temp).size(), dialogs.documents().size()),
+              std::tuple(3, 1, 1));
     EXPECT_TRUE(QDir(dataRoot).entryList({"*.xlsx"}, QDir::Files).isEmpty());
     EXPECT_EQ(dialogs.processes().size(), 1u);
-    EXPECT_EQ(dialogs.documents().size(), 1);
     dialogs.answerBox(TaskDialog::IdNo); // close: do not save the rows
 }
 
@@ -413,8 +392,7 @@ TEST_F(KilledRecalc, LeavesAWholeFileWithEveryRowOldOrNew) {
     ASSERT_EQ(run(120000), 0);
     const int fullMs = int(timer.elapsed());
     const QStringList newRows = group1();
-    ASSERT_EQ(newRows.size(), oldRows.size());
-    ASSERT_EQ(newRows.size(), 20 * 60);
+    ASSERT_TRUE(newRows.size() == oldRows.size() && newRows.size() == 20 * 60);
     int changed = 0;
     for (int i = 0; i < int(newRows.size()); ++i)
         changed += newRows[i] != oldRows[i];

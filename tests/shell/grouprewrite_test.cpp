@@ -23,11 +23,8 @@ class GroupRewrite : public WorkspaceFixture {
 protected:
     void exec(const char* sql) { ASSERT_EQ(execStatement(dialogs, db, sql), 1); }
     QStringList lines(const QString& sql) { return queryToLines(db, sql).lines; }
-    // The option rows of every group but grp.
-    QStringList optionRowsOutside(int grp) {
-        return lines(
-            QString("SELECT * FROM ex_kanzai WHERE NO='60' AND GRP<>'%1' ORDER BY GRP,KAN;")
-                .arg(grp));
+    QStringList optionRowsOutsideGroup1() {
+        return lines("SELECT * FROM ex_kanzai WHERE NO='60' AND GRP<>'1' ORDER BY GRP,KAN;");
     }
     Currency storedCurrency(int grp, int kan, int no, const char* column) {
         return strToCurrDef(stored(grp, kan, no, column), Currency::fromInt(-999999));
@@ -50,12 +47,13 @@ protected:
         QObject::connect(form.get(), &QWidget::windowTitleChanged,
                          [this](const QString& t) { captions << t; });
     }
-    int messagesWith(const char* text) const {
-        int n = 0;
+    QStringList messageTexts() const {
+        QStringList texts;
         for (const ScriptedDialogs::ShownMessage& m : dialogs.messages())
-            n += m.text == u(text);
-        return n;
+            texts << m.text;
+        return texts;
     }
+    int messagesWith(const char* text) const { return int(messageTexts().count(u(text))); }
     bool formClosedToTheUser() const {
         QDialog* progress = form->groupRewrite()->progressWindow();
         return form->groupRewrite()->running() && !form->centralWidget()->isEnabled() &&
@@ -75,11 +73,9 @@ protected:
         while (form->isVisible() && waited.elapsed() < 60000)
             QTest::qWait(5);
     }
-    void expectOpenAgain() {
-        EXPECT_FALSE(form->groupRewrite()->running());
-        EXPECT_TRUE(form->centralWidget()->isEnabled());
-        EXPECT_TRUE(form->menuBar()->isEnabled());
-        EXPECT_FALSE(form->groupRewrite()->progressWindow()->isVisible());
+    bool openAgain() const {
+        return !form->groupRewrite()->running() && form->centralWidget()->isEnabled() &&
+               form->menuBar()->isEnabled() && !form->groupRewrite()->progressWindow()->isVisible();
     }
 
     QStringList captions;
@@ -87,19 +83,18 @@ protected:
 
 TEST_F(GroupRewrite, NoOnEitherQuestionChangesNothing) {
     MainWindow& f = open();
-    EXPECT_TRUE(f.menus().edit.optionChangeItem->isEnabled());
-    EXPECT_TRUE(f.menus().edit.labourCostChangeItem->isEnabled());
+    EXPECT_TRUE(f.menus().edit.optionChangeItem->isEnabled() &&
+                f.menus().edit.labourCostChangeItem->isEnabled());
     f.optionPanel()->digitsRadio()->setItemIndex(1);
     f.optionPanel()->labourCostSubmittedEdit()->setValue(12345);
     f.optionPanel()->labourCostCostEdit()->setValue(2345.04); // as a float x 10000: 23450399.99...
     const QString all = "SELECT * FROM ex_kanzai ORDER BY CTG,GRP,KAN,NO;";
     const QStringList before = lines(all);
-    dialogs.answerBox(TD::IdNo);
-    f.menus().edit.optionChangeItem->trigger();
-    dialogs.answerBox(TD::IdNo);
-    f.menus().edit.labourCostChangeItem->trigger();
-    EXPECT_FALSE(f.groupRewrite()->running());
-    EXPECT_EQ(f.groupRewrite()->progressWindow(), nullptr);
+    for (QAction* item : {f.menus().edit.optionChangeItem, f.menus().edit.labourCostChangeItem}) {
+        dialogs.answerBox(TD::IdNo);
+        item->trigger();
+    }
+    EXPECT_FALSE(f.groupRewrite()->running() || f.groupRewrite()->progressWindow());
     EXPECT_EQ(lines(all), before);
     EXPECT_TRUE(dialogs.messages().empty());
     ASSERT_EQ(dialogs.boxes().size(), 2u);
@@ -112,7 +107,7 @@ TEST_F(GroupRewrite, OptionChangeGivesTheGroupTheDisplayedOptionsAndRecomputesIt
     // Two pipe types with rates of their own on the submitted side.
     exec("UPDATE ex_kanzai SET GROSS='55' WHERE GRP='1' AND KAN='3' AND NO='60';");
     exec("UPDATE ex_kanzai SET GROSS='12.5' WHERE GRP='1' AND KAN='8' AND NO='60';");
-    const QStringList otherGroupOptions = optionRowsOutside(1);
+    const QStringList otherGroupOptions = optionRowsOutsideGroup1();
     MainWindow& f = open();
     recordCaptions();
     OptionPanel& p = *f.optionPanel();
@@ -137,36 +132,30 @@ TEST_F(GroupRewrite, OptionChangeGivesTheGroupTheDisplayedOptionsAndRecomputesIt
     EXPECT_FALSE(f.groupRewrite()->running());
 
     PipeTypeOptions o(rows()[OptionRow]);
-    EXPECT_EQ(o.labourSubmitted(), Currency::fromInt(20500));
-    EXPECT_EQ(o.rateCost(), strToCurr("47.5"));
-    const std::pair<const char*, Currency> shown[] = {
-        {"DATA5", o.labourSubmitted()},
-        {"DATA4", o.labourCost()},
-        {"NET", o.rateCost()},
-        {"NTANKA", o.rateOn()},
-        {"GTANKA", o.unitDigits()},
-        {"FTANKA", o.unitFraction()},
-        {"DATA2", o.adoptedDigits()},
-        {"DATA3", o.adoptedFraction()},
-        {"DATA6", o.elementDigits()},
-        {"DATA7", o.elementFraction()},
-        {"FLAG", Currency::fromInt(o.modeFlag())},
-        {"YOSAN", Currency::fromInt(o.otherMethod())}};
-    for (auto [column, value] : shown)
-        EXPECT_EQ(group1Options(column), QStringList(GroupPipeTypes, currToStr(value))) << column;
+    EXPECT_TRUE(o.labourSubmitted() == Currency::fromInt(20500) &&
+                o.rateCost() == strToCurr("47.5"));
+    QStringList shown;
+    for (Currency v :
+         {o.labourSubmitted(), o.labourCost(), o.rateCost(), o.rateOn(), o.unitDigits(),
+          o.unitFraction(), o.adoptedDigits(), o.adoptedFraction(), o.elementDigits(),
+          o.elementFraction(), Currency::fromInt(o.modeFlag()), Currency::fromInt(o.otherMethod())})
+        shown << currToStr(v);
+    const char* columns[] = {"DATA5", "DATA4", "NET",   "NTANKA", "GTANKA", "FTANKA",
+                             "DATA2", "DATA3", "DATA6", "DATA7",  "FLAG",   "YOSAN"};
+    for (int i = 0; i < 12; ++i)
+        EXPECT_EQ(group1Options(columns[i]), QStringList(GroupPipeTypes, shown[i])) << columns[i];
     // Each keeps its own submitted rate; the current one has the displayed one.
-    EXPECT_EQ(stored(1, 3, 60, "GROSS"), "55");
-    EXPECT_EQ(stored(1, 8, 60, "GROSS"), "12.5");
-    EXPECT_EQ(stored(1, 1, 60, "GROSS"), "91");
+    EXPECT_EQ(QStringList({stored(1, 3, 60, "GROSS"), stored(1, 8, 60, "GROSS"),
+                           stored(1, 1, 60, "GROSS")}),
+              QStringList({"55", "12.5", "91"}));
     expectGroupComputed(1);
-    EXPECT_EQ(optionRowsOutside(1), otherGroupOptions); // other groups are not touched
+    EXPECT_EQ(optionRowsOutsideGroup1(), otherGroupOptions); // other groups are not touched
 
     // The entry was saved and is in the rows brought back.
-    EXPECT_EQ(rows()[4].listPrice, Currency::fromInt(4321));
-    EXPECT_EQ(stored(1, 1, 4, "TEIKA"), "4321");
-    EXPECT_FALSE(doc().isChanged());
+    EXPECT_TRUE(rows()[4].listPrice == Currency::fromInt(4321) &&
+                stored(1, 1, 4, "TEIKA") == "4321");
     // The undo would bring back rows from before the run.
-    EXPECT_FALSE(f.menus().actions.undoAction->isEnabled());
+    EXPECT_FALSE(doc().isChanged() || f.menus().actions.undoAction->isEnabled());
 
     // The progress, then the caption back and the end shown once.
     EXPECT_EQ(captions.size(), GroupRewriteSteps + 1);
@@ -185,11 +174,11 @@ TEST_F(GroupRewrite, RefrigerantModeGoesToTheWholeGroup) {
 
 TEST_F(GroupRewrite, BaseLabourCostsGoToEveryGroupButOnlyTheCurrentIsRecomputed) {
     exec("UPDATE ex_kanzai SET UKEY='61' WHERE GRP='3' AND KAN='2' AND NO='60';");
-    const QString keptCost = stored(3, 2, 60, "DATA4"), keptSubmitted = stored(3, 2, 60, "DATA5");
+    auto ownCosts = [&] { return stored(3, 2, 60, "DATA4") + '|' + stored(3, 2, 60, "DATA5"); };
+    const QString kept = ownCosts();
     MainWindow& f = open();
     clickNode(21 + 4); // group 2, pipe type 4
-    ASSERT_EQ(f.currentGroup, 2);
-    ASSERT_EQ(f.currentPipeType, 4);
+    ASSERT_EQ(std::pair(f.currentGroup, f.currentPipeType), std::pair(2, 4));
     const QStringList group1Before = StoredPrices(db, 1, 6);
     // An entry not saved: the run loads the pipe type from the table.
     const Currency entered = Currency::fromInt(98765);
@@ -197,9 +186,10 @@ TEST_F(GroupRewrite, BaseLabourCostsGoToEveryGroupButOnlyTheCurrentIsRecomputed)
     doc().refreshLines();
     // A base labour cost typed and not applied by Enter.
     f.activateWindow();
-    f.optionPanel()->labourCostSubmittedEdit()->setFocus();
-    f.optionPanel()->labourCostSubmittedEdit()->selectAll();
-    QTest::keyClicks(f.optionPanel()->labourCostSubmittedEdit(), "31234");
+    NumberEdit* submitted = f.optionPanel()->labourCostSubmittedEdit();
+    submitted->setFocus();
+    submitted->selectAll();
+    QTest::keyClicks(submitted, "31234");
     f.optionPanel()->labourCostCostEdit()->setValue(27000);
     ASSERT_NE(doc().options().labourSubmitted(), Currency::fromInt(31234));
 
@@ -220,9 +210,8 @@ TEST_F(GroupRewrite, BaseLabourCostsGoToEveryGroupButOnlyTheCurrentIsRecomputed)
     for (const QString& line : optionRows)
         ASSERT_TRUE(nthField(line, 3) == "27000" && nthField(line, 4) == "31234")
             << line.toStdString();
-    EXPECT_EQ(stored(3, 2, 60, "DATA4"), keptCost);
-    EXPECT_EQ(stored(3, 2, 60, "DATA5"), keptSubmitted);
-    EXPECT_NE(keptSubmitted, "31234");
+    EXPECT_EQ(ownCosts(), kept);
+    EXPECT_FALSE(kept.endsWith("|31234"));
     // The current group is recomputed under the new costs, the others keep
     // their stored prices until shown and saved.
     expectGroupComputed(2);
@@ -246,11 +235,9 @@ TEST_F(GroupRewrite, TheFormIsClosedToTheUserUntilTheEndHasBeenShown) {
         EXPECT_TRUE(formClosedToTheUser());
         QDialog* progress = f.groupRewrite()->progressWindow();
         auto* bar = progress->findChild<QProgressBar*>("GroupProgressBar");
-        ASSERT_NE(bar, nullptr);
-        EXPECT_EQ(bar->maximum(), GroupRewriteSteps);
+        ASSERT_TRUE(bar && bar->maximum() == GroupRewriteSteps);
         // The bar follows at most a screen frame behind the caption.
-        EXPECT_GE(bar->value(), 1);
-        EXPECT_LE(bar->value(), 5 * GroupCalcRows + 12);
+        EXPECT_TRUE(bar->value() >= 1 && bar->value() <= 5 * GroupCalcRows + 12) << bar->value();
         // Grid entry, a tree click, an option and a second run: none reaches
         // the rows.
         QTest::keyClicks(f.sheet()->compositeGrid(), "7");
@@ -261,19 +248,16 @@ TEST_F(GroupRewrite, TheFormIsClosedToTheUserUntilTheEndHasBeenShown) {
         f.menus().actions.optionChangeAction->trigger(); // asks nothing while a run works
         // The progress window stays up against Esc, and still paints.
         QTest::keyClick(progress, Qt::Key_Escape);
-        EXPECT_TRUE(progress->isVisible());
-        EXPECT_FALSE(progress->grab().isNull());
+        EXPECT_TRUE(progress->isVisible() && !progress->grab().isNull());
     });
     dialogs.onMessage = [&] { lockedAtTheEnd = formClosedToTheUser(); };
     runOptionChange();
-    EXPECT_TRUE(checked);
-    EXPECT_TRUE(lockedAtTheEnd);
+    EXPECT_TRUE(checked && lockedAtTheEnd);
     EXPECT_EQ(messagesWith("終了しました。"), 1);
-    EXPECT_EQ(dialogs.boxes().size(), 1u); // the question, and no save
-    EXPECT_EQ(f.currentPipeType, 1);
-    EXPECT_EQ(cell1(2, 3), cellBefore);
-    expectOpenAgain();
-    EXPECT_EQ(QApplication::activeModalWidget(), nullptr);
+    // The question and no save; nothing reached the rows.
+    EXPECT_EQ(std::tuple(dialogs.boxes().size(), f.currentPipeType, cell1(2, 3)),
+              std::tuple(std::size_t(1), 1, cellBefore));
+    EXPECT_TRUE(openAgain() && !QApplication::activeModalWidget());
     EXPECT_TRUE(!focusBefore || f.focusWidget() == focusBefore);
     clickNode(5);
     EXPECT_EQ(f.currentPipeType, 5);
@@ -291,9 +275,7 @@ TEST_F(GroupRewrite, AFailingStatementShowsErrorAndTheRunGoesOn) {
     ASSERT_LT(optionsBefore.count(currToStr(doc().options().elementDigits())),
               optionsBefore.size());
     runOptionChange();
-    ASSERT_EQ(dialogs.messages().size(), 2u);
-    EXPECT_EQ(dialogs.messages()[0].text, "ERROR");
-    EXPECT_EQ(dialogs.messages()[1].text, u("終了しました。"));
+    EXPECT_EQ(messageTexts(), QStringList({"ERROR", u("終了しました。")}));
     EXPECT_EQ(group1Options("DATA6", 2), optionsBefore);
     EXPECT_EQ(storedCurrency(1, 1, 60, "DATA6"), doc().options().elementDigits());
     expectGroupComputed(1);
@@ -319,10 +301,9 @@ TEST_F(GroupRewrite, OptionChangeStopsWhenTheCurrentPipeTypeCannotBeSaved) {
     f.groupRewrite()->waitForEnd();
     ASSERT_EQ(dialogs.boxes().size(), 2u);
     EXPECT_EQ(dialogs.boxes()[1].instruction, "ERROR");
-    EXPECT_TRUE(captions.filter(u("データ更新中:")).isEmpty());
-    EXPECT_EQ(messagesWith("終了しました。"), 0);
-    EXPECT_EQ(rows()[3].listPrice, Currency::fromInt(2468));
-    EXPECT_TRUE(doc().isChanged());
+    EXPECT_TRUE(captions.filter(u("データ更新中:")).isEmpty() &&
+                messagesWith("終了しました。") == 0);
+    EXPECT_TRUE(rows()[3].listPrice == Currency::fromInt(2468) && doc().isChanged());
 }
 
 TEST_F(GroupRewrite, ClosingDuringARunLeavesEveryPipeTypeOfTheGroupWhole) {
@@ -344,10 +325,8 @@ TEST_F(GroupRewrite, ClosingDuringARunLeavesEveryPipeTypeOfTheGroupWhole) {
     f.menus().actions.optionChangeAction->trigger();
     waitForTheClose();
     ASSERT_TRUE(closeAsked);
-    EXPECT_FALSE(closedAtOnce);
-    EXPECT_TRUE(visibleAtTheEnd);
-    EXPECT_FALSE(f.isVisible());
-    EXPECT_FALSE(f.groupRewrite()->running());
+    EXPECT_EQ(std::tuple(closedAtOnce, visibleAtTheEnd, f.isVisible(), f.groupRewrite()->running()),
+              std::tuple(false, true, false, false));
     EXPECT_EQ(messagesWith("終了しました。"), 1);
     EXPECT_EQ(captions.filter(u("データ更新中:")).size(), GroupRewriteSteps);
     form.reset();
@@ -371,7 +350,7 @@ TEST_F(GroupRewrite, AFailureOnTheWorkerOpensTheFormAgainAndIsShown) {
         << failure.instruction.toStdString();
     EXPECT_EQ(messagesWith("終了しました。"), 0);
     EXPECT_EQ(f.windowTitle(), u("データ更新中:1-5-59/"));
-    expectOpenAgain();
+    EXPECT_TRUE(openAgain());
     EXPECT_EQ(rows()[1].goodsBytes, goods); // the current pipe type's, not the broken one's
     dialogs.answerBox(TD::IdNo);            // the commands work again
     f.menus().edit.optionChangeItem->trigger();
@@ -387,9 +366,7 @@ TEST_F(GroupRewrite, AFailureOnTheWorkerOpensTheFormAgainAndIsShown) {
     dialogs.onBox = nullptr;
     ASSERT_GE(dialogs.boxes().size(), 5u);
     EXPECT_TRUE(dialogs.boxes()[4].instruction.endsWith(u("List index out of bounds (59)")));
-    EXPECT_FALSE(closedInBox);
-    EXPECT_FALSE(f.isVisible());
-    EXPECT_FALSE(f.groupRewrite()->running());
+    EXPECT_FALSE(closedInBox || f.isVisible() || f.groupRewrite()->running());
 }
 
 } // namespace
