@@ -6,6 +6,7 @@
 #include "store/codepage.h"
 #include "support/demo_data.h"
 
+#include <QImage>
 #include <QProcess>
 #include <QRectF>
 #include <QRegularExpression>
@@ -340,6 +341,23 @@ TEST_F(ListpressProgram, BrokenInputGivesTheMessageAndExitCodeOne) {
         r = pdfOf(u("x.pdf"));
         EXPECT_TRUE(r.code == 1 && r.err.contains(u(message))) << r.code << r.err.toStdString();
     }
+}
+
+// Without --pdf the sheet opens in a preview that stays until the user closes it; with
+// --screenshot the preview is saved as a picture and closed.
+TEST_F(ListpressProgram, ThePreviewStaysOpenOrGivesItsPicture) {
+    handOff(1, 1, 0);
+    QProcess p;
+    p.start(Listpress, {root + ';'});
+    ASSERT_TRUE(p.waitForStarted());
+    EXPECT_FALSE(p.waitForFinished(3000)) << p.readAllStandardError().toStdString();
+    p.kill();
+    p.waitForFinished();
+    const QString png = dir.filePath(u("preview.png"));
+    p.start(Listpress, {u("--screenshot"), png, root + ';'});
+    EXPECT_TRUE(p.waitForFinished(60000) && p.exitCode() == 0)
+        << p.readAllStandardError().toStdString();
+    EXPECT_FALSE(QImage(png).isNull());
 }
 
 TEST_F(ListpressProgram, ToolPrintsAStoredPipeType) {

@@ -276,6 +276,18 @@ TEST_F(Workspace, OptionControlsMapToTheirFieldsBothWays) {
               1);
     MainWindow& f = open();
     OptionPanel& p = *f.optionPanel();
+    // Laid out: no control of the panel lies over another.
+    const QWidget* parts[] = {
+        p.modeRadio(),         p.otherCostRadio(),   p.elementRadio(),
+        p.fractionRadio(),     p.digitsRadio(),      p.belowDigitsRadio(),
+        p.unitDigitsList(),    p.unitFractionList(), p.useRateCheck(),
+        p.rateSubmittedEdit(), p.rateCostEdit(),     p.labourCostSubmittedEdit(),
+        p.labourCostCostEdit()};
+    auto at = [&](const QWidget* w) { return QRect(w->mapTo(&p, QPoint()), w->size()); };
+    for (const QWidget* a : parts)
+        for (const QWidget* b : parts)
+            EXPECT_TRUE(a == b || !at(a).intersects(at(b)))
+                << a->objectName().toStdString() << " " << b->objectName().toStdString();
     // Each control with its stored value and the one then set (-1: none), in
     // the order they are set.
     const std::tuple<NumberEdit*, int, int> edits[] = {{p.rateSubmittedEdit(), 65, 70},

@@ -270,6 +270,8 @@ TEST_F(SqliteLayer, ParametersHooksTransactionsBackupAndCollations) {
     db.addSystemCollate();
     db.getTableStrings("SELECT ID FROM t ORDER BY CAST(ID AS TEXT) COLLATE SYSTEM", ids);
     EXPECT_EQ(ids, (QStringList{"1", "2", "3"}));
+    EXPECT_EQ(
+        db.getTableValue("SELECT count(*) FROM t WHERE CAST(ID AS TEXT) = '2' COLLATE SYSTEM"), 1);
 }
 
 } // namespace
