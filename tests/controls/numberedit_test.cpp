@@ -84,6 +84,7 @@ TEST_F(Edit, KeysReachTheLogicWithTheCaretOfTheBox) {
     EXPECT_EQ(pressed(Qt::Key_Up), "9");
     edit->setAllowKeys(true);
     EXPECT_EQ(pressed(Qt::Key_Up), "10");
+    EXPECT_EQ(pressed(Qt::Key_Down), "9");
 }
 
 TEST_F(Edit, LeavingTheBoxFormatsWithoutOnChange) {

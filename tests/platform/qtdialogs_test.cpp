@@ -66,17 +66,19 @@ TEST(QtDialogsTest, TaskDialogShowsItsButtonsAndGivesThePressedId) {
         int id;
         MB::Icon boxIcon;
         MB::StandardButtons boxButtons;
+        const char* captions;
     } cases[] = {{TD::IconWarning, TD::ButtonRetry | TD::ButtonClose, MB::Close, TD::IdClose,
-                  MB::Warning, MB::Retry | MB::Close},
-                 {TD::IconError, TD::ButtonOk, MB::Ok, TD::IdOk, MB::Critical, MB::Ok},
+                  MB::Warning, MB::Retry | MB::Close, "再試行|閉じる"},
+                 {TD::IconError, TD::ButtonOk, MB::Ok, TD::IdOk, MB::Critical, MB::Ok, "OK"},
                  {TD::IconNone, TD::ButtonYes | TD::ButtonCancel, MB::NoButton, TD::IdCancel,
-                  MB::NoIcon, MB::Yes | MB::Cancel},
-                 {TD::IconInformation, 0, MB::NoButton, TD::IdOk, MB::Information, MB::Ok}};
+                  MB::NoIcon, MB::Yes | MB::Cancel, "はい|キャンセル"},
+                 {TD::IconInformation, 0, MB::NoButton, TD::IdOk, MB::Information, MB::Ok, "OK"}};
     for (const auto& c : cases) {
         pressOnBox(seen, c.press);
         EXPECT_EQ(dialogs.taskDialog(nullptr, "T", "i", c.icon, c.buttons, ""), c.id);
         EXPECT_EQ(seen.icon, c.boxIcon);
         EXPECT_EQ(seen.buttons, c.boxButtons);
+        EXPECT_EQ(seen.captions.join('|'), QString::fromUtf8(c.captions));
     }
 }
 
@@ -88,13 +90,17 @@ TEST(QtDialogsTest, MessageInputClipboardAndProcesses) {
     EXPECT_EQ(seen.title + seen.text, "ERRORno such table: ex_kanzai");
 
     QString prompt;
-    whenModal([&prompt](QWidget* w) {
+    QStringList inputCaptions;
+    whenModal([&prompt, &inputCaptions](QWidget* w) {
         auto* input = qobject_cast<QInputDialog*>(w);
         if (!input) {
             ADD_FAILURE() << "no input box";
             return w->close(), void();
         }
         prompt = input->labelText();
+        for (const QPushButton* b : input->findChildren<QPushButton*>())
+            inputCaptions << b->text();
+        inputCaptions.sort();
         EXPECT_EQ(input->textValue(), "給水");
         input->setTextValue("上水");
         input->accept();
@@ -102,6 +108,7 @@ TEST(QtDialogsTest, MessageInputClipboardAndProcesses) {
     QString value = "給水";
     EXPECT_TRUE(dialogs.inputQuery(nullptr, "Qorvale", "グル－プ名", value));
     EXPECT_EQ(value + prompt, "上水グル－プ名");
+    EXPECT_EQ(inputCaptions, QStringList({"OK", "キャンセル"}));
     whenModal([](QWidget* w) { qobject_cast<QDialog*>(w)->reject(); });
     EXPECT_FALSE(dialogs.inputQuery(nullptr, "Qorvale", "p", value));
     EXPECT_EQ(value, "上水");
@@ -119,16 +126,20 @@ TEST(QtDialogsTest, CallsFromAnotherThreadRunOnTheGuiThread) {
     QtDialogs dialogs;
     QString boxText;
     int boxes = 0;
+    QThread* gui = QThread::currentThread();
+    QList<QThread*> boxThreads;
     whenModal([&](QWidget* w) {
         auto* box = qobject_cast<MB*>(w);
         ASSERT_NE(box, nullptr);
         boxText = box->text();
+        boxThreads << box->thread();
         ++boxes;
         box->button(MB::Ok)->click();
         // The task dialog asked next from the worker.
         whenModal([&](QWidget* w2) {
             auto* box2 = qobject_cast<MB*>(w2);
             ASSERT_NE(box2, nullptr);
+            boxThreads << box2->thread();
             ++boxes;
             box2->button(MB::No)->click();
         });
@@ -148,6 +159,7 @@ TEST(QtDialogsTest, CallsFromAnotherThreadRunOnTheGuiThread) {
     loop.exec();
     worker->wait();
     delete worker;
+    EXPECT_EQ(boxThreads, QList<QThread*>({gui, gui}));
     EXPECT_EQ(boxes, 2);
     EXPECT_EQ(boxText, "ERROR");
     EXPECT_EQ(answer, TD::IdNo);

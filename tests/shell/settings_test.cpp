@@ -22,6 +22,10 @@ protected:
         ASSERT_TRUE(f.open(QIODevice::WriteOnly));
         f.write(bytes);
     }
+    static QByteArray readRaw(const QString& path) {
+        QFile f(path);
+        return f.open(QIODevice::ReadOnly) ? f.readAll() : QByteArray();
+    }
     // The window file read as top, left, width and height.
     QList<int> window() {
         WindowRect r{1, 2, 3, 4};
@@ -51,6 +55,9 @@ TEST_F(SettingsFiles, WindowAndNetworkFiles) {
     writeWindowFile(root, "qorvale_k", 10, 20, -300, 400);
     EXPECT_EQ(window(), QList<int>({10, 20, -300, 400}));
     const QString path = windowFilePath(root, "qorvale_k");
+    EXPECT_EQ(path, root + "/conf/qorvale_k.ini"); // the file earlier versions wrote
+    EXPECT_EQ(readRaw(path), QByteArray("[Screen_Top]=10\r\n[Screen_Left]=20\r\n"
+                                        "[Screen_Width]=-300\r\n[Screen_Height]=400\r\n"));
     writeRaw(path, "[Screen_Top]=abc\r\n[Screen_Left]=5\r\n[Screen_Left]=6\n[Screen_Width]=1.5");
     EXPECT_EQ(window(), QList<int>({0, 6, 0, 0}));
     // The program's one text-to-integer rule: leading blanks and a sign are
@@ -114,6 +121,8 @@ protected:
 
 // Quotes and blanks survive; a second write replaces the record.
 TEST_F(ConfRecordTest, SaveAndLoadRoundTrip) {
+    // The record of another program of the suite stays.
+    ASSERT_EQ(exec("INSERT INTO exconf(conf,notes) VALUES('other','x')"), 1);
     readGroupNames(database, conf); // no record: the defaults
     EXPECT_EQ(conf.GroupNames, defaultGroupNames());
     conf.Removal = "r=1";
@@ -130,7 +139,14 @@ TEST_F(ConfRecordTest, SaveAndLoadRoundTrip) {
     EXPECT_EQ(conf.GroupNames, saved.GroupNames);
     EXPECT_EQ(QStringList({conf.Removal, conf.Recycle, conf.CutLevel, conf.Keta}),
               QStringList({"r=1", " spaced ", "2", "3"}));
-    EXPECT_EQ(queryToLines(database, "SELECT count(*) FROM exconf").lines, QStringList{"1;"});
+    EXPECT_EQ(queryToLines(database, "SELECT conf, replace(notes, char(13, 10), '|') FROM exconf "
+                                     "ORDER BY conf")
+                  .lines.join('\n')
+                  .toStdString(),
+              "kanzai;[REMOVAL]=r=1|[RECYCLE]= spaced |[KETA]=3|[CUTLEVEL]=2|"
+              "[GROUP_NAME1]=給水 (O'Neil\x1B: 改)|[GROUP_NAME2]=排水|[GROUP_NAME3]=通気|"
+              "[GROUP_NAME4]=給湯|[GROUP_NAME5]=|[GROUP_NAME6]=冷温水|[GROUP_NAME7]=冷却水|"
+              "[GROUP_NAME8]=蒸気|[GROUP_NAME9]=油|[GROUP_NAME10]=冷媒|;\nother;x;");
     EXPECT_TRUE(dialogs.boxes().empty() && dialogs.messages().empty());
     // Unknown keys are passed over, missing names keep their defaults.
     ASSERT_EQ(exec("UPDATE exconf SET notes='[GROUP_NAME3]=換気\r\n[NOTE]=x\r\n[KETA]=4'"), 1);
