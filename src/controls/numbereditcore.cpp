@@ -86,11 +86,16 @@ void NumberEditCore::setFixed(bool value) {
     invalidate();
 }
 
+// With the limit on, the value is brought into the bounds that are set.
+void NumberEditCore::clampToLimits() {
+    if (!m_limit) return;
+    if (hasLimit(loMin) && m_value < m_min) m_value = m_min;
+    if (hasLimit(loMax) && m_value > m_max) m_value = m_max;
+}
+
 void NumberEditCore::setLimit(bool value) {
     m_limit = value;
-    if (m_limit) {
-        if (hasLimit(loMin) && m_value < m_min) m_value = m_min;
-        if (hasLimit(loMax) && m_value > m_max) m_value = m_max;
+    if (m_limit) { // the text's formatting brings the value into the bounds
         setNumberText(formatNumberText());
         invalidate();
     }
@@ -98,9 +103,7 @@ void NumberEditCore::setLimit(bool value) {
 
 void NumberEditCore::setLimitOptions(LimitOptions value) {
     m_limitOptions = value;
-    if (m_limit) {
-        if (hasLimit(loMin) && m_value < m_min) m_value = m_min;
-        if (hasLimit(loMax) && m_value > m_max) m_value = m_max;
+    if (m_limit) { // the text's formatting brings the value into the bounds
         setNumberText(formatNumberText());
         invalidate();
     }
@@ -280,10 +283,7 @@ QString NumberEditCore::roundNumberText(const QString& AText, int ADigits) const
 }
 
 QString NumberEditCore::formatNumberText() {
-    if (m_limit) {
-        if (hasLimit(loMin) && m_value < m_min) m_value = m_min;
-        if (hasLimit(loMax) && m_value > m_max) m_value = m_max;
-    }
+    clampToLimits();
     QString S;
     if (m_numberType == ntDecimal) {
         const bool plus = numberText().startsWith(QLatin1Char('+'));
@@ -354,10 +354,7 @@ void NumberEditCore::change() {
         setSelStart(qBound(0, caret, int(formatted.size())));
     }
     if (m_numberType == ntDecimal) m_value = textToFloat(roundNumberText(numberText(), m_figure));
-    if (m_limit) {
-        if (hasLimit(loMin) && m_value < m_min) m_value = m_min;
-        if (hasLimit(loMax) && m_value > m_max) m_value = m_max;
-    }
+    clampToLimits();
     baseChange();
 }
 

@@ -160,6 +160,7 @@ protected:
 
 private:
     bool hasLimit(LimitOption o) const { return (m_limitOptions & (1u << o)) != 0; }
+    void clampToLimits();
     QString hexText(std::int64_t value, bool allowMinus) const;
 
     Qt::Alignment m_alignment = Qt::AlignRight;
