@@ -37,7 +37,7 @@ protected:
     // Through the record buffer of the run, zeros at its start.
     QByteArray write(const char* name, const RowTable& rows) {
         writeFdkFile(path(name), rows, buffer);
-        return readAll(path(name));
+        return fileBytes(path(name));
     }
     void read(const char* name, RowTable& rows) { readFdkFile(path(name), rows, buffer); }
     // The message of the error a read raises, empty when none.
@@ -102,7 +102,7 @@ TEST_F(FdkFile, ReadTakesSizeYosanAndFactorsOfRowsOneTo59Only) {
         golden.fill(264, 112, char(r)); // no reader looks at the CALC place
         golden.append(seeded(100 + r));
     }
-    writeAll(path("59.fdk"), golden.file);
+    writeFileBytes(path("59.fdk"), golden.file);
     const RowTable before = knownRows();
     RowTable rows = before;
     read("59.fdk", rows);
@@ -116,7 +116,7 @@ TEST_F(FdkFile, ReadTakesSizeYosanAndFactorsOfRowsOneTo59Only) {
     // bytes after record 59 are not looked at.
     QByteArray damaged = golden.file + QByteArray(1000, 'x');
     damaged[136] = char(200);
-    writeAll(path("damaged.fdk"), damaged);
+    writeFileBytes(path("damaged.fdk"), damaged);
     read("damaged.fdk", rows);
     EXPECT_EQ(rows[1].sizeBytes, QByteArray("101AZZ"));
     EXPECT_EQ(rows[59].sizeBytes, QByteArray("159A"));
@@ -125,7 +125,7 @@ TEST_F(FdkFile, ReadTakesSizeYosanAndFactorsOfRowsOneTo59Only) {
 TEST_F(FdkFile, ShortFileFailsAtTheMissingRecordAndKeepsWhatWasRead) {
     const RowTable rows = knownRows();
     const QByteArray bytes = write("a.fdk", rows);
-    writeAll(path("short.fdk"), bytes.left(10 * 376 + 100));
+    writeFileBytes(path("short.fdk"), bytes.left(10 * 376 + 100));
     RowTable target;
     const QString text = readError("short.fdk", target);
     for (const QString& part :
@@ -139,7 +139,7 @@ TEST_F(FdkFile, ShortFileFailsAtTheMissingRecordAndKeepsWhatWasRead) {
     // The 100 bytes of record 11 that were there are in the buffer.
     EXPECT_EQ(bufferBytes(100), bytes.mid(10 * 376, 100));
     // An empty file, a missing file.
-    writeAll(path("empty.fdk"), QByteArray());
+    writeFileBytes(path("empty.fdk"), QByteArray());
     EXPECT_TRUE(
         readError("empty.fdk", target).contains(QStringLiteral("読み込んだ行はありません")));
     EXPECT_TRUE(readError("none.fdk", target).contains(path("none.fdk")));

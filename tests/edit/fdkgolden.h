@@ -7,6 +7,7 @@
 // text, and whole files in and out.
 
 #include "store/piperow.h"
+#include "support/files.h"
 
 #include <QByteArray>
 #include <QFile>
@@ -122,15 +123,4 @@ inline PipeRow mix(PipeRow to, const PipeRow& from, unsigned m) {
     if (m & Sort) to.sortOrder = from.sortOrder;
     if (m & Yosan) to.otherMethod = from.otherMethod;
     return to;
-}
-
-inline QByteArray readAll(const QString& path) {
-    QFile f(path);
-    return f.open(QIODevice::ReadOnly) ? f.readAll() : QByteArray();
-}
-
-inline void writeAll(const QString& path, const QByteArray& bytes) {
-    QFile f(path);
-    ASSERT_TRUE(f.open(QIODevice::WriteOnly));
-    ASSERT_EQ(f.write(bytes), bytes.size());
 }

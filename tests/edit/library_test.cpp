@@ -76,7 +76,7 @@ protected:
         for (int r = 1; r <= 60; ++r)
             golden.append(seeded(seed + r));
         QDir().mkpath(library);
-        writeAll(entry(u(name)), golden.file.left(records * 376 + (records < 60 ? 200 : 0)));
+        writeFileBytes(entry(u(name)), golden.file.left(records * 376 + (records < 60 ? 200 : 0)));
     }
     void expectRows(const RowTable& expected) {
         for (int r = 1; r <= RowCount; ++r)
@@ -103,7 +103,7 @@ TEST_F(Library, SaveWritesTheRowsAsTheyStandByteForByte) {
     ASSERT_EQ(dialogs.boxes().size(), 1u);
     EXPECT_EQ(dialogs.boxes()[0].instruction + dialogs.boxes()[0].content, u("確認") + u(Saved));
 
-    const QByteArray bytes = readAll(library + u("/ 標準　鋼管 .fdk"));
+    const QByteArray bytes = fileBytes(library + u("/ 標準　鋼管 .fdk"));
     GoldenRecords golden;
     for (int r = 1; r <= 60; ++r)
         golden.append(shown[r]);
@@ -122,7 +122,7 @@ TEST_F(Library, SaveWritesTheRowsAsTheyStandByteForByte) {
     rows()[3].factor(5) = Currency::fromRaw(777);
     saveAs(name);
     ASSERT_EQ(dialogs.boxes().size(), 2u);
-    const QByteArray again = readAll(entry(name));
+    const QByteArray again = fileBytes(entry(name));
     EXPECT_EQ(again.size(), 22560);
     EXPECT_EQ(intIn<qint64>(again, 3, 184 + 4 * 8), 777);
     EXPECT_EQ(QDir(library).entryList(QDir::Files | QDir::Hidden), QStringList{name + ".fdk"});
@@ -162,7 +162,7 @@ TEST_F(Library, AFileNameOf255BytesIsTakenAndOneOf256IsRefused) {
     }
     // A library "folder" that is a file: it can't be made, and the error says so.
     ASSERT_TRUE(QDir(library).removeRecursively());
-    writeAll(library, QByteArray("x"));
+    writeFileBytes(library, QByteArray("x"));
     dialogs.clearRecords();
     saveAs(QStringLiteral("entry"));
     ASSERT_EQ(dialogs.boxes().size(), 1u);

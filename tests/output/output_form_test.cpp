@@ -8,6 +8,7 @@
 #include "output/outputcommands.h"
 #include "shell/settingsfiles.h"
 #include "store/codepage.h"
+#include "support/files.h"
 
 #include <QCheckBox>
 #include <QPushButton>
@@ -15,16 +16,11 @@
 
 namespace {
 
-QByteArray readBytes(const QString& path) {
-    QFile f(path);
-    return f.open(QIODevice::ReadOnly) ? f.readAll() : QByteArray();
-}
-
 // A golden text (UTF-8 with LF in the repository) as the bytes of the file: code page 932
 // with CR LF.
 QByteArray golden(const char* name) {
     const QByteArray text =
-        readBytes(QStringLiteral(QORVALE_OUTPUT_TEST_DATA "/") + QString::fromLatin1(name));
+        fileBytes(QStringLiteral(QORVALE_OUTPUT_TEST_DATA "/") + QString::fromLatin1(name));
     EXPECT_FALSE(text.isEmpty()) << name;
     return toAnsi(QString::fromUtf8(text)).replace("\n", "\r\n");
 }
@@ -46,7 +42,7 @@ protected:
     QByteArray csv(bool headings, bool results, const char* name = "out.CSV") {
         dialogs.answerFile(name ? dir.filePath(QString::fromLatin1(name)) : QString());
         output(form->menus().externalData.csvFileItem, headings, results);
-        return readBytes(dir.filePath(QStringLiteral("out.CSV")));
+        return fileBytes(dir.filePath(QStringLiteral("out.CSV")));
     }
     QByteArray clipboard(bool headings, bool results) {
         output(form->menus().externalData.clipboardItem, headings, results);
@@ -88,7 +84,7 @@ TEST_F(OutputForm, CancelWritesNothingAndPrintDataNeedsNoDialog) {
     grid->selectCells(QRect(2, 4, 1, 1));
     form->outputs()->exportRows(ExportPrint);
     EXPECT_EQ(grid->selectedCells(), QRect(1, 4, 1, 1));
-    EXPECT_EQ(readBytes(printDataPath(dataRoot)), golden("print_data_piping.txt"));
+    EXPECT_EQ(fileBytes(printDataPath(dataRoot)), golden("print_data_piping.txt"));
     EXPECT_TRUE(dialogs.boxes().empty() && dialogs.messages().empty());
 }
 
@@ -106,7 +102,7 @@ TEST_F(OutputForm, ExcelOutWritesTheSavedGroupAndOpensTheWorkbookOrSaysWhy) {
     rows()[2].setGoods(u("未保存の用途"));
     form->menus().actions.excelOutAction->trigger();
     EXPECT_EQ(form->windowTitle(), title);
-    const QByteArray stream = readBytes(excelStreamPath(dataRoot));
+    const QByteArray stream = fileBytes(excelStreamPath(dataRoot));
     EXPECT_EQ(stream,
               toAnsi(excelStream(db, 1, form->sheet()->tabCaptions()).join(u("\r\n")) + u("\r\n")));
     EXPECT_FALSE(fromAnsi(stream).contains(u("未保存の用途")));

@@ -3,16 +3,12 @@
 #include "output/outputcommands.h"
 #include "output/printhandoff.h"
 #include "shell/formwidgets.h"
+#include "support/files.h"
 #include "support/workspace_fixture.h"
 
 #include "store/codepage.h"
 
 namespace {
-
-QByteArray readAll(const QString& path) {
-    QFile f(path);
-    return f.open(QIODevice::ReadOnly) ? f.readAll() : QByteArray("<missing>");
-}
 
 using PrintCommand = WorkspaceFixture;
 
@@ -27,15 +23,15 @@ TEST_F(PrintCommand, WritesTheFilesAndStartsTheProgramWithDataRootAndSemicolon) 
     EXPECT_EQ(dialogs.processes()[0].arguments, QStringList{dataRoot + QLatin1Char(';')});
     // The submitted side is selected for the next redisplay.
     EXPECT_EQ(f.sheet()->materialGrid()->selectedCells(), QRect(1, 5, 1, 1));
-    EXPECT_EQ(readAll(printConfPath(dataRoot)),
+    EXPECT_EQ(fileBytes(printConfPath(dataRoot)),
               printConfText(styleFilePath(dataRoot, 0), applicationIconPath(), false));
     EXPECT_TRUE(
-        readAll(printHeaderPath(dataRoot))
+        fileBytes(printHeaderPath(dataRoot))
             .startsWith(toAnsi(u("[ta]=1989\r\n[tb]=昭和64\r\n[tc]=01\r\n[td]=07\r\n[te]=土"))));
     // The rows as the window shows them, with its tab captions and panels (output_form_test).
-    const QByteArray data = readAll(printDataPath(dataRoot));
+    const QByteArray data = fileBytes(printDataPath(dataRoot));
     f.outputs()->exportRows(ExportPrint);
-    EXPECT_EQ(readAll(printDataPath(dataRoot)), data);
+    EXPECT_EQ(fileBytes(printDataPath(dataRoot)), data);
 
     // Another style; a failed start is not reported, the files stay.
     f.header()->printStyleRadio()->setItemIndex(2);
@@ -44,10 +40,10 @@ TEST_F(PrintCommand, WritesTheFilesAndStartsTheProgramWithDataRootAndSemicolon) 
          {printConfPath(dataRoot), printHeaderPath(dataRoot), printDataPath(dataRoot)})
         QFile::remove(p);
     f.menus().actions.printAction->trigger();
-    EXPECT_EQ(readAll(printConfPath(dataRoot)),
+    EXPECT_EQ(fileBytes(printConfPath(dataRoot)),
               printConfText(styleFilePath(dataRoot, 2), applicationIconPath(), false));
     EXPECT_TRUE(QFile::exists(printHeaderPath(dataRoot)));
-    EXPECT_EQ(readAll(printDataPath(dataRoot)), data);
+    EXPECT_EQ(fileBytes(printDataPath(dataRoot)), data);
     EXPECT_EQ(dialogs.processes().size(), 2u);
     EXPECT_TRUE(dialogs.boxes().empty() && dialogs.messages().empty());
 

@@ -2,6 +2,7 @@
 // of a demo pipe type, byte for byte, and their failures.
 #include "output/printhandoff.h"
 #include "support/demo_data.h"
+#include "support/files.h"
 
 #include "output/printstyle.h"
 #include "shell/settingsfiles.h"
@@ -12,11 +13,6 @@ namespace {
 QString u(const char* t) {
     return QString::fromUtf8(t);
 }
-QByteArray readAll(const QString& path) {
-    QFile f(path);
-    return f.open(QIODevice::ReadOnly) ? f.readAll() : QByteArray("<missing>");
-}
-
 TEST(PrintHandOffTexts, EraWeekdayPrintConfAndStyleFiles) {
     const struct {
         QDate date;
@@ -63,14 +59,14 @@ TEST_F(PrintHandOffFiles, PipingModeByteForByteOrNothingWithoutItsFolder) {
     doc().calculateAll();
     const PrintHandOff h{root, 0, u("/opt/qorvale/Application.ico"), QDate(1989, 1, 7)};
     writePrintHandOff(h, rows(), sheetOfRows(rows()));
-    EXPECT_EQ(readAll(printConfPath(root)),
+    EXPECT_EQ(fileBytes(printConfPath(root)),
               printConfText(styleFilePath(root, 0), h.iconPath, false));
     EXPECT_EQ(
-        readAll(printHeaderPath(root)),
+        fileBytes(printHeaderPath(root)),
         toAnsi(u("[ta]=1989\r\n[tb]=昭和64\r\n[tc]=01\r\n[td]=07\r\n[te]=土\r\n[tf]=\r\n[tg]=\r\n"
                  "[th]=公共建築工事標準単価積算基準令和6年版 P.211\r\n[ti]=24200\r\n")));
     // The captions and panels of the rows; the text of mode 2 (its golden: output_form_test).
-    const QByteArray data = readAll(printDataPath(root));
+    const QByteArray data = fileBytes(printDataPath(root));
     EXPECT_TRUE(data.startsWith(
         toAnsi(u("水道用硬質塩化ﾋﾞﾆﾙﾗｲﾆﾝｸﾞ鋼管(VA);給水;ねじ接合（管端防食継手）;屋内一般;15A;"))));
     EXPECT_EQ(data, exportRowsText(ExportPrint, rows(), sheetOfRows(rows()), {}) + "\r\n");

@@ -9,6 +9,7 @@
 #include "output/outputcommands.h"
 #include "output/printhandoff.h"
 #include "shell/formwidgets.h"
+#include "support/files.h"
 #include "support/modal.h"
 #include "support/sqliterows.h"
 #include "support/workspace_fixture.h"
@@ -27,17 +28,6 @@
 #include <unistd.h>
 
 namespace {
-
-QByteArray bytesOf(const QString& path) {
-    QFile f(path);
-    return f.open(QIODevice::ReadOnly) ? f.readAll() : QByteArray("missing");
-}
-
-void writeBytes(const QString& path, const QByteArray& bytes) {
-    QFile f(path);
-    ASSERT_TRUE(f.open(QIODevice::WriteOnly | QIODevice::Truncate));
-    f.write(bytes);
-}
 
 QStringList filesIn(const QString& folder) {
     return QDir(folder).entryList(QDir::Files | QDir::Hidden);
@@ -169,7 +159,7 @@ TEST_F(Faults, ADataFolderThatGoesAwayClosesWithAMessageAndNoCrash) {
     const QStringList before = group1();
     // The data root is removed, and a file stands where it was.
     ASSERT_TRUE(QDir(dataRoot).removeRecursively());
-    writeBytes(dataRoot, {});
+    writeFileBytes(dataRoot, {});
     EXPECT_TRUE(f.close());
     form.reset();
     ASSERT_EQ(dialogs.boxes().size(), 1u);
@@ -196,11 +186,11 @@ TEST_F(Faults, ALibraryFolderThatCannotBeWrittenOrAFullDiskKeepsItsEntries) {
     f.header()->goodsBox()->setText(u("既存"));
     f.menus().edit.saveLibraryItem->trigger();
     ASSERT_TRUE(boxHas(0, "選択用標準歩掛として登録しました。"));
-    const QByteArray kept = bytesOf(entry);
+    const QByteArray kept = fileBytes(entry);
     ASSERT_EQ(kept.size(), FdkFileSize);
-    auto entryKept = [&] { EXPECT_TRUE(bytesOf(entry) == kept && filesIn(library).size() == 1); };
+    auto entryKept = [&] { EXPECT_TRUE(fileBytes(entry) == kept && filesIn(library).size() == 1); };
     writeWindowFile(dataRoot, "w", 1, 2, 3, 4);
-    const QByteArray window = bytesOf(windowFilePath(dataRoot, "w"));
+    const QByteArray window = fileBytes(windowFilePath(dataRoot, "w"));
     typeFactor(4, 2, "5");
     // Less than one entry, less than the window file.
     onFullDisk(4096, [&] { f.menus().edit.saveLibraryItem->trigger(); });
@@ -208,7 +198,7 @@ TEST_F(Faults, ALibraryFolderThatCannotBeWrittenOrAFullDiskKeepsItsEntries) {
     ASSERT_EQ(dialogs.boxes().size(), 2u);
     EXPECT_TRUE(boxHas(1, "入出力エラー: 標準歩掛のファイルに書き込めません。"));
     entryKept();
-    EXPECT_EQ(bytesOf(windowFilePath(dataRoot, "w")), window);
+    EXPECT_EQ(fileBytes(windowFilePath(dataRoot, "w")), window);
 
     openFolders();
     setModes({{dir.path(), 0755}, {library, 0555}, {entry, 0444}});
@@ -224,7 +214,7 @@ TEST_F(Faults, ALibraryFolderThatCannotBeWrittenOrAFullDiskKeepsItsEntries) {
     entryKept();
     EXPECT_FALSE(QFileInfo::exists(library + u("/新規.fdk")));
 
-    writeBytes(dir.path() + "/file", {});
+    writeFileBytes(dir.path() + "/file", {});
     qputenv("QORVALE_LIBRARY_DIR", (dir.path() + "/file/ex_data").toUtf8());
     f.menus().edit.saveLibraryItem->trigger();
     EXPECT_TRUE(boxHas(4, "標準歩掛のフォルダーを作成できません。"));
@@ -237,10 +227,10 @@ TEST_F(Faults, AFullDiskKeepsTheOldCsvAndPrintFilesWhole) {
     // Files of an earlier run, each larger than what a full disk lets through.
     const QString csv = dir.filePath("out.CSV");
     const QByteArray oldCsv(20000, 'x');
-    writeBytes(csv, oldCsv);
+    writeFileBytes(csv, oldCsv);
     f.menus().actions.printAction->trigger();
     ASSERT_EQ(dialogs.processes().size(), 1u);
-    const QByteArray oldData = bytesOf(printDataPath(dataRoot));
+    const QByteArray oldData = fileBytes(printDataPath(dataRoot));
     ASSERT_GT(oldData.size(), 4096);
     auto listing = [&] {
         return std::pair(filesIn(dir.path()), filesIn(printFolderPath(dataRoot)));
@@ -262,7 +252,7 @@ TEST_F(Faults, AFullDiskKeepsTheOldCsvAndPrintFilesWhole) {
     ASSERT_EQ(dialogs.boxes().size(), 1u) << box(0).toStdString();
     EXPECT_TRUE(writeErrorShown());
     // The old files as they were, nothing beside them, and no print run.
-    EXPECT_TRUE(bytesOf(csv) == oldCsv && bytesOf(printDataPath(dataRoot)) == oldData);
+    EXPECT_TRUE(fileBytes(csv) == oldCsv && fileBytes(printDataPath(dataRoot)) == oldData);
     EXPECT_EQ(listing(), before);
     EXPECT_EQ(dialogs.processes().size(), 1u);
     dialogs.answerBox(TaskDialog::IdNo); // close: do not save the rows
@@ -280,7 +270,7 @@ TEST_F(Faults, PrintAndTempFoldersThatCannotBeWrittenKeepTheirFiles) {
                                printDataPath(dataRoot), excelStreamPath(dataRoot)};
     QList<QByteArray> kept;
     for (const QString& p : files) {
-        kept << bytesOf(p);
+        kept << fileBytes(p);
         setModes({{p, 0444}});
     }
     ASSERT_TRUE(QFile::remove(dialogs.documents()[0]));
@@ -299,7 +289,7 @@ TEST_F(Faults, PrintAndTempFoldersThatCannotBeWrittenKeepTheirFiles) {
     EXPECT_TRUE(excelError.contains(u("ファイルを書き込めませんでした")))
         << excelError.toStdString();
     for (int i = 0; i < int(files.size()); ++i)
-        EXPECT_EQ(bytesOf(files[i]), kept[i]) << files[i].toStdString();
+        EXPECT_EQ(fileBytes(files[i]), kept[i]) << files[i].toStdString();
     EXPECT_EQ(std::tuple(filesIn(print).size(), filesIn(temp).size(), dialogs.documents().size()),
               std::tuple(3, 1, 1));
     EXPECT_TRUE(QDir(dataRoot).entryList({"*.xlsx"}, QDir::Files).isEmpty());
@@ -320,7 +310,7 @@ protected:
             return l;
         };
         const QStringList files = listing();
-        const QByteArray before = bytesOf(db);
+        const QByteArray before = fileBytes(db);
         MainWindow& f = open();
         ASSERT_GE(dialogs.boxes().size(), 1u);
         EXPECT_TRUE(boxHas(0, "データベースを開けません。") && boxHas(0, reason));
@@ -339,13 +329,13 @@ protected:
         EXPECT_TRUE(f.close());
         form.reset();
         EXPECT_EQ(dialogs.boxes().size(), 1u + writers.size());
-        EXPECT_EQ(bytesOf(db), before);
+        EXPECT_EQ(fileBytes(db), before);
         EXPECT_EQ(listing(), files);
     }
 };
 
 TEST_F(BadDatabase, AFileThatIsNoDatabaseIsNamedAtStartAndLeftAlone) {
-    writeBytes(db, QByteArray(8192, 'x'));
+    writeFileBytes(db, QByteArray(8192, 'x'));
     expectRefusedAtStart("データベースのファイルではありません。");
 }
 

@@ -6,6 +6,7 @@
 #include "store/codepage.h"
 #include "store/modulewrappersqlite.h"
 #include "store/suitestandin.h"
+#include "support/files.h"
 
 #include <QDir>
 #include <QTemporaryDir>
@@ -17,15 +18,6 @@ namespace {
 class SettingsFiles : public ::testing::Test {
 protected:
     void SetUp() override { ASSERT_TRUE(QDir().mkpath(root + "/conf")); }
-    void writeRaw(const QString& path, const QByteArray& bytes) {
-        QFile f(path);
-        ASSERT_TRUE(f.open(QIODevice::WriteOnly));
-        f.write(bytes);
-    }
-    static QByteArray readRaw(const QString& path) {
-        QFile f(path);
-        return f.open(QIODevice::ReadOnly) ? f.readAll() : QByteArray();
-    }
     // The window file read as top, left, width and height.
     QList<int> window() {
         WindowRect r{1, 2, 3, 4};
@@ -56,20 +48,21 @@ TEST_F(SettingsFiles, WindowAndNetworkFiles) {
     EXPECT_EQ(window(), QList<int>({10, 20, -300, 400}));
     const QString path = windowFilePath(root, "qorvale_k");
     EXPECT_EQ(path, root + "/conf/qorvale_k.ini"); // the file earlier versions wrote
-    EXPECT_EQ(readRaw(path), QByteArray("[Screen_Top]=10\r\n[Screen_Left]=20\r\n"
-                                        "[Screen_Width]=-300\r\n[Screen_Height]=400\r\n"));
-    writeRaw(path, "[Screen_Top]=abc\r\n[Screen_Left]=5\r\n[Screen_Left]=6\n[Screen_Width]=1.5");
+    EXPECT_EQ(fileBytes(path), QByteArray("[Screen_Top]=10\r\n[Screen_Left]=20\r\n"
+                                          "[Screen_Width]=-300\r\n[Screen_Height]=400\r\n"));
+    writeFileBytes(path,
+                   "[Screen_Top]=abc\r\n[Screen_Left]=5\r\n[Screen_Left]=6\n[Screen_Width]=1.5");
     EXPECT_EQ(window(), QList<int>({0, 6, 0, 0}));
     // The program's one text-to-integer rule: leading blanks and a sign are
     // taken, anything behind the digits makes the value no integer.
-    writeRaw(path, "[Screen_Top]=12 \r\n[Screen_Left]= 7\r\n[Screen_Width]=+8\r\n"
-                   "[Screen_Height]=0x10\r\n");
+    writeFileBytes(path, "[Screen_Top]=12 \r\n[Screen_Left]= 7\r\n[Screen_Width]=+8\r\n"
+                         "[Screen_Height]=0x10\r\n");
     EXPECT_EQ(window(), QList<int>({0, 7, 8, 0}));
 
     EXPECT_TRUE(readNetworkDir(root).isEmpty());
-    writeRaw(networkFilePath(root), toAnsi("[Other]=x\r\n[Network_Dir]=\\\\srv\\共有\r\n"));
+    writeFileBytes(networkFilePath(root), toAnsi("[Other]=x\r\n[Network_Dir]=\\\\srv\\共有\r\n"));
     EXPECT_EQ(readNetworkDir(root), "\\\\srv\\共有");
-    writeRaw(networkFilePath(root), "[Other]=x\r\n");
+    writeFileBytes(networkFilePath(root), "[Other]=x\r\n");
     EXPECT_TRUE(readNetworkDir(root).isEmpty());
 }
 
