@@ -19,7 +19,7 @@ QString raw(const QString& text) {
     return QString::number(strToCurr(text).raw);
 }
 
-TEST(Currency, TextAndParsing) {
+TEST(Currency, TextParsingAndSheetForms) {
     const auto shortest = [](const QString& r) {
         return currToStr(Currency::fromRaw(r.toLongLong()));
     };
@@ -42,9 +42,7 @@ TEST(Currency, TextAndParsing) {
     check("60 = 60; -1 = -1; 1.5 = 7;  = 7; x = 7;  12 = 12; 12  = 7; 0 = 0; "
           "2147483647 = 2147483647; -2147483648 = -2147483648; 2147483648 = 7",
           [](const QString& t) { return QString::number(strToIntDef(t, 7)); });
-}
-
-TEST(Currency, SheetForms) {
+    // The sheet's forms.
     check("1234567 = 1,234,567; -1234 = -1,234; 0 = 0; 999.5 = 1,000; -2.5 = -3; -0.4 = 0; "
           "123 = 123; 123456.49 = 123,456",
           [](const QString& t) { return formatAmount(strToCurr(t)); });

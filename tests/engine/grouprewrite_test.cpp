@@ -56,9 +56,8 @@ protected:
     }
     void TearDown() override { EXPECT_TRUE(dialogs.unanswered().isEmpty()); }
 
-    void exec(const QString& sql) {
-        ASSERT_EQ(execStatement(dialogs, ws().paths().exDatabase, sql), 1);
-    }
+    const QString& db() { return ws().paths().exDatabase; }
+    void exec(const QString& sql) { ASSERT_EQ(execStatement(dialogs, db(), sql), 1); }
     // New options in the table for a whole group, as the option statement leaves them:
     // DATA1 to DATA7, and the unit digits.
     void setGroupOptions(int grp, const QString& factors, const char* unitDigits = "0") {
@@ -71,9 +70,13 @@ protected:
     }
     // The computed columns of one pipe type as stored, and as the engine computes them from
     // the stored figures and options; one line a row, 1 to 59.
-    QStringList stored(int grp, int kan) { return StoredPrices(ws().paths().exDatabase, grp, kan); }
-    QStringList computed(int grp, int kan) {
-        return computedPrices(ws().paths().exDatabase, grp, kan);
+    QStringList stored(int grp, int kan) { return StoredPrices(db(), grp, kan); }
+    QStringList computed(int grp, int kan) { return computedPrices(db(), grp, kan); }
+    // Runs the recalculation of group 1 with kan current, keeping the progress reported.
+    void recalculate(int kan) {
+        ws().recalculateGroup(1, 1, kan, dialogs, [&](const QString& text, int step) {
+            progress.emplace_back(text, step);
+        });
     }
     void expectRows(const RowTable& want) {
         for (int n = 1; n <= RowCount; ++n)
@@ -82,6 +85,7 @@ protected:
 
     QTemporaryDir dir;
     ScriptedDialogs dialogs;
+    std::vector<std::pair<QString, int>> progress;
 };
 
 TEST_F(GroupRecalc, EveryPipeTypeIsComputedAndSavedAndTheCurrentComesBackAsStored) {
@@ -99,10 +103,7 @@ TEST_F(GroupRecalc, EveryPipeTypeIsComputedAndSavedAndTheCurrentComesBackAsStore
     doc().calculateAll();
     doc().refreshLines();
     ASSERT_TRUE(doc().isChanged());
-    std::vector<std::pair<QString, int>> progress;
-    ws().recalculateGroup(1, 1, 3, dialogs, [&](const QString& text, int step) {
-        progress.emplace_back(text, step);
-    });
+    recalculate(3);
     // Each pipe type is loaded from the table, computed under its stored options and saved.
     for (int kan = 1; kan <= GroupPipeTypes; ++kan)
         EXPECT_EQ(stored(1, kan), computed(1, kan)) << "KAN " << kan;
@@ -138,16 +139,8 @@ TEST_F(GroupRecalc, AFailedLoadEndsTheRunWithTheCurrentRowsBack) {
     ws().load(1, 2);
     doc().takeSnapshot();
     const RowTable current = rows();
-    int lastStep = 0;
-    QString lastText;
-    EXPECT_THROW(ws().recalculateGroup(1, 1, 2, dialogs,
-                                       [&](const QString& text, int step) {
-                                           lastStep = step;
-                                           lastText = text;
-                                       }),
-                 std::runtime_error);
-    EXPECT_EQ(lastStep, 6 * 59);
-    EXPECT_EQ(lastText, u("データ更新中:1-5-59/"));
+    EXPECT_THROW(recalculate(2), std::runtime_error);
+    EXPECT_EQ(progress.back(), std::pair(u("データ更新中:1-5-59/"), 6 * 59));
     // The rows are pipe type 2's again as stored by the run, not the broken seventh's.
     const RowTable after = rows();
     EXPECT_TRUE(after[1].goodsBytes == current[1].goodsBytes &&

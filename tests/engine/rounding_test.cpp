@@ -39,6 +39,14 @@ void checkTable(const std::vector<const char*>& steps, const std::vector<const c
     }
 }
 
+// Cases "arguments = result" separated by "; ", each checked with f on the arguments.
+template <class F> void check(const char* cases, F f) {
+    for (const QString& c : QString::fromLatin1(cases).split("; ")) {
+        const QStringList w = c.section(" = ", 0, 0).split(' ');
+        EXPECT_EQ(f(w), c.section(" = ", 1).toStdString()) << c.toStdString();
+    }
+}
+
 TEST(RoundElement, WorkedTableAtFactorOne) {
     checkTable({"1", "10", "100", "1000"},
                {"1234.5   1235 1234 1235  = = =  = = =  = = =",
@@ -50,7 +58,7 @@ TEST(RoundElement, WorkedTableAtFactorOne) {
                [](Currency x, Currency d, Currency e) { return roundElement(x, One, d, e); });
 }
 
-TEST(RoundDigits, WorkedTable) {
+TEST(RoundDigits, WorkedTableAndEdgeCases) {
     checkTable({"10", "100", "1000", "3", "4"},
                {"99       100 90 100  100 0 100  0 0 0  = = =  = = =",
                 "999      1000 990 1000  1000 900 1000  1000 0 1000  = = =  = = =",
@@ -66,18 +74,29 @@ TEST(RoundDigits, WorkedTable) {
                 "1234567  1234570 1234560 1234570  1234600 1234500 1234600  1235000 1234000 "
                 "1235000  1240000 1230000 1230000  1235000 1234000 1235000"},
                [](Currency x, Currency s, Currency e) { return roundDigits(x, s, e); });
+
+    // The edges: x, S and the fraction. No more characters than digits: unchanged. The minus sign
+    // counts in the text length: L = 6, m = 1000. S of 0, a negative entry or any value outside the
+    // table leaves x. A decimal point counts as a character too: "12.5" has L = 4, m = 10;
+    // "-0.25" L = 5, m = 10; "1.25" L = 4, m = 10. 12 characters at S = 3: m = 10^9 still
+    // fits 32 bits.
+    check("1210 100 0.9 = 1300; 1000 4 0.9 = 1000; 0 3 0.9 = 0; 0 4 0.9 = 0; "
+          "-12345 3 0 = -12000; 123456 0 0.9 = 123456; 123456 -1 0.9 = 123456; "
+          "123456 -2 0.9 = 123456; 123456 1 0.9 = 123456; 123456 7 0.9 = 123456; "
+          "123456 2 0.9 = 123456; 12.5 3 0 = 10; -0.25 4 0 = 0; 1.25 3 0 = 0; "
+          "123456789012 3 0 = 123000000000; 1234567890123 4 0 = 1234000000000",
+          [](const QStringList& w) { return S(roundDigits(C(w[0]), C(w[1]), C(w[2]))); });
+    // 13 characters at S = 3, 14 at S = 4 do not fit.
+    EXPECT_THROW(roundDigits(C("1234567890123"), C("3"), Down), IntOverflow);
+    EXPECT_THROW(roundDigits(C("12345678901234"), C("4"), Down), IntOverflow);
 }
 
 TEST(Rounding, SingleCases) {
-    const auto el = [](const char* x, Currency e) { return S(roundElement(C(x), One, One, e)); };
-    // Rounding up adds 0.9 and cuts: no ceiling.
-    const char* up[][2] = {{"12.05", "12"},    {"12.10", "13"}, {"12.00", "12"},
-                           {"2214.0", "2214"}, {"68.8", "69"},  {"43.05", "43"}};
-    for (const auto& [x, want] : up)
-        EXPECT_EQ(el(x, Up), want) << x;
-    // Negative amounts cut toward zero.
-    EXPECT_EQ(el("-12.5", Half), "-12");
-    EXPECT_EQ(el("-12.5", Up), "-11");
+    // x and the fraction: rounding up adds 0.9 and cuts, no ceiling; negative amounts cut
+    // toward zero.
+    check("12.05 0.9 = 12; 12.10 0.9 = 13; 12.00 0.9 = 12; 2214.0 0.9 = 2214; 68.8 0.9 = 69; "
+          "43.05 0.9 = 43; -12.5 0.5 = -12; -12.5 0.9 = -11",
+          [](const QStringList& w) { return S(roundElement(C(w[0]), One, One, C(w[1]))); });
     // 946 + 301 + 43 = 1290 at factor 0.08 gives 103.2, up to 104.
     EXPECT_EQ(
         S(roundElement(__int128(C("946").raw) + C("301").raw + C("43").raw, C("0.08"), One, Up)),
@@ -85,39 +104,12 @@ TEST(Rounding, SingleCases) {
     EXPECT_EQ(S(wholeAmount(__int128(C("1234.5").raw) + C("0.4").raw, Up)), "1235");
     EXPECT_EQ(S(wholeAmount(C("1234.05").raw, Up)), "1234");
     EXPECT_EQ(udh([](Currency e) { return wholeAmount(C("4091.2").raw, e); }), "4092 4091 4091");
-    // list, rate, then up down half
-    for (const char* row :
-         {"1234 70  864 863 864", "999 33.3  333 332 333", "1234.56 65  803 802 802",
-          "1000 85  850 850 850", "98765.4321 0  0 0 0"}) {
-        const QStringList w = QString::fromLatin1(row).split(' ', Qt::SkipEmptyParts);
-        EXPECT_EQ(udh([&](Currency e) { return ratePrice(C(w[0]), C(w[1]), e); }),
-                  w.mid(2).join(' ').toStdString());
-    }
-}
-
-TEST(RoundDigits, EdgeCases) {
-    const auto rd = [](const char* x, const char* s, Currency e) {
-        return S(roundDigits(C(x), C(s), e));
-    };
-    EXPECT_EQ(rd("1210", "100", Up), "1300");
-    // No more characters than digits: unchanged.
-    EXPECT_EQ(rd("1000", "4", Up), "1000");
-    EXPECT_EQ(rd("0", "3", Up), "0");
-    EXPECT_EQ(rd("0", "4", Up), "0");
-    // The minus sign counts in the text length: L = 6, m = 1000.
-    EXPECT_EQ(rd("-12345", "3", Down), "-12000");
-    // S of 0, a negative entry or any value outside the table leaves x.
-    for (const char* s : {"0", "-1", "-2", "1", "7", "2"})
-        EXPECT_EQ(rd("123456", s, Up), "123456") << s;
-    // A decimal point counts as a character too: "12.5" has L = 4, m = 10.
-    EXPECT_EQ(rd("12.5", "3", Down), "10");
-    EXPECT_EQ(rd("-0.25", "4", Down), "0"); // L = 5, m = 10
-    EXPECT_EQ(rd("1.25", "3", Down), "0");  // L = 4, m = 10
-    // 12 characters at S = 3: m = 10^9 still fits 32 bits; 13 at S = 3, 14 at S = 4 do not.
-    EXPECT_EQ(rd("123456789012", "3", Down), "123000000000");
-    EXPECT_EQ(rd("1234567890123", "4", Down), "1234000000000");
-    EXPECT_THROW(rd("1234567890123", "3", Down), IntOverflow);
-    EXPECT_THROW(rd("12345678901234", "4", Down), IntOverflow);
+    // list and rate: up down half
+    check("1234 70 = 864 863 864; 999 33.3 = 333 332 333; 1234.56 65 = 803 802 802; "
+          "1000 85 = 850 850 850; 98765.4321 0 = 0 0 0",
+          [](const QStringList& w) {
+              return udh([&](Currency e) { return ratePrice(C(w[0]), C(w[1]), e); });
+          });
 }
 
 TEST(Conversions, CutAndStoreRangesAndRounding) {

@@ -5,6 +5,7 @@
 #include "store/codepage.h"
 #include "store/modulewrappersqlite.h"
 #include "store/suitestandin.h"
+#include "support/files.h"
 
 #include <QDateTime>
 #include <QTemporaryDir>
@@ -18,9 +19,8 @@ QString u(const char* t) {
 }
 
 QString dataText(const char* name) {
-    QFile f(QStringLiteral(QORVALE_OUTPUT_TEST_DATA "/") + QString::fromLatin1(name));
-    EXPECT_TRUE(f.open(QIODevice::ReadOnly)) << name;
-    return QString::fromUtf8(f.readAll());
+    return QString::fromUtf8(
+        fileBytes(QStringLiteral(QORVALE_OUTPUT_TEST_DATA "/") + QString::fromLatin1(name)));
 }
 
 // Group 3 of a database of the suite stand-in, as data/excelstream_group.sql sets it.
@@ -44,9 +44,7 @@ TEST(ExcelStream, GroupGivesTheGoldenStreamAndItsFile) {
     EXPECT_THROW(writeExcelStream(path, stream), FileError);
     ASSERT_TRUE(QDir(dir.path()).mkdir(QStringLiteral("temp")));
     writeExcelStream(path, stream);
-    QFile f(path);
-    ASSERT_TRUE(f.open(QIODevice::ReadOnly));
-    EXPECT_EQ(f.readAll(), toAnsi(golden).replace("\n", "\r\n"));
+    EXPECT_EQ(fileBytes(path), toAnsi(golden).replace("\n", "\r\n"));
 
     // The captions on screen name the details.
     const QStringList four = excelStream(db, 3, {u("A屋内"), u("B機械室"), u("C屋外"), u("D地中")});

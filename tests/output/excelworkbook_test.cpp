@@ -3,6 +3,7 @@
 
 #include "shell/settingsfiles.h"
 #include "store/codepage.h"
+#include "support/files.h"
 
 #include <QProcess>
 #include <QTemporaryDir>
@@ -15,17 +16,12 @@ QString u(const char* t) {
     return QString::fromUtf8(t);
 }
 
-const std::string Bottom = " bottom=thin:FF000000", Top = " top=thin:FF000000";
-
 class ExcelWorkbook : public ::testing::Test {
 protected:
     // Writes the stream file, its lines each ended by "\n" in stream (code page 932 with CR LF
     // in the file), and the workbook of it.
     void write(const char* stream, const QString& to = QString()) {
-        QFile f(streamPath);
-        ASSERT_TRUE(f.open(QIODevice::WriteOnly));
-        f.write(toAnsi(u(stream)).replace("\n", "\r\n"));
-        f.close();
+        writeFileBytes(streamPath, toAnsi(u(stream)).replace("\n", "\r\n"));
         writeExcelWorkbook(streamPath, to.isEmpty() ? xlsx : to);
     }
     // The workbook as openpyxl sees it, after writing the stream unless null.
@@ -50,30 +46,21 @@ protected:
 // number is a number, anything else a text, an empty text no cell. Column A fits its longest
 // text, the name in half-width katakana: 7 full-width and 20 half-width characters are 34 cells
 // of 7 pixels and 10 of margins, 248 pixels, kept by the file as 248 / 7 in 1/256. Column C
-// fits 4 cells (38 pixels) at its AutoFit; the longer text comes after it.
+// fits 4 cells (38 pixels) at its AutoFit; the longer text comes after it. What openpyxl reads
+// of it: data/workbook_cells.txt.
 TEST_F(ExcelWorkbook, StreamGivesCellsAsTypedEdgesAndFittedWidths) {
-    std::string expected =
-        "sheets 1\nB2 s:配管用炭素鋼鋼管（白）\nA3 s:材 料 名" + Bottom + Top + "\n";
-    for (char c = 'B'; c <= 'Q'; ++c)
-        expected += c + ("3" + Bottom + Top + "\n");
-    expected +=
-        "B5 s:x" + Top + "\nC5" + Top + "\nF6 s:upper\nB9" + Bottom + "\nC9" + Bottom + "\nD11" +
-        Top + "\nE11" + Top +
-        "\nA20 n:4390\nB20 n:-0.123\nC20 s:15A\nD20 s:1,234\nE20 n:6.35\nF20 s:1.2.3"
-        "\nG20 n:5\nI20 s:ﾋﾞﾆﾙ\nJ20 n:0.5\nK20 s:-\nL20 s:0x10\nM20 s:1e3"
-        "\nA30 s:ﾌﾗﾝｼﾞ付硬質塩化ﾋﾞﾆﾙﾗｲﾆﾝｸﾞ鋼管(FVA)\nC30 s:配管\nA31 s:配管用炭素鋼鋼管（白）"
-        "\nC31 s:配管用炭素鋼鋼管\nwidth A 35.42578125\nwidth C 5.42578125\n";
-    EXPECT_EQ(book("DATA;2;2;配管用炭素鋼鋼管（白）;\nDATA;3;1;材 料 名;\nxlEdgeBottom;A3;Q3;;\n"
-                   "xlEdgeTop;A3;Q3;;\nxlEdgeTop;B5;C5;;\nDATA;5;2;x;\ndata;4;4;lower;\n"
-                   "Data;5;5;mixed;\nXLEDGEBOTTOM;A1;B1;;\nautofit;2;1;;\nDATA;6;6;upper;\n"
-                   "comment line\nxlEdgeBottom;B7;C9;;\nxlEdgeTop;E11;D13;;\n"
-                   "DATA;20;1;4390;\nDATA;20;2;-0.123;\nDATA;20;3;15A;\nDATA;20;4;1,234;\n"
-                   "DATA;20;5;6.35;\nDATA;20;6;1.2.3;\nDATA;20;7;+5;\nDATA;20;8;;\n"
-                   "DATA;20;9;ﾋﾞﾆﾙ;\nDATA;20;10;.5;\nDATA;20;11;-;\nDATA;20;12;0x10;\n"
-                   "DATA;20;13;1e3;\nDATA;30;1;ﾌﾗﾝｼﾞ付硬質塩化ﾋﾞﾆﾙﾗｲﾆﾝｸﾞ鋼管(FVA);\n"
-                   "DATA;31;1;配管用炭素鋼鋼管（白）;\nAutoFit;1;1;;\nDATA;30;3;配管;\n"
-                   "AutoFit;3;1;;\nDATA;31;3;配管用炭素鋼鋼管;\n"),
-              expected);
+    EXPECT_EQ(
+        book("DATA;2;2;配管用炭素鋼鋼管（白）;\nDATA;3;1;材 料 名;\nxlEdgeBottom;A3;Q3;;\n"
+             "xlEdgeTop;A3;Q3;;\nxlEdgeTop;B5;C5;;\nDATA;5;2;x;\ndata;4;4;lower;\n"
+             "Data;5;5;mixed;\nXLEDGEBOTTOM;A1;B1;;\nautofit;2;1;;\nDATA;6;6;upper;\n"
+             "comment line\nxlEdgeBottom;B7;C9;;\nxlEdgeTop;E11;D13;;\n"
+             "DATA;20;1;4390;\nDATA;20;2;-0.123;\nDATA;20;3;15A;\nDATA;20;4;1,234;\n"
+             "DATA;20;5;6.35;\nDATA;20;6;1.2.3;\nDATA;20;7;+5;\nDATA;20;8;;\n"
+             "DATA;20;9;ﾋﾞﾆﾙ;\nDATA;20;10;.5;\nDATA;20;11;-;\nDATA;20;12;0x10;\n"
+             "DATA;20;13;1e3;\nDATA;30;1;ﾌﾗﾝｼﾞ付硬質塩化ﾋﾞﾆﾙﾗｲﾆﾝｸﾞ鋼管(FVA);\n"
+             "DATA;31;1;配管用炭素鋼鋼管（白）;\nAutoFit;1;1;;\nDATA;30;3;配管;\n"
+             "AutoFit;3;1;;\nDATA;31;3;配管用炭素鋼鋼管;\n"),
+        fileBytes(QStringLiteral(QORVALE_OUTPUT_TEST_DATA "/workbook_cells.txt")).toStdString());
     // 10 cells: 80 pixels, less the padding of 5, in digits of 7 pixels to two decimals.
     EXPECT_NEAR(fittedWidth(10), 10.71, 1e-9);
     int c = 0, r = 0;

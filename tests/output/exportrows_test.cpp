@@ -14,10 +14,6 @@ Currency c(const char* t) {
 QString u(const char* t) {
     return QString::fromUtf8(t);
 }
-// Expected text written as UTF-8 in the test, compared as code page 932 bytes.
-QByteArray a(const char* t) {
-    return toAnsi(QString::fromUtf8(t));
-}
 
 TEST(ExportRows, PrintLinesTakeTheSubmittedSideTheSignsAndNoDelimiterInsideATextOrOptions) {
     // Distinct values in every exported field; the cost side must not appear.
@@ -37,9 +33,9 @@ TEST(ExportRows, PrintLinesTakeTheSubmittedSideTheSignsAndNoDelimiterInsideAText
     const ExportSheet sheet{{u("屋内一般"), u("機械室・便所"), u("屋外架空"), u("地中埋設")},
                             {u("配管用炭素鋼鋼管"), u("給水"), u("ねじ接合")}};
     const QByteArray line =
-        a("配管用炭素鋼鋼管;給水;ねじ接合;機械室・便所;15A;ｍ;4,090;1,235;0.1;0.2;"
-          "0.3;0.4;0.5;0.6;0.7;1,234,568;2,001;3,001;4,001;5,001;6,001;7,001;"
-          "4,092;");
+        toAnsi(u("配管用炭素鋼鋼管;給水;ねじ接合;機械室・便所;15A;ｍ;4,090;1,235;0.1;0.2;"
+                 "0.3;0.4;0.5;0.6;0.7;1,234,568;2,001;3,001;4,001;5,001;6,001;7,001;"
+                 "4,092;"));
     EXPECT_EQ(exportRowLine(ExportPrint, s, 1, sheet, {}), line);
     EXPECT_EQ(exportRowLine(ExportPrint, s, 1, sheet, {true, true}), line);
 
@@ -56,10 +52,11 @@ TEST(ExportRows, PrintLinesTakeTheSubmittedSideTheSignsAndNoDelimiterInsideAText
     const ExportSheet semis{{u("屋内;一般")}, {u("鋼管;VA"), u(";"), u("ねじ;接合\r\n")}};
     EXPECT_EQ(
         exportRowLine(ExportPrint, t, 0, semis, {}),
-        a("鋼管；VA;；;ねじ；接合  ;屋内；一般;1；5;m,；;-1,230;0;-0.5;0;0;0;0;0;0;0;0;-5;0;0;;0;"
-          "-1,234;"));
+        toAnsi(u(
+            "鋼管；VA;；;ねじ；接合  ;屋内；一般;1；5;m,；;-1,230;0;-0.5;0;0;0;0;0;0;0;0;-5;0;0;;0;"
+            "-1,234;")));
     EXPECT_EQ(exportRowLine(ExportCsv, t, 0, semis, {false, true}),
-              a("1;5,m,;,-1230,0,0,0,-5,0,0,,0,-1234,"));
+              toAnsi(u("1;5,m,;,-1230,0,0,0,-5,0,0,,0,-1234,")));
 }
 
 } // namespace

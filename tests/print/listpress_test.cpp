@@ -6,6 +6,7 @@
 #include "store/codepage.h"
 #include "support/demo_data.h"
 
+#include <QFileInfo>
 #include <QImage>
 #include <QProcess>
 #include <QRectF>
@@ -81,23 +82,20 @@ void expectTexts(const QString& pdf, const char* texts) {
 }
 
 // Every word inside the 10 mm margin of the landscape A4 sheet and clear of every other word
-// of its page.
+// of its page; the first word that is not fails.
 void expectWordsApartAndOnThePage(const QVector<PdfWord>& words) {
     const double m = 10 / 25.4 * 72 - 0.01;
-    QStringList faults;
     for (int i = 0; i < int(words.size()); ++i) {
         const PdfWord& a = words[i];
-        if (!QRectF(QPointF(m, m), QPointF(842 - m, 595 - m)).contains(a.box))
-            faults << u("off the page: ") + a.text;
+        ASSERT_TRUE(QRectF(QPointF(m, m), QPointF(842 - m, 595 - m)).contains(a.box))
+            << "off the page: " << a.text.toStdString();
         for (const PdfWord& b : words.mid(i + 1)) {
             const QRectF both = a.box.intersected(b.box);
-            if (a.page == b.page && both.width() > 0.01 && both.height() > 0.01)
-                faults
-                    << u("over each other on page %1: %2 / %3").arg(a.page + 1).arg(a.text, b.text);
+            ASSERT_FALSE(a.page == b.page && both.width() > 0.01 && both.height() > 0.01)
+                << "over each other on page " << a.page + 1 << ": "
+                << (a.text + " / " + b.text).toStdString();
         }
     }
-    EXPECT_TRUE(faults.isEmpty()) << faults.size() << " faults, the first: "
-                                  << faults.mid(0, 6).join(u("; ")).toStdString();
 }
 
 class ListpressProgram : public DemoDataFolder {
@@ -190,7 +188,6 @@ TEST_F(ListpressProgram, HardestPagesShowEveryTextWholeAndApart) {
     const QString page = u("配管工事第三節給水給湯設備配管歩掛参考資料二百十一から二百十五");
     for (int i = 0; i < 5; ++i)
         rows[i + 1].setGoods((names + QStringList{building, page})[i]);
-    ASSERT_EQ((rows[4].goods() + rows[5].goods()).size(), 60);
     rows[OptionRow].factor(5) = strToCurr(u("98765432.1"));
     const QStringList sizes = {u("15A"), u(" "), u("300A")};
     for (const auto& [digits, pages] : {std::pair{9, 1}, std::pair{15, 2}}) {
@@ -217,13 +214,11 @@ TEST_F(ListpressProgram, HardestPagesShowEveryTextWholeAndApart) {
         rows[3].submittedUnitPrice = Currency::fromRaw(std::numeric_limits<std::int64_t>::max());
         amounts.last() = u("922,337,203,685,478");
         writePrintHandOff({root, 2, {}, QDate(2026, 11, 23)}, rows, sheetOfRows(rows));
-        const Pdf pdf = print(u("hard.pdf"));
-        EXPECT_EQ(pdf.pages, pages);
         const QString sample = qEnvironmentVariable("QORVALE_PRINT_SAMPLE");
-        if (digits == 9 && !sample.isEmpty()) {
-            QFile::remove(sample);
-            QFile::copy(dir.filePath(u("hard.pdf")), sample);
-        }
+        const Pdf pdf =
+            print(digits == 9 && !sample.isEmpty() ? QFileInfo(sample).absoluteFilePath()
+                                                   : u("hard.pdf"));
+        EXPECT_EQ(pdf.pages, pages);
         QStringList texts;
         for (const PdfWord& w : pdf.words)
             texts << w.text;
@@ -268,10 +263,10 @@ TEST_F(ListpressProgram, EachStyleShowsItsColumnsAndTheWidestAllOfTheDataFile) {
         pdf = print();
         expectTexts(pdf.text, styles[style]);
     }
-    // Every size and every amount of every line of the data file.
+    // Every size and every amount of every line of the data file (whose lines are checked byte
+    // for byte by PrintHandOffFiles.PipingModeByteForByteOrNothingWithoutItsFolder).
     QFile data(printDataPath(root));
     ASSERT_TRUE(data.open(QIODevice::ReadOnly));
-    int checked = 0;
     for (const QByteArray& line : data.readAll().split('\n')) {
         const QStringList f = fromAnsi(line).split(';');
         if (f.size() < 23 || f[4].isEmpty()) continue;
@@ -282,14 +277,12 @@ TEST_F(ListpressProgram, EachStyleShowsItsColumnsAndTheWidestAllOfTheDataFile) {
                         pdf.text.contains(QRegularExpression(QStringLiteral(" %1%2 ").arg(
                             QRegularExpression::escape(f[k]), k == 12 ? "0*" : ""))))
                 << f[k].toStdString();
-        ++checked;
     }
-    EXPECT_EQ(checked, 56);
     expectWordsApartAndOnThePage(pdf.words);
     // Two details to the page.
     EXPECT_EQ(pdf.pages, 2);
-    EXPECT_TRUE(pdf.text.contains(QRegularExpression(QStringLiteral("\\b1 ?/ ?2\\b"))));
-    EXPECT_TRUE(pdf.text.contains(QRegularExpression(QStringLiteral("\\b2 ?/ ?2\\b"))));
+    EXPECT_TRUE(
+        pdf.text.contains(QRegularExpression(QStringLiteral("\\b1 ?/ ?2\\b.*\\b2 ?/ ?2\\b"))));
 
     // A missing style file, or one that can't be read: the built-in style of its name, and a
     // note on the footer.
@@ -298,27 +291,24 @@ TEST_F(ListpressProgram, EachStyleShowsItsColumnsAndTheWidestAllOfTheDataFile) {
     expectTexts(print().text, "+標準の書式「単価」|+ 3,388 |- 0.069 ");
     writeExportFile(styleFilePath(root, 1), toAnsi(u("[Column]=NOSUCH;x;y;;")));
     EXPECT_TRUE(print(QStringLiteral("b.pdf")).text.contains(u("標準の書式「単価」")));
-}
 
-TEST_F(ListpressProgram, RefrigerantSheetIsOnePageWithItsLabels) {
+    // A refrigerant sheet is one page. Element 6 has no place in refrigerant mode: its column
+    // keeps the sheet's heading "---" and stays empty, the factor too.
     handOff(10, 1, 2);
-    const Pdf pdf = print();
+    pdf = print();
     EXPECT_EQ(pdf.pages, 1);
-    // Element 6 has no place in refrigerant mode: its column keeps the sheet's heading "---"
-    // and stays empty, the factor too.
     expectTexts(pdf.text, "+一般|+継手接合等|-はつり補修|+ --- ");
     for (const PdfWord& w : pdf.words)
         EXPECT_NE(w.text, QLatin1String("0"));
 }
 
 TEST_F(ListpressProgram, BrokenInputGivesTheMessageAndExitCodeOne) {
-    const RunResult help = run(Listpress, {QStringLiteral("--help")});
-    EXPECT_TRUE(help.code == 0 && help.out.contains(u("--pdf")));
+    // (--help: tests/package/cli_test.sh.)
     const QString x = dir.filePath(u("x.pdf"));
     EXPECT_EQ(run(Listpress, {u("--pdf"), x}).code, 2);
     RunResult r = run(Listpress, {u("--pdf"), x, dir.filePath(u("nowhere")) + ';'});
-    EXPECT_EQ(r.code, 1);
-    EXPECT_TRUE(r.err.contains(u("データフォルダー")) && r.err.contains(QStringLiteral("nowhere")))
+    EXPECT_TRUE(r.code == 1 && r.err.contains(u("データフォルダー")) &&
+                r.err.contains(QStringLiteral("nowhere")))
         << r.err.toStdString();
     // A line of the data file replaced by a text (line 0: the file removed; line 9: of the
     // header), and the message. A ";" inside a text gives too many fields: no number is taken from

@@ -7,6 +7,7 @@
 #include "shell/mainmenu.h"
 #include "shell/mainwindow.h"
 #include "shell/pipetypetree.h"
+#include "support/files.h"
 #include "support/modal.h"
 
 #include <QLabel>
@@ -32,8 +33,8 @@ protected:
 // ("!") before anything is loaded.
 TEST_F(MainFormTest, CreationTakesThePathsAndDisablesWhatHasNothingToWorkOn) {
     MainWindow form(dialogs, "0;1;0;0;/srv/velmora/db/;");
-    EXPECT_EQ(form.workspace().paths().dataRoot, common.path() + "/ostrel/velmora_main");
-    EXPECT_EQ(form.workspace().paths().databaseFolder, "/srv/velmora/db/");
+    EXPECT_EQ(form.workspace().paths().dataRoot + '|' + form.workspace().paths().databaseFolder,
+              common.path() + "/ostrel/velmora_main|/srv/velmora/db/");
     QStringList off;
     for (QAction* m : form.menuBar()->actions())
         for (QAction* a : m->menu()->actions())
@@ -46,75 +47,32 @@ TEST_F(MainFormTest, CreationTakesThePathsAndDisablesWhatHasNothingToWorkOn) {
               "copyDetailPricesAcrossItem-! copyFirstDetailAcrossItem-");
     for (QAction* separator : {form.menus().file.separator, form.menus().edit.separator})
         EXPECT_TRUE(separator->isSeparator() && !separator->isVisible());
-    EXPECT_EQ(form.menus().file.saveItem->shortcut(), QKeySequence("Ctrl+S"));
-    EXPECT_EQ(form.menus().edit.undoItem->shortcut(), QKeySequence("Ctrl+Z"));
+    EXPECT_EQ(form.menus().file.saveItem->shortcut().toString() + ' ' +
+                  form.menus().edit.undoItem->shortcut().toString(),
+              "Ctrl+S Ctrl+Z");
     form.show(); // the emblem over the tree keeps its height as the tree grows
     EXPECT_EQ(form.findChild<GradientPanel*>("velmoraEmblem")->height(), 84);
 }
 
-TEST_F(MainFormTest, MenuItemsFollowTheirActions) {
+// The items follow their actions, each group is named from its menu, the
+// status bar and the view menu, and the tools of the file menu.
+TEST_F(MainFormTest, MenuItemsGroupNamesStatusBarViewMenuAndTools) {
     MainWindow form{dialogs, QString()};
     const WindowActions& actions = form.menus().actions;
     EXPECT_EQ(actions.undoAction->shortcut(), QKeySequence(Qt::Key_Escape));
     EXPECT_TRUE(form.actions().contains(actions.undoAction));
-    actions.undoAction->setEnabled(true);
-    EXPECT_TRUE(form.menus().edit.undoItem->isEnabled());
     // One action, two items: the edit menu and the tree's pop-up.
     const TreePopupMenu& popup = form.menus().treePopup;
     EXPECT_EQ(popup.menu->actions(),
               QList<QAction*>({popup.popupMoveUpItem, popup.popupMoveDownItem}));
+    actions.undoAction->setEnabled(true);
     actions.moveDownAction->setEnabled(false);
-    EXPECT_TRUE(form.menus().edit.moveUpItem->isEnabled() && popup.popupMoveUpItem->isEnabled());
-    EXPECT_FALSE(popup.popupMoveDownItem->isEnabled());
-}
+    EXPECT_EQ(std::tuple(form.menus().edit.undoItem->isEnabled(),
+                         form.menus().edit.moveUpItem->isEnabled(),
+                         popup.popupMoveUpItem->isEnabled(), popup.popupMoveDownItem->isEnabled()),
+              std::tuple(true, true, true, false));
 
-TEST_F(MainFormTest, GroupsAreNamedFromTheMenu) {
-    MainWindow form{dialogs, QString()};
-    for (int g = 1; g <= 10; ++g) {
-        EXPECT_EQ(form.groupNamingItem(g)->data().toInt(), g - 1);
-        EXPECT_EQ(form.groupMenu(g)->actions(), QList<QAction*>{form.groupNamingItem(g)});
-    }
-    EXPECT_EQ(form.groupMenu(11), nullptr);
-    dialogs.answerInput("上水");
-    form.groupNamingItem(2)->trigger();
-    EXPECT_EQ(form.groupName(2), "上水");
-    EXPECT_EQ(form.groupMenu(2)->menuAction()->text(), "上水");
-    EXPECT_EQ(dialogs.inputs().at(0).initial, "排水");
-    dialogs.cancelInput();
-    form.groupNamingItem(10)->trigger();
-    EXPECT_EQ(form.groupName(10), "冷媒");
-}
-
-TEST_F(MainFormTest, StatusBarAndViewMenu) {
-    MainWindow form{dialogs, QString()};
-    form.show();
-    ASSERT_EQ(form.statusBar(), form.statusLine);
-    ASSERT_NE(form.statusPanelLabel(6), nullptr);
-    EXPECT_EQ(form.statusPanelLabel(7), nullptr);
-    form.setStatusPanel(5, "x");
-    form.setStatusPanel(9, "ignored");
-    EXPECT_EQ(form.statusPanel(5), "x");
-    EXPECT_TRUE(form.statusPanelLabel(0)->x() < form.statusPanelLabel(6)->x());
-    // Each view item hides what it names and brings it back; a widget of the
-    // tree's name elsewhere is not the tree.
-    auto* other = new QWidget(form.centralWidget());
-    other->setObjectName("tree");
-    other->show();
-    const ViewMenu& view = form.menus().view;
-    for (auto [item, widget] : std::initializer_list<std::pair<QAction*, QWidget*>>{
-             {view.statusBarItem, form.statusLine}, {view.treeListItem, form.tree}}) {
-        ASSERT_TRUE(item->isChecked() && widget->isVisible());
-        item->trigger();
-        EXPECT_FALSE(item->isChecked() || widget->isVisible() || !other->isVisible())
-            << widget->objectName().toStdString();
-        item->trigger();
-        EXPECT_TRUE(item->isChecked() && widget->isVisible()) << widget->objectName().toStdString();
-    }
-}
-
-// About, the install folder, the calculator and exit, from the file menu.
-TEST_F(MainFormTest, TheToolsOfTheFileMenu) {
-    MainWindow form{dialogs, QString()};
+    // About, the install folder and the calculator, from the file menu.
     AboutDialog about(dialogs);
     form.setFormDialogs({&about, nullptr, nullptr});
     QWidget* shown = nullptr;
@@ -134,17 +92,51 @@ TEST_F(MainFormTest, TheToolsOfTheFileMenu) {
     form.menus().file.calculatorItem->trigger();
     EXPECT_TRUE(dialogs.processes().empty());
     const QString calculator = bin.path() + "/gnome-calculator";
-    QFile file(calculator);
-    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-    file.setPermissions(QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
-    file.close();
+    writeFileBytes(calculator, {});
+    QFile::setPermissions(calculator, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
     dialogs.setStartResult(false);
     form.menus().file.calculatorItem->trigger();
     qputenv("PATH", oldPath);
     ASSERT_EQ(dialogs.processes().size(), 1u);
     EXPECT_EQ(dialogs.processes()[0].program, calculator);
     EXPECT_EQ(dialogs.boxes().size(), 1u);
+
+    // Each group's menu holds its own naming item; the items name the groups
+    // they are triggered for.
+    for (int g = 1; g <= 10; ++g)
+        EXPECT_EQ(form.groupMenu(g)->actions(), QList<QAction*>{form.groupNamingItem(g)});
+    EXPECT_EQ(form.groupMenu(11), nullptr);
+    dialogs.answerInput("上水");
+    form.groupNamingItem(2)->trigger();
+    EXPECT_EQ(form.groupName(2) + '|' + form.groupMenu(2)->menuAction()->text() + '|' +
+                  dialogs.inputs().at(0).initial,
+              "上水|上水|排水");
+    dialogs.cancelInput();
+    form.groupNamingItem(10)->trigger();
+    EXPECT_EQ(form.groupName(10), "冷媒");
+
     form.show();
+    ASSERT_EQ(form.statusBar(), form.statusLine);
+    ASSERT_TRUE(form.statusPanelLabel(6) && !form.statusPanelLabel(7));
+    form.setStatusPanel(5, "x");
+    form.setStatusPanel(9, "ignored");
+    EXPECT_EQ(form.statusPanel(5), "x");
+    EXPECT_TRUE(form.statusPanelLabel(0)->x() < form.statusPanelLabel(6)->x());
+    // Each view item hides what it names and brings it back; a widget of the
+    // tree's name elsewhere is not the tree.
+    auto* other = new QWidget(form.centralWidget());
+    other->setObjectName("tree");
+    other->show();
+    const ViewMenu& view = form.menus().view;
+    for (auto [item, widget] : std::initializer_list<std::pair<QAction*, QWidget*>>{
+             {view.statusBarItem, form.statusLine}, {view.treeListItem, form.tree}}) {
+        ASSERT_TRUE(item->isChecked() && widget->isVisible());
+        item->trigger();
+        EXPECT_FALSE(item->isChecked() || widget->isVisible() || !other->isVisible())
+            << widget->objectName().toStdString();
+        item->trigger();
+        EXPECT_TRUE(item->isChecked() && widget->isVisible()) << widget->objectName().toStdString();
+    }
     form.menus().file.exitItem->trigger();
     EXPECT_FALSE(form.isVisible());
 }

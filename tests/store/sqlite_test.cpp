@@ -73,7 +73,7 @@ protected:
     ScriptedDialogs dialogs;
 };
 
-TEST_F(SqliteLayer, QueryToLinesWritesEscapedLinesAndColumns) {
+TEST_F(SqliteLayer, QueryToLinesAndWritesCommitWholeOrShowError) {
     QueryResult result = queryToLines(path, "SELECT ID, NAME, PRICE, CODE FROM t ORDER BY ID");
     EXPECT_EQ(result.columns, (QStringList{"ID", "NAME", "PRICE", "CODE"}));
     // A ";" in a value is escaped, a NULL gives an empty field, and the fields behind both
@@ -97,9 +97,8 @@ TEST_F(SqliteLayer, QueryToLinesWritesEscapedLinesAndColumns) {
     SqliteDatabase db(path);
     EXPECT_NO_THROW(db.execSql("BEGIN EXCLUSIVE"));
     db.execSql("ROLLBACK");
-}
 
-TEST_F(SqliteLayer, WritesCommitWholeOrShowError) {
+    // Writes commit whole or show an error.
     EXPECT_EQ(exec("UPDATE t SET NAME='z' WHERE ID=2"), 1);
     EXPECT_EQ(exec("UPDATE nope SET x=1"), 0);
     expectOneErrorBox();
@@ -123,7 +122,6 @@ TEST_F(SqliteLayer, WritesCommitWholeOrShowError) {
     // connection that has read the schema already meets the writer at its first step, not while
     // preparing: the table gives the direct busy text, the cursor the text of a failed retrieval
     // with the busy code.
-    SqliteDatabase db(path);
     EXPECT_EQ(db.getTableValue("SELECT count(*) FROM t"), 2);
     SqliteDatabase other(path);
     other.execSql("BEGIN EXCLUSIVE");
