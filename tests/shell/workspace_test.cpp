@@ -13,6 +13,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QMenu>
+#include <QMouseEvent>
 #include <QPushButton>
 #include <QSplitter>
 #include <QStatusBar>
@@ -220,6 +221,17 @@ TEST_F(Workspace, GroupNamesAndTheWindowAndDisplayFilesSurviveARestart) {
     g.menus().view.treeListItem->trigger();
     QCoreApplication::processEvents();
     EXPECT_EQ(g.tree->width(), 220);
+    // Dragged past the window's edge, the tree keeps its least width: it never collapses.
+    QSplitterHandle* handle = g.treeSplitter->handle(1);
+    auto drag = [&](QEvent::Type type, int x) {
+        QMouseEvent e(type, QPointF(x, 5), handle->mapToGlobal(QPointF(x, 5)), Qt::LeftButton,
+                      type == QEvent::MouseButtonRelease ? Qt::NoButton : Qt::LeftButton, {});
+        QCoreApplication::sendEvent(handle, &e);
+    };
+    drag(QEvent::MouseButtonPress, 1);
+    drag(QEvent::MouseMove, -300);
+    drag(QEvent::MouseButtonRelease, -300);
+    EXPECT_EQ(g.treeSplitter->sizes().value(0), 60);
 }
 
 TEST_F(Workspace, RefrigerantModeCaptionsAndColumnNine) {
