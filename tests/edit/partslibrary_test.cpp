@@ -2,6 +2,7 @@
 #include "edit/partslibrary.h"
 
 #include "shell/settingsfiles.h"
+#include "support/files.h"
 
 #include <QCoreApplication>
 #include <QDir>
@@ -17,10 +18,7 @@ namespace {
 class PartsLibrary : public ::testing::Test {
 protected:
     QString path(const QString& name) const { return dir.filePath(name); }
-    void touch(const QString& name) {
-        QFile f(path(name));
-        ASSERT_TRUE(f.open(QIODevice::WriteOnly)) << name.toStdString();
-    }
+    void touch(const QString& name) { writeFileBytes(path(name), {}); }
     // The folder by the rule, for a program in folder prog of the test folder.
     QString folderFor(const QString& prog) {
         return partsLibraryFolderFor(QString(), prog.startsWith('/') ? prog : path(prog),

@@ -10,6 +10,7 @@
 #include "store/suitestandin.h"
 #include "support/ownworkspace.h"
 #include "support/storedprices.h"
+#include "support/text.h"
 
 #include <QTemporaryDir>
 
@@ -22,10 +23,6 @@ namespace {
 Currency c(const char* text) {
     return strToCurr(QString::fromLatin1(text));
 }
-QString u(const char* text) {
-    return QString::fromUtf8(text);
-}
-
 // The factors of an option row are DATA1 to DATA7: DATA2 and DATA3 the adopted digits and
 // fraction, DATA4 and DATA5 the labour costs (cost, submitted), DATA6 and DATA7 the element
 // digits and fraction.

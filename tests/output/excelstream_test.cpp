@@ -6,6 +6,7 @@
 #include "store/modulewrappersqlite.h"
 #include "store/suitestandin.h"
 #include "support/files.h"
+#include "support/text.h"
 
 #include <QDateTime>
 #include <QTemporaryDir>
@@ -13,10 +14,6 @@
 #include <gtest/gtest.h>
 
 namespace {
-
-QString u(const char* t) {
-    return QString::fromUtf8(t);
-}
 
 QString dataText(const char* name) {
     return QString::fromUtf8(

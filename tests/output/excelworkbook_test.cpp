@@ -4,6 +4,7 @@
 #include "shell/settingsfiles.h"
 #include "store/codepage.h"
 #include "support/files.h"
+#include "support/text.h"
 
 #include <QProcess>
 #include <QTemporaryDir>
@@ -11,10 +12,6 @@
 #include <gmock/gmock.h>
 
 namespace {
-
-QString u(const char* t) {
-    return QString::fromUtf8(t);
-}
 
 class ExcelWorkbook : public ::testing::Test {
 protected:

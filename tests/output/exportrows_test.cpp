@@ -3,6 +3,7 @@
 #include "output/exportrows.h"
 
 #include "store/codepage.h"
+#include "support/text.h"
 
 #include <gtest/gtest.h>
 
@@ -11,10 +12,6 @@ namespace {
 Currency c(const char* t) {
     return strToCurr(QString::fromUtf8(t));
 }
-QString u(const char* t) {
-    return QString::fromUtf8(t);
-}
-
 TEST(ExportRows, PrintLinesTakeTheSubmittedSideTheSignsAndNoDelimiterInsideATextOrOptions) {
     // Distinct values in every exported field; the cost side must not appear.
     PipeRow s;

@@ -7,12 +7,10 @@
 #include "output/printstyle.h"
 #include "shell/settingsfiles.h"
 #include "store/codepage.h"
+#include "support/text.h"
 
 namespace {
 
-QString u(const char* t) {
-    return QString::fromUtf8(t);
-}
 TEST(PrintHandOffTexts, EraWeekdayPrintConfAndStyleFiles) {
     const struct {
         QDate date;

@@ -1,15 +1,12 @@
 // Code page 932: conversions, look-alikes and cuts inside a character.
 #include "store/codepage.h"
+#include "support/text.h"
 
 #include <QStringList>
 
 #include <gtest/gtest.h>
 
 namespace {
-
-QString u(const char* t) {
-    return QString::fromUtf8(t);
-}
 
 // Cases "hex bytes=text" separated by "; ": the bytes read as the text, and with back set
 // written back as the same bytes.

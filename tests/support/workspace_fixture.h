@@ -14,6 +14,7 @@
 #include "shell/pipetypetree.h"
 #include "store/modulewrappersqlite.h"
 #include "store/suitestandin.h"
+#include "support/text.h"
 
 #include <QApplication>
 #include <QTemporaryDir>
@@ -24,10 +25,6 @@
 #include <gtest/gtest.h>
 
 #include <memory>
-
-inline QString u(const char* t) {
-    return QString::fromUtf8(t);
-}
 
 class WorkspaceFixture : public ::testing::Test {
 protected:
