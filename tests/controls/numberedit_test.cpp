@@ -1,18 +1,9 @@
 // NumberEdit as a widget: what only the widget does (keys, focus, the caret and selection of the
 // line edit, alignment, the paste paths); the logic itself is in numbereditcore_test.
 #include "controls/numberedit.h"
+#include "support/guitesting.h"
 
-#include <QApplication>
-#include <QClipboard>
 #include <QContextMenuEvent>
-#include <QMenu>
-#include <QTest>
-#include <QTimer>
-
-#include <gtest/gtest.h>
-
-#include <memory>
-#include <tuple>
 
 namespace {
 

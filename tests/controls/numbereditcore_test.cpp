@@ -1,13 +1,7 @@
 // The number box logic without a window: number texts, rounding on the digits, Value writes,
 // limits and arrow steps, signs, the digit limit, the paste filter and hexadecimal mode.
 #include "controls/numbereditcore.h"
-
-#include <QStringList>
-
-#include <gtest/gtest.h>
-
-#include <tuple>
-#include <vector>
+#include "support/testing.h"
 
 namespace {
 

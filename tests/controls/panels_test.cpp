@@ -3,20 +3,11 @@
 #include "controls/boxlabl.h"
 #include "controls/fldrdlg.h"
 #include "controls/gradpan.h"
+#include "support/guitesting.h"
 
-#include <QApplication>
-#include <QDir>
 #include <QFileDialog>
-#include <QTemporaryDir>
-#include <QTest>
-
-#include <gtest/gtest.h>
 
 #include <algorithm>
-#include <tuple>
-#include <vector>
-
-#include "support/modal.h"
 
 namespace {
 

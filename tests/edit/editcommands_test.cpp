@@ -6,10 +6,6 @@
 #include "shell/formwidgets.h"
 #include "util/textlines.h"
 
-#include <QMenu>
-#include <QPushButton>
-#include <QTabBar>
-
 #include "fdkgolden.h"
 #include "support/sqliterows.h"
 #include "support/workspace_fixture.h"

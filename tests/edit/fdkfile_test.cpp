@@ -4,12 +4,8 @@
 
 #include "store/codepage.h"
 
-#include <QDir>
-#include <QTemporaryDir>
-
-#include <functional>
-
 #include "fdkgolden.h"
+#include "support/testing.h"
 
 namespace {
 

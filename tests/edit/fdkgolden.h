@@ -7,13 +7,9 @@
 // text, and whole files in and out.
 
 #include "store/piperow.h"
-#include "support/files.h"
+#include "support/testing.h"
 
-#include <QByteArray>
-#include <QFile>
 #include <QtEndian>
-
-#include <gtest/gtest.h>
 
 #include <cstdint>
 #include <string>

@@ -2,9 +2,8 @@
 // spreading and the clearings, on plain tables.
 #include "edit/fieldsets.h"
 
-#include <tuple>
-
 #include "fdkgolden.h"
+#include "support/testing.h"
 
 namespace {
 

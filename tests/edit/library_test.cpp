@@ -7,14 +7,9 @@
 #include "sheet/sheettexts.h"
 #include "shell/formwidgets.h"
 
-#include <QDir>
-#include <QLabel>
 #include <QListWidget>
-#include <QPushButton>
-#include <QTabBar>
 
 #include "fdkgolden.h"
-#include "support/modal.h"
 #include "support/workspace_fixture.h"
 
 namespace {

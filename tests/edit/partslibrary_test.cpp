@@ -2,16 +2,9 @@
 #include "edit/partslibrary.h"
 
 #include "shell/settingsfiles.h"
-#include "support/files.h"
-
-#include <QCoreApplication>
-#include <QDir>
-#include <QFile>
-#include <QTemporaryDir>
+#include "support/testing.h"
 
 #include <dirent.h>
-
-#include <gtest/gtest.h>
 
 namespace {
 

@@ -2,8 +2,7 @@
 #include "engine/calcrow.h"
 #include "engine/rounding.h"
 #include "support/ownworkspace.h"
-
-#include <gtest/gtest.h>
+#include "support/testing.h"
 
 namespace {
 

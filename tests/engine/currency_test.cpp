@@ -1,12 +1,7 @@
 // Currency texts: the shortest form, parsing with its rounding, and the
 // sheet's three display forms.
 #include "engine/currency.h"
-
-#include <QStringList>
-
-#include <gtest/gtest.h>
-
-#include <functional>
+#include "support/testing.h"
 
 namespace {
 

@@ -4,8 +4,7 @@
 // checked on its worked tables.
 #include "engine/rounding.h"
 #include "store/piperow.h"
-
-#include <gtest/gtest.h>
+#include "support/testing.h"
 
 #include <random>
 

@@ -10,11 +10,6 @@
 #include "store/suitestandin.h"
 #include "support/ownworkspace.h"
 #include "support/storedprices.h"
-#include "support/text.h"
-
-#include <QTemporaryDir>
-
-#include <gtest/gtest.h>
 
 #include <stdexcept>
 

@@ -1,11 +1,6 @@
 // The rounding operations against the worked tables of the price rules.
 #include "engine/rounding.h"
-
-#include <QStringList>
-
-#include <gtest/gtest.h>
-
-#include <vector>
+#include "support/testing.h"
 
 namespace {
 

@@ -5,13 +5,9 @@
 #include "store/codepage.h"
 #include "store/modulewrappersqlite.h"
 #include "store/suitestandin.h"
-#include "support/files.h"
-#include "support/text.h"
+#include "support/testing.h"
 
 #include <QDateTime>
-#include <QTemporaryDir>
-
-#include <gtest/gtest.h>
 
 namespace {
 

@@ -3,11 +3,7 @@
 
 #include "shell/settingsfiles.h"
 #include "store/codepage.h"
-#include "support/files.h"
-#include "support/text.h"
-
-#include <QProcess>
-#include <QTemporaryDir>
+#include "support/testing.h"
 
 #include <gmock/gmock.h>
 

@@ -3,9 +3,7 @@
 #include "output/exportrows.h"
 
 #include "store/codepage.h"
-#include "support/text.h"
-
-#include <gtest/gtest.h>
+#include "support/testing.h"
 
 namespace {
 

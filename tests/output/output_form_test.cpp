@@ -8,11 +8,7 @@
 #include "output/outputcommands.h"
 #include "shell/settingsfiles.h"
 #include "store/codepage.h"
-#include "support/files.h"
-
-#include <QCheckBox>
-#include <QPushButton>
-#include <QTabBar>
+#include "support/guitesting.h"
 
 namespace {
 

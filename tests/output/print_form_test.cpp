@@ -3,7 +3,6 @@
 #include "output/outputcommands.h"
 #include "output/printhandoff.h"
 #include "shell/formwidgets.h"
-#include "support/files.h"
 #include "support/workspace_fixture.h"
 
 #include "store/codepage.h"

@@ -2,12 +2,10 @@
 // of a demo pipe type, byte for byte, and their failures.
 #include "output/printhandoff.h"
 #include "support/demo_data.h"
-#include "support/files.h"
 
 #include "output/printstyle.h"
 #include "shell/settingsfiles.h"
 #include "store/codepage.h"
-#include "support/text.h"
 
 namespace {
 

@@ -1,9 +1,6 @@
 // Data paths from the launch string and the common data folder.
 #include "platform/datapaths.h"
-
-#include <QTemporaryDir>
-
-#include <gtest/gtest.h>
+#include "support/testing.h"
 
 namespace {
 

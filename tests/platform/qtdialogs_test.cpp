@@ -1,17 +1,9 @@
 // The Qt dialogs, driven from a timer while their modal loop runs.
 #include "platform/qtdialogs.h"
+#include "support/guitesting.h"
 
-#include "support/modal.h"
-
-#include <QClipboard>
-#include <QEventLoop>
 #include <QInputDialog>
 #include <QMessageBox>
-#include <QPushButton>
-#include <QTest>
-#include <QThread>
-
-#include <gtest/gtest.h>
 
 namespace TD = ::TaskDialog;
 using MB = QMessageBox;

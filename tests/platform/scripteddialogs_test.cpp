@@ -1,12 +1,7 @@
 // The scripted dialogs that tests answer through, and the two box helpers. Their records of
 // inputs, files and processes are checked by the tests that use them.
 #include "platform/scripteddialogs.h"
-
-#include <QCoreApplication>
-#include <QEventLoop>
-#include <QThread>
-
-#include <gtest/gtest.h>
+#include "support/testing.h"
 
 #include <atomic>
 #include <thread>

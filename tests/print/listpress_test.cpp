@@ -6,9 +6,7 @@
 #include "store/codepage.h"
 #include "support/demo_data.h"
 
-#include <QFileInfo>
 #include <QImage>
-#include <QProcess>
 #include <QRectF>
 #include <QRegularExpression>
 
@@ -16,8 +14,6 @@
 #include <limits>
 
 namespace {
-
-const auto u = [](const char* t) { return QString::fromUtf8(t); };
 
 struct RunResult {
     int code = -1;

@@ -7,11 +7,8 @@
 #include "shell/formwidgets.h"
 
 #include <QAccessible>
-#include <QLineEdit>
 #include <QPlainTextEdit>
-#include <QPushButton>
 
-#include "support/modal.h"
 #include "support/workspace_fixture.h"
 
 namespace {

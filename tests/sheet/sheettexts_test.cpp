@@ -2,11 +2,7 @@
 // checked on the window by Workspace.RefrigerantModeCaptionsAndColumnNine, the price cells and
 // the side of each price column by CellEntry.)
 #include "sheet/sheettexts.h"
-
-#include <gtest/gtest.h>
-
-#include <tuple>
-#include <vector>
+#include "support/testing.h"
 
 namespace {
 

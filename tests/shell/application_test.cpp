@@ -7,17 +7,10 @@
 #include "shell/mainwindow.h"
 #include "shell/programbody.h"
 #include "store/suitestandin.h"
+#include "support/guitesting.h"
 
-#include <QEventLoop>
-#include <QLabel>
 #include <QProxyStyle>
-#include <QPushButton>
 #include <QStyle>
-#include <QTemporaryDir>
-#include <QTest>
-#include <QTimer>
-
-#include <gtest/gtest.h>
 
 #include <stdexcept>
 

@@ -9,20 +9,13 @@
 #include "output/outputcommands.h"
 #include "output/printhandoff.h"
 #include "shell/formwidgets.h"
-#include "support/files.h"
-#include "support/modal.h"
 #include "support/sqliterows.h"
 #include "support/workspace_fixture.h"
 
-#include <QCheckBox>
-#include <QDir>
 #include <QElapsedTimer>
-#include <QProcess>
-#include <QPushButton>
 #include <QRandomGenerator>
 
 #include <csignal>
-#include <functional>
 #include <sys/resource.h>
 #include <sys/stat.h>
 #include <unistd.h>

@@ -1,12 +1,9 @@
 // The framework-style standard controls: events on programmatic and person's
 // changes, Enter reported once.
 #include "shell/formwidgets.h"
+#include "support/guitesting.h"
 
-#include <QLineEdit>
 #include <QRadioButton>
-#include <QTest>
-
-#include <gtest/gtest.h>
 
 namespace {
 

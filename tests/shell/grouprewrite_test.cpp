@@ -9,10 +9,7 @@
 #include "support/workspace_fixture.h"
 
 #include <QDialog>
-#include <QMenuBar>
 #include <QProgressBar>
-#include <QPushButton>
-#include <QTimer>
 
 namespace {
 

@@ -7,17 +7,7 @@
 #include "shell/mainmenu.h"
 #include "shell/mainwindow.h"
 #include "shell/pipetypetree.h"
-#include "support/files.h"
-#include "support/modal.h"
-
-#include <QLabel>
-#include <QMenu>
-#include <QMenuBar>
-#include <QPushButton>
-#include <QStatusBar>
-#include <QTemporaryDir>
-
-#include <gtest/gtest.h>
+#include "support/guitesting.h"
 
 namespace {
 

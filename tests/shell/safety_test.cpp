@@ -8,12 +8,8 @@
 #include "support/sqliterows.h"
 #include "support/workspace_fixture.h"
 
-#include <QDir>
-#include <QPushButton>
 #include <QScrollArea>
 #include <QScrollBar>
-
-#include <memory>
 
 namespace {
 

@@ -6,12 +6,7 @@
 #include "store/codepage.h"
 #include "store/modulewrappersqlite.h"
 #include "store/suitestandin.h"
-#include "support/files.h"
-
-#include <QDir>
-#include <QTemporaryDir>
-
-#include <gtest/gtest.h>
+#include "support/testing.h"
 
 namespace {
 

@@ -2,12 +2,7 @@
 #include "shell/aboutdialog.h"
 
 #include "platform/scripteddialogs.h"
-#include "support/modal.h"
-
-#include <QLabel>
-#include <QPushButton>
-
-#include <gtest/gtest.h>
+#include "support/guitesting.h"
 
 namespace {
 

@@ -8,16 +8,9 @@
 #include "support/storedprices.h"
 #include "support/workspace_fixture.h"
 
-#include <QDir>
 #include <QHelpEvent>
-#include <QLabel>
-#include <QLineEdit>
-#include <QMenu>
 #include <QMouseEvent>
-#include <QPushButton>
 #include <QSplitter>
-#include <QStatusBar>
-#include <QTabBar>
 #include <QToolTip>
 
 namespace {

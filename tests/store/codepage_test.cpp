@@ -1,10 +1,6 @@
 // Code page 932: conversions, look-alikes and cuts inside a character.
 #include "store/codepage.h"
-#include "support/text.h"
-
-#include <QStringList>
-
-#include <gtest/gtest.h>
+#include "support/testing.h"
 
 namespace {
 

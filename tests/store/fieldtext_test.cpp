@@ -1,9 +1,6 @@
 // field texts: NthField and the escape of result lines.
+#include "support/testing.h"
 #include "util/fieldtext.h"
-
-#include <QStringList>
-
-#include <gtest/gtest.h>
 
 namespace {
 

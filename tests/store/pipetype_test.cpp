@@ -11,10 +11,6 @@
 #include "support/ownworkspace.h"
 #include "support/sqliterows.h"
 
-#include <QTemporaryDir>
-
-#include <gtest/gtest.h>
-
 namespace {
 
 const auto c = [](const char* text) { return strToCurr(QString::fromLatin1(text)); };

@@ -1,8 +1,7 @@
 // Rows, options tables, change lines and the snapshot.
 #include "store/piperow.h"
 #include "support/ownworkspace.h"
-
-#include <gtest/gtest.h>
+#include "support/testing.h"
 
 namespace {
 

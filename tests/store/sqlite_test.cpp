@@ -2,14 +2,10 @@
 
 #include "platform/scripteddialogs.h"
 #include "store/modulewrappersqlite.h"
-
-#include <QFile>
-#include <QTemporaryDir>
+#include "support/testing.h"
 
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
-#include <functional>
 #include <ostream>
 #include <sstream>
 

@@ -9,13 +9,7 @@
 #include "store/pipetypestore.h"
 #include "store/suitestandin.h"
 #include "support/ownworkspace.h"
-
-#include <QDir>
-#include <QFile>
-#include <QFileInfo>
-#include <QTemporaryDir>
-
-#include <gtest/gtest.h>
+#include "support/testing.h"
 
 namespace {
 

@@ -7,11 +7,7 @@
 #include "store/pipetypestore.h"
 #include "store/suitestandin.h"
 #include "support/ownworkspace.h"
-
-#include <QTemporaryDir>
-#include <QTextStream>
-
-#include <gtest/gtest.h>
+#include "support/testing.h"
 
 class DemoDataFolder : public ::testing::Test, protected OwnWorkspace {
 protected:

@@ -2,12 +2,9 @@
 // Another program on the same database file: the sqlite3 shell in a process
 // of its own, holding a transaction.
 
-#include <QProcess>
-#include <QString>
+#include "support/testing.h"
 
 #include <sqlite3.h>
-
-#include <gtest/gtest.h>
 
 class LockHolder {
 public:

@@ -2,7 +2,8 @@
 // One query with the SQLite library itself, not through the program: every
 // column of every row as text, joined by "|". "cannot open" when the file
 // can't be opened; the library's message when the query can't be prepared.
-#include <QStringList>
+
+#include "support/testing.h"
 
 #include <sqlite3.h>
 

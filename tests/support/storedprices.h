@@ -7,8 +7,7 @@
 #include "engine/currency.h"
 #include "store/modulewrappersqlite.h"
 #include "store/pipetypestore.h"
-
-#include <QStringList>
+#include "support/testing.h"
 
 inline QStringList StoredPrices(const QString& path, int grp, int kan) {
     const QueryResult rows = queryToLines(

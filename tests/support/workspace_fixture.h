@@ -14,17 +14,9 @@
 #include "shell/pipetypetree.h"
 #include "store/modulewrappersqlite.h"
 #include "store/suitestandin.h"
-#include "support/text.h"
+#include "support/guitesting.h"
 
-#include <QApplication>
-#include <QTemporaryDir>
-#include <QTest>
-#include <QTextStream>
 #include <QTreeWidget>
-
-#include <gtest/gtest.h>
-
-#include <memory>
 
 class WorkspaceFixture : public ::testing::Test {
 protected:
