@@ -112,17 +112,14 @@ TEST_F(CalcRowTest, WorkedExampleUnderEachOption) {
 
 TEST_F(CalcRowTest, WhichRowsAreCalculatedAndOverflowKeepsWhatWasReached) {
     set("rateOn=1");
-    const QString options = rowLine(rows()[60]);
     doc().calculateRow(60);
-    EXPECT_EQ(rowLine(rows()[60]), options);
     EXPECT_EQ(line(60), "70 60 | 0 0 0 0 0 0 0 10 0.9 | 0 0 0 0 0 0 0 1");
     // Hidden rows and rows without a size are calculated, up to row 59.
     reset();
     setExample(15);
     setExample(59);
     doc().calculateAll();
-    EXPECT_EQ(line(15), Example);
-    EXPECT_EQ(line(59), Example);
+    EXPECT_EQ(line(15) + '|' + line(59), std::string(Example) + '|' + Example);
 
     // An overflow leaves the row as far as the calculation had come.
     reset();

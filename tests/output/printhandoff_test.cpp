@@ -20,10 +20,8 @@ TEST(PrintHandOffTexts, EraWeekdayPrintConfAndStyleFiles) {
                  {{1989, 1, 8}, "平成01", "日"},   {{2019, 4, 30}, "平成31", "火"},
                  {{2019, 5, 1}, "令和01", "水"},   {{2026, 11, 23}, "令和08", "月"},
                  {{2119, 1, 1}, "令和101", "日"}};
-    for (const auto& d : dates) {
-        EXPECT_EQ(eraYearText(d.date), u(d.era)) << d.era;
-        EXPECT_EQ(japaneseShortWeekday(d.date), u(d.weekday)) << d.era;
-    }
+    for (const auto& d : dates)
+        EXPECT_EQ(eraYearText(d.date) + japaneseShortWeekday(d.date), u(d.era) + u(d.weekday));
     EXPECT_EQ(
         printConfText(u("/d/ex_style/A4横_複合単価_管材歩掛.qvk"), u("/p/Application.ico"), false),
         toAnsi(u("[Version]=2.00\r\n[Application_Title]=Qorvale\r\n[Data_TITLE]=複合単価印刷\r\n"

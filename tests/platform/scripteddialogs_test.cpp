@@ -33,8 +33,7 @@ TEST(ScriptedDialogsTest, BoxesTakeScriptedAnswersInOrderAndNoteTheMissingOnes) 
               TD::IdClose);
     d.answerBox(TD::IdNo);
     EXPECT_EQ(showTaskDialog(d, nullptr, "T", "q4", 0, yesCancel, ""), TD::IdCancel);
-    EXPECT_EQ(d.unanswered().size(), 4);
-    EXPECT_TRUE(d.unanswered()[0].contains("q1"));
+    EXPECT_TRUE(d.unanswered().size() == 4 && d.unanswered()[0].contains("q1"));
     // Texts are cut at 2049 characters.
     const QString longText(3000, QChar(u'あ'));
     showTaskDialog(d, nullptr, longText, longText, 0, TD::ButtonOk, longText);

@@ -293,59 +293,57 @@ TEST_F(Faults, PrintAndTempFoldersThatCannotBeWrittenKeepTheirFiles) {
 
 // A database refused at the start: every command that writes is refused
 // too, and the file and its folder stay byte for byte as they were.
-class BadDatabase : public Faults {
-protected:
-    void expectRefusedAtStart(const char* reason) {
-        auto listing = [&] {
-            QStringList l;
-            for (const QFileInfo& i : QFileInfo(db).dir().entryInfoList(
-                     QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot))
-                l << i.fileName() + ' ' + QString::number(i.size());
-            return l;
-        };
-        const QStringList files = listing();
-        const QByteArray before = fileBytes(db);
-        MainWindow& f = open();
-        ASSERT_EQ(dialogs.boxes().size(), 1u) << box(1).toStdString();
-        EXPECT_TRUE(boxHas(0, "データベースを開けません。") && boxHas(0, reason));
-        const WindowActions& a = f.menus().actions;
-        const QList<QAction*> writers = {a.moveUpAction,           a.moveDownAction,
-                                         f.menus().file.saveItem,  a.optionChangeAction,
-                                         a.labourCostChangeAction, f.groupNamingItem(3)};
-        for (QAction* w : writers) {
-            const std::size_t n = dialogs.boxes().size();
-            w->trigger();
-            ASSERT_EQ(dialogs.boxes().size(), n + 1) << w->objectName().toStdString();
-            EXPECT_TRUE(boxHas(n, "管種が読み込まれていないため、"));
-        }
-        EXPECT_TRUE(dialogs.inputs().empty());
-        EXPECT_TRUE(f.close());
-        form.reset();
-        EXPECT_EQ(dialogs.boxes().size(), 1u + writers.size());
-        EXPECT_TRUE(fileBytes(db) == before && listing() == files);
-    }
+struct Refusal {
+    // What is done to the file ("junk": bytes that are no database, "remove":
+    // no file, else the table dropped), and the reason named.
+    const char *change, *reason;
+    friend void PrintTo(const Refusal& r, std::ostream* os) { *os << r.change; }
 };
+class BadDatabase : public Faults, public testing::WithParamInterface<Refusal> {};
 
-TEST_F(BadDatabase, AFileThatIsNoDatabaseIsNamedAtStartAndLeftAlone) {
-    writeFileBytes(db, QByteArray(8192, 'x'));
-    expectRefusedAtStart("データベースのファイルではありません。");
+TEST_P(BadDatabase, IsNamedAtStartAndLeftAlone) {
+    const QString change = QString::fromUtf8(GetParam().change);
+    if (change == "junk")
+        writeFileBytes(db, QByteArray(8192, 'x'));
+    else if (change == "remove")
+        ASSERT_TRUE(QFile::remove(db));
+    else
+        ASSERT_EQ(dump("DROP TABLE " + change), QStringList());
+    auto listing = [&] {
+        QStringList l;
+        for (const QFileInfo& i : QFileInfo(db).dir().entryInfoList(
+                 QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot))
+            l << i.fileName() + ' ' + QString::number(i.size());
+        return l;
+    };
+    const QStringList files = listing();
+    const QByteArray before = fileBytes(db);
+    MainWindow& f = open();
+    ASSERT_EQ(dialogs.boxes().size(), 1u) << box(1).toStdString();
+    EXPECT_TRUE(boxHas(0, "データベースを開けません。") && boxHas(0, GetParam().reason));
+    const WindowActions& a = f.menus().actions;
+    const QList<QAction*> writers = {a.moveUpAction,           a.moveDownAction,
+                                     f.menus().file.saveItem,  a.optionChangeAction,
+                                     a.labourCostChangeAction, f.groupNamingItem(3)};
+    for (QAction* w : writers) {
+        const std::size_t n = dialogs.boxes().size();
+        w->trigger();
+        ASSERT_EQ(dialogs.boxes().size(), n + 1) << w->objectName().toStdString();
+        EXPECT_TRUE(boxHas(n, "管種が読み込まれていないため、"));
+    }
+    EXPECT_TRUE(dialogs.inputs().empty());
+    EXPECT_TRUE(f.close());
+    form.reset();
+    EXPECT_EQ(dialogs.boxes().size(), 1u + writers.size());
+    EXPECT_TRUE(fileBytes(db) == before && listing() == files);
+    EXPECT_EQ(QFileInfo::exists(db), change != "remove"); // a missing file is not created
 }
 
-TEST_F(BadDatabase, ADatabaseWithoutItsTablesIsNamedAtStartAndLeftAlone) {
-    ASSERT_EQ(dump("DROP TABLE ex_kanzai"), QStringList());
-    expectRefusedAtStart("ex_kanzai");
-}
-
-TEST_F(BadDatabase, ADatabaseWithoutExconfIsNamedAtStartAndLeftAlone) {
-    ASSERT_EQ(dump("DROP TABLE exconf"), QStringList());
-    expectRefusedAtStart("exconf");
-}
-
-TEST_F(BadDatabase, AMissingDatabaseFileIsNamedAtStartAndNotCreated) {
-    ASSERT_TRUE(QFile::remove(db));
-    expectRefusedAtStart("ファイルがありません。");
-    EXPECT_FALSE(QFileInfo::exists(db));
-}
+INSTANTIATE_TEST_SUITE_P(Faults, BadDatabase,
+                         testing::Values(Refusal{"junk", "データベースのファイルではありません。"},
+                                         Refusal{"ex_kanzai", "ex_kanzai"},
+                                         Refusal{"exconf", "exconf"},
+                                         Refusal{"remove", "ファイルがありません。"}));
 
 // The tool killed at random moments of a group rewrite: each pipe type
 // commits as a whole, so the file stays whole and every pipe type is either

@@ -24,7 +24,6 @@ TEST(SwitchCheckBoxListAndRadioGroup, AClickReportsAndOnlyTheCheckBoxReportsTheP
     sw.setOn(false);
     EXPECT_EQ(std::pair(sw.isOn(), clicks), std::pair(false, 1));
     box.SetChecked(true); // checked already
-    EXPECT_EQ(boxClicks, 0);
     box.SetChecked(false);
     EXPECT_EQ(std::pair(box.checked(), boxClicks), std::pair(false, 1));
     list.setItemIndex(1);
@@ -37,7 +36,6 @@ TEST(SwitchCheckBoxListAndRadioGroup, AClickReportsAndOnlyTheCheckBoxReportsTheP
     EXPECT_EQ(group.itemIndex(), -1);
     group.setItemIndex(0);
     group.setItemIndex(0);
-    EXPECT_EQ(clicks, 1);
     group.setItemIndex(7); // clamped to the last item
     EXPECT_EQ(std::pair(group.itemIndex(), clicks), std::pair(1, 2));
     group.show();

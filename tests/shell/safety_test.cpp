@@ -1,7 +1,6 @@
 // The real window against a database that another process holds or changes,
 // and the paths that must keep the rows, the triple and the selection
 // together when a load or a save fails.
-#include "engine/calcrow.h"
 #include "shell/formwidgets.h"
 #include "shell/settingsfiles.h"
 #include "support/lockholder.h"
@@ -241,27 +240,6 @@ TEST_F(Safety, AnOverflowInShowPipeTypeLeavesTheOptionsWorking) {
     f.optionPanel()->fractionRadio()->onClicked();
     EXPECT_EQ(doc().options().elementFraction(), FractionSteps[2]);
     EXPECT_NE(cell1(2, 4), before);
-}
-
-// A plain Enter moves down without filling down, whatever the keyboard
-// says; Escape in an open editor commits, with a beep, and undoes nothing.
-TEST_F(Safety, EnterAndEscapeInTheGridCommit) {
-    MainWindow& f = open();
-    PriceGrid* grid = f.sheet()->compositeGrid();
-    const Currency below = rows()[9].factor(1);
-    typeFactor(4, 8, "4");
-    EXPECT_TRUE(rows()[8].factor(1) == Currency::fromInt(4) && rows()[9].factor(1) == below &&
-                f.sheet()->compositeCell().y() == 9);
-    ASSERT_TRUE(f.menus().actions.undoAction->isEnabled());
-    ASSERT_TRUE(grid->focusCell(6, 5));
-    QTest::keyClick(grid, '9');
-    ASSERT_TRUE(grid->editorMode());
-    const int beeps = dialogs.beeps();
-    QTest::keyClick(grid->inplaceEditor(), Qt::Key_Escape);
-    EXPECT_TRUE(!grid->editorMode() && dialogs.beeps() == beeps + 1);
-    // Committed, and no undo ran.
-    EXPECT_TRUE(rows()[5].factor(3) == Currency::fromInt(9) &&
-                rows()[8].factor(1) == Currency::fromInt(4));
 }
 
 // The window file and the network file, read as the form is created.

@@ -23,18 +23,14 @@ protected:
     QString root = dir.path();
 };
 
-TEST(KeyStyle, SplitsAtTheFirstEqualsSignWithoutTrimming) {
+TEST_F(SettingsFiles, KeyLinesAndTheWindowNetworkAndDisplayFiles) {
     QString key, value;
     splitKeyLine("[A]= x=y ", key, value);
     EXPECT_EQ(QStringList({key, value}), QStringList({"[A]", " x=y "}));
     // The last value wins; no key or no equals sign: passed over.
     const auto map = readKeyLines({"[K]=1", "=orphan", "[k]=lower", "[K]=2", "junk"});
     EXPECT_EQ(map.keys() + map.values(), QStringList({"[K]", "[k]", "2", "lower"}));
-    EXPECT_EQ(splitTextLines("a\r\nb\nc\rd\r\n"), QStringList({"a", "b", "c", "d"}));
-    EXPECT_EQ(splitTextLines("a\r\n\r\nb"), QStringList({"a", "", "b"}));
-}
-
-TEST_F(SettingsFiles, WindowAndNetworkFiles) {
+    EXPECT_EQ(splitTextLines("a\r\n\r\nb\nc\rd\r\n"), QStringList({"a", "", "b", "c", "d"}));
     EXPECT_EQ(window(), QList<int>({0, 0, 0, 0})); // missing: zeros
     writeWindowFile(root, "qorvale_k", 10, 20, -300, 400);
     EXPECT_EQ(window(), QList<int>({10, 20, -300, 400}));
@@ -52,9 +48,7 @@ TEST_F(SettingsFiles, WindowAndNetworkFiles) {
     EXPECT_TRUE(readNetworkDir(root).isEmpty());
     writeFileBytes(networkFilePath(root), toAnsi("[Other]=x\r\n[Network_Dir]=\\\\srv\\共有\r\n"));
     EXPECT_EQ(readNetworkDir(root), "\\\\srv\\共有");
-}
 
-TEST_F(SettingsFiles, DisplayFile) {
     auto text = [](const DisplaySettings& d) {
         return QList<int>{d.resultsSwitch, d.TreeUse, d.StatusUse, d.TreeViewWidth};
     };

@@ -227,6 +227,7 @@ TEST_F(Workspace, GroupNamesAndTheWindowAndDisplayFilesSurviveARestart) {
     EXPECT_EQ(g.treeSplitter->sizes().value(0), 60);
 }
 
+// Column 9 of a refrigerant pipe type shows nothing and takes no figure.
 TEST_F(Workspace, RefrigerantModeCaptionsAndColumnNine) {
     MainWindow& f = open();
     clickNode(9 * 21 + 1); // the demo holds refrigerant pipe types in group 10
@@ -234,6 +235,10 @@ TEST_F(Workspace, RefrigerantModeCaptionsAndColumnNine) {
     EXPECT_TRUE(f.sheet()->tabs()->count() == 1 &&
                 !f.menus().detail.copyFirstDetailAcrossItem->isEnabled());
     EXPECT_EQ(cell1(5, 0) + '|' + cell1(9, 0), u("継手接合等|---"));
+    const Currency old = rows()[2].factor(6);
+    typeFactor(9, 2, "3");
+    EXPECT_TRUE(rows()[2].factor(6) == old && dialogs.boxes().size() == 1 &&
+                dialogs.boxes()[0].content.contains(u("冷媒モード")));
     for (int g = 1; g <= 14; ++g)
         EXPECT_TRUE(cell1(9, g).isEmpty()) << g;
     f.applyControls();

@@ -32,8 +32,7 @@ TEST(CodePage, ConversionsLookAlikesAndCutsInsideACharacter) {
               u("ab配|ab配|ab"));
     // field widths: 81 double-byte bytes cut at 80.
     const QString long41 = QString(41, QChar(0x914D)); // 配 x 41 = 82 bytes
-    EXPECT_EQ(toAnsiCut(long41, 80).size(), 80);
-    EXPECT_EQ(fromAnsi(toAnsiCut(long41, 80)), QString(40, QChar(0x914D)));
+    EXPECT_EQ(toAnsiCut(long41, 80), toAnsi(QString(40, QChar(0x914D))));
     EXPECT_EQ(fromAnsi(toAnsiCut(u("a") + long41, 80)), u("a") + QString(39, QChar(0x914D)));
     // Broken bytes never throw.
     EXPECT_EQ(QList<qsizetype>({fromAnsi(QByteArray("\x81", 1)).size(),
